@@ -1,0 +1,30 @@
+# Compiler settings that every target of the project shares.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+option(NMKTOOLBOX_WARNINGS_AS_ERRORS "Treat warnings in the project's own code as errors" OFF)
+set(NMKTOOLBOX_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize= takes them")
+
+find_program(NMKTOOLBOX_CCACHE ccache)
+if(NMKTOOLBOX_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${NMKTOOLBOX_CCACHE}")
+endif()
+
+# One formula gives the same bits on every compiler, level of optimisation and processor.
+add_compile_options(-ffp-contract=off)
+if(NMKTOOLBOX_SANITIZE)
+    add_compile_options(-fsanitize=${NMKTOOLBOX_SANITIZE} -fno-omit-frame-pointer
+                        -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${NMKTOOLBOX_SANITIZE})
+endif()
+
+# nmk_own_code(target): the warnings that our own code is held to.
+function(nmk_own_code target)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+    if(NMKTOOLBOX_WARNINGS_AS_ERRORS)
+        target_compile_options(${target} PRIVATE -Werror)
+    endif()
+endfunction()

@@ -1,0 +1,1 @@
+# Installation: headers, libraries and the CMake package.
