@@ -1,0 +1,3 @@
+// main: the command-line tool nmk.
+
+int main() { return 0; }
