@@ -66,8 +66,8 @@ def adjusting_slots(x, y, radius, count, length):
 
 def features():
     """(tool, comment, lines) in the order of the drawing."""
-    yield "T1", "vent grid, left", vent_grid(28, 118, 12, 8, 6.5)
-    yield "T1", "vent grid, right", vent_grid(212, 118, 12, 8, 6.5)
+    yield "T1", "vent grid, left", vent_grid(28, 122, 13, 9, 6.5)
+    yield "T1", "vent grid, right", vent_grid(210, 122, 13, 9, 6.5)
     yield "T1", "pilot holes of the terminal rail", [hole(112 + 8 * i, 24) for i in range(13)]
     yield "T1", "pilot holes of the upper rail", [hole(112 + 8 * i, 178) for i in range(13)]
     yield "T2", "bolt circle of the motor flange", bolt_circle(160, 100, 42, 16)
@@ -85,7 +85,7 @@ def features():
     yield "T4", "louvres below the vents, left", louvres(22, 96, 4, 3, 12, 18, 7)
     yield "T4", "louvres below the vents, right", louvres(214, 96, 4, 3, 12, 18, 7)
     yield "T4", "adjusting slots of the motor flange", adjusting_slots(160, 100, 50, 12, 9)
-    yield "T4", "handle recess", [slot(130, 160 + 5 * i, 190, 160 + 5 * i) for i in range(3)]
+    yield "T4", "handle recess", [slot(130, 163 + 7.5 * i, 190, 163 + 7.5 * i) for i in range(2)]
     yield "T1", "label rivets", mirrored([(100.0, 30.0), (100.0, 44.0), (124.0, 30.0), (124.0, 44.0)])
     yield "T1", "earth strap", [hole(16, 100), hole(304, 100), hole(160, 100)]
 
