@@ -1,0 +1,17 @@
+// builtin_containers.h: the containers of numbers that come with the library.
+#pragma once
+
+#include <ncamcontainer/coDList.h>
+#include <ncamcontainer/coDynArr.h>
+#include <ncamcontainer/coFixedArr.h>
+#include <ncamcontainer/coPageArr.h>
+
+using intcoFixedArr = coFixedArr<int>;
+using intcoDynArr = coDynArr<int>;
+using intcoPageArr = coPageArr<int>;
+using intcoDList = coDList<int>;
+
+using doublecoFixedArr = coFixedArr<double>;
+using doublecoDynArr = coDynArr<double>;
+using doublecoPageArr = coPageArr<double>;
+using doublecoDList = coDList<double>;

@@ -1,0 +1,350 @@
+// coDList: a doubly linked list, read and changed through cursors.
+//
+// A position is before the first element (index -1) or on an element. Walking off either end comes
+// back to before the first, and answers 0, so that `while (++it)` walks the whole list and leaves
+// the position ready for the next walk; `while (--it)` walks it from the tail.
+//
+// A position goes on meaning the same element while others come and go, but its index is only kept
+// right for changes made through that position itself. Taking an element out by any other way
+// leaves the positions on it without meaning; so does `clear`, until they are reset.
+#pragma once
+
+#include <utils/utCopy.h>
+
+#include <cstddef>
+#include <initializer_list>
+#include <iterator>
+#include <type_traits>
+#include <utility>
+
+/// One element with its neighbours; null at the ends.
+template <class T>
+struct coDLink {
+    explicit coDLink(const T& value) : element(value) {}
+
+    coDLink* next = nullptr;
+    coDLink* previous = nullptr;
+    T element;
+};
+
+/// The core of the list: head, tail and count.
+template <class T>
+class coDListB {
+  public:
+    class coIteratorB;
+    class coIterator;
+    class coCursor;
+    template <class Element>
+    class Walk;
+
+    coDListB() = default;
+    coDListB(const coDListB&) = delete;
+    coDListB& operator=(const coDListB&) = delete;
+    ~coDListB() { clear(); }
+
+    int size() const noexcept { return count_; }
+
+    /// Puts a copy of `element` at the head, and answers it.
+    T& insert_first(const T& element) { return insert(element, nullptr, head_)->element; }
+
+    /// Puts a copy of `element` at the tail, and answers it.
+    T& insert_last(const T& element) { return insert(element, tail_, nullptr)->element; }
+
+    /// Drops the head; 0 when the list is empty.
+    int remove_first() { return remove(head_); }
+
+    /// Drops the tail; 0 when the list is empty.
+    int remove_last() { return remove(tail_); }
+
+    /// The element at the head, or at the tail; the list must have one.
+    T& read_first() { return head_->element; }
+    const T& read_first() const { return head_->element; }
+    T& read_last() { return tail_->element; }
+    const T& read_last() const { return tail_->element; }
+
+    void clear() noexcept {
+        while (remove_first() != 0) {
+        }
+    }
+
+    /// Takes copies of the elements of `other`, in their order.
+    void become(utCopy, const coDListB& other) {
+        if (this == &other) return;
+        clear();
+        for (const T& element : other) insert_last(element);
+    }
+
+    Walk<T> begin() noexcept { return Walk<T>(head_); }
+    Walk<T> end() noexcept { return Walk<T>(nullptr); }
+    Walk<const T> begin() const noexcept { return Walk<const T>(head_); }
+    Walk<const T> end() const noexcept { return Walk<const T>(nullptr); }
+
+  protected:
+    void swap(coDListB& other) noexcept {
+        std::swap(head_, other.head_);
+        std::swap(tail_, other.tail_);
+        std::swap(count_, other.count_);
+    }
+
+  private:
+    using Link = coDLink<T>;
+
+    Link* insert(const T& element, Link* before, Link* after) {
+        Link* const link = new Link(element);
+        link->previous = before;
+        link->next = after;
+        (before != nullptr ? before->next : head_) = link;
+        (after != nullptr ? after->previous : tail_) = link;
+        ++count_;
+        return link;
+    }
+
+    int remove(Link* link) noexcept {
+        if (link == nullptr) return 0;
+        (link->previous != nullptr ? link->previous->next : head_) = link->next;
+        (link->next != nullptr ? link->next->previous : tail_) = link->previous;
+        --count_;
+        delete link;
+        return 1;
+    }
+
+    Link* head_ = nullptr;
+    Link* tail_ = nullptr;
+    int count_ = 0;
+};
+
+/// A read position: the list, the link and the index.
+template <class T>
+class coDListB<T>::coIteratorB {
+  public:
+    /// Equal when they stand on the same element, or both before the first of the same list.
+    bool operator==(const coIteratorB& other) const noexcept {
+        return list_ == other.list_ && link_ == other.link_;
+    }
+
+    /// Goes on by `steps` (back, where negative); 0 when that runs off an end.
+    int operator+=(int steps) {
+        for (; steps > 0; --steps) {
+            if (step_forwards() == 0) return 0;
+        }
+        for (; steps < 0; ++steps) {
+            if (step_backwards() == 0) return 0;
+        }
+        return link_ != nullptr ? 1 : 0;
+    }
+
+    /// Goes back by `steps` (on, where negative); 0 when that runs off an end.
+    int operator-=(int steps) {
+        for (; steps > 0; --steps) {
+            if (step_backwards() == 0) return 0;
+        }
+        return steps < 0 ? operator+=(-steps) : (link_ != nullptr ? 1 : 0);
+    }
+
+    /// Goes before the first element.
+    void reset() noexcept { stand_on(nullptr, -1); }
+
+    /// Position of the element from 0, or -1 before the first.
+    int index() const noexcept { return index_; }
+
+    /// Non-zero when the position is on an element.
+    int valid() const noexcept { return link_ != nullptr ? 1 : 0; }
+
+    /// The element at the position; it must be on one.
+    const T& read() const noexcept { return link_->element; }
+    const T& operator*() const noexcept { return link_->element; }
+    const T* operator->() const noexcept { return &link_->element; }
+
+  protected:
+    explicit coIteratorB(const coDListB& list) noexcept : list_(&list) {}
+
+    int step_forwards() noexcept {
+        stand_on(link_ != nullptr ? link_->next : list_->head_, index_ + 1);
+        return valid();
+    }
+
+    int step_backwards() noexcept {
+        if (link_ != nullptr) {
+            stand_on(link_->previous, index_ - 1);
+        } else {
+            stand_on(list_->tail_, list_->count_ - 1);
+        }
+        return valid();
+    }
+
+    void stand_on(Link* link, int index) noexcept {
+        link_ = link;
+        index_ = link != nullptr ? index : -1;
+    }
+
+    const coDListB* list_;
+    Link* link_ = nullptr;
+    int index_ = -1;
+};
+
+/// A read position that can step and jump.
+template <class T>
+class coDListB<T>::coIterator : public coDListB<T>::coIteratorB {
+  public:
+    explicit coIterator(const coDListB& list) noexcept : coIteratorB(list) {}
+
+    /// Goes on by one, or back by one; 0 when that runs off the end.
+    int operator++() noexcept { return this->step_forwards(); }
+    int operator--() noexcept { return this->step_backwards(); }
+
+    /// Goes to the element at `index` by the shortest way, from the head, the tail or where the
+    /// position is; 0, and before the first, when there is no such element.
+    int set_index(int index) noexcept {
+        if (index < 0 || index >= this->list_->size()) {
+            this->reset();
+            return 0;
+        }
+        start_nearest(index);
+        while (this->index_ < index) this->step_forwards();
+        while (this->index_ > index) this->step_backwards();
+        return 1;
+    }
+
+  private:
+    void start_nearest(int index) noexcept {
+        const int from_tail = this->list_->size() - 1 - index;
+        const int from_head = index;
+        const int nearest_end = from_head < from_tail ? from_head : from_tail;
+        const int away = index > this->index_ ? index - this->index_ : this->index_ - index;
+        if (this->link_ != nullptr && away <= nearest_end) return;
+        this->reset();
+        if (from_head <= from_tail) {
+            this->step_forwards();
+        } else {
+            this->step_backwards();
+        }
+    }
+};
+
+/// A position that can also change the list where it stands.
+///
+/// Before the first element, "after" is at the head and "before" is at the tail, as if the list
+/// were a ring that the position opens.
+template <class T>
+class coDListB<T>::coCursor : public coDListB<T>::coIterator {
+  public:
+    explicit coCursor(coDListB& list) noexcept : coIterator(list), target_(&list) {}
+
+    T& read() const noexcept { return this->link_->element; }
+    T& operator*() const noexcept { return this->link_->element; }
+    T* operator->() const noexcept { return &this->link_->element; }
+
+    /// Puts a copy of `element` behind the position, which stays where it is.
+    void insert_after(const T& element) {
+        if (this->link_ == nullptr) {
+            target_->insert_first(element);
+        } else {
+            target_->insert(element, this->link_, this->link_->next);
+        }
+    }
+
+    /// Puts a copy of `element` in front of the position, which stays on its element.
+    void insert_before(const T& element) {
+        if (this->link_ == nullptr) {
+            target_->insert_last(element);
+        } else {
+            target_->insert(element, this->link_->previous, this->link_);
+            ++this->index_;
+        }
+    }
+
+    /// Puts a copy of `element` at the head; the position stays on its element.
+    void insert_first(const T& element) {
+        target_->insert_first(element);
+        if (this->link_ != nullptr) ++this->index_;
+    }
+
+    void insert_last(const T& element) { target_->insert_last(element); }
+
+    /// Takes out the element under the position, which goes on to the next one, or before the
+    /// first when there is none; 0 when the position was on no element.
+    int remove() noexcept {
+        Link* const gone = this->link_;
+        if (gone == nullptr) return 0;
+        this->stand_on(gone->next, this->index_);
+        return target_->remove(gone);
+    }
+
+    /// Takes out the element under the position, which steps back one, so that the next ++ meets
+    /// the element behind the one that went; 0 when the position was on no element.
+    int remove_backwards() noexcept {
+        Link* const gone = this->link_;
+        if (gone == nullptr) return 0;
+        this->stand_on(gone->previous, this->index_ - 1);
+        return target_->remove(gone);
+    }
+
+    /// Takes out the head; a position on it goes before the first. 0 when the list is empty.
+    int remove_first() noexcept {
+        if (this->link_ != nullptr) {
+            this->stand_on(this->link_ == target_->head_ ? nullptr : this->link_, this->index_ - 1);
+        }
+        return target_->remove_first();
+    }
+
+    /// Takes out the tail; a position on it steps back one. 0 when the list is empty.
+    int remove_last() noexcept {
+        if (this->link_ != nullptr && this->link_ == target_->tail_) this->step_backwards();
+        return target_->remove_last();
+    }
+
+  private:
+    coDListB* target_;
+};
+
+/// The pointer-like position of a range-based for loop.
+template <class T>
+template <class Element>
+class coDListB<T>::Walk {
+  public:
+    using iterator_category = std::forward_iterator_tag;
+    using value_type = std::remove_const_t<Element>;
+    using difference_type = std::ptrdiff_t;
+    using pointer = Element*;
+    using reference = Element&;
+
+    Walk() = default;
+    explicit Walk(coDLink<T>* link) noexcept : link_(link) {}
+
+    Element& operator*() const noexcept { return link_->element; }
+    Element* operator->() const noexcept { return &link_->element; }
+    Walk& operator++() noexcept {
+        link_ = link_->next;
+        return *this;
+    }
+    Walk operator++(int) noexcept {
+        Walk old = *this;
+        link_ = link_->next;
+        return old;
+    }
+    bool operator==(const Walk& other) const noexcept { return link_ == other.link_; }
+
+  private:
+    coDLink<T>* link_ = nullptr;
+};
+
+/// The list as callers use it.
+template <class T>
+class coDList : public coDListB<T> {
+  public:
+    coDList() = default;
+    coDList(std::initializer_list<T> elements) {
+        for (const T& element : elements) this->insert_last(element);
+    }
+    coDList(utCopy, const coDList& other) { this->become(utCopy(), other); }
+    coDList(const coDList& other) : coDListB<T>() { this->become(utCopy(), other); }
+    coDList(coDList&& other) noexcept { this->swap(other); }
+    coDList& operator=(const coDList& other) {
+        this->become(utCopy(), other);
+        return *this;
+    }
+    coDList& operator=(coDList&& other) noexcept {
+        this->swap(other);
+        return *this;
+    }
+};

@@ -1,0 +1,60 @@
+// coDynArr: an array that grows at its end, its elements side by side in memory.
+//
+// Growing may move the elements: where their addresses must stay, use coPageArr. New elements are
+// value-initialised, so numbers start at zero.
+#pragma once
+
+#include <utils/utCopy.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <initializer_list>
+#include <vector>
+
+template <class T>
+class coDynArr {
+  public:
+    coDynArr() = default;
+
+    /// `size` elements, value-initialised; a size below 0 counts as 0.
+    explicit coDynArr(int size) { resize(size); }
+    coDynArr(std::initializer_list<T> elements) : elements_(elements) {}
+    coDynArr(utCopy, const coDynArr& other) : elements_(other.elements_) {}
+
+    /// Takes the size and the elements of `other`.
+    void become(utCopy, const coDynArr& other) { elements_ = other.elements_; }
+
+    int size() const noexcept { return static_cast<int>(elements_.size()); }
+
+    /// Cuts off the end or adds value-initialised elements; a size below 0 counts as 0.
+    void resize(int size) { elements_.resize(static_cast<std::size_t>(std::max(size, 0))); }
+
+    /// Makes room for `size` elements in all, without adding any.
+    void reserve(int size) { elements_.reserve(static_cast<std::size_t>(std::max(size, 0))); }
+
+    /// Gives back the room that no element uses.
+    void shrink() { elements_.shrink_to_fit(); }
+
+    void clear() noexcept { elements_.clear(); }
+
+    /// Appends a copy of `element`, which may be an element of this array.
+    void add(const T& element) { elements_.push_back(element); }
+
+    /// The first of size() elements that lie side by side; may be null when there is none.
+    T* array() noexcept { return elements_.data(); }
+    const T* array() const noexcept { return elements_.data(); }
+
+    /// `index` must be at least 0 and below size().
+    T& operator[](int index) noexcept { return elements_[static_cast<std::size_t>(index)]; }
+    const T& operator[](int index) const noexcept {
+        return elements_[static_cast<std::size_t>(index)];
+    }
+
+    T* begin() noexcept { return array(); }
+    T* end() noexcept { return array() + size(); }
+    const T* begin() const noexcept { return array(); }
+    const T* end() const noexcept { return array() + size(); }
+
+  private:
+    std::vector<T> elements_;
+};

@@ -1,0 +1,65 @@
+// coFixedArr: an array whose size is given once, when it is made.
+//
+// The elements lie side by side and start value-initialised, so numbers start at zero. Only
+// `become` and assignment change the size of an array that exists.
+#pragma once
+
+#include <utils/utCopy.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <utility>
+
+template <class T>
+class coFixedArr {
+  public:
+    coFixedArr() = default;
+
+    /// `size` elements, value-initialised; a size below 0 counts as 0.
+    explicit coFixedArr(int size)
+        : size_(std::max(size, 0)),
+          elements_(size_ > 0 ? std::make_unique<T[]>(static_cast<std::size_t>(size_)) : nullptr) {}
+    coFixedArr(utCopy, const coFixedArr& other) { become(utCopy(), other); }
+    coFixedArr(const coFixedArr& other) { become(utCopy(), other); }
+    coFixedArr(coFixedArr&& other) noexcept
+        : size_(std::exchange(other.size_, 0)), elements_(std::move(other.elements_)) {}
+
+    coFixedArr& operator=(const coFixedArr& other) {
+        become(utCopy(), other);
+        return *this;
+    }
+    coFixedArr& operator=(coFixedArr&& other) noexcept {
+        size_ = std::exchange(other.size_, 0);
+        elements_ = std::move(other.elements_);
+        return *this;
+    }
+
+    /// Takes the size and the elements of `other`; storage of the same size is used again.
+    void become(utCopy, const coFixedArr& other) {
+        if (this == &other) return;
+        if (size_ != other.size_) *this = coFixedArr(other.size_);
+        std::copy(other.begin(), other.end(), begin());
+    }
+
+    int size() const noexcept { return size_; }
+
+    /// The first of size() elements that lie side by side; null when there is none.
+    T* array() noexcept { return elements_.get(); }
+    const T* array() const noexcept { return elements_.get(); }
+
+    /// `index` must be at least 0 and below size().
+    T& operator[](int index) noexcept { return elements_[static_cast<std::size_t>(index)]; }
+    const T& operator[](int index) const noexcept {
+        return elements_[static_cast<std::size_t>(index)];
+    }
+
+    T* begin() noexcept { return array(); }
+    T* end() noexcept { return array() + size_; }
+    const T* begin() const noexcept { return array(); }
+    const T* end() const noexcept { return array() + size_; }
+
+  private:
+    int size_ = 0;
+    std::unique_ptr<T[]> elements_;
+};

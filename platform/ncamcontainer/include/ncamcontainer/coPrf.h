@@ -1,0 +1,68 @@
+// coPrf: a reference-counted pointer.
+//
+// The same thing as a shared pointer: a pointer and a record with two atomic counts, uses and weak
+// uses. Handles may be copied and dropped on several threads as long as each handle object is used
+// by one. A handle made with coPrfExtern counts like any other but never deletes its target.
+#pragma once
+
+#include <memory>
+#include <type_traits>
+#include <utility>
+
+/// Picks the constructor that does not take the target over.
+struct coPrfExtern {};
+
+/// What an external handle has for a deleter; finding it in the record tells an external handle.
+struct coPrfExternalDeleter {
+    void operator()(const void*) const noexcept {}
+};
+
+template <class T>
+class coPrf {
+  public:
+    using element_type = T;
+
+    /// Null.
+    coPrf() noexcept = default;
+
+    /// Takes `target` over: the last handle deletes it.
+    explicit coPrf(T* target) : pointer_(target) {}
+
+    /// Shares what `pointer` holds, and its counts.
+    coPrf(std::shared_ptr<T> pointer) noexcept : pointer_(std::move(pointer)) {}
+
+    /// Refers to `target`, which stays its owner's.
+    coPrf(coPrfExtern, T* target) : pointer_(target, coPrfExternalDeleter()) {}
+
+    /// Shares the target of a handle to a derived class.
+    template <class Derived>
+    requires std::is_convertible_v<Derived*, T*> coPrf(const coPrf<Derived>& other)
+    noexcept : pointer_(other.shared()) {}
+
+    operator std::shared_ptr<T>() const noexcept { return pointer_; }
+    const std::shared_ptr<T>& shared() const noexcept { return pointer_; }
+
+    T* get() const noexcept { return pointer_.get(); }
+    T* operator->() const noexcept { return pointer_.get(); }
+    T& operator*() const noexcept { return *pointer_; }
+    explicit operator bool() const noexcept { return pointer_ != nullptr; }
+
+    /// Handles that share the target; 0 for a null handle.
+    int use_count() const noexcept { return static_cast<int>(pointer_.use_count()); }
+
+    /// True for a handle that was made with coPrfExtern, and for its copies.
+    bool external() const noexcept {
+        return std::get_deleter<coPrfExternalDeleter>(pointer_) != nullptr;
+    }
+
+    /// Lets go of the target.
+    void reset() noexcept { pointer_.reset(); }
+
+    /// Handles are equal when they have the same target.
+    friend bool operator==(const coPrf& a, const coPrf& b) noexcept {
+        return a.pointer_ == b.pointer_;
+    }
+
+  private:
+    std::shared_ptr<T> pointer_;
+};

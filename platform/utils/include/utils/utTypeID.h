@@ -1,0 +1,38 @@
+// utTypeID.h: the run-time type of a class, for families that carry their own.
+//
+// A class C of such a family has one utTypeID, made on first use inside its static
+// ut_static_type(), which names C's base. ut_dynamic_type() answers it for an object,
+// ut_is_kind_of() walks the bases, and ut_dynamic_cast() turns a pointer to a base into a C* or
+// null. Types are compared by identity: two with the same name are two types.
+#pragma once
+
+#include <utils/utExport.h>
+
+/// One run-time type. Lives for the whole process; neither copied nor moved.
+class UT_EXPORT utTypeID {
+  public:
+    /// `name` is borrowed and must outlive the object, as a literal does; `base` likewise.
+    explicit utTypeID(const char* name, const utTypeID* base = nullptr) noexcept
+        : name_(name), base_(base) {}
+    utTypeID(const utTypeID&) = delete;
+    utTypeID& operator=(const utTypeID&) = delete;
+
+    const char* name() const noexcept { return name_; }
+
+    /// The type this one derives from, null for the root of a family.
+    const utTypeID* base() const noexcept { return base_; }
+
+    /// True when this is `other`, or derives from it at any distance.
+    bool is_kind_of(const utTypeID& other) const noexcept {
+        for (const utTypeID* type = this; type != nullptr; type = type->base_) {
+            if (type == &other) return true;
+        }
+        return false;
+    }
+
+    bool operator==(const utTypeID& other) const noexcept { return this == &other; }
+
+  private:
+    const char* name_;
+    const utTypeID* base_;
+};
