@@ -1,0 +1,44 @@
+#!/usr/bin/env bash
+# run: installs into an empty folder, moves it, and builds the consumer against it in both ways.
+#
+#   $1  project folder   $2  build folder   $3  compiler
+#
+# Moving shows that nothing of the build or of the first place is remembered.
+set -euo pipefail
+project=$1 build=$2 compiler=$3
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+
+cmake --install "$build" --prefix "$scratch/first" >/dev/null
+mv "$scratch/first" "$scratch/prefix"
+prefix=$scratch/prefix
+libraries=$(dirname "$(find "$prefix" -name libnmktoolbox.so)")
+
+echo "--- find_package(nmktoolbox CONFIG)"
+cmake -S "$project/tests/install" -B "$scratch/consumer" -G Ninja \
+    -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
+cmake --build "$scratch/consumer"
+"$scratch/consumer/consumer" | diff -u "$project/tests/install/consumer.expected" -
+
+echo "--- pkg-config nmktoolbox"
+export PKG_CONFIG_PATH=$libraries/pkgconfig
+# shellcheck disable=SC2046  # a list of options
+"$compiler" -std=c++20 "$project/tests/install/main.cpp" -o "$scratch/by_pkg_config" \
+    $(pkg-config --cflags --libs nmktoolbox) "-Wl,-rpath,$libraries"
+"$scratch/by_pkg_config" | diff -u "$project/tests/install/consumer.expected" -
+
+echo "--- the tool, from where it was moved to"
+if readelf -d "$prefix"/bin/nmk "$libraries"/*.so | grep -F "$build"; then
+    echo "the installed tree remembers the build folder" >&2
+    exit 1
+fi
+"$prefix/bin/nmk" --version
+
+echo "--- the Debian package"
+(cd "$scratch" && cpack --config "$build/CPackConfig.cmake" -B "$scratch/package" >"$scratch/log" 2>&1) ||
+    { cat "$scratch/log"; exit 1; }
+dpkg-deb --contents "$scratch"/package/*.deb >"$scratch/contents"
+for file in usr/bin/nmk usr/include/nmktoolbox.h nmktoolbox-config.cmake nmktoolbox.pc \
+    libnmktoolbox.so; do
+    grep -q "/$file" "$scratch/contents" || { echo "the package lacks $file" >&2; exit 1; }
+done
