@@ -20,11 +20,13 @@ if [ -n "$(git -C "$root" status --porcelain)" ]; then
 fi
 
 tree=$(mktemp -d "${TMPDIR:-/tmp}/nmk-fresh.XXXXXX")
+chmod 755 "$tree"
 trap 'rm -rf --one-file-system "$tree"' EXIT
 cache=${XDG_CACHE_HOME:-$HOME/.cache}/nmktoolbox
 mkdir -p "$cache"
 
 # The mirror that this machine uses, so that a machine behind one works too.
+# shellcheck disable=SC2016  # for apt-get to fill in
 mirror=$(apt-get indextargets --format '$(CODENAME) $(REPO_URI)' "Created-By: Packages" 2>/dev/null |
     awk -v suite="$suite" '$1 == suite { print $2; exit }')
 mirror=${mirror:-http://deb.debian.org/debian}
@@ -47,6 +49,7 @@ fi
 # in_tree COMMAND: in the project's folder of the tree, with nothing of this machine's environment
 # but its proxies. ccache and the like are not there: this is the time that a newcomer waits.
 in_tree() {
+    # shellcheck disable=SC2016  # for the inner shell to fill in
     unshare --mount bash -c '
         mount -t proc proc "$1/proc" && mount --bind /dev "$1/dev" &&
         exec env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8 \

@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2154
 # setup.sh: what ./nmk and ./check share; sourced, with `root` set to the project's folder.
 #
 # Installs the packages of cmake/packages.txt that are missing, configures a preset and builds it.

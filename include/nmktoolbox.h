@@ -1,0 +1,6 @@
+// nmktoolbox: the whole library.
+#pragma once
+
+#include <nmktoolbox/collections.h>
+#include <nmktoolbox/ordering.h>
+#include <nmktoolbox/runtime.h>
