@@ -1,0 +1,82 @@
+// nmkDebugGeometry.h: named channels to which algorithms send drawings of what they are doing.
+//
+// A channel is off until somebody switches it on by name, and while it is off it costs one read of
+// an integer. What is sent to a channel that is on is kept in memory until it is cleared, and can
+// be written as an SVG drawing. Channels live until the process ends, and may be used from any
+// thread.
+#pragma once
+
+#include <geometry/giPoint3.h>
+#include <geometry/giUnitVec3.h>
+#include <nmkarcline/nmkAbsPolyArcLineVecListIter.h>
+#include <nmkarcline/nmkDebugGeometryUtils.h>
+
+#include <atomic>
+#include <iosfwd>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#pragma GCC visibility push(default)
+
+/// One channel. Each drawing has a label, which gathers drawings, and a level: how much detail it
+/// is. A channel that is on at a level takes the drawings of that level and below.
+class nmkDebugGeometry {
+  public:
+    nmkDebugGeometry(const nmkDebugGeometry&) = delete;
+    nmkDebugGeometry& operator=(const nmkDebugGeometry&) = delete;
+
+    /// The channel of a name, made when it is first asked for. Null is taken as the empty name.
+    static nmkDebugGeometry& get_from_manager(const char* channel);
+
+    /// 1 when drawings of `level` are taken, else 0. Levels count from 1.
+    int on(int level) const noexcept;
+
+    /// Takes drawings up to `level` from now on; below 1 switches off.
+    void switch_on(int level) noexcept;
+    void switch_off() noexcept;
+
+    /// A circle about `axis`; the radius is in the unit of the points.
+    void append_circle_drawing(const giPoint3& centre, double radius, const giUnitVec3& axis,
+                               const char* label, int level);
+
+    /// A cross in the xy plane, `size` from end to end.
+    ///
+    ///   colour   index into a small palette, taken modulo its length
+    ///   weight   width of the line in pixels, at least 1
+    void append_cross_drawing(const giPoint3& centre, double size, int colour, int weight,
+                              const char* label, int level);
+
+    /// Keeps a copy of every path of the list; where the list's own cursor stands does not matter.
+    void copy_iter(const nmkAbsPolyArcLineVecListIter& paths, const char* label, int level);
+
+    /// Number of drawings kept.
+    int size() const;
+
+    /// Forgets the drawings; the channel stays on or off.
+    void clear();
+
+    /// Writes what is kept as an SVG drawing seen down the z axis, y upwards, a group for each
+    /// label. Drawings with unset or non-finite coordinates are left out. False when the file
+    /// cannot be written whole; then there is no file, or the earlier one stands.
+    bool write_svg(const std::string& path) const;
+    void write_svg(std::ostream& out) const;
+
+  private:
+    struct Drawing {
+        std::string label;
+        nmkAbsPolyArcLineVec path;
+        int colour;
+        int weight;
+    };
+
+    nmkDebugGeometry() = default;
+    void keep(Drawing drawing);
+
+    std::atomic<int> m_level{0};
+    mutable std::mutex m_guard;  // of the drawings
+    std::vector<Drawing> m_drawings;
+};
+
+#pragma GCC visibility pop
