@@ -5,6 +5,7 @@
 # nothing includes a platform library past its declaration in platform/CMakeLists.txt.
 set -euo pipefail
 cd "$1"
+shopt -s nullglob
 status=0
 complain() { echo "$*" >&2; status=1; }
 
