@@ -1,0 +1,67 @@
+// nmkAnnealStateNonReversible: lines that may be cut one way only, in the order of a short path or
+// closed tour.
+//
+// A move exchanges two equally long blocks of positions, which keeps the direction of every line.
+// Two to nine lines are solved exactly by initialise and never annealed. Distances are measured in
+// the plan view: z does not count.
+#pragma once
+
+#include <geometry/giPoint3Arrays.h>
+#include <nmktoolbox/export.h>
+#include <nmktoolbox/ordering/nmkAnnealOrderState.h>
+
+class NMKTOOLBOX_EXPORT nmkAnnealStateNonReversible : public nmkAnnealOrderState {
+  public:
+    /// Both arrays are borrowed, indexed by item, and only read; two states may share them.
+    ///
+    ///   closed  non-zero for a tour that leads back to the first line
+    nmkAnnealStateNonReversible(const giPoint3coPageArr& starts, const giPoint3coPageArr& ends,
+                                int closed);
+    nmkAnnealStateNonReversible(const nmkAnnealStateNonReversible&) = default;
+
+    const utTypeID& ut_dynamic_type() const override;
+    int ut_is_kind_of(const utTypeID& type) const override;
+
+    /// Solves two to nine lines exactly and answers -1.0; else as nmkAnnealOrderState.
+    ///
+    /// With the debug channel "nmkAnnealStateNonReversible" on at level 1 the lines are drawn.
+    double initialise() override;
+    void accept_new_state() override;
+
+    /// Copies order, length and pending positions, but neither `closed` nor the block length.
+    ///
+    /// A source of another kind changes nothing.
+    nmkAnnealState& operator=(const nmkAnnealState& other) override;
+    nmkAnnealStateNonReversible& operator=(const nmkAnnealStateNonReversible& other);
+    ~nmkAnnealStateNonReversible() override;
+
+    /// From the end of `item_a` to the start of `item_b`, in the plan view.
+    double distance(int item_a, int item_b) override;
+
+    /// The length of the open path, with the way back where the tour is closed.
+    double total_distance() override;
+
+    static const utTypeID& ut_static_type();
+    static nmkAnnealStateNonReversible* ut_dynamic_cast(nmkAnnealState* state);
+    static const nmkAnnealStateNonReversible* ut_dynamic_cast(const nmkAnnealState* state);
+
+  protected:
+    /// Draws two positions, `first` below `second`.
+    void get_candidates(int& first, int& second) override;
+
+    /// Draws the length of the blocks too.
+    void update_candidate_distance() override;
+
+  private:
+    friend class nmk_ordering::Flat_access;
+
+    void draw_lines_before_ordering() const;
+    void solve_exactly();
+    void permute(int k, double length, intcoFixedArr& best, intcoFixedArr& work,
+                 const doublecoDynArr& table);
+
+    int swap_length = -1;
+    const giPoint3coPageArr* start_points;
+    const giPoint3coPageArr* end_points;
+    int closed;
+};

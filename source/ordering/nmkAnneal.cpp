@@ -1,0 +1,97 @@
+#include <nmktoolbox/ordering/nmkAnneal.h>
+
+#include <nmkprogressbreak/nmkProgressBreak.h>
+#include <nmktoolbox/ordering/nmkAnnealState.h>
+
+#include "ordering/anneal_acceptance.h"
+#include "ordering/anneal_schedule.h"
+#include "ordering/exact_power.h"
+
+using nmk_ordering::Acceptance;
+
+nmkAnneal::nmkAnneal(nmkAnnealState& working_state, nmkAnnealState& result_state)
+    : state(working_state), best_state(result_state) {}
+
+nmkAnneal::~nmkAnneal() = default;
+
+void nmkAnneal::seed(int value) { random.word = static_cast<std::uint32_t>(value); }
+
+void nmkAnneal::set_progress(nmkProgressBreak* reporter) { progress = reporter; }
+
+void nmkAnneal::simulate() {
+    const int moves = state.size();
+    const double energy = state.initialise();
+    best_state = state;
+    best_energy = current_energy = energy;
+    if (energy < 0.0) return;
+
+    begin_progress(moves);
+    // Deliberate: best_energy stays that of the start configuration, so a random one that is worse
+    // does not take its place.
+    current_energy = start_temperature = state.randomise();
+    iterations_used += anneal(moves);
+    // Deliberate: current_energy is not set back to best_energy. Until the first accepted move the
+    // quench compares with the last energy of the annealing.
+    state = best_state;
+    quench(moves);
+    if (progress != nullptr) progress->send_progress_bar_to_100();
+    // Deliberate: the end of the quench is the answer, whatever was best before.
+    best_state = state;
+    iterations_used += nmk_ordering::quench_steps;
+}
+
+int nmkAnneal::num_iterations_used() { return iterations_used; }
+
+double nmkAnneal::temperature(int step) {
+    return start_temperature * nmk_ordering::exact_exp(step * nmk_ordering::cooling_rate);
+}
+
+double nmkAnneal::probability(double current, double candidate, double at_temperature) {
+    return Acceptance::probability(current, candidate, at_temperature);
+}
+
+// Deliberate: an improving move draws no random number, any other draws one also at temperature
+// zero, where none is accepted.
+void nmkAnneal::anneal_cycle(double at_temperature) {
+    const double energy = state.candidate_new_state();
+    if (!(current_energy > energy)) {
+        const int draw = random.draw();
+        if (!Acceptance::table().accepts(current_energy, energy, at_temperature, draw)) return;
+    }
+    state.accept_new_state();
+    current_energy = energy;
+}
+
+// The steps until nothing has improved for long; the step that ends it so is not counted.
+int nmkAnneal::anneal(int moves) {
+    int stall = 0;
+    int k = 0;
+    for (; k < nmk_ordering::most_temperature_steps; ++k) {
+        const double at_temperature = temperature(k);
+        for (int move = 0; move < moves; ++move) {
+            anneal_cycle(at_temperature);
+            if (best_energy > current_energy) {
+                best_state = state;
+                stall = 0;
+                best_energy = current_energy;
+            }
+        }
+        if (++stall > nmk_ordering::most_steps_without_a_new_best) break;
+        if (progress != nullptr) progress->increment();
+    }
+    return k;
+}
+
+// Deliberate: nothing looks at the best energy here.
+void nmkAnneal::quench(int moves) {
+    for (int step = 0; step < nmk_ordering::quench_steps; ++step) {
+        for (int move = 0; move < moves; ++move) anneal_cycle(0.0);
+        if (progress != nullptr) progress->increment();
+    }
+}
+
+void nmkAnneal::begin_progress(int moves) {
+    if (progress == nullptr) return;
+    progress->send_progress_bar_to_0("Sorting\n%3d%% completed");
+    progress->set_range(nmk_ordering::expected_progress_range(moves));
+}

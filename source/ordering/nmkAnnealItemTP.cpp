@@ -1,0 +1,5 @@
+#include <nmktoolbox/ordering/nmkAnnealItemTP.h>
+
+nmkAnnealItemTP::nmkAnnealItemTP() = default;
+
+nmkAnnealItemTP::~nmkAnnealItemTP() = default;

@@ -1,0 +1,45 @@
+#include <nmktoolbox/ordering/nmkAnnealStatePoints.h>
+
+#include "ordering/type_family.h"
+
+using nmk_ordering::cast_to_kind;
+
+nmkAnnealStatePoints::nmkAnnealStatePoints(const giPoint3coPageArr* array)
+    : nmkAnnealOrderState(array->size()), points(array) {}
+
+const utTypeID& nmkAnnealStatePoints::ut_dynamic_type() const { return ut_static_type(); }
+
+int nmkAnnealStatePoints::ut_is_kind_of(const utTypeID& type) const {
+    return ut_static_type().is_kind_of(type) ? 1 : 0;
+}
+
+nmkAnnealState& nmkAnnealStatePoints::operator=(const nmkAnnealState& other) {
+    if (&other == this) return *this;
+    if (const nmkAnnealStatePoints* source = ut_dynamic_cast(&other)) points = source->points;
+    nmkAnnealOrderState::operator=(other);
+    return *this;
+}
+
+nmkAnnealStatePoints& nmkAnnealStatePoints::operator=(const nmkAnnealStatePoints& other) {
+    *this = static_cast<const nmkAnnealState&>(other);
+    return *this;
+}
+
+nmkAnnealStatePoints::~nmkAnnealStatePoints() = default;
+
+double nmkAnnealStatePoints::distance(int item_a, int item_b) {
+    return (*points)[item_a].distance((*points)[item_b]);
+}
+
+const utTypeID& nmkAnnealStatePoints::ut_static_type() {
+    static const utTypeID type("nmkAnnealStatePoints", &nmkAnnealOrderState::ut_static_type());
+    return type;
+}
+
+nmkAnnealStatePoints* nmkAnnealStatePoints::ut_dynamic_cast(nmkAnnealState* state) {
+    return cast_to_kind<nmkAnnealStatePoints>(state);
+}
+
+const nmkAnnealStatePoints* nmkAnnealStatePoints::ut_dynamic_cast(const nmkAnnealState* state) {
+    return cast_to_kind<const nmkAnnealStatePoints>(state);
+}
