@@ -1,0 +1,40 @@
+// label_places: finds room for labels, so that no two of them overlap.
+
+#include "draw/label_places.h"
+
+#include <algorithm>
+
+namespace nmk_app {
+
+bool LabelBox::overlaps(const LabelBox& other) const {
+    return left < other.left + other.width && other.left < left + width &&
+           top < other.top + other.height && other.top < top + height;
+}
+
+bool LabelBox::inside(const LabelBox& outer) const {
+    return left >= outer.left && top >= outer.top && left + width <= outer.left + outer.width &&
+           top + height <= outer.top + outer.height;
+}
+
+double text_width(const std::string& words, double font_size) {
+    return static_cast<double>(words.size()) * font_size * 0.58;
+}
+
+bool LabelPlaces::free(const LabelBox& box) const {
+    return box.inside(bounds) && std::none_of(taken.begin(), taken.end(),
+                                              [&](const LabelBox& t) { return box.overlaps(t); });
+}
+
+bool LabelPlaces::place(const std::vector<SvgPoint>& middles, double width, double height,
+                        LabelBox& box) {
+    for (const SvgPoint& middle : middles) {
+        box = {middle.x - width / 2, middle.y - height / 2, width, height};
+        if (free(box)) {
+            take(box);
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace nmk_app

@@ -1,0 +1,40 @@
+// label_places.h: finds room for labels, so that no two of them overlap.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "draw/svg_document.h"
+
+namespace nmk_app {
+
+/// A rectangle in the drawing.
+struct LabelBox {
+    double left = 0.0, top = 0.0, width = 0.0, height = 0.0;
+
+    bool overlaps(const LabelBox& other) const;
+    bool inside(const LabelBox& outer) const;
+};
+
+/// About how wide a text comes out at this size; fonts differ, so it is on the wide side.
+double text_width(const std::string& words, double font_size);
+
+class LabelPlaces {
+  public:
+    explicit LabelPlaces(const LabelBox& within) : bounds(within) {}
+
+    /// Keeps labels off a box.
+    void take(const LabelBox& box) { taken.push_back(box); }
+
+    /// The first of the middles at which a label of this size is free, taken from now on. False
+    /// where none is: the label had better be left out.
+    bool place(const std::vector<SvgPoint>& middles, double width, double height, LabelBox& box);
+
+  private:
+    bool free(const LabelBox& box) const;
+
+    LabelBox bounds;
+    std::vector<LabelBox> taken;
+};
+
+}  // namespace nmk_app

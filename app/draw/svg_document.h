@@ -1,0 +1,48 @@
+// svg_document.h: writes an SVG drawing, element by element.
+//
+// Lengths are pixels of the drawing, x to the right and y downwards, as SVG has them; callers who
+// think upwards turn y over themselves. Text and attribute values that come from outside are
+// escaped here; the attribute strings given by callers are taken as they are.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace nmk_app {
+
+/// A place in the drawing.
+struct SvgPoint {
+    double x = 0.0;
+    double y = 0.0;
+};
+
+class SvgDocument {
+  public:
+    SvgDocument(double width, double height, std::string_view title);
+
+    /// Elements up to the matching close_group share the attributes: `fill="none" ...`.
+    void open_group(std::string_view attributes);
+    void close_group();
+
+    void circle(SvgPoint centre, double radius, std::string_view attributes = {});
+    void line(SvgPoint from, SvgPoint to, std::string_view attributes = {});
+    void rectangle(SvgPoint corner, double width, double height, std::string_view attributes);
+
+    /// A path that lifts the pen before each line: pairs of points, from and to.
+    void separate_lines(const std::vector<SvgPoint>& pairs, std::string_view attributes);
+
+    void text(SvgPoint at, std::string_view words, std::string_view attributes = {});
+
+    /// Elements as they are, for what has no operation of its own.
+    void raw(std::string_view elements) { body += elements; }
+
+    /// The whole drawing; groups still open are closed.
+    std::string str() const;
+
+  private:
+    std::string body;
+    int open_groups = 0;
+};
+
+}  // namespace nmk_app

@@ -1,0 +1,21 @@
+// escaped_text.h: text from outside, made safe for XML, for JSON and for one line of a terminal.
+//
+// File names may hold any byte. What is not valid UTF-8 becomes U+FFFD; what the target cannot hold
+// is replaced or escaped, so that the result is always well-formed.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace nmk_app {
+
+/// For XML and HTML, in text and in quoted attributes. Control characters become U+FFFD.
+std::string xml_text(std::string_view text);
+
+/// A JSON string with its quotes.
+std::string json_text(std::string_view text);
+
+/// One line for a person: control characters become '?'.
+std::string line_text(std::string_view text);
+
+}  // namespace nmk_app

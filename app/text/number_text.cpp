@@ -1,0 +1,32 @@
+// number_text: numbers as text, the same whatever the locale of the process.
+
+#include "text/number_text.h"
+
+#include <charconv>
+
+namespace nmk_app {
+
+std::string fixed_number(double value, int decimals) {
+    char digits[400];  // 309 digits of the largest double, its decimals, a sign
+    const auto written =
+        std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, decimals);
+    std::string text(digits, written.ptr);
+    if (text.front() == '-' && text.find_first_not_of("-0.") == std::string::npos) {
+        text.erase(0, 1);
+    }
+    return text;
+}
+
+std::string short_number(double value, int decimals) {
+    std::string text = fixed_number(value, decimals);
+    if (text.find('.') == std::string::npos) {
+        return text;
+    }
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.back() == '.') {
+        text.pop_back();
+    }
+    return text;
+}
+
+}  // namespace nmk_app
