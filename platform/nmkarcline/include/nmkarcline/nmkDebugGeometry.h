@@ -66,7 +66,7 @@ class nmkDebugGeometry {
   private:
     struct Drawing {
         std::string label;
-        nmkAbsPolyArcLineVec path;
+        std::vector<nmkAbsPolyArcLineVec> paths;
         int colour;
         int weight;
     };
