@@ -1,0 +1,53 @@
+// nmkItemSorterShortest: a short route through all items.
+//
+// Two generations of algorithm stand behind one sort, and the version level "itemsorter" chooses:
+// at level 0 an elastic ring is shrunk onto the points, kept so that old results can be had again;
+// at any other level the order is annealed. Annealing takes bare points as an open path, lines that
+// may be turned as a closed tour, and one-way lines as either. The same items always give the same
+// order.
+//
+// Items must all have an end point or all have none.
+#pragma once
+
+#include <geometry/giPoint3Arrays.h>
+#include <ncamcontainer/builtin_containers.h>
+#include <nmktoolbox/ordering/nmkAnnealOrderState.h>
+#include <nmktoolbox/ordering/nmkItemSorter.h>
+#include <nmktoolbox/ordering/nmkSortPointList.h>
+
+/// Sorts items into a short route.
+class NMKTOOLBOX_EXPORT nmkItemSorterShortest : public nmkItemSorter {
+  public:
+    nmkItemSorterShortest();
+    ~nmkItemSorterShortest() override;
+
+    void add_item(nmkSortItemPrf item) override;
+    void add_items(nmkSortList& items) override;
+    /// The items in order; the tolerance is not used, and the items stay with the sorter. Lines
+    /// that are better travelled backwards have been asked to reverse(). Only the elastic ring can
+    /// be stopped by the reporter; it then leaves the list empty. With two items or fewer it leaves
+    /// the list as it was.
+    nmkSortList& sort(double tolerance) override;
+
+    /// Whether lines may be turned; 1 until set.
+    void set_reversible(int flag) { reversible = flag; }
+    /// Whether one-way lines are ordered as a closed tour; 1 until set. Nothing else asks for it.
+    void set_closed(int flag) { closed = flag; }
+
+  private:
+    void sort_old(double tolerance);
+    void sort_by_annealing();
+    void perform_annealing(nmkAnnealOrderState& state, nmkAnnealOrderState& best);
+    bool shrink_ring(giPoint3coDynArr& ring);
+    double adjust_points(nmkSortPointList& items, giPoint3coDynArr& ring, double k);
+    void read_off_ring(giPoint3coDynArr& ring);
+    void add_next(nmkSortPointList& group, int& count, intcoDList& nearest, int ring_index);
+    void create_test_array(giPoint3coDynArr& ring, int n);
+    double check_distance(giPoint3coDynArr& ring, giPoint3coDynArr& points, doublecoDynArr& weights,
+                          double k);
+
+    nmkSortPointList result;
+    nmkSortPointList source;
+    int reversible = 1;
+    int closed = 1;
+};

@@ -1,0 +1,7 @@
+// nmkSortItemPrf: who holds the item.
+#include <nmktoolbox/ordering/nmkSortItemPrf.h>
+
+int nmkSortItemPrf::unique() const {
+    if (get() == nullptr) return 1;
+    return !external() && use_count() == 1 ? 1 : 0;
+}

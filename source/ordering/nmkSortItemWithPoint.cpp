@@ -1,0 +1,96 @@
+// nmkSortItemWithPoint: the scaled point and the weights of an item for the elastic ring.
+#include <nmktoolbox/ordering/nmkSortItemWithPoint.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "elastic_limits.h"
+
+namespace {
+
+double squared_plan_distance(const giPoint3& a, const giPoint3& b) {
+    const double dx = a.x - b.x;
+    const double dy = a.y - b.y;
+    return dx * dx + dy * dy;
+}
+
+}  // namespace
+
+nmkSortItemWithPoint::nmkSortItemWithPoint() = default;
+nmkSortItemWithPoint::nmkSortItemWithPoint(const nmkSortItemWithPoint&) = default;
+nmkSortItemWithPoint& nmkSortItemWithPoint::operator=(const nmkSortItemWithPoint&) = default;
+nmkSortItemWithPoint::~nmkSortItemWithPoint() = default;
+
+void nmkSortItemWithPoint::get_weighted_distance(double& dx, double& dy, int ring_index,
+                                                 giPoint3& ring_point) const {
+    const double weight = weights[ring_index];
+    dx = (normal_point.x - ring_point.x) * weight / weight_sum;
+    dy = (normal_point.y - ring_point.y) * weight / weight_sum;
+}
+
+double nmkSortItemWithPoint::set_distance_array(giPoint3coDynArr& ring, double k) {
+    weights.resize(ring.size());
+    weight_sum = 0.0;
+    double least = std::numeric_limits<double>::max();
+    for (int j = 0; j < ring.size(); ++j) {
+        const double d2 = squared_plan_distance(normal_point, ring[j]);
+        least = std::min(least, d2);
+        weights[j] = d2 >= elastic_limits::squared_reach ? 0.0 : std::exp(-d2 / ((k + k) * k));
+        weight_sum += weights[j];
+    }
+    if (ring.size() == 0 || weight_sum < elastic_limits::least_weight_sum) weight_sum = 1.0;
+    return least;
+}
+
+int nmkSortItemWithPoint::get_closest(giPoint3coDynArr& ring) const {
+    int closest = 0;
+    double least = std::numeric_limits<double>::max();
+    for (int j = 0; j < ring.size(); ++j) {
+        const double d2 = squared_plan_distance(normal_point, ring[j]);
+        if (d2 < least) {
+            least = d2;
+            closest = j;
+        }
+    }
+    return closest;
+}
+
+void nmkSortItemWithPoint::transform_point(double scale, double x0, double y0) {
+    normal_point = get_point();
+    if (scale > 0.0) {
+        normal_point.x = (normal_point.x - x0) / scale;
+        normal_point.y = (normal_point.y - y0) / scale;
+    }
+}
+
+CRuntimeClass* nmkSortItemWithPoint::GetRuntimeClass() const { return GetThisClass(); }
+
+CRuntimeClass* nmkSortItemWithPoint::GetThisClass() {
+    static CRuntimeClass runtime_class = {"nmkSortItemWithPoint", sizeof(nmkSortItemWithPoint),
+                                          nmkSortItem::GetThisClass()};
+    return &runtime_class;
+}
+
+CRuntimeClass* nmkSortItemWithPoint::_GetBaseClass() { return nmkSortItem::GetThisClass(); }
+
+const utTypeID& nmkSortItemWithPoint::ut_static_type() {
+    static const utTypeID type("nmkSortItemWithPoint", &nmkSortItem::ut_static_type());
+    return type;
+}
+
+const utTypeID& nmkSortItemWithPoint::ut_dynamic_type() const { return ut_static_type(); }
+
+int nmkSortItemWithPoint::ut_is_kind_of(const utTypeID& type) const {
+    return ut_dynamic_type().is_kind_of(type) ? 1 : 0;
+}
+
+nmkSortItemWithPoint* nmkSortItemWithPoint::ut_dynamic_cast(nmkSortItem* item) {
+    const bool is_one = item != nullptr && item->ut_is_kind_of(ut_static_type()) != 0;
+    return is_one ? static_cast<nmkSortItemWithPoint*>(item) : nullptr;
+}
+
+const nmkSortItemWithPoint* nmkSortItemWithPoint::ut_dynamic_cast(const nmkSortItem* item) {
+    const bool is_one = item != nullptr && item->ut_is_kind_of(ut_static_type()) != 0;
+    return is_one ? static_cast<const nmkSortItemWithPoint*>(item) : nullptr;
+}

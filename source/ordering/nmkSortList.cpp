@@ -1,0 +1,49 @@
+// nmkSortList: every operation is one of the list's cursor.
+#include <nmktoolbox/ordering/nmkSortList.h>
+
+#include <vector>
+
+nmkSortList::nmkSortList() : cursor(items) {}
+nmkSortList::~nmkSortList() = default;
+
+void nmkSortList::add_item(const nmkSortItemPrf& item) { cursor.insert_last(item); }
+
+// Deliberate: the walk is by the other list's own cursor, from where it stands, so a list that was
+// half read gives its other half. Its items do not change, and in that sense it is const.
+void nmkSortList::add_items(const nmkSortList& other) {
+    nmkSortList& walked = const_cast<nmkSortList&>(other);
+    std::vector<nmkSortItemPrf> found;  // first all, then added: a list may be added to itself
+    while (walked.forwards() != 0) found.push_back(walked.read());
+    for (const nmkSortItemPrf& item : found) add_item(item);
+}
+
+int nmkSortList::size() const { return items.size(); }
+
+int nmkSortList::forwards() { return ++cursor; }
+
+void nmkSortList::clear() {
+    cursor.reset();
+    items.clear();
+}
+
+void nmkSortList::remove_first() { cursor.remove_first(); }
+
+nmkSortItemPrf& nmkSortList::read_first() {
+    return items.size() == 0 ? no_item() : items.read_first();
+}
+
+void nmkSortList::remove_backwards() { cursor.remove_backwards(); }
+
+void nmkSortList::reset() { cursor.reset(); }
+
+nmkSortItemPrf& nmkSortList::read() { return cursor.valid() ? cursor.read() : no_item(); }
+
+nmkSortItemPrf& nmkSortList::operator[](int position) {
+    return cursor.set_index(position) != 0 ? cursor.read() : no_item();
+}
+
+// Made void anew each time: a caller may have written to the one handed out before.
+nmkSortItemPrf& nmkSortList::no_item() {
+    nothing = nmkSortItemPrf();
+    return nothing;
+}
