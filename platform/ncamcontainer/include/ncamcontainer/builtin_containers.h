@@ -5,11 +5,15 @@
 #include <ncamcontainer/coDynArr.h>
 #include <ncamcontainer/coFixedArr.h>
 #include <ncamcontainer/coPageArr.h>
+#include <ncamcontainer/coSList.h>
+#include <ncamcontainer/coSet.h>
 
 using intcoFixedArr = coFixedArr<int>;
 using intcoDynArr = coDynArr<int>;
 using intcoPageArr = coPageArr<int>;
 using intcoDList = coDList<int>;
+using intcoSList = coSList<int>;
+using intcoSet = coSet<int>;
 
 using doublecoFixedArr = coFixedArr<double>;
 using doublecoDynArr = coDynArr<double>;

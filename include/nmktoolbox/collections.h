@@ -1,0 +1,5 @@
+// collections.h: everything of the subsystem collections.
+#pragma once
+
+#include <nmktoolbox/collections/nmkBalBinTree.h>
+#include <nmktoolbox/collections/nmkPtrClaim.h>

@@ -1,0 +1,253 @@
+// coHash: the core of the hash sets, open addressing in one array of slots.
+//
+// The table has 2 to the power of its size exponent slots and none before the first insertion. A
+// collision goes on to the next slot; taking an element out closes the gap, so that there are no
+// tombstones. The order of the slots has no meaning to callers.
+//
+// A missing element is answered as nil(), one object for each kind of set, and told by its
+// identity: `&answer == &nil()`. A slot knows by itself whether it holds an element, so an element
+// that equals nil, or comes to equal it later, is an element like any other. nil() itself is never
+// put in. Elements are copied in and must have a working default constructor, copy and assignment.
+#pragma once
+
+#include <ncamcontainer/coObjInterface.h>
+#include <utils/utCopy.h>
+#include <utils/utExport.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+template <class Element, class Interface = coObjInterface<Element>>
+class UT_EXPORT coHash {
+  public:
+    /// Records both and allocates nothing. The exponent is brought inside 0 to 30 and the load
+    /// limit, a percentage, inside 1 to 99: a full table would make a search endless.
+    coHash(int size_exponent, int load_limit) noexcept
+        : initial_size_exponent_(std::clamp(size_exponent, 0, largest_size_exponent)),
+          load_limit_(std::clamp(load_limit, 1, 99)),
+          size_exponent_(initial_size_exponent_) {}
+    virtual ~coHash() = default;
+
+    /// The element that stands for "none". Made on first use; safe from any thread.
+    static const Element& nil() {
+        static const Element nil_element{};
+        return nil_element;
+    }
+
+    /// Number of elements.
+    int size() const noexcept { return count_; }
+
+    /// Number of slots: 0 before the first insertion, then a power of two.
+    int arr_size() const noexcept { return slots_ ? 1 << size_exponent_ : 0; }
+
+    /// The exclusive-or of the hashes of all elements.
+    unsigned int running_hash() const noexcept { return running_hash_; }
+
+  protected:
+    coHash(const coHash& other) { become(utCopy(), other); }
+    coHash(coHash&& other) noexcept { take(other); }
+    coHash& operator=(const coHash&) = delete;
+
+    /// Puts a copy of `element` in and answers null, or answers the equal element already there.
+    const Element* add(const Element& element);
+
+    /// The slot of an equal element, or -1.
+    int find_index(const Element& element) const {
+        if (!slots_) return -1;
+        const std::size_t index = search(element, Interface::obj_hash(element));
+        return slots_[index].used ? static_cast<int>(index) : -1;
+    }
+
+    /// Whether a slot is empty.
+    bool obj_null(int index) const noexcept { return !slot(index).used; }
+
+    /// The element in a slot that is not empty.
+    Element& arr_get(int index) const noexcept { return slot(index).element; }
+
+    /// Moves the element out of a slot that is not empty and closes the gap.
+    Element remove_at(int index);
+
+    /// The first slot in use from `index` upwards, or -1.
+    int next_used(int index) const noexcept {
+        for (const int slots = arr_size(); index < slots; ++index) {
+            if (slot(index).used) return index;
+        }
+        return -1;
+    }
+
+    /// The same from the beginning; a table that is emptied from the front is not searched anew
+    /// each time.
+    int first_used() noexcept {
+        const int first = count_ > 0 ? next_used(none_used_below_) : -1;
+        if (first >= 0) none_used_below_ = first;
+        return first;
+    }
+
+    /// Told the number of elements after each insertion: doubles the table while `count` is not
+    /// below load_limit / 100.0 times the number of slots.
+    virtual void update_size(int count) {
+        int exponent = size_exponent_;
+        while (count >= load_limit_ / 100.0 * static_cast<double>(std::int64_t{1} << exponent)) {
+            ++exponent;
+        }
+        if (exponent != size_exponent_) rehash(exponent);
+    }
+
+    /// Drops all elements. With `resized` 0, slots that exist are made empty and kept; otherwise
+    /// the table is made anew with 2 to the power `exponent` slots.
+    void resize(int exponent, int resized);
+
+    void become(utCopy, const coHash& other);
+    void take(coHash& other) noexcept;
+
+  private:
+    struct Slot {
+        Element element{};
+        unsigned int hash = 0;
+        bool used = false;
+    };
+
+    static constexpr int largest_size_exponent = 30;
+
+    Slot& slot(int index) const noexcept { return slots_[static_cast<std::size_t>(index)]; }
+    std::size_t mask() const noexcept { return (std::size_t{1} << size_exponent_) - 1; }
+
+    // The high bits of a product, so that hashes that differ in few bits spread as well.
+    std::size_t home(unsigned int hash) const noexcept {
+        const std::uint32_t spread = std::uint32_t{hash} * 0x9E3779B1U;
+        return static_cast<std::size_t>(std::uint64_t{spread} >> (32 - size_exponent_));
+    }
+
+    // The slot of an equal element, or the empty one where the search ended.
+    std::size_t search(const Element& element, unsigned int hash) const {
+        std::size_t index = home(hash);
+        while (slots_[index].used) {
+            const Slot& candidate = slots_[index];
+            if (candidate.hash == hash && Interface::obj_compare(candidate.element, element) == 0) {
+                break;
+            }
+            index = (index + 1) & mask();
+        }
+        return index;
+    }
+
+    void make_slots(int exponent);
+    void rehash(int exponent);
+    std::size_t close_gap(std::size_t gap);
+
+    int count_ = 0;
+    int initial_size_exponent_ = 0;
+    int load_limit_ = 50;
+    int size_exponent_ = 0;
+    unsigned int running_hash_ = 0;
+    std::unique_ptr<Slot[]> slots_;
+    int none_used_below_ = 0;
+};
+
+template <class Element, class Interface>
+const Element* coHash<Element, Interface>::add(const Element& element) {
+    if (!slots_) make_slots(initial_size_exponent_);
+    const unsigned int hash = Interface::obj_hash(element);
+    const std::size_t index = search(element, hash);
+    Slot& place = slots_[index];
+    if (place.used) return &place.element;
+    place.element = element;
+    place.hash = hash;
+    place.used = true;
+    none_used_below_ = std::min(none_used_below_, static_cast<int>(index));
+    running_hash_ ^= hash;
+    update_size(++count_);
+    return nullptr;
+}
+
+template <class Element, class Interface>
+Element coHash<Element, Interface>::remove_at(int index) {
+    Slot& place = slot(index);
+    Element removed = std::move(place.element);
+    --count_;
+    running_hash_ ^= place.hash;
+    slots_[close_gap(static_cast<std::size_t>(index))] = Slot();
+    return removed;
+}
+
+// Moves each later element of the run that may stand nearer to its home into the gap; answers the
+// slot that is left over.
+template <class Element, class Interface>
+std::size_t coHash<Element, Interface>::close_gap(std::size_t gap) {
+    for (std::size_t i = (gap + 1) & mask(); slots_[i].used; i = (i + 1) & mask()) {
+        const std::size_t from_home = (i - home(slots_[i].hash)) & mask();
+        const std::size_t from_gap = (i - gap) & mask();
+        if (from_home < from_gap) continue;
+        slots_[gap] = std::move(slots_[i]);
+        gap = i;
+    }
+    return gap;
+}
+
+template <class Element, class Interface>
+void coHash<Element, Interface>::make_slots(int exponent) {
+    if (exponent > largest_size_exponent) throw std::length_error("coHash: too many elements");
+    slots_ = std::make_unique<Slot[]>(std::size_t{1} << exponent);
+    size_exponent_ = exponent;
+    none_used_below_ = 0;
+}
+
+// The elements are different already, so each goes to the first empty slot.
+template <class Element, class Interface>
+void coHash<Element, Interface>::rehash(int exponent) {
+    const std::size_t old_slots = static_cast<std::size_t>(arr_size());
+    const std::unique_ptr<Slot[]> old = std::move(slots_);
+    make_slots(exponent);
+    for (std::size_t i = 0; i < old_slots; ++i) {
+        if (!old[i].used) continue;
+        std::size_t index = home(old[i].hash);
+        while (slots_[index].used) index = (index + 1) & mask();
+        slots_[index] = std::move(old[i]);
+    }
+}
+
+template <class Element, class Interface>
+void coHash<Element, Interface>::resize(int exponent, int resized) {
+    if (resized == 0 && slots_) {
+        std::fill_n(slots_.get(), arr_size(), Slot());
+        none_used_below_ = 0;
+    } else {
+        make_slots(exponent);
+    }
+    count_ = 0;
+    running_hash_ = 0;
+}
+
+template <class Element, class Interface>
+void coHash<Element, Interface>::become(utCopy, const coHash& other) {
+    if (this == &other) return;
+    std::unique_ptr<Slot[]> copied;
+    if (other.slots_) {
+        const std::size_t slots = static_cast<std::size_t>(other.arr_size());
+        copied = std::make_unique<Slot[]>(slots);
+        std::copy_n(other.slots_.get(), slots, copied.get());
+    }
+    slots_ = std::move(copied);
+    count_ = other.count_;
+    initial_size_exponent_ = other.initial_size_exponent_;
+    load_limit_ = other.load_limit_;
+    size_exponent_ = other.size_exponent_;
+    running_hash_ = other.running_hash_;
+    none_used_below_ = other.none_used_below_;
+}
+
+template <class Element, class Interface>
+void coHash<Element, Interface>::take(coHash& other) noexcept {
+    slots_ = std::move(other.slots_);
+    count_ = std::exchange(other.count_, 0);
+    initial_size_exponent_ = other.initial_size_exponent_;
+    load_limit_ = other.load_limit_;
+    size_exponent_ = std::exchange(other.size_exponent_, other.initial_size_exponent_);
+    running_hash_ = std::exchange(other.running_hash_, 0);
+    none_used_below_ = std::exchange(other.none_used_below_, 0);
+}

@@ -1,0 +1,262 @@
+// coSList: a singly linked list, read and changed through a cursor.
+//
+// The same shape as coDList with one link less for each element; stepping back therefore walks from
+// the head. A position is before the first element (index -1) or on an element, and walking off
+// either end comes back to before the first and answers 0.
+//
+// A position goes on meaning the same element while others come and go, but its index is only kept
+// right for changes made through that position itself.
+#pragma once
+
+#include <utils/utCopy.h>
+
+#include <initializer_list>
+#include <utility>
+
+/// One element with the one behind it; null at the tail.
+template <class T>
+struct coSLink {
+    explicit coSLink(const T& value) : element(value) {}
+
+    coSLink* next = nullptr;
+    T element;
+};
+
+template <class T>
+class coSList {
+  public:
+    class coIterator;
+    class coCursor;
+
+    coSList() = default;
+    coSList(std::initializer_list<T> elements) {
+        for (const T& element : elements) insert_last(element);
+    }
+    coSList(utCopy, const coSList& other) { become(utCopy(), other); }
+    coSList(const coSList& other) { become(utCopy(), other); }
+    coSList(coSList&& other) noexcept { swap(other); }
+    coSList& operator=(const coSList& other) {
+        become(utCopy(), other);
+        return *this;
+    }
+    coSList& operator=(coSList&& other) noexcept {
+        swap(other);
+        return *this;
+    }
+    ~coSList() { clear(); }
+
+    int size() const noexcept { return count_; }
+
+    /// Puts a copy of `element` at the head, or at the tail, and answers it.
+    T& insert_first(const T& element) { return insert_behind(nullptr, element)->element; }
+    T& insert_last(const T& element) { return insert_behind(tail_, element)->element; }
+
+    /// Drops the head; 0 when the list is empty.
+    int remove_first() noexcept { return remove_behind(nullptr); }
+
+    /// Drops the tail, which is looked for from the head; 0 when the list is empty.
+    int remove_last() noexcept { return remove_behind(before(tail_)); }
+
+    /// The element at the head; the list must have one.
+    T& read_first() noexcept { return head_->element; }
+    const T& read_first() const noexcept { return head_->element; }
+
+    void clear() noexcept {
+        while (remove_first() != 0) {
+        }
+    }
+
+    /// Takes copies of the elements of `other`, in their order.
+    void become(utCopy, const coSList& other) {
+        if (this == &other) return;
+        clear();
+        for (const Link* link = other.head_; link != nullptr; link = link->next) {
+            insert_last(link->element);
+        }
+    }
+
+  private:
+    using Link = coSLink<T>;
+
+    void swap(coSList& other) noexcept {
+        std::swap(head_, other.head_);
+        std::swap(tail_, other.tail_);
+        std::swap(count_, other.count_);
+    }
+
+    // The link in front of `link`, or null when that is the head.
+    Link* before(const Link* link) const noexcept {
+        Link* found = nullptr;
+        for (Link* walk = head_; walk != link; walk = walk->next) found = walk;
+        return found;
+    }
+
+    // Null stands for the place in front of the head, here and below.
+    Link* insert_behind(Link* place, const T& element) {
+        Link* const link = new Link(element);
+        Link*& from = place != nullptr ? place->next : head_;
+        link->next = from;
+        from = link;
+        if (tail_ == place) tail_ = link;
+        ++count_;
+        return link;
+    }
+
+    int remove_behind(Link* place) noexcept {
+        Link*& from = place != nullptr ? place->next : head_;
+        Link* const gone = from;
+        if (gone == nullptr) return 0;
+        from = gone->next;
+        if (tail_ == gone) tail_ = place;
+        --count_;
+        delete gone;
+        return 1;
+    }
+
+    Link* head_ = nullptr;
+    Link* tail_ = nullptr;
+    int count_ = 0;
+};
+
+/// A read position: the list, the link and the index.
+template <class T>
+class coSList<T>::coIterator {
+  public:
+    explicit coIterator(const coSList& list) noexcept : list_(&list) {}
+
+    /// Equal when they stand on the same element, or both before the first of the same list.
+    bool operator==(const coIterator& other) const noexcept {
+        return list_ == other.list_ && link_ == other.link_;
+    }
+
+    /// Goes on by one; 0 at the end.
+    int operator++() noexcept {
+        stand_on(link_ != nullptr ? link_->next : list_->head_, index_ + 1);
+        return valid();
+    }
+
+    /// Goes back by one, from before the first to the tail; walks from the head.
+    int operator--() noexcept {
+        return set_index(link_ != nullptr ? index_ - 1 : list_->count_ - 1);
+    }
+
+    /// Goes on by `steps` (back, where negative); 0 when that runs off an end.
+    int operator+=(int steps) noexcept {
+        if (steps < 0) return operator-=(-steps);
+        for (; steps > 0; --steps) {
+            if (++*this == 0) return 0;
+        }
+        return valid();
+    }
+
+    /// Goes back by `steps` (on, where negative), walking from the head once; 0 when that runs
+    /// off an end.
+    int operator-=(int steps) noexcept {
+        if (steps < 0) return operator+=(-steps);
+        if (steps == 0) return valid();
+        return set_index((link_ != nullptr ? index_ : list_->count_) - steps);
+    }
+
+    /// Goes to the element at `index`; 0, and before the first, when there is none.
+    int set_index(int index) noexcept {
+        if (index < 0 || index >= list_->count_) {
+            reset();
+            return 0;
+        }
+        if (link_ == nullptr || index < index_) stand_on(list_->head_, 0);
+        while (index_ < index) stand_on(link_->next, index_ + 1);
+        return 1;
+    }
+
+    /// Goes before the first element.
+    void reset() noexcept { stand_on(nullptr, -1); }
+
+    /// Position of the element from 0, or -1 before the first.
+    int index() const noexcept { return index_; }
+
+    /// Non-zero when the position is on an element.
+    int valid() const noexcept { return link_ != nullptr ? 1 : 0; }
+
+    /// The element at the position; it must be on one.
+    const T& read() const noexcept { return link_->element; }
+    const T& operator*() const noexcept { return link_->element; }
+    const T* operator->() const noexcept { return &link_->element; }
+
+  protected:
+    void stand_on(Link* link, int index) noexcept {
+        link_ = link;
+        index_ = link != nullptr ? index : -1;
+    }
+
+    const coSList* list_;
+    Link* link_ = nullptr;
+    int index_ = -1;
+};
+
+/// A position that can also change the list where it stands. Before the first element, "after" is
+/// at the head and "before" is at the tail.
+template <class T>
+class coSList<T>::coCursor : public coSList<T>::coIterator {
+  public:
+    explicit coCursor(coSList& list) noexcept : coIterator(list), target_(&list) {}
+
+    T& read() const noexcept { return this->link_->element; }
+    T& operator*() const noexcept { return this->link_->element; }
+    T* operator->() const noexcept { return &this->link_->element; }
+
+    /// Puts a copy of `element` behind the position, which stays where it is.
+    void insert_after(const T& element) { target_->insert_behind(this->link_, element); }
+
+    /// Puts a copy of `element` in front of the position, which stays on its element.
+    void insert_before(const T& element) {
+        if (this->link_ == nullptr) {
+            target_->insert_last(element);
+        } else {
+            target_->insert_behind(target_->before(this->link_), element);
+            ++this->index_;
+        }
+    }
+
+    /// Puts a copy of `element` at the head; the position stays on its element.
+    void insert_first(const T& element) {
+        target_->insert_first(element);
+        if (this->link_ != nullptr) ++this->index_;
+    }
+
+    void insert_last(const T& element) { target_->insert_last(element); }
+
+    /// Takes out the element under the position, which goes on to the next one, or before the
+    /// first when there is none; 0 when the position was on no element.
+    int remove() noexcept {
+        if (this->link_ == nullptr) return 0;
+        Link* const place = target_->before(this->link_);
+        this->stand_on(this->link_->next, this->index_);
+        return target_->remove_behind(place);
+    }
+
+    /// Takes out the element under the position, which steps back one; 0 when the position was on
+    /// no element.
+    int remove_backwards() noexcept {
+        if (this->link_ == nullptr) return 0;
+        Link* const place = target_->before(this->link_);
+        this->stand_on(place, this->index_ - 1);
+        return target_->remove_behind(place);
+    }
+
+    /// Takes out the head; a position on it goes before the first. 0 when the list is empty.
+    int remove_first() noexcept {
+        if (this->link_ != nullptr) {
+            this->stand_on(this->link_ == target_->head_ ? nullptr : this->link_, this->index_ - 1);
+        }
+        return target_->remove_first();
+    }
+
+    /// Takes out the tail; a position on it steps back one. 0 when the list is empty.
+    int remove_last() noexcept {
+        if (this->link_ != nullptr && this->link_ == target_->tail_) --*this;
+        return target_->remove_last();
+    }
+
+  private:
+    coSList* target_;
+};

@@ -1,0 +1,78 @@
+// coTable: a map, made of a hash set of records of a key and its value.
+//
+// A record counts as equal to another with the same key, whatever the values. A missing key is
+// answered as the nil record, which has a default key and a default value.
+#pragma once
+
+#include <ncamcontainer/coSet.h>
+
+/// One record of a table.
+template <class Key, class Value>
+struct coTableP {
+    Key key{};
+    Value value{};
+};
+
+/// Tells records apart by their keys alone.
+template <class Key, class Value>
+struct coTablePInterface {
+    static unsigned int obj_hash(const coTableP<Key, Value>& record) {
+        return coObjInterface<Key>::obj_hash(record.key);
+    }
+    static int obj_compare(const coTableP<Key, Value>& a, const coTableP<Key, Value>& b) {
+        return &a == &b ? 0 : coObjInterface<Key>::obj_compare(a.key, b.key);
+    }
+};
+
+template <class Key, class Value>
+class UT_EXPORT coTable {
+  public:
+    using Record = coTableP<Key, Value>;
+
+    class Records : public coSet<Record, coTablePInterface<Key, Value>> {
+        using Set = coSet<Record, coTablePInterface<Key, Value>>;
+
+      public:
+        using Set::Set;
+
+        /// The value of the record with the key of `wanted`, which is added where it is missing.
+        Value& value_of(const Record& wanted) {
+            int index = this->find_index(wanted);
+            if (index < 0) {
+                this->add(wanted);
+                index = this->find_index(wanted);
+            }
+            return this->arr_get(index).value;
+        }
+    };
+
+    /// As for coSet.
+    explicit coTable(int size_exponent = 4, int load_limit = 50) noexcept
+        : records_(size_exponent, load_limit) {}
+    coTable(utCopy, const coTable& other) : records_(other.records_) {}
+
+    /// The value for `key`; a missing key is added once, with a default value. The answer is good
+    /// until a key is next added or removed.
+    Value& operator[](const Key& key) { return records_.value_of(Record{key, Value()}); }
+
+    /// The value for `key`, or the value of nil; adds nothing.
+    const Value& read(const Key& key) const { return records_.find(Record{key, Value()}).value; }
+
+    /// Drops the record for `key`; non-zero when there was one.
+    int remove(const Key& key) {
+        const int before = records_.size();
+        records_.remove(Record{key, Value()});
+        return before - records_.size();
+    }
+
+    void become(utCopy, const coTable& other) { records_ = other.records_; }
+
+    int size() const noexcept { return records_.size(); }
+    void clear() { records_.clear(); }
+
+    /// The records, for a walk over all of them.
+    const Records& records() const noexcept { return records_; }
+
+  private:
+    Records records_;
+};

@@ -1,0 +1,114 @@
+// coiIterators.h: sinks and cursors that are passed by value.
+//
+// A coiFiller takes values and hands them on to whatever stands behind it; copies share that. A
+// coiIterator reads values from whatever stands behind it; a copy is a cursor of its own at the
+// same position. Both let an interface speak of "some values" without naming a container.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <utility>
+
+/// A sink for values.
+template <class T>
+class coiAbsFiller {
+  public:
+    virtual void add(T value) = 0;
+    virtual ~coiAbsFiller() = default;
+
+  protected:
+    coiAbsFiller() = default;
+    coiAbsFiller(const coiAbsFiller&) = default;
+    coiAbsFiller& operator=(const coiAbsFiller&) = default;
+};
+
+/// The sink as it is passed around; copies share what stands behind it.
+template <class T>
+class coiFiller : public coiAbsFiller<T> {
+  public:
+    explicit coiFiller(std::shared_ptr<coiAbsFiller<T>> sink) noexcept : sink_(std::move(sink)) {}
+
+    void add(T value) override { sink_->add(std::move(value)); }
+
+  private:
+    std::shared_ptr<coiAbsFiller<T>> sink_;
+};
+
+/// A sink that calls a function with each value; an empty function throws std::bad_function_call.
+template <class T>
+class coiFillerImpl : public coiAbsFiller<T> {
+  public:
+    explicit coiFillerImpl(std::function<void(T)> function) : function_(std::move(function)) {}
+
+    void add(T value) override { function_(std::move(value)); }
+
+  private:
+    std::function<void(T)> function_;
+};
+
+/// A sink that calls `function` with each value.
+template <class T>
+coiFiller<T> coiFiller_from_function(std::function<void(T)> function) {
+    return coiFiller<T>(std::make_shared<coiFillerImpl<T>>(std::move(function)));
+}
+
+/// A sink that puts each value at the end of `container`, which must outlive it.
+template <class C>
+coiFiller<typename C::value_type> coiFiller_from_container(C& container) {
+    using Value = typename C::value_type;
+    return coiFiller_from_function<Value>(
+        [&container](Value value) { container.insert(container.end(), std::move(value)); });
+}
+
+/// A cursor over values.
+template <class T>
+class coiAbsIterator {
+  public:
+    /// True while the cursor is on no value.
+    virtual bool undefined() const = 0;
+
+    /// Goes before the first value.
+    virtual void reset() = 0;
+
+    /// True when the cursor has moved on to a value.
+    virtual bool operator++() = 0;
+
+    /// The value under the cursor.
+    virtual const T& operator()() const = 0;
+
+    virtual ~coiAbsIterator() = default;
+
+  protected:
+    coiAbsIterator() = default;
+    coiAbsIterator(const coiAbsIterator&) = default;
+    coiAbsIterator& operator=(const coiAbsIterator&) = default;
+};
+
+/// A cursor that can make another one at its own position.
+template <class T>
+class coiAbsCloneableIterator : public coiAbsIterator<T> {
+  public:
+    virtual std::unique_ptr<coiAbsCloneableIterator<T>> clone() const = 0;
+};
+
+/// The cursor as it is passed around: owns what stands behind it, and copies it by cloning.
+template <class T>
+class coiIterator : public coiAbsIterator<T> {
+  public:
+    explicit coiIterator(std::unique_ptr<coiAbsCloneableIterator<T>> inner) noexcept
+        : inner_(std::move(inner)) {}
+    coiIterator(const coiIterator& other) : inner_(other.inner_->clone()) {}
+    coiIterator(coiIterator&& other) noexcept : inner_(std::move(other.inner_)) {}
+    coiIterator& operator=(coiIterator other) noexcept {
+        inner_ = std::move(other.inner_);
+        return *this;
+    }
+
+    bool undefined() const override { return inner_->undefined(); }
+    void reset() override { inner_->reset(); }
+    bool operator++() override { return ++*inner_; }
+    const T& operator()() const override { return (*inner_)(); }
+
+  private:
+    std::unique_ptr<coiAbsCloneableIterator<T>> inner_;
+};

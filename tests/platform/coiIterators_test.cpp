@@ -1,0 +1,64 @@
+#include <gtest/gtest.h>
+#include <ncamcontainer/coiIterators.h>
+
+#include <vector>
+
+namespace {
+
+class Countdown : public coiAbsCloneableIterator<int> {
+  public:
+    explicit Countdown(int from) : from_(from), now_(from + 1) {}
+
+    bool undefined() const override { return now_ > from_ || now_ <= 0; }
+    void reset() override { now_ = from_ + 1; }
+    bool operator++() override { return --now_ > 0; }
+    const int& operator()() const override { return now_; }
+    std::unique_ptr<coiAbsCloneableIterator<int>> clone() const override {
+        return std::make_unique<Countdown>(*this);
+    }
+
+  private:
+    int from_;
+    int now_;
+};
+
+}  // namespace
+
+TEST(coiFiller, fills_the_end_of_a_container) {
+    std::vector<int> numbers{1};
+    coiFiller<int> filler = coiFiller_from_container(numbers);
+    filler.add(2);
+    filler.add(3);
+    EXPECT_EQ(numbers, (std::vector<int>{1, 2, 3}));
+}
+
+TEST(coiFiller, copies_share_the_sink) {
+    int sum = 0;
+    coiFiller<int> filler = coiFiller_from_function<int>([&sum](int value) { sum += value; });
+    coiFiller<int> copy = filler;
+    filler.add(1);
+    copy.add(2);
+    EXPECT_EQ(sum, 3);
+}
+
+TEST(coiFiller, an_empty_function_is_a_bad_function_call) {
+    coiFiller<int> filler = coiFiller_from_function<int>(std::function<void(int)>());
+    EXPECT_THROW(filler.add(1), std::bad_function_call);
+}
+
+TEST(coiIterator, a_copy_is_a_cursor_of_its_own) {
+    coiIterator<int> it(std::make_unique<Countdown>(2));
+    EXPECT_TRUE(it.undefined());
+    EXPECT_TRUE(++it);
+    coiIterator<int> copy = it;
+    EXPECT_TRUE(++it);
+    EXPECT_EQ(it(), 1);
+    EXPECT_EQ(copy(), 2);
+    EXPECT_FALSE(++it);
+    EXPECT_TRUE(it.undefined());
+    it.reset();
+    EXPECT_TRUE(++it);
+    EXPECT_EQ(it(), 2);
+    copy = it;
+    EXPECT_EQ(copy(), 2);
+}

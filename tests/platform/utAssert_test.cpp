@@ -1,0 +1,43 @@
+#include <gtest/gtest.h>
+#include <utils/utAssert.h>
+#include <utils/utTypeID.h>
+
+#include <string>
+
+namespace {
+
+std::string last_message;
+
+void remember(const char* message, const char*, int, const char*) { last_message = message; }
+
+}  // namespace
+
+TEST(utAssert, hands_failures_to_the_handler_in_place) {
+    const utAssertHandler before = ut_set_assert_handler(remember);
+    UT_ASSERT(1 + 1 == 2, "holds");
+    EXPECT_EQ(last_message, "");
+    UT_ASSERT(1 + 1 == 3, "does not hold");
+    EXPECT_EQ(last_message, "does not hold");
+    EXPECT_EQ(ut_set_assert_handler(before), &remember);
+}
+
+TEST(utAssert, goes_on_after_writing_to_standard_error_by_default) {
+    testing::internal::CaptureStderr();
+    ut_assert_failed("message", "file.cpp", 12, "function");
+    ut_assert_failed(nullptr, nullptr, 0, nullptr);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "file.cpp:12: assertion failed in function: message\n"
+              ":0: assertion failed in : \n");
+}
+
+TEST(utTypeID, knows_its_bases_by_identity) {
+    static const utTypeID base("base");
+    static const utTypeID derived("derived", &base);
+    static const utTypeID namesake("base");
+    EXPECT_TRUE(derived.is_kind_of(base));
+    EXPECT_TRUE(derived.is_kind_of(derived));
+    EXPECT_FALSE(base.is_kind_of(derived));
+    EXPECT_FALSE(derived.is_kind_of(namesake));
+    EXPECT_FALSE(base == namesake);
+    EXPECT_STREQ(derived.name(), "derived");
+}
