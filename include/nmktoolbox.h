@@ -4,3 +4,4 @@
 #include <nmktoolbox/collections.h>
 #include <nmktoolbox/ordering.h>
 #include <nmktoolbox/runtime.h>
+#include <nmktoolbox/solver.h>

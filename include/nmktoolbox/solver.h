@@ -1,0 +1,4 @@
+// solver.h: real roots of polynomials, systems of angles, roots of functions in a bracket.
+#pragma once
+
+#include <nmktoolbox/solver/nmkSolver.h>
