@@ -83,7 +83,7 @@ def features():
     yield "T3", "edge, upper", mirrored(upper)
     yield "T3", "edge, sides", mirrored(side)
     yield "T4", "louvres below the vents, left", louvres(22, 96, 4, 3, 12, 18, 7)
-    yield "T4", "louvres below the vents, right", louvres(214, 96, 4, 3, 12, 18, 7)
+    yield "T4", "louvres below the vents, right", louvres(232, 96, 4, 3, 12, 18, 7)
     yield "T4", "adjusting slots of the motor flange", adjusting_slots(160, 100, 50, 12, 9)
     yield "T4", "handle recess", [slot(130, 163 + 7.5 * i, 190, 163 + 7.5 * i) for i in range(2)]
     yield "T1", "label rivets", mirrored([(100.0, 30.0), (100.0, 44.0), (124.0, 30.0), (124.0, 44.0)])

@@ -1,0 +1,123 @@
+// read_whole_file.cpp: see read_whole_file.h.
+
+#include "files/read_whole_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <string_view>
+#include <vector>
+
+namespace nmk_app {
+
+namespace {
+
+constexpr std::size_t chunk_size = std::size_t{256} << 10U;
+
+bool ends_line(char letter) { return letter == '\n' || letter == '\r'; }
+
+/// Closes the file when it goes.
+struct OpenFile {
+    explicit OpenFile(int number) : descriptor(number) {}
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+    ~OpenFile() {
+        if (descriptor >= 0) {
+            ::close(descriptor);
+        }
+    }
+    int descriptor;
+};
+
+/// Follows the length of the line that is being read, chunk by chunk.
+class LineLengths {
+  public:
+    /// The number of the first line that has become too long; 0 as long as none has.
+    std::size_t add(std::string_view chunk) {
+        for (std::size_t at = 0; at < chunk.size();) {
+            const auto stop = static_cast<std::size_t>(
+                std::find_if(chunk.begin() + static_cast<std::ptrdiff_t>(at), chunk.end(),
+                             ends_line) -
+                chunk.begin());
+            m_length += stop - at;
+            if (m_length > longest_line) {
+                return m_line;
+            }
+            if (stop == chunk.size()) {
+                break;
+            }
+            m_length = 0;
+            m_line += chunk[stop] == '\n' && m_last == '\r' && stop == at ? 0U : 1U;
+            m_last = chunk[stop];
+            at = stop + 1;
+        }
+        return 0;
+    }
+
+  private:
+    std::size_t m_length = 0;
+    std::size_t m_line = 1;
+    char m_last = '\0';  // what ended the line before
+};
+
+std::string too_large_message() {
+    return "larger than " + std::to_string(largest_file >> 20U) + " MiB; no such file is read";
+}
+
+JobError system_error(const std::string& file_name, const char* what) {
+    return JobError{file_name, 0, std::string(what) + ": " + std::strerror(errno)};
+}
+
+}  // namespace
+
+std::size_t first_too_long_line(const std::string& text) { return LineLengths().add(text); }
+
+std::string too_long_line_message() {
+    return "a line longer than " + std::to_string(longest_line) + " bytes; expected lines of text";
+}
+
+std::variant<std::string, JobError> read_whole_file(const std::string& file_name) {
+    const OpenFile file(::open(file_name.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
+    if (file.descriptor < 0) {
+        return system_error(file_name, "cannot be opened");
+    }
+    struct stat facts {};
+    if (::fstat(file.descriptor, &facts) != 0) {
+        return system_error(file_name, "cannot be read");
+    }
+    if (S_ISDIR(facts.st_mode)) {
+        return JobError{file_name, 0, "is a directory; expected a file"};
+    }
+    if (facts.st_size > static_cast<off_t>(largest_file)) {
+        return JobError{file_name, 0, too_large_message()};
+    }
+    std::string text;
+    LineLengths lines;
+    std::vector<char> chunk(chunk_size);
+    for (;;) {
+        const ssize_t got = ::read(file.descriptor, chunk.data(), chunk.size());
+        if (got < 0 && errno == EINTR) {
+            continue;
+        }
+        if (got < 0) {
+            return system_error(file_name, "cannot be read");
+        }
+        if (got == 0) {
+            return text;
+        }
+        const std::string_view bytes(chunk.data(), static_cast<std::size_t>(got));
+        if (const std::size_t line = lines.add(bytes)) {
+            return JobError{file_name, line, too_long_line_message()};
+        }
+        if (text.size() + bytes.size() > largest_file) {
+            return JobError{file_name, 0, too_large_message()};
+        }
+        text += bytes;
+    }
+}
+
+}  // namespace nmk_app

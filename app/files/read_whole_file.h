@@ -1,0 +1,26 @@
+// read_whole_file.h: reads a text file into memory, within bounds.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <variant>
+
+#include "order/machining_job.h"
+
+namespace nmk_app {
+
+/// Past these a file is refused while it is read, so that neither a huge file nor one endless line
+/// is ever held in memory.
+constexpr std::size_t largest_file = std::size_t{256} << 20U;  // bytes
+constexpr std::size_t longest_line = std::size_t{64} << 10U;   // bytes
+
+/// The bytes of the file (a pipe will do), or one line on why they cannot be had.
+std::variant<std::string, JobError> read_whole_file(const std::string& file_name);
+
+/// The first line that is longer than longest_line, counted from 1; 0 where none is.
+std::size_t first_too_long_line(const std::string& text);
+
+/// "line is longer than 65536 bytes; ...", the message for such a line.
+std::string too_long_line_message();
+
+}  // namespace nmk_app

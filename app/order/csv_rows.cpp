@@ -1,0 +1,78 @@
+// csv_rows.cpp: see csv_rows.h.
+
+#include "order/csv_rows.h"
+
+#include <algorithm>
+
+#include "order/text_number.h"
+
+namespace nmk_app {
+
+namespace {
+
+constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
+
+char separator_of(std::string_view line) {
+    for (const char separator : {';', '\t'}) {
+        if (line.find(separator) != std::string_view::npos) {
+            return separator;
+        }
+    }
+    return ',';
+}
+
+}  // namespace
+
+std::string_view CsvRow::bare(std::size_t index) const {
+    const std::string_view cell = cells[index];
+    if (cell.size() >= 2 && cell.front() == '"' && cell.back() == '"') {
+        return trimmed(cell.substr(1, cell.size() - 2));
+    }
+    return cell;
+}
+
+bool CsvRow::is_header() const {
+    for (std::size_t i = 0; i < std::min(count, most_csv_columns); ++i) {
+        const std::string_view cell = bare(i);
+        if (read_number(cell) || cell.find_first_of("0123456789+-.") == 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
+CsvRows::CsvRows(std::string_view text)
+    : m_lines(text.substr(text.starts_with(byte_order_mark) ? byte_order_mark.size() : 0)) {}
+
+bool CsvRows::next(CsvRow& row) {
+    TextLine line;
+    while (m_lines.next(line)) {
+        const std::string_view text = trimmed(line.text);
+        if (text.empty() || text.front() == '#') {
+            continue;
+        }
+        if (m_separator == '\0') {
+            m_separator = separator_of(text);
+        }
+        row.line = line.text;
+        row.number = line.number;
+        split(row);
+        return true;
+    }
+    return false;
+}
+
+void CsvRows::split(CsvRow& row) const {
+    row.count = 0;
+    row.cells = {};
+    for (std::size_t at = 0; at <= row.line.size();) {
+        const std::size_t stop = std::min(row.line.find(m_separator, at), row.line.size());
+        if (row.count < most_csv_columns) {
+            row.cells[row.count] = trimmed(row.line.substr(at, stop - at));
+        }
+        ++row.count;
+        at = stop + 1;
+    }
+}
+
+}  // namespace nmk_app

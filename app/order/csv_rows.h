@@ -1,0 +1,45 @@
+// csv_rows.h: walks the rows of a table and splits them into cells.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+#include "order/text_lines.h"
+
+namespace nmk_app {
+
+constexpr std::size_t most_csv_columns = 6;
+
+/// One row of a table.
+struct CsvRow {
+    std::string_view line;
+    std::size_t number = 0;  // of the line, from 1
+    std::size_t count = 0;   // of the cells; those past most_csv_columns are counted, not kept
+    std::array<std::string_view, most_csv_columns> cells;
+
+    /// The cell without quotation marks around it.
+    std::string_view bare(std::size_t index) const;
+
+    /// No cell is a number or begins like one.
+    bool is_header() const;
+};
+
+/// Hands out the rows that are neither empty nor remarks.
+class CsvRows {
+  public:
+    explicit CsvRows(std::string_view text);
+
+    bool next(CsvRow& row);
+
+    /// What stands between the cells; told by the first row.
+    char separator() const { return m_separator == '\0' ? ',' : m_separator; }
+
+  private:
+    void split(CsvRow& row) const;
+
+    TextLines m_lines;
+    char m_separator = '\0';
+};
+
+}  // namespace nmk_app

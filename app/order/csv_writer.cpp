@@ -1,0 +1,81 @@
+// csv_writer.cpp: see csv_writer.h.
+
+#include "order/csv_writer.h"
+
+#include <algorithm>
+
+#include "order/csv_reader.h"
+#include "order/text_lines.h"
+#include "order/text_number.h"
+
+namespace nmk_app {
+
+namespace {
+
+std::string point_cells(const giPoint3& point) {
+    return number_text(point.x) + "," + number_text(point.y) + "," + number_text(point.z);
+}
+
+/// The row with its first three and last three cells exchanged.
+std::string turned_row(std::string_view row, char separator) {
+    std::size_t middle = 0;
+    for (int i = 0; i < 3; ++i) {
+        middle = row.find(separator, middle) + 1;
+    }
+    return std::string(row.substr(middle)) + separator + std::string(row.substr(0, middle - 1));
+}
+
+std::string same_table(const MachiningJob& ordered) {
+    const CsvTable table = split_csv(ordered.text);
+    const std::string_view ending = line_ending(ordered.text);
+    std::string text;
+    if (!table.header.empty()) {
+        text.append(table.header).append(ending);
+    }
+    for (const JobTool& tool : ordered.tools) {
+        for (const JobItem& item : tool.items) {
+            const std::string_view row = table.rows.at(item.source_index);
+            text.append(item.reversed ? turned_row(row, table.separator) : std::string(row));
+            text.append(ending);
+        }
+    }
+    return text;
+}
+
+bool has_lines(const MachiningJob& job) {
+    return std::any_of(job.tools.begin(), job.tools.end(), [](const JobTool& tool) {
+        return std::any_of(tool.items.begin(), tool.items.end(),
+                           [](const JobItem& item) { return item.end.has_value(); });
+    });
+}
+
+std::string tool_remark(const JobTool& tool) {
+    return "# " + tool.name +
+           (tool.diameter ? ", diameter " + number_text(*tool.diameter) + " mm" : "") + "\n";
+}
+
+std::string new_table(const MachiningJob& ordered) {
+    const bool with_ends = has_lines(ordered);
+    std::string text = with_ends ? "x,y,z,x2,y2,z2\n" : "x,y,z\n";
+    for (const JobTool& tool : ordered.tools) {
+        if (ordered.format == JobFormat::excellon) {
+            text += tool_remark(tool);
+        }
+        for (const JobItem& item : tool.items) {
+            text += point_cells(item.entry());
+            if (with_ends) {
+                text += item.end ? "," + point_cells(item.exit()) : ",,,";
+            }
+            text += "\n";
+        }
+    }
+    return text;
+}
+
+}  // namespace
+
+std::string write_csv(const MachiningJob& ordered) {
+    return ordered.format == JobFormat::csv ? same_table(ordered) : new_table(ordered);
+}
+
+}  // namespace nmk_app

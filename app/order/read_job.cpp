@@ -1,0 +1,63 @@
+// read_job.cpp: see read_job.h.
+
+#include "order/read_job.h"
+
+#include <algorithm>
+
+#include "files/read_whole_file.h"
+#include "order/csv_reader.h"
+#include "order/excellon_reader.h"
+#include "order/job_format.h"
+#include "order/tsplib_reader.h"
+
+namespace nmk_app {
+
+namespace {
+
+/// Binary files have this byte, text never.
+std::optional<std::size_t> line_of_zero_byte(const std::string& text) {
+    const std::size_t at = text.find('\0');
+    if (at == std::string::npos) {
+        return std::nullopt;
+    }
+    return static_cast<std::size_t>(
+               std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n')) +
+           1;
+}
+
+}  // namespace
+
+std::variant<MachiningJob, JobError> read_job_file(const std::string& file_name,
+                                                   std::optional<JobUnits> units) {
+    std::variant<std::string, JobError> text = read_whole_file(file_name);
+    if (const JobError* error = std::get_if<JobError>(&text)) {
+        return *error;
+    }
+    return read_job_text(file_name, std::get<std::string>(std::move(text)), units);
+}
+
+std::variant<MachiningJob, JobError> read_job_text(const std::string& file_name, std::string text,
+                                                   std::optional<JobUnits> units) {
+    if (const std::size_t line = first_too_long_line(text)) {
+        return JobError{file_name, line, too_long_line_message()};
+    }
+    if (const std::optional<std::size_t> line = line_of_zero_byte(text)) {
+        return JobError{file_name, *line, "a zero byte; expected a text file"};
+    }
+    const std::optional<JobFormat> format = format_of(file_name, text);
+    if (!format) {
+        return JobError{file_name, 0,
+                        "is no drill file, table (x,y) or TSPLIB instance that can be told"};
+    }
+    switch (*format) {
+        case JobFormat::excellon:
+            return read_excellon(file_name, std::move(text), units);
+        case JobFormat::csv:
+            return read_csv(file_name, std::move(text), units);
+        case JobFormat::tsplib:
+            break;
+    }
+    return read_tsplib(file_name, std::move(text), units);
+}
+
+}  // namespace nmk_app

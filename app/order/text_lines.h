@@ -1,0 +1,55 @@
+// text_lines.h: walks a text line by line, whatever ends its lines.
+//
+// A line ends at a line feed, at a carriage return and a line feed, or at a lone carriage return.
+// Lines are views into the text; they are counted from 1, as editors count them.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
+
+namespace nmk_app {
+
+/// One line and where it stands.
+struct TextLine {
+    std::string_view text;   // without what ends it
+    std::size_t number = 0;  // from 1
+    std::size_t begin = 0;   // of its first byte
+    std::size_t end = 0;     // of the first byte of the next line
+};
+
+/// Hands out the lines of a text, which must outlive it.
+class TextLines {
+  public:
+    explicit TextLines(std::string_view text) : m_text(text) {}
+
+    /// False when there is no further line.
+    bool next(TextLine& line) {
+        if (m_at >= m_text.size()) {
+            return false;
+        }
+        const std::size_t stop = std::min(m_text.find_first_of("\r\n", m_at), m_text.size());
+        line.text = m_text.substr(m_at, stop - m_at);
+        line.number = ++m_count;
+        line.begin = m_at;
+        m_at = stop + (m_text.substr(stop, 2) == "\r\n" ? 2U : stop < m_text.size() ? 1U : 0U);
+        line.end = m_at;
+        return true;
+    }
+
+  private:
+    std::string_view m_text;
+    std::size_t m_at = 0;
+    std::size_t m_count = 0;
+};
+
+/// What ends the first line of the text; a line feed where nothing does.
+inline std::string_view line_ending(std::string_view text) {
+    const std::size_t stop = text.find_first_of("\r\n");
+    if (stop == std::string_view::npos) {
+        return "\n";
+    }
+    return text.substr(stop, text.substr(stop, 2) == "\r\n" ? 2U : 1U);
+}
+
+}  // namespace nmk_app

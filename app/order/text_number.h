@@ -1,0 +1,35 @@
+// text_number.h: strict reading and printing of numbers and words in files of holes.
+//
+// The decimal point is a point whatever the locale. Numbers are read as a whole or not at all.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace nmk_app {
+
+/// The largest size of a coordinate, in the unit of its file. Squares and sums of squares of such
+/// lengths stay far from overflow, and no machine reaches it.
+constexpr double largest_coordinate = 1e9;
+
+/// The text without blanks and tabs at either end.
+std::string_view trimmed(std::string_view text);
+
+/// The number that the whole text is (a leading plus sign is allowed): may be NaN or infinite where
+/// the text spells that. Empty where it is no number or too large or too small for a double.
+std::optional<double> read_number(std::string_view text);
+
+/// The same for a coordinate: also empty for NaN, infinities and what is past largest_coordinate.
+std::optional<double> read_coordinate(std::string_view text);
+
+/// The shortest text that reads as exactly this number again.
+std::string number_text(double value);
+
+/// The text in quotation marks for a message: unprintable bytes as \xNN, long texts cut short.
+std::string quoted(std::string_view text);
+
+/// The same letters in lower case; only those of ASCII change.
+std::string lower_case(std::string_view text);
+
+}  // namespace nmk_app
