@@ -1,0 +1,48 @@
+// The framework's root class and its run-time classes.
+
+#include <mfc/CObject.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class Leaf : public CObject {
+  public:
+    CRuntimeClass* GetRuntimeClass() const override { return GetThisClass(); }
+    static CRuntimeClass* GetThisClass() {
+        static CRuntimeClass of_this = {"Leaf", sizeof(Leaf), CObject::GetThisClass()};
+        return &of_this;
+    }
+    static CRuntimeClass* _GetBaseClass() { return CObject::GetThisClass(); }
+};
+
+class Plain : public CObject {};
+
+}  // namespace
+
+TEST(CObject, knows_its_class_and_those_above) {
+    const Leaf leaf;
+    EXPECT_TRUE(leaf.IsKindOf(Leaf::GetThisClass()));
+    EXPECT_TRUE(leaf.IsKindOf(CObject::GetThisClass()));
+    EXPECT_FALSE(leaf.IsKindOf(nullptr));
+    EXPECT_STREQ(leaf.GetRuntimeClass()->m_lpszClassName, "Leaf");
+    EXPECT_EQ(leaf.GetRuntimeClass()->m_nObjectSize, static_cast<int>(sizeof(Leaf)));
+}
+
+TEST(CObject, a_class_without_its_own_run_time_class_counts_as_the_root) {
+    const Plain plain;
+    EXPECT_EQ(plain.GetRuntimeClass(), CObject::GetThisClass());
+    EXPECT_FALSE(plain.IsKindOf(Leaf::GetThisClass()));
+}
+
+TEST(CObject, the_root_has_no_base) {
+    EXPECT_EQ(CObject::_GetBaseClass(), nullptr);
+    EXPECT_EQ(CObject::GetThisClass()->m_pBaseClass, nullptr);
+    EXPECT_EQ(Leaf::_GetBaseClass(), CObject::GetThisClass());
+}
+
+TEST(CRuntimeClass, is_compared_by_identity_and_not_by_name) {
+    const CRuntimeClass impostor = {"CObject", 0, nullptr};
+    EXPECT_FALSE(Leaf::GetThisClass()->IsDerivedFrom(&impostor));
+    EXPECT_TRUE(impostor.IsDerivedFrom(&impostor));
+}

@@ -1,0 +1,89 @@
+// Debug levels and the managers that find them.
+
+#include <debugncam/dbgLevel.h>
+#include <debugncam/dbgLevelManager.h>
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+TEST(dbgLevel, keeps_what_it_is_made_with) {
+    dbgLevel level("dbgLevel_test", "of a test", 3, "link", "file.cpp", 1);
+    EXPECT_STREQ(level.get_name(), "dbgLevel_test");
+    EXPECT_STREQ(level.get_description(), "of a test");
+    EXPECT_STREQ(level.get_link(), "link");
+    EXPECT_STREQ(level.get_source_file(), "file.cpp");
+    EXPECT_EQ(level.get_prerelease(), 1);
+    EXPECT_EQ(level.get_level(), 3);
+    level.set_level(-2);
+    EXPECT_EQ(level.get_level(), -2);
+}
+
+TEST(dbgLevel, is_in_the_manager_of_plain_levels_for_as_long_as_it_lives) {
+    const int before = dbgLevel::get_manager()->size();
+    {
+        dbgLevel level("dbgLevel_test_short", "", 0, "", nullptr, 0);
+        EXPECT_EQ(dbgLevel::get_manager()->get_by_name("dbgLevel_test_short"), &level);
+    }
+    EXPECT_EQ(dbgLevel::get_manager()->get_by_name("dbgLevel_test_short"), nullptr);
+    EXPECT_EQ(dbgLevel::get_manager()->size(), before);
+}
+
+TEST(dbgLevelManager, walks_in_the_order_of_registration) {
+    dbgLevelManager manager;
+    dbgLevel second("b", "", 0, "", nullptr, 0);
+    dbgLevel first("c", "", 0, "", nullptr, 0);
+    manager.register_level(&first);
+    manager.register_level(&second);
+    ASSERT_EQ(manager.size(), 2);
+    EXPECT_EQ(manager.level(0), &first);
+    EXPECT_EQ(manager.level(1), &second);
+    EXPECT_EQ(manager.level(2), nullptr);
+    EXPECT_EQ(manager.level(-1), nullptr);
+}
+
+TEST(dbgLevelManager, finds_by_the_exact_name_and_the_first_of_equals) {
+    dbgLevelManager manager;
+    const std::string same_text = "name";
+    dbgLevel first("name", "", 0, "", nullptr, 0);
+    dbgLevel second(same_text.c_str(), "", 0, "", nullptr, 0);
+    manager.register_level(&first);
+    manager.register_level(&second);
+    EXPECT_EQ(manager.get_by_name("name"), &first);
+    EXPECT_EQ(manager.get_by_name(same_text.c_str()), &first);
+    EXPECT_EQ(manager.get_by_name("nam"), nullptr);
+    EXPECT_EQ(manager.get_by_name("Name"), nullptr);
+    EXPECT_EQ(manager.get_by_name(""), nullptr);
+    EXPECT_EQ(manager.get_by_name(nullptr), nullptr);
+}
+
+TEST(dbgLevelManager, ignores_null_and_a_second_registration) {
+    dbgLevelManager manager;
+    dbgLevel level("once", "", 0, "", nullptr, 0);
+    manager.register_level(&level);
+    manager.register_level(&level);
+    manager.register_level(nullptr);
+    manager.remove_level(nullptr);
+    EXPECT_EQ(manager.size(), 1);
+}
+
+TEST(dbgLevelManager, a_level_that_is_registered_elsewhere_moves) {
+    dbgLevelManager manager;
+    dbgLevel level("dbgLevel_test_moves", "", 0, "", nullptr, 0);
+    manager.register_level(&level);
+    EXPECT_EQ(dbgLevel::get_manager()->get_by_name("dbgLevel_test_moves"), nullptr);
+    manager.remove_level(&level);
+    EXPECT_EQ(manager.size(), 0);
+}
+
+TEST(dbgLevelManager, may_end_before_its_levels) {
+    dbgLevel level("dbgLevel_test_survivor", "", 5, "", nullptr, 0);
+    {
+        dbgLevelManager manager;
+        manager.register_level(&level);
+    }
+    dbgLevelManager next;
+    next.register_level(&level);
+    EXPECT_EQ(next.get_by_name("dbgLevel_test_survivor"), &level);
+    EXPECT_EQ(level.get_level(), 5);
+}
