@@ -6,6 +6,7 @@
 #include "ordering/anneal_acceptance.h"
 #include "ordering/anneal_schedule.h"
 #include "ordering/exact_power.h"
+#include "ordering/flat_problems.h"
 
 using nmk_ordering::Acceptance;
 
@@ -29,11 +30,15 @@ void nmkAnneal::simulate() {
     // Deliberate: best_energy stays that of the start configuration, so a random one that is worse
     // does not take its place.
     current_energy = start_temperature = state.randomise();
-    iterations_used += anneal(moves);
-    // Deliberate: current_energy is not set back to best_energy. Until the first accepted move the
-    // quench compares with the last energy of the annealing.
-    state = best_state;
-    quench(moves);
+    if (!nmk_ordering::anneal_flat(
+            {progress, iterations_used, best_energy, current_energy, start_temperature, random},
+            state, best_state, moves)) {
+        iterations_used += anneal(moves);
+        // Deliberate: current_energy is not set back to best_energy. Until the first accepted move
+        // the quench compares with the last energy of the annealing.
+        state = best_state;
+        quench(moves);
+    }
     if (progress != nullptr) progress->send_progress_bar_to_100();
     // Deliberate: the end of the quench is the answer, whatever was best before.
     best_state = state;
