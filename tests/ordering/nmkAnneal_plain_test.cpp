@@ -85,7 +85,7 @@ TEST_P(nmkAnneal_plain, reversible_lines_end_as_the_bare_loop_ends) {
 }
 
 TEST_P(nmkAnneal_plain, one_way_lines_end_as_the_bare_loop_ends) {
-    if (GetParam().n < 10) GTEST_SKIP() << "solved exactly";
+    if (GetParam().n < 10) return;  // solved exactly, which has its own tests
     const auto starts = plain::spread_points(GetParam().spread, GetParam().n, 14);
     const auto ends = plain::spread_points(GetParam().spread, GetParam().n, 15);
     const giPoint3coPageArr from = plain::paged(starts), to = plain::paged(ends);
@@ -94,6 +94,56 @@ TEST_P(nmkAnneal_plain, one_way_lines_end_as_the_bare_loop_ends) {
         plain::OneWay plain_state(starts, ends, closed != 0), plain_best(starts, ends, closed != 0);
         expect_same_run(state, best, plain_state, plain_best, 79);
     }
+}
+
+// A class derived from a state of the library is run through its operations, not on flat arrays.
+struct Derived_points : nmkAnnealStatePoints {
+    using nmkAnnealStatePoints::nmkAnnealStatePoints;
+    using nmkAnnealStatePoints::operator=;
+};
+struct Derived_lines : nmkAnnealStateReversibleLines {
+    using nmkAnnealStateReversibleLines::nmkAnnealStateReversibleLines;
+    using nmkAnnealStateReversibleLines::operator=;
+};
+struct Derived_one_way : nmkAnnealStateNonReversible {
+    using nmkAnnealStateNonReversible::nmkAnnealStateNonReversible;
+    using nmkAnnealStateNonReversible::operator=;
+};
+
+TEST(nmkAnneal, runs_points_through_their_operations_to_the_same_end) {
+    for (int n : {4, 7, 30}) {
+        const auto points = plain::spread_points(Spread::space, n, 21);
+        const giPoint3coPageArr array = plain::paged(points);
+        Derived_points state(&array), best(&array);
+        plain::Points plain_state(points), plain_best(points);
+        expect_same_run(state, best, plain_state, plain_best, 5);
+    }
+}
+
+TEST(nmkAnneal, runs_lines_through_their_operations_to_the_same_end) {
+    for (int n : {10, 30}) {
+        const auto starts = plain::spread_points(Spread::space, n, 22);
+        const auto ends = plain::spread_points(Spread::space, n, 23);
+        const giPoint3coPageArr from = plain::paged(starts), to = plain::paged(ends);
+        Derived_lines lines(from, to), best_lines(from, to);
+        plain::Lines plain_lines(starts, ends), plain_best_lines(starts, ends);
+        expect_same_run(lines, best_lines, plain_lines, plain_best_lines, 6);
+        for (int closed = 0; closed < 2; ++closed) {
+            Derived_one_way state(from, to, closed), best(from, to, closed);
+            plain::OneWay plain_state(starts, ends, closed != 0);
+            plain::OneWay plain_best(starts, ends, closed != 0);
+            expect_same_run(state, best, plain_state, plain_best, 7);
+        }
+    }
+}
+
+// Long enough that points are not placed from the start.
+TEST(nmkAnneal, ends_as_the_bare_loop_ends_with_points_placed_on_the_way) {
+    const auto points = plain::spread_points(Spread::square, 170, 24);
+    const giPoint3coPageArr array = plain::paged(points);
+    nmkAnnealStatePoints state(&array), best(&array);
+    plain::Points plain_state(points), plain_best(points);
+    expect_same_run(state, best, plain_state, plain_best, 8);
 }
 
 INSTANTIATE_TEST_SUITE_P(over, nmkAnneal_plain, ::testing::ValuesIn(cases()), label);

@@ -1,0 +1,327 @@
+// nmkAnneal_test.cpp: the schedule as a caller's own state and progress reporter see it.
+
+#include <gtest/gtest.h>
+#include <nmkprogressbreak/nmkProgressBreak.h>
+
+#include <cmath>
+#include <functional>
+#include <limits>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "ordering/plain_problems.h"
+
+namespace {
+
+using plain::Engine;
+
+// A state whose energies are told by functions, and which writes down what it is asked.
+class Told_state : public nmkAnnealState {
+  public:
+    int moves = 1;
+    double start = 10.0;
+    double random_energy = 10.0;
+    std::function<double(int)> proposal = [](int) { return 20.0; };
+    std::string* calls = nullptr;
+    char name = 'w';
+
+    int proposals = 0;
+    int accepted = 0;
+    int copies = 0;
+    int configuration = 0;
+
+    int size() override { return note("size"), moves; }
+    double initialise() override { return note("initialise"), start; }
+    double randomise() override { return note("randomise"), configuration = -1, random_energy; }
+    double candidate_new_state() override { return note("candidate"), proposal(proposals++); }
+    void accept_new_state() override {
+        note("accept");
+        configuration = ++accepted;
+    }
+    nmkAnnealState& operator=(const nmkAnnealState& other) override {
+        note("copy");
+        ++copies;
+        configuration = static_cast<const Told_state&>(other).configuration;
+        return *this;
+    }
+
+  private:
+    void note(const char* call) {
+        if (calls != nullptr) (*calls += name) += std::string(".") + call + ' ';
+    }
+};
+
+class Told_progress : public nmkProgressBreak {
+  public:
+    int send_progress_bar_to_0(const char* text) override {
+        log += std::string("start[") + text + "] ";
+        return 1;
+    }
+    void set_range(double range) override { log += "range " + std::to_string(range) + " "; }
+    int increment() override { return ++steps; }
+    int send_progress_bar_to_100() override {
+        log += "end after " + std::to_string(steps);
+        return 1;
+    }
+    std::string log;
+    int steps = 0;
+};
+
+// The calls up to and including the first proposal of the quench.
+std::string first_words(const std::string& text, int count) {
+    std::size_t end = 0;
+    for (; count > 0 && end != std::string::npos; --count) end = text.find(' ', end + 1);
+    return text.substr(0, end);
+}
+
+TEST(nmkAnneal, calls_the_state_in_the_order_of_the_schedule) {
+    Told_state state, best;
+    std::string calls;
+    state.calls = best.calls = &calls;
+    best.name = 'b';
+    state.proposal = [](int k) { return k == 0 ? 5.0 : k == 1 ? 4.0 : 1e9; };
+    nmkAnneal anneal(state, best);
+    anneal.seed(1);
+    anneal.simulate();
+    EXPECT_EQ(first_words(calls, 11),
+              "w.size w.initialise b.copy w.randomise w.candidate w.accept b.copy w.candidate "
+              "w.accept b.copy w.candidate");
+    const std::string tail = "w.candidate b.copy ";
+    EXPECT_EQ(calls.substr(calls.size() - tail.size()), tail);
+    EXPECT_NE(calls.find("w.candidate w.copy w.candidate"), std::string::npos);
+}
+
+TEST(nmkAnneal, leaves_the_start_configuration_when_there_is_nothing_to_anneal) {
+    Told_state state, best;
+    state.start = -1.0;
+    state.configuration = 7;
+    Told_progress progress;
+    Engine anneal(state, best);
+    anneal.set_progress(&progress);
+    anneal.simulate();
+    EXPECT_EQ(best.configuration, 7);
+    EXPECT_EQ(best.copies, 1);
+    EXPECT_EQ(state.proposals, 0);
+    EXPECT_EQ(anneal.num_iterations_used(), 0);
+    EXPECT_EQ(anneal.best_energy, -1.0);
+    EXPECT_EQ(progress.log, "");
+    EXPECT_EQ(progress.steps, 0);
+}
+
+TEST(nmkAnneal, ends_by_the_stall_limit_when_there_are_no_moves) {
+    Told_state state, best;
+    state.moves = 0;
+    nmkAnneal anneal(state, best);
+    anneal.simulate();
+    EXPECT_EQ(state.proposals, 0);
+    EXPECT_EQ(anneal.num_iterations_used(), 7500 + 7500);
+}
+
+TEST(nmkAnneal, ends_after_7501_steps_without_any_improvement) {
+    Told_state state, best;
+    nmkAnneal anneal(state, best);
+    anneal.simulate();
+    EXPECT_EQ(state.proposals, 7501 + 7500);
+    EXPECT_EQ(anneal.num_iterations_used(), 15000);
+    anneal.simulate();
+    EXPECT_EQ(anneal.num_iterations_used(), 30000);
+}
+
+TEST(nmkAnneal, keeps_the_start_when_every_move_is_worse) {
+    Told_state state, best;
+    state.configuration = 3;
+    state.proposal = [](int) { return std::numeric_limits<double>::infinity(); };
+    nmkAnneal anneal(state, best);
+    anneal.simulate();
+    EXPECT_EQ(state.accepted, 0);
+    EXPECT_EQ(best.configuration, 3);
+}
+
+TEST(nmkAnneal, counts_the_steps_before_a_late_improvement_too) {
+    Told_state state, best;
+    state.proposal = [](int k) { return k == 99 ? 1.0 : std::numeric_limits<double>::infinity(); };
+    nmkAnneal anneal(state, best);
+    anneal.simulate();
+    // Step 99 sets the stall count to 0 and then 1; the count exceeds 7500 at step 99 + 7500.
+    EXPECT_EQ(anneal.num_iterations_used(), 99 + 7500 + 7500);
+}
+
+TEST(nmkAnneal, reports_progress_and_does_not_heed_the_answers) {
+    Told_state state, best;
+    state.moves = 2;
+    Told_progress progress;
+    nmkAnneal anneal(state, best);
+    anneal.set_progress(&progress);
+    anneal.simulate();
+    EXPECT_EQ(progress.log, "start[Sorting\n%3d%% completed] range 15802.000000 end after 15000");
+}
+
+TEST(nmkAnneal, keeps_a_random_start_that_is_better_after_the_first_move) {
+    Told_state state, best;
+    state.random_energy = 2.0;
+    state.proposal = [](int) { return std::numeric_limits<double>::infinity(); };
+    Engine anneal(state, best);
+    anneal.simulate();
+    EXPECT_EQ(best.configuration, -1);
+    EXPECT_EQ(anneal.best_energy, 2.0);
+    EXPECT_EQ(best.copies, 3);
+}
+
+TEST(nmkAnneal, never_accepts_an_equal_move_at_temperature_zero_but_draws_for_it) {
+    Told_state state, best;
+    state.random_energy = 0.0;  // so is the temperature
+    state.proposal = [](int) { return 0.0; };
+    Engine anneal(state, best);
+    anneal.seed(42);
+    anneal.simulate();
+    EXPECT_EQ(state.accepted, 0);
+    mlRandom random(42);
+    for (int k = 0; k < 7501 + 7500; ++k) random.draw();
+    EXPECT_EQ(anneal.random.word, random.word);
+}
+
+TEST(nmkAnneal, draws_nothing_for_an_improving_move) {
+    Told_state state, best;
+    state.random_energy = 1e9;
+    state.proposal = [](int k) { return -static_cast<double>(k); };
+    state.moves = 1;
+    Engine anneal(state, best);
+    anneal.seed(42);
+    state.proposal = [](int k) { return k < 5 ? -static_cast<double>(k + 1) : -6.0 - k; };
+    // Improves at every step: the loop would run to its very end, so let it stop improving.
+    state.proposal = [](int k) { return k < 100 ? -1.0 - k : 1e300; };
+    anneal.simulate();
+    EXPECT_EQ(state.accepted, 100);
+    mlRandom random(42);
+    for (int k = 0; k < state.proposals - 100; ++k) random.draw();
+    EXPECT_EQ(anneal.random.word, random.word);
+}
+
+TEST(nmkAnneal, compares_the_quench_with_the_last_energy_of_the_annealing) {
+    Told_state state, best;
+    // One accepted rise at the first step; the quench then takes 11 as an improvement on 12,
+    // though the restored configuration had 10.
+    state.random_energy = 1e9;
+    state.start = 10.0;
+    int quench_starts_at = -1;
+    state.proposal = [&](int k) {
+        if (k == 0) return 12.0;
+        if (state.copies == 1 && quench_starts_at < 0) quench_starts_at = k;
+        return k == quench_starts_at ? 11.0 : 1e300;
+    };
+    Engine anneal(state, best);
+    anneal.simulate();
+    EXPECT_EQ(anneal.best_energy, 10.0);
+    EXPECT_EQ(anneal.current_energy, 11.0);
+    EXPECT_EQ(state.accepted, 2);
+}
+
+TEST(nmkAnneal, ends_also_with_energies_that_are_no_numbers) {
+    Told_state state, best;
+    state.random_energy = std::nan("");
+    state.proposal = [](int) { return std::nan(""); };
+    nmkAnneal anneal(state, best);
+    anneal.simulate();
+    EXPECT_EQ(state.accepted, 0);
+    EXPECT_EQ(anneal.num_iterations_used(), 15000);
+}
+
+TEST(nmkAnneal, accepts_by_the_power_law) {
+    EXPECT_EQ(Engine::probability(1.0, 2.0, 0.0), 0.0);
+    EXPECT_EQ(Engine::probability(5.0, 5.0, 3.0), 1.0);
+    const double power = std::pow(2.0 * 0.10000000000000009 / 3.0 + 1.0, 9.999999999999991);
+    EXPECT_DOUBLE_EQ(Engine::probability(1.0, 3.0, 3.0), 1.0 / power);
+    EXPECT_EQ(Engine::probability(0.0, 1e300, 1e-300), 0.0);
+}
+
+TEST(nmkAnneal, cools_by_a_hundredth_a_step) {
+    Told_state state, best;
+    state.random_energy = 50.0;
+    Engine anneal(state, best);
+    anneal.simulate();
+    EXPECT_EQ(anneal.temperature(0), 50.0);
+    EXPECT_DOUBLE_EQ(anneal.temperature(100), 50.0 * std::exp(-1.0));
+    EXPECT_EQ(anneal.temperature(999999), 0.0);
+}
+
+TEST(nmkAnneal, gives_equal_results_for_equal_seeds_and_leaves_the_states_generators_alone) {
+    const auto points = plain::spread_points(plain::Spread::square, 12, 31);
+    const giPoint3coPageArr array = plain::paged(points);
+    std::vector<int> orders[2];
+    for (std::vector<int>& order : orders) {
+        nmkAnnealStatePoints state(&array), best(&array);
+        plain::Inside::set_word(best, 99u);
+        nmkAnneal anneal(state, best);
+        anneal.seed(-5);
+        EXPECT_EQ(plain::Inside::word(state), 1u);
+        anneal.simulate();
+        EXPECT_EQ(plain::Inside::word(best), 99u);
+        order = plain::items_of(best);
+    }
+    EXPECT_EQ(orders[0], orders[1]);
+}
+
+// With a reporter the states are brought up to date at each step; what comes out is the same.
+TEST(nmkAnneal, gives_the_same_order_with_a_reporter) {
+    const auto starts = plain::spread_points(plain::Spread::square, 12, 32);
+    const auto ends = plain::spread_points(plain::Spread::square, 12, 33);
+    const giPoint3coPageArr from = plain::paged(starts), to = plain::paged(ends);
+    const auto order = [&](auto& state, auto& best, nmkProgressBreak* progress) {
+        nmkAnneal anneal(state, best);
+        anneal.set_progress(progress);
+        anneal.simulate();
+        return plain::items_of(best);
+    };
+    Told_progress progress;
+    nmkAnnealStatePoints p1(&from), p2(&from), p3(&from), p4(&from);
+    EXPECT_EQ(order(p1, p2, nullptr), order(p3, p4, &progress));
+    nmkAnnealStateReversibleLines l1(from, to), l2(from, to), l3(from, to), l4(from, to);
+    EXPECT_EQ(order(l1, l2, nullptr), order(l3, l4, &progress));
+    nmkAnnealStateNonReversible o1(from, to, 0), o2(from, to, 0), o3(from, to, 0), o4(from, to, 0);
+    EXPECT_EQ(order(o1, o2, nullptr), order(o3, o4, &progress));
+}
+
+// What a reporter may see: permutations whose length never rises.
+TEST(nmkAnneal, shows_the_best_order_so_far_to_a_reporter) {
+    const auto points = plain::spread_points(plain::Spread::square, 20, 34);
+    const giPoint3coPageArr array = plain::paged(points);
+    nmkAnnealStatePoints state(&array), best(&array);
+    struct Watching : nmkProgressBreak {
+        nmkAnnealStatePoints* best = nullptr;
+        double length = std::numeric_limits<double>::max();
+        int rises = 0;
+        int increment() override {
+            const double now = best->length();
+            // Rounding of the running sum apart, which differs from one worked out afresh.
+            if (now > length + 1e-9) ++rises;
+            length = now;
+            return 0;
+        }
+    } watching;
+    watching.best = &best;
+    nmkAnneal anneal(state, best);
+    anneal.set_progress(&watching);
+    anneal.simulate();
+    EXPECT_EQ(watching.rises, 0);
+    EXPECT_LT(watching.length, 700.0);
+}
+
+TEST(nmkAnneal, runs_on_two_threads_with_states_of_their_own) {
+    const auto points = plain::spread_points(plain::Spread::square, 15, 35);
+    const giPoint3coPageArr array = plain::paged(points);
+    std::vector<int> orders[2];
+    const auto work = [&array](std::vector<int>& order) {
+        nmkAnnealStatePoints state(&array), best(&array);
+        nmkAnneal anneal(state, best);
+        anneal.simulate();
+        order = plain::items_of(best);
+    };
+    std::thread first(work, std::ref(orders[0])), second(work, std::ref(orders[1]));
+    first.join();
+    second.join();
+    EXPECT_EQ(orders[0], orders[1]);
+    EXPECT_EQ(orders[0].size(), 15u);
+}
+
+}  // namespace
