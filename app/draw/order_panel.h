@@ -1,0 +1,28 @@
+// order_panel.h: one half of the picture: the cuts of a part and the way of the cutter between
+// them.
+//
+// Cuts are solid: holes as circles of the tool's diameter, slots as thick lines. Travel is dashed
+// and coloured by order over all runs, first to last. Start and end of each run are marked, and the
+// longest move of all.
+#pragma once
+
+#include <vector>
+
+#include "draw/plan_view.h"
+#include "draw/svg_document.h"
+#include "order/machining_job.h"
+
+namespace nmk_app {
+
+/// The holes and slots, filled in the colour of their tool.
+void draw_cuts(SvgDocument& svg, const PlanView& view, const std::vector<JobTool>& tools);
+
+/// Travel and marks of the runs, above the cuts.
+void draw_travel(SvgDocument& svg, const PlanView& view, const std::vector<JobTool>& runs);
+
+/// The marks of the legend, the same as in the panel.
+void draw_start_mark(SvgDocument& svg, SvgPoint at);
+void draw_end_mark(SvgDocument& svg, SvgPoint at);
+void draw_longest_mark(SvgDocument& svg, SvgPoint from, SvgPoint to);
+
+}  // namespace nmk_app

@@ -1,0 +1,32 @@
+// picture_legend.h: what the marks and colours of the picture mean, and its table of figures.
+//
+// Each operation draws from a given y downwards and answers where the next thing may begin.
+#pragma once
+
+#include <vector>
+
+#include "draw/plan_view.h"
+#include "draw/svg_document.h"
+#include "order/machining_job.h"
+#include "order/order_table.h"
+
+namespace nmk_app {
+
+/// Where something may be drawn, in pixels.
+struct PictureColumn {
+    double left = 0.0;
+    double right = 0.0;
+};
+
+double draw_marks_legend(SvgDocument& svg, PictureColumn column, double top);
+
+/// The tools with their colours and diameters; as many lines as they need.
+double draw_tools_legend(SvgDocument& svg, PictureColumn column, double top,
+                         const std::vector<JobTool>& tools);
+
+/// A bar of a round number of millimetres, its right end at the column's.
+void draw_scale_bar(SvgDocument& svg, PictureColumn column, double top, double pixels_per_mm);
+
+double draw_figures(SvgDocument& svg, PictureColumn column, double top, const OrderReport& report);
+
+}  // namespace nmk_app

@@ -1,0 +1,21 @@
+// sort_type_names.h: the names by which a person picks a sort type on the command line.
+#pragma once
+
+#include <nmktoolbox/ordering/nmkSortType.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace nmk_app {
+
+/// The type of a name, in small or capital letters; nothing for a name that is not in the list.
+std::optional<nmkSortType> sort_type_of_name(std::string_view name);
+
+/// The name of a type in the list, "" for another.
+std::string_view sort_type_name(nmkSortType type);
+
+/// All names in the order of the types, "none, shortest, closest, ...".
+std::string sort_type_name_list();
+
+}  // namespace nmk_app
