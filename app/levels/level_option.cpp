@@ -1,5 +1,7 @@
 #include "levels/level_option.h"
 
+#include "text/escaped_text.h"
+
 #include <nmktoolbox/runtime/nmkVersion.h>
 
 #include <algorithm>
@@ -57,12 +59,8 @@ bool refuse(std::string& error, std::string message) {
 
 // What was typed may hold anything; an error stays one line of readable text.
 std::string quoted(std::string_view text) {
-    std::string result = "'";
-    for (const char each : text.substr(0, longest_name_compared)) {
-        const auto code = static_cast<unsigned char>(each);
-        result += code < 0x20 || code == 0x7F ? '?' : each;
-    }
-    return result + (text.size() > longest_name_compared ? "...'" : "'");
+    const bool is_cut = text.size() > longest_name_compared;
+    return "'" + line_text(text.substr(0, longest_name_compared)) + (is_cut ? "...'" : "'");
 }
 
 bool set_number(nmkVersion& level, std::string_view setting, std::string& error) {

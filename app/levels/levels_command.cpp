@@ -2,6 +2,7 @@
 
 #include "levels/level_option.h"
 #include "levels/print_levels.h"
+#include "text/escaped_text.h"
 
 #include <algorithm>
 #include <array>
@@ -121,11 +122,8 @@ std::vector<const nmkVersion*> wanted_levels(const Request& request) {
     return found;
 }
 
-// An argument that is quoted in the message may hold anything; the message stays one line.
-int fail(std::ostream& err, std::string message) {
-    const auto is_control = [](char each) { return static_cast<unsigned char>(each) < 0x20; };
-    std::replace_if(message.begin(), message.end(), is_control, '?');
-    err << "nmk levels: " << message << '\n';
+int fail(std::ostream& err, const std::string& message) {
+    err << "nmk levels: " << line_text(message) << '\n';
     return 2;
 }
 

@@ -1,8 +1,8 @@
 #include "levels/print_levels.h"
 
+#include "text/escaped_text.h"
+
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -28,23 +28,6 @@ std::string padded_right(std::string text, std::size_t width) {
 std::string padded_left(std::string text, std::size_t width) {
     if (text.size() < width) text.append(width - text.size(), ' ');
     return text;
-}
-
-std::string json_text(std::string_view text) {
-    std::string result = "\"";
-    for (const char each : text) {
-        if (each == '"' || each == '\\') {
-            result += '\\';
-            result += each;
-        } else if (static_cast<unsigned char>(each) < 0x20) {
-            std::array<char, 8> code{};
-            std::snprintf(code.data(), code.size(), "\\u%04x", static_cast<unsigned>(each));
-            result += code.data();
-        } else {
-            result += each;
-        }
-    }
-    return result + '"';
 }
 
 struct Row {
