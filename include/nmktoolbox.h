@@ -4,4 +4,5 @@
 #include <nmktoolbox/collections.h>
 #include <nmktoolbox/ordering.h>
 #include <nmktoolbox/runtime.h>
+#include <nmktoolbox/search.h>
 #include <nmktoolbox/solver.h>

@@ -14,6 +14,7 @@ declare -A builds_on=(
     [collections]=""
     [runtime]=""
     [ordering]="collections runtime"
+    [search]=""
     [solver]=""
 )
 

@@ -26,6 +26,11 @@ class giPoint2 {
         return giLength(std::sqrt(dx * dx + dy * dy));
     }
 
+    /// Non-zero when the points are at most `tolerance` apart: a circle, not a square.
+    int coincident(const giPoint2& other, double tolerance) const noexcept {
+        return distance(other) <= tolerance ? 1 : 0;
+    }
+
     bool operator==(const giPoint2&) const noexcept = default;
 
     double x;

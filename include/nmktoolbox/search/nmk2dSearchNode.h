@@ -1,0 +1,29 @@
+// nmk2dSearchNode.h: a point of the plane as a place that a search walks. x is the direction of
+// progress.
+#pragma once
+
+#include <geometry/giPoint2.h>
+#include <nmktoolbox/export.h>
+#include <nmktoolbox/search/nmkSearchNode.h>
+
+class NMKTOOLBOX_EXPORT nmk2dSearchNode : public nmkSearchNode {
+  public:
+    explicit nmk2dSearchNode(giPoint2 point);
+    ~nmk2dSearchNode() override;
+
+    /// Euclidean distance; `other` must be a node of the plane. The cost of a route is its length.
+    double min_cost(const nmkSearchNode& other) const override;
+
+    /// What `goal` answers for a node of the plane.
+    double min_cost(const nmkSearchGoal& goal) const override;
+
+    const giPoint2& point() const { return m_point; }
+
+  protected:
+    /// Whether `other` is a node of the plane at most 1e-5 away. Two ways to one lattice point add
+    /// up to slightly different sums and still count as one place.
+    bool is_equal(const nmkSearchNode& other) const override;
+
+  private:
+    giPoint2 m_point;
+};

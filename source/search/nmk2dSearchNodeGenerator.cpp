@@ -1,0 +1,65 @@
+#include <nmktoolbox/search/nmk2dSearchNode.h>
+#include <nmktoolbox/search/nmk2dSearchNodeGenerator.h>
+
+#include <utility>
+#include <vector>
+
+namespace {
+
+coiFiller<double> filler_of(std::vector<double>& values) {
+    return coiFiller_from_function<double>([&values](double value) { values.push_back(value); });
+}
+
+void add_both_ways(double value, double step, coiFiller<double>& filler) {
+    filler.add(value);
+    filler.add(value + step);
+    filler.add(value - step);
+}
+
+}  // namespace
+
+void nmkAbs2dSearchNodeGenerator::expand_node(
+    const nmkSearchNode& node, coiFiller<std::shared_ptr<const nmkSearchNode>> filler) const {
+    const auto& from = static_cast<const nmk2dSearchNode&>(node);
+    std::vector<double> x_values;
+    std::vector<double> y_values;
+    create_x_values(from, filler_of(x_values));
+    create_y_values(from, filler_of(y_values));
+    for (const double x : x_values) {
+        for (const double y : y_values) {
+            // Deliberate: compared exactly, though nodes are one place within a tolerance.
+            if (x == from.point().x && y == from.point().y) continue;
+            filler.add(create_node(giPoint2(x, y)));
+        }
+    }
+}
+
+nmkAbs2dSearchNodeGenerator::~nmkAbs2dSearchNodeGenerator() = default;
+
+nmk2dSearchNodeGenerator::nmk2dSearchNodeGenerator(double in_x, double in_y)
+    : m_step_x(in_x), m_step_y(in_y) {}
+
+nmk2dSearchNodeGenerator::~nmk2dSearchNodeGenerator() = default;
+
+double nmk2dSearchNodeGenerator::find_x_value(double x) const { return x + m_step_x; }
+
+std::shared_ptr<nmkSearchNode> nmk2dSearchNodeGenerator::create_node(const giPoint2& point) const {
+    return std::make_shared<nmk2dSearchNode>(point);
+}
+
+void nmk2dSearchNodeGenerator::create_x_values(const nmk2dSearchNode& node,
+                                               coiFiller<double> filler) const {
+    add_both_ways(node.point().x, m_step_x, filler);
+}
+
+void nmk2dSearchNodeGenerator::create_y_values(const nmk2dSearchNode& node,
+                                               coiFiller<double> filler) const {
+    add_both_ways(node.point().y, m_step_y, filler);
+}
+
+nmkForward2dSearchNodeGenerator::~nmkForward2dSearchNodeGenerator() = default;
+
+void nmkForward2dSearchNodeGenerator::create_x_values(const nmk2dSearchNode& node,
+                                                      coiFiller<double> filler) const {
+    filler.add(node.point().x + step_x());
+}

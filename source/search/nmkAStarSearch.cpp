@@ -1,0 +1,131 @@
+#include <nmktoolbox/search/nmkAStarSearch.h>
+#include <nmktoolbox/search/nmkAStarSearchNode.h>
+#include <nmktoolbox/search/nmkSearchGoal.h>
+#include <nmktoolbox/search/nmkSearchNode.h>
+#include <nmktoolbox/search/nmkSearchNodeGenerator.h>
+#include <nmktoolbox/search/nmkSearchNodeVerifier.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+using Route_filler = coiFiller<std::shared_ptr<const nmkSearchNode>>;
+
+namespace {
+
+// What a verifier is given for the parent of a root.
+class No_node final : public nmkSearchNode {
+  public:
+    double min_cost(const nmkSearchNode&) const override { return 0.0; }
+    double min_cost(const nmkSearchGoal&) const override { return 0.0; }
+
+  private:
+    bool is_equal(const nmkSearchNode&) const override { return false; }
+};
+
+const nmkSearchNode& parent_of(const nmkAStarSearchNode& record) {
+    static const No_node none;
+    const auto parent = record.parent();
+    return parent == nullptr ? none : *parent->node();
+}
+
+}  // namespace
+
+nmkAStarSearch::nmkAStarSearch(std::shared_ptr<const nmkSearchNodeGenerator> generator,
+                               std::shared_ptr<const nmkSearchNodeVerifier> verifier,
+                               std::shared_ptr<const nmkSearchNode> start,
+                               std::shared_ptr<nmkSearchGoal> goal)
+    : m_goal(std::move(goal)), m_generator(std::move(generator)), m_verifier(std::move(verifier)) {
+    // Deliberate: m_start stays empty until set_start.
+    m_open.push_back(nmkAStarSearch::generate_node(std::move(start), nullptr));
+}
+
+nmkAStarSearch::~nmkAStarSearch() = default;
+
+void nmkAStarSearch::set_start(std::shared_ptr<const nmkSearchNode> start) {
+    m_start = std::move(start);
+    m_open.clear();
+    // Deliberate: what earlier runs closed stays closed.
+    m_open.push_back(generate_node(m_start, nullptr));
+}
+
+// The goal test is made when a node comes out of the open list, never when it is generated.
+void nmkAStarSearch::perform(Route_filler filler) {
+    while (!m_open.empty()) {
+        const std::shared_ptr<const nmkAStarSearchNode> record = find_next_node();
+        if (record == nullptr) return;
+        if (is_goal(*record)) return reconstuct_route(record, filler);
+        expand_node(record);
+    }
+}
+
+// Deliberate: nothing is compared with the open list. A place that is reached by two parents
+// stands there twice, and the cheaper record closes it.
+void nmkAStarSearch::expand_node(std::shared_ptr<const nmkAStarSearchNode> record) {
+    std::vector<std::shared_ptr<const nmkSearchNode>> neighbours;
+    m_generator->expand_node(*record->m_node, coiFiller_from_container(neighbours));
+    for (auto& neighbour : neighbours) {
+        if (is_in_visited(*neighbour)) continue;
+        m_open.push_back(generate_node(std::move(neighbour), record));
+    }
+}
+
+std::shared_ptr<nmkAStarSearchNode> nmkAStarSearch::generate_node(
+    std::shared_ptr<const nmkSearchNode> node,
+    std::shared_ptr<const nmkAStarSearchNode> parent) const {
+    return std::make_shared<nmkAStarSearchNode>(std::move(node), std::move(parent), *m_goal);
+}
+
+bool nmkAStarSearch::is_goal(const nmkAStarSearchNode& record) const {
+    return m_goal->contains(*record.m_node);
+}
+
+bool nmkAStarSearch::is_in_visited(const nmkSearchNode& node) const {
+    return std::any_of(m_visited.begin(), m_visited.end(),
+                       [&node](const auto& closed) { return *closed == node; });
+}
+
+void nmkAStarSearch::reconstuct_route(std::shared_ptr<const nmkAStarSearchNode> record,
+                                      Route_filler filler) const {
+    std::vector<std::shared_ptr<const nmkSearchNode>> route;
+    for (; record->m_parent != nullptr; record = record->m_parent) route.push_back(record->m_node);
+    route.push_back(record->m_node);
+    for (auto node = route.rbegin(); node != route.rend(); ++node) filler.add(*node);
+}
+
+void nmkAStarSearch::update_goal() {
+    for (const auto& record : m_open) record->calculate_h(*m_goal);
+}
+
+std::shared_ptr<const nmkAStarSearchNode> nmkAStarSearch::find_next_node() {
+    while (!m_open.empty()) {
+        const std::shared_ptr<const nmkAStarSearchNode> record = pop_best_node();
+        if (is_in_visited(*record->m_node)) continue;
+        switch (m_verifier->verify(parent_of(*record), *record->m_node)) {
+            case nmkSearchNodeVerifierResult::accepted:
+                m_visited.push_back(record->m_node);
+                return record;
+            case nmkSearchNodeVerifierResult::refused_for_good:
+                m_visited.push_back(record->m_node);
+                break;
+            default:
+                break;  // another parent may still lead here
+        }
+    }
+    return nullptr;
+}
+
+std::shared_ptr<const nmkAStarSearchNode> nmkAStarSearch::pop_best_node() {
+    if (m_open.empty()) return nullptr;
+    std::size_t best = 0;
+    for (std::size_t i = 1; i < m_open.size(); ++i) {
+        if (m_open[i]->f() < m_open[best]->f()) best = i;
+    }
+    const std::shared_ptr<const nmkAStarSearchNode> chosen = m_open[best];
+    if (m_goal->overshoot_goal(*chosen->m_node, *m_generator)) {
+        // Deliberate: the choice stands, even where the new scores would put another first.
+        update_goal();
+    }
+    m_open.erase(m_open.begin() + static_cast<std::ptrdiff_t>(best));
+    return chosen;
+}

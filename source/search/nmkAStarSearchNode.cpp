@@ -1,0 +1,30 @@
+#include <nmktoolbox/search/nmkAStarSearchNode.h>
+#include <nmktoolbox/search/nmkSearchNode.h>
+
+#include <utility>
+
+nmkAStarSearchNode::nmkAStarSearchNode(std::shared_ptr<const nmkSearchNode> space_node,
+                                       std::shared_ptr<const nmkAStarSearchNode> reached_from,
+                                       const nmkSearchGoal& goal)
+    : m_node(std::move(space_node)), m_parent(std::move(reached_from)) {
+    nmkAStarSearchNode::calculate_h(goal);
+    nmkAStarSearchNode::calculate_g();
+}
+
+// A parent that nobody else holds would free its own parent, and so on to the root: take the chain
+// apart link by link instead.
+nmkAStarSearchNode::~nmkAStarSearchNode() {
+    std::shared_ptr<const nmkAStarSearchNode> link = std::move(m_parent);
+    while (link != nullptr && link.use_count() == 1) {
+        // Nobody else can see a record with one use, so it may give its parent away.
+        link = std::move(const_cast<nmkAStarSearchNode&>(*link).m_parent);
+    }
+}
+
+void nmkAStarSearchNode::calculate_h(const nmkSearchGoal& goal) { set_h(m_node->min_cost(goal)); }
+
+void nmkAStarSearchNode::calculate_g() {
+    m_g = m_parent == nullptr ? 0.0 : m_node->min_cost(*m_parent->m_node) + m_parent->m_g;
+}
+
+void nmkAStarSearchNode::set_h(double h) { m_h = h; }

@@ -1,0 +1,3 @@
+#include <nmktoolbox/search/nmkSearchNodeGenerator.h>
+
+nmkSearchNodeGenerator::~nmkSearchNodeGenerator() = default;

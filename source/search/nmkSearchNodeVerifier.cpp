@@ -1,0 +1,3 @@
+#include <nmktoolbox/search/nmkSearchNodeVerifier.h>
+
+nmkSearchNodeVerifier::~nmkSearchNodeVerifier() = default;

@@ -1,0 +1,133 @@
+// recording_space.h: a space of numbered places along a line of text, which writes down each call
+// that a search makes.
+#pragma once
+
+#include <nmktoolbox/search.h>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace recording {
+
+using Log = std::vector<std::string>;
+
+/// A place with a name; names are compared for equality.
+class Place : public nmkSearchNode {
+  public:
+    Place(std::string its_name, double its_h, Log* calls)
+        : name(std::move(its_name)), h(its_h), log(calls) {}
+
+    double min_cost(const nmkSearchNode& other) const override {
+        log->push_back("step " + static_cast<const Place&>(other).name + ">" + name);
+        return step;
+    }
+    double min_cost(const nmkSearchGoal&) const override {
+        log->push_back("h " + name);
+        return h;
+    }
+
+    std::string name;
+    mutable double h;
+    double step = 1.0;
+    Log* log;
+
+  protected:
+    bool is_equal(const nmkSearchNode& other) const override {
+        log->push_back(name + "==" + static_cast<const Place&>(other).name);
+        return name == static_cast<const Place&>(other).name;
+    }
+};
+
+using Place_ptr = std::shared_ptr<const Place>;
+
+class Goal : public nmkSearchGoal {
+  public:
+    Goal(std::string its_name, Log* calls) : name(std::move(its_name)), log(calls) {}
+
+    bool contains(const nmkSearchNode& node) const override {
+        log->push_back("goal " + static_cast<const Place&>(node).name);
+        return static_cast<const Place&>(node).name == name;
+    }
+    bool overshoot_goal(const nmkSearchNode& node, const nmkSearchNodeGenerator&) override {
+        const std::string popped = static_cast<const Place&>(node).name;
+        log->push_back("overshoot " + popped);
+        return on_overshoot && on_overshoot(popped);
+    }
+
+    std::string name;
+    std::function<bool(const std::string&)> on_overshoot;
+    Log* log;
+};
+
+class Generator : public nmkSearchNodeGenerator {
+  public:
+    explicit Generator(Log* calls) : log(calls) {}
+
+    void expand_node(const nmkSearchNode& node,
+                     coiFiller<std::shared_ptr<const nmkSearchNode>> filler) const override {
+        const std::string name = static_cast<const Place&>(node).name;
+        log->push_back("expand " + name);
+        const auto found = neighbours.find(name);
+        if (found == neighbours.end()) return;
+        for (const Place_ptr& place : found->second) filler.add(place);
+    }
+    double find_x_value(double x) const override { return x + 1.0; }
+
+    std::map<std::string, std::vector<Place_ptr>> neighbours;
+    Log* log;
+};
+
+class Verifier : public nmkSearchNodeVerifier {
+  public:
+    explicit Verifier(Log* calls) : log(calls) {}
+
+    nmkSearchNodeVerifierResult verify(const nmkSearchNode& parent,
+                                       const nmkSearchNode& node) const override {
+        const auto* from = dynamic_cast<const Place*>(&parent);
+        const std::string step =
+            (from ? from->name : std::string("none")) + ">" + static_cast<const Place&>(node).name;
+        log->push_back("verify " + step);
+        const auto found = answers.find(step);
+        return static_cast<nmkSearchNodeVerifierResult>(found == answers.end() ? 0 : found->second);
+    }
+    bool is_in_bounds(const nmkSearchNode&) const override {
+        log->push_back("in bounds");
+        return true;
+    }
+
+    std::map<std::string, int> answers;  // by "parent>node"; 0 where nothing stands
+    Log* log;
+};
+
+/// Everything that a search needs, and what it did.
+class Space {
+  public:
+    Log log;
+    std::shared_ptr<Generator> generator = std::make_shared<Generator>(&log);
+    std::shared_ptr<Verifier> verifier = std::make_shared<Verifier>(&log);
+    std::shared_ptr<Goal> goal = std::make_shared<Goal>("goal", &log);
+
+    Place_ptr place(const std::string& name, double h = 0.0, double step = 1.0) {
+        auto made = std::make_shared<Place>(name, h, &log);
+        made->step = step;
+        return made;
+    }
+    nmkAStarSearch search(Place_ptr start) { return {generator, verifier, start, goal}; }
+
+    /// The names of the route, "a b goal"; empty when there is none.
+    static std::string route_of(nmkAStarSearch& search) {
+        std::vector<std::shared_ptr<const nmkSearchNode>> nodes;
+        search.perform(coiFiller_from_container(nodes));
+        std::string names;
+        for (const auto& node : nodes) {
+            names += (names.empty() ? "" : " ") + static_cast<const Place&>(*node).name;
+        }
+        return names;
+    }
+};
+
+}  // namespace recording
