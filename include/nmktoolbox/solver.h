@@ -1,4 +1,5 @@
 // solver.h: real roots of polynomials, systems of angles, roots of functions in a bracket.
 #pragma once
 
+#include <nmktoolbox/solver/nmkAngleSolver.h>
 #include <nmktoolbox/solver/nmkSolver.h>

@@ -1,0 +1,155 @@
+// angle_refinement: a zero of F on the quarter circle, by safeguarded Newton steps.
+//
+// The variable is sin phi up to 45 degrees and a little more, cos phi above: each is computed from
+// the other where that is well conditioned.
+#include <algorithm>
+#include <cmath>
+
+#include "solver/angle_elimination.h"
+
+namespace {
+
+constexpr double sine_is_variable = 0.71;  // at most: sin phi is the variable
+
+// When the iteration stops.
+constexpr double value_is_small = 1e-10;            // |F| at most
+constexpr double slope_times_step_is_small = 1e-5;  // max(1, dF/dphi) times the step, at most
+constexpr double step_beside_phi_is_small = 1e-5;   // the step beside the smaller of the two
+constexpr double step_is_small = 1e-10;             // the step, where that is larger
+constexpr double newton_step_is_last = 1e-15;       // a Newton step of at most this is the last
+
+// When a double root is suspected beside an end.
+constexpr double end_is_near_double_root = 0.001;  // |F| at the end, at most
+constexpr double value_is_near_double_root = 0.1;  // |F| here, at most
+
+// The brackets of a quarter circle are bisected to nothing in fewer than 1100 steps; ordinary
+// inputs take a few dozen.
+constexpr int most_steps = 4000;
+
+bool same_sign(double first, double second) { return (first < 0.0) == (second < 0.0); }
+
+bool uses_sine(const AngleDirection& phi) { return phi.sine <= sine_is_variable; }
+
+double variable(const AngleDirection& phi, bool sine) { return sine ? phi.sine : phi.cosine; }
+
+AngleDirection from_variable(double x, bool sine) {
+    return sine ? AngleDirection{other_of_unit(x), x} : AngleDirection{x, other_of_unit(x)};
+}
+
+/// Recomputes the less accurate of the two from the other.
+AngleDirection sharpened(const AngleDirection& phi) {
+    return uses_sine(phi) ? from_variable(phi.sine, true) : from_variable(phi.cosine, false);
+}
+
+class Iteration {
+  public:
+    Iteration(const AngleElimination& elimination, const AngleBracketEnd& low,
+              const AngleBracketEnd& high)
+        : elimination_(elimination), low_(low), high_(high) {
+        low_.phi = sharpened(low.phi);
+        high_.phi = sharpened(high.phi);
+        bisect(true);
+        step_ = high_.phi.sine - low_.phi.sine;
+        if (phi_.sine > sine_is_variable) {
+            bisect(false);
+            step_ = high_.phi.cosine - low_.phi.cosine;
+        }
+    }
+
+    AngleDirection run() {
+        for (int i = 0; i < most_steps; ++i) {
+            const double value = elimination_.F(phi_);
+            // Not "while it is not zero": NaN ends it as well.
+            if (!(std::fabs(value) > 0.0) || has_converged(value)) break;
+            const Iteration before = *this;
+            if (!advance(value)) break;
+            if (is_idle_since(before)) break;
+        }
+        return phi_;
+    }
+
+  private:
+    bool has_converged(double value) const {
+        const double room =
+            std::max(step_beside_phi_is_small * std::min(phi_.sine, phi_.cosine), step_is_small);
+        return std::fabs(value) <= value_is_small &&
+               std::fabs(std::max(1.0, slope_) * step_) <= slope_times_step_is_small &&
+               std::fabs(step_) <= room;
+    }
+
+    bool is_idle_since(const Iteration& before) const {
+        return phi_.sine == before.phi_.sine && phi_.cosine == before.phi_.cosine &&
+               step_ == before.step_ && slope_ == before.slope_ &&
+               low_.phi.sine == before.low_.phi.sine && high_.phi.sine == before.high_.phi.sine &&
+               low_.phi.cosine == before.low_.phi.cosine &&
+               high_.phi.cosine == before.high_.phi.cosine;
+    }
+
+    /// One step; answers false when it was the last.
+    bool advance(double value) {
+        (same_sign(value, low_.value) ? low_ : high_) = {phi_, value, false};
+        slope_ = elimination_.H(phi_);
+        const bool sine = uses_sine(phi_);
+        const double tangent = sine ? slope_ / phi_.cosine : -slope_ / phi_.sine;
+        if (std::fabs(slope_ * step_) <= std::fabs(2.0 * value) ||
+            newton_leaves(value, tangent, sine)) {
+            bisect(sine);
+            return true;
+        }
+        const double x = variable(phi_, sine);
+        if (step_beside_double_root(low_, x, value, tangent, sine) ||
+            step_beside_double_root(high_, x, value, tangent, sine))
+            return true;
+        step_ = value / tangent;
+        phi_ = from_variable(x - step_, sine);
+        return std::fabs(step_) > newton_step_is_last;
+    }
+
+    /// The tangent has the same sign at both ends.
+    bool newton_leaves(double value, double tangent, bool sine) const {
+        const double x = variable(phi_, sine);
+        const double at_low = value + (variable(low_.phi, sine) - x) * tangent;
+        const double at_high = value + (variable(high_.phi, sine) - x) * tangent;
+        return same_sign(at_low, at_high);
+    }
+
+    void bisect(bool sine) {
+        const double low = variable(low_.phi, sine);
+        const double high = variable(high_.phi, sine);
+        phi_ = from_variable((low + high) / 2.0, sine);
+        step_ = (high - low) / 2.0;
+    }
+
+    /// Near a double root F is a parabola, whose root the end and this point give.
+    bool step_beside_double_root(const AngleBracketEnd& end, double x, double value, double tangent,
+                                 bool sine) {
+        if (!end.is_candidate || !(std::fabs(end.value) <= end_is_near_double_root) ||
+            !(std::fabs(value) <= value_is_near_double_root) || same_sign(value, end.value))
+            return false;
+        const double x0 = variable(end.phi, sine);
+        const double rise = value - end.value;
+        const double v = (rise - (x - x0) * tangent) * end.value;
+        if (!(v > 0.0)) return false;
+        const double next = x0 + std::sqrt(v) * (x - x0) / rise;
+        const double low = variable(low_.phi, sine);
+        const double high = variable(high_.phi, sine);
+        if (!(next > std::min(low, high)) || !(next < std::max(low, high))) return false;
+        step_ = x - next;
+        phi_ = from_variable(next, sine);
+        return true;
+    }
+
+    const AngleElimination& elimination_;
+    AngleBracketEnd low_;
+    AngleBracketEnd high_;
+    AngleDirection phi_;
+    double step_ = 0.0;
+    double slope_ = 1.0;
+};
+
+}  // namespace
+
+AngleDirection refine_angle(const AngleElimination& elimination, AngleBracketEnd low,
+                            AngleBracketEnd high) {
+    return Iteration(elimination, low, high).run();
+}
