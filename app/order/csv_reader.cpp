@@ -67,8 +67,9 @@ class TableReader {
     }
 
     giPoint3 point(const CsvRow& row, std::size_t first) const {
-        return giPoint3(coordinate(row, first), coordinate(row, first + 1),
-                        row.count > 2 ? coordinate(row, first + 2) : 0.0);
+        const double x = coordinate(row, first);
+        const double y = coordinate(row, first + 1);
+        return giPoint3(x, y, row.count > 2 ? coordinate(row, first + 2) : 0.0);
     }
 
     double m_scale;

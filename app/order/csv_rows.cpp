@@ -56,17 +56,17 @@ bool CsvRows::next(CsvRow& row) {
         }
         row.line = line.text;
         row.number = line.number;
-        split(row);
+        split_row(row, m_separator);
         return true;
     }
     return false;
 }
 
-void CsvRows::split(CsvRow& row) const {
+void split_row(CsvRow& row, char separator) {
     row.count = 0;
     row.cells = {};
     for (std::size_t at = 0; at <= row.line.size();) {
-        const std::size_t stop = std::min(row.line.find(m_separator, at), row.line.size());
+        const std::size_t stop = std::min(row.line.find(separator, at), row.line.size());
         if (row.count < most_csv_columns) {
             row.cells[row.count] = trimmed(row.line.substr(at, stop - at));
         }

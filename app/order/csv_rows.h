@@ -25,6 +25,9 @@ struct CsvRow {
     bool is_header() const;
 };
 
+/// Splits the row's line into its cells.
+void split_row(CsvRow& row, char separator);
+
 /// Hands out the rows that are neither empty nor remarks.
 class CsvRows {
   public:
@@ -36,8 +39,6 @@ class CsvRows {
     char separator() const { return m_separator == '\0' ? ',' : m_separator; }
 
   private:
-    void split(CsvRow& row) const;
-
     TextLines m_lines;
     char m_separator = '\0';
 };

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "order/csv_reader.h"
+#include "order/csv_rows.h"
 #include "order/text_lines.h"
 #include "order/text_number.h"
 
@@ -16,13 +17,21 @@ std::string point_cells(const giPoint3& point) {
     return number_text(point.x) + "," + number_text(point.y) + "," + number_text(point.z);
 }
 
-/// The row with its first three and last three cells exchanged.
-std::string turned_row(std::string_view row, char separator) {
-    std::size_t middle = 0;
-    for (int i = 0; i < 3; ++i) {
-        middle = row.find(separator, middle) + 1;
+/// The cells of the row as the file has them, without blanks and quotation marks: what else stands
+/// in a row could be taken for a separator once the row is the first. A turned row has its last
+/// three cells in front.
+std::string row_text(std::string_view line, char separator, bool is_turned) {
+    CsvRow row;
+    row.line = line;
+    split_row(row, separator);
+    std::string text;
+    for (std::size_t i = 0; i < row.count; ++i) {
+        if (i > 0) {
+            text += separator;
+        }
+        text += row.bare(is_turned ? (i + 3) % row.count : i);
     }
-    return std::string(row.substr(middle)) + separator + std::string(row.substr(0, middle - 1));
+    return text;
 }
 
 std::string same_table(const MachiningJob& ordered) {
@@ -35,7 +44,7 @@ std::string same_table(const MachiningJob& ordered) {
     for (const JobTool& tool : ordered.tools) {
         for (const JobItem& item : tool.items) {
             const std::string_view row = table.rows.at(item.source_index);
-            text.append(item.reversed ? turned_row(row, table.separator) : std::string(row));
+            text += row_text(row, table.separator, item.reversed);
             text.append(ending);
         }
     }

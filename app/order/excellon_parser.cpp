@@ -138,6 +138,13 @@ class ExcellonWalk {
         m_listener.line_kept(text, kind);
     }
 
+    /// Once for each line: before its cut, so that it stays with the cut's tool, else at its end.
+    void keep_comment() {
+        if (!m_comment.empty()) {
+            keep(std::exchange(m_comment, {}));
+        }
+    }
+
     void read_line();
     void read_header_line(std::string_view code);
     void read_header_words(std::string_view code);
@@ -161,6 +168,7 @@ class ExcellonWalk {
     ExcellonListener& m_listener;
     ExcellonState m_state;
     TextLine m_line;
+    std::string_view m_comment;  // of the line, until it is kept
     ExcellonPoint m_at;
     std::optional<int> m_tool;
     bool m_in_header = false;
@@ -194,10 +202,9 @@ void ExcellonWalk::read_line() {
     if (m_state.read_statement(code, m_line.number)) {
         return keep(m_line.text, ExcellonLine::definition);
     }
+    m_comment = m_line.text.substr(semicolon);
     read_words(code);
-    if (semicolon < m_line.text.size()) {
-        m_listener.line_kept(m_line.text.substr(semicolon), ExcellonLine::remark);
-    }
+    keep_comment();
 }
 
 void ExcellonWalk::read_header_line(std::string_view code) {
@@ -425,7 +432,8 @@ void ExcellonWalk::read_cut(ExcellonWords& words) {
     }
     m_last_was_hole = !end.has_value();
     emit(start, end);
-    if (!words.rest().empty()) {
+    const std::optional<ExcellonWord> next = words.peek();
+    if (next && next->letter != 'F' && next->letter != 'S') {
         refuse_rest(words);
     }
 }
@@ -515,6 +523,7 @@ void ExcellonWalk::emit(const ExcellonPoint& start, const std::optional<Excellon
     if (++m_items > most_items) {
         refuse("more than " + std::to_string(most_items) + " holes and slots");
     }
+    keep_comment();
     m_listener.cut(*m_tool, ExcellonCut{start, end, m_with_point}, format(), m_line.begin,
                    m_line.end);
 }

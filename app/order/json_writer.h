@@ -9,15 +9,11 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 #include "order/machining_job.h"
 
 namespace nmk_app {
 
 std::string write_json(const MachiningJob& ordered);
-
-/// The text as a JSON string with its quotation marks; bytes that are no UTF-8 become U+FFFD.
-std::string json_string(std::string_view text);
 
 }  // namespace nmk_app

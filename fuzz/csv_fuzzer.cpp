@@ -1,0 +1,30 @@
+// csv_fuzzer: any bytes as a table: read, written as it was read, read again.
+
+#include <cstdint>
+#include <cstdlib>
+
+#include "order/csv_reader.h"
+#include "order/csv_writer.h"
+#include "order/json_writer.h"
+
+using namespace nmk_app;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    std::string text(reinterpret_cast<const char*>(data), size);
+    auto read = read_csv("fuzz.csv", std::move(text), std::nullopt);
+    auto* job = std::get_if<MachiningJob>(&read);
+    if (job == nullptr || job->tools.empty()) {
+        return 0;
+    }
+    for (JobItem& item : job->tools[0].items) {
+        item.reversed = item.end.has_value();
+    }
+    write_json(*job);
+    const auto again = read_csv("again.csv", write_csv(*job), std::nullopt);
+    const auto* same = std::get_if<MachiningJob>(&again);
+    if (same == nullptr || same->tools.empty() ||
+        same->tools[0].items.size() != job->tools[0].items.size()) {
+        std::abort();
+    }
+    return 0;
+}

@@ -1,0 +1,15 @@
+// tsplib_fuzzer: any bytes as a TSPLIB instance, and as a file whose format has to be told.
+
+#include <cstdint>
+
+#include "order/read_job.h"
+#include "order/tsplib_reader.h"
+
+using namespace nmk_app;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string text(reinterpret_cast<const char*>(data), size);
+    read_tsplib("fuzz.tsp", text, std::nullopt);
+    read_job_text("fuzz", text, std::nullopt);
+    return 0;
+}

@@ -1,0 +1,44 @@
+// scratch_folder.h: a folder of its own for a test, gone when the test ends.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+class ScratchFolder {
+  public:
+    ScratchFolder() {
+        std::string name = (std::filesystem::temp_directory_path() / "nmk_test_XXXXXX").string();
+        EXPECT_NE(::mkdtemp(name.data()), nullptr);
+        m_path = name;
+    }
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+    ~ScratchFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(m_path, ignored);
+    }
+
+    const std::string& path() const { return m_path; }
+
+    /// Makes a file and answers its whole name.
+    std::string file(const std::string& name, const std::string& bytes) const {
+        std::ofstream(m_path + "/" + name, std::ios::binary) << bytes;
+        return m_path + "/" + name;
+    }
+
+    std::size_t file_count() const {
+        std::size_t count = 0;
+        for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(m_path)) {
+            ++count;
+        }
+        return count;
+    }
+
+  private:
+    std::string m_path;
+};
