@@ -51,15 +51,13 @@ bool RingPuller::all_plain() const {
 
 void RingPuller::ask_items() {
     for (nmkSortItemWithPoint* item : pulling) item->set_distance_array(ring, k);
-    for (int j = 0; j < ring.size(); ++j) {
-        double& sum_x = sums.x[static_cast<std::size_t>(j)];
-        double& sum_y = sums.y[static_cast<std::size_t>(j)];
-        for (const nmkSortItemWithPoint* item : pulling) {
+    for (const nmkSortItemWithPoint* item : pulling) {
+        for (int j = 0; j < ring.size(); ++j) {
             double dx = 0.0;
             double dy = 0.0;
             item->get_weighted_distance(dx, dy, j, ring[j]);
-            sum_x += dx;
-            sum_y += dy;
+            sums.x[static_cast<std::size_t>(j)] += dx;
+            sums.y[static_cast<std::size_t>(j)] += dy;
         }
     }
 }

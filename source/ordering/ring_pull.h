@@ -4,9 +4,8 @@
 // of j for i, over the sum of the weights of i; the pulls at j are summed over the items in their
 // order. The sums are the same to the last bit whichever way is taken:
 //
-// - by asking the items, ring point by ring point, as items of any class may override what they
-//   answer;
-// - in one sweep over flat arrays, item by item, where every item is a plain nmkSortItemLine.
+// - by asking the items, one after the other, as items of any class may override what they answer;
+// - in one sweep over flat arrays, where every item is a plain nmkSortItemLine.
 //
 // The sweep leaves out weights that are exactly zero. They would add a zero to a sum that is never
 // minus zero, which changes nothing.

@@ -1,0 +1,37 @@
+// stopwatch: how long something takes, and the line a benchmark prints about it.
+#pragma once
+
+#include <apsl/apHighResTime.h>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace stopwatch {
+
+/// Seconds that a call takes.
+template <class Work>
+double seconds(const Work& work) {
+    const double begin = apHighResTime::time();
+    work();
+    return apHighResTime::time() - begin;
+}
+
+/// The least of several calls, for work that is over too soon to be timed once.
+template <class Work>
+double least_seconds(int calls, const Work& work) {
+    double least = seconds(work);
+    for (int i = 1; i < calls; ++i) least = std::min(least, seconds(work));
+    return least;
+}
+
+/// Prints one measurement, and answers whether it reached its target and gave the right answer.
+inline bool report(const char* name, double ours, double peer, double target, bool same_answer) {
+    const double ratio = ours / peer;
+    const bool reached = same_answer && ratio <= target;
+    std::printf("%-44s %11.6f %11.6f %9.4f  at most %.4g%s%s\n", name, ours, peer, ratio, target,
+                same_answer ? "" : "  ANSWERS DIFFER", reached ? "" : "  MISSED");
+    std::fflush(stdout);
+    return reached;
+}
+
+}  // namespace stopwatch
