@@ -61,6 +61,14 @@ inline giPoint3coPageArr paged(const std::vector<Point>& points) {
     return array;
 }
 
+// The ends of `n` lines.
+struct Two_arrays {
+    Two_arrays(Spread spread, int n, std::uint32_t seed)
+        : starts(plain::paged(plain::spread_points(spread, n, seed))),
+          ends(plain::paged(plain::spread_points(spread, n, seed + 1))) {}
+    giPoint3coPageArr starts, ends;
+};
+
 // The fields of an order state, through pointers to members that a derived class may name.
 struct Inside : nmkAnnealOrderState {
     static std::uint32_t word(const nmkAnnealOrderState& s) { return (s.*(&Inside::random)).word; }

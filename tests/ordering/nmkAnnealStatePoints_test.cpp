@@ -1,0 +1,38 @@
+// nmkAnnealStatePoints_test.cpp: bare points.
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "ordering/plain_problems.h"
+
+namespace {
+
+using plain::items_of;
+using plain::Spread;
+using plain::Two_arrays;
+
+TEST(nmkAnnealStatePoints, measures_in_space) {
+    giPoint3coPageArr points;
+    points.add(giPoint3(0, 0, 0));
+    points.add(giPoint3(2, 3, 6));
+    nmkAnnealStatePoints state(&points);
+    EXPECT_EQ(state.distance(0, 1), 7.0);
+    EXPECT_EQ(state.num_items(), 2);
+}
+
+TEST(nmkAnnealStatePoints, takes_over_the_array_of_its_source) {
+    const Two_arrays arrays(Spread::space, 6, 1);
+    nmkAnnealStatePoints from(&arrays.starts), to(&arrays.ends);
+    from.initialise();
+    from.randomise();
+    to = from;
+    EXPECT_EQ(items_of(to), items_of(from));
+    EXPECT_EQ(to.length(), from.length());
+    const std::vector<int> before = items_of(from);
+    nmkAnnealState& same = from;
+    from = same;
+    EXPECT_EQ(items_of(from), before);
+}
+
+}  // namespace

@@ -1,0 +1,162 @@
+// nmkAnnealStateTwoItemStates_test.cpp: toolpaths that can be run in two ways.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <vector>
+
+#include "ordering/plain_problems.h"
+
+namespace {
+
+using plain::items_of;
+using Array = nmkAnnealItemTPcoPageArrPrfINTERNALcoPrfcoPageArr;
+
+// Run from one end in state 0, from the other in any other state.
+struct Two_way : nmkAnnealItemTP {
+    Two_way(giPoint3 a, giPoint3 b) : from(a), to(b) {}
+    giPoint3 start_point(int state) const override { return state == 0 ? from : to; }
+    giPoint3 end_point(int state) const override { return state == 0 ? to : from; }
+    giPoint3 from, to;
+};
+
+Array toolpaths(int n) {
+    const auto points = plain::spread_points(plain::Spread::space, 2 * n, 61);
+    Array array;
+    for (std::size_t k = 0; k < points.size(); k += 2) {
+        const auto &a = points[k], &b = points[k + 1];
+        array.add(nmkAnnealItemTPcoPageArrPrfINTERNALcoPrf(
+            new Two_way(giPoint3(a.x, a.y, a.z), giPoint3(b.x, b.y, b.z))));
+    }
+    return array;
+}
+
+struct Open_state : nmkAnnealStateTwoItemStates {
+    using nmkAnnealOrderState::candidate_1;
+    using nmkAnnealOrderState::candidate_2;
+    using nmkAnnealOrderState::candidate_distance;
+    using nmkAnnealOrderState::distance_value;
+    using nmkAnnealOrderState::item_states;
+    using nmkAnnealOrderState::random;
+    using nmkAnnealStateTwoItemStates::candidate_flip_state;
+    using nmkAnnealStateTwoItemStates::candidate_swap_state;
+    using nmkAnnealStateTwoItemStates::flip_item_state;
+    using nmkAnnealStateTwoItemStates::has_valid_candidate;
+    using nmkAnnealStateTwoItemStates::has_valid_flip_candidate;
+    using nmkAnnealStateTwoItemStates::has_valid_swap_candidate;
+    using nmkAnnealStateTwoItemStates::nmkAnnealStateTwoItemStates;
+    using nmkAnnealStateTwoItemStates::num_item_states;
+    using nmkAnnealStateTwoItemStates::operator=;
+    double distance(int a, int b) override {
+        ++distances;
+        return nmkAnnealStateTwoItemStates::distance(a, b);
+    }
+    int distances = 0;
+};
+
+TEST(nmkAnnealStateTwoItemStates, is_ready_when_it_is_made) {
+    Open_state state(toolpaths(5), 0);
+    EXPECT_EQ(items_of(state), (std::vector<int>{0, 1, 2, 3, 4}));
+    EXPECT_EQ(state.distance_value, state.length());
+    EXPECT_EQ(state.num_item_states(0), 2);
+    EXPECT_FALSE(state.has_valid_candidate());
+}
+
+TEST(nmkAnnealStateTwoItemStates, anneals_two_items_but_not_one) {
+    for (int n = 0; n <= 1; ++n) EXPECT_EQ(Open_state(toolpaths(n), 1).initialise(), -1.0);
+    Open_state state(toolpaths(2), 0), best(toolpaths(2), 0);
+    EXPECT_GT(state.initialise(), 0.0);
+    const double start = state.length();
+    nmkAnneal anneal(state, best);
+    anneal.simulate();
+    EXPECT_GE(anneal.num_iterations_used(), 15000);
+    EXPECT_LE(best.length(), start);
+}
+
+TEST(nmkAnnealStateTwoItemStates, looks_up_the_states_by_item) {
+    Open_state state(toolpaths(3), 0);
+    const double before = state.distance(0, 1);
+    state.flip_item_state(1);
+    EXPECT_NE(state.distance(0, 1), before);
+    EXPECT_EQ(state.item_states[1], 1);
+    state.flip_item_state(1);
+    EXPECT_EQ(state.distance(0, 1), before);
+    state.item_states[2] = 9;
+    state.flip_item_state(2);
+    EXPECT_EQ(state.item_states[2], 1);
+}
+
+TEST(nmkAnnealStateTwoItemStates, foretells_the_length_of_every_move) {
+    for (int closed = 0; closed < 2; ++closed) {
+        for (int n : {2, 3, 8}) {
+            Open_state state(toolpaths(n), closed);
+            state.randomise();
+            for (int k = 0; k < 2000; ++k) {
+                const double foretold = state.candidate_new_state();
+                ASSERT_TRUE(state.has_valid_candidate());
+                state.accept_new_state();
+                ASSERT_NEAR(foretold, state.length(), 1e-8) << closed << ' ' << n << ' ' << k;
+                ASSERT_EQ(state.candidate_1, -1);
+            }
+            std::vector<int> items = items_of(state);
+            std::sort(items.begin(), items.end());
+            for (int k = 0; k < n; ++k) ASSERT_EQ(items[static_cast<std::size_t>(k)], k);
+        }
+    }
+}
+
+TEST(nmkAnnealStateTwoItemStates, turns_a_quarter_of_the_time) {
+    Open_state state(toolpaths(6), 0);
+    int flips = 0;
+    for (int k = 0; k < 4000; ++k) {
+        state.candidate_new_state();
+        if (state.has_valid_flip_candidate() && !state.has_valid_swap_candidate()) ++flips;
+        state.accept_new_state();
+    }
+    EXPECT_NEAR(flips, 1000, 120);
+}
+
+TEST(nmkAnnealStateTwoItemStates, has_one_edge_to_look_at_where_an_open_path_ends) {
+    for (int closed = 0; closed < 2; ++closed) {
+        Open_state state(toolpaths(5), closed);
+        bool seen[5] = {};
+        for (int k = 0; k < 200; ++k) {
+            state.initialise();
+            state.distances = 0;
+            state.candidate_flip_state();
+            ASSERT_LT(state.distances, 5);
+            seen[state.distances] = true;
+        }
+        EXPECT_EQ(seen[2], closed == 0);  // one edge, before and after
+        EXPECT_TRUE(seen[4]);
+    }
+}
+
+TEST(nmkAnnealStateTwoItemStates, does_nothing_without_a_valid_move) {
+    Open_state state(toolpaths(4), 0);
+    state.candidate_distance = 1.0;
+    const double length = state.distance_value;
+    state.accept_new_state();
+    EXPECT_EQ(items_of(state), (std::vector<int>{0, 1, 2, 3}));
+    EXPECT_EQ(state.distance_value, length);
+}
+
+TEST(nmkAnnealStateTwoItemStates, copies_paths_and_states_from_its_own_kind_only) {
+    Open_state from(toolpaths(6), 1), to(toolpaths(3), 0);
+    from.randomise();
+    to = static_cast<const nmkAnnealState&>(from);
+    EXPECT_EQ(items_of(to), items_of(from));
+    EXPECT_EQ(to.length(), from.length());
+    to = static_cast<const nmkAnnealState&>(nmkAnnealOrderState(2));
+    EXPECT_EQ(items_of(to), items_of(from));
+}
+
+TEST(nmkAnnealStateTwoItemStates, does_not_copy_the_block_length) {
+    Open_state from(toolpaths(6), 0), to(toolpaths(6), 0);
+    from.candidate_swap_state();
+    to = static_cast<const nmkAnnealState&>(from);
+    EXPECT_TRUE(from.has_valid_swap_candidate());
+    EXPECT_FALSE(to.has_valid_swap_candidate());
+}
+
+}  // namespace
