@@ -36,7 +36,7 @@ std::vector<ListedLevel> listed_levels() {
 
 std::string with_line_feeds(std::string text) {
     for (std::size_t at = 0; (at = text.find("\\n", at)) != std::string::npos;) {
-        text.replace(at, 2, "\n");
+        text.replace(at, 2, 1, '\n');
     }
     return text;
 }
