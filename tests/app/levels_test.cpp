@@ -202,7 +202,8 @@ TEST_F(level_option, lists_near_names_for_an_unknown_one) {
 }
 
 TEST_F(level_option, names_nothing_near_for_a_name_without_end) {
-    EXPECT_TRUE(nmk_app::near_level_names(std::string(1'000'000, 'a')).empty());
-    EXPECT_FALSE(apply(std::string(1'000'000, 'a') + "=1"));
+    const std::string name(1'000'000, 'a');
+    EXPECT_TRUE(nmk_app::near_level_names(name).empty());
+    EXPECT_FALSE(apply(name + "=1"));
     EXPECT_LT(error.size(), 400U);
 }
