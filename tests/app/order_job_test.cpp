@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <deque>
+#include <numeric>
 
 #include "levels/level_option.h"
 #include "order/order_figures.h"
@@ -192,24 +193,50 @@ TEST(order_job, empty_jobs_single_and_coincident_holes_come_back_whole) {
     }
 }
 
-TEST(order_job, shortest_keeps_the_order_of_the_file_where_that_is_shorter) {
-    // The ring's start is free but its closing move is not: three slots are left as they stand by
-    // the library, and cutting their ring elsewhere may only help.
-    const MachiningJob job = job_of({slot(0, 0, 10, 0, 0), slot(11, 0, 20, 0, 1),
-                                     slot(21, 0, 30, 0, 2), slot(31, 0, 40, 0, 3)});
-    const OrderedJob ordered = order_job(job, request_of(nmkSortTypeShortest), nullptr);
-    EXPECT_LE(measure_travel(ordered.after[0].items).travel, 3.0);
-    for (unsigned seed = 1; seed <= 20; ++seed) {
-        SCOPED_TRACE(seed);
-        std::vector<JobItem> items;
-        unsigned word = seed;
-        const auto draw = [&] { return (word = word * 1664525U + 1013904223U) >> 24U; };
-        for (std::size_t i = 0; i < 6; ++i) {
-            items.push_back(slot(draw(), draw(), draw(), draw(), i));
+/// The shortest open way through a few slots, by trying every order and every turning.
+std::vector<JobItem> shortest_open_way(const std::vector<JobItem>& slots) {
+    std::vector<std::size_t> order(slots.size());
+    std::iota(order.begin(), order.end(), 0U);
+    std::vector<JobItem> best = slots;
+    do {
+        for (unsigned turns = 0; turns < 1U << slots.size(); ++turns) {
+            std::vector<JobItem> way;
+            for (std::size_t i = 0; i < order.size(); ++i) {
+                way.push_back(slots[order[i]]);
+                way.back().reversed = ((turns >> i) & 1U) != 0;
+            }
+            if (measure_travel(way).travel < measure_travel(best).travel) best = way;
         }
-        const OrderedJob any = order_job(job_of(items), request_of(nmkSortTypeShortest), nullptr);
-        EXPECT_LE(measure_travel(any.after[0].items).travel, measure_travel(items).travel);
+    } while (std::next_permutation(order.begin(), order.end()));
+    return best;
+}
+
+TEST(order_job, shortest_keeps_the_order_of_the_file_where_that_is_shorter) {
+    // The library looks for a short ring, and the shortest open way is not always part of it.
+    int kept = 0;
+    unsigned word = 1;
+    const auto draw = [&] { return (word = word * 1664525U + 1013904223U) >> 24U; };
+    for (int round = 0; round < 8; ++round) {
+        SCOPED_TRACE(round);
+        std::vector<JobItem> slots;
+        for (std::size_t i = 0; i < 5; ++i)
+            slots.push_back(slot(draw(), draw(), draw(), draw(), i));
+        std::vector<JobItem> file;
+        for (const JobItem& item : shortest_open_way(slots)) {
+            const giPoint3 from = item.entry();
+            const giPoint3 to = item.exit();
+            file.push_back({from, to, file.size(), false});
+        }
+        const OrderedJob ordered =
+            order_job(job_of(file), request_of(nmkSortTypeShortest), nullptr);
+        EXPECT_LE(measure_travel(ordered.after[0].items).travel, measure_travel(file).travel);
+        if (!ordered.notes.empty()) {
+            ++kept;
+            EXPECT_EQ(indices(ordered.after[0].items), indices(file));
+            EXPECT_NE(ordered.notes[0].find("order of the file is shorter"), std::string::npos);
+        }
     }
+    EXPECT_GT(kept, 0);
 }
 
 /// Asks for a stop at one step, counted from 1 over all tools.

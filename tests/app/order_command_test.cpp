@@ -1,0 +1,308 @@
+// order_command: what a person and a program see of `nmk order`.
+
+#include "order/order_command.h"
+
+#include <gtest/gtest.h>
+#include <nmkprogressbreak/nmkProgressBreak.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "order/read_job.h"
+#include "plain_syntax.h"
+#include "tool/run_tool.h"
+
+namespace {
+
+using namespace nmk_app;
+using plain_syntax::Json;
+using plain_syntax::Xml;
+namespace fs = std::filesystem;
+
+const std::string cover_plate = NMK_SOURCE_DIR "/samples/cover_plate.drl";
+
+struct Printed {
+    int code;
+    std::string out, err;
+};
+
+Printed run(const std::vector<std::string>& words) {
+    std::ostringstream out;
+    std::ostringstream err;
+    const int code = run_tool(words, out, err);
+    return {code, out.str(), err.str()};
+}
+
+std::string text_of(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// A folder of the test's own, gone afterwards.
+class order_command : public testing::Test {
+  protected:
+    void SetUp() override {
+        std::string name = (fs::temp_directory_path() / "nmk_order_XXXXXX").string();
+        ASSERT_NE(mkdtemp(name.data()), nullptr);
+        folder = name;
+    }
+    void TearDown() override { fs::remove_all(folder); }
+
+    std::string file(const std::string& name) const { return (folder / name).string(); }
+    std::string write(const std::string& name, const std::string& text) const {
+        std::ofstream(folder / name, std::ios::binary) << text;
+        return file(name);
+    }
+    std::size_t files() const {
+        return static_cast<std::size_t>(
+            std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
+    }
+    void expect_refused(const Printed& printed) const {
+        EXPECT_EQ(printed.code, 2);
+        EXPECT_EQ(printed.out, "");
+        EXPECT_EQ(std::count(printed.err.begin(), printed.err.end(), '\n'), 1) << printed.err;
+        EXPECT_TRUE(printed.err.ends_with('\n'));
+    }
+
+    fs::path folder;
+};
+
+const char* const square = "x,y\n0,0\n30,40\n0,40\n30,0\n";
+
+TEST_F(order_command, prints_a_table_with_a_row_for_each_tool_and_a_total) {
+    const Printed printed = run({"order", write("s.csv", square), "--rapid", "6000"});
+    EXPECT_EQ(printed.code, 0);
+    EXPECT_EQ(printed.err, "");
+    EXPECT_EQ(printed.out,
+              file("s.csv") +
+                  ": 4 items, 1 tool, sorted by shortest from (0, 0) mm\n"
+                  "\n"
+                  "tool   diameter  items  travel before  travel after  saved  longest  Euclidean  "
+                  "Chebyshev\n"
+                  "             mm                    mm            mm      %       mm          s  "
+                  "        s\n"
+                  "all                  4          130.0         100.0   23.1     40.0        1.0 "
+                  "       1.0\n"
+                  "--------------------------------------------------------------------------------"
+                  "---------\n"
+                  "total                4          130.0         100.0   23.1     40.0        1.0 "
+                  "       1.0\n"
+                  "\n"
+                  "Rapids at 6000 mm/min: straight (Euclidean) 1.3 s before, 1.0 s after; "
+                  "longest axis (Chebyshev) 1.1 s before, 1.0 s after.\n");
+}
+
+TEST_F(order_command, json_is_valid_whatever_the_name_of_the_file) {
+    for (const std::string name : {"plain.csv", "q\"uote\\.csv", "tab\t\x01.csv", "caf\xC3\xA9.csv",
+                                   "broken\xFF\xC3.csv", "<a&b>'.csv"}) {
+        const Printed printed = run({"order", write(name, square), "--json", "--svg", file("a"),
+                                     "--html", file("b"), "-o", file("c.json")});
+        EXPECT_EQ(printed.code, 0) << printed.err;
+        EXPECT_TRUE(Json::is_valid(printed.out)) << printed.out;
+        EXPECT_TRUE(Json::is_valid(text_of(file("c.json"))));
+        EXPECT_TRUE(Xml::is_well_formed(text_of(file("a")))) << name;
+        std::string page = text_of(file("b"));
+        page.replace(page.find("<meta charset=\"utf-8\"/>"), 0, "");
+        EXPECT_TRUE(Xml::is_well_formed(page)) << name;
+    }
+    const Printed sample = run({"order", cover_plate, "--json", "--type", "y"});
+    EXPECT_TRUE(Json::is_valid(sample.out));
+    EXPECT_NE(sample.out.find("\"items\": 403"), std::string::npos);
+}
+
+TEST_F(order_command, quiet_prints_nothing_but_json_when_asked_for) {
+    const std::string name = write("s.csv", square);
+    EXPECT_EQ(run({"order", name, "--quiet"}).out, "");
+    EXPECT_TRUE(Json::is_valid(run({"order", name, "--quiet", "--json"}).out));
+}
+
+TEST_F(order_command, what_is_written_holds_every_item_of_the_sample_once) {
+    for (const std::string name : {"out.drl", "out.csv", "out.json"}) {
+        EXPECT_EQ(run({"order", cover_plate, "--type", "closest", "-o", file(name)}).code, 0);
+    }
+    const auto lines_with = [&](const std::string& name, const std::string& word) {
+        std::istringstream lines(text_of(file(name)));
+        std::size_t count = 0;
+        for (std::string line; std::getline(lines, line);) {
+            count += line.find(word) != std::string::npos ? 1 : 0;
+        }
+        return count;
+    };
+    EXPECT_EQ(lines_with("out.drl", "X"), 403U);
+    EXPECT_EQ(lines_with("out.drl", "G85"), 38U);
+    EXPECT_EQ(lines_with("out.csv", ",") - lines_with("out.csv", "x") - lines_with("out.csv", "#"),
+              403U);
+    const auto again = read_job_file(file("out.drl"), std::nullopt);
+    ASSERT_TRUE(std::holds_alternative<MachiningJob>(again));
+}
+
+TEST_F(order_command, the_written_file_has_the_travel_that_was_promised) {
+    const auto after_of = [](const std::string& json) {
+        const std::size_t total = json.find("\"total\"");
+        const std::size_t after = json.find("\"after\": {\"travel\": ", total);
+        return std::stod(json.substr(after + 21));
+    };
+    const double promised =
+        after_of(run({"order", cover_plate, "--json", "-o", file("o.drl")}).out);
+    const double kept = after_of(run({"order", file("o.drl"), "--json", "--type", "none"}).out);
+    EXPECT_NEAR(promised, kept, 1e-6);
+    EXPECT_LT(promised, 5000.0);
+}
+
+TEST_F(order_command, outputs_that_cannot_be_written_leave_no_file) {
+    const std::string name = write("s.csv", square);
+    const std::string lost = file("no/such/folder.svg");
+    expect_refused(run({"order", name, "--svg", lost}));
+    expect_refused(run({"order", name, "--svg", file("a.svg"), "--html", lost}));
+    expect_refused(run({"order", name, "-o", file("a.csv"), "--svg", lost}));
+    expect_refused(run({"order", name, "-o", file("a.drl"), "--svg", file("a.svg")}));
+    expect_refused(run({"order", name, "--svg", folder.string()}));
+    if (fs::exists("/dev/full")) {
+        expect_refused(run({"order", name, "--svg", "/dev/full"}));
+        expect_refused(run({"order", name, "--html", file("a.html"), "--svg", "/dev/full"}));
+    }
+    EXPECT_EQ(files(), 1U);
+}
+
+TEST_F(order_command, standard_output_that_is_full_is_told) {
+    const std::string name = write("s.csv", square);
+    std::ostringstream err;
+    std::ofstream full("/dev/full");
+    if (!full) {
+        GTEST_SKIP() << "there is no /dev/full here";
+    }
+    EXPECT_EQ(run_tool({"order", name}, full, err), 2);
+    EXPECT_NE(err.str().find("standard output"), std::string::npos);
+}
+
+TEST_F(order_command, bad_input_is_refused_with_one_line_and_no_output) {
+    const std::string bad[] = {file("missing.drl"),
+                               folder.string(),
+                               write("r.csv", "1,2\n1,2,3,4\n"),
+                               write("n.csv", "1,2\nnan,4\n"),
+                               write("m.drl", "M48\nMETRIC\n"),
+                               write("b.drl", std::string("M48\0\xFF\x01", 6))};
+    const std::size_t before = files();
+    for (const std::string& name : bad) {
+        expect_refused(run({"order", name, "-o", file("o.csv"), "--svg", file("o.svg")}));
+    }
+    EXPECT_EQ(files(), before);
+}
+
+TEST_F(order_command, help_version_and_unknown_commands) {
+    EXPECT_EQ(run({"--version"}).out.rfind("nmk ", 0), 0U);
+    for (const std::string name : {"order", "levels"}) {
+        EXPECT_NE(run({"help"}).out.find("  " + name + " "), std::string::npos);
+        EXPECT_NE(run({"help", name}).out.find("samples/"), std::string::npos);
+        EXPECT_EQ(run({name, "--help"}).out, run({"help", name}).out);
+    }
+    expect_refused(run({}));
+    expect_refused(run({"fold"}));
+    expect_refused(run({"help", "fold"}));
+    expect_refused(run({"order"}));
+    expect_refused(run({"order", cover_plate, "--type", "cylinder"}));
+    expect_refused(run({"order", cover_plate, "--level", "itemsorter"}));
+    expect_refused(run({"order", cover_plate, "--level", "nothing=1"}));
+    expect_refused(run({"order", cover_plate, "--level"}));
+}
+
+TEST_F(order_command, the_level_of_the_sorter_chooses_the_older_method) {
+    std::string points;
+    unsigned word = 1;
+    for (int i = 0; i < 80; ++i) {
+        word = word * 1664525U + 1013904223U;
+        points += std::to_string(word >> 20U);
+        points += i % 2 == 0 ? "," : "\n";
+    }
+    const std::string name = write("p.csv", points);
+    const std::string plain = run({"order", name}).out;
+    const std::string old = run({"order", name, "--level", "itemsorter=0"}).out;
+    EXPECT_NE(plain, old);
+    EXPECT_EQ(run({"order", name, "--level=itemsorter=default"}).out, plain);
+}
+
+struct StopAtOnce : nmkProgressBreak {
+    int increment() override { return 1; }
+};
+
+TEST_F(order_command, a_break_still_writes_every_item_and_says_so) {
+    StopAtOnce stop;
+    std::ostringstream out;
+    std::ostringstream err;
+    EXPECT_EQ(run_order({cover_plate, "--type", "closest", "-o", file("o.drl")}, out, err, &stop),
+              0);
+    EXPECT_NE(err.str().find("stopped"), std::string::npos);
+    EXPECT_NE(out.str().find("T1: stopped"), std::string::npos);
+    EXPECT_NE(out.str().find("T4: not begun"), std::string::npos);
+    EXPECT_NE(run({"order", file("o.drl"), "--type", "none"}).out.find("403 items"),
+              std::string::npos);
+}
+
+TEST_F(order_command, the_picture_shows_every_cut_twice_with_y_upwards) {
+    EXPECT_EQ(run({"order", cover_plate, "--type", "xz", "--svg", file("a.svg")}).code, 0);
+    const std::string svg = text_of(file("a.svg"));
+    EXPECT_TRUE(Xml::is_well_formed(svg));
+    EXPECT_LT(svg.size(), 300000U);
+    std::size_t circles = 0;
+    for (std::size_t at = 0; (at = svg.find("<circle", at)) != svg.npos; ++at) ++circles;
+    // 365 holes and 4 starts in each panel; a hole and a start in the legend.
+    EXPECT_EQ(circles, 2U * (365U + 4U) + 2U);
+    run({"order", write("two.csv", "0,0\n0,10\n"), "--svg", file("b.svg")});
+    const std::string two = text_of(file("b.svg"));
+    const auto cy = [&](std::size_t at) {
+        return std::stod(two.substr(two.find("cy=\"", at) + 4));
+    };
+    const std::size_t first = two.find("<circle");
+    EXPECT_GT(cy(first), cy(two.find("<circle", first + 1)));
+}
+
+TEST_F(order_command, pictures_of_odd_jobs_are_well_formed) {
+    const std::string odd[] = {write("one.csv", "5,5\n"), write("same.csv", "1,1\n1,1\n1,1\n"),
+                               write("far.csv", "-1e9,0\n1e9,0\n0,1\n"),
+                               write("thin.csv", "0,0\n0,1000\n0,500\n"),
+                               write("small.csv", "0,0\n1e-7,0\n")};
+    for (const std::string& name : odd) {
+        const Printed printed = run({"order", name, "--svg", file("a.svg")});
+        EXPECT_EQ(printed.code, 0) << printed.err;
+        const std::string svg = text_of(file("a.svg"));
+        EXPECT_TRUE(Xml::is_well_formed(svg)) << name;
+        EXPECT_EQ(svg.find("nan"), std::string::npos) << name;
+        EXPECT_EQ(svg.find("inf"), std::string::npos) << name;
+    }
+}
+
+TEST_F(order_command, real_files_come_out_with_every_item) {
+    const fs::path data(NMK_SHARED_DATA_DIR);
+    if (!fs::exists(data / "drill")) {
+        GTEST_SKIP() << "the folder of real files is not here: " << data;
+    }
+    std::size_t ordered = 0;
+    for (const char* const kind : {"drill", "tsp"}) {
+        for (const auto& entry : fs::directory_iterator(data / kind)) {
+            const auto job = read_job_file(entry.path().string(), std::nullopt);
+            if (!std::holds_alternative<MachiningJob>(job) || entry.file_size() > 50000) {
+                continue;
+            }
+            const std::string out = std::string(kind) == "drill" ? file("o.drl") : file("o.csv");
+            const Printed printed = run({"order", entry.path().string(), "--type", "closest",
+                                         "--json", "-o", out, "--svg", file("o.svg")});
+            EXPECT_EQ(printed.code, 0) << printed.err;
+            EXPECT_TRUE(Xml::is_well_formed(text_of(file("o.svg")))) << entry.path();
+            std::size_t items = 0;
+            for (const JobTool& tool : std::get<MachiningJob>(job).tools)
+                items += tool.items.size();
+            const auto again = read_job_file(out, std::nullopt);
+            ASSERT_TRUE(std::holds_alternative<MachiningJob>(again)) << entry.path();
+            std::size_t kept = 0;
+            for (const JobTool& tool : std::get<MachiningJob>(again).tools)
+                kept += tool.items.size();
+            EXPECT_EQ(kept, items) << entry.path();
+            ++ordered;
+        }
+    }
+    EXPECT_GE(ordered, 10U);
+}
+
+}  // namespace
