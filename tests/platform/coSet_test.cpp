@@ -279,6 +279,41 @@ TEST(coSet, removes_an_element_that_is_named_by_its_own_stored_copy) {
     EXPECT_EQ(set.size(), 0);
 }
 
+TEST(coSet, gives_numbers_at_equal_distances_different_hashes) {
+    for (const int distance : {1, 2, 16, 1000, 4096, 65536, 65537}) {
+        std::set<unsigned int> hashes;
+        for (int i = 0; i < 1024; ++i) {
+            hashes.insert(coObjInterface<int>::obj_hash(i * distance));
+        }
+        EXPECT_EQ(hashes.size(), 1024U) << distance;
+    }
+}
+
+TEST(coSet, keeps_the_running_hash_right_for_an_element_whose_hash_is_0) {
+    CollidingSet set(4, 50);  // 0 and 3 have the hash 0, 1 has the hash 1
+    set.add(0);
+    set.add(3);
+    set.add(1);
+    EXPECT_EQ(set.running_hash(), 1U);
+    set.remove(3);
+    EXPECT_EQ(set.running_hash(), 1U);
+    EXPECT_TRUE(set.contains(0));
+    set.remove(1);
+    EXPECT_EQ(set.running_hash(), 0U);
+    EXPECT_EQ(set.size(), 1);
+}
+
+TEST(coSet, holds_enumerations_and_pointers) {
+    enum class Colour { red, green };
+    coSet<Colour> colours{Colour::green};
+    EXPECT_TRUE(colours.contains(Colour::green));
+    EXPECT_FALSE(colours.contains(Colour::red));
+    const int numbers[2] = {};
+    coSet<const int*> pointers{&numbers[0]};
+    EXPECT_TRUE(pointers.contains(&numbers[0]));
+    EXPECT_FALSE(pointers.contains(&numbers[1]));
+}
+
 TEST(coSet, makes_nil_once_however_many_threads_ask_first) {
     struct FirstAskedHere {
         int number = 0;

@@ -59,12 +59,12 @@ class UT_EXPORT coHash {
     /// The slot of an equal element, or -1.
     int find_index(const Element& element) const {
         if (!slots_) return -1;
-        const std::size_t index = search(element, Interface::obj_hash(element));
-        return slots_[index].used ? static_cast<int>(index) : -1;
+        const std::size_t index = search(element, mark_of(Interface::obj_hash(element)));
+        return slots_[index].used() ? static_cast<int>(index) : -1;
     }
 
     /// Whether a slot is empty.
-    bool obj_null(int index) const noexcept { return !slot(index).used; }
+    bool obj_null(int index) const noexcept { return !slot(index).used(); }
 
     /// The element in a slot that is not empty.
     Element& arr_get(int index) const noexcept { return slot(index).element; }
@@ -75,7 +75,7 @@ class UT_EXPORT coHash {
     /// The first slot in use from `index` upwards, or -1.
     int next_used(int index) const noexcept {
         for (const int slots = arr_size(); index < slots; ++index) {
-            if (slot(index).used) return index;
+            if (slot(index).used()) return index;
         }
         return -1;
     }
@@ -91,11 +91,10 @@ class UT_EXPORT coHash {
     /// Told the number of elements after each insertion: doubles the table while `count` is not
     /// below load_limit / 100.0 times the number of slots.
     virtual void update_size(int count) {
+        if (count < grow_at_) return;
         int exponent = size_exponent_;
-        while (count >= load_limit_ / 100.0 * static_cast<double>(std::int64_t{1} << exponent)) {
-            ++exponent;
-        }
-        if (exponent != size_exponent_) rehash(exponent);
+        while (count >= limit_of(exponent)) ++exponent;
+        rehash(exponent);
     }
 
     /// Drops all elements. With `resized` 0, slots that exist are made empty and kept; otherwise
@@ -108,27 +107,41 @@ class UT_EXPORT coHash {
   private:
     struct Slot {
         Element element{};
-        unsigned int hash = 0;
-        bool used = false;
+        unsigned int mark = 0;  // mark_of the element's hash; 0 while the slot is empty
+
+        bool used() const noexcept { return mark != 0; }
     };
+
+    // One word serves as hash and as sign of an element: a hash of 0 is noted as another number.
+    static constexpr unsigned int mark_of_hash_0 = 0x80000000U;
+    static unsigned int mark_of(unsigned int hash) noexcept {
+        return hash != 0 ? hash : mark_of_hash_0;
+    }
+    static unsigned int hash_in(const Slot& place) {
+        return place.mark != mark_of_hash_0 ? place.mark : Interface::obj_hash(place.element);
+    }
 
     static constexpr int largest_size_exponent = 30;
 
     Slot& slot(int index) const noexcept { return slots_[static_cast<std::size_t>(index)]; }
+    double limit_of(int exponent) const noexcept {
+        return load_limit_ / 100.0 * static_cast<double>(std::int64_t{1} << exponent);
+    }
     std::size_t mask() const noexcept { return (std::size_t{1} << size_exponent_) - 1; }
 
-    // The high bits of a product, so that hashes that differ in few bits spread as well.
-    std::size_t home(unsigned int hash) const noexcept {
-        const std::uint32_t spread = std::uint32_t{hash} * 0x9E3779B1U;
+    // The high bits of a product, so that hashes that differ in few bits spread as well. The factor
+    // is matched by the one in coObjInterface.
+    std::size_t home(unsigned int mark) const noexcept {
+        const std::uint32_t spread = std::uint32_t{mark} * 0x9E3779B1U;
         return static_cast<std::size_t>(std::uint64_t{spread} >> (32 - size_exponent_));
     }
 
     // The slot of an equal element, or the empty one where the search ended.
-    std::size_t search(const Element& element, unsigned int hash) const {
-        std::size_t index = home(hash);
-        while (slots_[index].used) {
+    std::size_t search(const Element& element, unsigned int mark) const {
+        std::size_t index = home(mark);
+        while (slots_[index].used()) {
             const Slot& candidate = slots_[index];
-            if (candidate.hash == hash && Interface::obj_compare(candidate.element, element) == 0) {
+            if (candidate.mark == mark && Interface::obj_compare(candidate.element, element) == 0) {
                 break;
             }
             index = (index + 1) & mask();
@@ -146,19 +159,19 @@ class UT_EXPORT coHash {
     int size_exponent_ = 0;
     unsigned int running_hash_ = 0;
     std::unique_ptr<Slot[]> slots_;
-    int none_used_below_ = 0;
+    int none_used_below_ = 0;  // no slot before this one is in use
+    double grow_at_ = 0.0;     // limit_of the present exponent
 };
 
 template <class Element, class Interface>
 const Element* coHash<Element, Interface>::add(const Element& element) {
     if (!slots_) make_slots(initial_size_exponent_);
     const unsigned int hash = Interface::obj_hash(element);
-    const std::size_t index = search(element, hash);
+    const std::size_t index = search(element, mark_of(hash));
     Slot& place = slots_[index];
-    if (place.used) return &place.element;
+    if (place.used()) return &place.element;
     place.element = element;
-    place.hash = hash;
-    place.used = true;
+    place.mark = mark_of(hash);
     none_used_below_ = std::min(none_used_below_, static_cast<int>(index));
     running_hash_ ^= hash;
     update_size(++count_);
@@ -168,9 +181,9 @@ const Element* coHash<Element, Interface>::add(const Element& element) {
 template <class Element, class Interface>
 Element coHash<Element, Interface>::remove_at(int index) {
     Slot& place = slot(index);
-    Element removed = std::move(place.element);
+    running_hash_ ^= hash_in(place);
     --count_;
-    running_hash_ ^= place.hash;
+    Element removed = std::move(place.element);
     slots_[close_gap(static_cast<std::size_t>(index))] = Slot();
     return removed;
 }
@@ -179,8 +192,8 @@ Element coHash<Element, Interface>::remove_at(int index) {
 // slot that is left over.
 template <class Element, class Interface>
 std::size_t coHash<Element, Interface>::close_gap(std::size_t gap) {
-    for (std::size_t i = (gap + 1) & mask(); slots_[i].used; i = (i + 1) & mask()) {
-        const std::size_t from_home = (i - home(slots_[i].hash)) & mask();
+    for (std::size_t i = (gap + 1) & mask(); slots_[i].used(); i = (i + 1) & mask()) {
+        const std::size_t from_home = (i - home(slots_[i].mark)) & mask();
         const std::size_t from_gap = (i - gap) & mask();
         if (from_home < from_gap) continue;
         slots_[gap] = std::move(slots_[i]);
@@ -194,6 +207,7 @@ void coHash<Element, Interface>::make_slots(int exponent) {
     if (exponent > largest_size_exponent) throw std::length_error("coHash: too many elements");
     slots_ = std::make_unique<Slot[]>(std::size_t{1} << exponent);
     size_exponent_ = exponent;
+    grow_at_ = limit_of(exponent);
     none_used_below_ = 0;
 }
 
@@ -204,9 +218,9 @@ void coHash<Element, Interface>::rehash(int exponent) {
     const std::unique_ptr<Slot[]> old = std::move(slots_);
     make_slots(exponent);
     for (std::size_t i = 0; i < old_slots; ++i) {
-        if (!old[i].used) continue;
-        std::size_t index = home(old[i].hash);
-        while (slots_[index].used) index = (index + 1) & mask();
+        if (!old[i].used()) continue;
+        std::size_t index = home(old[i].mark);
+        while (slots_[index].used()) index = (index + 1) & mask();
         slots_[index] = std::move(old[i]);
     }
 }
@@ -239,6 +253,7 @@ void coHash<Element, Interface>::become(utCopy, const coHash& other) {
     size_exponent_ = other.size_exponent_;
     running_hash_ = other.running_hash_;
     none_used_below_ = other.none_used_below_;
+    grow_at_ = other.grow_at_;
 }
 
 template <class Element, class Interface>
@@ -250,4 +265,5 @@ void coHash<Element, Interface>::take(coHash& other) noexcept {
     size_exponent_ = std::exchange(other.size_exponent_, other.initial_size_exponent_);
     running_hash_ = std::exchange(other.running_hash_, 0);
     none_used_below_ = std::exchange(other.none_used_below_, 0);
+    grow_at_ = other.grow_at_;
 }

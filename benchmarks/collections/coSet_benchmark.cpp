@@ -1,0 +1,92 @@
+// coSet_benchmark: a million additions and a million finds, beside std::unordered_set.
+//
+// Random 32-bit numbers; half of what is looked for is there. Each time is the best of several
+// rounds, ours and the peer's in turn.
+
+#include <ncamcontainer/builtin_containers.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <random>
+#include <unordered_set>
+#include <vector>
+
+namespace {
+
+constexpr int numbers_count = 1000000;
+constexpr int rounds = 5;
+constexpr double target = 1.5;
+
+struct Numbers {
+    std::vector<int> to_add;
+    std::vector<int> to_find;
+};
+
+int run_ours(const Numbers& numbers) {
+    intcoSet set(4, 50);
+    for (const int number : numbers.to_add) set.add(number);
+    int found = 0;
+    for (const int number : numbers.to_find) found += &set.find(number) != &intcoSet::nil() ? 1 : 0;
+    return found;
+}
+
+int run_peer(const Numbers& numbers) {
+    std::unordered_set<int> set;
+    for (const int number : numbers.to_add) set.insert(number);
+    int found = 0;
+    for (const int number : numbers.to_find) found += set.find(number) != set.end() ? 1 : 0;
+    return found;
+}
+
+template <class Run>
+double seconds(Run run, int& answer) {
+    const auto start = std::chrono::steady_clock::now();
+    answer = run();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+bool measure(const char* name, const Numbers& numbers) {
+    double ours = 1e9;
+    double peer = 1e9;
+    bool same = true;
+    for (int round = 0; round < rounds; ++round) {
+        int our_found = 0;
+        int peer_found = 0;
+        ours = std::min(ours, seconds([&] { return run_ours(numbers); }, our_found));
+        peer = std::min(peer, seconds([&] { return run_peer(numbers); }, peer_found));
+        same = same && our_found == peer_found;
+    }
+    std::printf("%-40s %.4f %.4f %.3f %.2f%s\n", name, ours, peer, ours / peer, target,
+                same ? "" : "  THE ANSWERS DIFFER");
+    return same;
+}
+
+Numbers random_numbers() {
+    std::mt19937 random(1);
+    Numbers numbers;
+    for (int i = 0; i < numbers_count; ++i) numbers.to_add.push_back(static_cast<int>(random()));
+    numbers.to_find = numbers.to_add;
+    for (std::size_t i = 0; i < numbers.to_find.size(); i += 2) {
+        numbers.to_find[i] = static_cast<int>(random());
+    }
+    std::shuffle(numbers.to_find.begin(), numbers.to_find.end(), random);
+    return numbers;
+}
+
+Numbers ascending_numbers() {
+    Numbers numbers;
+    for (int i = 0; i < numbers_count; ++i) {
+        numbers.to_add.push_back(i);
+        numbers.to_find.push_back(2 * i);
+    }
+    return numbers;
+}
+
+}  // namespace
+
+int main() {
+    const bool random_same = measure("coSet_1e6_random_adds_and_finds", random_numbers());
+    const bool ascending_same = measure("coSet_1e6_ascending_adds_and_finds", ascending_numbers());
+    return random_same && ascending_same ? 0 : 1;
+}
