@@ -1,5 +1,7 @@
 // collections.h: everything of the subsystem collections.
 #pragma once
 
+#include <nmktoolbox/collections/CRuntimeClassPtrObj.h>
 #include <nmktoolbox/collections/nmkBalBinTree.h>
 #include <nmktoolbox/collections/nmkPtrClaim.h>
+#include <nmktoolbox/collections/nmkTransPairutStringcoTable.h>

@@ -289,6 +289,15 @@ TEST(coSet, gives_numbers_at_equal_distances_different_hashes) {
     }
 }
 
+TEST(coSet, gives_negative_numbers_hashes_of_their_own) {
+    std::set<unsigned int> hashes;
+    for (int i = -1000; i < 1000; ++i) hashes.insert(coObjInterface<int>::obj_hash(i));
+    for (long long i = 1; i <= 1000; ++i) {
+        hashes.insert(coObjInterface<long long>::obj_hash(i << 32));
+    }
+    EXPECT_EQ(hashes.size(), 3000U);
+}
+
 TEST(coSet, keeps_the_running_hash_right_for_an_element_whose_hash_is_0) {
     CollidingSet set(4, 50);  // 0 and 3 have the hash 0, 1 has the hash 1
     set.add(0);

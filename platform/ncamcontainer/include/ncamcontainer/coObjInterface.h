@@ -6,20 +6,22 @@
 #pragma once
 
 #include <ncamcontainer/co_hash.h>
+#include <utils/utExport.h>
 
 #include <cstdint>
 #include <type_traits>
 
 template <class Element>
-struct coObjInterface {
+struct UT_EXPORT coObjInterface {
     /// Equal elements must have equal hashes.
     static unsigned int obj_hash(const Element& element) {
-        if constexpr (requires { co_hash(element); }) {
-            return co_hash(element);
-        } else if constexpr (std::is_integral_v<Element> || std::is_enum_v<Element>) {
+        // Words first: a pointer must not turn into a class that is hashed by it.
+        if constexpr (std::is_integral_v<Element> || std::is_enum_v<Element>) {
             return hash_of_word(static_cast<std::uint64_t>(element));
         } else if constexpr (std::is_pointer_v<Element>) {
             return hash_of_word(reinterpret_cast<std::uintptr_t>(element));
+        } else if constexpr (requires { co_hash(element); }) {
+            return co_hash(element);
         } else {
             static_assert(std::has_unique_object_representations_v<Element>,
                           "the bytes of this type do not tell its values apart: give it a co_hash");
@@ -38,6 +40,8 @@ struct coObjInterface {
     // Method: multiplicative hashing; Knuth, The Art of Computer Programming, volume 3,
     // section 6.4.
     static unsigned int hash_of_word(std::uint64_t word) {
-        return static_cast<std::uint32_t>(word ^ (word >> 32)) * 0xC2040465U;
+        const std::uint32_t low = static_cast<std::uint32_t>(word);
+        const std::uint32_t high = static_cast<std::uint32_t>(word >> 32);
+        return (low + high * 0x85EBCA6BU) * 0xC2040465U;
     }
 };

@@ -8,14 +8,14 @@
 
 /// One record of a table.
 template <class Key, class Value>
-struct coTableP {
+struct UT_EXPORT coTableP {
     Key key{};
     Value value{};
 };
 
 /// Tells records apart by their keys alone.
 template <class Key, class Value>
-struct coTablePInterface {
+struct UT_EXPORT coTablePInterface {
     static unsigned int obj_hash(const coTableP<Key, Value>& record) {
         return coObjInterface<Key>::obj_hash(record.key);
     }

@@ -4,12 +4,14 @@
 // unequal, and many operations of the kernel ask for the one and not for the other.
 #pragma once
 
+#include <utils/utExport.h>
+
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 
-class utString {
+class UT_EXPORT utString {
   public:
     /// The null string.
     utString() noexcept = default;
