@@ -65,4 +65,16 @@ std::vector<std::vector<int>> rows_by_key(const std::vector<double>& keys, doubl
     return rows;
 }
 
+void sort_rows(std::vector<std::vector<int>>& rows, const std::vector<double>& item_keys,
+               const std::vector<double>& row_keys) {
+    // By row first, while the item that opened a row is still the first in it.
+    std::stable_sort(rows.begin(), rows.end(), [&](const auto& a, const auto& b) {
+        return row_keys[at(a.front())] < row_keys[at(b.front())];
+    });
+    for (std::vector<int>& row : rows) {
+        std::stable_sort(row.begin(), row.end(),
+                         [&](int a, int b) { return item_keys[at(a)] < item_keys[at(b)]; });
+    }
+}
+
 }  // namespace nmk_ordering

@@ -18,4 +18,9 @@ namespace nmk_ordering {
 ///           items; the first of them opened the row
 std::vector<std::vector<int>> rows_by_key(const std::vector<double>& keys, double limit);
 
+/// Puts the items of each row in the order of `item_keys`, and the rows in the order of the
+/// `row_keys` of the items that opened them. Equal ones stay as they are; keys must be finite.
+void sort_rows(std::vector<std::vector<int>>& rows, const std::vector<double>& item_keys,
+               const std::vector<double>& row_keys);
+
 }  // namespace nmk_ordering

@@ -1,7 +1,8 @@
 // nmkItemSorterGrid: form the rows, then lay them out.
 //
-// For the equalities of nmkItemSortMethods the rows are found by key (grid_rows.h); any other
-// equality, and keys that are not finite, are asked pair by pair. Both give the same rows.
+// Where all three comparisons are those of nmkItemSortMethods, everything is done on flat arrays of
+// keys (grid_rows.h). Any other comparison, and keys that are not finite, take the general way:
+// pair by pair, through the sorted lists. Both give the same order.
 #include <nmktoolbox/ordering/nmkItemComparator.h>
 #include <nmktoolbox/ordering/nmkItemSortMethods.h>
 #include <nmktoolbox/ordering/nmkItemSorterGrid.h>
@@ -39,10 +40,29 @@ std::optional<RowRule> rule_of(nmkItemComparator::Equality equality, double tole
     return std::nullopt;
 }
 
-std::vector<double> keys_of(nmkSortList& items, sort_keys::Key key) {
+// Null for a comparison of a caller's own.
+sort_keys::Key key_of(nmkItemComparator::Comparison comparison) {
+    using Methods = nmkItemSortMethods;
+    if (comparison == &Methods::compare_x) return sort_keys::x;
+    if (comparison == &Methods::compare_y) return sort_keys::y;
+    if (comparison == &Methods::compare_z) return sort_keys::z;
+    if (comparison == &Methods::compare_xy) return sort_keys::xy;
+    if (comparison == &Methods::compare_yx) return sort_keys::yx;
+    if (comparison == &Methods::compare_closest) return sort_keys::closest;
+    if (comparison == &Methods::compare_radial) return sort_keys::radial;
+    return nullptr;
+}
+
+std::vector<giPoint3> points_of(nmkSortList& items) {
+    std::vector<giPoint3> points;
+    while (items.forwards() != 0) points.push_back(item_point(items.read()));
+    return points;
+}
+
+std::vector<double> keys_of(const std::vector<giPoint3>& points, sort_keys::Key key) {
     const giPoint3& c = nmkItemComparator::comparison_point();
     std::vector<double> keys;
-    while (items.forwards() != 0) keys.push_back(key(item_point(items.read()), c));
+    for (const giPoint3& point : points) keys.push_back(key(point, c));
     return keys;
 }
 
@@ -61,6 +81,7 @@ void nmkItemSorterGrid::add_items(nmkSortList& items) { source.add_items(items);
 
 nmkSortList& nmkItemSorterGrid::sort(double tolerance) {
     result.clear();
+    if (sort_by_keys(tolerance)) return result;
     nmkSortedListcoSortedList rows;
     form_rows(tolerance, rows);
     if (reverse_rows == 0) {
@@ -78,34 +99,43 @@ void nmkItemSorterGrid::set_sort_directions(int new_zigzag, int new_reverse_firs
     reverse_rows = new_reverse_rows;
 }
 
-void nmkItemSorterGrid::form_rows(double tolerance, nmkSortedListcoSortedList& rows) {
+bool nmkItemSorterGrid::sort_by_keys(double tolerance) {
     const auto rule = rule_of(nmkItemComparator::equality_method(), tolerance);
-    if (rule.has_value()) {
-        const std::vector<double> keys = keys_of(source, rule->key);
-        if (all_finite(keys)) {
-            take_rows(nmk_ordering::rows_by_key(keys, rule->limit), rows);
-            return;
-        }
-    }
-    form_rows_by_any_equality(tolerance, rows);
+    const sort_keys::Key primary = key_of(nmkItemComparator::primary_sort());
+    const sort_keys::Key secondary = key_of(nmkItemComparator::secondary_sort());
+    if (!rule.has_value() || primary == nullptr || secondary == nullptr) return false;
+    const std::vector<giPoint3> points = points_of(source);
+    const std::vector<double> row_keys = keys_of(points, rule->key);
+    const std::vector<double> item_keys = keys_of(points, primary);
+    const std::vector<double> order_keys = keys_of(points, secondary);
+    if (!all_finite(row_keys) || !all_finite(item_keys) || !all_finite(order_keys)) return false;
+    auto rows = nmk_ordering::rows_by_key(row_keys, rule->limit);
+    nmk_ordering::sort_rows(rows, item_keys, order_keys);
+    if (reverse_rows != 0) std::reverse(rows.begin(), rows.end());
+    lay_out(rows);
+    return true;
 }
 
-void nmkItemSorterGrid::take_rows(const std::vector<std::vector<int>>& positions,
-                                  nmkSortedListcoSortedList& rows) {
+void nmkItemSorterGrid::lay_out(const std::vector<std::vector<int>>& rows) {
     std::vector<nmkSortItemPrf> items;
+    items.reserve(static_cast<std::size_t>(source.size()));
     while (source.forwards() != 0) items.push_back(source.read());
-    for (const std::vector<int>& members : positions) {
-        nmkSortedList row(items[static_cast<std::size_t>(members.front())]);
-        for (const int member : members) row->add(items[static_cast<std::size_t>(member)]);
-        rows.add(row);
-    }
     source.clear();
+    const auto append = [&](int item) { result.add_item(items[static_cast<std::size_t>(item)]); };
+    int direction = reverse_first_row;
+    for (const std::vector<int>& row : rows) {
+        if (direction == 0) {
+            std::for_each(row.begin(), row.end(), append);
+        } else {
+            std::for_each(row.rbegin(), row.rend(), append);
+        }
+        if (zigzag != 0) direction = direction == 0 ? 1 : 0;
+    }
 }
 
 // Deliberate: an item is compared with the first of the row only, so two that are each within the
 // tolerance of it share the row even where they are further than that from each other.
-void nmkItemSorterGrid::form_rows_by_any_equality(double tolerance,
-                                                  nmkSortedListcoSortedList& rows) {
+void nmkItemSorterGrid::form_rows(double tolerance, nmkSortedListcoSortedList& rows) {
     while (source.forwards() != 0) {
         const nmkSortItemPrf first = source.read_first();
         nmkSortedList row(first);

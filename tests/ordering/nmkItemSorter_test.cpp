@@ -357,6 +357,24 @@ TEST(nmkItemSorterGrid, forms_the_rows_of_the_plain_way_by_every_equality) {
     }
 }
 
+TEST(nmkItemSorterGrid, orders_as_the_plain_way_by_a_callers_own_comparisons) {
+    KeepsComparator keeps;
+    nmkItemComparator::set_comparison_point(giPoint3(3, 2, 0));
+    for (const Layout layout : layouts) {
+        Holes holes;
+        fill(holes, layout, 80, 12);
+        nmkItemComparator::equality_method(&Methods::equal_y);
+        nmkItemComparator::primary_sort(&nearer_by_blocks);
+        nmkItemComparator::secondary_sort(&Methods::compare_y);
+        expect_same_grid(holes, 1.0, "own primary");
+        nmkItemComparator::primary_sort(&Methods::compare_radial);
+        nmkItemComparator::secondary_sort(&nearer_by_blocks);
+        expect_same_grid(holes, 1.0, "own secondary");
+        nmkItemComparator::secondary_sort(&Methods::compare_closest);
+        expect_same_grid(holes, 1.0, "radial and closest");
+    }
+}
+
 TEST(nmkItemSorterGrid, forms_the_rows_of_the_plain_way_where_keys_are_no_numbers_or_infinite) {
     KeepsComparator keeps;
     nmkItemComparator::primary_sort(&Methods::compare_z);

@@ -30,9 +30,9 @@ class NMKTOOLBOX_EXPORT nmkItemSorterGrid : public nmkItemSorter {
     void set_sort_directions(int zigzag, int reverse_first_row, int reverse_rows);
 
   private:
+    bool sort_by_keys(double tolerance);
+    void lay_out(const std::vector<std::vector<int>>& rows);
     void form_rows(double tolerance, nmkSortedListcoSortedList& rows);
-    void take_rows(const std::vector<std::vector<int>>& positions, nmkSortedListcoSortedList& rows);
-    void form_rows_by_any_equality(double tolerance, nmkSortedListcoSortedList& rows);
     void go_forwards(const nmkSortedListcoSortedList& rows, int zigzag, int direction);
     void go_backwards(const nmkSortedListcoSortedList& rows, int zigzag, int direction);
     void add_items_from_list(const nmkSortedList& row, int direction);
