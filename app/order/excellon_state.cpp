@@ -108,6 +108,9 @@ void ExcellonState::read_comment(std::string_view comment, std::size_t line) {
 }
 
 bool ExcellonState::read_statement(std::string_view text, std::size_t line) {
+    if (text.find_first_of("IiMm") != 0) {
+        return false;  // most lines are holes
+    }
     const std::string lowered = lower_case(text);
     std::string_view rest = lowered;
     const std::string_view keyword = take_field(rest);
