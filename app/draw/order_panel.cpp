@@ -166,7 +166,9 @@ class Labels {
     LabelPlaces places;
 };
 
-double label_width(const std::string& words) { return text_width(words, label_size) + 8.0; }
+double label_width(const std::string& words) {
+    return text_width(words, label_size) * 1.1 + 10.0;
+}  // bold
 
 /// Ends under starts, so that a run of one hole shows both.
 void draw_run_marks(SvgDocument& svg, const PlanView& view, const std::vector<JobTool>& runs,
@@ -235,10 +237,10 @@ void draw_cuts(SvgDocument& svg, const PlanView& view, const std::vector<JobTool
 void draw_travel(SvgDocument& svg, const PlanView& view, const std::vector<JobTool>& runs) {
     Labels labels(svg, view);
     const LongestMove longest = longest_move(view, runs);
+    draw_moves(svg, moves_of(view, runs));
     if (longest.length > 0.0) {
         draw_longest_mark(svg, longest.from, longest.to);
     }
-    draw_moves(svg, moves_of(view, runs));
     draw_run_marks(svg, view, runs, labels);
     if (longest.length > 0.0) {
         const std::string words = "longest " + fixed_number(longest.length, 1) + " mm";
