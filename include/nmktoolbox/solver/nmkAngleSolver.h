@@ -39,7 +39,45 @@ class NMKTOOLBOX_EXPORT nmkAngleSolver {
     static int solve_angles3(double a, double b, double c, double d, double e, double f, double g,
                              double h, double k, giAngle* const phi, giAngle* const psi);
 
+    /// sin phi (a cos psi + b sin psi) + c cos phi = 0 and
+    /// (h + k sin phi)(a sin psi - b cos psi) = d. At most 4 solutions.
+    static int solve_angles4(double a, double b, double c, double d, double h, double k,
+                             double* cos_phi, double* sin_phi, double* cos_psi, double* sin_psi);
+    static int solve_angles4(double a, double b, double c, double d, double h, double k,
+                             giAngle* const phi, giAngle* const psi);
+
+    /// One solution of the system of solve_angles4, the one reached from phi at 90 degrees, for
+    /// the price of one descent. When the descent fails: all that solve_angles4 gives, up to 4.
+    static int solve_angles4_one_solution(double a, double b, double c, double d, double h,
+                                          double k, double* cos_phi, double* sin_phi,
+                                          double* cos_psi, double* sin_psi);
+    static int solve_angles4_one_solution(double a, double b, double c, double d, double h,
+                                          double k, giAngle* const phi, giAngle* const psi);
+
+    /// (h + k sin phi)(a cos psi + b sin psi) = c and
+    /// (h + k sin phi)(a sin psi - b cos psi) + d cos phi = e. At most 2 solutions.
+    static int solve_angles5(double a, double b, double c, double d, double e, double h, double k,
+                             double* cos_phi, double* sin_phi, double* cos_psi, double* sin_psi);
+    static int solve_angles5(double a, double b, double c, double d, double e, double h, double k,
+                             giAngle* const phi, giAngle* const psi);
+
+    /// The system of solve_angles4 with h zero, in closed form. At most 2 solutions.
+    static int solve_angles6(double a, double b, double c, double d, double k, double* cos_phi,
+                             double* sin_phi, double* cos_psi, double* sin_psi);
+    static int solve_angles6(double a, double b, double c, double d, double k, giAngle* const phi,
+                             giAngle* const psi);
+
   private:
+    static int solve_angles4_quartic(double a, double b, double c, double d, double h, double k,
+                                     double* cosines, double* sines);
+    static int solve_angles4_iteratively(double a, double b, double c, double d, double h, double k,
+                                         double& cos_phi, double& sin_phi, double& cos_psi,
+                                         double& sin_psi);
+    static int solve_angles4_quadratic(double d, double h, double k, double& cosine, double& sine);
+    static int solve_angles4_quartic_iteratively(double c, double d, double h, double k,
+                                                 double& cosine, double& sine);
+    static int quartic_laguer(double* const coefficients, double& x);
+
     /// The value, held to the range -1 to 1.
     static double clip_to_range(double value);
 
