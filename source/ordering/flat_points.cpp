@@ -61,6 +61,8 @@ class Points {
         for (int k = 0; k < n; ++k) {
             points.push_back(flat<dimensions>(Flat_access::points(state)[k]));
         }
+        placed.reserve(items.size() + 1);
+        links.reserve(items.size() + 1);
         if (n <= short_order) place();
     }
 
