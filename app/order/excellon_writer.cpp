@@ -29,6 +29,8 @@ struct ToolText {
 /// A program in parts that can be put together in another order.
 class ProgramParts : public ExcellonListener {
   public:
+    explicit ProgramParts(bool all_with_point) : m_all_with_point(all_with_point) {}
+
     void line_kept(std::string_view line, ExcellonLine kind) override {
         if (!m_body_begin) {
             return;
@@ -38,26 +40,30 @@ class ProgramParts : public ExcellonListener {
     }
 
     void tool_selected(int number, std::string_view text, std::size_t line_begin) override {
-        begin_body(line_begin);
+        if (m_cut_begins.empty()) {  // what stands before the first tool that cuts is the head
+            m_body_begin = line_begin;
+            tools.clear();
+            m_pending.clear();
+            m_pending_definitions.clear();
+        }
         if (number > 0) {
             tools.try_emplace(number, ToolText{std::string(text), {}, {}});
             move_all(m_pending, m_pending_before);
         }
     }
 
-    void cut(int tool, const ExcellonCut& cut, const ExcellonFormat& format, std::size_t line_begin,
+    void cut(int tool, const ExcellonCut& cut, const ExcellonFormat& format, std::size_t,
              std::size_t line_end) override {
-        begin_body(line_begin);
         tail_begin = line_end;
         move_all(m_pending_definitions, definitions);
         move_all(m_pending_before, tools[tool].before);
         move_all(m_pending, tools[tool].after);
         m_cut_begins.push_back(static_cast<std::uint32_t>(m_cuts.size()));
         m_tools_of_cuts.push_back(tool);
-        add_point(cut.start, format, cut.with_point);
+        add_point(cut.start, format, cut.with_point || m_all_with_point);
         if (cut.end) {
             m_cuts += slot_word;
-            add_point(*cut.end, format, cut.with_point);
+            add_point(*cut.end, format, cut.with_point || m_all_with_point);
         }
     }
 
@@ -87,15 +93,9 @@ class ProgramParts : public ExcellonListener {
         from.clear();
     }
 
-    void begin_body(std::size_t at) {
-        if (!m_body_begin) {
-            m_body_begin = at;
-        }
-    }
-
     void add_coordinate(const ExcellonCoordinate& coordinate, const ExcellonFormat& format,
                         bool with_point) {
-        m_cuts += coordinate.text.empty()
+        m_cuts += coordinate.text.empty() || m_all_with_point
                       ? excellon_number_text(coordinate.value, format, with_point)
                       : std::string(coordinate.text);
     }
@@ -107,6 +107,7 @@ class ProgramParts : public ExcellonListener {
         add_coordinate(point.y, format, with_point);
     }
 
+    bool m_all_with_point;
     std::optional<std::size_t> m_body_begin;
     std::vector<std::string> m_pending;         // remarks since the last tool or cut
     std::vector<std::string> m_pending_before;  // remarks before the last tool
@@ -235,10 +236,10 @@ class ProgramText {
     int m_current_tool = 0;
 };
 
-}  // namespace
-
-std::variant<std::string, JobError> write_excellon(const MachiningJob& ordered) {
-    ProgramParts parts;
+/// One way of writing the program; the error tells why the result would not be the ordered one.
+std::variant<std::string, JobError> write_checked(const MachiningJob& ordered,
+                                                  bool all_with_point) {
+    ProgramParts parts(all_with_point);
     ExcellonFacts facts;
     if (std::optional<JobError> error = parse_excellon(ordered.text, ordered.units, parts, facts)) {
         error->file_name = ordered.file_name;
@@ -260,6 +261,19 @@ std::variant<std::string, JobError> write_excellon(const MachiningJob& ordered) 
                             (error ? ": " + error->message : std::string())};
     }
     return text;
+}
+
+}  // namespace
+
+std::variant<std::string, JobError> write_excellon(const MachiningJob& ordered) {
+    std::variant<std::string, JobError> text = write_checked(ordered, false);
+    if (std::holds_alternative<std::string>(text)) {
+        return text;
+    }
+    // Which zeros a file without LZ or TZ keeps is told by its numbers. Repeats and increments that
+    // are written out can take that away; a point in every coordinate then says the same.
+    std::variant<std::string, JobError> with_points = write_checked(ordered, true);
+    return std::holds_alternative<std::string>(with_points) ? with_points : text;
 }
 
 }  // namespace nmk_app

@@ -88,6 +88,18 @@ TEST(excellon_writer, keeps_a_remark_behind_the_last_hole) {
               head + "T1\n;first\n;last\nX1Y1\nX2Y2\n;end\nM30\n");
 }
 
+TEST(excellon_writer, writes_points_where_the_kept_zeros_would_no_longer_show) {
+    const std::string head = "M48\nMETRIC\nT1C1.0\n%\n";
+    EXPECT_EQ(written(job_of_text(head + "T1\nX1Y1\nG91\nX001Y02\nM30\n")),
+              head + "G90\nT1\nX100.0Y100.0\nX101.0Y120.0\nM30\n");
+}
+
+TEST(excellon_writer, keeps_a_tool_table_that_stands_outside_a_header) {
+    const std::string text = "METRIC,TZ\nT1C1.0\nT2C2.0\nT3C3.0\n%\nT1\nX1Y1\nT2\nX2Y2\nM30\n";
+    EXPECT_EQ(written(backwards(job_of_text(text))),
+              "METRIC,TZ\nT1C1.0\nT2C2.0\nT3C3.0\n%\nT2\nX2Y2\nT1\nX1Y1\nM30\n");
+}
+
 TEST(excellon_writer, moves_a_second_header_before_the_first_tool) {
     const std::string text = "M48\nMETRIC,TZ\nT1C1.0\n%\nT1\nX1Y1\nM48\nT2C2.0\n%\nT2\nX2Y2\nM30\n";
     EXPECT_EQ(written(backwards(job_of_text(text))),
