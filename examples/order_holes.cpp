@@ -20,9 +20,9 @@ int main() {
     }
     nmkSortList& order = sorter.sort(0.01, giPoint3(0.0, 0.0, 0.0), nullptr);
     double travel = 0.0;
-    giPoint3 at = holes[order.read_first()->index()].place;
+    giPoint3 at = static_cast<Hole&>(*order.read_first()).place;
     while (order.forwards() != 0) {
-        const Hole& next = holes[order.read()->index()];
+        const Hole& next = static_cast<Hole&>(*order.read());
         travel += at.distance(next.place);
         at = next.place;
         std::printf("%d ", next.index());
