@@ -244,4 +244,23 @@ TEST(nmkAnnealOrderState, gives_its_arrays_to_ones_of_any_size) {
     EXPECT_EQ(states[4], 3);
 }
 
+// The self-check is private; naming it in an explicit instantiation is allowed all the same.
+int verify(nmkAnnealOrderState& state);
+template <int (nmkAnnealOrderState::*check)()>
+struct Self_check {
+    friend int verify(nmkAnnealOrderState& state) { return (state.*check)(); }
+};
+template struct Self_check<&nmkAnnealOrderState::verify_result>;
+
+TEST(nmkAnnealOrderState, verifies_that_every_item_stands_in_the_order) {
+    Line_state state(5), empty(0);
+    EXPECT_EQ(verify(empty), 1);
+    EXPECT_EQ(verify(state), 0);  // zeros only
+    state.initialise();
+    state.randomise();
+    EXPECT_EQ(verify(state), 1);
+    state.items[2] = state.items[3];
+    EXPECT_EQ(verify(state), 0);
+}
+
 }  // namespace
