@@ -1,7 +1,6 @@
 // solver.h: real roots of polynomials, systems of angles, roots of functions in a bracket.
 #pragma once
 
-#include <nmktoolbox/runtime/dbgLevel_angleassert_nmkutils.h>
 #include <nmktoolbox/solver/nmkAngleSolver.h>
 #include <nmktoolbox/solver/nmkCumulativeGaussian.h>
 #include <nmktoolbox/solver/nmkRootSolve.h>

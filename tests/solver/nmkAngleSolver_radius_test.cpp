@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <debugncam/dbgLevelManager.h>
+#include <nmktoolbox/runtime/dbgLevel_angleassert_nmkutils.h>
 #include <nmktoolbox/solver.h>
 #include <cmath>
 #include <vector>
