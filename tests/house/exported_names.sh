@@ -3,7 +3,8 @@
 #
 #   $1  project folder   $2  libnmktoolbox.so
 #
-# co_hash is what the sets ask of an element; each element type brings its own. Weak symbols are templates and inline functions that the language makes every library carry.
+# co_hash is what the sets ask of an element; each element type brings its own. Weak symbols are
+# templates and inline functions that the language makes every library carry.
 set -euo pipefail
 found=$(nm -DC --defined-only "$2" | awk '$2 ~ /^[TDBR]$/' | cut -d' ' -f3- |
     grep -vE '^((vtable|typeinfo|typeinfo name|VTT|guard variable|non-virtual thunk|virtual thunk)( for| to) )?(_?nmk|dbgLevel_|co_hash\()' || true)
