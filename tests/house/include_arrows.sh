@@ -16,6 +16,7 @@ declare -A builds_on=(
     [ordering]="collections runtime"
     [search]=""
     [solver]=""
+    [files]=""
 )
 
 found=$(grep -rnE '#include *[<"](nmktoolbox|order|levels|commands)[/.]' platform || true)
