@@ -1,4 +1,4 @@
-// builtin_containers.h: the containers of numbers that come with the library.
+// builtin_containers.h: the containers of numbers and texts that come with the library.
 #pragma once
 
 #include <ncamcontainer/coDList.h>
@@ -7,6 +7,7 @@
 #include <ncamcontainer/coPageArr.h>
 #include <ncamcontainer/coSList.h>
 #include <ncamcontainer/coSet.h>
+#include <utils/utString.h>
 
 using intcoFixedArr = coFixedArr<int>;
 using intcoDynArr = coDynArr<int>;
@@ -19,3 +20,6 @@ using doublecoFixedArr = coFixedArr<double>;
 using doublecoDynArr = coDynArr<double>;
 using doublecoPageArr = coPageArr<double>;
 using doublecoDList = coDList<double>;
+
+using utStringcoDList = coDList<utString>;
+using utStringcoDynArr = coDynArr<utString>;
