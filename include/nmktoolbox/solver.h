@@ -3,5 +3,9 @@
 
 #include <nmktoolbox/solver/nmkAngleSolver.h>
 #include <nmktoolbox/solver/nmkCumulativeGaussian.h>
+#include <nmktoolbox/solver/nmkNumberFormatter.h>
+#include <nmktoolbox/solver/nmkNumberRounder.h>
+#include <nmktoolbox/solver/nmkNumericalPrecision.h>
+#include <nmktoolbox/solver/nmkRange.h>
 #include <nmktoolbox/solver/nmkRootSolve.h>
 #include <nmktoolbox/solver/nmkSolver.h>

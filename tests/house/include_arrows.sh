@@ -15,7 +15,7 @@ declare -A builds_on=(
     [runtime]=""
     [ordering]="collections runtime"
     [search]=""
-    [solver]=""
+    [solver]="files"
     [files]=""
 )
 

@@ -1,0 +1,25 @@
+// nmkNumberRounder: the number nearest to a given one among those that a field can show.
+#pragma once
+
+#include <nmktoolbox/export.h>
+#include <nmktoolbox/solver/nmkNumericalPrecision.h>
+
+class NMKTOOLBOX_EXPORT nmkNumberRounder {
+  public:
+    /// `precision` is borrowed and must outlive the rounder.
+    explicit nmkNumberRounder(const nmkNumericalPrecision& precision);
+
+    /// `value`, which must not be negative, rounded to what the field can show.
+    ///
+    /// Beyond the greatest number of the field that one; below the least one, the least one from
+    /// above its half, else 0. A half of the last place is rounded down. 0 when the field can show
+    /// no number at all. NaN and infinity come back as they are.
+    double round(double value) const;
+
+  private:
+    double maximum_positive_admissible_value() const;
+    double minimum_positive_admissible_value() const;
+    int no_positive_admissible_value() const;
+
+    const nmkNumericalPrecision* m_precision;
+};

@@ -1,0 +1,58 @@
+// nmkNumberRounder: the number nearest to a given one among those that a field can show.
+#include <nmktoolbox/solver/nmkNumberRounder.h>
+#include <utils/utMath.h>
+
+#include <cmath>
+
+namespace {
+
+// A rest beyond this part of the last place is rounded up.
+// Deliberate: a rest of exactly a half goes down.
+constexpr double rest_is_rounded_up = 0.5;
+
+/// value to a whole number of units.
+double round_to_unit(double value, double unit) {
+    // Finer than doubles are: there is nothing to round.
+    if (unit == 0.0) return value;
+    const double quotient = value / unit;
+    const double whole = std::floor(quotient);
+    if (!(quotient - whole > rest_is_rounded_up)) return whole * unit;
+    const double up = (whole + 1.0) * unit;
+    return std::isfinite(up) ? up : whole * unit;
+}
+
+}  // namespace
+
+nmkNumberRounder::nmkNumberRounder(const nmkNumericalPrecision& precision)
+    : m_precision(&precision) {}
+
+double nmkNumberRounder::round(double value) const {
+    if (no_positive_admissible_value() != 0) return 0.0;
+    if (!std::isfinite(value)) return value;
+    const double least = minimum_positive_admissible_value();
+    const double greatest = maximum_positive_admissible_value();
+    if (value >= greatest) return greatest;
+    if (value <= least / 2.0) return 0.0;
+    if (value <= least) return least;
+    // Deliberate: the place is that of the order before rounding; 9.96 becomes 10 without a second
+    // look at the field.
+    const int order = static_cast<int>(std::floor(std::log10(value)));
+    return round_to_unit(value,
+                         utMath::pow(10.0, m_precision->least_significant_digit_position(order)));
+}
+
+double nmkNumberRounder::maximum_positive_admissible_value() const {
+    const int order = m_precision->maximum_order();
+    // From five characters on the exponent reaches beyond all finite numbers.
+    if (order >= 308) return HUGE_VAL;
+    return utMath::pow(10.0, order + 1) -
+           utMath::pow(10.0, m_precision->least_significant_digit_position(order));
+}
+
+double nmkNumberRounder::minimum_positive_admissible_value() const {
+    return utMath::pow(10.0, m_precision->minimum_order());
+}
+
+int nmkNumberRounder::no_positive_admissible_value() const {
+    return m_precision->constraints_satisfiable() == 0 ? 1 : 0;
+}

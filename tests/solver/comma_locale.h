@@ -1,0 +1,69 @@
+// comma_locale: puts a locale with a decimal comma in place for the life of an object.
+//
+// The C++ side gets a facet of our own. The C side needs a locale of the system: one that is
+// installed, else one that localedef makes in a folder of its own, where the sources are installed.
+#pragma once
+
+#include <stdlib.h>
+
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <locale>
+#include <string>
+
+class Comma_locale {
+  public:
+    Comma_locale()
+        : before_(std::locale::global(std::locale(std::locale(), new Comma))),
+          c_before_(std::setlocale(LC_ALL, nullptr)) {
+        for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "de_DE"}) {
+            if (take(name)) return;
+        }
+        make_one();
+    }
+    Comma_locale(const Comma_locale&) = delete;
+    Comma_locale& operator=(const Comma_locale&) = delete;
+    ~Comma_locale() {
+        std::setlocale(LC_ALL, c_before_.c_str());
+        std::locale::global(before_);
+        if (!folder_.empty()) {
+            unsetenv("LOCPATH");
+            std::filesystem::remove_all(folder_);
+        }
+    }
+
+    /// The C library writes commas too.
+    bool holds_for_the_c_library() const {
+        char text[8];
+        std::snprintf(text, sizeof text, "%.1f", 0.5);
+        return std::string(text) == "0,5";
+    }
+
+  private:
+    struct Comma : std::numpunct<char> {
+        char do_decimal_point() const override { return ','; }
+        char do_thousands_sep() const override { return '.'; }
+        std::string do_grouping() const override { return "\3"; }
+    };
+
+    bool take(const char* name) const {
+        return std::setlocale(LC_ALL, name) != nullptr && holds_for_the_c_library();
+    }
+
+    void make_one() {
+        std::string pattern = (std::filesystem::temp_directory_path() / "commaXXXXXX").string();
+        if (mkdtemp(pattern.data()) == nullptr) return;
+        folder_ = pattern;
+        const std::string command =
+            "localedef -i de_DE -f UTF-8 '" + folder_ + "/de_DE.UTF-8' >/dev/null 2>&1";
+        if (std::system(command.c_str()) != 0) return;
+        setenv("LOCPATH", folder_.c_str(), 1);
+        take("de_DE.UTF-8");
+    }
+
+    std::locale before_;
+    std::string c_before_;
+    std::string folder_;
+};
