@@ -1,0 +1,24 @@
+// failure.h: from the errno of a POSIX call to the last error of ours.
+#pragma once
+
+#include <winapi/types.h>
+
+namespace winapi {
+
+/// The last error for the errno of a call on `name`. ENOENT tells two apart: 2 if only the last
+/// component is missing, 3 if the folder that should hold it is missing too.
+DWORD last_error_of(int error_number, const char* name);
+
+/// Sets the last error for it, leaves errno as given, and answers FALSE.
+BOOL fail(int error_number, const char* name);
+
+/// Sets the last error itself, and answers FALSE.
+BOOL fail_with(DWORD reason);
+
+/// What the hook for faults says to this call: 0, or the errno to fail with.
+int injected_fault(const char* call, const char* name);
+
+/// Null and empty names are missing folders to every call.
+inline bool is_nothing(const char* name) { return name == nullptr || *name == '\0'; }
+
+}  // namespace winapi
