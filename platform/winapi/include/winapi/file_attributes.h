@@ -58,6 +58,10 @@ struct _stat64i32 {
     timespec st_ctim;
 };
 
+// Record and call share their name, as stat's do.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wshadow"
 /// Fills the record, following links. -1 with errno if it cannot, EOVERFLOW for a file whose size
 /// does not fit into 32 signed bits; the record is then left alone.
 int _stat64i32(const char* name, struct _stat64i32* record);
+#pragma GCC diagnostic pop

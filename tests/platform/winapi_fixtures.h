@@ -1,0 +1,77 @@
+// winapi_fixtures.h: what the tests of winapi share.
+#pragma once
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <winapi/faults.h>
+#include <winapi/last_error.h>
+
+#include <csignal>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <string>
+#include <utility>
+
+#include "app/scratch_folder.h"
+
+/// A last error that no call sets, to see whether one set any.
+inline constexpr DWORD untouched = 0xABCD;
+
+/// Ends the hook for faults at the end of a test.
+class FaultHook {
+  public:
+    explicit FaultHook(winapi_fault_hook hook) { winapi_set_fault_hook(std::move(hook)); }
+    FaultHook(const FaultHook&) = delete;
+    FaultHook& operator=(const FaultHook&) = delete;
+    ~FaultHook() { winapi_set_fault_hook({}); }
+};
+
+inline std::string bytes_of(const std::string& name) {
+    std::ifstream stream(name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+inline bool is_there(const std::string& name) {
+    struct stat record;
+    return ::lstat(name.c_str(), &record) == 0;
+}
+
+/// Runs it in a child process and answers its exit code; 1000 and the signal if one ended it.
+inline int in_a_child(const std::function<int()>& what) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::_exit(what());
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return WIFSIGNALED(status) ? 1000 + WTERMSIG(status) : WEXITSTATUS(status);
+}
+
+/// The same with the rights of a user who owns nothing. Root may do everything, so what a disk
+/// refuses can only be seen this way; a run that is not root's has no special rights to give up.
+inline int without_rights(const std::function<int()>& what) {
+    return in_a_child([&] {
+        constexpr uid_t nobody = 65534;
+        if (::geteuid() == 0 && (::setgid(nobody) != 0 || ::setuid(nobody) != 0)) {
+            return 255;
+        }
+        return what();
+    });
+}
+
+/// A folder of a test that everybody may look into and write to.
+class OpenScratchFolder : public ScratchFolder {
+  public:
+    OpenScratchFolder() { ::chmod(path().c_str(), 0777); }
+    std::string in(const std::string& name) const { return path() + "/" + name; }
+    std::string folder(const std::string& name) const {
+        EXPECT_EQ(::mkdir(in(name).c_str(), 0755), 0);
+        return in(name);
+    }
+    std::string link(const std::string& name, const std::string& leads_to) const {
+        EXPECT_EQ(::symlink(leads_to.c_str(), in(name).c_str()), 0);
+        return in(name);
+    }
+};
