@@ -41,7 +41,7 @@ done
 # Platform libraries: what NEEDS says, followed to the end.
 needs_of() {
     sed -nE "s/^nmk_platform_library\\($1( .*)?\\)\$/\\1/p" platform/CMakeLists.txt |
-        sed -E 's/ LINK .*//; s/NEEDS//'
+        sed -E 's/ LINK(_PRIVATE)? .*//; s/NEEDS//'
 }
 reach_of() {
     local library
