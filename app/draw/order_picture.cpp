@@ -8,6 +8,7 @@
 #include "draw/picture_legend.h"
 #include "draw/plan_view.h"
 #include "draw/svg_document.h"
+#include "files/base_name.h"
 #include "text/number_text.h"
 
 namespace nmk_app {
@@ -46,11 +47,6 @@ Layout layout_of(const MachiningJob& job) {
     layout.width = 2 * margin + 2 * layout.panel_width + gap;
     layout.panel_bottom = heading_height + layout.view.height();
     return layout;
-}
-
-std::string base_name(const std::string& file_name) {
-    const std::size_t slash = file_name.find_last_of('/');
-    return slash == std::string::npos ? file_name : file_name.substr(slash + 1);
 }
 
 void draw_panel(SvgDocument& svg, const Layout& layout, bool after, const MachiningJob& job,

@@ -8,48 +8,13 @@
 #include <string>
 
 #include "draw/colour_scale.h"
-#include "draw/label_places.h"
+#include "draw/legend_line.h"
 #include "draw/order_panel.h"
 #include "text/number_text.h"
 
 namespace nmk_app {
 
 namespace {
-
-constexpr double font_size = 15.0;
-constexpr double line_height = 27.0;
-constexpr const char* grey_text = "font-size=\"15\" fill=\"#3c4654\"";
-
-/// Places entries from left to right, and on the next line where one does not fit.
-class LegendLine {
-  public:
-    LegendLine(PictureColumn within, double top) : column(within), x(within.left), y(top + 12.0) {}
-
-    /// The left end of an entry, at the height of its middle.
-    SvgPoint next(double width) {
-        if (x > column.left && x + width > column.right) {
-            x = column.left;
-            y += line_height;
-        }
-        const SvgPoint at{x, y};
-        x += width + 30.0;
-        return at;
-    }
-
-    double bottom() const { return y + line_height - 12.0; }
-
-  private:
-    PictureColumn column;
-    double x, y;
-};
-
-template <class DrawSymbol>
-void draw_entry(SvgDocument& svg, LegendLine& line, const std::string& words, double symbol_width,
-                DrawSymbol draw_symbol) {
-    const SvgPoint at = line.next(symbol_width + 9.0 + text_width(words, font_size) * 0.9);
-    draw_symbol(at);
-    svg.text({at.x + symbol_width + 9.0, at.y + 5.0}, words, grey_text);
-}
 
 void draw_gradient(SvgDocument& svg, SvgPoint at, double width) {
     constexpr int parts = 16;
@@ -58,12 +23,6 @@ void draw_gradient(SvgDocument& svg, SvgPoint at, double width) {
         svg.line({at.x + i * step, at.y}, {at.x + i * step + step * 0.66, at.y},
                  "stroke-width=\"2.5\" stroke=\"" + order_colour(i / double{parts - 1}) + "\"");
     }
-}
-
-/// 1, 2 or 5 times a power of ten, at most `length`.
-double round_length(double length) {
-    const double power = std::pow(10.0, std::floor(std::log10(length)));
-    return length >= 5 * power ? 5 * power : length >= 2 * power ? 2 * power : power;
 }
 
 /// How much of the table each column takes; the columns of figure_cells.
@@ -133,7 +92,7 @@ void draw_scale_bar(SvgDocument& svg, PictureColumn column, double top, double p
     svg.line({right, y - 5}, {right, y + 5});
     svg.close_group();
     svg.text({left - 9, y + 5}, short_number(length, 9) + " mm",
-             std::string(grey_text) + " text-anchor=\"end\"");
+             std::string(legend_text) + " text-anchor=\"end\"");
 }
 
 double draw_figures(SvgDocument& svg, PictureColumn column, double top, const OrderReport& report) {

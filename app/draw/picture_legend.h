@@ -5,18 +5,13 @@
 
 #include <vector>
 
+#include "draw/legend_line.h"
 #include "draw/plan_view.h"
 #include "draw/svg_document.h"
 #include "order/machining_job.h"
 #include "order/order_table.h"
 
 namespace nmk_app {
-
-/// Where something may be drawn, in pixels.
-struct PictureColumn {
-    double left = 0.0;
-    double right = 0.0;
-};
 
 double draw_marks_legend(SvgDocument& svg, PictureColumn column, double top);
 

@@ -76,6 +76,19 @@ JobError system_error(const std::string& file_name, const char* what) {
 
 std::size_t first_too_long_line(const std::string& text) { return LineLengths().add(text); }
 
+std::optional<JobError> no_text_file(const std::string& file_name, const std::string& text) {
+    if (const std::size_t line = first_too_long_line(text)) {
+        return JobError{file_name, line, too_long_line_message()};
+    }
+    const std::size_t at = text.find('\0');
+    if (at == std::string::npos) {
+        return std::nullopt;
+    }
+    const auto before = text.begin() + static_cast<std::ptrdiff_t>(at);
+    const auto line = static_cast<std::size_t>(std::count(text.begin(), before, '\n')) + 1;
+    return JobError{file_name, line, "a zero byte; expected a text file"};
+}
+
 std::string too_long_line_message() {
     return "a line longer than " + std::to_string(longest_line) + " bytes; expected lines of text";
 }

@@ -2,10 +2,11 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <variant>
 
-#include "order/machining_job.h"
+#include "files/job_error.h"
 
 namespace nmk_app {
 
@@ -19,6 +20,10 @@ std::variant<std::string, JobError> read_whole_file(const std::string& file_name
 
 /// The first line that is longer than longest_line, counted from 1; 0 where none is.
 std::size_t first_too_long_line(const std::string& text);
+
+/// Why the text is no text file that a reader may be given: a line that is too long, or a zero
+/// byte, which binary files have and text never. Nothing where it is one.
+std::optional<JobError> no_text_file(const std::string& file_name, const std::string& text);
 
 /// "line is longer than 65536 bytes; ...", the message for such a line.
 std::string too_long_line_message();

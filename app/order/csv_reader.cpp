@@ -2,15 +2,16 @@
 
 #include "order/csv_reader.h"
 
-#include "order/csv_rows.h"
 #include "order/excellon_parser.h"
-#include "order/text_number.h"
+#include "text/csv_rows.h"
+#include "text/text_number.h"
 
 namespace nmk_app {
 
 namespace {
 
 constexpr std::size_t point_columns = 3;
+constexpr std::size_t line_columns = 6;
 
 /// Reads row after row; throws a JobError without a file name.
 class TableReader {
@@ -26,7 +27,7 @@ class TableReader {
         }
         JobItem item;
         item.start = point(row, 0);
-        if (row.count == most_csv_columns && !has_empty_end(row)) {
+        if (row.count == line_columns && !has_empty_end(row)) {
             item.end = point(row, point_columns);
         }
         item.source_index = m_items.size();

@@ -5,9 +5,9 @@
 #include <algorithm>
 
 #include "order/csv_reader.h"
-#include "order/csv_rows.h"
-#include "order/text_lines.h"
-#include "order/text_number.h"
+#include "text/csv_rows.h"
+#include "text/text_lines.h"
+#include "text/text_number.h"
 
 namespace nmk_app {
 

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "order/text_lines.h"
+#include "text/text_lines.h"
 
 namespace nmk_app {
 

@@ -7,8 +7,8 @@
 
 #include "order/excellon_state.h"
 #include "order/excellon_words.h"
-#include "order/text_lines.h"
-#include "order/text_number.h"
+#include "text/text_lines.h"
+#include "text/text_number.h"
 
 namespace nmk_app {
 

@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "order/excellon_words.h"
-#include "order/text_number.h"
+#include "text/text_number.h"
 
 namespace nmk_app {
 

@@ -11,7 +11,7 @@
 #include "order/excellon_parser.h"
 #include "order/excellon_reader.h"
 #include "order/excellon_words.h"
-#include "order/text_lines.h"
+#include "text/text_lines.h"
 
 namespace nmk_app {
 

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <array>
 
-#include "order/text_lines.h"
-#include "order/text_number.h"
+#include "text/text_lines.h"
+#include "text/text_number.h"
 
 namespace nmk_app {
 

@@ -2,8 +2,8 @@
 
 #include "order/json_writer.h"
 
-#include "order/text_number.h"
 #include "text/escaped_text.h"
+#include "text/text_number.h"
 
 namespace nmk_app {
 

@@ -14,6 +14,8 @@
 #include <string>
 #include <vector>
 
+#include "files/job_error.h"
+
 namespace nmk_app {
 
 /// A hole (one point) or a slot or line (two points) to be machined.
@@ -44,18 +46,6 @@ struct MachiningJob {
     JobUnits units = JobUnits::millimetres;  // of the file
     std::string text;            // the file as read; writers of the same format copy from it
     std::vector<JobTool> tools;  // in the order of their first use
-};
-
-/// Why a file could not be read or written: one line for a person, naming the place.
-struct JobError {
-    std::string file_name;
-    std::size_t line = 0;  // from 1; 0 where no line is meant
-    std::string message;   // what was found, and what was expected
-
-    /// "plate.drl:12: unknown tool T9; the header defines T1 to T4"
-    std::string text() const {
-        return file_name + (line > 0 ? ":" + std::to_string(line) : std::string()) + ": " + message;
-    }
 };
 
 }  // namespace nmk_app

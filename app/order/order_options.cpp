@@ -2,12 +2,11 @@
 
 #include "order/order_options.h"
 
-#include <algorithm>
-#include <cstddef>
 #include <string_view>
 
 #include "order/sort_type_names.h"
-#include "order/text_number.h"
+#include "text/text_number.h"
+#include "tool/command_options.h"
 
 namespace nmk_app {
 
@@ -28,22 +27,11 @@ Problem set_type(OrderOptions& options, const std::string& value) {
 }
 
 Problem set_start(OrderOptions& options, const std::string& value) {
-    const Problem problem = "--start " + quoted(value) + " is not a point; expected X,Y or X,Y,Z";
-    std::array<double, 3> point{0.0, 0.0, 0.0};
-    std::size_t count = 0;
-    for (std::size_t begin = 0; begin <= value.size(); ++count) {
-        const std::size_t end = std::min(value.find(',', begin), value.size());
-        const auto number = read_coordinate(std::string_view(value).substr(begin, end - begin));
-        if (count == point.size() || !number) {
-            return problem;
-        }
-        point[count] = *number;
-        begin = end + 1;
+    const std::vector<double> numbers = read_coordinates(value);
+    if (numbers.size() != 2 && numbers.size() != 3) {
+        return "--start " + quoted(value) + " is not a point; expected X,Y or X,Y,Z";
     }
-    if (count < 2) {
-        return problem;
-    }
-    options.start = point;
+    options.start = {numbers[0], numbers[1], numbers.size() > 2 ? numbers[2] : 0.0};
     return {};
 }
 
@@ -73,30 +61,16 @@ Problem set_units(OrderOptions& options, const std::string& value) {
     return {};
 }
 
-template <std::string OrderOptions::*file>
-Problem set_file(OrderOptions& options, const std::string& value) {
-    if (value.empty()) {
-        return "a file to write needs a name";
-    }
-    options.*file = value;
-    return {};
-}
-
 Problem set_output(OrderOptions& options, const std::string& value) {
     const bool known =
         value.ends_with(".drl") || value.ends_with(".csv") || value.ends_with(".json");
     if (!known) {
         return "-o " + quoted(value) + " has no known ending; expected .drl, .csv or .json";
     }
-    return set_file<&OrderOptions::output_file>(options, value);
+    return set_output_file<OrderOptions, &OrderOptions::output_file>(options, value);
 }
 
-struct ValueOption {
-    std::string_view name;
-    Problem (*set)(OrderOptions&, const std::string& value);
-};
-
-constexpr ValueOption value_options[] = {
+constexpr ValueOption<OrderOptions> value_options[] = {
     {"--type", set_type},
     {"--start", set_start},
     {"--tolerance", set_tolerance},
@@ -104,16 +78,11 @@ constexpr ValueOption value_options[] = {
     {"--rapid", set_rapid},
     {"-o", set_output},
     {"--output", set_output},
-    {"--svg", set_file<&OrderOptions::svg_file>},
-    {"--html", set_file<&OrderOptions::html_file>},
+    {"--svg", set_output_file<OrderOptions, &OrderOptions::svg_file>},
+    {"--html", set_output_file<OrderOptions, &OrderOptions::html_file>},
 };
 
-struct Switch {
-    std::string_view name;
-    bool OrderOptions::*flag;
-};
-
-constexpr Switch switches[] = {
+constexpr SwitchOption<OrderOptions> switches[] = {
     {"--across-tools", &OrderOptions::across_tools},
     {"--json", &OrderOptions::json},
     {"--quiet", &OrderOptions::quiet},
@@ -130,67 +99,21 @@ Problem set_file_name(OrderOptions& options, const std::string& argument) {
     return {};
 }
 
-/// Reads the option at `i`, and its value where it has one: `--name value` or `--name=value`.
-Problem read_option(OrderOptions& options, const std::vector<std::string>& arguments,
-                    std::size_t& i) {
-    const std::string& argument = arguments[i];
-    for (const Switch& known : switches) {
-        if (argument == known.name) {
-            options.*known.flag = true;
-            return {};
-        }
-    }
-    const std::size_t equals = argument.starts_with("--") ? argument.find('=') : std::string::npos;
-    const std::string name = argument.substr(0, equals);
-    for (const ValueOption& known : value_options) {
-        if (name != known.name) {
-            continue;
-        }
-        if (equals != std::string::npos) {
-            return known.set(options, argument.substr(equals + 1));
-        }
-        if (i + 1 == arguments.size()) {
-            return name + " needs a value";
-        }
-        return known.set(options, arguments[++i]);
-    }
-    return "unknown option " + quoted(argument) + "; see nmk help order";
-}
-
-Problem check_outputs_differ(const OrderOptions& options) {
-    const std::string_view names[] = {options.output_file, options.svg_file, options.html_file};
-    for (std::size_t i = 0; i < std::size(names); ++i) {
-        for (std::size_t j = 0; j < i; ++j) {
-            if (!names[i].empty() && names[i] == names[j]) {
-                return quoted(names[i]) + " is named for two outputs";
-            }
-        }
-    }
-    return {};
-}
+constexpr OptionTable<OrderOptions> table{"order", value_options, switches, set_file_name};
 
 }  // namespace
 
 std::variant<OrderOptions, std::string> read_order_options(
     const std::vector<std::string>& arguments) {
     OrderOptions options;
-    bool only_names = false;  // after "--"
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        if (!only_names && arguments[i] == "--") {
-            only_names = true;
-            continue;
-        }
-        const bool is_option = !only_names && arguments[i].starts_with('-');
-        const Problem problem =
-            is_option ? read_option(options, arguments, i) : set_file_name(options, arguments[i]);
-        if (!problem.empty()) {
-            return problem;
-        }
+    if (const Problem problem = read_arguments(options, table, arguments); !problem.empty()) {
+        return problem;
     }
     if (options.file_name.empty()) {
         return "expected the name of a file: nmk order FILE; see nmk help order";
     }
-    if (const Problem problem = check_outputs_differ(options); !problem.empty()) {
+    const std::string_view outputs[] = {options.output_file, options.svg_file, options.html_file};
+    if (const Problem problem = check_outputs_differ(outputs); !problem.empty()) {
         return problem;
     }
     return options;

@@ -2,30 +2,23 @@
 
 #include "order/order_outputs.h"
 
-#include <filesystem>
-#include <system_error>
 #include <utility>
 #include <variant>
 
 #include "draw/html_page.h"
 #include "draw/order_picture.h"
-#include "files/write_whole_file.h"
+#include "files/write_all_files.h"
 #include "order/write_job.h"
 
 namespace nmk_app {
 
 namespace {
 
-struct Output {
-    std::string file_name;
-    std::string text;
-};
-
 /// All texts before the first is written, so that a job that has no text leaves no file.
-std::variant<std::vector<Output>, std::string> outputs(const MachiningJob& job,
-                                                       const OrderedJob& ordered,
-                                                       const OrderReport& report) {
-    std::vector<Output> result;
+std::variant<std::vector<OutputFile>, std::string> outputs(const MachiningJob& job,
+                                                           const OrderedJob& ordered,
+                                                           const OrderReport& report) {
+    std::vector<OutputFile> result;
     const OrderOptions& options = report.options;
     if (!options.output_file.empty()) {
         std::variant<std::string, JobError> text = job_text(ordered.job, options.output_file);
@@ -43,18 +36,6 @@ std::variant<std::vector<Output>, std::string> outputs(const MachiningJob& job,
     return result;
 }
 
-bool exists(const std::string& file_name) {
-    std::error_code ignored;
-    return std::filesystem::exists(file_name, ignored);
-}
-
-void remove_all(const std::vector<std::string>& file_names) {
-    for (const std::string& file_name : file_names) {
-        std::error_code ignored;
-        std::filesystem::remove(file_name, ignored);
-    }
-}
-
 }  // namespace
 
 std::optional<std::string> write_order_outputs(const MachiningJob& job, const OrderedJob& ordered,
@@ -64,19 +45,7 @@ std::optional<std::string> write_order_outputs(const MachiningJob& job, const Or
     if (const auto* problem = std::get_if<std::string>(&texts)) {
         return *problem;
     }
-    std::vector<std::string> made_new;
-    for (const Output& output : std::get<std::vector<Output>>(texts)) {
-        const bool is_new = !exists(output.file_name);
-        if (const auto problem = write_whole_file(output.file_name, output.text)) {
-            remove_all(made_new);
-            return output.file_name + ": " + *problem;
-        }
-        if (is_new) {
-            made_new.push_back(output.file_name);
-        }
-        written.push_back(output.file_name);
-    }
-    return std::nullopt;
+    return write_all_files(std::get<std::vector<OutputFile>>(texts), written);
 }
 
 }  // namespace nmk_app

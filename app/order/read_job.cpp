@@ -2,8 +2,6 @@
 
 #include "order/read_job.h"
 
-#include <algorithm>
-
 #include "files/read_whole_file.h"
 #include "order/csv_reader.h"
 #include "order/excellon_reader.h"
@@ -11,21 +9,6 @@
 #include "order/tsplib_reader.h"
 
 namespace nmk_app {
-
-namespace {
-
-/// Binary files have this byte, text never.
-std::optional<std::size_t> line_of_zero_byte(const std::string& text) {
-    const std::size_t at = text.find('\0');
-    if (at == std::string::npos) {
-        return std::nullopt;
-    }
-    return static_cast<std::size_t>(
-               std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n')) +
-           1;
-}
-
-}  // namespace
 
 std::variant<MachiningJob, JobError> read_job_file(const std::string& file_name,
                                                    std::optional<JobUnits> units) {
@@ -38,11 +21,8 @@ std::variant<MachiningJob, JobError> read_job_file(const std::string& file_name,
 
 std::variant<MachiningJob, JobError> read_job_text(const std::string& file_name, std::string text,
                                                    std::optional<JobUnits> units) {
-    if (const std::size_t line = first_too_long_line(text)) {
-        return JobError{file_name, line, too_long_line_message()};
-    }
-    if (const std::optional<std::size_t> line = line_of_zero_byte(text)) {
-        return JobError{file_name, *line, "a zero byte; expected a text file"};
+    if (const std::optional<JobError> error = no_text_file(file_name, text)) {
+        return *error;
     }
     const std::optional<JobFormat> format = format_of(file_name, text);
     if (!format) {

@@ -7,8 +7,8 @@
 #include <cstdint>
 
 #include "order/excellon_parser.h"
-#include "order/text_lines.h"
-#include "order/text_number.h"
+#include "text/text_lines.h"
+#include "text/text_number.h"
 
 namespace nmk_app {
 

@@ -10,6 +10,7 @@
 #include "levels/levels_command.h"
 #include "levels/levels_help.h"
 #include "order/order_command.h"
+#include "route/route_command.h"
 #include "text/escaped_text.h"
 
 namespace nmk_app {
@@ -30,6 +31,7 @@ struct Command {
 constexpr Command commands[] = {
     {"order", "put holes and slots in an order in which the cutter travels little", run_order,
      order_help},
+    {"route", "search a short route through a plane with blocked places", run_route, route_help},
     {"levels", "list and show the version levels of the library", run_levels, levels_help},
 };
 

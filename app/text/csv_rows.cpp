@@ -1,10 +1,10 @@
 // csv_rows.cpp: see csv_rows.h.
 
-#include "order/csv_rows.h"
+#include "text/csv_rows.h"
 
 #include <algorithm>
 
-#include "order/text_number.h"
+#include "text/text_number.h"
 
 namespace nmk_app {
 

@@ -1,4 +1,4 @@
-// text_number.h: strict reading and printing of numbers and words in files of holes.
+// text_number.h: strict reading and printing of numbers and words in files and arguments.
 //
 // The decimal point is a point whatever the locale. Numbers are read as a whole or not at all.
 #pragma once
@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace nmk_app {
 
@@ -22,6 +23,9 @@ std::optional<double> read_number(std::string_view text);
 
 /// The same for a coordinate: also empty for NaN, infinities and what is past largest_coordinate.
 std::optional<double> read_coordinate(std::string_view text);
+
+/// The coordinates that stand between commas: "3,4.5" gives two. Empty where one is no coordinate.
+std::vector<double> read_coordinates(std::string_view text);
 
 /// The shortest text that reads as exactly this number again.
 std::string number_text(double value);

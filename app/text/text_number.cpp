@@ -1,7 +1,8 @@
 // text_number.cpp: see text_number.h.
 
-#include "order/text_number.h"
+#include "text/text_number.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -42,6 +43,20 @@ std::optional<double> read_coordinate(std::string_view text) {
         return std::nullopt;
     }
     return value;
+}
+
+std::vector<double> read_coordinates(std::string_view text) {
+    std::vector<double> numbers;
+    for (std::size_t begin = 0; begin <= text.size();) {
+        const std::size_t end = std::min(text.find(',', begin), text.size());
+        const std::optional<double> number = read_coordinate(text.substr(begin, end - begin));
+        if (!number) {
+            return {};
+        }
+        numbers.push_back(*number);
+        begin = end + 1;
+    }
+    return numbers;
 }
 
 std::string number_text(double value) {

@@ -5,11 +5,11 @@
 #include <cstddef>
 #include <string_view>
 
-#include "order/text_lines.h"
+#include "text/text_lines.h"
 
 namespace nmk_app {
 
-constexpr std::size_t most_csv_columns = 6;
+constexpr std::size_t most_csv_columns = 12;  // that any table of the tool has
 
 /// One row of a table.
 struct CsvRow {

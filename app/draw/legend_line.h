@@ -1,0 +1,42 @@
+// legend_line.h: the entries of a legend, from left to right and then on the next line.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "draw/svg_document.h"
+
+namespace nmk_app {
+
+/// Where something may be drawn, in pixels.
+struct PictureColumn {
+    double left = 0.0;
+    double right = 0.0;
+};
+
+/// How the words of a legend are written.
+inline constexpr const char* legend_text = "font-size=\"15\" fill=\"#3c4654\"";
+
+class LegendLine {
+  public:
+    LegendLine(PictureColumn within, double top);
+
+    /// The left end of an entry, at the height of its middle.
+    SvgPoint next(double width);
+
+    /// Where the next thing may begin.
+    double bottom() const;
+
+  private:
+    PictureColumn m_column;
+    double m_x, m_y;
+};
+
+/// Draws a symbol of that width, at the point it is given, and the words behind it.
+void draw_entry(SvgDocument& svg, LegendLine& line, const std::string& words, double symbol_width,
+                const std::function<void(SvgPoint)>& draw_symbol);
+
+/// 1, 2 or 5 times a power of ten, at most `length`, which is above 0.
+double round_length(double length);
+
+}  // namespace nmk_app
