@@ -10,7 +10,7 @@
 #include <csignal>
 #include <fstream>
 #include <functional>
-#include <iterator>
+#include <sstream>
 #include <string>
 #include <utility>
 
@@ -29,8 +29,9 @@ class FaultHook {
 };
 
 inline std::string bytes_of(const std::string& name) {
-    std::ifstream stream(name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
+    std::ostringstream bytes;
+    bytes << std::ifstream(name, std::ios::binary).rdbuf();
+    return bytes.str();
 }
 
 inline bool is_there(const std::string& name) {

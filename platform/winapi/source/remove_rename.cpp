@@ -42,8 +42,11 @@ int move_to_another_disk(const char* old_name, const char* new_name) {
     if (::lstat(old_name, &record) != 0 || !S_ISREG(record.st_mode)) {
         return fail_in_runtime(EXDEV, old_name);
     }
-    if (CopyFileExA(old_name, new_name, nullptr, nullptr, nullptr, COPY_FILE_FAIL_IF_EXISTS) == 0) {
-        errno = GetLastError() == ERROR_FILE_EXISTS ? EACCES : EIO;
+    if (!CopyFileExA(old_name, new_name, nullptr, nullptr, nullptr, COPY_FILE_FAIL_IF_EXISTS)) {
+        if (GetLastError() == ERROR_FILE_EXISTS) {
+            return refuse_existing(new_name);
+        }
+        errno = EIO;  // the last error tells more
         return -1;
     }
     return ::unlink(old_name) == 0 ? 0 : fail_in_runtime(errno, old_name);
