@@ -1,12 +1,7 @@
 #include <nmktoolbox/search/nmk2dSearchNode.h>
 #include <nmktoolbox/search/nmkSearchGoal.h>
 
-namespace {
-
-// Compared with the distance of two nodes; at most this far apart they are one place.
-constexpr double nodes_are_one_place = 1e-5;
-
-}  // namespace
+#include "search/plane_places.h"
 
 nmk2dSearchNode::nmk2dSearchNode(giPoint2 place) : m_point(place) {}
 
@@ -20,5 +15,5 @@ double nmk2dSearchNode::min_cost(const nmkSearchGoal& goal) const { return goal.
 
 bool nmk2dSearchNode::is_equal(const nmkSearchNode& other) const {
     const auto* node = dynamic_cast<const nmk2dSearchNode*>(&other);
-    return node != nullptr && m_point.coincident(node->m_point, nodes_are_one_place) != 0;
+    return node != nullptr && nmk_search::are_one_place(m_point, node->m_point);
 }

@@ -5,9 +5,12 @@
 #include <nmktoolbox/search/nmkSearchNodeGenerator.h>
 #include <nmktoolbox/search/nmkSearchNodeVerifier.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <utility>
+#include <vector>
+
+#include "search/closed_list.h"
+#include "search/open_list.h"
 
 using Route_filler = coiFiller<std::shared_ptr<const nmkSearchNode>>;
 
@@ -35,23 +38,27 @@ nmkAStarSearch::nmkAStarSearch(std::shared_ptr<const nmkSearchNodeGenerator> gen
                                std::shared_ptr<const nmkSearchNodeVerifier> verifier,
                                std::shared_ptr<const nmkSearchNode> start,
                                std::shared_ptr<nmkSearchGoal> goal)
-    : m_goal(std::move(goal)), m_generator(std::move(generator)), m_verifier(std::move(verifier)) {
+    : m_goal(std::move(goal)),
+      m_generator(std::move(generator)),
+      m_verifier(std::move(verifier)),
+      m_visited(std::make_unique<nmk_search::Closed_list>()),
+      m_open(std::make_unique<nmk_search::Open_list>()) {
     // Deliberate: m_start stays empty until set_start.
-    m_open.push_back(nmkAStarSearch::generate_node(std::move(start), nullptr));
+    m_open->push(nmkAStarSearch::generate_node(std::move(start), nullptr));
 }
 
 nmkAStarSearch::~nmkAStarSearch() = default;
 
 void nmkAStarSearch::set_start(std::shared_ptr<const nmkSearchNode> start) {
     m_start = std::move(start);
-    m_open.clear();
+    m_open->clear();
     // Deliberate: what earlier runs closed stays closed.
-    m_open.push_back(generate_node(m_start, nullptr));
+    m_open->push(generate_node(m_start, nullptr));
 }
 
 // The goal test is made when a node comes out of the open list, never when it is generated.
 void nmkAStarSearch::perform(Route_filler filler) {
-    while (!m_open.empty()) {
+    while (!m_open->is_empty()) {
         const std::shared_ptr<const nmkAStarSearchNode> record = find_next_node();
         if (record == nullptr) return;
         if (is_goal(*record)) return reconstuct_route(record, filler);
@@ -66,7 +73,7 @@ void nmkAStarSearch::expand_node(std::shared_ptr<const nmkAStarSearchNode> recor
     m_generator->expand_node(*record->m_node, coiFiller_from_container(neighbours));
     for (auto& neighbour : neighbours) {
         if (is_in_visited(*neighbour)) continue;
-        m_open.push_back(generate_node(std::move(neighbour), record));
+        m_open->push(generate_node(std::move(neighbour), record));
     }
 }
 
@@ -81,8 +88,7 @@ bool nmkAStarSearch::is_goal(const nmkAStarSearchNode& record) const {
 }
 
 bool nmkAStarSearch::is_in_visited(const nmkSearchNode& node) const {
-    return std::any_of(m_visited.begin(), m_visited.end(),
-                       [&node](const auto& closed) { return *closed == node; });
+    return m_visited->contains(node);
 }
 
 void nmkAStarSearch::reconstuct_route(std::shared_ptr<const nmkAStarSearchNode> record,
@@ -93,20 +99,18 @@ void nmkAStarSearch::reconstuct_route(std::shared_ptr<const nmkAStarSearchNode> 
     for (auto node = route.rbegin(); node != route.rend(); ++node) filler.add(*node);
 }
 
-void nmkAStarSearch::update_goal() {
-    for (const auto& record : m_open) record->calculate_h(*m_goal);
-}
+void nmkAStarSearch::update_goal() { m_open->score(*m_goal); }
 
 std::shared_ptr<const nmkAStarSearchNode> nmkAStarSearch::find_next_node() {
-    while (!m_open.empty()) {
+    while (!m_open->is_empty()) {
         const std::shared_ptr<const nmkAStarSearchNode> record = pop_best_node();
         if (is_in_visited(*record->m_node)) continue;
         switch (m_verifier->verify(parent_of(*record), *record->m_node)) {
             case nmkSearchNodeVerifierResult::accepted:
-                m_visited.push_back(record->m_node);
+                m_visited->add(record->m_node);
                 return record;
             case nmkSearchNodeVerifierResult::refused_for_good:
-                m_visited.push_back(record->m_node);
+                m_visited->add(record->m_node);
                 break;
             default:
                 break;  // another parent may still lead here
@@ -116,16 +120,13 @@ std::shared_ptr<const nmkAStarSearchNode> nmkAStarSearch::find_next_node() {
 }
 
 std::shared_ptr<const nmkAStarSearchNode> nmkAStarSearch::pop_best_node() {
-    if (m_open.empty()) return nullptr;
-    std::size_t best = 0;
-    for (std::size_t i = 1; i < m_open.size(); ++i) {
-        if (m_open[i]->f() < m_open[best]->f()) best = i;
-    }
-    const std::shared_ptr<const nmkAStarSearchNode> chosen = m_open[best];
+    if (m_open->is_empty()) return nullptr;
+    const std::size_t best = m_open->best();
+    const std::shared_ptr<const nmkAStarSearchNode> chosen = (*m_open)[best];
     if (m_goal->overshoot_goal(*chosen->m_node, *m_generator)) {
         // Deliberate: the choice stands, even where the new scores would put another first.
         update_goal();
     }
-    m_open.erase(m_open.begin() + static_cast<std::ptrdiff_t>(best));
+    m_open->erase(best);
     return chosen;
 }

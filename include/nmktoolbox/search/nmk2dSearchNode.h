@@ -9,6 +9,9 @@
 class NMKTOOLBOX_EXPORT nmk2dSearchNode : public nmkSearchNode {
   public:
     explicit nmk2dSearchNode(giPoint2 point);
+    nmk2dSearchNode(const nmk2dSearchNode&) = default;
+    /// A node never changes: searches file it by its point.
+    nmk2dSearchNode& operator=(const nmk2dSearchNode&) = delete;
     ~nmk2dSearchNode() override;
 
     /// Euclidean distance; `other` must be a node of the plane. The cost of a route is its length.

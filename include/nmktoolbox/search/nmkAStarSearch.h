@@ -3,7 +3,10 @@
 // The space is given by four small classes: a node, a goal, a generator of neighbours and a
 // verifier of nodes. The search asks them in an order that is part of its contract. Among records
 // of equal f the oldest is taken; a place may stand in the open list more than once, and all but
-// the cheapest are dropped when they are popped; a record's cost is never corrected later.
+// the cheapest are dropped when they are popped; a record's cost is never corrected later. Taking
+// the best record costs the logarithm of their number, unless an f is not a number. Whether a place
+// is closed is looked up for nodes that are of class nmk2dSearchNode itself; nodes of any other
+// kind are asked one after the other.
 //
 // One search belongs to one thread. Nodes may be shared between searches, a goal that can move
 // must not be. Exceptions of the four collaborators and of the filler pass through; the lists then
@@ -14,13 +17,16 @@
 #include <nmktoolbox/export.h>
 
 #include <memory>
-#include <vector>
 
 class nmkAStarSearchNode;
 class nmkSearchGoal;
 class nmkSearchNode;
 class nmkSearchNodeGenerator;
 class nmkSearchNodeVerifier;
+namespace nmk_search {
+class Closed_list;
+class Open_list;
+}  // namespace nmk_search
 
 class NMKTOOLBOX_EXPORT nmkAStarSearch {
   public:
@@ -71,6 +77,6 @@ class NMKTOOLBOX_EXPORT nmkAStarSearch {
     std::shared_ptr<nmkSearchGoal> m_goal;
     std::shared_ptr<const nmkSearchNodeGenerator> m_generator;
     std::shared_ptr<const nmkSearchNodeVerifier> m_verifier;
-    std::vector<std::shared_ptr<const nmkSearchNode>> m_visited;  // in the order of closing
-    std::vector<std::shared_ptr<nmkAStarSearchNode>> m_open;      // in the order of insertion
+    std::unique_ptr<nmk_search::Closed_list> m_visited;  // in the order of closing
+    std::unique_ptr<nmk_search::Open_list> m_open;       // in the order of insertion
 };

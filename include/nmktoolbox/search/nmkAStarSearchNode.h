@@ -3,11 +3,13 @@
 
 #include <nmktoolbox/export.h>
 
-#include <cstdint>
 #include <memory>
 
 class nmkSearchGoal;
 class nmkSearchNode;
+namespace nmk_search {
+class Open_list;
+}
 
 /// A node, the record that it was reached from, and what the way through it costs.
 ///
@@ -39,9 +41,13 @@ class NMKTOOLBOX_EXPORT nmkAStarSearchNode {
 
   private:
     friend class nmkAStarSearch;
+    friend class nmk_search::Open_list;
+
+    void tell_change() const;
 
     std::shared_ptr<const nmkSearchNode> m_node;
     std::shared_ptr<const nmkAStarSearchNode> m_parent;
     double m_g = 0.0;
     double m_h = 0.0;
+    std::shared_ptr<bool> m_score_changed;  // of the open list that wants to hear of new scores
 };

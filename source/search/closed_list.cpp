@@ -1,0 +1,39 @@
+#include "search/closed_list.h"
+
+#include <utility>
+
+#include "search/plane_places.h"
+
+namespace nmk_search {
+
+void Closed_list::add(std::shared_ptr<const nmkSearchNode> node) {
+    const auto position = static_cast<std::uint32_t>(m_nodes.size());
+    m_nodes.push_back(std::move(node));
+    const nmkSearchNode& added = *m_nodes.back();
+    if (is_plain_place(added)) {
+        m_of_the_plane.add(static_cast<const nmk2dSearchNode&>(added).point(), position);
+    } else {
+        m_others.push_back(position);
+    }
+}
+
+bool Closed_list::contains(const nmkSearchNode& node) const {
+    const std::uint32_t of_the_plane = first_of_the_plane(node);
+    for (const std::uint32_t position : m_others) {
+        if (position > of_the_plane) break;
+        if (*m_nodes[position] == node) return true;
+    }
+    return of_the_plane != Place_index::none;
+}
+
+// The position of the first node of the plane that equals `node`.
+std::uint32_t Closed_list::first_of_the_plane(const nmkSearchNode& node) const {
+    const nmk2dSearchNode* place = as_place(node);
+    if (place == nullptr) return Place_index::none;
+    return m_of_the_plane.first_match(place->point(), [&](std::uint32_t position) {
+        const auto& closed = static_cast<const nmk2dSearchNode&>(*m_nodes[position]);
+        return are_one_place(closed.point(), place->point());
+    });
+}
+
+}  // namespace nmk_search
