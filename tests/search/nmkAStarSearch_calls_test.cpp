@@ -1,0 +1,127 @@
+// Every call that the search makes, in its order, beside the plain lists on spaces drawn from
+// seeds.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "search/generated_space.h"
+#include "search/plain_search.h"
+
+namespace {
+
+using namespace generated;
+
+// A run that starts at place 0, then twice from another place; what it threw and found is written
+// among the calls.
+template <class Search>
+class Walk {
+  public:
+    Walk(const Traits& traits, unsigned seed)
+        : maze(traits, seed),
+          search(std::make_shared<Generator>(maze), std::make_shared<Verifier>(maze), place(0),
+                 std::make_shared<Goal>(maze)) {}
+
+    Log whole() {
+        perform();
+        search.set_start(place(1));
+        perform();
+        maze.goal_place = maze.h.size();  // nowhere: everything that is open is popped
+        perform();
+        return maze.log;
+    }
+
+  private:
+    Node_ptr place(std::size_t number) { return std::make_shared<Place>(maze, number); }
+
+    void perform() {
+        for (int turn = 0; turn < 40; ++turn) {
+            std::vector<Node_ptr> route;
+            try {
+                search.perform(coiFiller_from_container(route));
+            } catch (const std::runtime_error&) {
+                maze.write("thrown");
+                continue;
+            }
+            std::string found = "route";
+            for (const Node_ptr& node : route) found += " " + std::to_string(number_of(*node));
+            return maze.write(found);
+        }
+    }
+
+    Maze maze;
+    Search search;
+};
+
+// Keeps the records that it made, and scores some of them anew behind the search's back.
+template <class Search>
+class Meddling : public Search {
+  public:
+    using Search::Search;
+
+  protected:
+    std::shared_ptr<nmkAStarSearchNode> generate_node(
+        Node_ptr node, std::shared_ptr<const nmkAStarSearchNode> parent) const override {
+        auto& maze = static_cast<const Place&>(*node).maze;
+        if (!kept.empty() && maze.percent(10)) return kept[maze.draw(kept.size())];
+        kept.push_back(Search::generate_node(std::move(node), std::move(parent)));
+        return kept.back();
+    }
+    bool is_goal(const nmkAStarSearchNode& record) const override {
+        auto& maze = static_cast<const Place&>(*record.node()).maze;
+        if (!kept.empty() && maze.percent(30)) {
+            maze.move_goal();
+            kept[maze.draw(kept.size())]->calculate_h(goal);
+        }
+        return Search::is_goal(record);
+    }
+
+  private:
+    class Any_goal : public nmkSearchGoal {
+        bool contains(const nmkSearchNode&) const override { return false; }
+    };
+    Any_goal goal;
+    mutable std::vector<std::shared_ptr<nmkAStarSearchNode>> kept;
+};
+
+class Calls : public testing::TestWithParam<Traits> {};
+
+TEST_P(Calls, are_those_of_the_plain_lists) {
+    std::size_t calls = 0;
+    for (unsigned seed = 1; seed <= 60; ++seed) {
+        const Log ours = Walk<nmkAStarSearch>(GetParam(), seed).whole();
+        const Log expected = Walk<plain::Search>(GetParam(), seed).whole();
+        ASSERT_EQ(ours, expected) << "seed " << seed;
+        calls += ours.size();
+    }
+    EXPECT_GT(calls, 6000u);  // the spaces were worth the walk
+}
+
+TEST_P(Calls, are_those_of_the_plain_lists_when_records_are_scored_anew_from_outside) {
+    for (unsigned seed = 1; seed <= 60; ++seed) {
+        const Log ours = Walk<Meddling<nmkAStarSearch>>(GetParam(), seed).whole();
+        const Log expected = Walk<Meddling<plain::Search>>(GetParam(), seed).whole();
+        ASSERT_EQ(ours, expected) << "seed " << seed;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    nmkAStarSearch, Calls,
+    testing::Values(Traits{.name = "many_ties"}, Traits{.name = "all_tied", .costs = 1},
+                    Traits{.name = "large_costs", .costs = 1000},
+                    Traits{.name = "many_places", .places = 70, .branches = 5},
+                    Traits{.name = "scores_that_are_no_numbers", .not_numbers = 20},
+                    Traits{.name = "loose_equality", .loose_equality = 30},
+                    Traits{.name = "all_refused_for_one_parent", .refused = 0, .refused_once = 60},
+                    Traits{.name = "a_moving_goal", .costs = 6, .moves = 30},
+                    Traits{.name = "a_goal_that_moves_in_silence", .costs = 6, .silent_moves = 30},
+                    Traits{.name = "a_goal_that_throws", .throws = 5},
+                    Traits{.name = "everything_at_once",
+                           .costs = 5,
+                           .not_numbers = 10,
+                           .loose_equality = 10,
+                           .moves = 10,
+                           .silent_moves = 10,
+                           .throws = 3}),
+    [](const auto& traits) { return std::string(traits.param.name); });
+
+}  // namespace
