@@ -1,5 +1,33 @@
 // files.h: names and files, the string toolkit, character conversion, dates.
 #pragma once
 
+#include <nmktoolbox/files/nmkBaseNameExt.h>
+#include <nmktoolbox/files/nmkCharTypes.h>
+#include <nmktoolbox/files/nmkEscapeString.h>
+#include <nmktoolbox/files/nmkFilenameExt.h>
+#include <nmktoolbox/files/nmkMessageFormatter.h>
+#include <nmktoolbox/files/nmkMultiByteToWideChar.h>
+#include <nmktoolbox/files/nmkNLS_message.h>
+#include <nmktoolbox/files/nmkWideCharToMultiByte.h>
+#include <nmktoolbox/files/nmkWideConverter.h>
+#include <nmktoolbox/files/nmk_all_lowercase.h>
+#include <nmktoolbox/files/nmk_file_uri_to_path.h>
+#include <nmktoolbox/files/nmk_get_token.h>
+#include <nmktoolbox/files/nmk_strip_end_substring.h>
+#include <nmktoolbox/files/nmk_text_to_html.h>
+#include <nmktoolbox/files/nmk_transcode.h>
+#include <nmktoolbox/files/nmkbasename.h>
+#include <nmktoolbox/files/nmkcompare.h>
+#include <nmktoolbox/files/nmkdelete_all.h>
+#include <nmktoolbox/files/nmkdowncase.h>
 #include <nmktoolbox/files/nmkformat_double.h>
+#include <nmktoolbox/files/nmkfreq.h>
+#include <nmktoolbox/files/nmkgsub.h>
+#include <nmktoolbox/files/nmkindex.h>
+#include <nmktoolbox/files/nmkreadline.h>
+#include <nmktoolbox/files/nmkreplace_all_strings.h>
+#include <nmktoolbox/files/nmkstring_length.h>
+#include <nmktoolbox/files/nmksubstring.h>
+#include <nmktoolbox/files/nmktokens.h>
+#include <nmktoolbox/files/nmktrim.h>
 #include <nmktoolbox/files/nmktrim_trailing_zeros.h>

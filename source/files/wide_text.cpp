@@ -1,0 +1,114 @@
+#include "files/wide_text.h"
+
+#include <apsl/apCodePage.h>
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::string_view replacement_bytes = "\xEF\xBF\xBD";  // U+FFFD
+
+/// How many bytes a lead byte asks for, and the limits of the second one.
+/// The Unicode Standard 15.0, table 3-7, "Well-Formed UTF-8 Byte Sequences".
+struct LeadByte {
+    std::size_t length;
+    unsigned char lowest = 0x80;
+    unsigned char highest = 0xBF;
+};
+
+LeadByte lead_byte(unsigned char byte) {
+    if (byte < 0xC2 || byte > 0xF4) return {1};
+    if (byte < 0xE0) return {2};
+    if (byte == 0xE0) return {3, 0xA0, 0xBF};
+    if (byte == 0xED) return {3, 0x80, 0x9F};
+    if (byte < 0xF0) return {3};
+    if (byte == 0xF0) return {4, 0x90, 0xBF};
+    if (byte == 0xF4) return {4, 0x80, 0x8F};
+    return {4};
+}
+
+/// Bytes of the character that begins at `at`, or of the longest part of it that is well-formed.
+std::size_t character_length(std::string_view bytes, std::size_t at) {
+    const LeadByte lead = lead_byte(static_cast<unsigned char>(bytes[at]));
+    unsigned char lowest = lead.lowest;
+    unsigned char highest = lead.highest;
+    const std::size_t limit = std::min(lead.length, bytes.size() - at);
+    for (std::size_t i = 1; i < limit; ++i) {
+        const auto byte = static_cast<unsigned char>(bytes[at + i]);
+        if (byte < lowest || byte > highest) {
+            return i;
+        }
+        lowest = 0x80;
+        highest = 0xBF;
+    }
+    return limit;
+}
+
+}  // namespace
+
+std::wstring wide_of(const utString& text) {
+    int status = 0;
+    return ap_decode(ap_thread_code_page(), text.view(), status);
+}
+
+utString narrow_of(std::wstring_view wide) {
+    int status = 0;
+    return utString(ap_encode(ap_thread_code_page(), wide, status));
+}
+
+std::string bytes_of_unit(wchar_t unit) {
+    int status = 0;
+    std::string bytes = ap_encode(ap_thread_code_page(), {&unit, 1}, status);
+    return status != 0 ? bytes : std::string();
+}
+
+WideRanges::WideRanges(std::string_view bytes)
+    : m_bytes(bytes), m_single_byte(ap_thread_code_page() == ap_code_page_western) {}
+
+void WideRanges::append_range(std::size_t begin, std::size_t end, std::string& out) {
+    walk_to(begin);
+    if (m_unit < begin && begin < end && !at_end()) {
+        out += replacement_bytes;
+        step();
+    }
+    const std::size_t first = m_byte;
+    walk_to(end);
+    out += m_bytes.substr(first, m_byte - first);
+    // A character that begins before `end` and reaches past it is cut apart; one that begins
+    // before `begin` was dealt with above, or the range is empty.
+    if (begin < end && m_unit >= begin && m_unit < end && !at_end()) {
+        out += replacement_bytes;
+    }
+}
+
+utString WideRanges::range(std::size_t begin, std::size_t end) {
+    std::string out;
+    append_range(begin, end, out);
+    return utString(std::move(out));
+}
+
+void WideRanges::step() {
+    const Extent here = extent();
+    m_byte += here.bytes;
+    m_unit += here.units;
+}
+
+WideRanges::Extent WideRanges::extent() const {
+    if (m_single_byte || static_cast<unsigned char>(m_bytes[m_byte]) < 0x80) {
+        return {1, 1};
+    }
+    const std::size_t length = character_length(m_bytes, m_byte);
+    return {length, length == 4 ? std::size_t{2} : std::size_t{1}};
+}
+
+/// Stands on the character that holds `unit`, or behind the last one.
+void WideRanges::walk_to(std::size_t unit) {
+    while (!at_end()) {
+        const Extent here = extent();
+        if (m_unit + here.units > unit) {
+            return;
+        }
+        m_byte += here.bytes;
+        m_unit += here.units;
+    }
+}
