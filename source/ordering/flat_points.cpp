@@ -1,8 +1,11 @@
 // flat_points.cpp: points on an open path, annealed on flat arrays.
 //
 // While most moves are accepted only the order itself is reversed and points are looked up by item.
-// Once moves become rare the points are placed in the order too, with the lengths of the edges
+// Once moves become rare the points are placed in the order instead, with the lengths of the edges
 // between them, so that a rejected move reads two places and takes no square root.
+//
+// The orders are those of the two states themselves, and only one copy of the points is held at a
+// time: with a hundred thousand points memory counts.
 
 #include "ordering/flat_access.h"
 #include "ordering/flat_arithmetic.h"
@@ -55,15 +58,15 @@ class Points {
           random(Flat_access::random(state)),
           first_remainder(n),
           second_remainder(n - 3),
-          items(Flat_access::items(state).begin(), Flat_access::items(state).end()),
-          best(Flat_access::items(best_state).begin(), Flat_access::items(best_state).end()) {
-        points.reserve(items.size());
-        for (int k = 0; k < n; ++k) {
-            points.push_back(flat<dimensions>(Flat_access::points(state)[k]));
+          items(Flat_access::items(state)),
+          best(Flat_access::items(best_state)),
+          given(Flat_access::points(state)) {
+        if (n <= short_order) {
+            place();
+            return;
         }
-        placed.reserve(items.size() + 1);
-        links.reserve(items.size() + 1);
-        if (n <= short_order) place();
+        points.reserve(static_cast<std::size_t>(n));
+        for (int k = 0; k < n; ++k) points.push_back(flat<dimensions>(given[k]));
     }
 
     Move draw() {
@@ -95,7 +98,7 @@ class Points {
 
     void accept(const Move& move, double new_length) {
         const auto [i, j] = move;
-        reverse_ints(items.data() + i + 1, items.data() + j + 1);
+        reverse_ints(items.begin() + i + 1, items.begin() + j + 1);
         if (is_placed) {
             std::reverse(placed.begin() + i + 1, placed.begin() + j + 1);
             std::reverse(links.begin() + i + 1, links.begin() + j);
@@ -115,16 +118,15 @@ class Points {
         positions_reversed = 0;
     }
 
-    void save_best() { best = items; }
+    void save_best() { best.become(utCopy(), items); }
 
     void restore_best(double best_length) {
-        items = best;
+        items.become(utCopy(), best);
         length = best_length;
         place();
     }
 
     void store(nmkAnnealStatePoints& state, const Move& last, bool accepted) const {
-        std::copy(items.begin(), items.end(), Flat_access::items(state).begin());
         Flat_access::random(state) = random;
         Flat_access::length(state) = length;
         if (accepted) {
@@ -134,9 +136,8 @@ class Points {
         }
     }
 
-    void store_best(nmkAnnealStatePoints& state, double best_length, bool is_current) const {
-        const std::vector<int>& order = is_current ? items : best;
-        std::copy(order.begin(), order.end(), Flat_access::items(state).begin());
+    void store_best(nmkAnnealStatePoints& state, double best_length, bool is_current) {
+        if (is_current) save_best();
         Flat_access::length(state) = best_length;
     }
 
@@ -145,7 +146,7 @@ class Points {
     static constexpr Generator_leap two_steps{2};
 
     const Point& by_item(int position) const {
-        return points[static_cast<std::size_t>(items[static_cast<std::size_t>(position)])];
+        return points[static_cast<std::size_t>(items[position])];
     }
     const Point& at(int position) const { return placed[static_cast<std::size_t>(position)]; }
     double link(int position) const { return links[static_cast<std::size_t>(position)]; }
@@ -167,9 +168,12 @@ class Points {
     // One place more than there are points, so that the place after the last may be read.
     void place() {
         is_placed = true;
-        placed.assign(items.size() + 1, Point{});
-        links.assign(items.size() + 1, 0.0);
-        for (int k = 0; k < n; ++k) placed[static_cast<std::size_t>(k)] = by_item(k);
+        points = std::vector<Point>();
+        placed.assign(static_cast<std::size_t>(n) + 1, Point{});
+        links.assign(static_cast<std::size_t>(n) + 1, 0.0);
+        for (int k = 0; k < n; ++k) {
+            placed[static_cast<std::size_t>(k)] = flat<dimensions>(given[items[k]]);
+        }
         for (int k = 0; k < n; ++k) set_link(k);
     }
 
@@ -177,9 +181,10 @@ class Points {
     mlRandom random;
     Draw_remainder first_remainder;
     Draw_remainder second_remainder;
-    std::vector<int> items;
-    std::vector<int> best;
-    std::vector<Point> points;  // by item
+    intcoFixedArr& items;
+    intcoFixedArr& best;
+    const giPoint3coPageArr& given;
+    std::vector<Point> points;  // by item, until they are placed
     bool is_placed = false;
     std::vector<Point> placed;  // by position
     std::vector<double> links;  // by position, to the next; 0.0 at the last

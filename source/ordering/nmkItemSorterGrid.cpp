@@ -55,6 +55,7 @@ sort_keys::Key key_of(nmkItemComparator::Comparison comparison) {
 
 std::vector<giPoint3> points_of(nmkSortList& items) {
     std::vector<giPoint3> points;
+    points.reserve(static_cast<std::size_t>(items.size()));
     while (items.forwards() != 0) points.push_back(item_point(items.read()));
     return points;
 }
@@ -62,6 +63,7 @@ std::vector<giPoint3> points_of(nmkSortList& items) {
 std::vector<double> keys_of(const std::vector<giPoint3>& points, sort_keys::Key key) {
     const giPoint3& c = nmkItemComparator::comparison_point();
     std::vector<double> keys;
+    keys.reserve(points.size());
     for (const giPoint3& point : points) keys.push_back(key(point, c));
     return keys;
 }
@@ -117,20 +119,18 @@ bool nmkItemSorterGrid::sort_by_keys(double tolerance) {
 }
 
 void nmkItemSorterGrid::lay_out(const std::vector<std::vector<int>>& rows) {
-    std::vector<nmkSortItemPrf> items;
-    items.reserve(static_cast<std::size_t>(source.size()));
-    while (source.forwards() != 0) items.push_back(source.read());
-    source.clear();
-    const auto append = [&](int item) { result.add_item(items[static_cast<std::size_t>(item)]); };
+    std::vector<int> places;
+    places.reserve(static_cast<std::size_t>(source.size()));
     int direction = reverse_first_row;
     for (const std::vector<int>& row : rows) {
         if (direction == 0) {
-            std::for_each(row.begin(), row.end(), append);
+            places.insert(places.end(), row.begin(), row.end());
         } else {
-            std::for_each(row.rbegin(), row.rend(), append);
+            places.insert(places.end(), row.rbegin(), row.rend());
         }
         if (zigzag != 0) direction = direction == 0 ? 1 : 0;
     }
+    result.take_items(source, places);
 }
 
 // Deliberate: an item is compared with the first of the row only, so two that are each within the

@@ -8,6 +8,7 @@
 #include <nmktoolbox/ordering/nmkSortItemLine.h>
 #include <nmktoolbox/runtime/nmkVersion.h>
 
+#include <utility>
 #include <vector>
 
 #include "item_point.h"
@@ -33,6 +34,12 @@ void reverse_line(nmkSortItemPrf& reference) {
 
 }  // namespace
 
+// Which item stands at each position, and for lines that may be turned whether it is turned.
+struct nmkItemSorterShortest::Route {
+    intcoFixedArr order;
+    intcoFixedArr turned;
+};
+
 nmkItemSorterShortest::nmkItemSorterShortest() = default;
 nmkItemSorterShortest::~nmkItemSorterShortest() = default;
 
@@ -40,54 +47,73 @@ void nmkItemSorterShortest::add_item(nmkSortItemPrf item) { source.add_item(item
 
 void nmkItemSorterShortest::add_items(nmkSortList& items) { source.add_items(items); }
 
+// A list that was half read gives its other half, and that is copied.
+void nmkItemSorterShortest::lend(nmkSortPointList& items) {
+    int walked = 0;
+    while (items.forwards() != 0) ++walked;
+    if (walked == items.size()) {
+        lent = &items;
+        return;
+    }
+    for (int skipped = items.size() - walked; skipped > 0; --skipped) items.forwards();
+    source.add_items(items);
+}
+
 nmkSortList& nmkItemSorterShortest::sort(double tolerance) {
     if (nmkVersion::get_from_manager("itemsorter").get_level() == level_of_elastic_ring) {
+        if (lent != nullptr) source.add_items(*std::exchange(lent, nullptr));
         sort_old(tolerance);
     } else {
-        sort_by_annealing();
+        lay_out(find_route());
     }
     return result;
 }
 
-void nmkItemSorterShortest::sort_by_annealing() {
+// All that the annealing needs goes before the route is laid out, as many items take much of it.
+nmkItemSorterShortest::Route nmkItemSorterShortest::find_route() {
     giPoint3coPageArr starts;
     giPoint3coPageArr ends;
-    while (source.forwards() != 0) append_points(source.read(), starts, ends);
+    nmkSortPointList& items = items_to_sort();
+    while (items.forwards() != 0) append_points(items.read(), starts, ends);
     if (ends.size() == 0) {
         nmkAnnealStatePoints state(&starts);
         nmkAnnealStatePoints best(&starts);
-        perform_annealing(state, best);
-    } else if (reversible == 0) {
+        return perform_annealing(state, best);
+    }
+    if (reversible == 0) {
         nmkAnnealStateNonReversible state(starts, ends, closed);
         nmkAnnealStateNonReversible best(starts, ends, closed);
-        perform_annealing(state, best);
-    } else {
-        // Deliberate: `closed` is not asked for, as lines that may be turned always form a tour.
-        nmkAnnealStateReversibleLines state(starts, ends);
-        nmkAnnealStateReversibleLines best(starts, ends);
-        perform_annealing(state, best);
+        return perform_annealing(state, best);
     }
+    // Deliberate: `closed` is not asked for, as lines that may be turned always form a tour.
+    nmkAnnealStateReversibleLines state(starts, ends);
+    nmkAnnealStateReversibleLines best(starts, ends);
+    return perform_annealing(state, best);
 }
 
-void nmkItemSorterShortest::perform_annealing(nmkAnnealOrderState& state,
-                                              nmkAnnealOrderState& best) {
+nmkItemSorterShortest::Route nmkItemSorterShortest::perform_annealing(nmkAnnealOrderState& state,
+                                                                      nmkAnnealOrderState& best) {
     nmkAnneal anneal(state, best);
     anneal.set_progress(progress);
     anneal.simulate();
-    intcoFixedArr order;
-    best.get_items(order);
-    intcoFixedArr flags;
+    Route route;
+    best.get_items(route.order);
     const auto* lines = nmkAnnealStateReversibleLines::ut_dynamic_cast(&best);
-    if (lines != nullptr) lines->get_reverse_flags(flags);
+    if (lines != nullptr) lines->get_reverse_flags(route.turned);
+    return route;
+}
 
-    std::vector<nmkSortItemPrf> items;
-    source.reset();
-    while (source.forwards() != 0) items.push_back(source.read());
+void nmkItemSorterShortest::lay_out(const Route& route) {
+    std::vector<nmkSortItemPrf*> references;
+    nmkSortPointList& items = items_to_sort();
+    references.reserve(static_cast<std::size_t>(items.size()));
+    items.reset();
+    while (items.forwards() != 0) references.push_back(&items.read());
     result.clear();
-    for (int k = 0; k < order.size(); ++k) {
-        nmkSortItemPrf& item = items[static_cast<std::size_t>(order[k])];
+    for (int k = 0; k < route.order.size(); ++k) {
+        nmkSortItemPrf& item = *references[static_cast<std::size_t>(route.order[k])];
         // Deliberate: the line turns about from how it stood, so a second sort can turn it back.
-        if (lines != nullptr && flags[k] != 0) reverse_line(item);
+        if (k < route.turned.size() && route.turned[k] != 0) reverse_line(item);
         result.add_item(item);
     }
 }

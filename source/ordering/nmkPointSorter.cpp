@@ -107,17 +107,25 @@ nmkSortList& nmkPointSorter::sort(double tolerance, const giPoint3& start,
     const std::unique_ptr<nmkItemSorter> sorter = make_sorter(start);
     if (sorter == nullptr) return sorted;
     nmkItemComparator::set_comparison_point(start);
-    while (unsorted.forwards() != 0) sorter->add_item(unsorted.read());
+    give_items(*sorter);
     const double size = tolerance * size_in_tolerances;
     if (drawing()) {
         draw_start(start, size, "unsorted_points");
         draw_points(unsorted, size, "unsorted_points");
     }
     if (progress != nullptr) sorter->set_progress(progress);
-    nmkSortList& order = sorter->sort(tolerance);
-    sorted.add_items(order);
+    sorted.take_items(sorter->sort(tolerance));
     if (drawing()) draw_points(sorted, size, "sorted_points");
     return sorted;
+}
+
+// The sorter that is used for the largest numbers of items does without a copy of the list.
+void nmkPointSorter::give_items(nmkItemSorter& sorter) {
+    if (auto* shortest = dynamic_cast<nmkItemSorterShortest*>(&sorter)) {
+        shortest->lend(unsorted);
+        return;
+    }
+    while (unsorted.forwards() != 0) sorter.add_item(unsorted.read());
 }
 
 std::unique_ptr<nmkItemSorter> nmkPointSorter::make_sorter(const giPoint3& start) {

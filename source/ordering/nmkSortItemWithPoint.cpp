@@ -18,32 +18,60 @@ double squared_plan_distance(const giPoint3& a, const giPoint3& b) {
 }  // namespace
 
 nmkSortItemWithPoint::nmkSortItemWithPoint() = default;
-nmkSortItemWithPoint::nmkSortItemWithPoint(const nmkSortItemWithPoint&) = default;
-nmkSortItemWithPoint& nmkSortItemWithPoint::operator=(const nmkSortItemWithPoint&) = default;
 nmkSortItemWithPoint::~nmkSortItemWithPoint() = default;
+
+nmkSortItemWithPoint::nmkSortItemWithPoint(const nmkSortItemWithPoint& other)
+    : nmkSortItem(other), point(other.point) {
+    if (other.m_ring_part != nullptr) ring_part() = *other.m_ring_part;
+}
+
+nmkSortItemWithPoint& nmkSortItemWithPoint::operator=(const nmkSortItemWithPoint& other) {
+    if (this == &other) return *this;
+    nmkSortItem::operator=(other);
+    point = other.point;
+    m_ring_part.reset();
+    if (other.m_ring_part != nullptr) ring_part() = *other.m_ring_part;
+    return *this;
+}
+
+nmkSortItemWithPoint::Ring_part& nmkSortItemWithPoint::ring_part() {
+    if (m_ring_part == nullptr) m_ring_part = std::make_unique<Ring_part>();
+    return *m_ring_part;
+}
+
+const nmkSortItemWithPoint::Ring_part& nmkSortItemWithPoint::ring_part() const {
+    static const Ring_part of_an_item_without_a_ring;
+    return m_ring_part != nullptr ? *m_ring_part : of_an_item_without_a_ring;
+}
 
 void nmkSortItemWithPoint::get_weighted_distance(double& dx, double& dy, int ring_index,
                                                  giPoint3& ring_point) const {
-    const double weight = weights[ring_index];
-    dx = (normal_point.x - ring_point.x) * weight / weight_sum;
-    dy = (normal_point.y - ring_point.y) * weight / weight_sum;
+    const Ring_part& part = ring_part();
+    const double weight = part.weights[ring_index];
+    dx = (part.normal_point.x - ring_point.x) * weight / part.weight_sum;
+    dy = (part.normal_point.y - ring_point.y) * weight / part.weight_sum;
 }
 
 double nmkSortItemWithPoint::set_distance_array(giPoint3coDynArr& ring, double k) {
-    weights.resize(ring.size());
-    weight_sum = 0.0;
+    Ring_part& part = ring_part();
+    part.weights.resize(ring.size());
+    part.weight_sum = 0.0;
     double least = std::numeric_limits<double>::max();
     for (int j = 0; j < ring.size(); ++j) {
-        const double d2 = squared_plan_distance(normal_point, ring[j]);
+        const double d2 = squared_plan_distance(part.normal_point, ring[j]);
         least = std::min(least, d2);
-        weights[j] = d2 >= elastic_limits::squared_reach ? 0.0 : std::exp(-d2 / ((k + k) * k));
-        weight_sum += weights[j];
+        const bool out_of_reach = d2 >= elastic_limits::squared_reach;
+        part.weights[j] = out_of_reach ? 0.0 : std::exp(-d2 / ((k + k) * k));
+        part.weight_sum += part.weights[j];
     }
-    if (ring.size() == 0 || weight_sum < elastic_limits::least_weight_sum) weight_sum = 1.0;
+    if (ring.size() == 0 || part.weight_sum < elastic_limits::least_weight_sum) {
+        part.weight_sum = 1.0;
+    }
     return least;
 }
 
 int nmkSortItemWithPoint::get_closest(giPoint3coDynArr& ring) const {
+    const giPoint3& normal_point = ring_part().normal_point;
     int closest = 0;
     double least = std::numeric_limits<double>::max();
     for (int j = 0; j < ring.size(); ++j) {
@@ -57,6 +85,7 @@ int nmkSortItemWithPoint::get_closest(giPoint3coDynArr& ring) const {
 }
 
 void nmkSortItemWithPoint::transform_point(double scale, double x0, double y0) {
+    giPoint3& normal_point = ring_part().normal_point;
     normal_point = get_point();
     if (scale > 0.0) {
         normal_point.x = (normal_point.x - x0) / scale;

@@ -1,8 +1,6 @@
 // nmkSortList: every operation is one of the list's cursor.
 #include <nmktoolbox/ordering/nmkSortList.h>
 
-#include <vector>
-
 nmkSortList::nmkSortList() : cursor(items) {}
 nmkSortList::~nmkSortList() = default;
 
@@ -12,8 +10,12 @@ void nmkSortList::add_item(const nmkSortItemPrf& item) { cursor.insert_last(item
 // half read gives its other half. Its items do not change, and in that sense it is const.
 void nmkSortList::add_items(const nmkSortList& other) {
     nmkSortList& walked = const_cast<nmkSortList&>(other);
-    std::vector<nmkSortItemPrf> found;  // first all, then added: a list may be added to itself
-    while (walked.forwards() != 0) found.push_back(walked.read());
+    if (&walked != this) {
+        while (walked.forwards() != 0) add_item(walked.read());
+        return;
+    }
+    std::vector<nmkSortItemPrf> found;  // first all, then added, or the walk would never end
+    while (forwards() != 0) found.push_back(read());
     for (const nmkSortItemPrf& item : found) add_item(item);
 }
 
@@ -40,6 +42,16 @@ nmkSortItemPrf& nmkSortList::read() { return cursor.valid() ? cursor.read() : no
 
 nmkSortItemPrf& nmkSortList::operator[](int position) {
     return cursor.set_index(position) != 0 ? cursor.read() : no_item();
+}
+
+void nmkSortList::take_items(nmkSortList& other) {
+    other.reset();
+    items.take_last(other.items);
+}
+
+void nmkSortList::take_items(nmkSortList& other, const std::vector<int>& places) {
+    other.reset();
+    items.take_last(other.items, places);
 }
 
 // Made void anew each time: a caller may have written to the one handed out before.

@@ -43,7 +43,7 @@ const RingPull& RingPuller::pull() {
 // A coordinate that is not finite would turn a left-out zero into something else.
 bool RingPuller::all_plain() const {
     for (const nmkSortItemWithPoint* item : pulling) {
-        const giPoint3& place = item->normal_point;
+        const giPoint3& place = item->ring_part().normal_point;
         if (!is_plain(*item) || !std::isfinite(place.x) || !std::isfinite(place.y)) return false;
     }
     return true;
@@ -69,7 +69,7 @@ void RingPuller::sweep() {
     }
     exponents.resize(ring_x.size());
     for (nmkSortItemWithPoint* item : pulling) {
-        item->weight_sum = weigh(*item);
+        item->ring_part().weight_sum = weigh(*item);
         add_pull_of(*item);
     }
 }
@@ -77,8 +77,8 @@ void RingPuller::sweep() {
 // As nmkSortItemWithPoint::set_distance_array, in three passes that the compiler can do well.
 double RingPuller::weigh(nmkSortItemWithPoint& item) {
     const std::size_t n = ring_x.size();
-    const double x = item.normal_point.x;
-    const double y = item.normal_point.y;
+    const double x = item.ring_part().normal_point.x;
+    const double y = item.ring_part().normal_point.y;
     const double twice_k_squared = (k + k) * k;
     for (std::size_t j = 0; j < n; ++j) {
         const double dx = x - ring_x[j];
@@ -87,8 +87,9 @@ double RingPuller::weigh(nmkSortItemWithPoint& item) {
         const double exponent = -d2 / twice_k_squared;
         exponents[j] = d2 >= elastic_limits::squared_reach ? no_weight : exponent;
     }
-    item.weights.resize(ring.size());
-    double* const weights = item.weights.array();
+    doublecoDynArr& item_weights = item.ring_part().weights;
+    item_weights.resize(ring.size());
+    double* const weights = item_weights.array();
     in_reach.clear();
     double sum = 0.0;
     for (std::size_t j = 0; j < n; ++j) {
@@ -102,13 +103,14 @@ double RingPuller::weigh(nmkSortItemWithPoint& item) {
 }
 
 void RingPuller::add_pull_of(const nmkSortItemWithPoint& item) {
-    const double x = item.normal_point.x;
-    const double y = item.normal_point.y;
+    const auto& part = item.ring_part();
+    const double x = part.normal_point.x;
+    const double y = part.normal_point.y;
     for (const int near_by : in_reach) {
         const auto j = static_cast<std::size_t>(near_by);
-        const double weight = item.weights[near_by];
-        sums.x[j] += (x - ring_x[j]) * weight / item.weight_sum;
-        sums.y[j] += (y - ring_y[j]) * weight / item.weight_sum;
+        const double weight = part.weights[near_by];
+        sums.x[j] += (x - ring_x[j]) * weight / part.weight_sum;
+        sums.y[j] += (y - ring_y[j]) * weight / part.weight_sum;
     }
 }
 

@@ -238,9 +238,25 @@ TEST(nmkItemSorterShortest, rings_as_the_plain_way_for_lines_far_out) {
     expect_same_ring(lines, "lines near the end of the range");
 }
 
-// Two items on one ring point, one on another: the pair does not move the point that the third
-// group is entered from.
+// A hole at the start and a pair of holes in each of two corners, the holes of a pair so close that
+// they share a ring point. Seen from the start the second of a pair is nearer; seen from the other
+// pair the first is.
 TEST(nmkItemSorterShortest, does_not_move_last_for_a_group_of_two) {
+    KeepsComparator keeps;
+    ItemSorterLevel old(0);
+    nmkItemComparator::primary_sort(&nmkItemSortMethods::compare_closest);
+    nmkItemComparator::set_comparison_point(giPoint3(0, 0, 0));
+    Holes holes;
+    holes.add(0.0, 0.0);
+    holes.add(100.0, 0.0);
+    holes.add(99.99, -0.005);
+    holes.add(100.0, 100.0);
+    holes.add(99.99, 100.005);
+    nmkItemSorterShortest sorter;
+    EXPECT_EQ(shortest(holes, sorter), (std::vector<int>{0, 2, 1, 4, 3}));
+}
+
+TEST(nmkItemSorterShortest, rings_as_the_plain_way_for_pairs_on_one_ring_point) {
     KeepsComparator keeps;
     Lines lines;
     for (const auto& [x, y] : {std::pair(0.0, 0.0),

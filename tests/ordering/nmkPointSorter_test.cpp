@@ -1,6 +1,7 @@
 // Tests of the point sorter: every type, the two-item road, and what it leaves alone.
 #include <gtest/gtest.h>
 #include <nmkarcline/nmkDebugGeometry.h>
+#include <nmktoolbox/runtime/nmkVersion.h>
 
 #include <algorithm>
 #include <sstream>
@@ -269,6 +270,36 @@ TEST(nmkPointSorter, goes_on_with_a_walk_of_the_input_that_its_caller_broke_off)
     EXPECT_EQ(input.forwards(), 1);  // and no further
     for (int i = 1; i < 4; ++i) sorter.add_item(&holes[i]);
     EXPECT_EQ(indices(sorter.sort(1.0, at_origin, nullptr)), (Order{1, 2, 3}));
+}
+
+// Three holes are left in their order by the annealing, and ordered by the ring.
+TEST(nmkPointSorter, goes_on_with_a_broken_off_walk_for_the_shortest_route_too) {
+    KeepsComparator keeps;
+    Holes holes;
+    for (const double x : {3.0, 1.0, 2.0, 4.0}) holes.add(x, 0.0);
+    nmkPointSorter sorter(nmkSortTypeShortest);
+    sorter.add_item(&holes[0]);
+    EXPECT_EQ(sorter.sort(1.0, at_origin, nullptr).forwards(), 1);
+    for (int i = 1; i < 4; ++i) sorter.add_item(&holes[i]);
+    EXPECT_EQ(indices(sorter.sort(1.0, at_origin, nullptr)), (Order{1, 2, 3}));
+}
+
+TEST(nmkPointSorter, keeps_its_input_for_another_sort_into_a_short_route) {
+    KeepsComparator keeps;
+    nmkVersion& generation = nmkVersion::get_from_manager("itemsorter");
+    for (const int level : {1, 0}) {
+        generation.set_level(level);
+        Holes holes;
+        fill_three_by_three(holes);
+        nmkPointSorter sorter(nmkSortTypeShortest);
+        holes.give_to(sorter);
+        const Order first = indices(sorter.sort(1.0, at_origin, nullptr));
+        Order twice = first;
+        twice.insert(twice.end(), first.begin(), first.end());
+        EXPECT_EQ(first.size(), 9u);
+        EXPECT_EQ(indices(sorter.sort(1.0, at_origin, nullptr)), twice) << level;
+    }
+    generation.set_default();
 }
 
 TEST(nmkPointSorter, draws_points_before_and_after_on_its_debug_channel_at_level_2) {

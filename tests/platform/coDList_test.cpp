@@ -241,3 +241,31 @@ TEST(coDList, can_be_walked_by_a_loop_over_its_elements) {
     EXPECT_EQ(contents(list), (std::vector<int>{10, 20, 30}));
     EXPECT_EQ(list.read_last(), 30);
 }
+
+TEST(coDList, takes_over_the_elements_of_another_list_where_they_stand) {
+    coDList<int> list{1, 2};
+    coDList<int> other{3, 4};
+    const int* const third = &other.read_first();
+    list.take_last(other);
+    EXPECT_EQ(contents(list), (std::vector<int>{1, 2, 3, 4}));
+    EXPECT_EQ(list.size(), 4);
+    EXPECT_EQ(&*std::next(list.begin(), 2), third);
+    EXPECT_EQ(other.size(), 0);
+    EXPECT_TRUE(contents(other).empty());
+    other.take_last(list);
+    list.take_last(list);
+    EXPECT_EQ(contents(other), (std::vector<int>{1, 2, 3, 4}));
+    EXPECT_EQ(list.size(), 0);
+}
+
+TEST(coDList, takes_over_the_elements_of_another_list_in_a_new_order) {
+    coDList<int> list{1};
+    coDList<int> other{2, 3, 4};
+    list.take_last(other, {2, 0, 1});
+    EXPECT_EQ(contents(list), (std::vector<int>{1, 4, 2, 3}));
+    EXPECT_EQ(list.size(), 4);
+    EXPECT_EQ(other.size(), 0);
+    std::vector<int> backwards;
+    for (coDList<int>::coIterator it(list); --it;) backwards.push_back(*it);
+    EXPECT_EQ(backwards, (std::vector<int>{3, 2, 4, 1}));
+}

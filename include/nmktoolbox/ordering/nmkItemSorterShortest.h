@@ -35,9 +35,17 @@ class NMKTOOLBOX_EXPORT nmkItemSorterShortest : public nmkItemSorter {
     void set_closed(int flag) { closed = flag; }
 
   private:
+    friend class nmkPointSorter;
+    struct Route;
+
+    /// Sorts the items of a list that outlives the sort, without a list of its own beside it.
+    void lend(nmkSortPointList& items);
+    nmkSortPointList& items_to_sort() { return lent != nullptr ? *lent : source; }
+
     void sort_old(double tolerance);
-    void sort_by_annealing();
-    void perform_annealing(nmkAnnealOrderState& state, nmkAnnealOrderState& best);
+    Route find_route();
+    Route perform_annealing(nmkAnnealOrderState& state, nmkAnnealOrderState& best);
+    void lay_out(const Route& route);
     bool shrink_ring(giPoint3coDynArr& ring);
     double adjust_points(nmkSortPointList& items, giPoint3coDynArr& ring, double k);
     void read_off_ring(giPoint3coDynArr& ring);
@@ -48,6 +56,7 @@ class NMKTOOLBOX_EXPORT nmkItemSorterShortest : public nmkItemSorter {
 
     nmkSortPointList result;
     nmkSortPointList source;
+    nmkSortPointList* lent = nullptr;  // in place of source; not owned
     int reversible = 1;
     int closed = 1;
 };

@@ -51,6 +51,7 @@ class NMKTOOLBOX_EXPORT nmkPointSorter {
 
   private:
     std::unique_ptr<nmkItemSorter> make_sorter(const giPoint3& start);
+    void give_items(nmkItemSorter& sorter);
     void set_directions(const giPoint3& start, nmkItemSorterGrid* grid);
 
     nmkSortPointList unsorted;

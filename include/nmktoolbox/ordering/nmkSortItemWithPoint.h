@@ -1,14 +1,17 @@
 // nmkSortItemWithPoint: an item that stands somewhere.
 //
 // Beside its point it keeps what the elastic ring of nmkItemSorterShortest needs: the point scaled
-// into the unit box, and one weight for each point of the ring. Only the plan view, x and y, counts
-// in all of it; z is carried along.
+// into the unit box, and one weight for each point of the ring. That is set up when a ring first
+// asks for it, since most items never meet one. Only the plan view, x and y, counts in all of it;
+// z is carried along.
 #pragma once
 
 #include <geometry/giPoint3.h>
 #include <geometry/giPoint3Arrays.h>
 #include <ncamcontainer/builtin_containers.h>
 #include <nmktoolbox/ordering/nmkSortItem.h>
+
+#include <memory>
 
 namespace nmk_ordering {
 class RingPuller;
@@ -56,12 +59,23 @@ class NMKTOOLBOX_EXPORT nmkSortItemWithPoint : public nmkSortItem {
     static nmkSortItemWithPoint* ut_dynamic_cast(nmkSortItem* item);
     static const nmkSortItemWithPoint* ut_dynamic_cast(const nmkSortItem* item);
 
+  protected:
+    /// What the item knows of the ring.
+    struct Ring_part {
+        giPoint3 normal_point;   // after transform_point
+        doublecoDynArr weights;  // one for each ring point
+        double weight_sum = 0.0;
+    };
+
+    /// Set up with an unset normal point and no weights where the item has met no ring yet.
+    Ring_part& ring_part();
+    /// The same to read; the item stays as it is.
+    const Ring_part& ring_part() const;
+
+    giPoint3 point;  // as nmkSortItemLine gives it by get_point
+
   private:
     friend class nmk_ordering::RingPuller;  // fills the weights of many items in one sweep
 
-  protected:
-    giPoint3 point;          // as nmkSortItemLine gives it by get_point
-    giPoint3 normal_point;   // after transform_point
-    doublecoDynArr weights;  // one for each ring point
-    double weight_sum = 0.0;
+    std::unique_ptr<Ring_part> m_ring_part;
 };

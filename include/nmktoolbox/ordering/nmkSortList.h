@@ -12,6 +12,8 @@
 #include <ncamcontainer/coDList.h>
 #include <nmktoolbox/ordering/nmkSortItemPrf.h>
 
+#include <vector>
+
 using nmkSortItemPrfcoDList = coDList<nmkSortItemPrf>;
 
 /// Items in a row, with a cursor.
@@ -45,6 +47,13 @@ class NMKTOOLBOX_EXPORT nmkSortList {
     nmkSortItemPrf& operator[](int position);
 
   private:
+    friend class nmkPointSorter;
+    friend class nmkItemSorterGrid;
+
+    /// Appends all items of the other list, which gives them up.
+    void take_items(nmkSortList& other);
+    /// The same in a new order: the places of the items in the other list, from 0.
+    void take_items(nmkSortList& other, const std::vector<int>& places);
     nmkSortItemPrf& no_item();
 
     nmkSortItemPrfcoDList items;

@@ -16,11 +16,13 @@
 #include <iterator>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 /// One element with its neighbours; null at the ends.
 template <class T>
 struct coDLink {
     explicit coDLink(const T& value) : element(value) {}
+    explicit coDLink(T&& value) : element(std::move(value)) {}
 
     coDLink* next = nullptr;
     coDLink* previous = nullptr;
@@ -79,6 +81,30 @@ class coDListB {
     Walk<const T> begin() const noexcept { return Walk<const T>(head_); }
     Walk<const T> end() const noexcept { return Walk<const T>(nullptr); }
 
+    /// Takes the elements of `other` over, behind those that are here, and leaves it empty; they
+    /// stay where they are in memory. Positions in `other` must be reset.
+    void take_last(coDListB& other) noexcept {
+        if (this == &other || other.head_ == nullptr) return;
+        other.head_->previous = tail_;
+        (tail_ != nullptr ? tail_->next : head_) = other.head_;
+        tail_ = std::exchange(other.tail_, nullptr);
+        other.head_ = nullptr;
+        count_ += std::exchange(other.count_, 0);
+    }
+
+    /// Takes the elements of `other` over in a new order, and leaves it empty: `places` are the
+    /// places in `other`, from 0, each of them once. They are moved to links of their own, made one
+    /// after the other, so that a walk of a long list does not jump about in memory.
+    void take_last(coDListB& other, const std::vector<int>& places) {
+        std::vector<T> elements;
+        elements.reserve(places.size());
+        for (T& element : other) elements.push_back(std::move(element));
+        other.clear();
+        for (const int place : places) {
+            put(new Link(std::move(elements[static_cast<std::size_t>(place)])), tail_, nullptr);
+        }
+    }
+
   protected:
     void swap(coDListB& other) noexcept {
         std::swap(head_, other.head_);
@@ -90,7 +116,10 @@ class coDListB {
     using Link = coDLink<T>;
 
     Link* insert(const T& element, Link* before, Link* after) {
-        Link* const link = new Link(element);
+        return put(new Link(element), before, after);
+    }
+
+    Link* put(Link* link, Link* before, Link* after) noexcept {
         link->previous = before;
         link->next = after;
         (before != nullptr ? before->next : head_) = link;
