@@ -4,6 +4,10 @@
 #include <nmktoolbox/files/nmkBaseNameExt.h>
 #include <nmktoolbox/files/nmkCharTypes.h>
 #include <nmktoolbox/files/nmkEscapeString.h>
+#include <nmktoolbox/files/nmkFileDir.h>
+#include <nmktoolbox/files/nmkFileDirIter.h>
+#include <nmktoolbox/files/nmkFileDircoPageArr.h>
+#include <nmktoolbox/files/nmkFileDircoSList.h>
 #include <nmktoolbox/files/nmkFilenameExt.h>
 #include <nmktoolbox/files/nmkMessageFormatter.h>
 #include <nmktoolbox/files/nmkMultiByteToWideChar.h>

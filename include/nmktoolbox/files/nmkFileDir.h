@@ -1,0 +1,225 @@
+// nmkFileDir: the name of a file or directory, and what is done with it on the disk.
+//
+// A name is one text in normal form: separators are "/", and one trailing "/" at most has been
+// taken away. The null string means that there is no name, which is not the same as the empty text.
+// Bytes that the encoding cannot decode are kept: such a name is worked on byte by byte, and is
+// found, copied and deleted like any other.
+//
+// Nothing throws or prints (diagnose_file_deletion_failure apart); answers are 1 or 0, where 1 says
+// that the state is as wanted: having nothing to delete is a success.
+//
+// A symbolic link to a directory counts as a directory; delete_tree takes away the link and never
+// goes through it, and copies make a link of it again. No operation locks anything. An object is
+// for one thread at a time; get_native and set_cwd concern the whole process.
+#pragma once
+
+#include <apsl/apIStringEncoding.h>
+#include <apsl/apPathName.h>
+#include <nmkprogressbreak/nmkProgressBreak.h>
+#include <nmktoolbox/export.h>
+#include <utils/utString.h>
+
+/// Picks the constructor of a name that is to be set later. The value is not read.
+enum nmkFileDirEncoding { nmkFileDirEncodingTag };
+
+/// Picks the constructor of a temporary name. The value is not read.
+enum nmkFileDirTmpFilename { nmkFileDirTmpFilenameTag };
+
+class NMKTOOLBOX_EXPORT nmkFileDir {
+  public:
+    /// No name, and the default encoding, which is the C runtime's code page.
+    nmkFileDir();
+
+    /// No name. A null encoding gives the default; encodings are borrowed, here and everywhere.
+    nmkFileDir(nmkFileDirEncoding, const apIStringEncoding* encoding);
+
+    /// The normal form of `path`; a null or an empty text gives no name. A text that holds a NUL
+    /// ends there.
+    nmkFileDir(const utString& path, const apIStringEncoding* encoding);
+    nmkFileDir(const char* path, const apIStringEncoding* encoding);
+
+    /// A name that did not exist a moment ago, in the directory for temporary files (TMPDIR), with
+    /// "nmk_" and the process number at the start of the file part and `suffix` at its very end.
+    ///
+    /// No two are alike, in this process or between processes. The file is not made: who makes it
+    /// should ask for a new file. No name when there is no such directory.
+    nmkFileDir(nmkFileDirTmpFilename, const utString& suffix, const apIStringEncoding* encoding);
+
+    nmkFileDir(const nmkFileDir&) = default;
+    nmkFileDir& operator=(const nmkFileDir&) = default;
+
+    /// Takes the normal form of `path`. A null encoding keeps the present one, not the default.
+    void set(const utString& path, const apIStringEncoding* encoding);
+    void set(const char* path, const apIStringEncoding* encoding);
+
+    const utString& get() const { return m_path; }
+
+    /// The name with backslashes as separators, in one text that all objects share: the next call,
+    /// on any object and any thread, overwrites it. Not for two threads at the same time.
+    const utString& get_native() const;
+
+    /// The name as wide text; empty when it cannot be decoded exactly, or there is none.
+    apPathName get_ap_path_name() const;
+
+    /// Appends "/" and `name` as it stands. No name at all becomes the rooted "/name".
+    void add_one(const char* name);
+
+    /// Puts `base` and "/" in front. A name that starts with "." or "/", or has ":" as its second
+    /// character, counts as rooted and stays, so ./x and .hidden are not joined. Nothing happens
+    /// when either is null. The result may have any length; it is never cut.
+    void add_pathname(const utString& base);
+
+    /// The name of the parent; 1 when there is one, 0 when the name was or became null. A single
+    /// component has no parent, nor has one after a single "/".
+    int up_one();
+
+    /// Gives the last component the extension (without its dot); an empty one takes the present
+    /// extension away. A name that ends in those letters, whatever their case, stays. A name
+    /// without a directory becomes a rooted one: a.txt changed to tri is /a.tri.
+    void change_extension(utString extension);
+
+    /// The last component, without and with its extension.
+    utString basename() const;
+    utString basename_ext() const;
+
+    /// The extension of a file that exists, without its dot; null for anything else.
+    utString file_ext() const;
+
+    /// What follows the last "." of the last component: empty when there is no dot or nothing
+    /// behind it, null when there is no last component.
+    utString file_ext_without_check() const;
+
+    /// 1 when the name starts with "//" or has ":" as its second character.
+    int is_full_path() const;
+
+    /// The same of any text, put in normal form first; a null or empty one gives 0.
+    static int is_full_path(const char* path);
+
+    /// 1 when a full path can be made of it: one of at most 260 bytes, or a relative one that takes
+    /// no more than 259 once made full.
+    int is_valid() const;
+
+    /// Becomes the full path where is_valid says 1; else stays.
+    void set_full_path();
+
+    /// Becomes the current directory; no name when that takes more than 259 bytes.
+    void set_cwd();
+
+    /// Replaces short components (LONGNA~1) by the long ones that the file system reports, in names
+    /// with a drive or a server; any other name stays, as does one without "~".
+    void make_long_pathname();
+
+    /// 1 when there is something of that name, be it a link that leads nowhere, or when it cannot
+    /// be told because access is denied.
+    int exist() const;
+
+    /// 1 when it exists, can be looked at, and is not a directory.
+    int is_file() const;
+
+    /// 1 when it exists, can be looked at, and is a directory.
+    int is_dir() const;
+
+    /// For a directory, is_dir_writeable; for a file, is_file_writeable; for a name that does not
+    /// exist, is_dir_writeable of its parent.
+    int is_writeable() const;
+
+    /// 1 when a new file could really be made in the directory; it is deleted at once.
+    int is_dir_writeable() const;
+
+    /// 1 when the access rights say that the file can be written.
+    int is_file_writeable() const;
+
+    /// 1 when the file exists and stands on no network drive. A name with two leading slashes is a
+    /// network name.
+    int is_local_file() const;
+
+    /// Replaces the name of a network file by that of a copy among the temporary files, readable
+    /// and writeable for the owner alone.
+    ///
+    ///   progress  null, or told percentages of 0 to 100; a stop asked for ends the copy
+    ///   answer    1 when a copy was made; 0 when none was needed or it failed
+    ///
+    /// The name is that of the copy even when the copy failed, which leaves no file behind.
+    int make_local_file(nmkProgressBreak* progress);
+
+    /// Makes the directory, and its parents where they are missing. 1 when it was there already,
+    /// also when it is a file, or the name is null.
+    int mkdir() const;
+
+    /// Removes an empty directory, read-only or not; of a link to one, the link. 1 when there is no
+    /// directory of that name.
+    int rmdir() const;
+
+    /// Renames a file, never onto something that exists. 1 without doing anything for no name, a
+    /// directory, and a file that is missing.
+    int rename_file(const char* to) const;
+
+    /// Copies the file to `target`, or into it when that is a directory; the copy is readable and
+    /// writeable for the owner alone. A file that is there is overwritten, except by itself. 0 when
+    /// anything fails, and no half of a file is left then.
+    int copy_file(const nmkFileDir& target) const;
+
+    /// Copies the directory into `target` under its own name, and goes on past what cannot be
+    /// copied. Nothing at all is done when the copy would be the directory itself or in it.
+    /// A link to a directory becomes a link to the same place.
+    void copy_dir(const nmkFileDir& target) const;
+
+    /// The same with what is in the directory, straight into `target`.
+    void copy_dir_contents(const nmkFileDir& target) const;
+
+    /// Deletes a file. 1 without doing anything for no name, a directory, and a missing file; 0 for
+    /// one without the owner's right to write, or when the system refuses.
+    int delete_file() const;
+
+    /// Tries up to `attempts` times (at least 1) with `wait` milliseconds between. With 0 attempts
+    /// one try is still made, and the answer is 0 even if it worked.
+    int delete_file(int attempts, int wait) const;
+
+    /// Deletes the directory and all that is in it, and stops at the first thing that cannot go. 1
+    /// when there is no directory of that name.
+    ///
+    /// Links are deleted, never followed, even when another process puts one in the place of a
+    /// directory while the work goes on.
+    int delete_tree() const;
+
+    /// The same with attempts and waiting as for delete_file.
+    int delete_tree(int attempts, int wait) const;
+
+    /// Bytes of the file; -1 when that cannot be told in 32 bits, or at all.
+    int size() const;
+
+    /// Seconds since 1970 of the last change; 0 when it cannot be told.
+    long long modification_time() const;
+
+  private:
+    // The tests reach the private operations through it; it is defined by them.
+    friend struct nmkFileDirAccess;
+
+    static const apIStringEncoding* choose_ut_encoding(const apIStringEncoding* encoding);
+    void set_ut_encoding(const apIStringEncoding* encoding) { m_encoding = encoding; }
+
+    /// The one place where text becomes a name; with `native`, separators become backslashes.
+    utString normalise(const char* path, int native) const;
+    void normalise(const char* path) { m_path = normalise(path, 0); }
+
+    static int dirname(const utString& path, utString& parent);
+    utString get_full_path() const;
+
+    static int exist(const utString& path);
+    int is_dir(const utString& path) const;
+    int is_dir_writeable(const utString& directory) const;
+    int is_file_writeable(const utString& path) const;
+    static int mkdir(const utString& path);
+    static int delete_file(utString path);
+
+    /// Copies what is in the directory into `target`; `top` is where the whole copy started.
+    void copy_entries(const nmkFileDir& target, const nmkFileDir& top) const;
+
+    /// Where NMK_DIAGNOSE_UNLINK is set in the environment, writes to the standard output when and
+    /// what could not be deleted, and which processes hold it. Nothing here calls it: it is for
+    /// looking into a file that will not go away.
+    void diagnose_file_deletion_failure() const;
+
+    utString m_path;
+    const apIStringEncoding* m_encoding;  // never null
+};

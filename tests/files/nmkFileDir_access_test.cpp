@@ -1,0 +1,214 @@
+// What is there, and what may be done with it.
+#include <gtest/gtest.h>
+#include <nmktoolbox/files/nmkFileDir.h>
+#include <sys/stat.h>
+#include <utime.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "app/scratch_folder.h"
+#include "disk_fault.h"
+#include "name_samples.h"
+#include "child_process.h"
+#include "tree_samples.h"
+#include "working_folder.h"
+
+namespace fs = std::filesystem;
+
+TEST(nmkFileDir_access, tells_files_directories_and_what_is_missing_apart) {
+    const ScratchFolder scratch;
+    const nmkFileDir directory = named(scratch.path());
+    EXPECT_EQ(directory.exist(), 1);
+    EXPECT_EQ(directory.is_dir(), 1);
+    EXPECT_EQ(directory.is_file(), 0);
+    const nmkFileDir file = named(scratch.file("f", ""));
+    EXPECT_EQ(file.exist(), 1);
+    EXPECT_EQ(file.is_dir(), 0);
+    EXPECT_EQ(file.is_file(), 1);
+    const nmkFileDir missing = named(scratch.path() + "/missing");
+    EXPECT_EQ(missing.exist() + missing.is_dir() + missing.is_file(), 0);
+    const nmkFileDir none;
+    EXPECT_EQ(none.exist() + none.is_dir() + none.is_file(), 0);
+}
+
+TEST(nmkFileDir_access, what_may_not_be_looked_at_exists_but_is_neither_file_nor_directory) {
+    const ScratchFolder scratch;
+    const nmkFileDir file = named(scratch.file("f", ""));
+    const Fault fault("GetFileAttributesA", scratch.path() + "/f", EACCES);
+    EXPECT_EQ(file.exist(), 1);
+    EXPECT_EQ(file.is_file(), 0);
+    EXPECT_EQ(file.is_dir(), 0);
+}
+
+TEST(nmkFileDir_access, a_file_in_a_folder_without_rights_exists_for_who_has_none) {
+    const ScratchFolder scratch;
+    const std::string locked = scratch.path() + "/locked";
+    fs::create_directory(locked);
+    fs::permissions(scratch.path(), fs::perms::all);
+    fs::permissions(locked, fs::perms::none);
+    const int answer = in_powerless_child([&] {
+        const nmkFileDir inside = named(locked + "/anything");
+        return inside.exist() * 10 + inside.is_file() + inside.is_dir();
+    });
+    fs::permissions(locked, fs::perms::owner_all);
+    EXPECT_EQ(answer, 10);
+}
+
+TEST(nmkFileDir_access, a_link_to_a_directory_is_a_directory_and_any_other_a_file) {
+    const ScratchFolder scratch;
+    fs::create_directory(scratch.path() + "/d");
+    fs::create_directory_symlink("d", scratch.path() + "/to_d");
+    fs::create_symlink("nowhere", scratch.path() + "/broken");
+    EXPECT_EQ(named(scratch.path() + "/to_d").is_dir(), 1);
+    EXPECT_EQ(named(scratch.path() + "/to_d").is_file(), 0);
+    EXPECT_EQ(named(scratch.path() + "/broken").exist(), 1);
+    EXPECT_EQ(named(scratch.path() + "/broken").is_file(), 1);
+    EXPECT_EQ(named(scratch.path() + "/broken").is_dir(), 0);
+}
+
+TEST(nmkFileDir_access, a_file_is_writeable_by_its_rights) {
+    const ScratchFolder scratch;
+    const std::string file = scratch.file("f", "kept");
+    EXPECT_EQ(named(file).is_file_writeable(), 1);
+    EXPECT_EQ(named(file).is_writeable(), 1);
+    fs::permissions(file, fs::perms::owner_read);
+    EXPECT_EQ(named(file).is_file_writeable(), 0);
+    EXPECT_EQ(named(file).is_writeable(), 0);
+    EXPECT_EQ(named(scratch.path() + "/missing").is_file_writeable(), 0);
+    EXPECT_EQ(nmkFileDir().is_file_writeable(), 0);
+    EXPECT_EQ(fs::file_size(file), 4U);
+}
+
+TEST(nmkFileDir_access, a_directory_is_writeable_when_a_file_can_be_made_and_none_stays) {
+    const ScratchFolder scratch;
+    EXPECT_EQ(named(scratch.path()).is_dir_writeable(), 1);
+    EXPECT_EQ(named(scratch.path()).is_writeable(), 1);
+    EXPECT_EQ(scratch.file_count(), 0U);
+    EXPECT_EQ(named(scratch.path() + "/missing").is_dir_writeable(), 0);
+    EXPECT_EQ(named(scratch.file("f", "")).is_dir_writeable(), 0);
+    EXPECT_EQ(nmkFileDir().is_dir_writeable(), 0);
+}
+
+TEST(nmkFileDir_access, a_directory_without_rights_is_not_writeable) {
+    const ScratchFolder scratch;
+    fs::permissions(scratch.path(),
+                    fs::perms::owner_all | fs::perms::others_read | fs::perms::others_exec);
+    if (::geteuid() != 0) fs::permissions(scratch.path(), fs::perms::owner_read);
+    const int answer = in_powerless_child([&] {
+        return named(scratch.path()).is_writeable() * 2 +
+               named(scratch.path() + "/missing").is_writeable();
+    });
+    fs::permissions(scratch.path(), fs::perms::owner_all);
+    EXPECT_EQ(answer, 0);
+}
+
+TEST(nmkFileDir_access, a_missing_file_in_a_writeable_directory_is_writeable_and_stays_missing) {
+    const ScratchFolder scratch;
+    EXPECT_EQ(named(scratch.path() + "/missing").is_writeable(), 1);
+    EXPECT_EQ(scratch.file_count(), 0U);
+}
+
+TEST(nmkFileDir_access, a_missing_file_whose_parent_is_missing_is_not_writeable) {
+    const ScratchFolder scratch;
+    EXPECT_EQ(named(scratch.path() + "/missing/file").is_writeable(), 0);
+    const WorkingFolder here(scratch.path());
+    EXPECT_EQ(named("no_parent_at_all").is_writeable(), 0);
+    EXPECT_EQ(nmkFileDir().is_writeable(), 0);
+}
+
+TEST(nmkFileDir_access, a_directory_whose_name_cannot_be_decoded_is_writeable) {
+    const ScratchFolder scratch;
+    const std::string odd = scratch.path() + "/" + bad_byte;
+    fs::create_directory(odd);
+    EXPECT_EQ(named(odd).is_writeable(), 1);
+    EXPECT_EQ(named(odd + "/" + cut_off).is_writeable(), 1);
+    EXPECT_TRUE(fs::is_empty(odd));
+}
+
+TEST(nmkFileDir_access, a_file_is_local_unless_its_drive_is_remote) {
+    const ScratchFolder scratch;
+    const nmkFileDir file = named(scratch.file("f", ""));
+    EXPECT_EQ(file.is_local_file(), 1);
+    const RemoteFolder remote(scratch.path());
+    EXPECT_EQ(file.is_local_file(), 0);
+}
+
+TEST(nmkFileDir_access, a_relative_file_is_local_by_its_full_path) {
+    const ScratchFolder scratch;
+    scratch.file("f", "");
+    const WorkingFolder here(scratch.path());
+    EXPECT_EQ(named("f").is_local_file(), 1);
+    const RemoteFolder remote(scratch.path());
+    EXPECT_EQ(named("f").is_local_file(), 0);
+}
+
+TEST(nmkFileDir_access, two_leading_slashes_mean_remote_and_one_means_local) {
+    const ScratchFolder scratch;
+    const std::string file = scratch.file("f", "");
+    EXPECT_EQ(named(file).is_local_file(), 1);
+    ASSERT_EQ(named("/" + file).exist(), 1);
+    EXPECT_EQ(named("/" + file).is_local_file(), 0);
+}
+
+TEST(nmkFileDir_access, a_drive_letter_or_any_character_before_a_colon_is_local_here) {
+    const ScratchFolder scratch;
+    const WorkingFolder here(scratch.path());
+    for (const char* name : {"C:f", "\xC3\xA9:f"}) {
+        scratch.file(name, "");
+        EXPECT_EQ(named(name).is_local_file(), 1) << name;
+        const RemoteFolder remote(scratch.path());
+        EXPECT_EQ(named(name).is_local_file(), 0) << name;
+    }
+}
+
+TEST(nmkFileDir_access, a_missing_file_is_not_local) {
+    EXPECT_EQ(nmkFileDir().is_local_file(), 0);
+    EXPECT_EQ(named("/missing/file").is_local_file(), 0);
+}
+
+TEST(nmkFileDir_access, the_size_is_in_bytes) {
+    const ScratchFolder scratch;
+    EXPECT_EQ(named(scratch.file("empty", "")).size(), 0);
+    EXPECT_EQ(named(scratch.file("f", "12345")).size(), 5);
+    EXPECT_EQ(named(scratch.path() + "/missing").size(), -1);
+    EXPECT_EQ(nmkFileDir().size(), -1);
+}
+
+TEST(nmkFileDir_access, a_size_past_32_bits_cannot_be_told) {
+    const ScratchFolder scratch;
+    const std::string file = scratch.file("f", "");
+    fs::resize_file(file, 0x7FFFFFFF);
+    EXPECT_EQ(named(file).size(), 0x7FFFFFFF);
+    fs::resize_file(file, 0x80000000);
+    EXPECT_EQ(named(file).size(), -1);
+}
+
+TEST(nmkFileDir_access, a_name_without_a_full_path_has_no_size) {
+    const ScratchFolder scratch;
+    const std::string deep = scratch.path() + "/" + std::string(250, 'd');
+    fs::create_directory(deep);
+    std::ofstream(deep + "/f") << "12345";
+    EXPECT_EQ(named(deep + "/f").is_file(), 1);
+    EXPECT_EQ(named(deep + "/f").size(), -1);
+}
+
+TEST(nmkFileDir_access, the_modification_time_is_in_seconds) {
+    const ScratchFolder scratch;
+    const std::string file = scratch.file("f", "");
+    const utimbuf times{5000000000, 5000000001};
+    ASSERT_EQ(::utime(file.c_str(), &times), 0);
+    EXPECT_EQ(named(file).modification_time(), 5000000001);
+    EXPECT_EQ(named(scratch.path() + "/missing").modification_time(), 0);
+    EXPECT_EQ(nmkFileDir().modification_time(), 0);
+}
+
+TEST(nmkFileDir_access, the_modification_time_of_what_cannot_be_read_is_0) {
+    const ScratchFolder scratch;
+    const std::string file = scratch.file("f", "");
+    const Fault fault("_stat64i32", file, EACCES);
+    EXPECT_EQ(named(file).modification_time(), 0);
+    EXPECT_EQ(named(file).size(), -1);
+}
