@@ -1,5 +1,6 @@
 #include "utf8.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -12,9 +13,7 @@ using Byte = unsigned char;
 
 constexpr std::size_t block_units = 1024;  // wide characters put together at a time
 constexpr std::size_t block_bytes = 4096;
-constexpr std::size_t longest_character = 4;
-
-bool is_trail(Byte byte) { return (byte & 0xC0U) == 0x80U; }
+constexpr std::ptrdiff_t longest_character = 4;
 
 /// What must follow a lead byte: so many trail bytes, the first of them within these limits.
 /// The Unicode Standard 15.0, table 3-7, "Well-Formed UTF-8 Byte Sequences".
@@ -60,23 +59,8 @@ char32_t checked_character(const Byte*& at, const Byte* end, bool& exact) {
     return character;
 }
 
-/// The same, quick for the well-formed characters of two and three bytes.
-char32_t character_at(const Byte*& at, const Byte* end, bool& exact) {
-    const Byte lead = *at;
-    if (lead >= 0xC2 && lead < 0xE0 && end - at >= 2 && is_trail(at[1])) {
-        const char32_t character = ((lead & 0x1FU) << 6U) | (at[1] & 0x3FU);
-        at += 2;
-        return character;
-    }
-    if (lead > 0xE0 && lead < 0xF0 && lead != 0xED && end - at >= 3 && is_trail(at[1]) &&
-        is_trail(at[2])) {
-        const char32_t character =
-            ((lead & 0x0FU) << 12U) | ((at[1] & 0x3FU) << 6U) | (at[2] & 0x3FU);
-        at += 3;
-        return character;
-    }
-    return checked_character(at, end, exact);
-}
+/// The low six bits of a trail byte; what is no trail byte gives more than 0x3F.
+constexpr char32_t trail_bits(Byte byte) { return static_cast<char32_t>(byte) ^ 0x80U; }
 
 wchar_t* put_units(char32_t character, wchar_t* out) {
     if (character < first_beyond_one_unit) {
@@ -88,94 +72,207 @@ wchar_t* put_units(char32_t character, wchar_t* out) {
     return out;
 }
 
-/// Copies ASCII, eight characters at a time, while there is room; stops at the first other byte
-/// or a few characters before the limits.
-wchar_t* widen_ascii(const Byte*& at, const Byte* end, wchar_t* out, const wchar_t* limit) {
-    while (end - at >= 8 && limit - out >= 8) {
+/// How far a conversion has come: what it reads next, and where it writes next.
+template <class Read, class Write>
+struct Progress {
+    const Read* at;
+    Write* out;
+};
+
+/// Copies ASCII, eight characters at a time, while there is room; stops at the first eight that
+/// are not all ASCII, or short of the limits.
+Progress<Byte, wchar_t> widen_ascii(Progress<Byte, wchar_t> now, const Byte* end,
+                                    const wchar_t* limit) {
+    while (end - now.at >= 8 && limit - now.out >= 8) {
         std::uint64_t eight = 0;
-        std::memcpy(&eight, at, 8);
+        std::memcpy(&eight, now.at, 8);
         if ((eight & 0x8080808080808080U) != 0) break;
-        for (int i = 0; i < 8; ++i) out[i] = static_cast<wchar_t>(at[i]);
-        at += 8;
-        out += 8;
+        for (int i = 0; i < 8; ++i) now.out[i] = static_cast<wchar_t>(now.at[i]);
+        now.at += 8;
+        now.out += 8;
     }
-    return out;
+    return now;
 }
 
-char* put_bytes(char32_t character, char* out) {
-    const auto put = [&out](char32_t byte) { *out++ = static_cast<char>(byte); };
-    if (character < 0x80U) {
-        put(character);
-    } else if (character < 0x800U) {
-        put(0xC0U | (character >> 6U));
-        put(0x80U | (character & 0x3FU));
-    } else if (character < first_beyond_one_unit) {
-        put(0xE0U | (character >> 12U));
-        put(0x80U | ((character >> 6U) & 0x3FU));
-        put(0x80U | (character & 0x3FU));
-    } else {
-        put(0xF0U | (character >> 18U));
-        put(0x80U | ((character >> 12U) & 0x3FU));
-        put(0x80U | ((character >> 6U) & 0x3FU));
-        put(0x80U | (character & 0x3FU));
+/// Decodes well-formed characters of two bytes, and the single ASCII characters (blanks, mostly)
+/// between them, while there is room; stops at any other byte.
+Progress<Byte, wchar_t> decode_twos(Progress<Byte, wchar_t> now, const Byte* end,
+                                    const wchar_t* limit) {
+    const std::ptrdiff_t most = std::min((end - now.at) / 2, limit - now.out);
+    for (const wchar_t* const stop = now.out + most; now.out != stop;) {
+        const char32_t lead = now.at[0];
+        const char32_t second = trail_bits(now.at[1]);
+        if (lead - 0xC2U < 0x1EU && second < 0x40U) {
+            *now.out++ = static_cast<wchar_t>(((lead & 0x1FU) << 6U) | second);
+            now.at += 2;
+        } else if (lead < 0x80U && now.at[1] >= 0x80U) {
+            *now.out++ = static_cast<wchar_t>(lead);
+            now.at += 1;
+        } else {
+            break;
+        }
     }
-    return out;
+    return now;
+}
+
+/// The same for characters of three bytes.
+Progress<Byte, wchar_t> decode_threes(Progress<Byte, wchar_t> now, const Byte* end,
+                                      const wchar_t* limit) {
+    const std::ptrdiff_t most = std::min((end - now.at) / 3, limit - now.out);
+    for (const wchar_t* const stop = now.out + most; now.out != stop; now.at += 3) {
+        const char32_t lead = now.at[0] - 0xE0U;
+        const char32_t second = trail_bits(now.at[1]);
+        const char32_t third = trail_bits(now.at[2]);
+        const char32_t character = (lead << 12U) | (second << 6U) | third;
+        if (lead > 0x0FU || (second | third) > 0x3FU) break;
+        if (character < 0x800U || is_surrogate(character)) break;
+        *now.out++ = static_cast<wchar_t>(character);
+    }
+    return now;
+}
+
+/// The same for characters of four bytes.
+Progress<Byte, wchar_t> decode_fours(Progress<Byte, wchar_t> now, const Byte* end,
+                                     const wchar_t* limit) {
+    while (end - now.at >= 4 && limit - now.out >= 2) {
+        const char32_t lead = now.at[0] - 0xF0U;
+        const char32_t second = trail_bits(now.at[1]);
+        const char32_t third = trail_bits(now.at[2]);
+        const char32_t fourth = trail_bits(now.at[3]);
+        const char32_t character = (lead << 18U) | (second << 12U) | (third << 6U) | fourth;
+        if (lead > 4U || (second | third | fourth) > 0x3FU) break;
+        if (character < first_beyond_one_unit || character > last_character) break;
+        *now.out++ = leading_surrogate(character);
+        *now.out++ = trailing_surrogate(character);
+        now.at += 4;
+    }
+    return now;
+}
+
+/// Decodes until the input ends or there is no room for a further character before `limit`: in runs
+/// of characters of one length, and one by one, checked, where a run does not get on.
+Progress<Byte, wchar_t> decode_block(Progress<Byte, wchar_t> now, const Byte* end,
+                                     const wchar_t* limit, bool& exact) {
+    while (now.at != end && limit - now.out >= 2) {
+        const Byte* const before = now.at;
+        if (*before < 0x80U) {
+            *now.out++ = static_cast<wchar_t>(*now.at++);
+            now = widen_ascii(now, end, limit);
+        } else if (*before < 0xE0U) {
+            now = decode_twos(now, end, limit);
+        } else if (*before < 0xF0U) {
+            now = decode_threes(now, end, limit);
+        } else {
+            now = decode_fours(now, end, limit);
+        }
+        if (now.at == before) now.out = put_units(checked_character(now.at, end, exact), now.out);
+    }
+    return now;
+}
+
+char* put_four_bytes(char32_t character, char* out) {
+    out[0] = static_cast<char>(0xF0U | (character >> 18U));
+    out[1] = static_cast<char>(0x80U | ((character >> 12U) & 0x3FU));
+    out[2] = static_cast<char>(0x80U | ((character >> 6U) & 0x3FU));
+    out[3] = static_cast<char>(0x80U | (character & 0x3FU));
+    return out + 4;
+}
+
+char* put_three_bytes(char32_t character, char* out) {
+    out[0] = static_cast<char>(0xE0U | (character >> 12U));
+    out[1] = static_cast<char>(0x80U | ((character >> 6U) & 0x3FU));
+    out[2] = static_cast<char>(0x80U | (character & 0x3FU));
+    return out + 3;
+}
+
+char* put_two_bytes(char32_t character, char* out) {
+    out[0] = static_cast<char>(0xC0U | (character >> 6U));
+    out[1] = static_cast<char>(0x80U | (character & 0x3FU));
+    return out + 2;
 }
 
 /// The counterpart of widen_ascii.
-char* narrow_ascii(const wchar_t*& at, const wchar_t* end, char* out, const char* limit) {
-    while (end - at >= 8 && limit - out >= 8) {
+Progress<wchar_t, char> narrow_ascii(Progress<wchar_t, char> now, const wchar_t* end,
+                                     const char* limit) {
+    while (end - now.at >= 8 && limit - now.out >= 8) {
         char32_t all = 0;
-        for (int i = 0; i < 8; ++i) all |= code_unit(at[i]);
+        for (int i = 0; i < 8; ++i) all |= code_unit(now.at[i]);
         if (all >= 0x80U) break;
-        for (int i = 0; i < 8; ++i) out[i] = static_cast<char>(at[i]);
-        at += 8;
-        out += 8;
+        for (int i = 0; i < 8; ++i) now.out[i] = static_cast<char>(now.at[i]);
+        now.at += 8;
+        now.out += 8;
     }
-    return out;
+    return now;
+}
+
+/// Encodes until the input ends or there is no room for a further character before `limit`.
+Progress<wchar_t, char> encode_block(Progress<wchar_t, char> now, const wchar_t* end,
+                                     const char* limit, bool& exact) {
+    const wchar_t* at = now.at;
+    char* out = now.out;
+    while (at != end && limit - out >= longest_character) {
+        const char32_t unit = code_unit(*at);
+        if (unit < 0x80U) {
+            *out++ = static_cast<char>(unit);
+            if (++at != end && code_unit(*at) < 0x80U) {
+                const auto ahead = narrow_ascii({at, out}, end, limit);
+                at = ahead.at;
+                out = ahead.out;
+            }
+        } else if (unit < 0x800U) {
+            out = put_two_bytes(unit, out);
+            ++at;
+        } else if (unit < first_beyond_one_unit && !is_surrogate(unit)) {
+            out = put_three_bytes(unit, out);
+            ++at;
+        } else {
+            const wchar_t* from = at;
+            const char32_t character = next_character(from, end, exact);
+            const bool substituted = character < first_beyond_one_unit;
+            out = substituted ? put_three_bytes(character, out) : put_four_bytes(character, out);
+            at = from;
+        }
+    }
+    return {at, out};
+}
+
+/// Makes room for the whole result, once it is known what the first of it took: as much for each
+/// element of the input, and one eighth more.
+template <class Text>
+void make_room(Text& result, std::size_t input_done, std::size_t input_size) {
+    if (input_done == input_size) return;
+    const std::size_t for_each = result.size() * 64 / input_done + 1;
+    result.reserve((input_size / 64 + 1) * (for_each + for_each / 8));
 }
 
 }  // namespace
 
 std::wstring utf8_to_wide(std::string_view bytes, bool& exact) {
     std::wstring wide;
-    wide.reserve(bytes.size());
-    const auto* at = reinterpret_cast<const Byte*>(bytes.data());
-    const Byte* const end = at + bytes.size();
+    const auto* const begin = reinterpret_cast<const Byte*>(bytes.data());
+    const Byte* const end = begin + bytes.size();
     wchar_t block[block_units];
-    wchar_t* const limit = block + block_units - 1;  // room for a pair at any time
-    while (at != end) {
-        wchar_t* out = block;
-        while (at != end && out < limit) {
-            if (*at < 0x80) {
-                out = widen_ascii(at, end, out, limit);
-                if (at != end && out < limit && *at < 0x80) *out++ = static_cast<wchar_t>(*at++);
-            } else {
-                out = put_units(character_at(at, end, exact), out);
-            }
-        }
-        wide.append(block, static_cast<std::size_t>(out - block));
+    for (const Byte* at = begin; at != end;) {
+        const bool first = at == begin;
+        const auto done = decode_block({at, block}, end, block + block_units, exact);
+        wide.append(block, static_cast<std::size_t>(done.out - block));
+        at = done.at;
+        if (first) make_room(wide, static_cast<std::size_t>(at - begin), bytes.size());
     }
     return wide;
 }
 
 std::string wide_to_utf8(std::wstring_view text, bool& exact) {
     std::string bytes;
-    bytes.reserve(text.size());
-    const wchar_t* at = text.data();
-    const wchar_t* const end = at + text.size();
+    const wchar_t* const begin = text.data();
+    const wchar_t* const end = begin + text.size();
     char block[block_bytes];
-    char* const limit = block + block_bytes - longest_character;
-    while (at != end) {
-        char* out = block;
-        while (at != end && out <= limit) {
-            if (code_unit(*at) < 0x80U) {
-                out = narrow_ascii(at, end, out, limit);
-                if (at == end || out > limit) break;
-            }
-            out = put_bytes(next_character(at, end, exact), out);
-        }
-        bytes.append(block, static_cast<std::size_t>(out - block));
+    for (const wchar_t* at = begin; at != end;) {
+        const bool first = at == begin;
+        const auto done = encode_block({at, block}, end, block + block_bytes, exact);
+        bytes.append(block, static_cast<std::size_t>(done.out - block));
+        at = done.at;
+        if (first) make_room(bytes, static_cast<std::size_t>(at - begin), text.size());
     }
     return bytes;
 }
