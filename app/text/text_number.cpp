@@ -65,6 +65,17 @@ std::string number_text(double value) {
     return error == std::errc() ? std::string(room.data(), stop) : std::string();
 }
 
+std::string readable_number(double value) {
+    const double size = std::abs(value);
+    if (!(size >= 1e-5 && size < 1e15)) {
+        return number_text(value);
+    }
+    std::array<char, 64> room{};
+    const auto written =
+        std::to_chars(room.data(), room.data() + room.size(), value, std::chars_format::fixed);
+    return {room.data(), written.ptr};
+}
+
 std::string quoted(std::string_view text) {
     constexpr std::string_view digits = "0123456789abcdef";
     std::string result = "\"";

@@ -30,6 +30,9 @@ std::vector<double> read_coordinates(std::string_view text);
 /// The shortest text that reads as exactly this number again.
 std::string number_text(double value);
 
+/// The same for a person: without an exponent from 0.00001 up to 1e15, also where that is longer.
+std::string readable_number(double value);
+
 /// The text in quotation marks for a message: unprintable bytes as \xNN, long texts cut short.
 std::string quoted(std::string_view text);
 

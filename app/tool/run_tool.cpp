@@ -11,6 +11,7 @@
 #include "levels/levels_help.h"
 #include "order/order_command.h"
 #include "route/route_command.h"
+#include "solve/solve_command.h"
 #include "text/escaped_text.h"
 
 namespace nmk_app {
@@ -32,6 +33,7 @@ constexpr Command commands[] = {
     {"order", "put holes and slots in an order in which the cutter travels little", run_order,
      order_help},
     {"route", "search a short route through a plane with blocked places", run_route, route_help},
+    {"solve", "solve polynomials, angles and the normal distribution", run_solve, solve_help},
     {"levels", "list and show the version levels of the library", run_levels, levels_help},
 };
 

@@ -64,8 +64,13 @@ class Json {
         const bool zero = text.starts_with('0');
         const std::size_t whole = digits();
         if (whole == 0 || (zero && whole > 1)) return false;
-        if (!text.starts_with('.')) return true;
+        if (text.starts_with('.')) {
+            text.remove_prefix(1);
+            if (digits() == 0) return false;
+        }
+        if (!text.starts_with('e') && !text.starts_with('E')) return true;
         text.remove_prefix(1);
+        if (text.starts_with('+') || text.starts_with('-')) text.remove_prefix(1);
         return digits() > 0;
     }
     bool list(std::string_view close, bool named, int depth) {

@@ -1,0 +1,102 @@
+// solve_command: `nmk solve KIND NUMBERS`: roots, angles and probabilities by the library.
+
+#include "solve/solve_command.h"
+
+#include <variant>
+
+#include "draw/polynomial_picture.h"
+#include "files/read_whole_file.h"
+#include "files/write_all_files.h"
+#include "solve/answer_text.h"
+#include "solve/problem_table.h"
+#include "solve/solve_answer.h"
+#include "solve/solve_options.h"
+#include "text/escaped_text.h"
+
+namespace nmk_app {
+
+namespace {
+
+constexpr int done = 0;
+constexpr int bad_input = 2;
+
+int refuse(std::ostream& err, const std::string& problem) {
+    err << line_text(problem) << "\n";
+    return bad_input;
+}
+
+int finish(std::ostream& out, std::ostream& err) {
+    out.flush();
+    return out ? done : refuse(err, "standard output: the answers could not be written");
+}
+
+/// Prints the answers to a table that was checked, each as soon as it is there.
+void print_table(const SolveOptions& options, const std::string& text, std::ostream& out) {
+    bool is_first = true;
+    if (options.json) {
+        out << "[";
+    }
+    read_problem_table(options.csv_file, text, options.kind,
+                       [&](const Problem& problem, std::size_t line) {
+                           const Answer answer = solve_problem(problem);
+                           if (options.json) {
+                               out << (is_first ? "\n  " : ",\n  ") << answer_json(answer, line);
+                           } else if (!options.quiet) {
+                               out << answer_text(answer, line);
+                           }
+                           is_first = false;
+                       });
+    if (options.json) {
+        out << (is_first ? "]\n" : "\n]\n");
+    }
+}
+
+int solve_table(const SolveOptions& options, std::ostream& out, std::ostream& err) {
+    const std::variant<std::string, JobError> read = read_whole_file(options.csv_file);
+    if (const auto* error = std::get_if<JobError>(&read)) {
+        return refuse(err, error->text());
+    }
+    const auto& text = std::get<std::string>(read);
+    if (const auto error = no_text_file(options.csv_file, text)) {
+        return refuse(err, error->text());
+    }
+    const auto ignore = [](const Problem&, std::size_t) {};
+    if (const auto error = read_problem_table(options.csv_file, text, options.kind, ignore)) {
+        return refuse(err, error->text());
+    }
+    print_table(options, text, out);
+    return finish(out, err);
+}
+
+int solve_one(const SolveOptions& options, std::ostream& out, std::ostream& err) {
+    const Answer answer = solve_problem(options.problem);
+    std::vector<std::string> written;
+    if (!options.svg_file.empty()) {
+        const std::string picture = polynomial_picture(options.problem.numbers, answer);
+        if (const auto problem = write_all_files({{options.svg_file, picture}}, written)) {
+            return refuse(err, *problem);
+        }
+    }
+    if (options.json) {
+        out << answer_json(answer, 0) << "\n";
+    } else if (!options.quiet) {
+        out << answer_text(answer, 0);
+        for (const std::string& file_name : written) {
+            out << "Wrote " << line_text(file_name) << ".\n";
+        }
+    }
+    return finish(out, err);
+}
+
+}  // namespace
+
+int run_solve(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+    const std::variant<SolveOptions, std::string> read = read_solve_options(arguments);
+    if (const auto* problem = std::get_if<std::string>(&read)) {
+        return refuse(err, "nmk solve: " + *problem);
+    }
+    const auto& options = std::get<SolveOptions>(read);
+    return options.csv_file.empty() ? solve_one(options, out, err) : solve_table(options, out, err);
+}
+
+}  // namespace nmk_app

@@ -1,0 +1,55 @@
+// solve_problem.h: a problem of `nmk solve`: its kind, and the numbers that belong to it.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace nmk_app {
+
+enum class ProblemKind {
+    polynomial,
+    root,
+    extremum,
+    angles1,
+    angles2,
+    angles3,
+    angles4,
+    angles4_one,
+    angles5,
+    angles6,
+    normal
+};
+
+/// What a person must know to write a problem down.
+struct KindFacts {
+    ProblemKind kind;
+    std::string_view name;
+    std::size_t least, most;   // numbers
+    std::string_view letters;  // of the numbers, for messages: "A B C"
+};
+
+/// All kinds, in the order of ProblemKind.
+std::span<const KindFacts> problem_kinds();
+
+const KindFacts& facts_of(ProblemKind kind);
+
+/// The kind of this name; null where there is none.
+const KindFacts* kind_of_name(std::string_view name);
+
+/// "polynomial, root, ... or normal"
+std::string kind_list();
+
+struct Problem {
+    ProblemKind kind = ProblemKind::polynomial;
+    std::vector<double> numbers;
+};
+
+/// The problem of these words, or one line that says what is wrong with them. Numbers are finite.
+std::variant<Problem, std::string> read_problem(const KindFacts& facts,
+                                                std::span<const std::string_view> words);
+
+}  // namespace nmk_app

@@ -1,0 +1,52 @@
+// blocked_fuzzer: any bytes as a list of blocked places: read, made a lattice, and searched where
+// that is small.
+
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+#include "route/blocked_reader.h"
+#include "route/find_route.h"
+
+using namespace nmk_app;
+
+namespace {
+
+constexpr std::size_t most_searched = 2000;  // places; more would only slow the fuzzer down
+
+void search(const RoutePlane& plane, const BlockedList& list, GoalKind kind) {
+    RouteRequest request;
+    request.start = list.box->lower;
+    request.goal = plane.at({plane.columns() - 1, plane.rows() / 2});
+    request.kind = kind;
+    request.gradient = 0.5;
+    request.cut_corners = true;
+    if (!check_request(plane, request).empty()) {
+        return;
+    }
+    const FoundRoute route = find_route(plane, request, nullptr);
+    // Exact steps: no place is ever closed twice under two names.
+    if (route.closed.size() > plane.place_count() - plane.blocked_count()) {
+        std::abort();
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    const auto read = read_blocked_list("fuzz.csv", text);
+    const auto* list = std::get_if<BlockedList>(&read);
+    if (list == nullptr || !list->box || !list->steps) {
+        return 0;
+    }
+    const auto made = plane_of_list(*list, list->box->lower);
+    const auto* of_list = std::get_if<ListPlane>(&made);
+    if (of_list == nullptr || of_list->plane.place_count() > most_searched) {
+        return 0;
+    }
+    for (const GoalKind kind : {GoalKind::point, GoalKind::line, GoalKind::moving_line}) {
+        search(of_list->plane, *list, kind);
+    }
+    return 0;
+}

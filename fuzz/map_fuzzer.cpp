@@ -1,0 +1,38 @@
+// map_fuzzer: any bytes as a map: read, and searched from corner to corner where it is small.
+
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+#include "route/find_route.h"
+#include "route/map_reader.h"
+
+using namespace nmk_app;
+
+namespace {
+
+constexpr std::size_t most_searched = 2000;  // places; more would only slow the fuzzer down
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    const auto read = read_octile_map("fuzz.map", text);
+    const auto* plane = std::get_if<RoutePlane>(&read);
+    if (plane == nullptr || plane->place_count() > most_searched) {
+        return 0;
+    }
+    if (plane->place_count() > size) {
+        std::abort();  // a place without its letter
+    }
+    RouteRequest request;
+    request.start = plane->at({0, 0});
+    request.goal = plane->at({plane->columns() - 1, plane->rows() - 1});
+    if (check_request(*plane, request).empty()) {
+        const FoundRoute route = find_route(*plane, request, nullptr);
+        if (route.closed.size() > plane->place_count() - plane->blocked_count()) {
+            std::abort();
+        }
+    }
+    return 0;
+}

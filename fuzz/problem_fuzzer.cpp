@@ -1,0 +1,28 @@
+// problem_fuzzer: any bytes as a table of problems: read, solved, told and drawn.
+
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+#include "draw/polynomial_picture.h"
+#include "solve/answer_text.h"
+#include "solve/problem_table.h"
+#include "solve/solve_answer.h"
+
+using namespace nmk_app;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    read_problem_table("fuzz.csv", text, nullptr, [](const Problem& problem, std::size_t line) {
+        const Answer answer = solve_problem(problem);
+        const std::string json = answer_json(answer, line);
+        if (answer_text(answer, line).empty() || json.find("nan") != std::string::npos ||
+            json.find("inf") != std::string::npos) {
+            std::abort();
+        }
+        if (problem.kind == ProblemKind::polynomial) {
+            polynomial_picture(problem.numbers, answer);
+        }
+    });
+    return 0;
+}
