@@ -23,48 +23,60 @@ bool stands_for(std::string_view bytes, std::wstring_view wide, const apIStringE
     return encoding.decode(utString(bytes), status).view() == wide;
 }
 
-/// The bytes behind one of `marks` that stand for `wide`, the end of the path. Where no bytes do,
-/// `wide` in the encoding.
-utString end_bytes(std::string_view path, std::wstring_view wide, std::string_view marks,
+utString encoded(std::wstring_view wide, const apIStringEncoding& encoding) {
+    int status = 0;
+    return encoding.encode(apString(wide), status);
+}
+
+/// The bytes behind a mark that stand for `wide`, the end of the path. Where no bytes do, `wide` in
+/// the encoding.
+utString end_bytes(std::string_view path, std::wstring_view wide,
                    const apIStringEncoding& encoding) {
+    constexpr std::string_view marks = "/\\";
     for (std::size_t at = path.find_last_of(marks); at != std::string_view::npos;
          at = at == 0 ? std::string_view::npos : path.find_last_of(marks, at - 1)) {
         if (stands_for(path.substr(at + 1), wide, encoding)) {
             return utString(path.substr(at + 1));
         }
     }
-    int status = 0;
-    return encoding.encode(apString(wide), status);
+    return encoded(wide, encoding);
 }
 
 /// The bytes before a "." that stand for `wide`, the beginning of the name, found likewise.
-utString start_bytes(const utString& name, std::wstring_view wide,
+utString start_bytes(std::string_view name, std::wstring_view wide,
                      const apIStringEncoding& encoding) {
-    const std::string_view bytes = name.view();
-    for (std::size_t at = bytes.rfind('.'); at != std::string_view::npos;
-         at = at == 0 ? std::string_view::npos : bytes.rfind('.', at - 1)) {
-        if (stands_for(bytes.substr(0, at), wide, encoding)) {
-            return utString(bytes.substr(0, at));
+    for (std::size_t at = name.rfind('.'); at != std::string_view::npos;
+         at = at == 0 ? std::string_view::npos : name.rfind('.', at - 1)) {
+        if (stands_for(name.substr(0, at), wide, encoding)) {
+            return utString(name.substr(0, at));
         }
     }
-    int status = 0;
-    return encoding.encode(apString(wide), status);
+    return encoded(wide, encoding);
 }
 
 }  // namespace
 
 utString nmkBaseName(const utString& path, const apIStringEncoding* encoding) {
     const utString name = nmkBaseNameExt(path, encoding);
-    int status = 0;
-    const apString wide = chosen(encoding).decode(name, status);
+    int exact = 0;
+    const apString wide = chosen(encoding).decode(name, exact);
     const std::size_t dot = wide.view().rfind(L'.');
-    return dot == none ? name : start_bytes(name, wide.view().substr(0, dot), chosen(encoding));
+    if (dot == none) {
+        return name;
+    }
+    const std::wstring_view base = wide.view().substr(0, dot);
+    return exact != 0 ? encoded(base, chosen(encoding))
+                      : start_bytes(name.view(), base, chosen(encoding));
 }
 
 utString nmkBaseNameExt(const utString& path, const apIStringEncoding* encoding) {
-    int status = 0;
-    const apString wide = chosen(encoding).decode(path, status);
+    int exact = 0;
+    const apString wide = chosen(encoding).decode(path, exact);
     const std::size_t start = name_start(wide.view());
-    return start == 0 ? path
-                      : end_bytes(path.view(), wide.view().substr(start), "/\\", chosen(encoding));
+    if (start == 0) {
+        return path;
+    }
+    const std::wstring_view name = wide.view().substr(start);
+    return exact != 0 ? encoded(name, chosen(encoding))
+                      : end_bytes(path.view(), name, chosen(encoding));
 }
