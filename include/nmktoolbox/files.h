@@ -3,6 +3,7 @@
 
 #include <nmktoolbox/files/nmkBaseNameExt.h>
 #include <nmktoolbox/files/nmkCharTypes.h>
+#include <nmktoolbox/files/nmkDateTime.h>
 #include <nmktoolbox/files/nmkEscapeString.h>
 #include <nmktoolbox/files/nmkFileDir.h>
 #include <nmktoolbox/files/nmkFileDirIter.h>
