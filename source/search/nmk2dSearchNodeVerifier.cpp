@@ -3,6 +3,23 @@
 
 #include <utility>
 
+#include "search/blocked_places.h"
+#include "search/plane_places.h"
+
+using Node_iterator = coiIterator<std::shared_ptr<const nmkSearchNode>>;
+
+namespace {
+
+// The places of an iterator whose values never change, or nothing.
+std::shared_ptr<const nmk_search::Blocked_places> fixed_places(const Node_iterator& iterator) {
+    using Fixed = coiFixedIterator<std::shared_ptr<const nmkSearchNode>>;
+    const auto* fixed = dynamic_cast<const Fixed*>(&iterator.inner());
+    if (fixed == nullptr) return nullptr;
+    return std::make_shared<const nmk_search::Blocked_places>(fixed->values());
+}
+
+}  // namespace
+
 nmk2dSearchNodeVerifier::nmk2dSearchNodeVerifier(giBox2 box) : m_bounds(box) {}
 
 nmk2dSearchNodeVerifier::~nmk2dSearchNodeVerifier() = default;
@@ -17,19 +34,30 @@ bool nmk2dSearchNodeVerifier::is_in_bounds(const nmkSearchNode& node) const {
     return m_bounds.contains(static_cast<const nmk2dSearchNode&>(node).point()) != 0;
 }
 
-nmk2dSearchNodeVerifierBlocked::nmk2dSearchNodeVerifierBlocked(
-    giBox2 box, coiIterator<std::shared_ptr<const nmkSearchNode>> blocked_nodes)
-    : nmk2dSearchNodeVerifier(box), m_blocked(std::move(blocked_nodes)) {}
+nmk2dSearchNodeVerifierBlocked::nmk2dSearchNodeVerifierBlocked(giBox2 box,
+                                                               Node_iterator blocked_nodes)
+    : nmk2dSearchNodeVerifier(box),
+      m_blocked(std::move(blocked_nodes)),
+      m_places(fixed_places(m_blocked)) {}
 
 nmk2dSearchNodeVerifierBlocked::~nmk2dSearchNodeVerifierBlocked() = default;
 
 nmkSearchNodeVerifierResult nmk2dSearchNodeVerifierBlocked::verify(
     const nmkSearchNode&, const nmkSearchNode& node) const {
-    if (!is_in_bounds(node)) return nmkSearchNodeVerifierResult::refused_for_good;
-    coiIterator<std::shared_ptr<const nmkSearchNode>> blocked(m_blocked);
-    blocked.reset();
-    while (++blocked) {
-        if (node == *blocked()) return nmkSearchNodeVerifierResult::refused_for_good;
+    if (!is_in_bounds(node) || is_blocked(node)) {
+        return nmkSearchNodeVerifierResult::refused_for_good;
     }
     return nmkSearchNodeVerifierResult::accepted;
+}
+
+bool nmk2dSearchNodeVerifierBlocked::is_blocked(const nmkSearchNode& node) const {
+    if (m_places != nullptr && nmk_search::is_plain_place(node)) {
+        return m_places->contain(static_cast<const nmk2dSearchNode&>(node).point());
+    }
+    Node_iterator blocked(m_blocked);
+    blocked.reset();
+    while (++blocked) {
+        if (node == *blocked()) return true;
+    }
+    return false;
 }

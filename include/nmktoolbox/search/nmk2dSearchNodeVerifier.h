@@ -26,18 +26,28 @@ class NMKTOOLBOX_EXPORT nmk2dSearchNodeVerifier : public nmkSearchNodeVerifier {
     giBox2 m_bounds;
 };
 
+namespace nmk_search {
+class Blocked_places;
+}
+
 /// Refuses blocked places too. They are places, not regions: a step may pass between them.
+///
+/// A verdict walks all blocked nodes, whatever stands behind the iterator by then. Those of a
+/// coiFixedIterator, which never change, are looked up instead.
 class NMKTOOLBOX_EXPORT nmk2dSearchNodeVerifierBlocked : public nmk2dSearchNodeVerifier {
   public:
     nmk2dSearchNodeVerifierBlocked(giBox2 bounds,
                                    coiIterator<std::shared_ptr<const nmkSearchNode>> blocked);
     ~nmk2dSearchNodeVerifierBlocked() override;
 
-    /// accepted in bounds and equal to no blocked node, else refused_for_good. Walks a copy of the
-    /// iterator from its start at each call.
+    /// accepted in bounds and equal to no blocked node, else refused_for_good. The iterator itself
+    /// stays where it is; a copy is walked from its start.
     nmkSearchNodeVerifierResult verify(const nmkSearchNode& parent,
                                        const nmkSearchNode& node) const override;
 
   private:
+    bool is_blocked(const nmkSearchNode& node) const;
+
     coiIterator<std::shared_ptr<const nmkSearchNode>> m_blocked;
+    std::shared_ptr<const nmk_search::Blocked_places> m_places;  // empty: they may change
 };

@@ -5,9 +5,11 @@
 // same position. Both let an interface speak of "some values" without naming a container.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <utility>
+#include <vector>
 
 /// A sink for values.
 template <class T>
@@ -109,6 +111,41 @@ class coiIterator : public coiAbsIterator<T> {
     bool operator++() override { return ++*inner_; }
     const T& operator()() const override { return (*inner_)(); }
 
+    /// What stands behind it.
+    const coiAbsCloneableIterator<T>& inner() const { return *inner_; }
+
   private:
     std::unique_ptr<coiAbsCloneableIterator<T>> inner_;
 };
+
+/// A cursor over values that never change; copies share them. Whoever is handed one may read the
+/// values once and for all.
+template <class T>
+class coiFixedIterator final : public coiAbsCloneableIterator<T> {
+  public:
+    explicit coiFixedIterator(std::vector<T> values)
+        : values_(std::make_shared<const std::vector<T>>(std::move(values))) {}
+
+    bool undefined() const override { return next_ == 0 || next_ > values_->size(); }
+    void reset() override { next_ = 0; }
+    bool operator++() override {
+        if (next_ <= values_->size()) ++next_;
+        return next_ <= values_->size();
+    }
+    const T& operator()() const override { return (*values_)[next_ - 1]; }
+    std::unique_ptr<coiAbsCloneableIterator<T>> clone() const override {
+        return std::make_unique<coiFixedIterator>(*this);
+    }
+
+    const std::vector<T>& values() const { return *values_; }
+
+  private:
+    std::shared_ptr<const std::vector<T>> values_;
+    std::size_t next_ = 0;  // of the value after the one under the cursor
+};
+
+/// A cursor before the first of `values`, which it keeps.
+template <class T>
+coiIterator<T> coiIterator_from_values(std::vector<T> values) {
+    return coiIterator<T>(std::make_unique<coiFixedIterator<T>>(std::move(values)));
+}

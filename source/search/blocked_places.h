@@ -1,0 +1,28 @@
+// blocked_places.h: places that a route may not enter, found without walking all of them.
+//
+// A node of the plane is equal to those of the given nodes that are of the plane too, at most the
+// tolerance away, and to no other; so only the points of those are kept.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "search/place_index.h"
+
+class nmkSearchNode;
+
+namespace nmk_search {
+
+class Blocked_places {
+  public:
+    explicit Blocked_places(const std::vector<std::shared_ptr<const nmkSearchNode>>& nodes);
+
+    /// Whether one of the places is `point`.
+    bool contain(const giPoint2& point) const;
+
+  private:
+    std::vector<giPoint2> m_points;
+    Place_index m_index;
+};
+
+}  // namespace nmk_search

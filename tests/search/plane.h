@@ -1,0 +1,80 @@
+// plane.h: nodes of the plane for tests, what a generator makes of them, and whole searches.
+#pragma once
+
+#include <nmktoolbox/search.h>
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace plane {
+
+using Node_ptr = std::shared_ptr<const nmkSearchNode>;
+using Points = std::vector<std::pair<double, double>>;
+
+inline nmk2dSearchNode node_at(double x, double y) { return nmk2dSearchNode(giPoint2(x, y)); }
+inline Node_ptr shared_node(double x, double y) {
+    return std::make_shared<nmk2dSearchNode>(giPoint2(x, y));
+}
+
+inline Points points_of(const std::vector<Node_ptr>& nodes) {
+    Points points;
+    for (const Node_ptr& node : nodes) {
+        const giPoint2& point = static_cast<const nmk2dSearchNode&>(*node).point();
+        points.emplace_back(point.x, point.y);
+    }
+    return points;
+}
+
+inline Points neighbours(const nmkSearchNodeGenerator& generator, double x, double y) {
+    std::vector<Node_ptr> nodes;
+    generator.expand_node(node_at(x, y), coiFiller_from_container(nodes));
+    return points_of(nodes);
+}
+
+inline Points route(std::shared_ptr<nmkSearchNodeGenerator> generator,
+                    std::shared_ptr<nmkSearchNodeVerifier> verifier, Node_ptr start,
+                    std::shared_ptr<nmkSearchGoal> goal) {
+    nmkAStarSearch search(generator, verifier, start, goal);
+    std::vector<Node_ptr> nodes;
+    search.perform(coiFiller_from_container(nodes));
+    return points_of(nodes);
+}
+
+// A cursor over a list of nodes.
+class List_cursor : public coiAbsCloneableIterator<Node_ptr> {
+  public:
+    explicit List_cursor(std::shared_ptr<const std::vector<Node_ptr>> nodes) : nodes_(nodes) {}
+    bool undefined() const override { return at_ < 0; }
+    void reset() override { at_ = -1; }
+    bool operator++() override {
+        if (at_ + 1 >= static_cast<int>(nodes_->size())) return false;
+        ++at_;
+        return true;
+    }
+    const Node_ptr& operator()() const override { return (*nodes_)[static_cast<std::size_t>(at_)]; }
+    std::unique_ptr<coiAbsCloneableIterator<Node_ptr>> clone() const override {
+        return std::make_unique<List_cursor>(*this);
+    }
+
+  private:
+    std::shared_ptr<const std::vector<Node_ptr>> nodes_;
+    int at_ = -1;
+};
+
+inline coiIterator<Node_ptr> cursor_over(std::vector<Node_ptr> nodes) {
+    return coiIterator<Node_ptr>(std::make_unique<List_cursor>(
+        std::make_shared<const std::vector<Node_ptr>>(std::move(nodes))));
+}
+
+/// A node of another kind than the plane's, which is equal to everything.
+class Other : public nmkSearchNode {
+  public:
+    double min_cost(const nmkSearchNode&) const override { return 0; }
+    double min_cost(const nmkSearchGoal&) const override { return 0; }
+
+  protected:
+    bool is_equal(const nmkSearchNode&) const override { return true; }
+};
+
+}  // namespace plane
