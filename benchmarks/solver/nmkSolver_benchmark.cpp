@@ -13,7 +13,7 @@
 namespace {
 
 constexpr int problems = 1000000;
-constexpr int runs = 3;
+constexpr int runs = 9;
 double sink = 0.0;
 
 std::vector<double> random_polynomials(int degree) {

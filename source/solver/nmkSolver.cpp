@@ -6,8 +6,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
+#include "solver/cubic_closed_form.h"
 #include "solver/laguerre.h"
 #include "solver/polynomial.h"
 #include "solver/quartic_bracket.h"
@@ -22,17 +22,10 @@ constexpr double qadsol_two_roots = 1e-15;            // discriminant above: two
 constexpr double qadsol_two_roots_beside_c1 = 1e-10;  // the same, beside c1 squared
 constexpr double qadsol_no_root = -1e-15;             // discriminant below this times c2: no root
 
-// Limits of cubsol. Those on p apply after division by the leading coefficient.
+// Limits of cubsol; those of its closed form stand with it.
 constexpr double cubsol_c3_is_zero = 1.0000000000000002e-10;  // below: dropped, two-argument form
 constexpr double cubsol_root_at_zero = 1e-16;                 // c0 below: a root at 0, status form
-constexpr double cubsol_largest_p2 = 1e100;                   // above: no roots
-constexpr double cubsol_largest_p1 = 1e100;                   // above: no roots
-constexpr double cubsol_largest_w = 1e150;                    // above: no roots
-// Deliberate: the two limits of the discriminant are uneven. A tiny positive one is what is left of
-// a double root in noise, while a tiny negative one still separates two roots.
-constexpr double cubsol_one_root = 1e-11;      // above: one real root
-constexpr double cubsol_three_roots = -1e-30;  // below: three distinct roots
-constexpr double cubsol_residual = 1e-5;       // above: polish without being asked
+constexpr double cubsol_residual = 1e-5;                      // above: polish without being asked
 
 // Limits of qarsol, on the coefficients after division by the largest.
 constexpr double qarsol_root_at_zero = 1e-15;       // c0 below: a root at 0
@@ -48,22 +41,6 @@ constexpr int status_overflow = 1;
 constexpr int status_stands = 1;
 constexpr int status_root_at_infinity = 2;
 
-double signed_cube_root(double x) {
-    if (x == 0.0) return 0.0;
-    const double root = std::pow(std::fabs(x), 1.0 / 3.0);
-    return x < 0.0 ? -root : root;
-}
-
-void put_in_order(double& first, double& second) {
-    if (second < first) std::swap(first, second);
-}
-
-void sort_three(double* roots) {
-    put_in_order(roots[0], roots[1]);
-    put_in_order(roots[1], roots[2]);
-    put_in_order(roots[0], roots[1]);
-}
-
 bool all_zero(const double* coefficients, int count) {
     return std::all_of(coefficients, coefficients + count, [](double c) { return c == 0.0; });
 }
@@ -74,58 +51,6 @@ bool leaves_residual(const double* coefficients, int degree, const double* roots
     return std::any_of(roots, roots + count, [&](double root) {
         return std::fabs(polynomial_value(coefficients, degree, root)) > limit;
     });
-}
-
-constexpr int cubic_overflowed = -1;
-
-int cubic_one_root(double q, double discriminant, double shift, double* roots) {
-    const double r = std::sqrt(discriminant);
-    const double u = signed_cube_root(q + r);
-    const double v = signed_cube_root(q - r);
-    roots[0] = u + v - shift;
-    return 1;
-}
-
-int cubic_three_roots(double q, double discriminant, double shift, double* roots) {
-    const double m = std::pow(q * q - discriminant, 1.0 / 6.0);
-    const double t = std::atan2(std::sqrt(-discriminant), q) / 3.0;
-    const double along = m * std::cos(t);
-    const double across = m * std::sin(t) * std::sqrt(3.0);
-    roots[0] = 2.0 * m * std::cos(t) - shift;
-    roots[1] = -along - shift + across;
-    roots[2] = -along - shift - across;
-    sort_three(roots);
-    return 3;
-}
-
-int cubic_double_root(double q, double shift, double* roots) {
-    const double u = signed_cube_root(q);
-    roots[0] = 2.0 * u - shift;
-    roots[1] = roots[2] = -u - shift;
-    sort_three(roots);
-    return 3;
-}
-
-/// The closed form for a leading coefficient that is not zero: a count, or cubic_overflowed. The
-/// comparisons are turned so that NaN counts as overflow.
-int cubic_closed_form(const double* c, double* roots) {
-    if (!std::isfinite(c[3])) return cubic_overflowed;
-    const double reciprocal = 1.0 / c[3];
-    const double p2 = c[2] * reciprocal;
-    const double p1 = c[1] * reciprocal;
-    const double p0 = c[0] * reciprocal;
-    const double w = p1 * p2 - 3.0 * p0;
-    if (!(std::fabs(p2) <= cubsol_largest_p2)) return cubic_overflowed;
-    const double q = w / 6.0 - p2 * p2 * p2 / 27.0;
-    if (!(std::fabs(p1) <= cubsol_largest_p1) || !(std::fabs(w) <= cubsol_largest_w))
-        return cubic_overflowed;
-    const double discriminant =
-        (0.75 * w * w + p1 * p1 * p1 + (p0 * p2 - p1 * p1) * p2 * p2) / 27.0;
-    if (!std::isfinite(discriminant)) return cubic_overflowed;
-    const double shift = p2 / 3.0;
-    if (discriminant > cubsol_one_root) return cubic_one_root(q, discriminant, shift, roots);
-    if (discriminant < cubsol_three_roots) return cubic_three_roots(q, discriminant, shift, roots);
-    return cubic_double_root(q, shift, roots);
 }
 
 /// Divides the quartic by x - root from the side on which the division is stable.
