@@ -104,17 +104,14 @@ SvgPoint middle_of_point(const PlaneView& view, const RoutePlane& plane, const g
             view.corner.y + (drawn + 0.5) * view.cell_height};
 }
 
-void draw_goal(SvgDocument& svg, const PlaneView& view, const RouteReport& report) {
-    SvgPoint goal = middle_of_point(view, report.plane, report.request.goal);
-    if (report.request.kind != GoalKind::point) {
+/// The goal where it stands in the end: of a line what may be reached, of a moving one its way.
+void draw_goal_lines(SvgDocument& svg, const PlaneView& view, const RouteReport& report,
+                     SvgPoint goal) {
+    if (report.request.kind == GoalKind::moving_line) {
+        draw_goal_line(svg, middle_of_point(view, report.plane, report.request.goal), goal);
+    } else if (report.request.kind != GoalKind::point) {
         draw_goal_line(svg, goal, {view.corner.x + view.width(), goal.y});
     }
-    if (!(report.route.goal == report.request.goal)) {
-        svg.circle(goal, mark_size, "fill=\"none\" stroke=\"#202124\" stroke-width=\"1.5\"");
-        goal = middle_of_point(view, report.plane, report.route.goal);
-        goal.x = std::min(goal.x, view.corner.x + view.width());
-    }
-    draw_goal_mark(svg, goal);
 }
 
 }  // namespace
@@ -133,7 +130,12 @@ void draw_goal_mark(SvgDocument& svg, SvgPoint at) {
     svg.circle(at, mark_size - 2.0, "fill=\"#202124\"");
 }
 
+void draw_first_goal_mark(SvgDocument& svg, SvgPoint at) {
+    svg.circle(at, mark_size, "fill=\"#ffffff\" stroke=\"#202124\" stroke-width=\"1.5\"");
+}
+
 void draw_goal_line(SvgDocument& svg, SvgPoint from, SvgPoint to) {
+    svg.line(from, to, "stroke=\"#ffffff\" stroke-opacity=\"0.6\" stroke-width=\"4\"");
     svg.line(from, to, "stroke=\"#202124\" stroke-width=\"2\" stroke-dasharray=\"7 5\"");
 }
 
@@ -158,7 +160,11 @@ void draw_cells(SvgDocument& svg, const PlaneView& view, const RouteReport& repo
 }
 
 void draw_route(SvgDocument& svg, const PlaneView& view, const RouteReport& report) {
-    draw_goal(svg, view, report);
+    SvgPoint goal = middle_of_point(view, report.plane, report.route.goal);
+    const double right = view.corner.x + view.width();
+    const bool is_in_sight = goal.x <= right;  // a moving goal may have left the plane
+    goal.x = std::min(goal.x, right);
+    draw_goal_lines(svg, view, report, goal);
     const std::vector<LatticePlace>& nodes = report.route.nodes;
     std::vector<SvgPoint> pairs;
     for (std::size_t i = 1; i < nodes.size(); ++i) {
@@ -168,10 +174,16 @@ void draw_route(SvgDocument& svg, const PlaneView& view, const RouteReport& repo
     if (!pairs.empty()) {
         draw_route_line(svg, pairs, std::clamp(cell * 0.3, 2.0, 5.0));
     }
-    if (report.route.is_found()) {
-        draw_end_mark(svg, view.middle(nodes.back()));
-    } else {
+    if (is_in_sight) {
+        draw_goal_mark(svg, goal);
+    }
+    if (report.has_moved_goal()) {
+        draw_first_goal_mark(svg, middle_of_point(view, report.plane, report.request.goal));
+    }
+    if (!report.route.is_found()) {
         draw_nearest_mark(svg, view.middle(report.route.nearest));
+    } else if (report.arrives_elsewhere()) {
+        draw_end_mark(svg, view.middle(nodes.back()));
     }
     draw_start_mark(svg, view.middle(*report.plane.place_at(report.request.start)));
 }

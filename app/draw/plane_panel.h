@@ -36,6 +36,7 @@ void draw_route(SvgDocument& svg, const PlaneView& view, const RouteReport& repo
 /// The marks of the legend, the same as in the panel.
 void draw_route_line(SvgDocument& svg, const std::vector<SvgPoint>& pairs, double width);
 void draw_goal_mark(SvgDocument& svg, SvgPoint at);
+void draw_first_goal_mark(SvgDocument& svg, SvgPoint at);
 void draw_goal_line(SvgDocument& svg, SvgPoint from, SvgPoint to);
 void draw_nearest_mark(SvgDocument& svg, SvgPoint at);
 

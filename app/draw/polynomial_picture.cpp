@@ -131,10 +131,20 @@ std::vector<RootMark> root_marks(const Answer& answer, const PlotFrame& frame) {
     return marks;
 }
 
-/// Where a label may stand: beside the curve first, then above and below.
-std::vector<SvgPoint> label_middles(SvgPoint at, double width, double slope) {
-    const double aside = (slope > 0.0 ? -1.0 : 1.0) * (width / 2 + 2.0);
-    std::vector<SvgPoint> middles = {{at.x + aside, at.y - 17.0}, {at.x - aside, at.y + 17.0}};
+/// Where a label may stand: beside the curve first, or on the other side of the axis where the
+/// curve only touches that; then above and below.
+std::vector<SvgPoint> label_middles(SvgPoint at, double width,
+                                    const std::vector<double>& coefficients, const RootMark& mark) {
+    const std::vector<double> slope = derivative_of(coefficients);
+    const double rise = polynomial_value(slope, mark.x);
+    const double bend = polynomial_value(derivative_of(slope), mark.x);
+    const double aside = (rise > 0.0 ? -1.0 : 1.0) * (width / 2 + 2.0);
+    std::vector<SvgPoint> middles;
+    if (mark.count > 1) {
+        middles = {{at.x, at.y + (bend > 0.0 ? 22.0 : -22.0)}};
+    } else {
+        middles = {{at.x + aside, at.y - 17.0}, {at.x - aside, at.y + 17.0}};
+    }
     for (const double y : {-22.0, 22.0, -44.0, 44.0, -66.0, 66.0}) {
         for (const double x : {0.0, 0.5, -0.5}) {
             middles.push_back({at.x + x * width, at.y + y});
@@ -158,8 +168,7 @@ void draw_roots(SvgDocument& svg, const PlotFrame& frame, const std::vector<doub
             plot_number(mark.x) +
             (mark.count > 1 ? ", " + std::to_string(mark.count) + " times" : "");
         const double width = text_width(words, 14.0) * 1.1 + 14.0;
-        const double slope = polynomial_value(derivative_of(coefficients), mark.x);
-        const std::vector<SvgPoint> middles = label_middles(at, width, slope);
+        const std::vector<SvgPoint> middles = label_middles(at, width, coefficients, mark);
         LabelBox box;
         if (places.place(middles, width, 20.0, box)) {
             svg.rectangle({box.left, box.top}, box.width, box.height,

@@ -73,11 +73,17 @@ void draw_closing_scale(SvgDocument& svg, SvgPoint at, double width) {
 
 void draw_goal_entries(SvgDocument& svg, LegendLine& line, const RouteReport& report) {
     draw_entry(svg, line, "goal", 20, [&](SvgPoint at) { draw_goal_mark(svg, {at.x + 10, at.y}); });
-    if (report.request.kind != GoalKind::point) {
-        draw_entry(svg, line, "goal line", 40, [&](SvgPoint at) {
-            draw_goal_line(svg, at, {at.x + 40, at.y});
-        });
+    if (report.request.kind == GoalKind::point || report.request.kind == GoalKind::moving_line) {
+        if (report.has_moved_goal()) {
+            draw_entry(svg, line, "goal at first", 14, [&](SvgPoint at) {
+                draw_first_goal_mark(svg, {at.x + 7, at.y});
+            });
+        }
+        return;
     }
+    draw_entry(svg, line, "goal line", 40, [&](SvgPoint at) {
+        draw_goal_line(svg, at, {at.x + 40, at.y});
+    });
 }
 
 double draw_legend(SvgDocument& svg, PictureColumn column, double top, const RouteReport& report) {
@@ -101,9 +107,11 @@ double draw_legend(SvgDocument& svg, PictureColumn column, double top, const Rou
     draw_entry(svg, line, "route", 40, [&](SvgPoint at) {
         draw_route_line(svg, {at, {at.x + 40, at.y}}, 3.5);
     });
-    draw_entry(svg, line, "arrival", 12, [&](SvgPoint at) {
-        draw_end_mark(svg, {at.x + 6, at.y});
-    });
+    if (report.arrives_elsewhere()) {
+        draw_entry(svg, line, "arrival", 12, [&](SvgPoint at) {
+            draw_end_mark(svg, {at.x + 6, at.y});
+        });
+    }
     return line.bottom();
 }
 

@@ -64,10 +64,8 @@ std::string no_route_line(const RouteReport& report) {
     return route_summary(report) + "; of " + std::to_string(closed) +
            (closed == 1 ? " place" : " places") + " closed " +
            point_text(report.plane.at(report.route.nearest)) + " is nearest to the goal" +
-           (report.route.goal == report.request.goal
-                ? ""
-                : ", now at " + point_text(report.route.goal)) +
-           ", " + route_number(report.route.short_of_goal) + " short of it";
+           (report.has_moved_goal() ? ", now at " + point_text(report.route.goal) : "") + ", " +
+           route_number(report.route.short_of_goal) + " short of it";
 }
 
 std::vector<std::pair<std::string, std::string>> route_figures(const RouteReport& report) {
@@ -77,7 +75,7 @@ std::vector<std::pair<std::string, std::string>> route_figures(const RouteReport
     if (needs_gradient(report.request.kind)) {
         figures.emplace_back("Gradient", route_number(report.request.gradient));
     }
-    if (!(route.goal == report.request.goal)) {
+    if (report.has_moved_goal()) {
         figures.emplace_back("Goal moved to", point_text(route.goal));
     }
     if (route.is_found()) {

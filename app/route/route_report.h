@@ -17,6 +17,13 @@ struct RouteReport {
     const RoutePlane& plane;
     const FoundRoute& route;
     std::vector<std::string> notes;
+
+    bool has_moved_goal() const { return !(route.goal == request.goal); }
+
+    /// The route ends on a line, past where that begins.
+    bool arrives_elsewhere() const {
+        return route.is_found() && plane.place_at(route.goal) != route.nodes.back();
+    }
 };
 
 /// "64 x 40 places, 612 blocked; corners kept clear"
