@@ -103,7 +103,11 @@ int order_with(const OrderOptions& options, nmkProgressBreak* progress, bool tel
     if (tell) {
         tell_long_work(job, request, err);
     }
-    const OrderedJob ordered = order_job(job, request, progress);
+    const DebugDrawing drawing(options.debug_channel);
+    OrderedJob ordered = order_job(job, request, progress);
+    if (!options.debug_svg_file.empty() && is_debug_drawing_empty(options.debug_channel)) {
+        ordered.notes.push_back("nothing was drawn on the debug channel");
+    }
     const OrderReport report = report_of(options, request, ordered);
     std::vector<std::string> written;
     if (const auto problem = write_order_outputs(job, ordered, report, written)) {

@@ -23,6 +23,9 @@ Each tool is ordered by itself; slots may be cut from either end.
   -o OUT              write the ordered items: .drl (from a drill file), .csv or .json
   --svg FILE          draw before and after side by side
   --html FILE         the same as a page with the figures
+  --debug CHANNEL     what the library draws for its developers: nmkPointSorter (the points before
+                      and after), nmkAnnealStateNonReversible (one-way lines); =LEVEL for less
+  --debug-svg FILE    where to draw it; the two go together
   --json              print the figures as JSON in place of the table
   --quiet             print no table and no progress
   --level NAME=VALUE  set a version level first; itemsorter=0 is the older method of shortest

@@ -70,6 +70,12 @@ Problem set_output(OrderOptions& options, const std::string& value) {
     return set_output_file<OrderOptions, &OrderOptions::output_file>(options, value);
 }
 
+Problem set_debug(OrderOptions& options, const std::string& value) {
+    Problem problem;
+    read_debug_channel(value, options.debug_channel, problem);
+    return problem;
+}
+
 constexpr ValueOption<OrderOptions> value_options[] = {
     {"--type", set_type},
     {"--start", set_start},
@@ -80,6 +86,8 @@ constexpr ValueOption<OrderOptions> value_options[] = {
     {"--output", set_output},
     {"--svg", set_output_file<OrderOptions, &OrderOptions::svg_file>},
     {"--html", set_output_file<OrderOptions, &OrderOptions::html_file>},
+    {"--debug", set_debug},
+    {"--debug-svg", set_output_file<OrderOptions, &OrderOptions::debug_svg_file>},
 };
 
 constexpr SwitchOption<OrderOptions> switches[] = {
@@ -112,7 +120,11 @@ std::variant<OrderOptions, std::string> read_order_options(
     if (options.file_name.empty()) {
         return "expected the name of a file: nmk order FILE; see nmk help order";
     }
-    const std::string_view outputs[] = {options.output_file, options.svg_file, options.html_file};
+    if (options.debug_channel.name.empty() != options.debug_svg_file.empty()) {
+        return "--debug CHANNEL and --debug-svg FILE go together";
+    }
+    const std::string_view outputs[] = {options.output_file, options.svg_file, options.html_file,
+                                        options.debug_svg_file};
     if (const Problem problem = check_outputs_differ(outputs); !problem.empty()) {
         return problem;
     }

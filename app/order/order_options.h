@@ -12,6 +12,7 @@
 #include <variant>
 #include <vector>
 
+#include "order/debug_drawing.h"
 #include "order/machining_job.h"
 #include "order/order_job.h"
 
@@ -27,6 +28,8 @@ struct OrderOptions {
     std::optional<JobUnits> units;
     double rapid = 10000.0;  // mm per minute, a common rate of routers and drilling machines
     std::string output_file, svg_file, html_file;  // empty: not written
+    DebugChannel debug_channel;                    // with a name only together with debug_svg_file
+    std::string debug_svg_file;
     bool json = false;
     bool quiet = false;
 };

@@ -33,6 +33,9 @@ std::variant<std::vector<OutputFile>, std::string> outputs(const MachiningJob& j
     if (!options.html_file.empty()) {
         result.push_back({options.html_file, order_page(job, ordered, report)});
     }
+    if (!options.debug_svg_file.empty()) {
+        result.push_back({options.debug_svg_file, debug_drawing_svg(options.debug_channel)});
+    }
     return result;
 }
 

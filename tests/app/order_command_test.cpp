@@ -3,6 +3,7 @@
 #include "order/order_command.h"
 
 #include <gtest/gtest.h>
+#include <nmkarcline/nmkDebugGeometry.h>
 #include <nmkprogressbreak/nmkProgressBreak.h>
 
 #include <algorithm>
@@ -163,6 +164,50 @@ TEST_F(order_command, outputs_that_cannot_be_written_leave_no_file) {
         expect_refused(run({"order", name, "--svg", "/dev/full"}));
         expect_refused(run({"order", name, "--html", file("a.html"), "--svg", "/dev/full"}));
     }
+    EXPECT_EQ(files(), 1U);
+}
+
+TEST_F(order_command, draws_a_debug_channel_of_the_library_when_asked) {
+    const std::string name = write("s.csv", square);
+    const Printed printed = run(
+        {"order", name, "--type", "x", "--debug", "nmkPointSorter", "--debug-svg", file("d.svg")});
+    EXPECT_EQ(printed.code, 0) << printed.err;
+    EXPECT_NE(printed.out.find("Wrote "), std::string::npos);
+    const std::string drawing = text_of(file("d.svg"));
+    EXPECT_TRUE(Xml::is_well_formed(drawing));
+    EXPECT_NE(drawing.find(">unsorted_points<"), std::string::npos);
+    EXPECT_NE(drawing.find(">sorted_points<"), std::string::npos);
+    EXPECT_EQ(nmkDebugGeometry::get_from_manager("nmkPointSorter").on(1), 0);
+    EXPECT_EQ(nmkDebugGeometry::get_from_manager("nmkPointSorter").size(), 0);
+}
+
+TEST_F(order_command, says_that_a_debug_channel_got_nothing_below_its_level) {
+    const std::string name = write("s.csv", square);
+    const Printed printed = run(
+        {"order", name, "--type", "x", "--debug=nmkPointSorter=1", "--debug-svg", file("d.svg")});
+    EXPECT_EQ(printed.code, 0) << printed.err;
+    EXPECT_NE(printed.out.find("nothing was drawn on the debug channel"), std::string::npos);
+    EXPECT_EQ(text_of(file("d.svg")).find("sorted_points"), std::string::npos);
+}
+
+TEST_F(order_command, draws_one_way_lines_on_the_channel_of_their_state) {
+    const std::string name = write("l.csv", "0,0,0,1,0,0\n5,5,0,6,5,0\n9,0,0,8,0,0\n");
+    const Printed printed = run({"order", name, "--type", "one-way", "--debug",
+                                 "nmkAnnealStateNonReversible", "--debug-svg", file("d.svg")});
+    EXPECT_EQ(printed.code, 0) << printed.err;
+    EXPECT_NE(text_of(file("d.svg")).find(">Before ordering<"), std::string::npos);
+}
+
+TEST_F(order_command, refuses_an_unknown_debug_channel_or_half_of_the_request) {
+    const std::string name = write("s.csv", square);
+    const std::string drawing = file("d.svg");
+    expect_refused(run({"order", name, "--debug", "nobody", "--debug-svg", drawing}));
+    expect_refused(run({"order", name, "--debug", "nmkPointSorter=0", "--debug-svg", drawing}));
+    expect_refused(run({"order", name, "--debug", "nmkPointSorter=x", "--debug-svg", drawing}));
+    expect_refused(run({"order", name, "--debug", "nmkPointSorter"}));
+    expect_refused(run({"order", name, "--debug-svg", drawing}));
+    expect_refused(run(
+        {"order", name, "--debug", "nmkPointSorter", "--debug-svg", drawing, "--svg", drawing}));
     EXPECT_EQ(files(), 1U);
 }
 

@@ -336,3 +336,15 @@ TEST(coSet, makes_nil_once_however_many_threads_ask_first) {
     for (std::thread& thread : threads) thread.join();
     for (const FirstAskedHere* answer : answers) EXPECT_EQ(answer, answers[0]);
 }
+
+TEST(coSet, is_a_set_core_with_copying_and_joining) {
+    static_assert(std::is_base_of_v<basecoSet<int>, coSet<int>>);
+    static_assert(std::is_base_of_v<coHash<int>, basecoSet<int>>);
+    basecoSet<int> core(4, 50);
+    EXPECT_EQ(&core.add(7), &core.nil());
+    EXPECT_EQ(core.add(7), 7);
+    basecoSetcoIterator<int> walk(core);
+    EXPECT_NE(++walk, 0);
+    EXPECT_EQ(*walk, 7);
+    EXPECT_EQ(++walk, 0);
+}
