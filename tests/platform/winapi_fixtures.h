@@ -2,7 +2,6 @@
 #pragma once
 
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 #include <winapi/faults.h>
 #include <winapi/last_error.h>
@@ -15,6 +14,7 @@
 #include <utility>
 
 #include "app/scratch_folder.h"
+#include "child_process.h"
 
 /// A last error that no call sets, to see whether one set any.
 inline constexpr DWORD untouched = 0xABCD;
@@ -37,29 +37,6 @@ inline std::string bytes_of(const std::string& name) {
 inline bool is_there(const std::string& name) {
     struct stat record;
     return ::lstat(name.c_str(), &record) == 0;
-}
-
-/// Runs it in a child process and answers its exit code; 1000 and the signal if one ended it.
-inline int in_a_child(const std::function<int()>& what) {
-    const pid_t child = ::fork();
-    if (child == 0) {
-        ::_exit(what());
-    }
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    return WIFSIGNALED(status) ? 1000 + WTERMSIG(status) : WEXITSTATUS(status);
-}
-
-/// The same with the rights of a user who owns nothing. Root may do everything, so what a disk
-/// refuses can only be seen this way; a run that is not root's has no special rights to give up.
-inline int without_rights(const std::function<int()>& what) {
-    return in_a_child([&] {
-        constexpr uid_t nobody = 65534;
-        if (::geteuid() == 0 && (::setgid(nobody) != 0 || ::setuid(nobody) != 0)) {
-            return 255;
-        }
-        return what();
-    });
 }
 
 /// A folder of a test that everybody may look into and write to.

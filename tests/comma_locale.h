@@ -13,24 +13,24 @@
 #include <locale>
 #include <string>
 
-class Comma_locale {
+class CommaLocale {
   public:
-    Comma_locale()
-        : before_(std::locale::global(std::locale(std::locale(), new Comma))),
-          c_before_(std::setlocale(LC_ALL, nullptr)) {
+    CommaLocale()
+        : m_before(std::locale::global(std::locale(std::locale(), new Comma))),
+          m_c_before(std::setlocale(LC_ALL, nullptr)) {
         for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "de_DE"}) {
             if (take(name)) return;
         }
         make_one();
     }
-    Comma_locale(const Comma_locale&) = delete;
-    Comma_locale& operator=(const Comma_locale&) = delete;
-    ~Comma_locale() {
-        std::setlocale(LC_ALL, c_before_.c_str());
-        std::locale::global(before_);
-        if (!folder_.empty()) {
+    CommaLocale(const CommaLocale&) = delete;
+    CommaLocale& operator=(const CommaLocale&) = delete;
+    ~CommaLocale() {
+        std::setlocale(LC_ALL, m_c_before.c_str());
+        std::locale::global(m_before);
+        if (!m_folder.empty()) {
             unsetenv("LOCPATH");
-            std::filesystem::remove_all(folder_);
+            std::filesystem::remove_all(m_folder);
         }
     }
 
@@ -55,15 +55,15 @@ class Comma_locale {
     void make_one() {
         std::string pattern = (std::filesystem::temp_directory_path() / "commaXXXXXX").string();
         if (mkdtemp(pattern.data()) == nullptr) return;
-        folder_ = pattern;
+        m_folder = pattern;
         const std::string command =
-            "localedef -i de_DE -f UTF-8 '" + folder_ + "/de_DE.UTF-8' >/dev/null 2>&1";
+            "localedef -i de_DE -f UTF-8 '" + m_folder + "/de_DE.UTF-8' >/dev/null 2>&1";
         if (std::system(command.c_str()) != 0) return;
-        setenv("LOCPATH", folder_.c_str(), 1);
+        setenv("LOCPATH", m_folder.c_str(), 1);
         take("de_DE.UTF-8");
     }
 
-    std::locale before_;
-    std::string c_before_;
-    std::string folder_;
+    std::locale m_before;
+    std::string m_c_before;
+    std::string m_folder;
 };
