@@ -121,29 +121,6 @@ TEST(nmkAngleSolver_solve_angles4, finds_what_a_dense_search_finds) {
     EXPECT_GT(expected, 500);
 }
 
-TEST(nmkAngleSolver_solve_angles4_one_solution, gives_all_solutions_when_the_descent_fails) {
-    Generator random(12);
-    int descents = 0;
-    int fallbacks = 0;
-    for (int i = 0; i < 20000; ++i) {
-        const System4 s{random.between(-1, 1),     random.between(-1, 1), random.between(-1, 1),
-                        random.between(-0.3, 0.3), random.between(-1, 1), random.between(0, 1)};
-        const auto all = s.solve();
-        const auto one = s.one();
-        if (one.size() == 1) {
-            ++descents;
-            EXPECT_NEAR(s.first(one[0]), 0.0, 1e-6) << i;
-            EXPECT_NEAR(s.second(one[0]), 0.0, 1e-6) << i;
-            continue;
-        }
-        ASSERT_EQ(one.size(), all.size()) << i;
-        fallbacks += !all.empty();
-        for (std::size_t j = 0; j < all.size(); ++j) EXPECT_TRUE(same(one[j], all[j])) << i;
-    }
-    EXPECT_GT(descents, 1000);
-    RecordProperty("fallbacks", fallbacks);
-}
-
 TEST(nmkAngleSolver_solve_angles4_one_solution, a_constant_radius_falls_back_to_the_full_solver) {
     // c and k zero: the descent has no quadratic with two roots.
     const System4 s{1, 0, 0, 0.25, 0.5, 0};

@@ -21,18 +21,72 @@ using solver_samples::separate_roots;
 
 constexpr double untouched = 12345.0;
 
-/// The polynomial, scaled to a largest coefficient of 1, is zero there up to its rounding error.
-bool stands_as_polished(const std::vector<double>& coefficients, double x) {
+constexpr double rounding = 0x1p-53;
+
+/// The size of a polynomial's terms at x, which its rounding errors are measured by.
+double size_of_terms(const std::vector<double>& coefficients, double x) {
+    double size = 0.0;
+    for (std::size_t i = coefficients.size(); i-- > 0;)
+        size = size * std::fabs(x) + std::fabs(coefficients[i]);
+    return size;
+}
+
+/// The slope at one of the roots that a polynomial was made of.
+double slope_at(const std::vector<double>& roots, std::size_t one, double scale) {
+    double slope = scale;
+    for (std::size_t i = 0; i < roots.size(); ++i) slope *= i == one ? 1.0 : roots[one] - roots[i];
+    return std::fabs(slope);
+}
+
+/// How far the roots of the rounded coefficients can be from those that they were made of: each
+/// coefficient is a sum of products that took at most eight roundings.
+double given_away_by_the_coefficients(const std::vector<double>& coefficients,
+                                      const std::vector<double>& roots, std::size_t one) {
+    return 8.0 * rounding * size_of_terms(coefficients, roots[one]) /
+           slope_at(roots, one, coefficients.back());
+}
+
+/// How far a polished root can be off. Polishing ends when the value, with a largest coefficient of
+/// 1, is at most 1e-14 of the larger of 1 and a bound of the rounding error, which counts each term
+/// once for every coefficient; a value divided by the slope is a distance. Twice, for the
+/// curvature.
+double polished_within(const std::vector<double>& coefficients, const std::vector<double>& roots,
+                       std::size_t one) {
     double largest = 0.0;
     for (const double c : coefficients) largest = std::max(largest, std::fabs(c));
-    double value = 0.0;
-    double size = 0.0;
-    for (std::size_t i = coefficients.size(); i-- > 0;) {
-        value = value * x + coefficients[i] / largest;
-        size = size * std::fabs(x) + std::fabs(coefficients[i]) / largest;
-    }
-    // The Adams bound counts each term at most once for each coefficient.
-    return std::fabs(value) <= 1e-14 * std::max(1.0, 5.0 * size);
+    const double terms =
+        static_cast<double>(coefficients.size()) * size_of_terms(coefficients, roots[one]);
+    const double left = 1e-14 * std::max(std::max(1.0, largest), terms);
+    return 2.0 * left / slope_at(roots, one, coefficients.back()) +
+           given_away_by_the_coefficients(coefficients, roots, one);
+}
+
+/// How far the closed form for three roots can be off: its roundings, followed to first order.
+///
+/// With D the discriminant and q as in the formula, a root is 2 m cos(t + turn) - p2 / 3, where
+/// m^6 = q^2 - D and tan 3t = sqrt(-D) / q. Rounding leaves D and q off by a few units of the size
+/// of their terms; D is a difference of large terms where two roots are near each other.
+double closed_form_within(const std::vector<double>& c) {
+    const double p2 = c[2] / c[3], p1 = c[1] / c[3], p0 = c[0] / c[3];
+    const double w = p1 * p2 - 3.0 * p0;
+    const double q = w / 6.0 - p2 * p2 * p2 / 27.0;
+    const double D = (0.75 * w * w + p1 * p1 * p1 + (p0 * p2 - p1 * p1) * p2 * p2) / 27.0;
+    const double size_w = std::fabs(p1 * p2) + 3.0 * std::fabs(p0);
+    const double size_q = size_w / 6.0 + std::fabs(p2 * p2 * p2) / 27.0;
+    const double size_D = (0.75 * size_w * size_w + std::fabs(p1 * p1 * p1) +
+                           (std::fabs(p0 * p2) + p1 * p1) * p2 * p2) /
+                          27.0;
+    // No term passes through more than twenty roundings.
+    const double off_D = 20.0 * rounding * size_D;
+    const double off_q = 20.0 * rounding * size_q;
+    const double S = std::sqrt(-D);
+    const double squares = q * q - D;
+    const double off_S = off_D / (2.0 * S);
+    const double off_t = (std::fabs(q) * off_S + S * off_q) / squares / 3.0;
+    const double m = std::pow(squares, 1.0 / 6.0);
+    const double off_m = m * (2.0 * std::fabs(q) * off_q + off_D) / squares / 6.0;
+    const double last_sums = 20.0 * rounding * (2.0 * m + std::fabs(p2) / 3.0);
+    return 2.0 * m * off_t + 2.0 * off_m + last_sums;
 }
 
 struct PolynomialCase {
@@ -258,35 +312,67 @@ TEST(nmkSolver, coefficients_that_are_not_finite_give_no_root) {
     }
 }
 
-TEST(nmkSolver, finds_every_root_of_polynomials_with_separate_roots) {
-    Generator random(20240611);
+/// Calls check(i, roots ascending, coefficients) for many polynomials of this degree.
+template <class Check>
+void for_each_polynomial(int degree, Check check) {
+    Generator random(20240611U + static_cast<unsigned>(degree));
     for (int i = 0; i < 20000; ++i) {
-        std::vector<double> expected = separate_roots(random, 4, 5.0, 0.2);
-        const double scale = random.between(0.5, 3.0);
+        std::vector<double> roots = separate_roots(random, degree, 5.0, 0.2);
+        std::sort(roots.begin(), roots.end());
+        check(i, roots, polynomial_of(roots, random.between(0.5, 3.0)));
+    }
+}
+
+using Roots = std::vector<double>;
+
+TEST(nmkSolver_separate_roots, of_a_quadratic_are_off_by_the_rounding_of_its_coefficients_only) {
+    for_each_polynomial(2, [](int i, const Roots& expected, Roots c) {
+        double roots[2];
+        ASSERT_EQ(nmkSolver::qadsol(c.data(), roots), 2) << i;
+        for (std::size_t j = 0; j < 2; ++j) {
+            // The discriminant takes off what the coefficients do, and the last division a unit.
+            const double within = 2.0 * given_away_by_the_coefficients(c, expected, j) +
+                                  8.0 * rounding * std::fabs(expected[j]);
+            EXPECT_NEAR(roots[j], expected[j], within) << i;
+        }
+    });
+}
+
+TEST(nmkSolver_separate_roots, of_a_cubic_are_off_by_what_the_closed_form_rounds_away) {
+    double widest = 0.0;
+    for_each_polynomial(3, [&](int i, const Roots& expected, Roots c) {
+        double roots[3];
+        ASSERT_EQ(nmkSolver::cubsol(c.data(), roots), 3) << i;
+        const double closed_form = closed_form_within(c);
+        widest = std::max(widest, closed_form);
+        for (std::size_t j = 0; j < 3; ++j)
+            EXPECT_NEAR(roots[j], expected[j],
+                        closed_form + given_away_by_the_coefficients(c, expected, j))
+                << i;
+    });
+    // A bound that allows everything would say nothing.
+    EXPECT_LT(widest, 1e-5);
+}
+
+TEST(nmkSolver_separate_roots, of_a_cubic_are_sharp_after_polishing) {
+    for_each_polynomial(3, [](int i, const Roots& expected, Roots c) {
+        double roots[3];
+        int status[3];
+        ASSERT_EQ(nmkSolver::cubsol(c.data(), 1, roots, status), 3) << i;
+        for (std::size_t j = 0; j < 3; ++j)
+            EXPECT_NEAR(roots[j], expected[j], polished_within(c, expected, j)) << i;
+    });
+}
+
+TEST(nmkSolver_separate_roots, of_a_quartic_are_sharp_after_polishing) {
+    for_each_polynomial(4, [](int i, const Roots& expected, Roots c) {
         double roots[4];
         int status[4];
-
-        std::vector<double> quartic = polynomial_of(expected, scale);
-        ASSERT_EQ(nmkSolver::qarsol(quartic.data(), 1, roots, status), 4) << i;
-        for (const double root : roots) EXPECT_TRUE(stands_as_polished(quartic, root)) << i;
-
-        expected.pop_back();
-        std::vector<double> cubic = polynomial_of(expected, scale);
-        ASSERT_EQ(nmkSolver::cubsol(cubic.data(), roots), 3) << i;
-        for (int j = 0; j < 3; ++j) EXPECT_LT(backward_error(cubic.data(), 3, roots[j]), 1e-10);
-        // The discriminant cancels to a few parts in the sixth power of the range, so that the
-        // closed form alone loses up to seven digits at this gap.
-        std::sort(expected.begin(), expected.end());
-        for (int j = 0; j < 3; ++j)
-            EXPECT_NEAR(roots[j], expected[static_cast<std::size_t>(j)], 1e-7) << i;
-        ASSERT_EQ(nmkSolver::cubsol(cubic.data(), 1, roots, status), 3) << i;
-        for (int j = 0; j < 3; ++j) EXPECT_TRUE(stands_as_polished(cubic, roots[j])) << i;
-
-        expected.pop_back();
-        std::vector<double> quadratic = polynomial_of(expected, scale);
-        ASSERT_EQ(nmkSolver::qadsol(quadratic.data(), roots), 2) << i;
-        for (int j = 0; j < 2; ++j) EXPECT_LT(backward_error(quadratic.data(), 2, roots[j]), 1e-15);
-    }
+        ASSERT_EQ(nmkSolver::qarsol(c.data(), 1, roots, status), 4) << i;
+        std::sort(roots, roots + 4);
+        for (std::size_t j = 0; j < 4; ++j)
+            EXPECT_NEAR(roots[j], expected[j], polished_within(c, expected, j)) << i;
+    });
 }
 
 TEST(nmkSolver, every_answer_to_random_coefficients_is_a_root) {
