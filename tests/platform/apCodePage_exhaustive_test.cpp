@@ -135,6 +135,26 @@ TEST(apCodePage_exhaustive, long_texts_are_the_same_wherever_a_block_ends) {
     }
 }
 
+TEST(apCodePage_exhaustive, every_prefix_of_a_long_text_in_a_buffer_of_its_size) {
+    std::string bytes(1000, 'a');
+    for (int i = 0; i < 20; ++i) bytes += "\xC3\xA9 \xE4\xB8\xAD\xF0\x9F\x98\x80\xED\xA0\x80z";
+    for (std::size_t size = 0; size <= bytes.size(); ++size) {
+        expect_as_plain(std::string_view(bytes).substr(0, size));
+    }
+    int status = -1;
+    const std::wstring wide = ap_decode(ap_code_page_utf8, bytes, status);
+    for (std::size_t size = 0; size <= wide.size(); ++size) {
+        const auto buffer = std::make_unique<wchar_t[]>(size);
+        std::copy_n(wide.begin(), size, buffer.get());
+        const std::string narrow = ap_encode(ap_code_page_utf8, {buffer.get(), size}, status);
+        const bool cut_in_a_pair = size > 0 && (wide[size - 1] & 0xFC00) == 0xD800;
+        ASSERT_EQ(status, cut_in_a_pair ? 0 : 1) << size;
+        std::wstring expected = wide.substr(0, size);
+        if (cut_in_a_pair) expected.back() = static_cast<wchar_t>(0xFFFD);
+        ASSERT_EQ(plain_utf8::decode(narrow, status), expected) << size;
+    }
+}
+
 TEST(apCodePage_exhaustive, every_unit_on_its_own_is_a_character_or_a_replacement) {
     for (char32_t unit = 0; unit <= 0xFFFF; ++unit) {
         const wchar_t wide = static_cast<wchar_t>(unit);
