@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <thread>
 #include <vector>
 
@@ -110,6 +111,9 @@ TEST(ShellExecuteExA, runs_in_the_folder_asked_for_and_shows_nothing) {
 
 TEST(ShellExecuteExA, tells_why_a_program_does_not_run) {
     const OpenScratchFolder scratch;
+    // A folder on the search path that may not be searched would hide that nothing is there.
+    const std::string search_path = std::getenv("PATH") == nullptr ? "" : std::getenv("PATH");
+    ::setenv("PATH", "/usr/bin:/bin", 1);
     SHELLEXECUTEINFOA execution = execution_of("no_such_program_anywhere", nullptr);
     EXPECT_FALSE(ShellExecuteExA(&execution));
     EXPECT_EQ(GetLastError(), 2u);
@@ -127,6 +131,7 @@ TEST(ShellExecuteExA, tells_why_a_program_does_not_run) {
     EXPECT_FALSE(ShellExecuteExA(&execution));
     EXPECT_EQ(GetLastError(), 87u);
     EXPECT_FALSE(ShellExecuteExA(nullptr));
+    ::setenv("PATH", search_path.c_str(), 1);
 }
 
 TEST(WaitForSingleObject, gives_up_after_its_time) {
