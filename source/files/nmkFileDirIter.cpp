@@ -21,7 +21,7 @@ void nmkFileDirIter::reset(const nmkFileDir& given, nmkFileDirIterType type,
     nmkFileDir everything(directory);
     everything.add_one("*");
     WIN32_FIND_DATAA found;
-    const HANDLE search = FindFirstFileA(everything.get().c_str(), &found);
+    const HANDLE search = winapi_find_first_kind(everything.get().c_str(), &found);
     if (search == INVALID_HANDLE_VALUE) return;
     do {
         const std::string_view name(found.cFileName);

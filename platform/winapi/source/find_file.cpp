@@ -2,6 +2,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <winapi/file_attributes.h>
 #include <winapi/find_file.h>
 #include <winapi/last_error.h>
 
@@ -34,23 +35,24 @@ class Folder {
     bool is_open() const { return m_stream != nullptr; }
     int descriptor() const { return ::dirfd(m_stream); }
 
-    // The name of the next entry; null at the end or, with errno set, for a failure.
-    const char* next() {
+    // The next entry; null at the end or, with errno set, for a failure.
+    const dirent* next() {
         errno = 0;
-        const dirent* entry = ::readdir(m_stream);
-        return entry == nullptr ? nullptr : entry->d_name;
+        return ::readdir(m_stream);
     }
 
   private:
     DIR* m_stream;
 };
 
-// Names one behind the other, each with its NUL, and where each starts, in the order to give them.
+// Names one behind the other, each with its NUL and the kind of the entry in front, and where each
+// starts, in the order to give them.
 class SortedNames {
   public:
-    void add(const char* name) {
+    void add(const dirent& entry) {
+        m_bytes += static_cast<char>(entry.d_type);
         m_starts.push_back(m_bytes.size());
-        m_bytes.append(name, std::strlen(name) + 1);
+        m_bytes.append(entry.d_name, std::strlen(entry.d_name) + 1);
     }
 
     void sort() {
@@ -62,6 +64,9 @@ class SortedNames {
     const char* next() {
         return m_given < m_starts.size() ? m_bytes.c_str() + m_starts[m_given++] : nullptr;
     }
+
+    // The kind of the entry whose name `next` gave, as the folder tells it.
+    static unsigned char kind_of(const char* name) { return static_cast<unsigned char>(name[-1]); }
 
   private:
     static int rank(const char* name) {
@@ -101,10 +106,25 @@ void fill(WIN32_FIND_DATAA& entry, const char* name, const struct stat* record) 
     entry.nFileSizeLow = static_cast<DWORD>(size);
 }
 
+// The attributes that the kind of an entry tells of; 0 where it tells none.
+DWORD attributes_of_kind(unsigned char kind) {
+    switch (kind) {
+        case DT_DIR:
+            return FILE_ATTRIBUTE_DIRECTORY;
+        case DT_REG:
+            return FILE_ATTRIBUTE_ARCHIVE;
+        case DT_LNK:
+            return FILE_ATTRIBUTE_REPARSE_POINT;
+        default:
+            return 0;
+    }
+}
+
 class Search : public winapi::HandleObject {
   public:
-    Search(std::string folder, std::string pattern)
-        : m_folder_name(std::move(folder)),
+    Search(std::string folder, std::string pattern, bool only_kinds)
+        : m_only_kinds(only_kinds),
+          m_folder_name(std::move(folder)),
           m_pattern(pattern == "*.*" ? "*" : std::move(pattern)),
           m_folder(m_folder_name.c_str()) {}
 
@@ -115,10 +135,12 @@ class Search : public winapi::HandleObject {
         if (!m_folder.is_open()) {
             return errno;
         }
-        const char* name;
-        while ((name = m_folder.next()) != nullptr) {
-            if (winapi::fits_wildcards(name, m_pattern)) {
-                m_names.add(name);
+        // Who may not search the folder may not be told of its entries either.
+        m_only_kinds =
+            m_only_kinds && ::faccessat(m_folder.descriptor(), ".", X_OK, AT_EACCESS) == 0;
+        while (const dirent* entry = m_folder.next()) {
+            if (winapi::fits_wildcards(entry->d_name, m_pattern)) {
+                m_names.add(*entry);
             }
         }
         const int error_number = errno;
@@ -137,6 +159,12 @@ class Search : public winapi::HandleObject {
 
   private:
     bool give(const char* name, WIN32_FIND_DATAA& entry) const {
+        const DWORD kind = m_only_kinds ? attributes_of_kind(SortedNames::kind_of(name)) : 0;
+        if (kind != 0) {
+            fill(entry, name, nullptr);
+            entry.dwFileAttributes = kind;
+            return true;
+        }
         struct stat record;
         int error_number = winapi::injected_fault("FindNextFileA", name);
         if (error_number == 0 &&
@@ -150,6 +178,7 @@ class Search : public winapi::HandleObject {
         return true;
     }
 
+    bool m_only_kinds;
     std::string m_folder_name;
     std::string m_pattern;
     Folder m_folder;
@@ -181,8 +210,9 @@ HANDLE find_one(const char* name, std::string_view last_component, WIN32_FIND_DA
     return winapi::open_handle(std::make_shared<SingleSearch>());
 }
 
-HANDLE find_many(std::string folder, std::string_view pattern, WIN32_FIND_DATAA& entry) {
-    const auto search = std::make_shared<Search>(folder, std::string(pattern));
+HANDLE find_many(const std::string& folder, std::string_view pattern, bool only_kinds,
+                 WIN32_FIND_DATAA& entry) {
+    const auto search = std::make_shared<Search>(folder, std::string(pattern), only_kinds);
     if (const int error_number = search->read(); error_number != 0) {
         if (error_number == ENOENT || error_number == ENOTDIR) {
             return fail_to_find_because(ERROR_PATH_NOT_FOUND);
@@ -195,9 +225,7 @@ HANDLE find_many(std::string folder, std::string_view pattern, WIN32_FIND_DATAA&
     return winapi::open_handle(search);
 }
 
-}  // namespace
-
-HANDLE FindFirstFileA(LPCSTR pattern, WIN32_FIND_DATAA* entry) {
+HANDLE find_first(LPCSTR pattern, bool only_kinds, WIN32_FIND_DATAA* entry) {
     if (entry == nullptr) {
         return fail_to_find_because(ERROR_INVALID_PARAMETER);
     }
@@ -216,8 +244,18 @@ HANDLE FindFirstFileA(LPCSTR pattern, WIN32_FIND_DATAA* entry) {
     if (!winapi::has_wildcard(last)) {
         return find_one(pattern, last, *entry);
     }
-    std::string folder(slash == whole.npos ? "." : whole.substr(0, slash + 1));
-    return find_many(std::move(folder), last, *entry);
+    const std::string folder(slash == whole.npos ? "." : whole.substr(0, slash + 1));
+    return find_many(folder, last, only_kinds, *entry);
+}
+
+}  // namespace
+
+HANDLE FindFirstFileA(LPCSTR pattern, WIN32_FIND_DATAA* entry) {
+    return find_first(pattern, false, entry);
+}
+
+HANDLE winapi_find_first_kind(LPCSTR pattern, WIN32_FIND_DATAA* entry) {
+    return find_first(pattern, true, entry);
 }
 
 BOOL FindNextFileA(HANDLE search, WIN32_FIND_DATAA* entry) {
