@@ -5,6 +5,39 @@
 
 #include <string_view>
 
+#include "file_attributes.h"
+
+namespace {
+
+// The listing tells most entries apart by itself; what a link leads to must be asked for.
+int is_directory_entry(const nmkFileDir& entry, const WIN32_FIND_DATAA& found) {
+    const bool is_told = found.dwFileAttributes != 0 && !is_link(found.dwFileAttributes);
+    return is_told ? is_directory(found.dwFileAttributes) : entry.is_dir();
+}
+
+int is_file_entry(const nmkFileDir& entry, const WIN32_FIND_DATAA& found) {
+    const bool is_told = found.dwFileAttributes != 0 && !is_link(found.dwFileAttributes);
+    return is_told ? !is_directory(found.dwFileAttributes) : entry.is_file();
+}
+
+int accepts(const nmkFileDir& entry, const WIN32_FIND_DATAA& found, nmkFileDirIterType type,
+            const char* extension) {
+    switch (type) {
+        case nmkFileDirIterAll:
+            return 1;
+        case nmkFileDirIterFiles:
+            if (extension != nullptr && nmkCheckFilenameExt(found.cFileName, extension) == 0) {
+                return 0;
+            }
+            return is_file_entry(entry, found);
+        case nmkFileDirIterDirectories:
+            return is_directory_entry(entry, found);
+    }
+    return 0;
+}
+
+}  // namespace
+
 nmkFileDirIter::nmkFileDirIter(const nmkFileDir& directory, nmkFileDirIterType type,
                                const char* extension) {
     reset(directory, type, extension);
@@ -30,23 +63,9 @@ void nmkFileDirIter::reset(const nmkFileDir& given, nmkFileDirIterType type,
         nmkFileDir& entry = (*this)[m_count];
         entry = directory;
         entry.add_one(found.cFileName);
-        m_count += accepts(entry, found.cFileName, type);
+        m_count += accepts(entry, found, type, extension);
     } while (FindNextFileA(search, &found) != FALSE);
     FindClose(search);
-}
-
-int nmkFileDirIter::accepts(const nmkFileDir& entry, const char* name,
-                            nmkFileDirIterType type) const {
-    switch (type) {
-        case nmkFileDirIterAll:
-            return 1;
-        case nmkFileDirIterFiles:
-            if (m_extension != nullptr && nmkCheckFilenameExt(name, m_extension) == 0) return 0;
-            return entry.is_file();
-        case nmkFileDirIterDirectories:
-            return entry.is_dir();
-    }
-    return 0;
 }
 
 int nmkFileDirIter::operator++() {

@@ -47,7 +47,8 @@ bool is_in(const nmkFileDir& target, const nmkFileDir& directory) {
     namespace fs = std::filesystem;
     std::error_code failed;
     const fs::path inside(directory.get().c_str());
-    fs::path place = fs::weakly_canonical(fs::absolute(target.get().c_str()), failed);
+    fs::path place = fs::absolute(target.get().c_str(), failed);
+    if (!failed) place = fs::weakly_canonical(place, failed);
     if (failed) return true;  // unknown: better not written than without end
     while (true) {
         if (fs::equivalent(place, inside, failed) && !failed) return true;

@@ -23,14 +23,12 @@ bool start_level(const winapi_held_folder& folder, std::vector<Level>& levels) {
 
 // Deletes the next name of the level, or enters it. False when it cannot go.
 bool take_next(winapi_held_folder& folder, std::vector<Level>& levels) {
+    using Removal = winapi_held_folder::Removal;
     const std::string& name = levels.back().names[levels.back().done];
-    if (folder.kind(name) == winapi_held_folder::Kind::folder) {
-        if (folder.enter(name)) return start_level(folder, levels);
-        ++levels.back().done;
-        return folder.kind(name) == winapi_held_folder::Kind::missing;
-    }
+    const Removal removal = folder.remove_file(name);
+    if (removal == Removal::is_folder && folder.enter(name)) return start_level(folder, levels);
     ++levels.back().done;
-    return folder.remove_file(name);
+    return removal == Removal::done || (removal == Removal::is_folder && !folder.exists(name));
 }
 
 // Goes back up from a level that is empty, and removes its folder.

@@ -10,9 +10,9 @@
 #include <string>
 
 #include "app/scratch_folder.h"
+#include "child_process.h"
 #include "disk_fault.h"
 #include "name_samples.h"
-#include "child_process.h"
 #include "tree_samples.h"
 #include "working_folder.h"
 

@@ -11,9 +11,9 @@
 #include <vector>
 
 #include "app/scratch_folder.h"
+#include "child_process.h"
 #include "disk_fault.h"
 #include "name_samples.h"
-#include "child_process.h"
 #include "tree_samples.h"
 #include "working_folder.h"
 
@@ -390,6 +390,24 @@ TEST(nmkFileDir_delete_tree, made_and_deleted_by_several_at_once_loses_nothing_e
     }
     for (std::thread& thread : threads) thread.join();
     EXPECT_EQ(directory.delete_tree(3, 1), 1);
+    EXPECT_EQ(tree(scratch.path()), (Tree{{"kept", "/"}, {"kept/f", "=x"}}));
+}
+
+TEST(nmkFileDir_delete_tree, made_and_deleted_by_two_processes_at_once_loses_nothing_else) {
+    const ScratchFolder scratch;
+    put(scratch.path() + "/kept/f", "x");
+    const auto make_often = [&] {
+        for (int i = 0; i < 100; ++i) {
+            const std::string name = scratch.path() + "/d/" + std::to_string(i % 3) + "/e";
+            named(name).mkdir();
+            named(scratch.path() + "/kept").copy_dir(named(name));
+        }
+        return 0;
+    };
+    std::thread other([&] { EXPECT_EQ(in_child(make_often), 0); });
+    for (int i = 0; i < 100; ++i) named(scratch.path() + "/d").delete_tree();
+    other.join();
+    EXPECT_EQ(named(scratch.path() + "/d").delete_tree(3, 1), 1);
     EXPECT_EQ(tree(scratch.path()), (Tree{{"kept", "/"}, {"kept/f", "=x"}}));
 }
 

@@ -9,7 +9,7 @@
 #include "app/scratch_folder.h"
 
 namespace fs = std::filesystem;
-using Kind = winapi_held_folder::Kind;
+using Removal = winapi_held_folder::Removal;
 
 TEST(winapi_held_folder, opens_a_folder_but_no_link_file_or_missing_one) {
     const ScratchFolder scratch;
@@ -35,19 +35,20 @@ TEST(winapi_held_folder, lists_by_byte_value_without_the_dots) {
     EXPECT_EQ(names.size(), 4U);
 }
 
-TEST(winapi_held_folder, tells_folders_from_links_to_them) {
+TEST(winapi_held_folder, goes_into_folders_and_not_into_links_to_them) {
     const ScratchFolder scratch;
     scratch.file("f", "");
     fs::create_directory(scratch.path() + "/d");
     fs::create_directory_symlink("d", scratch.path() + "/link");
+    fs::create_symlink("nowhere", scratch.path() + "/broken");
     winapi_held_folder folder(scratch.path().c_str());
-    EXPECT_EQ(folder.kind("d"), Kind::folder);
-    EXPECT_EQ(folder.kind("link"), Kind::other);
-    EXPECT_EQ(folder.kind("f"), Kind::other);
-    EXPECT_EQ(folder.kind("missing"), Kind::missing);
+    for (const char* name : {"d", "link", "f", "broken"}) EXPECT_TRUE(folder.exists(name)) << name;
+    EXPECT_FALSE(folder.exists("missing"));
     EXPECT_FALSE(folder.enter("link"));
     EXPECT_FALSE(folder.enter("f"));
-    EXPECT_EQ(folder.kind("d"), Kind::folder);
+    EXPECT_FALSE(folder.enter("missing"));
+    EXPECT_TRUE(folder.exists("d"));
+    EXPECT_TRUE(folder.enter("d"));
 }
 
 TEST(winapi_held_folder, goes_in_and_comes_back) {
@@ -57,9 +58,9 @@ TEST(winapi_held_folder, goes_in_and_comes_back) {
     ASSERT_TRUE(folder.enter("a"));
     ASSERT_TRUE(folder.enter("b"));
     EXPECT_TRUE(folder.leave());
-    EXPECT_EQ(folder.kind("b"), Kind::folder);
+    EXPECT_TRUE(folder.exists("b"));
     EXPECT_TRUE(folder.leave());
-    EXPECT_EQ(folder.kind("a"), Kind::folder);
+    EXPECT_TRUE(folder.exists("a"));
 }
 
 TEST(winapi_held_folder, does_not_come_back_to_another_folder) {
@@ -79,12 +80,12 @@ TEST(winapi_held_folder, deletes_files_links_and_empty_folders) {
     fs::create_symlink("read_only", scratch.path() + "/link");
     fs::create_directories(scratch.path() + "/full/empty");
     const winapi_held_folder folder(scratch.path().c_str());
-    EXPECT_TRUE(folder.remove_file("f"));
-    EXPECT_TRUE(folder.remove_file("link"));
-    EXPECT_TRUE(folder.remove_file("missing"));
-    EXPECT_FALSE(folder.remove_file("read_only"));
+    EXPECT_EQ(folder.remove_file("f"), Removal::done);
+    EXPECT_EQ(folder.remove_file("link"), Removal::done);
+    EXPECT_EQ(folder.remove_file("missing"), Removal::done);
+    EXPECT_EQ(folder.remove_file("read_only"), Removal::refused);
     EXPECT_EQ(GetLastError(), ERROR_ACCESS_DENIED);
-    EXPECT_FALSE(folder.remove_file("full"));
+    EXPECT_EQ(folder.remove_file("full"), Removal::is_folder);
     EXPECT_FALSE(folder.remove_folder("full"));
     EXPECT_EQ(GetLastError(), ERROR_DIR_NOT_EMPTY);
     EXPECT_TRUE(folder.remove_folder("missing"));

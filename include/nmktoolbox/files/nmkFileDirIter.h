@@ -37,8 +37,6 @@ class NMKTOOLBOX_EXPORT nmkFileDirIter : public nmkFileDircoPageArr {
     const nmkFileDir& operator()() const;
 
   private:
-    int accepts(const nmkFileDir& entry, const char* name, nmkFileDirIterType type) const;
-
     int m_current = -1;
     int m_count = 0;
     const char* m_extension = nullptr;

@@ -69,12 +69,10 @@ bool winapi_held_folder::list(std::vector<std::string>& names) const {
     return true;
 }
 
-winapi_held_folder::Kind winapi_held_folder::kind(const std::string& name) const {
+bool winapi_held_folder::exists(const std::string& name) const {
     struct stat record;
-    if (::fstatat(m_descriptor, name.c_str(), &record, AT_SYMLINK_NOFOLLOW) != 0) {
-        return errno == ENOENT ? Kind::missing : Kind::other;
-    }
-    return S_ISDIR(record.st_mode) ? Kind::folder : Kind::other;
+    return ::fstatat(m_descriptor, name.c_str(), &record, AT_SYMLINK_NOFOLLOW) == 0 ||
+           errno != ENOENT;
 }
 
 bool winapi_held_folder::enter(const std::string& name) {
@@ -102,14 +100,16 @@ void winapi_held_folder::let_write() const {
     ::fchmod(m_descriptor, (record.st_mode & 07777) | S_IWUSR);
 }
 
-bool winapi_held_folder::remove_file(const std::string& name) const {
-    if (const int fault = fault_in("remove", name); fault != 0) return refuse(fault, name);
+winapi_held_folder::Removal winapi_held_folder::remove_file(const std::string& name) const {
+    const auto told = [](bool is_gone) { return is_gone ? Removal::done : Removal::refused; };
     struct stat record;
     if (::fstatat(m_descriptor, name.c_str(), &record, AT_SYMLINK_NOFOLLOW) != 0) {
-        return deleted(-1, name);
+        return told(deleted(-1, name));
     }
-    if (!S_ISLNK(record.st_mode) && winapi::is_read_only(record)) return refuse(EACCES, name);
-    return deleted(::unlinkat(m_descriptor, name.c_str(), 0), name);
+    if (S_ISDIR(record.st_mode)) return Removal::is_folder;
+    if (const int fault = fault_in("remove", name); fault != 0) return told(refuse(fault, name));
+    if (!S_ISLNK(record.st_mode) && winapi::is_read_only(record)) return told(refuse(EACCES, name));
+    return told(deleted(::unlinkat(m_descriptor, name.c_str(), 0), name));
 }
 
 bool winapi_held_folder::remove_folder(const std::string& name) const {

@@ -12,7 +12,7 @@
 
 class winapi_held_folder {
   public:
-    enum class Kind { missing, folder, other };  // a link is other
+    enum class Removal { done, is_folder, refused };
 
     /// Opens a folder; a link to one is refused.
     explicit winapi_held_folder(const char* name);
@@ -27,7 +27,8 @@ class winapi_held_folder {
     /// error, when it may not be read.
     bool list(std::vector<std::string>& names) const;
 
-    Kind kind(const std::string& name) const;
+    /// False only when there is nothing of that name.
+    bool exists(const std::string& name) const;
 
     /// Goes into a folder of the held one. A link of that name is refused.
     bool enter(const std::string& name);
@@ -40,9 +41,10 @@ class winapi_held_folder {
     /// nothing in it can be deleted.
     void let_write() const;
 
-    /// Deletes what is no folder, a link itself. One that is missing counts as deleted; one
-    /// without the owner's right to write is refused, as winapi_remove does.
-    bool remove_file(const std::string& name) const;
+    /// Deletes what is no folder, a link itself; a folder is told and left alone. What is missing
+    /// counts as deleted; a file without the owner's right to write is refused, as winapi_remove
+    /// does, and then there is a last error.
+    Removal remove_file(const std::string& name) const;
 
     /// Deletes an empty folder, read-only or not. One that is missing counts as deleted.
     bool remove_folder(const std::string& name) const;
