@@ -123,6 +123,15 @@ TEST(nmkAnnealOrderTPState, never_passes_its_own_orientation_out_of_sequence) {
     EXPECT_EQ(state.make_valid_candidate(1, 1, 1), 1);
 }
 
+TEST(nmkAnnealOrderTPState, may_pass_one_of_its_own_orientation_with_the_same_number) {
+    const giPoint3 origin(0, 0, 0);
+    const Paths paths(3, toolpath(origin, origin, 0, up, 5));
+    Open_state state(paths);
+    state.initialise();
+    EXPECT_EQ(state.make_valid_candidate(0, 2, 1), 2);
+    EXPECT_EQ(state.make_valid_candidate(2, 0, -1), 0);
+}
+
 TEST(nmkAnnealOrderTPState, changes_nothing_by_a_move_that_cannot_be_made) {
     Open_state state(runs({5}));
     state.initialise();

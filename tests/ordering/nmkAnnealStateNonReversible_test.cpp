@@ -73,6 +73,20 @@ TEST(nmkAnnealStateNonReversible, solves_up_to_nine_lines_exactly) {
     }
 }
 
+// Every order of lines that all lie the same way is equally long; none is strictly shorter.
+TEST(nmkAnnealStateNonReversible, keeps_the_order_it_has_where_another_is_only_as_short) {
+    giPoint3coPageArr starts, ends;
+    for (int k = 0; k < 4; ++k) {
+        starts.add(giPoint3(0, 0, 0));
+        ends.add(giPoint3(1, 0, 0));
+    }
+    for (int closed = 0; closed < 2; ++closed) {
+        nmkAnnealStateNonReversible state(starts, ends, closed);
+        EXPECT_EQ(state.initialise(), -1.0);
+        EXPECT_EQ(items_of(state), (std::vector<int>{0, 1, 2, 3})) << closed;
+    }
+}
+
 TEST(nmkAnnealStateNonReversible, is_not_solved_with_one_line_or_none) {
     for (int n = 0; n <= 1; ++n) {
         const Two_arrays arrays(Spread::space, n, 4);

@@ -74,6 +74,19 @@ TEST(nmkAnnealStateReversibleLines, wraps_the_span_when_first_is_above_second) {
     EXPECT_EQ(state.candidate_distance, -1.0);
 }
 
+// After one move the flags read the same by position and by item; after two they do not.
+TEST(nmkAnnealStateReversibleLines, gives_the_flags_by_position_not_by_item) {
+    const Two_arrays arrays(Spread::space, 7, 3);
+    Open_reversible state(arrays.starts, arrays.ends);
+    state.initialise();
+    state.move(0, 3);
+    state.accept_new_state();
+    state.move(2, 5);
+    state.accept_new_state();
+    EXPECT_EQ(items_of(state), (std::vector<int>{0, 3, 2, 5, 4, 1, 6}));
+    EXPECT_EQ(flags_of(state), (std::vector<int>{0, 1, 1, 1, 1, 0, 0}));
+}
+
 TEST(nmkAnnealStateReversibleLines, turns_a_single_line_by_a_span_of_one) {
     const Two_arrays arrays(Spread::space, 5, 5);
     Open_reversible state(arrays.starts, arrays.ends);

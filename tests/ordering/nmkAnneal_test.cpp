@@ -181,6 +181,38 @@ TEST(nmkAnneal, never_accepts_an_equal_move_at_temperature_zero_but_draws_for_it
     EXPECT_EQ(anneal.random.word, random.word);
 }
 
+// The word before the one from which the generator draws a number.
+std::int32_t seed_that_draws(int number) {
+    mlRandom random(1);
+    for (;;) {
+        const std::uint32_t word = random.word;
+        if (random.draw() == number) return static_cast<std::int32_t>(word);
+    }
+}
+
+TEST(nmkAnneal, accepts_an_equal_move_unless_the_number_drawn_is_one) {
+    for (const int drawn : {32766, 32767}) {
+        Told_state state, best;
+        state.proposal = [](int k) { return k == 0 ? 10.0 : 1e300; };
+        nmkAnneal anneal(state, best);
+        anneal.seed(seed_that_draws(drawn));
+        anneal.simulate();
+        EXPECT_EQ(state.accepted, drawn == 32767 ? 0 : 1) << drawn;
+    }
+}
+
+TEST(nmkAnneal, goes_on_with_its_generator_in_a_second_run) {
+    Told_state state, best;
+    state.random_energy = 0.0;
+    state.proposal = [](int) { return 0.0; };
+    Engine anneal(state, best);
+    anneal.simulate();
+    anneal.simulate();
+    mlRandom random(1);
+    for (int k = 0; k < 2 * (7501 + 7500); ++k) random.draw();
+    EXPECT_EQ(anneal.random.word, random.word);
+}
+
 TEST(nmkAnneal, draws_nothing_for_an_improving_move) {
     Told_state state, best;
     state.random_energy = 1e9;

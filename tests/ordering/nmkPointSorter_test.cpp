@@ -168,6 +168,13 @@ TEST(nmkPointSorter, starts_in_the_far_corner_when_the_start_is_beyond_it) {
     EXPECT_EQ(three_by_three(nmkSortTypeY, giPoint3(30, 0, 0)), (Order{2, 5, 8, 1, 4, 7, 0, 3, 6}));
 }
 
+TEST(nmkPointSorter, starts_at_the_least_corner_when_no_side_is_nearer) {
+    EXPECT_EQ(three_by_three(nmkSortTypeX, giPoint3(10, 10, 0)),
+              (Order{0, 1, 2, 3, 4, 5, 6, 7, 8}));
+    EXPECT_EQ(three_by_three(nmkSortTypeY, giPoint3(10, 10, 0)),
+              (Order{0, 3, 6, 1, 4, 7, 2, 5, 8}));
+}
+
 TEST(nmkPointSorter, alternates_the_direction_of_rows_in_zigzag) {
     KeepsComparator keeps;
     EXPECT_EQ(three_by_three(nmkSortTypeXZ, at_origin), (Order{0, 1, 2, 5, 4, 3, 6, 7, 8}));

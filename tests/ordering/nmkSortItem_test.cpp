@@ -16,6 +16,11 @@ giPoint3coDynArr ring_of(std::initializer_list<giPoint3> points) {
     return ring;
 }
 
+struct Open_item : nmkSortItemLine {
+    using nmkSortItemLine::nmkSortItemLine;
+    using nmkSortItemWithPoint::ring_part;
+};
+
 }  // namespace
 
 TEST(nmkSortItem, has_the_marker_for_an_index_until_one_is_set) {
@@ -98,6 +103,32 @@ TEST(nmkSortItemWithPoint, leaves_the_point_as_it_is_for_a_scale_of_zero) {
     hole.transform_point(0.0, 1.0, 5.0);
     giPoint3coDynArr ring = ring_of({giPoint3(3, 7, 0)});
     EXPECT_EQ(hole.set_distance_array(ring, 0.2), 0.0);
+}
+
+TEST(nmkSortItemWithPoint, never_scales_z) {
+    Open_item item(giPoint3(3, 7, 11), giPoint3(0, 0, 0));
+    item.transform_point(4.0, 1.0, 5.0);
+    EXPECT_EQ(item.ring_part().normal_point, giPoint3(0.5, 0.5, 11));
+}
+
+TEST(nmkSortItemWithPoint, copies_its_weights_too) {
+    Open_item item(giPoint3(0.5, 0.5, 0), giPoint3(0, 0, 0));
+    item.transform_point(0.0, 0.0, 0.0);
+    giPoint3coDynArr ring = ring_of({giPoint3(0.25, 0.5, 0), giPoint3(0.5, 1.0, 0)});
+    item.set_distance_array(ring, 0.25);
+    const double sum = item.ring_part().weight_sum;
+    Open_item copy(item);
+    Open_item assigned(giPoint3(9, 9, 9), giPoint3(0, 0, 0));
+    assigned = item;
+    assigned = *&assigned;
+    item.set_distance_array(ring, 0.5);
+    for (const Open_item* one : {&copy, &assigned}) {
+        EXPECT_EQ(one->ring_part().weight_sum, sum);
+        EXPECT_EQ(one->ring_part().weights.size(), 2);
+        EXPECT_EQ(one->get_closest(ring), 0);
+    }
+    copy = Open_item(giPoint3(1, 1, 1), giPoint3(0, 0, 0));
+    EXPECT_EQ(copy.ring_part().weights.size(), 0);
 }
 
 TEST(nmkSortItemWithPoint, finds_the_nearest_ring_point_the_lowest_of_equals) {
