@@ -71,13 +71,25 @@ TEST_F(nmkAnnealStateTester_runs, raises_the_assertion_when_nearest_neighbour_is
     EXPECT_EQ(split(out.str(), '\t')[4], "9");
 }
 
-TEST_F(nmkAnnealStateTester_runs, takes_the_lower_number_in_a_tie_and_closes_the_tour) {
+// Point 1 first makes 1 + 0.5 + 2.5, point 2 first would make 1 + 2 + 0.5.
+TEST_F(nmkAnnealStateTester_runs, takes_the_lower_number_in_a_tie) {
     giPoint3coPageArr points;
-    for (double x : {0.0, 1.0, -1.0}) points.add(giPoint3(x, 0, 0));
+    for (double x : {0.0, 1.0, -1.0, 1.5}) points.add(giPoint3(x, 0, 0));
     nmkAnnealStatePoints state(&points), best(&points);
     std::ostringstream out;
-    nmkAnnealStateTester::test(state, best, 1, 1, out);
-    EXPECT_EQ(split(out.str(), '\t')[3], "4");  // 0, 1, -1 and back to 0
+    nmkAnnealStateTester::test(state, best, 1, 0, out);
+    EXPECT_EQ(split(out.str(), '\t')[3], "4");
+}
+
+TEST_F(nmkAnnealStateTester_runs, closes_the_tour_when_asked_to) {
+    giPoint3coPageArr points;
+    for (double x : {0.0, 1.0, 3.0}) points.add(giPoint3(x, 0, 0));
+    nmkAnnealStatePoints state(&points), best(&points);
+    for (const int closed : {0, 1}) {
+        std::ostringstream out;
+        nmkAnnealStateTester::test(state, best, 1, closed, out);
+        EXPECT_EQ(split(out.str(), '\t')[3], closed != 0 ? "6" : "3");
+    }
     EXPECT_TRUE(failures.empty());
 }
 

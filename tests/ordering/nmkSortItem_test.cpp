@@ -172,3 +172,19 @@ TEST(nmkSortItemWithPoint, divides_by_one_when_every_ring_point_is_out_of_reach)
     EXPECT_EQ(dx, 0.0);  // not 0 / 0
     EXPECT_EQ(dy, 0.0);
 }
+
+// At a plan distance of 1 the weight is exp(-1 / 2kk), which is the sum too: 1e-19 is divided by,
+// 1e-21 is not.
+TEST(nmkSortItemWithPoint, divides_by_a_sum_of_weights_from_1e_minus_20_up) {
+    Open_item item(giPoint3(0, 0, 0), giPoint3(0, 0, 0));
+    item.transform_point(0.0, 0.0, 0.0);
+    giPoint3coDynArr ring = ring_of({giPoint3(1, 0, 0)});
+    double dx = 0.0, dy = 0.0;
+    item.set_distance_array(ring, std::sqrt(0.5 / (19 * std::log(10.0))));
+    item.get_weighted_distance(dx, dy, 0, ring[0]);
+    EXPECT_EQ(dx, -1.0);
+    item.set_distance_array(ring, std::sqrt(0.5 / (21 * std::log(10.0))));
+    EXPECT_EQ(item.ring_part().weight_sum, 1.0);
+    item.get_weighted_distance(dx, dy, 0, ring[0]);
+    EXPECT_NEAR(dx, -1e-21, 1e-30);
+}
