@@ -27,19 +27,21 @@ std::string_view entity_of(char byte) {
 }  // namespace
 
 utString nmk_text_to_html(utString text) {
-    constexpr std::string_view special = "&\"'<>\n";
-    const std::string_view bytes = text.view();
-    std::size_t next = bytes.find_first_of(special);
-    if (next == std::string_view::npos) {
+    if (text.is_null()) {
         return text;
     }
     // One pass does what replacing the ampersand first and the rest after it would.
+    const std::string_view bytes = text.view();
     std::string out;
-    std::size_t kept = 0;
-    for (; next != std::string_view::npos; next = bytes.find_first_of(special, kept)) {
-        out += bytes.substr(kept, next - kept);
-        out += entity_of(bytes[next]);
-        kept = next + 1;
+    out.reserve(bytes.size());
+    std::size_t kept = 0;  // up to here the text is in `out`
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        const std::string_view entity = entity_of(bytes[i]);
+        if (!entity.empty()) {
+            out += bytes.substr(kept, i - kept);
+            out += entity;
+            kept = i + 1;
+        }
     }
     out += bytes.substr(kept);
     return utString(std::move(out));

@@ -39,6 +39,9 @@ int nmkgsub(utString& text, const utString& from, const utString& to) {
     int count = 0;
     for (std::size_t place = search.find(bytes, 0); place != search.npos;
          place = search.find(bytes, kept)) {
+        if (count == 0) {
+            out.reserve(bytes.size());
+        }
         out += bytes.substr(kept, place - kept);
         out += to.view();
         kept = place + from.view().size();

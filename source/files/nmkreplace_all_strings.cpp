@@ -1,14 +1,28 @@
 #include <nmktoolbox/files/nmkreplace_all_strings.h>
 
+#include <nmktoolbox/files/nmkgsub.h>
+
 #include "files/text_search.h"
 #include "files/wide_text.h"
 
+#include <apsl/apCodePage.h>
+
 #include <string>
 
-int nmkreplace_all_strings(utString& text, const utString& from, const utString& to) {
-    if (text.length() == 0 || from.length() == 0) {
-        return 0;
-    }
+namespace {
+
+constexpr wchar_t replacement_character = 0xFFFD;
+
+/// Whether the same places are found in the bytes as in the wide text. Well-formed characters begin
+/// with a byte that stands nowhere else, so they match nothing but themselves; U+FFFD alone is also
+/// what ill-formed parts count as.
+bool is_found_in_bytes(const utString& pattern) {
+    int exact = 0;
+    const std::wstring wide = ap_decode(ap_thread_code_page(), pattern.view(), exact);
+    return exact != 0 && wide.find(replacement_character) == std::wstring::npos;
+}
+
+int replace_in_wide_text(utString& text, const utString& from, const utString& to) {
     const std::wstring wide = wide_of(text);
     const std::wstring pattern = wide_of(from);
     const TextSearch<wchar_t> search(pattern);
@@ -28,4 +42,13 @@ int nmkreplace_all_strings(utString& text, const utString& from, const utString&
         text = utString(std::move(out));
     }
     return count;
+}
+
+}  // namespace
+
+int nmkreplace_all_strings(utString& text, const utString& from, const utString& to) {
+    if (text.length() == 0 || from.length() == 0) {
+        return 0;
+    }
+    return is_found_in_bytes(from) ? nmkgsub(text, from, to) : replace_in_wide_text(text, from, to);
 }

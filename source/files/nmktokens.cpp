@@ -2,24 +2,30 @@
 
 #include "files/wide_text.h"
 
+#include <algorithm>
 #include <bitset>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace {
 
-/// A set of UTF-16 code units.
+/// A set of UTF-16 code units, or of bytes.
+template <class Char>
 class UnitSet {
   public:
-    explicit UnitSet(std::wstring_view units) {
-        for (const wchar_t unit : units) {
-            m_units.set(static_cast<std::size_t>(unit));
+    explicit UnitSet(std::basic_string_view<Char> units) {
+        for (const Char unit : units) {
+            m_units.set(index(unit));
         }
     }
-    bool contains(wchar_t unit) const { return m_units[static_cast<std::size_t>(unit)]; }
+    bool contains(Char unit) const { return m_units[index(unit)]; }
 
   private:
-    std::bitset<0x10000> m_units;
+    static std::size_t index(Char unit) {
+        return static_cast<std::size_t>(static_cast<std::make_unsigned_t<Char>>(unit));
+    }
+    std::bitset<(sizeof(Char) == 1 ? 0x100 : 0x10000)> m_units;
 };
 
 struct Token {
@@ -28,47 +34,82 @@ struct Token {
     std::size_t next;  // where the text goes on behind it
 };
 
-/// The token at `begin`, which is inside its opening `mark` if that isn't 0.
-Token scan_token(std::wstring_view text, const UnitSet& delimiters, std::size_t begin,
-                 wchar_t mark) {
-    const auto closed_before = [&](std::size_t i) { return i > begin && text[i - 1] == mark; };
-    for (std::size_t i = begin; i < text.size(); ++i) {
-        if (!delimiters.contains(text[i])) {
-            continue;
+/// The tokens of a wide text; or of a narrow one, where all delimiters are ASCII and so can't be
+/// part of another character.
+template <class Char>
+class TokenScan {
+  public:
+    TokenScan(std::basic_string_view<Char> text, std::basic_string_view<Char> delimiters)
+        : m_text(text), m_delimiters(delimiters) {}
+
+    /// The next token at or after `place`; an empty one where only delimiters are left.
+    Token next_token(std::size_t place) const {
+        while (place < m_text.size() && m_delimiters.contains(m_text[place])) {
+            ++place;
         }
-        if (mark == 0) {
-            return {begin, i, i};
-        }
-        // Deliberate: a mark that is the token's first character doesn't close it here.
-        if (i > begin + 1 && closed_before(i)) {
-            return {begin, i - 1, i};
-        }
+        const bool quoted =
+            place < m_text.size() && (m_text[place] == Char('\'') || m_text[place] == Char('"'));
+        return quoted ? quoted_token(place + 1, m_text[place]) : plain_token(place);
     }
-    const bool closed = mark != 0 && closed_before(text.size());
-    return {begin, text.size() - (closed ? 1 : 0), text.size()};
+
+  private:
+    Token plain_token(std::size_t begin) const {
+        std::size_t end = begin;
+        while (end < m_text.size() && !m_delimiters.contains(m_text[end])) {
+            ++end;
+        }
+        return {begin, end, end};
+    }
+
+    /// The token from `begin`, right behind its opening mark.
+    Token quoted_token(std::size_t begin, Char mark) const {
+        // Deliberate: a mark that is the token's first character doesn't close it here.
+        for (std::size_t i = begin + 2; i < m_text.size(); ++i) {
+            if (m_delimiters.contains(m_text[i]) && m_text[i - 1] == mark) {
+                return {begin, i - 1, i};
+            }
+        }
+        const bool closed = m_text.size() > begin && m_text.back() == mark;
+        return {begin, m_text.size() - (closed ? 1 : 0), m_text.size()};
+    }
+
+    std::basic_string_view<Char> m_text;
+    UnitSet<Char> m_delimiters;
+};
+
+bool is_ascii(std::string_view bytes) {
+    return std::all_of(bytes.begin(), bytes.end(),
+                       [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
 }
 
-/// The next token at or after `place`; an empty one where only delimiters are left.
-Token next_token(std::wstring_view text, const UnitSet& delimiters, std::size_t place) {
-    while (place < text.size() && delimiters.contains(text[place])) {
-        ++place;
+template <class Char, class Cut>
+int add_tokens(std::basic_string_view<Char> text, std::basic_string_view<Char> delimiters, Cut cut,
+               utStringcoDList& list) {
+    const TokenScan<Char> scan(text, delimiters);
+    int count = 0;
+    for (std::size_t place = 0; place < text.size(); ++count) {
+        const Token token = scan.next_token(place);
+        list.insert_last(cut(token.begin, token.end));
+        place = token.next;
     }
-    const bool quoted = place < text.size() && (text[place] == L'\'' || text[place] == L'"');
-    return quoted ? scan_token(text, delimiters, place + 1, text[place])
-                  : scan_token(text, delimiters, place, 0);
+    return count;
 }
 
 }  // namespace
 
 int nmktokens(utString text, utString delimiters, utStringcoDList& list) {
-    const std::wstring wide = wide_of(text);
-    const UnitSet separators(wide_of(delimiters));
-    WideRanges ranges(text.view());
-    int count = 0;
-    for (std::size_t place = 0; place < wide.size(); ++count) {
-        const Token token = next_token(wide, separators, place);
-        list.insert_last(ranges.range(token.begin, token.end));
-        place = token.next;
+    if (is_ascii(delimiters.view())) {
+        const std::string_view bytes = text.view();
+        const auto cut = [bytes](std::size_t begin, std::size_t end) {
+            return utString(bytes.substr(begin, end - begin));
+        };
+        return add_tokens(bytes, delimiters.view(), cut, list);
     }
-    return count;
+    const std::wstring wide = wide_of(text);
+    const std::wstring separators = wide_of(delimiters);
+    WideRanges ranges(text.view());
+    const auto cut = [&ranges](std::size_t begin, std::size_t end) {
+        return ranges.range(begin, end);
+    };
+    return add_tokens(std::wstring_view(wide), std::wstring_view(separators), cut, list);
 }

@@ -98,3 +98,23 @@ TEST(nmkreplace_all_strings, agrees_with_the_plain_reading_on_the_wide_text) {
             << "seed " << seed << ", round " << round;
     }
 }
+
+TEST(nmkreplace_all_strings, agrees_with_the_plain_reading_for_any_bytes) {
+    constexpr unsigned seed = 20260808;
+    std::mt19937_64 draw(seed);
+    const std::wstring to = L"#";  // keeps ill-formed parts from growing together
+    for (int round = 0; round < 30000; ++round) {
+        const utString before(random_bytes(draw, 20) + std::string(replacement) +
+                              random_text(draw, 5));
+        const utString from(round % 3 == 0 ? std::string(replacement) : random_bytes(draw, 2));
+        int expected_count = 0;
+        const std::wstring expected =
+            plain_replace(nmkMultiByteToWideChar::convert(before),
+                          nmkMultiByteToWideChar::convert(from), to, expected_count);
+        utString text = before;
+        ASSERT_EQ(nmkreplace_all_strings(text, from, "#"), expected_count)
+            << "seed " << seed << ", round " << round;
+        ASSERT_EQ(nmkMultiByteToWideChar::convert(text), expected)
+            << "seed " << seed << ", round " << round;
+    }
+}

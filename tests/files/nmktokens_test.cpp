@@ -129,3 +129,19 @@ TEST(nmktokens, agrees_with_the_plain_reading) {
             << "seed " << seed << ", round " << round << ", text " << text.view();
     }
 }
+
+TEST(nmktokens, agrees_with_the_plain_reading_for_any_bytes_and_ascii_delimiters) {
+    constexpr unsigned seed = 20260809;
+    std::mt19937_64 draw(seed);
+    for (int round = 0; round < 30000; ++round) {
+        const utString text(random_bytes(draw, 24));
+        const std::vector<std::wstring> expected =
+            plain_tokens(nmkMultiByteToWideChar::convert(text), L" \n");
+        const Texts tokens = tokens_of(text, " \n");
+        ASSERT_EQ(tokens.size(), expected.size()) << "seed " << seed << ", round " << round;
+        for (std::size_t i = 0; i < tokens.size(); ++i) {
+            ASSERT_EQ(nmkMultiByteToWideChar::convert(utString(tokens[i])), expected[i])
+                << "seed " << seed << ", round " << round;
+        }
+    }
+}
