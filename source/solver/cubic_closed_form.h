@@ -62,7 +62,7 @@ inline int cubic_double_root(double q, double shift, double* roots) {
 }
 
 /// The roots, ascending, for a leading coefficient that is not zero: a count, or cubic_overflowed.
-inline int cubic_closed_form(const double* c, double* roots) {
+[[gnu::always_inline]] inline int cubic_closed_form(const double* c, double* roots) {
     constexpr double largest = std::numeric_limits<double>::max();
     const double reciprocal = 1.0 / c[3];
     const double p2 = c[2] * reciprocal;
