@@ -5,6 +5,9 @@
 
 #include <cerrno>
 #include <cstring>
+#include <random>
+#include <set>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -30,6 +33,27 @@ std::vector<std::string> names_for(const std::string& pattern) {
 std::vector<std::string> failure(int reason) { return {"failed", std::to_string(reason)}; }
 
 using Names = std::vector<std::string>;
+
+// The rule told once more, one byte a character, by trying every length for each star.
+bool plainly_fits(std::string_view name, std::string_view pattern) {
+    if (pattern.empty()) {
+        return name.empty();
+    }
+    if (pattern[0] == '*') {
+        return plainly_fits(name, pattern.substr(1)) ||
+               (!name.empty() && plainly_fits(name.substr(1), pattern));
+    }
+    return !name.empty() && (pattern[0] == '?' || pattern[0] == name[0]) &&
+           plainly_fits(name.substr(1), pattern.substr(1));
+}
+
+std::string random_text(std::mt19937& random, const char* letters, std::size_t longest) {
+    std::string text(1 + random() % longest, ' ');
+    for (char& letter : text) {
+        letter = letters[random() % std::strlen(letters)];
+    }
+    return text;
+}
 
 }  // namespace
 
@@ -62,6 +86,49 @@ TEST(FindFirstFileA, wildcards_stand_for_runs_and_for_one_character) {
     EXPECT_EQ(names_for(scratch.in("*.*")).size(), 8u);  // also names without a dot
     EXPECT_EQ(names_for(scratch.in("*.TXT")), failure(2));
     EXPECT_EQ(names_for(scratch.in("*x*x*")), failure(2));
+}
+
+TEST(FindFirstFileA, wildcards_agree_with_trying_every_length) {
+    constexpr unsigned seed = 7;
+    std::mt19937 random(seed);
+    const OpenScratchFolder scratch;
+    std::set<std::string> files;
+    for (int i = 0; i < 60; ++i) {
+        files.insert("n" + random_text(random, "abn", 7));
+    }
+    for (const std::string& file : files) {
+        scratch.file(file, "");
+    }
+    for (int i = 0; i < 300; ++i) {
+        const std::string pattern = random_text(random, "n*", 1) + random_text(random, "abn*?", 6);
+        if (pattern.find_first_of("*?") == pattern.npos) {
+            continue;
+        }
+        Names expected;
+        for (const std::string name : {".", ".."}) {
+            if (plainly_fits(name, pattern)) {
+                expected.push_back(name);
+            }
+        }
+        for (const std::string& file : files) {
+            if (plainly_fits(file, pattern)) {
+                expected.push_back(file);
+            }
+        }
+        EXPECT_EQ(names_for(scratch.in(pattern)), expected.empty() ? failure(2) : expected)
+            << pattern << ", seed " << seed;
+    }
+}
+
+TEST(FindFirstFileA, many_stars_take_no_time) {
+    const OpenScratchFolder scratch;
+    scratch.file(std::string(255, 'a'), "");
+    std::string pattern;
+    for (int i = 0; i < 100; ++i) {
+        pattern += "*a";
+    }
+    EXPECT_EQ(names_for(scratch.in(pattern)).size(), 1u);
+    EXPECT_EQ(names_for(scratch.in(pattern + "*b")), failure(2));
 }
 
 TEST(FindFirstFileA, a_plain_name_gives_that_entry_folders_too) {

@@ -2,8 +2,9 @@
 //
 // A copy is whole or it is not there. A new target is made under its own name and removed again
 // if the copy fails; an existing one is written beside its place and put there by a rename, so
-// that a failure leaves it as it was (other hard links to the old one keep the old contents). The
-// name beside starts with ".nmk_copy_"; only a process killed half way leaves one behind.
+// that a failure leaves it as it was. Replacing a file therefore takes the right to write in its
+// folder too, and other hard links to the old one keep the old contents. The name beside starts
+// with ".nmk_copy_"; only a process killed half way leaves one behind.
 #pragma once
 
 #include <winapi/types.h>
