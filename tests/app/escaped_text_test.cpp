@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <string>
 
+#include "comma_locale.h"
 #include "draw/colour_scale.h"
 #include "draw/label_places.h"
 #include "plain_syntax.h"
@@ -51,7 +51,8 @@ TEST(escaped_text, every_pair_of_bytes_makes_valid_documents) {
 }
 
 TEST(number_text, is_the_same_in_every_locale) {
-    const char* const before = std::setlocale(LC_ALL, "de_DE.UTF-8");
+    const CommaLocale commas;
+    ASSERT_TRUE(commas.holds_for_the_c_library());
     EXPECT_EQ(fixed_number(1234567.875, 2), "1234567.88");
     EXPECT_EQ(short_number(12.50, 3), "12.5");
     EXPECT_EQ(short_number(100.0, 0), "100");
@@ -59,7 +60,6 @@ TEST(number_text, is_the_same_in_every_locale) {
     EXPECT_EQ(fixed_number(-0.04, 1), "0.0");
     EXPECT_EQ(fixed_number(-0.06, 1), "-0.1");
     EXPECT_EQ(short_number(1e300, 2).size(), 301U);
-    if (before != nullptr) std::setlocale(LC_ALL, "C");
 }
 
 TEST(label_places, no_two_labels_overlap_and_none_leaves_the_bounds) {

@@ -1,14 +1,13 @@
 #include <nmktoolbox/files/nmkformat_double.h>
 
+#include "comma_locale.h"
 #include "files/plain_format_double.h"
 
 #include <gtest/gtest.h>
 
 #include <bit>
-#include <clocale>
 #include <cstdint>
 #include <limits>
-#include <locale>
 #include <random>
 
 namespace {
@@ -105,19 +104,10 @@ TEST(nmkformat_double, never_shows_a_negative_zero) {
 }
 
 TEST(nmkformat_double, keeps_its_point_in_every_locale) {
-    struct CommaPoint : std::numpunct<char> {
-        char do_decimal_point() const override { return ','; }
-    };
-    const std::locale before = std::locale::global(std::locale(std::locale(), new CommaPoint));
-    for (const char* name : {"de_DE.UTF-8", "fr_FR.UTF-8", "de_DE", "fr_FR"}) {
-        if (std::setlocale(LC_ALL, name) != nullptr) {
-            break;
-        }
-    }
+    const CommaLocale commas;
+    ASSERT_TRUE(commas.holds_for_the_c_library());
     EXPECT_EQ(text_of(1234.5, 3), "1234.5");
     EXPECT_EQ(exact_text_of(1234.5), "1234.5");
-    std::locale::global(before);
-    std::setlocale(LC_ALL, "C");
 }
 
 TEST(nmkformat_double_exact, gives_the_first_of_15_16_and_17_digits_that_reads_back) {

@@ -4,18 +4,18 @@
 #include <utils/utString.h>
 
 #include <bit>
-#include <clocale>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
-#include <locale>
 #include <random>
 #include <sstream>
 #include <string>
 
 #include <gtest/gtest.h>
+
+#include "comma_locale.h"
 
 namespace {
 
@@ -25,29 +25,6 @@ std::string written(Number value) {
     text << value;
     return std::string(text.view());
 }
-
-/// While it lives, the process has a locale with a decimal comma and grouped digits: the
-/// language's own, and the C library's where the machine has such a one.
-class CommaLocale {
-  public:
-    CommaLocale() : m_before(std::locale::global(std::locale(std::locale(), new Comma))) {
-        std::setlocale(LC_ALL, "de_DE.UTF-8");
-    }
-    ~CommaLocale() {
-        std::locale::global(m_before);
-        std::setlocale(LC_ALL, "C");
-    }
-    CommaLocale(const CommaLocale&) = delete;
-    CommaLocale& operator=(const CommaLocale&) = delete;
-
-  private:
-    struct Comma : std::numpunct<char> {
-        char do_decimal_point() const override { return ','; }
-        char do_thousands_sep() const override { return '.'; }
-        std::string do_grouping() const override { return "\3"; }
-    };
-    std::locale m_before;
-};
 
 /// The fewest digits of a C format that read back, as a number of digits.
 int fewest_digits(double value) {
