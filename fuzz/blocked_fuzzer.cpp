@@ -12,7 +12,7 @@ using namespace nmk_app;
 
 namespace {
 
-constexpr std::size_t most_searched = 2000;  // places; more would only slow the fuzzer down
+constexpr std::size_t most_searched = 300;  // places; more would only slow the fuzzer down
 
 void search(const RoutePlane& plane, const BlockedList& list, GoalKind kind) {
     RouteRequest request;

@@ -11,7 +11,7 @@ using namespace nmk_app;
 
 namespace {
 
-constexpr std::size_t most_searched = 2000;  // places; more would only slow the fuzzer down
+constexpr std::size_t most_searched = 500;  // places; more would only slow the fuzzer down
 
 }  // namespace
 
