@@ -20,6 +20,14 @@ double text_width(const std::string& words, double font_size) {
     return static_cast<double>(words.size()) * font_size * 0.58;
 }
 
+LabelBox LabelPlaces::moved_inside(LabelBox box) const {
+    const double right = bounds.left + bounds.width - box.width;
+    const double bottom = bounds.top + bounds.height - box.height;
+    box.left = std::max(bounds.left, std::min(box.left, right));
+    box.top = std::max(bounds.top, std::min(box.top, bottom));
+    return box;
+}
+
 bool LabelPlaces::free(const LabelBox& box) const {
     return box.inside(bounds) && std::none_of(taken.begin(), taken.end(),
                                               [&](const LabelBox& t) { return box.overlaps(t); });
@@ -28,7 +36,7 @@ bool LabelPlaces::free(const LabelBox& box) const {
 bool LabelPlaces::place(const std::vector<SvgPoint>& middles, double width, double height,
                         LabelBox& box) {
     for (const SvgPoint& middle : middles) {
-        box = {middle.x - width / 2, middle.y - height / 2, width, height};
+        box = moved_inside({middle.x - width / 2, middle.y - height / 2, width, height});
         if (free(box)) {
             take(box);
             return true;

@@ -26,11 +26,12 @@ class LabelPlaces {
     /// Keeps labels off a box.
     void take(const LabelBox& box) { taken.push_back(box); }
 
-    /// The first of the middles at which a label of this size is free, taken from now on. False
-    /// where none is: the label had better be left out.
+    /// The first of the middles at which a label of this size is free, taken from now on; a label
+    /// that would stick out is moved inside. False where none is: it had better be left out.
     bool place(const std::vector<SvgPoint>& middles, double width, double height, LabelBox& box);
 
   private:
+    LabelBox moved_inside(LabelBox box) const;
     bool free(const LabelBox& box) const;
 
     LabelBox bounds;

@@ -16,7 +16,8 @@ namespace nmk_app {
 namespace {
 
 constexpr std::size_t colour_steps = 64;
-constexpr double smallest_radius = 1.5;  // pixels
+constexpr std::size_t many_items = 2000;  // are drawn small, or they would hide the travel
+constexpr double smallest_radius = 1.5;   // pixels
 constexpr double label_size = 14.0;
 constexpr double mark_radius = 5.5;
 
@@ -30,7 +31,7 @@ std::size_t count_items(const std::vector<JobTool>& tools) {
 
 /// Half the width of a tool's cut in pixels, with a sensible dot where the width is unknown.
 double cut_radius(const PlanView& view, const JobTool& tool, std::size_t items) {
-    const double dot = items > 2000 ? 1.5 : 2.5;
+    const double dot = items > many_items ? 0.8 : 2.5;
     return tool.diameter ? std::max(*tool.diameter / 2.0 * view.scale, smallest_radius) : dot;
 }
 
@@ -148,8 +149,7 @@ LabelBox around(SvgPoint p, double radius) {
 
 class Labels {
   public:
-    Labels(SvgDocument& document, const PlanView& view)
-        : svg(document), places({view.corner.x, view.corner.y, view.width(), view.height()}) {}
+    Labels(SvgDocument& document, const LabelBox& within) : svg(document), places(within) {}
 
     void keep_off(SvgPoint mark) { places.take(around(mark, mark_radius + 1.0)); }
 
@@ -221,8 +221,9 @@ void draw_cuts(SvgDocument& svg, const PlanView& view, const std::vector<JobTool
     const std::size_t items = count_items(tools);
     for (std::size_t i = 0; i < tools.size(); ++i) {
         const double radius = cut_radius(view, tools[i], items);
-        svg.open_group("fill=\"" + tool_colour(i) +
-                       "\" stroke=\"#5c6b7a\" stroke-width=\"1\" stroke-linecap=\"round\"");
+        const std::string rim = items > many_items ? "0.4" : "1";
+        svg.open_group("fill=\"" + tool_colour(i) + "\" stroke=\"#5c6b7a\" stroke-width=\"" + rim +
+                       "\" stroke-linecap=\"round\"");
         for (const JobItem& item : tools[i].items) {
             if (item.end) {
                 draw_slot(svg, view, item, radius, tool_colour(i));
@@ -234,8 +235,9 @@ void draw_cuts(SvgDocument& svg, const PlanView& view, const std::vector<JobTool
     }
 }
 
-void draw_travel(SvgDocument& svg, const PlanView& view, const std::vector<JobTool>& runs) {
-    Labels labels(svg, view);
+void draw_travel(SvgDocument& svg, const PlanView& view, const LabelBox& panel,
+                 const std::vector<JobTool>& runs) {
+    Labels labels(svg, panel);
     const LongestMove longest = longest_move(view, runs);
     draw_moves(svg, moves_of(view, runs));
     if (longest.length > 0.0) {

@@ -8,6 +8,7 @@
 
 #include <vector>
 
+#include "draw/label_places.h"
 #include "draw/plan_view.h"
 #include "draw/svg_document.h"
 #include "order/machining_job.h"
@@ -17,8 +18,10 @@ namespace nmk_app {
 /// The holes and slots, filled in the colour of their tool.
 void draw_cuts(SvgDocument& svg, const PlanView& view, const std::vector<JobTool>& tools);
 
-/// Travel and marks of the runs, above the cuts.
-void draw_travel(SvgDocument& svg, const PlanView& view, const std::vector<JobTool>& runs);
+/// Travel and marks of the runs, above the cuts; labels stay inside the panel, which is wider than
+/// the view where the part is narrow.
+void draw_travel(SvgDocument& svg, const PlanView& view, const LabelBox& panel,
+                 const std::vector<JobTool>& runs);
 
 /// The marks of the legend, the same as in the panel.
 void draw_start_mark(SvgDocument& svg, SvgPoint at);

@@ -60,7 +60,8 @@ void draw_panel(SvgDocument& svg, const Layout& layout, bool after, const Machin
     svg.rectangle({left, heading_height}, layout.panel_width, layout.view.height(),
                   "rx=\"6\" fill=\"#fbfcfd\" stroke=\"#c5ccd4\"");
     draw_cuts(svg, layout.view_of(after), job.tools);
-    draw_travel(svg, layout.view_of(after), runs);
+    const LabelBox panel{left, heading_height, layout.panel_width, layout.view.height()};
+    draw_travel(svg, layout.view_of(after), panel, runs);
 }
 
 void draw_title(SvgDocument& svg, const Layout& layout, const OrderReport& report) {

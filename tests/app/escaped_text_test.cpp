@@ -70,8 +70,21 @@ TEST(label_places, no_two_labels_overlap_and_none_leaves_the_bounds) {
     EXPECT_TRUE(places.place({{10, 10}, {40, 10}}, 10, 10, box));
     EXPECT_EQ(box.left, 35.0);
     EXPECT_FALSE(places.place({{44, 12}}, 10, 10, box));
-    EXPECT_FALSE(places.place({{97, 30}}, 10, 10, box));
     EXPECT_TRUE(places.place({{95, 30}}, 10, 10, box));
+}
+
+TEST(label_places, moves_a_label_inside_that_would_stick_out) {
+    LabelPlaces places({0, 0, 100, 50});
+    LabelBox box;
+    EXPECT_TRUE(places.place({{97, 60}}, 10, 10, box));
+    EXPECT_EQ(box.left, 90.0);
+    EXPECT_EQ(box.top, 40.0);
+    EXPECT_TRUE(places.place({{-50, 2}}, 10, 10, box));
+    EXPECT_EQ(box.left, 0.0);
+    EXPECT_EQ(box.top, 0.0);
+    EXPECT_FALSE(places.place({{98, 48}}, 10, 10, box));  // taken
+    EXPECT_FALSE(places.place({{50, 20}}, 101, 10, box));
+    EXPECT_FALSE(places.place({{50, 20}}, 10, 51, box));
 }
 
 TEST(colour_scale, runs_from_blue_to_crimson_and_stays_inside) {

@@ -167,6 +167,19 @@ TEST_F(order_command, outputs_that_cannot_be_written_leave_no_file) {
     EXPECT_EQ(files(), 1U);
 }
 
+TEST_F(order_command, tells_the_longest_move_in_both_halves_of_the_picture_of_a_narrow_part) {
+    for (const std::string part :
+         {"0,0\n1,90\n0,10\n1,60\n0,100\n1,20\n", "0,0\n90,1\n10,0\n60,1\n100,0\n20,1\n"}) {
+        run({"order", write("n.csv", part), "--svg", file("n.svg"), "--quiet"});
+        const std::string drawing = text_of(file("n.svg"));
+        int labels = 0;
+        for (std::size_t at = 0; (at = drawing.find(">longest ", at)) != std::string::npos; ++at) {
+            labels += drawing.compare(at, 13, ">longest move") != 0 ? 1 : 0;
+        }
+        EXPECT_EQ(labels, 2) << part;
+    }
+}
+
 TEST_F(order_command, draws_a_debug_channel_of_the_library_when_asked) {
     const std::string name = write("s.csv", square);
     const Printed printed = run(
