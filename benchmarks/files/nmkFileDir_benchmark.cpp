@@ -61,7 +61,7 @@ std::size_t list_ours(const fs::path& folder, nmkFileDirIterType type) {
 std::size_t list_peer(const fs::path& folder, bool files_only) {
     std::vector<fs::path> names;
     for (const auto& entry : fs::directory_iterator(folder)) {
-        if (!files_only || fs::is_regular_file(fs::status(entry.path()))) {
+        if (!files_only || entry.is_regular_file()) {
             names.push_back(entry.path());
         }
     }
