@@ -442,6 +442,23 @@ TEST(CopyFileExA, reads_through_memory_where_the_kernel_cannot_copy) {
     ::unlink(target.c_str());
 }
 
+TEST(CopyFileExA, copies_through_memory_on_a_kernel_that_cannot) {
+    const OpenScratchFolder scratch;
+    const std::string source = scratch.file("source", pattern(2 * megabyte + 7));
+    for (const int reason : {EXDEV, ENOSYS, EINVAL, EOPNOTSUPP}) {
+        const FaultHook hook([=](std::string_view call, std::string_view) {
+            return call == "copy_file_range" ? reason : 0;
+        });
+        EXPECT_EQ(copy(source, scratch.in("target")), 0);
+        EXPECT_EQ(bytes_of(scratch.in("target")), pattern(2 * megabyte + 7));
+    }
+    const FaultHook hook([](std::string_view call, std::string_view) {
+        return call == "copy_file_range" ? EIO : 0;
+    });
+    EXPECT_EQ(copy(source, scratch.in("other")), 31);
+    EXPECT_FALSE(is_there(scratch.in("other")));
+}
+
 TEST(CopyFileExA, names_that_are_no_text_are_copied) {
     const OpenScratchFolder scratch;
     const std::string source = scratch.file("\xFF\xFE source", "x");

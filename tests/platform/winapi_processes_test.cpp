@@ -149,6 +149,16 @@ TEST(WaitForSingleObject, gives_up_after_its_time) {
     EXPECT_TRUE(CloseHandle(execution.hProcess));
 }
 
+TEST(WaitForSingleObject, looks_again_and_again_on_a_kernel_that_does_not_tell) {
+    const FaultHook hook(
+        [](std::string_view call, std::string_view) { return call == "pidfd_open" ? ENOSYS : 0; });
+    SHELLEXECUTEINFOA execution = execution_of("sleep", "0.1");
+    ASSERT_TRUE(ShellExecuteExA(&execution));
+    EXPECT_EQ(WaitForSingleObject(execution.hProcess, 20), WAIT_TIMEOUT);
+    EXPECT_EQ(WaitForSingleObject(execution.hProcess, INFINITE), WAIT_OBJECT_0);
+    EXPECT_TRUE(CloseHandle(execution.hProcess));
+}
+
 TEST(WaitForSingleObject, fails_for_what_is_no_handle) {
     SetLastError(untouched);
     EXPECT_EQ(WaitForSingleObject(nullptr, 0), WAIT_FAILED);

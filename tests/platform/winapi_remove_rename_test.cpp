@@ -200,3 +200,25 @@ TEST(winapi_rename, a_file_may_go_to_another_disk_and_a_folder_may_not) {
     EXPECT_EQ(rename_it(scratch.folder("folder"), target), 17);
     EXPECT_EQ(errno, EXDEV);
 }
+
+TEST(winapi_rename, keeps_its_rules_on_a_disk_that_cannot_rename_without_replacing) {
+    const OpenScratchFolder scratch;
+    const std::string file = scratch.file("file", "new");
+    const std::string existing = scratch.file("existing", "old");
+    const std::string folder = scratch.folder("folder");
+    const std::string empty = scratch.folder("empty");
+    const FaultHook hook(
+        [](std::string_view call, std::string_view) { return call == "renameat2" ? EINVAL : 0; });
+    for (const std::string& target : {existing, folder, file}) {
+        EXPECT_EQ(rename_it(file, target), 183) << target;
+        EXPECT_EQ(errno, EACCES);
+    }
+    EXPECT_EQ(rename_it(folder, empty), 183);
+    EXPECT_EQ(bytes_of(existing), "old");
+    EXPECT_EQ(rename_it(file, scratch.in("moved")), 0);
+    EXPECT_EQ(bytes_of(scratch.in("moved")), "new");
+    EXPECT_FALSE(is_there(file));
+    EXPECT_EQ(rename_it(folder, scratch.in("moved folder")), 0);
+    EXPECT_EQ(rename_it(scratch.in("missing"), scratch.in("new")), 2);
+    EXPECT_EQ(scratch.file_count(), 4u);
+}

@@ -11,6 +11,8 @@
 #include <chrono>
 #include <vector>
 
+#include "failure.h"
+
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -35,6 +37,12 @@ Forgotten& forgotten() {
 bool fetch(pid_t process, int& status) {
     const pid_t fetched = ::waitpid(process, &status, WNOHANG);
     return fetched == process || (fetched < 0 && errno == ECHILD);
+}
+
+// A descriptor that can be read once the process has ended; -1 on a kernel without them.
+int open_for_waiting(pid_t process) {
+    const bool refused = winapi::injected_fault("pidfd_open", "") != 0;
+    return refused ? -1 : static_cast<int>(::syscall(SYS_pidfd_open, process, 0));
 }
 
 void sleep_until_it_may_have_ended(int descriptor, milliseconds longest) {
@@ -78,7 +86,7 @@ DWORD ChildProcess::wait(DWORD longest) {
     if (has_ended()) {
         return WAIT_OBJECT_0;
     }
-    const int descriptor = static_cast<int>(::syscall(SYS_pidfd_open, m_process, 0));
+    const int descriptor = open_for_waiting(m_process);
     bool ended = has_ended();
     while (!ended) {
         const auto left = std::chrono::ceil<milliseconds>(end - Clock::now());

@@ -89,8 +89,7 @@ class Pump {
     // Moves up to that many: how many, 0 at the end of the source, -1 with errno.
     std::int64_t move(std::int64_t most) {
         if (m_by_kernel) {
-            const ssize_t moved = ::copy_file_range(m_from, nullptr, m_to, nullptr,
-                                                    static_cast<std::size_t>(most), 0);
+            const std::int64_t moved = move_by_kernel(most);
             // Nothing at once may mean a file that only a read brings to life.
             if (moved > 0 || (moved == 0 && m_moved_by_kernel) || (moved < 0 && !cannot(errno))) {
                 m_moved_by_kernel = true;
@@ -105,6 +104,14 @@ class Pump {
     static bool cannot(int error_number) {
         return error_number == EXDEV || error_number == EINVAL || error_number == ENOSYS ||
                error_number == EOPNOTSUPP || error_number == EPERM;
+    }
+
+    std::int64_t move_by_kernel(std::int64_t most) {
+        if (const int fault = winapi::injected_fault("copy_file_range", ""); fault != 0) {
+            errno = fault;
+            return -1;
+        }
+        return ::copy_file_range(m_from, nullptr, m_to, nullptr, static_cast<std::size_t>(most), 0);
     }
 
     std::int64_t move_through_memory(std::int64_t most) {

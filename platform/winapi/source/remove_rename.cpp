@@ -24,6 +24,14 @@ int refuse_existing(const char* name) {
     return -1;
 }
 
+int rename_without_replacing(const char* old_name, const char* new_name) {
+    if (const int fault = winapi::injected_fault("renameat2", old_name); fault != 0) {
+        errno = fault;
+        return -1;
+    }
+    return ::renameat2(AT_FDCWD, old_name, AT_FDCWD, new_name, RENAME_NOREPLACE);
+}
+
 // For file systems that cannot rename without replacing. A hard link never replaces; where there
 // are none, looking first is the best that can be had.
 int rename_by_looking(const char* old_name, const char* new_name) {
@@ -80,7 +88,7 @@ int winapi_rename(const char* old_name, const char* new_name) {
     if (const int fault = winapi::injected_fault("winapi_rename", old_name); fault != 0) {
         return fail_in_runtime(fault, old_name);
     }
-    if (::renameat2(AT_FDCWD, old_name, AT_FDCWD, new_name, RENAME_NOREPLACE) == 0) {
+    if (rename_without_replacing(old_name, new_name) == 0) {
         return 0;
     }
     struct stat record;

@@ -11,7 +11,9 @@
 /// Asked before each call with the call's name ("GetFileAttributesA", "CopyFileExA", ...) and the
 /// name it was given. 0 lets the call go on; another number fails it as the disk's errno of that
 /// value would. It may change the disk itself. While data is copied it is asked before each part,
-/// as "copy part" with the source's name. Several threads may ask at once. It must not throw.
+/// as "copy part" with the source's name. Kernels and disks that lack a call can be had too, by its
+/// own name: "renameat2", "copy_file_range", "pidfd_open". Several threads may ask at once. It must
+/// not throw.
 using winapi_fault_hook = std::function<int(std::string_view call, std::string_view name)>;
 
 /// Sets the hook of the process; an empty one ends it.
