@@ -35,8 +35,9 @@ constexpr std::string_view no_break_space = "\xC2\xA0";         // U+00A0
 
 /// Any bytes, often those that begin or go on characters of several bytes.
 inline std::string random_bytes(std::mt19937_64& draw, std::size_t most) {
-    static constexpr std::string_view telling(
-        " a'\",.\\/%Z0\n\0\x80\xBF\xC0\xC2\xC3\xE0\xA0\x9F\xED\xEF\xF0\x90\x8F\xF4\xF5\xFF", 31);
+    static constexpr char characters[] =
+        " a'\",.\\/%Z0\n\0\x80\xBF\xC0\xC2\xC3\xE0\xA0\x9F\xED\xEF\xF0\x90\x8F\xF4\xF5\xFF";
+    static constexpr std::string_view telling(characters, sizeof characters - 1);
     std::string bytes(draw() % (most + 1), '\0');
     for (char& byte : bytes) {
         byte = draw() % 4 == 0 ? static_cast<char>(draw()) : telling[draw() % telling.size()];
