@@ -15,6 +15,21 @@ constexpr int least_plain_order = -3;
 // What is left of the decimals is taken off again where they are zeros.
 constexpr int fewest_decimals = 1;
 
+// Orders from here on down have no power of ten among the normal doubles, and the lowest none at
+// all: such numbers are brought up by that many places first, which is exact enough for the few
+// digits that they have.
+constexpr int lowest_normal_order = -307;
+constexpr int places_brought_up = 100;
+
+/// value over ten to the power of its own order: from 1 to below 10.
+double mantissa_of(double value, int order) {
+    if (order < lowest_normal_order) {
+        value *= utMath::pow(10.0, places_brought_up);
+        order += places_brought_up;
+    }
+    return value / utMath::pow(10.0, order);
+}
+
 utString without_zeros_at_the_end(double value, int decimals) {
     utString text = nmkformat_double(value, std::max(decimals, fewest_decimals));
     nmktrim_trailing_zeros(text);
@@ -60,7 +75,7 @@ utString nmkNumberFormatter::in_plain_notation(double rounded, int order) const 
 }
 
 utString nmkNumberFormatter::with_exponent(double rounded, int order) const {
-    const double mantissa = rounded / utMath::pow(10.0, order);
+    const double mantissa = mantissa_of(rounded, order);
     utString text = without_zeros_at_the_end(
         mantissa, order - m_precision.least_significant_digit_position(order));
     text += "e";
