@@ -9,6 +9,7 @@
 
 #include <iomanip>
 #include <iostream>
+#include <locale>
 #include <regex>
 #include <sstream>
 #include <string>
@@ -117,12 +118,27 @@ TEST(nmkFileDir_diagnosis, puts_the_fill_and_the_flags_of_the_output_back) {
     const Switched_on on;
     std::cout << std::left << std::hex << std::setfill('*');
     const std::string text = written_by_diagnosis(named("missing"));
-    std::ostringstream flags;
     EXPECT_EQ(std::cout.fill(), '*');
     EXPECT_NE(std::cout.flags() & std::ios_base::hex, std::ios_base::fmtflags());
     EXPECT_NE(std::cout.flags() & std::ios_base::left, std::ios_base::fmtflags());
     std::cout << std::right << std::dec << std::setfill(' ');
     EXPECT_TRUE(std::regex_match(text, std::regex("\\d{4}-\\d\\d-\\d\\d \\d\\d:.*\n"))) << text;
+}
+
+TEST(nmkFileDir_diagnosis, writes_its_numbers_the_same_in_every_locale) {
+    struct Grouped : std::numpunct<char> {
+        char do_thousands_sep() const override { return '.'; }
+        std::string do_grouping() const override { return "\1"; }
+    };
+    const ScratchFolder scratch;
+    const std::string file = scratch.file("f.tri", "x");
+    const Holder holder(file);
+    const Switched_on on;
+    const std::locale before = std::cout.imbue(std::locale(std::cout.getloc(), new Grouped));
+    const std::string text = written_by_diagnosis(named(file));
+    EXPECT_TRUE(std::has_facet<Grouped>(std::cout.imbue(before))) << "the locale was not put back";
+    EXPECT_TRUE(std::regex_search(text, std::regex("^\\d{4}-\\d\\d-\\d\\d "))) << text;
+    EXPECT_NE(text.find("pid: " + std::to_string(holder.process()) + " "), text.npos) << text;
 }
 
 TEST(nmkFileDir_diagnosis, is_called_by_no_operation_that_deletes) {
