@@ -50,8 +50,8 @@ int nmkFileDir::mkdir(const utString& path) {
     utString parent;
     if (dirname(path, parent) != 0 && exist(parent) == 0 && mkdir(parent) == 0) return 0;
     if (CreateDirectoryA(path.c_str(), nullptr) != FALSE) return 1;
-    // Somebody else made it since it was looked for.
-    return GetLastError() == ERROR_ALREADY_EXISTS ? 1 : 0;
+    // Somebody else may have made it since it was looked for; a file there is no directory.
+    return GetLastError() == ERROR_ALREADY_EXISTS && is_directory(attributes_of(path)) ? 1 : 0;
 }
 
 int nmkFileDir::rmdir() const {

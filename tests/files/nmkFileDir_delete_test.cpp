@@ -73,6 +73,19 @@ TEST(nmkFileDir_mkdir, stops_at_the_first_parent_that_cannot_be_made) {
     EXPECT_EQ(tree(scratch.path()), (Tree{{"a", "/"}}));
 }
 
+TEST(nmkFileDir_mkdir, that_another_does_meanwhile_is_done_unless_it_is_a_file) {
+    const ScratchFolder scratch;
+    const Fault race([&](std::string_view call, std::string_view about) {
+        if (call != "CreateDirectoryA") return 0;
+        if (about.ends_with("file")) put(std::string(about), "x");
+        if (about.ends_with("folder")) fs::create_directory(about);
+        return EEXIST;
+    });
+    EXPECT_EQ(named(scratch.path() + "/folder").mkdir(), 1);
+    EXPECT_EQ(named(scratch.path() + "/file").mkdir(), 0);
+    EXPECT_EQ(tree(scratch.path()), (Tree{{"file", "=x"}, {"folder", "/"}}));
+}
+
 TEST(nmkFileDir_mkdir, of_a_name_too_long_for_the_disk_fails) {
     const ScratchFolder scratch;
     const WorkingFolder here(scratch.path());
