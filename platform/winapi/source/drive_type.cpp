@@ -4,7 +4,6 @@
 #include <winapi/file_names.h>
 
 #include <algorithm>
-#include <cctype>
 #include <cstdint>
 #include <fstream>
 #include <sstream>
@@ -103,8 +102,8 @@ UINT kind_of(std::uint32_t type, const char* name) {
 }
 
 bool is_the_root_of_a_letter(std::string_view name) {
-    return name.size() == 3 && std::isalpha(static_cast<unsigned char>(name[0])) != 0 &&
-           name[1] == ':' && name[2] == '\\';
+    const auto is_letter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
+    return name.size() == 3 && is_letter(name[0]) && name[1] == ':' && name[2] == '\\';
 }
 
 }  // namespace
