@@ -3,6 +3,7 @@
 #include "order/csv_reader.h"
 
 #include "order/excellon_parser.h"
+#include "order/one_tool_job.h"
 #include "text/csv_rows.h"
 #include "text/text_number.h"
 
@@ -78,35 +79,25 @@ class TableReader {
     std::vector<JobItem> m_items;
 };
 
+std::vector<JobItem> read_table(std::string_view text, double scale) {
+    TableReader table(scale);
+    CsvRows rows(text);
+    CsvRow row;
+    for (bool is_first = true; rows.next(row); is_first = false) {
+        if (is_first && row.is_header()) {
+            table.add_header(row);
+        } else {
+            table.add(row);
+        }
+    }
+    return table.take();
+}
+
 }  // namespace
 
 std::variant<MachiningJob, JobError> read_csv(const std::string& file_name, std::string text,
                                               std::optional<JobUnits> units) {
-    MachiningJob job;
-    job.file_name = file_name;
-    job.format = JobFormat::csv;
-    job.units = units.value_or(JobUnits::millimetres);
-    job.text = std::move(text);
-    TableReader table(job.units == JobUnits::inches ? 25.4 : 1.0);
-    try {
-        CsvRows rows(job.text);
-        CsvRow row;
-        for (bool is_first = true; rows.next(row); is_first = false) {
-            if (is_first && row.is_header()) {
-                table.add_header(row);
-            } else {
-                table.add(row);
-            }
-        }
-    } catch (JobError& error) {
-        error.file_name = file_name;
-        return error;
-    }
-    std::vector<JobItem> items = table.take();
-    if (!items.empty()) {
-        job.tools.push_back({"all", std::nullopt, std::move(items)});
-    }
-    return job;
+    return read_one_tool_job(JobFormat::csv, file_name, std::move(text), units, read_table);
 }
 
 CsvTable split_csv(std::string_view text) {

@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "order/excellon_parser.h"
+#include "order/one_tool_job.h"
 #include "text/text_lines.h"
 #include "text/text_number.h"
 
@@ -169,23 +170,9 @@ class InstanceReader {
 
 std::variant<MachiningJob, JobError> read_tsplib(const std::string& file_name, std::string text,
                                                  std::optional<JobUnits> units) {
-    MachiningJob job;
-    job.file_name = file_name;
-    job.format = JobFormat::tsplib;
-    job.units = units.value_or(JobUnits::millimetres);
-    job.text = std::move(text);
-    std::vector<JobItem> items;
-    try {
-        const double scale = job.units == JobUnits::inches ? 25.4 : 1.0;
-        items = InstanceReader(job.text, scale).read();
-    } catch (JobError& error) {
-        error.file_name = file_name;
-        return error;
-    }
-    if (!items.empty()) {
-        job.tools.push_back({"all", std::nullopt, std::move(items)});
-    }
-    return job;
+    return read_one_tool_job(
+        JobFormat::tsplib, file_name, std::move(text), units,
+        [](std::string_view all, double scale) { return InstanceReader(all, scale).read(); });
 }
 
 }  // namespace nmk_app

@@ -9,6 +9,7 @@
 // leaves the positions on it without meaning; so does `clear`, until they are reset.
 #pragma once
 
+#include <ncamcontainer/coListPosition.h>
 #include <utils/utCopy.h>
 
 #include <cstddef>
@@ -144,13 +145,10 @@ class coDListB {
 
 /// A read position: the list, the link and the index.
 template <class T>
-class coDListB<T>::coIteratorB {
-  public:
-    /// Equal when they stand on the same element, or both before the first of the same list.
-    bool operator==(const coIteratorB& other) const noexcept {
-        return list_ == other.list_ && link_ == other.link_;
-    }
+class coDListB<T>::coIteratorB : public coListPosition<coDListB<T>, coDLink<T>, T> {
+    using Position = coListPosition<coDListB<T>, coDLink<T>, T>;
 
+  public:
     /// Goes on by `steps` (back, where negative); 0 when that runs off an end.
     int operator+=(int steps) {
         for (; steps > 0; --steps) {
@@ -159,7 +157,7 @@ class coDListB<T>::coIteratorB {
         for (; steps < 0; ++steps) {
             if (step_backwards() == 0) return 0;
         }
-        return link_ != nullptr ? 1 : 0;
+        return this->m_link != nullptr ? 1 : 0;
     }
 
     /// Goes back by `steps` (on, where negative); 0 when that runs off an end.
@@ -167,48 +165,26 @@ class coDListB<T>::coIteratorB {
         for (; steps > 0; --steps) {
             if (step_backwards() == 0) return 0;
         }
-        return steps < 0 ? operator+=(-steps) : (link_ != nullptr ? 1 : 0);
+        return steps < 0 ? operator+=(-steps) : (this->m_link != nullptr ? 1 : 0);
     }
 
-    /// Goes before the first element.
-    void reset() noexcept { stand_on(nullptr, -1); }
-
-    /// Position of the element from 0, or -1 before the first.
-    int index() const noexcept { return index_; }
-
-    /// Non-zero when the position is on an element.
-    int valid() const noexcept { return link_ != nullptr ? 1 : 0; }
-
-    /// The element at the position; it must be on one.
-    const T& read() const noexcept { return link_->element; }
-    const T& operator*() const noexcept { return link_->element; }
-    const T* operator->() const noexcept { return &link_->element; }
-
   protected:
-    explicit coIteratorB(const coDListB& list) noexcept : list_(&list) {}
+    explicit coIteratorB(const coDListB& list) noexcept : Position(list) {}
 
     int step_forwards() noexcept {
-        stand_on(link_ != nullptr ? link_->next : list_->head_, index_ + 1);
-        return valid();
+        this->stand_on(this->m_link != nullptr ? this->m_link->next : this->m_list->head_,
+                       this->m_index + 1);
+        return this->valid();
     }
 
     int step_backwards() noexcept {
-        if (link_ != nullptr) {
-            stand_on(link_->previous, index_ - 1);
+        if (this->m_link != nullptr) {
+            this->stand_on(this->m_link->previous, this->m_index - 1);
         } else {
-            stand_on(list_->tail_, list_->count_ - 1);
+            this->stand_on(this->m_list->tail_, this->m_list->count_ - 1);
         }
-        return valid();
+        return this->valid();
     }
-
-    void stand_on(Link* link, int index) noexcept {
-        link_ = link;
-        index_ = link != nullptr ? index : -1;
-    }
-
-    const coDListB* list_;
-    Link* link_ = nullptr;
-    int index_ = -1;
 };
 
 /// A read position that can step and jump.
@@ -224,23 +200,23 @@ class coDListB<T>::coIterator : public coDListB<T>::coIteratorB {
     /// Goes to the element at `index` by the shortest way, from the head, the tail or where the
     /// position is; 0, and before the first, when there is no such element.
     int set_index(int index) noexcept {
-        if (index < 0 || index >= this->list_->size()) {
+        if (index < 0 || index >= this->m_list->size()) {
             this->reset();
             return 0;
         }
         start_nearest(index);
-        while (this->index_ < index) this->step_forwards();
-        while (this->index_ > index) this->step_backwards();
+        while (this->m_index < index) this->step_forwards();
+        while (this->m_index > index) this->step_backwards();
         return 1;
     }
 
   private:
     void start_nearest(int index) noexcept {
-        const int from_tail = this->list_->size() - 1 - index;
+        const int from_tail = this->m_list->size() - 1 - index;
         const int from_head = index;
         const int nearest_end = from_head < from_tail ? from_head : from_tail;
-        const int away = index > this->index_ ? index - this->index_ : this->index_ - index;
-        if (this->link_ != nullptr && away <= nearest_end) return;
+        const int away = index > this->m_index ? index - this->m_index : this->m_index - index;
+        if (this->m_link != nullptr && away <= nearest_end) return;
         this->reset();
         if (from_head <= from_tail) {
             this->step_forwards();
@@ -259,33 +235,33 @@ class coDListB<T>::coCursor : public coDListB<T>::coIterator {
   public:
     explicit coCursor(coDListB& list) noexcept : coIterator(list), target_(&list) {}
 
-    T& read() const noexcept { return this->link_->element; }
-    T& operator*() const noexcept { return this->link_->element; }
-    T* operator->() const noexcept { return &this->link_->element; }
+    T& read() const noexcept { return this->m_link->element; }
+    T& operator*() const noexcept { return this->m_link->element; }
+    T* operator->() const noexcept { return &this->m_link->element; }
 
     /// Puts a copy of `element` behind the position, which stays where it is.
     void insert_after(const T& element) {
-        if (this->link_ == nullptr) {
+        if (this->m_link == nullptr) {
             target_->insert_first(element);
         } else {
-            target_->insert(element, this->link_, this->link_->next);
+            target_->insert(element, this->m_link, this->m_link->next);
         }
     }
 
     /// Puts a copy of `element` in front of the position, which stays on its element.
     void insert_before(const T& element) {
-        if (this->link_ == nullptr) {
+        if (this->m_link == nullptr) {
             target_->insert_last(element);
         } else {
-            target_->insert(element, this->link_->previous, this->link_);
-            ++this->index_;
+            target_->insert(element, this->m_link->previous, this->m_link);
+            ++this->m_index;
         }
     }
 
     /// Puts a copy of `element` at the head; the position stays on its element.
     void insert_first(const T& element) {
         target_->insert_first(element);
-        if (this->link_ != nullptr) ++this->index_;
+        if (this->m_link != nullptr) ++this->m_index;
     }
 
     void insert_last(const T& element) { target_->insert_last(element); }
@@ -293,32 +269,33 @@ class coDListB<T>::coCursor : public coDListB<T>::coIterator {
     /// Takes out the element under the position, which goes on to the next one, or before the
     /// first when there is none; 0 when the position was on no element.
     int remove() noexcept {
-        Link* const gone = this->link_;
+        Link* const gone = this->m_link;
         if (gone == nullptr) return 0;
-        this->stand_on(gone->next, this->index_);
+        this->stand_on(gone->next, this->m_index);
         return target_->remove(gone);
     }
 
     /// Takes out the element under the position, which steps back one, so that the next ++ meets
     /// the element behind the one that went; 0 when the position was on no element.
     int remove_backwards() noexcept {
-        Link* const gone = this->link_;
+        Link* const gone = this->m_link;
         if (gone == nullptr) return 0;
-        this->stand_on(gone->previous, this->index_ - 1);
+        this->stand_on(gone->previous, this->m_index - 1);
         return target_->remove(gone);
     }
 
     /// Takes out the head; a position on it goes before the first. 0 when the list is empty.
     int remove_first() noexcept {
-        if (this->link_ != nullptr) {
-            this->stand_on(this->link_ == target_->head_ ? nullptr : this->link_, this->index_ - 1);
+        if (this->m_link != nullptr) {
+            this->stand_on(this->m_link == target_->head_ ? nullptr : this->m_link,
+                           this->m_index - 1);
         }
         return target_->remove_first();
     }
 
     /// Takes out the tail; a position on it steps back one. 0 when the list is empty.
     int remove_last() noexcept {
-        if (this->link_ != nullptr && this->link_ == target_->tail_) this->step_backwards();
+        if (this->m_link != nullptr && this->m_link == target_->tail_) this->step_backwards();
         return target_->remove_last();
     }
 

@@ -8,6 +8,7 @@
 // right for changes made through that position itself.
 #pragma once
 
+#include <ncamcontainer/coListPosition.h>
 #include <utils/utCopy.h>
 
 #include <initializer_list>
@@ -120,24 +121,22 @@ class coSList {
 
 /// A read position: the list, the link and the index.
 template <class T>
-class coSList<T>::coIterator {
-  public:
-    explicit coIterator(const coSList& list) noexcept : list_(&list) {}
+class coSList<T>::coIterator : public coListPosition<coSList<T>, typename coSList<T>::Link, T> {
+    using Position = coListPosition<coSList<T>, typename coSList<T>::Link, T>;
 
-    /// Equal when they stand on the same element, or both before the first of the same list.
-    bool operator==(const coIterator& other) const noexcept {
-        return list_ == other.list_ && link_ == other.link_;
-    }
+  public:
+    explicit coIterator(const coSList& list) noexcept : Position(list) {}
 
     /// Goes on by one; 0 at the end.
     int operator++() noexcept {
-        stand_on(link_ != nullptr ? link_->next : list_->head_, index_ + 1);
-        return valid();
+        this->stand_on(this->m_link != nullptr ? this->m_link->next : this->m_list->head_,
+                       this->m_index + 1);
+        return this->valid();
     }
 
     /// Goes back by one, from before the first to the tail; walks from the head.
     int operator--() noexcept {
-        return set_index(link_ != nullptr ? index_ - 1 : list_->count_ - 1);
+        return set_index(this->m_link != nullptr ? this->m_index - 1 : this->m_list->count_ - 1);
     }
 
     /// Goes on by `steps` (back, where negative); 0 when that runs off an end.
@@ -146,51 +145,28 @@ class coSList<T>::coIterator {
         for (; steps > 0; --steps) {
             if (++*this == 0) return 0;
         }
-        return valid();
+        return this->valid();
     }
 
     /// Goes back by `steps` (on, where negative), walking from the head once; 0 when that runs
     /// off an end.
     int operator-=(int steps) noexcept {
         if (steps < 0) return operator+=(-steps);
-        if (steps == 0) return valid();
-        return set_index((link_ != nullptr ? index_ : list_->count_) - steps);
+        if (steps == 0) return this->valid();
+        return set_index((this->m_link != nullptr ? this->m_index : this->m_list->count_) - steps);
     }
 
     /// Goes to the element at `index`; 0, and before the first, when there is none.
     int set_index(int index) noexcept {
-        if (index < 0 || index >= list_->count_) {
-            reset();
+        if (index < 0 || index >= this->m_list->count_) {
+            this->reset();
             return 0;
         }
-        if (link_ == nullptr || index < index_) stand_on(list_->head_, 0);
-        while (index_ < index) stand_on(link_->next, index_ + 1);
+        if (this->m_link == nullptr || index < this->m_index)
+            this->stand_on(this->m_list->head_, 0);
+        while (this->m_index < index) this->stand_on(this->m_link->next, this->m_index + 1);
         return 1;
     }
-
-    /// Goes before the first element.
-    void reset() noexcept { stand_on(nullptr, -1); }
-
-    /// Position of the element from 0, or -1 before the first.
-    int index() const noexcept { return index_; }
-
-    /// Non-zero when the position is on an element.
-    int valid() const noexcept { return link_ != nullptr ? 1 : 0; }
-
-    /// The element at the position; it must be on one.
-    const T& read() const noexcept { return link_->element; }
-    const T& operator*() const noexcept { return link_->element; }
-    const T* operator->() const noexcept { return &link_->element; }
-
-  protected:
-    void stand_on(Link* link, int index) noexcept {
-        link_ = link;
-        index_ = link != nullptr ? index : -1;
-    }
-
-    const coSList* list_;
-    Link* link_ = nullptr;
-    int index_ = -1;
 };
 
 /// A position that can also change the list where it stands. Before the first element, "after" is
@@ -200,27 +176,27 @@ class coSList<T>::coCursor : public coSList<T>::coIterator {
   public:
     explicit coCursor(coSList& list) noexcept : coIterator(list), target_(&list) {}
 
-    T& read() const noexcept { return this->link_->element; }
-    T& operator*() const noexcept { return this->link_->element; }
-    T* operator->() const noexcept { return &this->link_->element; }
+    T& read() const noexcept { return this->m_link->element; }
+    T& operator*() const noexcept { return this->m_link->element; }
+    T* operator->() const noexcept { return &this->m_link->element; }
 
     /// Puts a copy of `element` behind the position, which stays where it is.
-    void insert_after(const T& element) { target_->insert_behind(this->link_, element); }
+    void insert_after(const T& element) { target_->insert_behind(this->m_link, element); }
 
     /// Puts a copy of `element` in front of the position, which stays on its element.
     void insert_before(const T& element) {
-        if (this->link_ == nullptr) {
+        if (this->m_link == nullptr) {
             target_->insert_last(element);
         } else {
-            target_->insert_behind(target_->before(this->link_), element);
-            ++this->index_;
+            target_->insert_behind(target_->before(this->m_link), element);
+            ++this->m_index;
         }
     }
 
     /// Puts a copy of `element` at the head; the position stays on its element.
     void insert_first(const T& element) {
         target_->insert_first(element);
-        if (this->link_ != nullptr) ++this->index_;
+        if (this->m_link != nullptr) ++this->m_index;
     }
 
     void insert_last(const T& element) { target_->insert_last(element); }
@@ -228,32 +204,33 @@ class coSList<T>::coCursor : public coSList<T>::coIterator {
     /// Takes out the element under the position, which goes on to the next one, or before the
     /// first when there is none; 0 when the position was on no element.
     int remove() noexcept {
-        if (this->link_ == nullptr) return 0;
-        Link* const place = target_->before(this->link_);
-        this->stand_on(this->link_->next, this->index_);
+        if (this->m_link == nullptr) return 0;
+        Link* const place = target_->before(this->m_link);
+        this->stand_on(this->m_link->next, this->m_index);
         return target_->remove_behind(place);
     }
 
     /// Takes out the element under the position, which steps back one; 0 when the position was on
     /// no element.
     int remove_backwards() noexcept {
-        if (this->link_ == nullptr) return 0;
-        Link* const place = target_->before(this->link_);
-        this->stand_on(place, this->index_ - 1);
+        if (this->m_link == nullptr) return 0;
+        Link* const place = target_->before(this->m_link);
+        this->stand_on(place, this->m_index - 1);
         return target_->remove_behind(place);
     }
 
     /// Takes out the head; a position on it goes before the first. 0 when the list is empty.
     int remove_first() noexcept {
-        if (this->link_ != nullptr) {
-            this->stand_on(this->link_ == target_->head_ ? nullptr : this->link_, this->index_ - 1);
+        if (this->m_link != nullptr) {
+            this->stand_on(this->m_link == target_->head_ ? nullptr : this->m_link,
+                           this->m_index - 1);
         }
         return target_->remove_first();
     }
 
     /// Takes out the tail; a position on it steps back one. 0 when the list is empty.
     int remove_last() noexcept {
-        if (this->link_ != nullptr && this->link_ == target_->tail_) --*this;
+        if (this->m_link != nullptr && this->m_link == target_->tail_) --*this;
         return target_->remove_last();
     }
 
