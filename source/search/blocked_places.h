@@ -21,7 +21,6 @@ class Blocked_places {
     bool contain(const giPoint2& point) const;
 
   private:
-    std::vector<giPoint2> m_points;
     Place_index m_index;
 };
 

@@ -30,10 +30,7 @@ bool Closed_list::contains(const nmkSearchNode& node) const {
 std::uint32_t Closed_list::first_of_the_plane(const nmkSearchNode& node) const {
     const nmk2dSearchNode* place = as_place(node);
     if (place == nullptr) return Place_index::none;
-    return m_of_the_plane.first_match(place->point(), [&](std::uint32_t position) {
-        const auto& closed = static_cast<const nmk2dSearchNode&>(*m_nodes[position]);
-        return are_one_place(closed.point(), place->point());
-    });
+    return m_of_the_plane.first_at(place->point());
 }
 
 }  // namespace nmk_search

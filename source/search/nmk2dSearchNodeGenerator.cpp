@@ -1,14 +1,15 @@
 #include <nmktoolbox/search/nmk2dSearchNode.h>
 #include <nmktoolbox/search/nmk2dSearchNodeGenerator.h>
 
-#include <utility>
+#include <cstddef>
 #include <vector>
+
+#include "search/local_filler.h"
 
 namespace {
 
-coiFiller<double> filler_of(std::vector<double>& values) {
-    return coiFiller_from_function<double>([&values](double value) { values.push_back(value); });
-}
+// Room for the values of a coordinate that the generators here make.
+constexpr std::size_t usual_values = 3;
 
 void add_both_ways(double value, double step, coiFiller<double>& filler) {
     filler.add(value);
@@ -23,8 +24,10 @@ void nmkAbs2dSearchNodeGenerator::expand_node(
     const auto& from = static_cast<const nmk2dSearchNode&>(node);
     std::vector<double> x_values;
     std::vector<double> y_values;
-    create_x_values(from, filler_of(x_values));
-    create_y_values(from, filler_of(y_values));
+    x_values.reserve(usual_values);
+    y_values.reserve(usual_values);
+    create_x_values(from, nmk_search::Local_filler(x_values).filler());
+    create_y_values(from, nmk_search::Local_filler(y_values).filler());
     for (const double x : x_values) {
         for (const double y : y_values) {
             // Deliberate: compared exactly, though nodes are one place within a tolerance.

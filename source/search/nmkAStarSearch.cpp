@@ -10,11 +10,14 @@
 #include <vector>
 
 #include "search/closed_list.h"
+#include "search/local_filler.h"
 #include "search/open_list.h"
 
 using Route_filler = coiFiller<std::shared_ptr<const nmkSearchNode>>;
 
 namespace {
+
+constexpr std::size_t usual_neighbours = 8;
 
 // What a verifier is given for the parent of a root.
 class No_node final : public nmkSearchNode {
@@ -70,7 +73,9 @@ void nmkAStarSearch::perform(Route_filler filler) {
 // stands there twice, and the cheaper record closes it.
 void nmkAStarSearch::expand_node(std::shared_ptr<const nmkAStarSearchNode> record) {
     std::vector<std::shared_ptr<const nmkSearchNode>> neighbours;
-    m_generator->expand_node(*record->m_node, coiFiller_from_container(neighbours));
+    neighbours.reserve(usual_neighbours);
+    nmk_search::Local_filler sink(neighbours);
+    m_generator->expand_node(*record->m_node, sink.filler());
     for (auto& neighbour : neighbours) {
         if (is_in_visited(*neighbour)) continue;
         m_open->push(generate_node(std::move(neighbour), record));

@@ -8,16 +8,12 @@
 
 namespace nmk_search {
 
-bool Open_list::comes_later(const Entry& entry, const Entry& other) {
-    return entry.f > other.f || (entry.f == other.f && entry.number > other.number);
-}
-
 void Open_list::push(Record record) {
     watch(*record);
     m_records.push_back(std::move(record));
     ++m_live;
     file(m_records.size() - 1);
-    if (!m_heap.empty()) std::push_heap(m_heap.begin(), m_heap.end(), comes_later);
+    if (!m_heap.empty()) std::push_heap(m_heap.begin(), m_heap.end(), Comes_later());
 }
 
 void Open_list::clear() {
@@ -74,7 +70,7 @@ void Open_list::rebuild() {
     m_heap.clear();
     m_not_numbers = 0;
     for (std::size_t number = 0; number < m_records.size(); ++number) file(number);
-    std::make_heap(m_heap.begin(), m_heap.end(), comes_later);
+    std::make_heap(m_heap.begin(), m_heap.end(), Comes_later());
     *m_score_changed = false;
 }
 
@@ -88,7 +84,7 @@ std::size_t Open_list::best_by_scan() const {
 }
 
 void Open_list::drop_top() {
-    std::pop_heap(m_heap.begin(), m_heap.end(), comes_later);
+    std::pop_heap(m_heap.begin(), m_heap.end(), Comes_later());
     m_heap.pop_back();
 }
 

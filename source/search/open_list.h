@@ -41,7 +41,11 @@ class Open_list {
         double f;
         std::size_t number;
     };
-    static bool comes_later(const Entry& entry, const Entry& other);
+    struct Comes_later {
+        bool operator()(const Entry& entry, const Entry& other) const {
+            return entry.f > other.f || (entry.f == other.f && entry.number > other.number);
+        }
+    };
 
     void watch(nmkAStarSearchNode& record);
     void file(std::size_t number);

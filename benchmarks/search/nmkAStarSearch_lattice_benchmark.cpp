@@ -1,0 +1,141 @@
+// Benchmark: free lattices of which every place is closed, 1e4 to 1e6 of them: time and memory for
+// a closed node, and the plain lists at 1e4.
+//
+// The goal stands off the lattice, so the search closes the whole square; another run goes from a
+// corner to a place that it reaches, which leaves many records open. Memory is what the blocks take
+// that are held at once at most, what the allocator adds to them included.
+#include <malloc.h>
+#include <nmktoolbox/search.h>
+
+#include <cstddef>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <new>
+#include <string>
+#include <vector>
+
+#include "ordering/stopwatch.h"
+#include "search/plain_search.h"
+
+namespace {
+
+std::size_t held = 0;
+std::size_t most_held = 0;
+
+std::size_t size_of(void* block) { return malloc_usable_size(block) + sizeof(std::size_t); }
+
+}  // namespace
+
+// Not inlined: the compiler would take malloc and delete for a pair that does not match.
+[[gnu::noinline]] void* operator new(std::size_t size) {
+    void* block = std::malloc(size);
+    if (block == nullptr) throw std::bad_alloc();
+    held += size_of(block);
+    if (held > most_held) most_held = held;
+    return block;
+}
+
+[[gnu::noinline]] void operator delete(void* block) noexcept {
+    if (block != nullptr) held -= size_of(block);
+    std::free(block);
+}
+
+[[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept {
+    operator delete(block);
+}
+
+namespace {
+
+using Node_ptr = std::shared_ptr<const nmkSearchNode>;
+
+// Accepts a square, and counts what it accepts.
+class Square : public nmk2dSearchNodeVerifier {
+  public:
+    explicit Square(int side)
+        : nmk2dSearchNodeVerifier(giBox2(giPoint2(0, 0), giPoint2(side - 1, side - 1))) {}
+
+    nmkSearchNodeVerifierResult verify(const nmkSearchNode& parent,
+                                       const nmkSearchNode& node) const override {
+        const auto verdict = nmk2dSearchNodeVerifier::verify(parent, node);
+        if (verdict == nmkSearchNodeVerifierResult::accepted) ++closed;
+        return verdict;
+    }
+
+    mutable int closed = 0;
+};
+
+struct Run {
+    double seconds;
+    double bytes;  // for a closed node
+    int closed;
+    std::size_t nodes;  // of the route
+};
+
+template <class Search>
+Run run(int side, giPoint2 target) {
+    const auto verifier = std::make_shared<Square>(side);
+    Run result{};
+    std::vector<Node_ptr> route;
+    const std::size_t before = held;
+    most_held = held;
+    result.seconds = stopwatch::seconds([&] {
+        Search search(std::make_shared<nmk2dSearchNodeGenerator>(1, 1), verifier,
+                      std::make_shared<nmk2dSearchNode>(giPoint2(0, 0)),
+                      std::make_shared<nmk2dSearchGoalPoint>(target));
+        search.perform(coiFiller_from_container(route));
+    });
+    result.closed = verifier->closed;
+    result.bytes = static_cast<double>(most_held - before) / result.closed;
+    result.nodes = route.size();
+    return result;
+}
+
+// The least time of several runs over the whole square.
+Run whole_square(int side, int runs) {
+    Run best = run<nmkAStarSearch>(side, giPoint2(side + 0.5, side + 0.5));
+    for (int i = 1; i < runs; ++i) {
+        const Run next = run<nmkAStarSearch>(side, giPoint2(side + 0.5, side + 0.5));
+        if (next.seconds < best.seconds) best = next;
+    }
+    return best;
+}
+
+bool report_memory(const std::string& name, const Run& run) {
+    constexpr double bytes_to_reach = 300.0;
+    const bool reached = run.bytes <= bytes_to_reach;
+    std::printf("%-44s %8d closed %9.1f bytes a node, at most %.0f%s\n", name.c_str(), run.closed,
+                run.bytes, bytes_to_reach, reached ? "" : "  MISSED");
+    return reached;
+}
+
+bool measure_growth() {
+    const Run small = whole_square(100, 20);
+    bool reached = report_memory("whole square of 1e4", small);
+    for (const int side : {316, 1000}) {
+        const Run large = whole_square(side, 3);
+        const std::string name = std::to_string(side * side) + " nodes closed, a node, beside 1e4";
+        const bool all = large.closed == side * side && large.nodes == 0;
+        reached = stopwatch::report(name.c_str(), large.seconds / large.closed,
+                                    small.seconds / small.closed, 2.0, all) &&
+                  reached;
+        reached = report_memory("whole square of " + std::to_string(side * side), large) && reached;
+    }
+    const Run reaching = run<nmkAStarSearch>(1200, giPoint2(1199, 600));
+    return report_memory("to a place that is reached", reaching) && reached;
+}
+
+bool measure_plain() {
+    const giPoint2 off(100.5, 100.5);
+    const Run plain_lists = run<plain::Search>(100, off);
+    const Run ours = whole_square(100, 5);
+    return stopwatch::report("1e4 nodes closed, beside the plain lists", ours.seconds,
+                             plain_lists.seconds, 1.0, ours.closed == plain_lists.closed);
+}
+
+}  // namespace
+
+int main() {
+    const bool reached = measure_growth();
+    return measure_plain() && reached ? 0 : 1;
+}
