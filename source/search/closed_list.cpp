@@ -26,6 +26,11 @@ bool Closed_list::contains(const nmkSearchNode& node) const {
     return of_the_plane != Place_index::none;
 }
 
+void Closed_list::prefetch(const nmkSearchNode& node) const {
+    if (!is_plain_place(node)) return;
+    m_of_the_plane.prefetch(static_cast<const nmk2dSearchNode&>(node).point());
+}
+
 // The position of the first node of the plane that equals `node`.
 std::uint32_t Closed_list::first_of_the_plane(const nmkSearchNode& node) const {
     const nmk2dSearchNode* place = as_place(node);

@@ -21,6 +21,9 @@ class Closed_list {
     void add(std::shared_ptr<const nmkSearchNode> node);
     bool contains(const nmkSearchNode& node) const;
 
+    /// Says that contains will be asked for `node` soon.
+    void prefetch(const nmkSearchNode& node) const;
+
   private:
     std::uint32_t first_of_the_plane(const nmkSearchNode& node) const;
 

@@ -76,6 +76,7 @@ void nmkAStarSearch::expand_node(std::shared_ptr<const nmkAStarSearchNode> recor
     neighbours.reserve(usual_neighbours);
     nmk_search::Local_filler sink(neighbours);
     m_generator->expand_node(*record->m_node, sink.filler());
+    for (const auto& neighbour : neighbours) m_visited->prefetch(*neighbour);
     for (auto& neighbour : neighbours) {
         if (is_in_visited(*neighbour)) continue;
         m_open->push(generate_node(std::move(neighbour), record));

@@ -13,7 +13,9 @@ void Open_list::push(Record record) {
     m_records.push_back(std::move(record));
     ++m_live;
     file(m_records.size() - 1);
-    if (!m_heap.empty()) std::push_heap(m_heap.begin(), m_heap.end(), Comes_later());
+    if (m_heap.empty()) return;
+    std::push_heap(m_heap.begin(), m_heap.end(), Comes_later());
+    __builtin_prefetch(m_records[m_heap.front().number].get());
 }
 
 void Open_list::clear() {
@@ -36,6 +38,7 @@ void Open_list::erase(std::size_t number) {
     m_records[number].reset();
     --m_live;
     if (!m_heap.empty() && m_heap.front().number == number) drop_top();
+    if (!m_heap.empty()) __builtin_prefetch(&m_records[m_heap.front().number]);
 }
 
 void Open_list::score(const nmkSearchGoal& goal) {

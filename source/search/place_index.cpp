@@ -1,8 +1,8 @@
 #include "search/place_index.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
+#include <utility>
 
 #include "search/plane_places.h"
 
@@ -22,15 +22,6 @@ struct Cells {
 
 bool is_finite(const giPoint2& point) { return std::isfinite(point.x) && std::isfinite(point.y); }
 
-// std::floor, which not every processor that we run on has as an instruction; and one zero, not
-// two.
-double floor_of(double value) {
-    constexpr double whole_from_here = 4503599627370496.0;  // 2 to the 52
-    if (!(std::abs(value) < whole_from_here)) return value;
-    const auto whole = static_cast<double>(static_cast<std::int64_t>(value));
-    return whole > value ? whole - 1.0 : whole;
-}
-
 double cell_of(double coordinate) { return floor_of(coordinate * cells_in_one + 0.5); }
 
 Cells cells_near(double coordinate) {
@@ -48,41 +39,71 @@ Cells cells_near(double coordinate) {
     return {cell_of(coordinate - reach), cell_of(coordinate + reach)};
 }
 
-std::size_t hash_of(double cell_x, double cell_y) {
-    std::uint64_t mixed = std::bit_cast<std::uint64_t>(cell_x) * 0x9e3779b97f4a7c15u;
-    mixed = std::rotl(mixed, 29) ^ std::bit_cast<std::uint64_t>(cell_y);
-    mixed ^= mixed >> 32;
-    mixed *= 0xd6e8feb86659fd93u;
-    return static_cast<std::size_t>(mixed ^ (mixed >> 32));
-}
+constexpr std::size_t fewest_slots = 64;
 
 }  // namespace
 
 void Place_index::add(const giPoint2& point, std::uint32_t position) {
+    // Far more turns than hashing needs: points stand closer than the lattice was thought to be.
+    constexpr std::size_t too_many_turns = 64;
     if (!is_finite(point)) return;
-    if (2 * (m_used + 1) > m_slots.size()) grow();
-    put({point, position});
-    ++m_used;
-}
-
-void Place_index::put(const Slot& slot) {
-    const std::size_t mask = m_slots.size() - 1;
-    std::size_t at = hash_of(cell_of(slot.point.x), cell_of(slot.point.y)) & mask;
-    while (m_slots[at].position != none) at = (at + 1) & mask;
-    m_slots[at] = slot;
-}
-
-void Place_index::grow() {
-    constexpr std::size_t fewest_slots = 64;
-    std::vector<Slot> slots(std::max(fewest_slots, 2 * m_slots.size()));
-    m_slots.swap(slots);
-    for (const Slot& slot : slots) {
-        if (slot.position != none) put(slot);
+    if (2 * (m_points.size() + 1) > m_slots.size()) {
+        refile(std::max(fewest_slots, 2 * m_slots.size()));
     }
+    m_points.push_back(point);
+    m_positions.push_back(position);
+    const std::size_t turns = put(static_cast<std::uint32_t>(m_points.size() - 1));
+    if (turns < too_many_turns || m_tiling.is_of_cells()) return;
+    m_tiling = Tiling();
+    refile(m_slots.size());
+}
+
+// Answers how many slots were in the way. A point that is filed already needs no second slot.
+std::size_t Place_index::put(std::uint32_t number) {
+    const std::uint64_t hash = hash_of(m_points[number]);
+    const auto rest = static_cast<std::uint32_t>(hash >> 32);
+    std::size_t turn = 0;
+    std::size_t at = home_of(hash);
+    while (m_slots[at].number != none) {
+        const Slot& slot = m_slots[at];
+        if (slot.rest_of_hash == rest && m_points[slot.number] == m_points[number]) return turn;
+        at = next_after(at, ++turn);
+    }
+    m_slots[at] = {rest, number};
+    return turn;
+}
+
+std::uint64_t Place_index::hash_of(const giPoint2& point) const {
+    return m_tiling.hash_of(cell_of(point.x), cell_of(point.y));
+}
+
+// The places of one tile go on to one other tile's slots, and after some turns to any slot.
+std::size_t Place_index::next_after(std::size_t slot, std::size_t turn) const {
+    constexpr std::size_t turns_by_tile = 8;
+    const std::size_t step = turn <= turns_by_tile ? turn * Tiling::slots_in_tile : 1;
+    return (slot + step) & (m_slots.size() - 1);
+}
+
+void Place_index::refile(std::size_t slots) {
+    if (m_may_learn && !m_points.empty()) {
+        m_tiling = tiling_of_points();
+        m_may_learn = false;
+    }
+    m_slots.assign(slots, Slot());
+    for (std::uint32_t number = 0; number < m_points.size(); ++number) put(number);
+}
+
+Tiling Place_index::tiling_of_points() const {
+    std::vector<double> cells_x, cells_y;
+    for (const giPoint2& point : m_points) {
+        cells_x.push_back(cell_of(point.x));
+        cells_y.push_back(cell_of(point.y));
+    }
+    return {std::move(cells_x), std::move(cells_y)};
 }
 
 std::uint32_t Place_index::first_at(const giPoint2& point) const {
-    if (m_used == 0 || !is_finite(point)) return none;
+    if (m_points.empty() || !is_finite(point)) return none;
     const Cells x = cells_near(point.x);
     const Cells y = cells_near(point.y);
     std::uint32_t first = none;
@@ -94,18 +115,25 @@ std::uint32_t Place_index::first_at(const giPoint2& point) const {
         }
         if (!(cell_x < x.last)) break;
     }
-    return first;
+    return first == none ? none : m_positions[first];
 }
 
-// Points of other cells that stand in the way may be near too, and then they count just as well.
+void Place_index::prefetch(const giPoint2& point) const {
+    if (m_points.empty() || !is_finite(point)) return;
+    __builtin_prefetch(&m_slots[home_of(hash_of(point))]);
+}
+
+// The number of the first point that is in the cell and one place with `point`.
 std::uint32_t Place_index::first_in_cell(double cell_x, double cell_y,
                                          const giPoint2& point) const {
-    const std::size_t mask = m_slots.size() - 1;
+    const std::uint64_t hash = m_tiling.hash_of(cell_x, cell_y);
+    const auto rest = static_cast<std::uint32_t>(hash >> 32);
     std::uint32_t first = none;
-    std::size_t at = hash_of(cell_x, cell_y) & mask;
-    for (; m_slots[at].position != none; at = (at + 1) & mask) {
+    std::size_t at = home_of(hash);
+    for (std::size_t turn = 0; m_slots[at].number != none; at = next_after(at, ++turn)) {
         const Slot& slot = m_slots[at];
-        if (slot.position < first && are_one_place(slot.point, point)) first = slot.position;
+        if (slot.rest_of_hash != rest || slot.number >= first) continue;
+        if (are_one_place(m_points[slot.number], point)) first = slot.number;
     }
     return first;
 }

@@ -14,31 +14,44 @@
 #include <cstdint>
 #include <vector>
 
+#include "search/tiling.h"
+
 namespace nmk_search {
 
 class Place_index {
   public:
     static constexpr std::uint32_t none = UINT32_MAX;
 
-    /// Files `position` under `point`.
+    /// Files `position`, which is not less than any before, under `point`.
     void add(const giPoint2& point, std::uint32_t position);
 
     /// The least position whose point is one place with `point`, or none.
     std::uint32_t first_at(const giPoint2& point) const;
 
+    /// Fetches what first_at will look at. Several look-ups then wait for memory together.
+    void prefetch(const giPoint2& point) const;
+
   private:
-    // The point stands in the slot: a look-up is to touch as little memory as it can.
+    // Small, so that the slots of neighbours share a cache line. The rest of the hash spares most
+    // looks at points that are elsewhere.
     struct Slot {
-        giPoint2 point{0.0, 0.0};
-        std::uint32_t position = none;
+        std::uint32_t rest_of_hash = 0;
+        std::uint32_t number = none;
     };
 
-    void put(const Slot& slot);
-    void grow();
+    std::uint64_t hash_of(const giPoint2& point) const;
+    std::size_t home_of(std::uint64_t hash) const { return hash & (m_slots.size() - 1); }
+    std::size_t next_after(std::size_t slot, std::size_t turn) const;
+    std::size_t put(std::uint32_t number);
+    void refile(std::size_t slots);
+    Tiling tiling_of_points() const;
     std::uint32_t first_in_cell(double cell_x, double cell_y, const giPoint2& point) const;
 
+    std::vector<giPoint2> m_points;  // in the order of filing
+    std::vector<std::uint32_t> m_positions;
     std::vector<Slot> m_slots;  // a power of two of them, at most half in use
-    std::size_t m_used = 0;
+    Tiling m_tiling;
+    bool m_may_learn = true;  // the lattice is still to be found out
 };
 
 }  // namespace nmk_search

@@ -126,4 +126,32 @@ TEST(nmk2dSearchNodeVerifierBlocked, places_that_never_change_are_judged_as_a_wa
     EXPECT_LT(refused, verdicts);
 }
 
+// Points on a lattice of 10 by 10 from a corner.
+void add_lattice(std::vector<Node_ptr>& nodes, double corner, double step_x, double step_y) {
+    for (int i = 0; i < 100; ++i) {
+        nodes.push_back(shared_node(corner + i / 10 * step_x, corner + i % 10 * step_y));
+    }
+}
+
+TEST(nmk2dSearchNodeVerifierBlocked, lattices_of_any_widths_in_any_order_are_judged_as_by_a_walk) {
+    constexpr double wide = 1000.0, fine = 2e-5;
+    using Widths = std::vector<std::pair<double, double>>;
+    for (const Widths& lattices :
+         {Widths{{wide, wide}, {fine, fine}, {fine, 4e-5}}, Widths{{fine, fine}, {wide, wide}},
+          Widths{{1.0, 0.25}, {4.0, 4.0}, {1e14, 1e14}},
+          Widths{{1.0 / 3, 0.1}, {0.0, 0.0}, {1e-4, 1e-4}}}) {
+        std::vector<Node_ptr> blocked;
+        for (const auto& [step_x, step_y] : lattices) add_lattice(blocked, 5.0, step_x, step_y);
+        const nmk2dSearchNodeVerifierBlocked walked(everywhere, cursor_over(blocked));
+        const nmk2dSearchNodeVerifierBlocked fixed(everywhere, coiIterator_from_values(blocked));
+        for (const auto& [x, y] : points_of(blocked)) {
+            EXPECT_EQ(verdict(fixed, x, y), refused_for_good);
+            for (const double off : {4e-6, 9e-6, -9.99e-6, 1.1e-5, 0.5}) {
+                EXPECT_EQ(verdict(fixed, x + off, y), verdict(walked, x + off, y));
+                EXPECT_EQ(verdict(fixed, x, y - off), verdict(walked, x, y - off));
+            }
+        }
+    }
+}
+
 }  // namespace
