@@ -22,6 +22,40 @@ class Countdown : public coiAbsCloneableIterator<int> {
     int now_;
 };
 
+TEST(coiFixedIterator, walks_its_values_and_starts_again_after_a_reset) {
+    coiIterator<int> it = coiIterator_from_values<int>({3, 5});
+    for (int walk = 0; walk < 2; ++walk) {
+        EXPECT_TRUE(it.undefined());
+        ASSERT_TRUE(++it);
+        EXPECT_EQ(it(), 3);
+        EXPECT_FALSE(it.undefined());
+        ASSERT_TRUE(++it);
+        EXPECT_EQ(it(), 5);
+        EXPECT_FALSE(++it);
+        EXPECT_FALSE(++it);
+        EXPECT_TRUE(it.undefined());
+        it.reset();
+    }
+}
+
+TEST(coiFixedIterator, a_copy_shares_the_values_and_keeps_its_own_position) {
+    coiIterator<int> it = coiIterator_from_values<int>({3, 5});
+    ++it;
+    coiIterator<int> copy = it;
+    ++it;
+    EXPECT_EQ(copy(), 3);
+    EXPECT_EQ(it(), 5);
+    using Fixed = coiFixedIterator<int>;
+    EXPECT_EQ(&dynamic_cast<const Fixed&>(it.inner()).values(),
+              &dynamic_cast<const Fixed&>(copy.inner()).values());
+}
+
+TEST(coiFixedIterator, of_no_values_never_moves_on) {
+    coiIterator<int> it = coiIterator_from_values<int>({});
+    EXPECT_FALSE(++it);
+    EXPECT_TRUE(it.undefined());
+}
+
 }  // namespace
 
 TEST(coiFiller, fills_the_end_of_a_container) {

@@ -33,6 +33,25 @@ TEST(nmk2dSearch, a_line_off_the_lattice_is_never_reached) {
                     .empty());
 }
 
+TEST(nmk2dSearch, lattice_points_within_the_tolerance_are_closed_as_one_place) {
+    class Counting : public nmk2dSearchNodeVerifier {
+      public:
+        Counting() : nmk2dSearchNodeVerifier(giBox2(giPoint2(-1, -1), giPoint2(1, 1))) {}
+        nmkSearchNodeVerifierResult verify(const nmkSearchNode& parent,
+                                           const nmkSearchNode& node) const override {
+            ++asked;
+            return nmk2dSearchNodeVerifier::verify(parent, node);
+        }
+        mutable int asked = 0;
+    };
+    const auto verifier = std::make_shared<Counting>();
+    constexpr double step = 4e-6;  // the eight neighbours are made, and all are the start again
+    EXPECT_TRUE(route(std::make_shared<nmk2dSearchNodeGenerator>(step, step), verifier,
+                      shared_node(0, 0), std::make_shared<nmk2dSearchGoalPoint>(giPoint2(step, 0)))
+                    .empty());
+    EXPECT_EQ(verifier->asked, 1);
+}
+
 double length_of(const Points& points) {
     double length = 0.0;
     for (std::size_t i = 1; i < points.size(); ++i) {
