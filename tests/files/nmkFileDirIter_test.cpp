@@ -3,6 +3,7 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <iterator>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -170,4 +171,16 @@ TEST(nmkFileDirIter, more_entries_than_one_page_keep_their_order) {
     for (int i = 0; i < 700; ++i) {
         ASSERT_EQ(names[static_cast<std::size_t>(i)], std::to_string(1000 + i));
     }
+}
+
+TEST(nmkFileDirIter, keeps_no_directory_open) {
+    const ScratchFolder scratch;
+    scratch.file("f", "");
+    const auto open_files = [] {
+        return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
+    };
+    const auto before = open_files();
+    nmkFileDirIter entries(nmkFileDir(scratch.path().c_str(), nullptr), nmkFileDirIterAll, nullptr);
+    EXPECT_EQ(open_files(), before);
+    EXPECT_EQ(++entries, 1);
 }

@@ -92,6 +92,25 @@ TEST(nmkFileDir_access, a_directory_is_writeable_when_a_file_can_be_made_and_non
     EXPECT_EQ(nmkFileDir().is_dir_writeable(), 0);
 }
 
+TEST(nmkFileDir_access, the_file_made_in_a_directory_is_never_one_that_is_there) {
+    const ScratchFolder scratch;
+    const std::string kept = scratch.file("kept", "kept");
+    // Somebody guesses the first two names: a file stands there, and a link to a file.
+    int guessed = 0;
+    const Fault fault([&](std::string_view call, std::string_view about) {
+        const std::string name = fs::path(about).filename().string();
+        if (call != "GetFileAttributesA" || !name.starts_with("nmk_")) return 0;
+        ++guessed;
+        if (guessed == 1) scratch.file(name, "taken");
+        if (guessed == 2) fs::create_symlink(kept, scratch.path() + "/" + name);
+        return 0;
+    });
+    EXPECT_EQ(named(scratch.path()).is_dir_writeable(), 1);
+    EXPECT_GE(guessed, 3);
+    EXPECT_EQ(contents(kept), "kept");
+    EXPECT_EQ(scratch.file_count(), 3U);
+}
+
 TEST(nmkFileDir_access, a_directory_without_rights_is_not_writeable) {
     const ScratchFolder scratch;
     fs::permissions(scratch.path(),
@@ -162,6 +181,17 @@ TEST(nmkFileDir_access, a_drive_letter_or_any_character_before_a_colon_is_local_
         const RemoteFolder remote(scratch.path());
         EXPECT_EQ(named(name).is_local_file(), 0) << name;
     }
+}
+
+TEST(nmkFileDir_access, what_leads_out_of_a_remote_drive_is_remote_by_its_letter) {
+    const ScratchFolder scratch;
+    const WorkingFolder here(scratch.path());
+    fs::create_directory("C:");
+    scratch.file("elsewhere", "");
+    fs::create_symlink("../elsewhere", "C:/link");
+    EXPECT_EQ(named("C:/link").is_local_file(), 1);
+    const RemoteFolder remote(scratch.path() + "/C:");
+    EXPECT_EQ(named("C:/link").is_local_file(), 0);
 }
 
 TEST(nmkFileDir_access, a_missing_file_is_not_local) {

@@ -366,6 +366,28 @@ TEST(nmkFileDir_local_copy, that_is_stopped_leaves_the_name_and_no_file) {
     }
 }
 
+TEST(nmkFileDir_local_copy, never_goes_through_a_link_that_was_put_there) {
+    const ScratchFolder scratch;
+    const std::string kept = scratch.file("kept", "kept");
+    const std::string source = scratch.path() + "/remote/a.tri";
+    put(source, "new");
+    const RemoteFolder remote(scratch.path() + "/remote");
+    std::string chosen;
+    const Fault fault([&](std::string_view call, std::string_view about) {
+        if (call == "GetFileAttributesA" && about.ends_with(".tri") && about != source) {
+            chosen = about;
+        }
+        if (call == "CopyFileExA") fs::create_symlink(kept, chosen);
+        return 0;
+    });
+    nmkFileDir file = named(source);
+    EXPECT_EQ(file.make_local_file(nullptr), 0);
+    EXPECT_EQ(file.get().view(), chosen);
+    EXPECT_EQ(contents(kept), "kept");
+    EXPECT_TRUE(fs::is_symlink(chosen));
+    fs::remove(chosen);
+}
+
 TEST(nmkFileDir_local_copy, that_fails_half_way_leaves_no_half_file) {
     const ScratchFolder scratch;
     const std::string source = scratch.file("a", long_contents());

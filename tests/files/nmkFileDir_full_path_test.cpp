@@ -68,6 +68,12 @@ TEST(nmkFileDir_full_path, is_taken_where_there_is_one) {
     EXPECT_TRUE(none.get().is_null());
 }
 
+TEST(nmkFileDir_full_path, is_brought_to_the_normal_form) {
+    nmkFileDir root("/..", nullptr);
+    root.set_full_path();
+    EXPECT_EQ(root.get(), utString(""));
+}
+
 TEST(nmkFileDir_full_path, keeps_bytes_that_cannot_be_decoded) {
     const ScratchFolder scratch;
     const WorkingFolder here(scratch.path());
