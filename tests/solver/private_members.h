@@ -1,9 +1,10 @@
-// private_members: the steps of the angle solver that only itself can call.
+// private_members: the steps of the solvers that only they themselves can call.
 //
 // An explicit instantiation may name private members; it hands them on through a friend function.
 #pragma once
 
 #include <nmktoolbox/solver/nmkAngleSolver.h>
+#include <nmktoolbox/solver/nmkSolver.h>
 
 namespace private_members {
 
@@ -29,6 +30,10 @@ struct Laguer {
     using Type = int (*)(double*, double&);
     friend Type member_of(Laguer);
 };
+struct SolverLaguer {
+    using Type = int (*)(double*, int, double*, int&, int*);
+    friend Type member_of(SolverLaguer);
+};
 
 using Value = const double&;
 using Slots = double* const&;
@@ -47,6 +52,7 @@ template struct Opened<Quadratic, &nmkAngleSolver::solve_angles4_quadratic>;
 template struct Opened<QuarticIteratively, &nmkAngleSolver::solve_angles4_quartic_iteratively>;
 template struct Opened<Iteratively, &nmkAngleSolver::solve_angles4_iteratively>;
 template struct Opened<Laguer, &nmkAngleSolver::quartic_laguer>;
+template struct Opened<SolverLaguer, &nmkSolver::laguer>;
 template struct Opened<FirstMethod, &nmkAngleSolver::solve_angles3_first_method>;
 template struct Opened<SecondMethod, &nmkAngleSolver::solve_angles3_second_method>;
 

@@ -1,0 +1,210 @@
+// nmkSolver: quadratics, polished cubics and quartics beside the plain reading, to the last bit.
+//
+// Compared are the count, every slot of the roots and every status, also what stays as it was.
+#include <gtest/gtest.h>
+
+#include <nmktoolbox/solver/nmkSolver.h>
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "solver/plain_quadratic_and_quartic.h"
+#include "solver/private_members.h"
+#include "solver/solver_samples.h"
+
+namespace {
+
+using solver_samples::Generator;
+
+struct Answer {
+    int count = 0;
+    std::array<double, 4> roots = {9.0, 9.0, 9.0, 9.0};
+    std::array<int, 4> status = {7, 7, 7, 7};
+};
+
+testing::AssertionResult same(const Answer& ours, const Answer& plain,
+                              const std::vector<double>& c) {
+    if (ours.count == plain.count && ours.status == plain.status &&
+        std::memcmp(ours.roots.data(), plain.roots.data(), sizeof ours.roots) == 0)
+        return testing::AssertionSuccess();
+    auto failure = testing::AssertionFailure() << std::hexfloat << "coefficients";
+    for (const double one : c) failure << ' ' << one;
+    failure << ": " << ours.count << " for " << plain.count;
+    for (std::size_t i = 0; i < 4; ++i) {
+        failure << ", " << ours.roots[i] << " (" << ours.status[i] << ") for " << plain.roots[i]
+                << " (" << plain.status[i] << ')';
+    }
+    return failure;
+}
+
+testing::AssertionResult quadratic_is_plain(std::vector<double> c) {
+    Answer ours, plain;
+    ours.count = nmkSolver::qadsol(c.data(), ours.roots.data());
+    plain.count = plain_solver::qadsol(c.data(), plain.roots.data());
+    return same(ours, plain, c);
+}
+
+testing::AssertionResult cubic_is_plain(std::vector<double> c, int polish) {
+    Answer ours, plain;
+    ours.count = nmkSolver::cubsol(c.data(), polish, ours.roots.data(), ours.status.data());
+    plain.count = plain_solver::cubsol(c.data(), polish, plain.roots.data(), plain.status.data());
+    return same(ours, plain, c);
+}
+
+testing::AssertionResult quartic_is_plain(std::vector<double> c, int polish, int& count) {
+    Answer ours, plain;
+    ours.count = nmkSolver::qarsol(c.data(), polish, ours.roots.data(), ours.status.data());
+    plain.count = plain_solver::qarsol(c.data(), polish, plain.roots.data(), plain.status.data());
+    count = ours.count;
+    return same(ours, plain, c);
+}
+
+// What coefficients are drawn from: ordinary ones, whole ones with many double roots, uneven ones,
+// and products of factors with roots that are nearly the same.
+enum class Kind { ordinary, whole, uneven, clustered, shrinking, count };
+
+std::vector<double> clustered(Generator& random, int degree) {
+    std::vector<double> roots(static_cast<std::size_t>(degree), random.between(-2.0, 2.0));
+    for (double& root : roots) {
+        if (random.below(2) == 0) root += std::ldexp(random.between(-1.0, 1.0), -random.below(40));
+        if (random.below(4) == 0) root = random.between(-30.0, 30.0);
+    }
+    return solver_samples::polynomial_of(roots, random.between(-2.0, 2.0));
+}
+
+std::vector<double> draw(Generator& random, Kind kind, int degree) {
+    if (kind == Kind::clustered) return clustered(random, degree);
+    std::vector<double> c(static_cast<std::size_t>(degree) + 1);
+    for (double& one : c) {
+        one = random.between(-1.0, 1.0);
+        if (kind == Kind::whole) one = random.below(7) - 3;
+        if (kind == Kind::uneven) one = std::ldexp(one, random.below(80) - 40);
+    }
+    // Now and then the ends all but vanish.
+    if (kind == Kind::shrinking) {
+        c.front() = std::ldexp(c.front(), -random.below(60));
+        c.back() = std::ldexp(c.back(), -random.below(60));
+    }
+    return c;
+}
+
+template <class Check>
+void for_all_kinds(int degree, int draws, Check check) {
+    for (int kind = 0; kind < static_cast<int>(Kind::count); ++kind) {
+        Generator random(2300U + static_cast<unsigned>(10 * degree + kind));
+        for (int i = 0; i < draws; ++i) {
+            SCOPED_TRACE("kind " + std::to_string(kind) + ", draw " + std::to_string(i));
+            check(draw(random, static_cast<Kind>(kind), degree));
+            if (testing::Test::HasFatalFailure()) return;
+        }
+    }
+}
+
+TEST(nmkSolver_qadsol, every_answer_is_the_plain_one_to_the_bit) {
+    for_all_kinds(2, 20000, [](const auto& c) { ASSERT_TRUE(quadratic_is_plain(c)); });
+}
+
+TEST(nmkSolver_qadsol, around_a_double_root_every_answer_is_the_plain_one_to_the_bit) {
+    Generator random(2301);
+    for (int i = 0; i < 50000; ++i) {
+        const double a = random.between(-1.0, 1.0), x = random.between(-1.0, 1.0);
+        const double off = std::ldexp(random.between(-1.0, 1.0), -20 - random.below(40));
+        const double scale = std::ldexp(1.0, random.below(20) - 10);
+        ASSERT_TRUE(quadratic_is_plain({a * x * x * scale + off, -2.0 * a * x * scale, a * scale}));
+    }
+}
+
+TEST(nmkSolver_cubsol, the_status_form_is_the_plain_one_to_the_bit) {
+    for_all_kinds(3, 10000, [](const auto& c) {
+        for (const int polish : {0, 1}) ASSERT_TRUE(cubic_is_plain(c, polish));
+    });
+}
+
+TEST(nmkSolver_qarsol, every_answer_is_the_plain_one_to_the_bit) {
+    std::array<int, 5> counts{};
+    for_all_kinds(4, 10000, [&](const auto& c) {
+        for (const int polish : {0, 1}) {
+            int count = 0;
+            ASSERT_TRUE(quartic_is_plain(c, polish, count));
+            ++counts[static_cast<std::size_t>(count)];
+        }
+    });
+    for (const int one : counts) EXPECT_GT(one, 100);
+}
+
+TEST(nmkSolver_qarsol, the_status_of_a_cubic_behind_a_root_at_zero_stands_behind_that_root) {
+    // x (1 + x + x^2 + 1e-150 x^3): too uneven for the cubic, which marks its three slots.
+    double c[5] = {0.0, 1.0, 1.0, 1.0, 1e-150};
+    double roots[4] = {9, 9, 9, 9};
+    int status[4] = {7, 7, 7, 7};
+    EXPECT_EQ(nmkSolver::qarsol(c, 0, roots, status), 1);
+    EXPECT_EQ(roots[0], 0.0);
+    EXPECT_EQ((std::vector<int>(status, status + 4)), (std::vector<int>{0, 1, 1, 1}));
+}
+
+TEST(nmkSolver_qarsol, a_square_a_hair_below_zero_is_zero_twice) {
+    // u^2 + u + 1e-16 with u = x^2: one u is -1e-16, the other -1.
+    double c[5] = {1.5e-15, 0.0, 2.0, 0.0, 2.0};
+    double roots[4];
+    int status[4];
+    ASSERT_EQ(nmkSolver::qarsol(c, 0, roots, status), 2);
+    EXPECT_EQ(roots[0], 0.0);
+    EXPECT_EQ(roots[1], 0.0);
+    EXPECT_FALSE(std::signbit(roots[0]));
+    // Further below there is nothing.
+    c[0] = 4e-15;
+    EXPECT_EQ(nmkSolver::qarsol(c, 0, roots, status), 0);
+}
+
+TEST(nmkSolver_qarsol, a_double_root_with_one_other_root_brings_a_zero_along) {
+    // 1e-12 x^4 + (x - 1)^2 (1 + x), to that accuracy: beside the double root the quotient is in
+    // effect linear, and its one root counts as two with the zero behind it.
+    double c[5] = {1.0 - 1e-12, -1.0, -1.0, 1.0, 1e-12};
+    double roots[4];
+    int status[4];
+    ASSERT_EQ(nmkSolver::qarsol(c, 0, roots, status), 4);
+}
+
+using Doubles = std::vector<double>;
+
+int laguer(Doubles c, Doubles& roots, std::vector<int>& status) {
+    int count = static_cast<int>(roots.size());
+    const int degree = static_cast<int>(c.size()) - 1;
+    EXPECT_EQ(member_of(private_members::SolverLaguer())(c.data(), degree, roots.data(), count,
+                                                         status.data()),
+              1);
+    return count;
+}
+
+TEST(nmkSolver_laguer, behind_a_dropped_root_the_next_starts_from_the_dropped_value) {
+    Generator random(2304);
+    int dropped = 0, told_apart = 0;
+    for (int i = 0; i < 200000; ++i) {
+        Doubles c = draw(random, Kind::ordinary, 4);
+        Doubles ours(4), plain;
+        for (double& one : ours) one = random.between(-2.0, 2.0);
+        plain = ours;
+        const Doubles before = ours;
+        std::vector<int> status(4, 7), plain_status(4, 7);
+        const int count = laguer(c, ours, status);
+        int plain_count = 4;
+        plain_solver::laguer(c.data(), 4, plain.data(), plain_count, plain_status.data());
+        ASSERT_EQ(count, plain_count) << i;
+        ASSERT_EQ(ours, plain) << i;
+        ASSERT_EQ(status, plain_status) << i;
+        if (count == 4) continue;
+        ++dropped;
+        // Each by itself, from its own value: another answer now and then.
+        Doubles alone;
+        for (double x : before) {
+            if (plain_solver::refine(c.data(), 4, x, x)) alone.push_back(x);
+        }
+        told_apart += alone != Doubles(ours.begin(), ours.begin() + count);
+    }
+    EXPECT_GT(dropped, 100);
+    EXPECT_GT(told_apart, 10);
+}
+
+}  // namespace
