@@ -145,26 +145,27 @@ TEST(nmkSolver_qarsol, the_status_of_a_cubic_behind_a_root_at_zero_stands_behind
 }
 
 TEST(nmkSolver_qarsol, a_square_a_hair_below_zero_is_zero_twice) {
-    // u^2 + u + 1e-16 with u = x^2: one u is -1e-16, the other -1.
-    double c[5] = {1.5e-15, 0.0, 2.0, 0.0, 2.0};
-    double roots[4];
-    int status[4];
-    ASSERT_EQ(nmkSolver::qarsol(c, 0, roots, status), 2);
-    EXPECT_EQ(roots[0], 0.0);
-    EXPECT_EQ(roots[1], 0.0);
-    EXPECT_FALSE(std::signbit(roots[0]));
-    // Further below there is nothing.
-    c[0] = 4e-15;
-    EXPECT_EQ(nmkSolver::qarsol(c, 0, roots, status), 0);
-}
-
-TEST(nmkSolver_qarsol, a_double_root_with_one_other_root_brings_a_zero_along) {
-    // 1e-12 x^4 + (x - 1)^2 (1 + x), to that accuracy: beside the double root the quotient is in
-    // effect linear, and its one root counts as two with the zero behind it.
-    double c[5] = {1.0 - 1e-12, -1.0, -1.0, 1.0, 1e-12};
+    // -x^4 + x^2 + 1e-15: x^2 is 1, or a last place or two above -1e-15.
+    double c[5] = {1e-15, 0.0, 1.0, 0.0, -1.0};
     double roots[4];
     int status[4];
     ASSERT_EQ(nmkSolver::qarsol(c, 0, roots, status), 4);
+    EXPECT_EQ(roots[0], 0.0);
+    EXPECT_EQ(roots[1], 0.0);
+    EXPECT_NEAR(roots[2], -1.0, 1e-14);
+    EXPECT_NEAR(roots[3], 1.0, 1e-14);
+    // Further below there is nothing.
+    c[0] = 2e-15;
+    EXPECT_EQ(nmkSolver::qarsol(c, 0, roots, status), 2);
+}
+
+TEST(nmkSolver_qarsol, a_double_root_with_one_other_root_brings_a_zero_along) {
+    // (x - 1)^2 (3 - x + 1e-13 x^2): what is left beside the double root is in effect linear. Its
+    // one root counts as two, with the zero behind it, which the polishing then takes to a root.
+    const double A = 1e-13;
+    int count = 0;
+    ASSERT_TRUE(quartic_is_plain({3.0, -7.0, 5.0 + A, -1.0 - 2.0 * A, A}, 1, count));
+    EXPECT_EQ(count, 4);
 }
 
 using Doubles = std::vector<double>;
