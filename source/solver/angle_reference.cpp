@@ -7,13 +7,13 @@ ReferencePsi reference_psi(PsiSource source, const AngleDirection& phi, double r
     ReferencePsi found;
     if (source == PsiSource::second_equation) {
         const double sine = d / radius;
-        if (std::fabs(sine) > 1.0) return found;
+        if (!(std::fabs(sine) <= 1.0)) return found;
         const double cosine = std::sqrt(1.0 - sine * sine);
         found.add(cosine, sine);
         if (cosine != 0.0) found.add(-cosine, sine);
     } else if (source == PsiSource::first_equation) {
         const double cosine = -c * phi.cosine / phi.sine;
-        if (std::fabs(cosine) > 1.0) return found;
+        if (!(std::fabs(cosine) <= 1.0)) return found;
         const double sine = std::sqrt(1.0 - cosine * cosine);
         found.add(cosine, sine);
         if (sine != 0.0) found.add(cosine, -sine);

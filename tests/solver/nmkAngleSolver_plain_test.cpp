@@ -99,6 +99,15 @@ TEST(nmkAngleSolver_solve_angles2, every_answer_is_the_plain_one_to_the_bit) {
     for (const int one : counts) EXPECT_GT(one, 10);
 }
 
+TEST(nmkAngleSolver_solve_angles2, two_roots_near_zero_are_one_on_the_same_side_only) {
+    // The half-angle tangents are 0, which counts as positive, -B, and about 1 and -1.
+    double c[4];
+    double s[4];
+    EXPECT_EQ(nmkAngleSolver::solve_angles2(0.0, 4e-9, 1.0, 1.0, 0.0, -1.0, c, s), 4);
+    EXPECT_EQ(nmkAngleSolver::solve_angles2(0.0, -4e-9, 1.0, 1.0, 0.0, -1.0, c, s), 3);
+    EXPECT_EQ(nmkAngleSolver::solve_angles2(0.0, -4e-8, 1.0, 1.0, 0.0, -1.0, c, s), 4);
+}
+
 using Nine = std::array<double, 9>;
 
 testing::AssertionResult system_is_plain(const Nine& p, int& count) {

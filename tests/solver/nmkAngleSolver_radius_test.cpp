@@ -21,6 +21,14 @@ using solver_samples::hostile_count;
 struct Arrays {
     double cf[4] = {9, 9, 9, 9}, sf[4] = {9, 9, 9, 9}, cp[4] = {9, 9, 9, 9}, sp[4] = {9, 9, 9, 9};
 
+    bool all_numbers(int count) const {
+        for (int i = 0; i < count; ++i) {
+            if (std::isnan(cf[i]) || std::isnan(sf[i]) || std::isnan(cp[i]) || std::isnan(sp[i]))
+                return false;
+        }
+        return true;
+    }
+
     std::vector<Solution> first(int count) const {
         std::vector<Solution> found;
         for (int i = 0; i < count; ++i) found.push_back({cf[i], sf[i], cp[i], sp[i]});
@@ -185,6 +193,13 @@ TEST(nmkAngleSolver_solve_angles6, the_angle_form_gives_both_angles) {
     EXPECT_NEAR(psi[0].angle(giDegrees), 90.0, 1e-12);
 }
 
+TEST(nmkAngleSolver_solve_angles6, a_psi_that_is_not_a_number_is_no_solution) {
+    // k squared overflows beside d, so that phi comes out as 0 and psi as 0 / 0.
+    Arrays x;
+    EXPECT_EQ(nmkAngleSolver::solve_angles6(1, 0, 0, 1e-200, -1, x.cf, x.sf, x.cp, x.sp), 0);
+    EXPECT_EQ(x.cp[0], 9.0);
+}
+
 TEST(nmkAngleSolver, hostile_radius_systems_end_with_a_count) {
     Generator random(14);
     for (int i = 0; i < hostile_count; ++i) {
@@ -194,15 +209,19 @@ TEST(nmkAngleSolver, hostile_radius_systems_end_with_a_count) {
         const int four = nmkAngleSolver::solve_angles4(p[0], p[1], p[2], p[3], p[4], p[5], x.cf,
                                                        x.sf, x.cp, x.sp);
         ASSERT_TRUE(four >= 0 && four <= 4);
+        ASSERT_TRUE(x.all_numbers(four)) << i;
         const int one = nmkAngleSolver::solve_angles4_one_solution(p[0], p[1], p[2], p[3], p[4],
                                                                    p[5], x.cf, x.sf, x.cp, x.sp);
         ASSERT_TRUE(one >= 0 && one <= 4);
+        ASSERT_TRUE(x.all_numbers(one)) << i;
         const int five = nmkAngleSolver::solve_angles5(p[0], p[1], p[2], p[3], p[4], p[5], p[6],
                                                        x.cf, x.sf, x.cp, x.sp);
         ASSERT_TRUE(five >= 0 && five <= 2);
+        ASSERT_TRUE(x.all_numbers(five)) << i;
         const int six =
             nmkAngleSolver::solve_angles6(p[0], p[1], p[2], p[3], p[4], x.cf, x.sf, x.cp, x.sp);
         ASSERT_TRUE(six >= 0 && six <= 2);
+        ASSERT_TRUE(x.all_numbers(six)) << i;
     }
 }
 
