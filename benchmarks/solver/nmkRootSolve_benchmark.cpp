@@ -63,21 +63,21 @@ const std::vector<Problem> problems = {
 
 class Function : public mlFunction {
   public:
-    explicit Function(const Problem& problem) : problem_(problem) {}
+    explicit Function(const Problem& problem) : m_problem(problem) {}
 
     double value(double x) const override {
         ++calls;
-        return problem_.value(x);
+        return m_problem.value(x);
     }
     double derivative(int, double x) const override {
         ++calls;
-        return problem_.slope(x);
+        return m_problem.slope(x);
     }
 
     mutable long calls = 0;
 
   private:
-    const Problem& problem_;
+    const Problem& m_problem;
 };
 
 double ours(const Function& f, double lo, double hi) {

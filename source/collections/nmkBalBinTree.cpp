@@ -28,20 +28,20 @@ struct nmkBalBinTree::Path {
     const void* item;
 };
 
-nmkBalBinTree::nmkBalBinTree(Compare compare) noexcept : compare_(compare) {}
+nmkBalBinTree::nmkBalBinTree(Compare compare) noexcept : m_compare(compare) {}
 
 nmkBalBinTree::nmkBalBinTree(Compare compare, fbaAllocatorcoPrf& allocator) noexcept
-    : allocator_(allocator), compare_(compare) {}
+    : m_allocator(allocator), m_compare(compare) {}
 
 nmkBalBinTree::~nmkBalBinTree() = default;
 
 // Method: D. E. Knuth, The Art of Computer Programming, volume 3, section 6.2.3, algorithm A.
 void nmkBalBinTree::add(const void* item) {
-    UT_ASSERT(tree_state_ == 1, "an item is added to a tree that has been flattened");
-    if (tree_state_ == 0) return;
+    UT_ASSERT(m_tree_state == 1, "an item is added to a tree that has been flattened");
+    if (m_tree_state == 0) return;
     nmkBalBinTreeLink* const link = makelink(item);
-    if (root_ == nullptr) {
-        root_ = link;
+    if (m_root == nullptr) {
+        m_root = link;
         return;
     }
     const Path path = find_place(item);
@@ -55,10 +55,10 @@ void nmkBalBinTree::add(const void* item) {
 }
 
 const void* nmkBalBinTree::exist(const void* item) {
-    UT_ASSERT(tree_state_ == 1, "an item is looked for in a tree that has been flattened");
-    const nmkBalBinTreeLink* node = tree_state_ == 1 ? root_ : nullptr;
+    UT_ASSERT(m_tree_state == 1, "an item is looked for in a tree that has been flattened");
+    const nmkBalBinTreeLink* node = m_tree_state == 1 ? m_root : nullptr;
     while (node != nullptr) {
-        const int order = compare_(item, node->item);
+        const int order = m_compare(item, node->item);
         if (order == 0) return node->item;
         node = order < 0 ? node->left : node->right;
     }
@@ -66,15 +66,15 @@ const void* nmkBalBinTree::exist(const void* item) {
 }
 
 const void* nmkBalBinTree::top() const {
-    if (tree_state_ == 1 && root_ != nullptr) breaktree();
-    cursor_ = root_;
-    return cursor_ != nullptr ? cursor_->item : nullptr;
+    if (m_tree_state == 1 && m_root != nullptr) breaktree();
+    m_cursor = m_root;
+    return m_cursor != nullptr ? m_cursor->item : nullptr;
 }
 
 const void* nmkBalBinTree::next() const {
-    if (cursor_ == nullptr) return nullptr;
-    cursor_ = cursor_->left;
-    return cursor_ != nullptr ? cursor_->item : nullptr;
+    if (m_cursor == nullptr) return nullptr;
+    m_cursor = m_cursor->left;
+    return m_cursor != nullptr ? m_cursor->item : nullptr;
 }
 
 fbaAllocatorcoPrf nmkBalBinTree::get_allocator(int blocks) {
@@ -83,15 +83,15 @@ fbaAllocatorcoPrf nmkBalBinTree::get_allocator(int blocks) {
 
 // Equal items go right, behind those that are there.
 nmkBalBinTree::Path nmkBalBinTree::find_place(const void* item) const {
-    Path path{root_, nullptr, root_, 0, item};
+    Path path{m_root, nullptr, m_root, 0, item};
     nmkBalBinTreeLink* parent = nullptr;
-    for (nmkBalBinTreeLink* node = root_; node != nullptr;) {
+    for (nmkBalBinTreeLink* node = m_root; node != nullptr;) {
         if (node->balance != 0) {
             path.pivot = node;
             path.pivot_parent = parent;
         }
         path.last = parent = node;
-        path.last_side = compare_(item, node->item) < 0 ? left_is_deeper : right_is_deeper;
+        path.last_side = m_compare(item, node->item) < 0 ? left_is_deeper : right_is_deeper;
         node = child_on(node, path.last_side);
     }
     return path;
@@ -103,7 +103,7 @@ nmkBalBinTree::Path nmkBalBinTree::find_place(const void* item) const {
 // Answers the side of the pivot on which the new link stands.
 int nmkBalBinTree::mark_path(const Path& path, const nmkBalBinTreeLink* added) {
     const auto side_of = [&](const nmkBalBinTreeLink* node) {
-        return compare_(path.item, node->item) < 0 ? left_is_deeper : right_is_deeper;
+        return m_compare(path.item, node->item) < 0 ? left_is_deeper : right_is_deeper;
     };
     const int pivot_side = side_of(path.pivot);
     nmkBalBinTreeLink* node = child_on(path.pivot, pivot_side);
@@ -120,7 +120,7 @@ void nmkBalBinTree::rebalance(const Path& path, int side) {
         child->balance == side ? turn_once(path.pivot, side) : turn_twice(path.pivot, side);
     nmkBalBinTreeLink* const parent = path.pivot_parent;
     if (parent == nullptr) {
-        root_ = subtree;
+        m_root = subtree;
     } else {
         (parent->left == path.pivot ? parent->left : parent->right) = subtree;
     }
@@ -151,9 +151,9 @@ nmkBalBinTreeLink* nmkBalBinTree::turn_twice(nmkBalBinTreeLink* pivot, int side)
 void nmkBalBinTree::breaktree() const {
     treehead = nullptr;
     treelast = nullptr;
-    list(root_);
-    root_ = treehead;
-    tree_state_ = 0;
+    list(m_root);
+    m_root = treehead;
+    m_tree_state = 0;
 }
 
 // From the largest item to the smallest: recurses on right children only, so no deeper than the
@@ -170,8 +170,8 @@ void nmkBalBinTree::list(nmkBalBinTreeLink* node) {
 }
 
 nmkBalBinTreeLink* nmkBalBinTree::makelink(const void* item) {
-    if (allocator_.get() == nullptr) allocator_ = get_allocator(default_blocks_per_page);
-    return new (allocator_->allocate()) nmkBalBinTreeLink{nullptr, nullptr, item, 0};
+    if (m_allocator.get() == nullptr) m_allocator = get_allocator(default_blocks_per_page);
+    return new (m_allocator->allocate()) nmkBalBinTreeLink{nullptr, nullptr, item, 0};
 }
 
 void nmkBalBinTree::rotleft(nmkBalBinTreeLink*& node) {

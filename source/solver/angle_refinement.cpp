@@ -45,79 +45,80 @@ class Iteration {
   public:
     Iteration(const AngleElimination& elimination, const AngleBracketEnd& low,
               const AngleBracketEnd& high)
-        : elimination_(elimination), low_(low), high_(high) {
-        low_.phi = sharpened(low.phi);
-        high_.phi = sharpened(high.phi);
+        : m_elimination(elimination), m_low(low), m_high(high) {
+        m_low.phi = sharpened(low.phi);
+        m_high.phi = sharpened(high.phi);
         bisect(true);
-        step_ = high_.phi.sine - low_.phi.sine;
-        if (phi_.sine > sine_is_variable) {
+        m_step = m_high.phi.sine - m_low.phi.sine;
+        if (m_phi.sine > sine_is_variable) {
             bisect(false);
-            step_ = high_.phi.cosine - low_.phi.cosine;
+            m_step = m_high.phi.cosine - m_low.phi.cosine;
         }
     }
 
     AngleDirection run() {
         for (int i = 0; i < most_steps; ++i) {
-            const double value = elimination_.F(phi_);
+            const double value = m_elimination.F(m_phi);
             // Not "while it is not zero": NaN ends it as well.
             if (!(std::fabs(value) > 0.0) || has_converged(value)) break;
             const Iteration before = *this;
             if (!advance(value)) break;
             if (is_idle_since(before)) break;
         }
-        return phi_;
+        return m_phi;
     }
 
   private:
     bool has_converged(double value) const {
         const double room =
-            std::max(step_beside_phi_is_small * std::min(phi_.sine, phi_.cosine), step_is_small);
+            std::max(step_beside_phi_is_small * std::min(m_phi.sine, m_phi.cosine), step_is_small);
         return std::fabs(value) <= value_is_small &&
-               std::fabs(std::max(1.0, slope_) * step_) <= slope_times_step_is_small &&
-               std::fabs(step_) <= room;
+               std::fabs(std::max(1.0, m_slope) * m_step) <= slope_times_step_is_small &&
+               std::fabs(m_step) <= room;
     }
 
     bool is_idle_since(const Iteration& before) const {
-        return phi_.sine == before.phi_.sine && phi_.cosine == before.phi_.cosine &&
-               step_ == before.step_ && slope_ == before.slope_ &&
-               low_.phi.sine == before.low_.phi.sine && high_.phi.sine == before.high_.phi.sine &&
-               low_.phi.cosine == before.low_.phi.cosine &&
-               high_.phi.cosine == before.high_.phi.cosine;
+        return m_phi.sine == before.m_phi.sine && m_phi.cosine == before.m_phi.cosine &&
+               m_step == before.m_step && m_slope == before.m_slope &&
+               m_low.phi.sine == before.m_low.phi.sine &&
+               m_high.phi.sine == before.m_high.phi.sine &&
+               m_low.phi.cosine == before.m_low.phi.cosine &&
+               m_high.phi.cosine == before.m_high.phi.cosine;
     }
 
     /// One step; answers false when it was the last.
     bool advance(double value) {
-        (same_sign(value, low_.value) ? low_ : high_) = {phi_, value, false};
-        slope_ = elimination_.H(phi_);
-        const bool sine = uses_sine(phi_);
-        const double tangent = sine ? slope_ / phi_.cosine : -slope_ / phi_.sine;
-        if (std::fabs(slope_ * step_) <= std::fabs(2.0 * value) ||
+        (same_sign(value, m_low.value) ? m_low : m_high) = {m_phi, value, false};
+        m_slope = m_elimination.H(m_phi);
+        const bool sine = uses_sine(m_phi);
+        const double tangent = sine ? m_slope / m_phi.cosine : -m_slope / m_phi.sine;
+        if (std::fabs(m_slope * m_step) <= std::fabs(2.0 * value) ||
             newton_leaves(value, tangent, sine)) {
             bisect(sine);
             return true;
         }
-        const double x = variable(phi_, sine);
-        if (step_beside_double_root(low_, x, value, tangent, sine) ||
-            step_beside_double_root(high_, x, value, tangent, sine))
+        const double x = variable(m_phi, sine);
+        if (step_beside_double_root(m_low, x, value, tangent, sine) ||
+            step_beside_double_root(m_high, x, value, tangent, sine))
             return true;
-        step_ = value / tangent;
-        phi_ = from_variable(x - step_, sine);
-        return std::fabs(step_) > newton_step_is_last;
+        m_step = value / tangent;
+        m_phi = from_variable(x - m_step, sine);
+        return std::fabs(m_step) > newton_step_is_last;
     }
 
     /// The tangent has the same sign at both ends.
     bool newton_leaves(double value, double tangent, bool sine) const {
-        const double x = variable(phi_, sine);
-        const double at_low = value + (variable(low_.phi, sine) - x) * tangent;
-        const double at_high = value + (variable(high_.phi, sine) - x) * tangent;
+        const double x = variable(m_phi, sine);
+        const double at_low = value + (variable(m_low.phi, sine) - x) * tangent;
+        const double at_high = value + (variable(m_high.phi, sine) - x) * tangent;
         return same_sign(at_low, at_high);
     }
 
     void bisect(bool sine) {
-        const double low = variable(low_.phi, sine);
-        const double high = variable(high_.phi, sine);
-        phi_ = from_variable((low + high) / 2.0, sine);
-        step_ = (high - low) / 2.0;
+        const double low = variable(m_low.phi, sine);
+        const double high = variable(m_high.phi, sine);
+        m_phi = from_variable((low + high) / 2.0, sine);
+        m_step = (high - low) / 2.0;
     }
 
     /// Near a double root F is a parabola, whose root the end and this point give.
@@ -131,20 +132,20 @@ class Iteration {
         const double v = (rise - (x - x0) * tangent) * end.value;
         if (!(v > 0.0)) return false;
         const double next = x0 + std::sqrt(v) * (x - x0) / rise;
-        const double low = variable(low_.phi, sine);
-        const double high = variable(high_.phi, sine);
+        const double low = variable(m_low.phi, sine);
+        const double high = variable(m_high.phi, sine);
         if (!(next > std::min(low, high)) || !(next < std::max(low, high))) return false;
-        step_ = x - next;
-        phi_ = from_variable(next, sine);
+        m_step = x - next;
+        m_phi = from_variable(next, sine);
         return true;
     }
 
-    const AngleElimination& elimination_;
-    AngleBracketEnd low_;
-    AngleBracketEnd high_;
-    AngleDirection phi_;
-    double step_ = 0.0;
-    double slope_ = 1.0;
+    const AngleElimination& m_elimination;
+    AngleBracketEnd m_low;
+    AngleBracketEnd m_high;
+    AngleDirection m_phi;
+    double m_step = 0.0;
+    double m_slope = 1.0;
 };
 
 }  // namespace

@@ -26,17 +26,17 @@ bool differ_in_sign(double first, double second) { return (first < 0.0) != (seco
 class Search {
   public:
     Search(const AngleElimination& elimination, AngleCandidates& found)
-        : elimination_(elimination), s_(elimination.s), found_(found) {}
+        : m_elimination(elimination), s_(elimination.s), m_found(found) {}
 
     /// Answers false when two solutions near the pole are all there is.
     bool run() {
-        low_.phi = lowest();
+        m_low.phi = lowest();
         if (!start_at_the_pole()) return false;
         record_zeros_at_the_ends();
-        if (found_.too_many()) return true;
-        if (differ_in_sign(low_.value, high_.value)) {
-            found_.add(refine_angle(elimination_, low_, high_));
-        } else if (!split_by_turning_points() && !found_.too_many()) {
+        if (m_found.too_many()) return true;
+        if (differ_in_sign(m_low.value, m_high.value)) {
+            m_found.add(refine_angle(m_elimination, m_low, m_high));
+        } else if (!split_by_turning_points() && !m_found.too_many()) {
             split_by_slopes();
         }
         return true;
@@ -66,57 +66,57 @@ class Search {
             if (v == 0.0) continue;
             const double sine = -s_.c / v;
             if (sine > 0.0 && sine < near_pole_sine)
-                found_.add({other_of_unit(sine), sine}, psi[i]);
+                m_found.add({other_of_unit(sine), sine}, psi[i]);
         }
-        if (found_.count == 2) return false;
-        if (found_.count == 1) {
-            const double sine = found_.pairs[0].phi.sine + step_past_pole;
-            low_.phi = {other_of_unit(sine), sine};
+        if (m_found.count == 2) return false;
+        if (m_found.count == 1) {
+            const double sine = m_found.pairs[0].phi.sine + step_past_pole;
+            m_low.phi = {other_of_unit(sine), sine};
         }
         return true;
     }
 
     void record_zeros_at_the_ends() {
-        low_.value = elimination_.F(low_.phi);
-        while (low_.value == 0.0 && !found_.too_many()) {
-            found_.add(low_.phi);
-            const double sine = low_.phi.sine + step_past_zero;
-            low_.phi = {other_of_unit(sine), sine};
-            low_.value = elimination_.F(low_.phi);
+        m_low.value = m_elimination.F(m_low.phi);
+        while (m_low.value == 0.0 && !m_found.too_many()) {
+            m_found.add(m_low.phi);
+            const double sine = m_low.phi.sine + step_past_zero;
+            m_low.phi = {other_of_unit(sine), sine};
+            m_low.value = m_elimination.F(m_low.phi);
         }
-        high_.phi = {0.0, 1.0};
-        high_.value = elimination_.F(high_.phi);
-        while (high_.value == 0.0 && !found_.too_many()) {
-            found_.add(high_.phi);
-            const double cosine = high_.phi.cosine + step_past_zero;
-            high_.phi = {cosine, other_of_unit(cosine)};
-            high_.value = elimination_.F(high_.phi);
+        m_high.phi = {0.0, 1.0};
+        m_high.value = m_elimination.F(m_high.phi);
+        while (m_high.value == 0.0 && !m_found.too_many()) {
+            m_found.add(m_high.phi);
+            const double cosine = m_high.phi.cosine + step_past_zero;
+            m_high.phi = {cosine, other_of_unit(cosine)};
+            m_high.value = m_elimination.F(m_high.phi);
         }
     }
 
     /// Tries a point between; answers true when F has the other sign there.
     bool has_other_sign(const AngleDirection& phi, double& value) {
-        value = elimination_.F(phi);
+        value = m_elimination.F(phi);
         if (value == 0.0) {
-            found_.add(phi);
+            m_found.add(phi);
             return false;
         }
-        return differ_in_sign(value, low_.value);
+        return differ_in_sign(value, m_low.value);
     }
 
     void refine_on_both_sides(const AngleDirection& phi, double value) {
         const AngleBracketEnd middle{phi, value, true};
-        found_.add(refine_angle(elimination_, low_, middle));
-        found_.add(refine_angle(elimination_, middle, high_));
+        m_found.add(refine_angle(m_elimination, m_low, middle));
+        m_found.add(refine_angle(m_elimination, middle, m_high));
     }
 
     bool split_by_turning_points() {
         const double p = s_.c * s_.e * s_.k + s_.f * s_.b;
         const double q = s_.c * s_.d * s_.k + s_.f * s_.a;
-        const double kW = s_.k * elimination_.W;
+        const double kW = s_.k * m_elimination.W;
         double quadratic[3] = {
-            p * p + q * q - kW * kW, 2.0 * (q * elimination_.Q + p * elimination_.P),
-            elimination_.Q * elimination_.Q + elimination_.P * elimination_.P + kW * kW};
+            p * p + q * q - kW * kW, 2.0 * (q * m_elimination.Q + p * m_elimination.P),
+            m_elimination.Q * m_elimination.Q + m_elimination.P * m_elimination.P + kW * kW};
         double roots[2];
         const int count = nmkSolver::qadsol(quadratic, roots);
         for (int i = 0; i < count; ++i) {
@@ -124,13 +124,13 @@ class Search {
             if (!(std::fabs(u) < 1.0)) continue;
             const AngleDirection phi{std::sqrt(std::max(0.0, (1.0 + u) / 2.0)),
                                      std::sqrt(std::max(0.0, (1.0 - u) / 2.0))};
-            if (!(phi.sine >= low_.phi.sine) || !(phi.cosine >= high_.phi.cosine)) continue;
-            const int count_before = found_.count;
+            if (!(phi.sine >= m_low.phi.sine) || !(phi.cosine >= m_high.phi.cosine)) continue;
+            const int count_before = m_found.count;
             double value = 0.0;
             if (!has_other_sign(phi, value)) continue;
             // With a solution in hand, two more are too many: no need to look for them.
-            found_.count = count_before > 0 ? AngleCandidates::most + 1 : 0;
-            if (!found_.too_many()) refine_on_both_sides(phi, value);
+            m_found.count = count_before > 0 ? AngleCandidates::most + 1 : 0;
+            if (!m_found.too_many()) refine_on_both_sides(phi, value);
             return true;
         }
         return false;
@@ -146,7 +146,7 @@ class Search {
                                                         -squares * s_.g, 0.0, cosines, sines);
         for (int i = 0; i < count; ++i) {
             const AngleDirection phi{cosines[i], sines[i]};
-            if (!(phi.cosine > high_.phi.cosine) || !(phi.sine > low_.phi.sine)) continue;
+            if (!(phi.cosine > m_high.phi.cosine) || !(phi.sine > m_low.phi.sine)) continue;
             double value = 0.0;
             if (!has_other_sign(phi, value)) continue;
             refine_on_both_sides(phi, value);
@@ -154,11 +154,11 @@ class Search {
         }
     }
 
-    const AngleElimination& elimination_;
+    const AngleElimination& m_elimination;
     const AngleSystem& s_;
-    AngleCandidates& found_;
-    AngleBracketEnd low_{{1.0, 0.0}, 0.0};
-    AngleBracketEnd high_{{0.0, 1.0}, 0.0};
+    AngleCandidates& m_found;
+    AngleBracketEnd m_low{{1.0, 0.0}, 0.0};
+    AngleBracketEnd m_high{{0.0, 1.0}, 0.0};
 };
 
 }  // namespace

@@ -45,8 +45,8 @@ class Tree {
     }
 
     void add(int key) {
-        items_.push_back({key, static_cast<int>(items_.size())});
-        tree.add(&items_.back());
+        m_items.push_back({key, static_cast<int>(m_items.size())});
+        tree.add(&m_items.back());
     }
 
     std::vector<int> walk() const {
@@ -60,7 +60,7 @@ class Tree {
     nmkBalBinTree tree;
 
   private:
-    std::deque<Item> items_;
+    std::deque<Item> m_items;
 };
 
 // The root is the first item that a search is compared with.

@@ -14,33 +14,33 @@ class PlainBalBinTree {
   public:
     using Compare = std::function<int(int, int)>;
 
-    explicit PlainBalBinTree(Compare compare) : compare_(std::move(compare)) {}
+    explicit PlainBalBinTree(Compare compare) : m_compare(std::move(compare)) {}
 
     void add(int item) {
-        nodes_.push_back({item, {none, none}, 0});
-        const int added = static_cast<int>(nodes_.size()) - 1;
-        if (root_ == none) {
-            root_ = added;
+        m_nodes.push_back({item, {none, none}, 0});
+        const int added = static_cast<int>(m_nodes.size()) - 1;
+        if (m_root == none) {
+            m_root = added;
             return;
         }
         const std::vector<int> path = path_to(item);
         at(path.back()).child[side_of(path.back(), item, false)] = added;
         const std::size_t pivot = pivot_of(path);
-        for (std::size_t i = pivot; i < path.size(); ++i) compare_(item, at(path[i]).item);
+        for (std::size_t i = pivot; i < path.size(); ++i) m_compare(item, at(path[i]).item);
         settle(path, pivot);
     }
 
     /// The items from the largest to the smallest.
     std::vector<int> walk() const {
         std::vector<int> items;
-        walk(root_, items);
+        walk(m_root, items);
         return items;
     }
 
-    int root_item() const { return at(root_).item; }
+    int root_item() const { return at(m_root).item; }
 
     /// True when every node knows the difference of the heights below it, and none is above 1.
-    bool is_balanced() const { return height(root_) >= 0; }
+    bool is_balanced() const { return height(m_root) >= 0; }
 
   private:
     static constexpr int none = -1;
@@ -50,17 +50,17 @@ class PlainBalBinTree {
         int balance;   // height of the left minus height of the right
     };
 
-    Node& at(int node) { return nodes_[static_cast<std::size_t>(node)]; }
-    const Node& at(int node) const { return nodes_[static_cast<std::size_t>(node)]; }
+    Node& at(int node) { return m_nodes[static_cast<std::size_t>(node)]; }
+    const Node& at(int node) const { return m_nodes[static_cast<std::size_t>(node)]; }
 
     int side_of(int node, int item, bool noted = true) {
-        if (noted) sides_.push_back(compare_(item, at(node).item) < 0 ? 0 : 1);
-        return sides_.back();
+        if (noted) m_sides.push_back(m_compare(item, at(node).item) < 0 ? 0 : 1);
+        return m_sides.back();
     }
 
     std::vector<int> path_to(int item) {
         std::vector<int> path;
-        for (int node = root_; node != none;) {
+        for (int node = m_root; node != none;) {
             path.push_back(node);
             node = at(node).child[side_of(node, item)];
         }
@@ -81,12 +81,12 @@ class PlainBalBinTree {
         if (std::abs(at(path[pivot]).balance) < 2) return;
         const int subtree = turned(path[pivot]);
         if (pivot == 0) {
-            root_ = subtree;
+            m_root = subtree;
         } else {
             Node& parent = at(path[pivot - 1]);
             parent.child[parent.child[0] == path[pivot] ? 0 : 1] = subtree;
         }
-        for (Node& node : nodes_) node.balance = difference(static_cast<int>(&node - &nodes_[0]));
+        for (Node& node : m_nodes) node.balance = difference(static_cast<int>(&node - &m_nodes[0]));
     }
 
     int turned(int pivot) {
@@ -131,8 +131,8 @@ class PlainBalBinTree {
         walk(at(node).child[0], items);
     }
 
-    Compare compare_;
-    std::vector<Node> nodes_;
-    std::vector<int> sides_;
-    int root_ = none;
+    Compare m_compare;
+    std::vector<Node> m_nodes;
+    std::vector<int> m_sides;
+    int m_root = none;
 };

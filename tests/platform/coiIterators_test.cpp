@@ -7,19 +7,19 @@ namespace {
 
 class Countdown : public coiAbsCloneableIterator<int> {
   public:
-    explicit Countdown(int from) : from_(from), now_(from + 1) {}
+    explicit Countdown(int from) : m_from(from), m_now(from + 1) {}
 
-    bool undefined() const override { return now_ > from_ || now_ <= 0; }
-    void reset() override { now_ = from_ + 1; }
-    bool operator++() override { return --now_ > 0; }
-    const int& operator()() const override { return now_; }
+    bool undefined() const override { return m_now > m_from || m_now <= 0; }
+    void reset() override { m_now = m_from + 1; }
+    bool operator++() override { return --m_now > 0; }
+    const int& operator()() const override { return m_now; }
     std::unique_ptr<coiAbsCloneableIterator<int>> clone() const override {
         return std::make_unique<Countdown>(*this);
     }
 
   private:
-    int from_;
-    int now_;
+    int m_from;
+    int m_now;
 };
 
 TEST(coiFixedIterator, walks_its_values_and_starts_again_after_a_reset) {

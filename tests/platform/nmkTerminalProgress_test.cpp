@@ -18,33 +18,33 @@ namespace {
 // A terminal of which the test reads the screen's end.
 class PseudoTerminal {
   public:
-    PseudoTerminal() : master_(posix_openpt(O_RDWR | O_NOCTTY)) {
-        if (master_ < 0 || grantpt(master_) != 0 || unlockpt(master_) != 0) return;
-        const int slave = open(ptsname(master_), O_RDWR | O_NOCTTY);
-        if (slave >= 0) stream_ = fdopen(slave, "w");
-        fcntl(master_, F_SETFL, O_NONBLOCK);
+    PseudoTerminal() : m_master(posix_openpt(O_RDWR | O_NOCTTY)) {
+        if (m_master < 0 || grantpt(m_master) != 0 || unlockpt(m_master) != 0) return;
+        const int slave = open(ptsname(m_master), O_RDWR | O_NOCTTY);
+        if (slave >= 0) m_stream = fdopen(slave, "w");
+        fcntl(m_master, F_SETFL, O_NONBLOCK);
     }
     ~PseudoTerminal() {
-        if (stream_ != nullptr) std::fclose(stream_);
-        if (master_ >= 0) close(master_);
+        if (m_stream != nullptr) std::fclose(m_stream);
+        if (m_master >= 0) close(m_master);
     }
     PseudoTerminal(const PseudoTerminal&) = delete;
     PseudoTerminal& operator=(const PseudoTerminal&) = delete;
 
-    std::FILE* stream() const { return stream_; }
+    std::FILE* stream() const { return m_stream; }
 
     std::string read_all() const {
         std::string text;
         char buffer[512];
-        for (ssize_t count = 0; (count = read(master_, buffer, sizeof buffer)) > 0;) {
+        for (ssize_t count = 0; (count = read(m_master, buffer, sizeof buffer)) > 0;) {
             text.append(buffer, static_cast<std::size_t>(count));
         }
         return text;
     }
 
   private:
-    int master_;
-    std::FILE* stream_ = nullptr;
+    int m_master;
+    std::FILE* m_stream = nullptr;
 };
 
 int earlier_handler_calls = 0;
@@ -54,13 +54,13 @@ extern "C" void earlier_handler(int) { ++earlier_handler_calls; }
 // Installs a handler for the test and puts back what was there.
 class EarlierHandler {
   public:
-    explicit EarlierHandler(void (*handler)(int)) : before_(std::signal(SIGINT, handler)) {}
-    ~EarlierHandler() { std::signal(SIGINT, before_); }
+    explicit EarlierHandler(void (*handler)(int)) : m_before(std::signal(SIGINT, handler)) {}
+    ~EarlierHandler() { std::signal(SIGINT, m_before); }
     EarlierHandler(const EarlierHandler&) = delete;
     EarlierHandler& operator=(const EarlierHandler&) = delete;
 
   private:
-    void (*before_)(int);
+    void (*m_before)(int);
 };
 
 using Shown = nmkTerminalProgress::Shown;

@@ -44,22 +44,24 @@ inline Points route(std::shared_ptr<nmkSearchNodeGenerator> generator,
 // A cursor over a list of nodes.
 class List_cursor : public coiAbsCloneableIterator<Node_ptr> {
   public:
-    explicit List_cursor(std::shared_ptr<const std::vector<Node_ptr>> nodes) : nodes_(nodes) {}
-    bool undefined() const override { return at_ < 0; }
-    void reset() override { at_ = -1; }
+    explicit List_cursor(std::shared_ptr<const std::vector<Node_ptr>> nodes) : m_nodes(nodes) {}
+    bool undefined() const override { return m_at < 0; }
+    void reset() override { m_at = -1; }
     bool operator++() override {
-        if (at_ + 1 >= static_cast<int>(nodes_->size())) return false;
-        ++at_;
+        if (m_at + 1 >= static_cast<int>(m_nodes->size())) return false;
+        ++m_at;
         return true;
     }
-    const Node_ptr& operator()() const override { return (*nodes_)[static_cast<std::size_t>(at_)]; }
+    const Node_ptr& operator()() const override {
+        return (*m_nodes)[static_cast<std::size_t>(m_at)];
+    }
     std::unique_ptr<coiAbsCloneableIterator<Node_ptr>> clone() const override {
         return std::make_unique<List_cursor>(*this);
     }
 
   private:
-    std::shared_ptr<const std::vector<Node_ptr>> nodes_;
-    int at_ = -1;
+    std::shared_ptr<const std::vector<Node_ptr>> m_nodes;
+    int m_at = -1;
 };
 
 inline coiIterator<Node_ptr> cursor_over(std::vector<Node_ptr> nodes) {

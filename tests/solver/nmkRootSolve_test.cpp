@@ -17,24 +17,24 @@ using Real = std::function<double(double)>;
 
 class Function : public mlFunction {
   public:
-    Function(Real value, Real slope) : value_(std::move(value)), slope_(std::move(slope)) {}
+    Function(Real value, Real slope) : m_value(std::move(value)), m_slope(std::move(slope)) {}
 
     double value(double x) const override {
         points.push_back(x);
-        return value_(x);
+        return m_value(x);
     }
     double derivative(int order, double x) const override {
         EXPECT_EQ(order, 1);
         ++derivatives;
-        return slope_(x);
+        return m_slope(x);
     }
 
     mutable std::vector<double> points;
     mutable int derivatives = 0;
 
   private:
-    Real value_;
-    Real slope_;
+    Real m_value;
+    Real m_slope;
 };
 
 class Exposed : public nmkRootSolve {

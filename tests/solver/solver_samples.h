@@ -14,14 +14,16 @@ namespace solver_samples {
 
 class Generator {
   public:
-    explicit Generator(std::uint32_t seed) : engine_(seed) {}
+    explicit Generator(std::uint32_t seed) : m_engine(seed) {}
 
     double between(double low, double high) {
-        const double unit = static_cast<double>(engine_()) / 4294967296.0;
+        const double unit = static_cast<double>(m_engine()) / 4294967296.0;
         return low + (high - low) * unit;
     }
 
-    int below(int count) { return static_cast<int>(engine_() % static_cast<std::uint32_t>(count)); }
+    int below(int count) {
+        return static_cast<int>(m_engine() % static_cast<std::uint32_t>(count));
+    }
 
     /// Anything that a double can hold: the special values, huge, tiny, and any bit pattern.
     double hostile() {
@@ -57,7 +59,7 @@ class Generator {
     }
 
   private:
-    std::mt19937 engine_;
+    std::mt19937 m_engine;
 };
 
 /// Hostile calls for each solver; fewer under a sanitizer, which makes each ten times as slow.

@@ -12,18 +12,18 @@
 class NMKTOOLBOX_EXPORT CRuntimeClassPtrObj {
   public:
     CRuntimeClassPtrObj() noexcept = default;
-    CRuntimeClassPtrObj(const CRuntimeClass* runtime_class) noexcept : class_(runtime_class) {}
+    CRuntimeClassPtrObj(const CRuntimeClass* runtime_class) noexcept : m_class(runtime_class) {}
 
-    const CRuntimeClass* get() const noexcept { return class_; }
-    operator const CRuntimeClass*() const noexcept { return class_; }
-    const CRuntimeClass* operator->() const noexcept { return class_; }
+    const CRuntimeClass* get() const noexcept { return m_class; }
+    operator const CRuntimeClass*() const noexcept { return m_class; }
+    const CRuntimeClass* operator->() const noexcept { return m_class; }
 
     bool operator==(const CRuntimeClassPtrObj& other) const noexcept {
-        return class_ == other.class_;
+        return m_class == other.m_class;
     }
 
   private:
-    const CRuntimeClass* class_ = nullptr;
+    const CRuntimeClass* m_class = nullptr;
 };
 
 /// The hash of a run-time class for sets and tables.

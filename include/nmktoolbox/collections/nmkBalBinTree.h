@@ -76,9 +76,9 @@ class NMKTOOLBOX_EXPORT nmkBalBinTree {
     static nmkBalBinTreeLink* treehead;
     static nmkBalBinTreeLink* treelast;
 
-    mutable nmkBalBinTreeLink* root_ = nullptr;    // head of the list once flattened
-    mutable nmkBalBinTreeLink* cursor_ = nullptr;  // where the reading stands
-    mutable std::int32_t tree_state_ = 1;          // 1 while it is a tree, 0 once flattened
-    fbaAllocatorcoPrf allocator_;                  // may be null until the first insertion
-    Compare compare_;
+    mutable nmkBalBinTreeLink* m_root = nullptr;    // head of the list once flattened
+    mutable nmkBalBinTreeLink* m_cursor = nullptr;  // where the reading stands
+    mutable std::int32_t m_tree_state = 1;          // 1 while it is a tree, 0 once flattened
+    fbaAllocatorcoPrf m_allocator;                  // may be null until the first insertion
+    Compare m_compare;
 };

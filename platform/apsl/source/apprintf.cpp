@@ -22,15 +22,15 @@ struct Conversion {
 // Walks the arguments in order; null when they are used up.
 class ArgumentCursor {
   public:
-    explicit ArgumentCursor(std::span<const apPrintArgument> arguments) : arguments_(arguments) {}
+    explicit ArgumentCursor(std::span<const apPrintArgument> arguments) : m_arguments(arguments) {}
 
     const apPrintArgument* next() {
-        return position_ < arguments_.size() ? &arguments_[position_++] : nullptr;
+        return m_position < m_arguments.size() ? &m_arguments[m_position++] : nullptr;
     }
 
   private:
-    std::span<const apPrintArgument> arguments_;
-    std::size_t position_ = 0;
+    std::span<const apPrintArgument> m_arguments;
+    std::size_t m_position = 0;
 };
 
 int limited(std::int64_t value) {

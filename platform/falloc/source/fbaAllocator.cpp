@@ -23,29 +23,29 @@ std::size_t rounded_block_size(std::size_t size) {
 }  // namespace
 
 fbaAllocator::fbaAllocator(int block_size, int blocks_per_page)
-    : block_size_(rounded_block_size(at_least_one(block_size))),
-      blocks_per_page_(at_least_one(blocks_per_page)) {}
+    : m_block_size(rounded_block_size(at_least_one(block_size))),
+      m_blocks_per_page(at_least_one(blocks_per_page)) {}
 
 fbaAllocator::~fbaAllocator() {
-    for (void* page : pages_) ::operator delete(page, page_alignment);
+    for (void* page : m_pages) ::operator delete(page, page_alignment);
 }
 
 void fbaAllocator::free(void* block) noexcept {
     if (block == nullptr) return;
-    std::memcpy(block, &given_back_, sizeof given_back_);
-    given_back_ = block;
+    std::memcpy(block, &m_given_back, sizeof m_given_back);
+    m_given_back = block;
 }
 
 void* fbaAllocator::reuse() noexcept {
-    void* const block = given_back_;
-    std::memcpy(&given_back_, block, sizeof given_back_);
+    void* const block = m_given_back;
+    std::memcpy(&m_given_back, block, sizeof m_given_back);
     return block;
 }
 
 void fbaAllocator::make_page() {
-    const std::size_t bytes = block_size_ * blocks_per_page_;
-    pages_.push_back(nullptr);
-    pages_.back() = ::operator new(bytes, page_alignment);
-    fresh_ = static_cast<std::byte*>(pages_.back());
-    fresh_end_ = fresh_ + bytes;
+    const std::size_t bytes = m_block_size * m_blocks_per_page;
+    m_pages.push_back(nullptr);
+    m_pages.back() = ::operator new(bytes, page_alignment);
+    m_fresh = static_cast<std::byte*>(m_pages.back());
+    m_fresh_end = m_fresh + bytes;
 }

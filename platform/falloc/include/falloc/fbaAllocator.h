@@ -23,10 +23,10 @@ class UT_EXPORT fbaAllocator {
 
     /// A block, its bytes undefined. Throws std::bad_alloc when there is no memory.
     void* allocate() {
-        if (given_back_ != nullptr) return reuse();
-        if (fresh_ == fresh_end_) make_page();
-        void* const block = fresh_;
-        fresh_ += block_size_;
+        if (m_given_back != nullptr) return reuse();
+        if (m_fresh == m_fresh_end) make_page();
+        void* const block = m_fresh;
+        m_fresh += m_block_size;
         return block;
     }
 
@@ -34,18 +34,18 @@ class UT_EXPORT fbaAllocator {
     void free(void* block) noexcept;
 
     /// Pages that were made so far.
-    int pages() const noexcept { return static_cast<int>(pages_.size()); }
+    int pages() const noexcept { return static_cast<int>(m_pages.size()); }
 
   private:
     void* reuse() noexcept;
     void make_page();
 
-    std::size_t block_size_;
-    std::size_t blocks_per_page_;
-    std::byte* fresh_ = nullptr;
-    std::byte* fresh_end_ = nullptr;
-    void* given_back_ = nullptr;  // head of a list through the first bytes of the blocks
-    std::vector<void*> pages_;
+    std::size_t m_block_size;
+    std::size_t m_blocks_per_page;
+    std::byte* m_fresh = nullptr;
+    std::byte* m_fresh_end = nullptr;
+    void* m_given_back = nullptr;  // head of a list through the first bytes of the blocks
+    std::vector<void*> m_pages;
 };
 
 using fbaAllocatorcoPrf = coPrf<fbaAllocator>;

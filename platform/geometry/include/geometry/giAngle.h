@@ -16,20 +16,20 @@ enum giAngleTangent2 { giTangent2 = 0 };
 class giAngle {
   public:
     giAngle() = default;
-    giAngle(giAngleRadians, double radians) noexcept : radians_(radians) {}
-    giAngle(giAngleDegrees, double degrees) noexcept : radians_(degrees * radians_in_a_degree) {}
+    giAngle(giAngleRadians, double radians) noexcept : m_radians(radians) {}
+    giAngle(giAngleDegrees, double degrees) noexcept : m_radians(degrees * radians_in_a_degree) {}
 
     /// The angle from -pi to pi whose sine and cosine stand in the ratio given.
     giAngle(giAngleTangent2, double sine, double cosine) noexcept
-        : radians_(std::atan2(sine, cosine)) {}
+        : m_radians(std::atan2(sine, cosine)) {}
 
-    double angle(giAngleRadians) const noexcept { return radians_; }
-    double angle(giAngleDegrees) const noexcept { return radians_ / radians_in_a_degree; }
+    double angle(giAngleRadians) const noexcept { return m_radians; }
+    double angle(giAngleDegrees) const noexcept { return m_radians / radians_in_a_degree; }
 
     auto operator<=>(const giAngle&) const noexcept = default;
 
   private:
     static constexpr double radians_in_a_degree = 3.14159265358979323846 / 180.0;
 
-    double radians_ = 0.0;
+    double m_radians = 0.0;
 };

@@ -11,27 +11,29 @@
 class giBox3 {
   public:
     giBox3() noexcept
-        : min_(gi_unset_high, gi_unset_high, gi_unset_high),
-          max_(gi_unset_low, gi_unset_low, gi_unset_low) {}
+        : m_min(gi_unset_high, gi_unset_high, gi_unset_high),
+          m_max(gi_unset_low, gi_unset_low, gi_unset_low) {}
 
     /// The corners may be any two opposite ones.
     giBox3(const giPoint3& corner, const giPoint3& opposite) noexcept
-        : min_(lower(corner, opposite)), max_(upper(corner, opposite)) {}
+        : m_min(lower(corner, opposite)), m_max(upper(corner, opposite)) {}
 
-    const giPoint3& min() const noexcept { return min_; }
-    const giPoint3& max() const noexcept { return max_; }
+    const giPoint3& min() const noexcept { return m_min; }
+    const giPoint3& max() const noexcept { return m_max; }
 
-    bool is_empty() const noexcept { return max_.x < min_.x || max_.y < min_.y || max_.z < min_.z; }
+    bool is_empty() const noexcept {
+        return m_max.x < m_min.x || m_max.y < m_min.y || m_max.z < m_min.z;
+    }
 
     /// Grows the box so far that it contains `point`.
     void add(const giPoint3& point) noexcept {
-        min_ = lower(min_, point);
-        max_ = upper(max_, point);
+        m_min = lower(m_min, point);
+        m_max = upper(m_max, point);
     }
 
     /// Non-zero when the point lies in the box; the faces belong to it.
     int contains(const giPoint3& point) const noexcept {
-        return lower(min_, point) == min_ && upper(max_, point) == max_ ? 1 : 0;
+        return lower(m_min, point) == m_min && upper(m_max, point) == m_max ? 1 : 0;
     }
 
   private:
@@ -42,6 +44,6 @@ class giBox3 {
         return {std::max(a.x, b.x), std::max(a.y, b.y), std::max(a.z, b.z)};
     }
 
-    giPoint3 min_;
-    giPoint3 max_;
+    giPoint3 m_min;
+    giPoint3 m_max;
 };

@@ -12,22 +12,22 @@ class giLength {
     giLength() = default;
 
     /// A length that is already known, at least 0. Held as it is: reading it costs no root.
-    giLength(double length) noexcept : held_(length < 0.0 ? -length : length) {}
+    giLength(double length) noexcept : m_held(length < 0.0 ? -length : length) {}
 
     /// The length whose square is `square` (at least 0). The root is taken when it is read.
     static giLength from_square(double square) noexcept {
         giLength length;
-        length.held_ = 0.0 - square;
+        length.m_held = 0.0 - square;
         return length;
     }
 
     /// The length as a number.
-    double length() const noexcept { return held_ < 0.0 ? std::sqrt(-held_) : held_; }
+    double length() const noexcept { return m_held < 0.0 ? std::sqrt(-m_held) : m_held; }
     operator double() const noexcept { return length(); }
 
     /// The square of the length; no root is taken for one that is held as its square.
-    double square() const noexcept { return held_ < 0.0 ? -held_ : held_ * held_; }
+    double square() const noexcept { return m_held < 0.0 ? -m_held : m_held * m_held; }
 
   private:
-    double held_ = 0.0;  // the length, or below 0 its negated square
+    double m_held = 0.0;  // the length, or below 0 its negated square
 };

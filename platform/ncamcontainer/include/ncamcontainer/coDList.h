@@ -45,25 +45,25 @@ class coDListB {
     coDListB& operator=(const coDListB&) = delete;
     ~coDListB() { clear(); }
 
-    int size() const noexcept { return count_; }
+    int size() const noexcept { return m_count; }
 
     /// Puts a copy of `element` at the head, and answers it.
-    T& insert_first(const T& element) { return insert(element, nullptr, head_)->element; }
+    T& insert_first(const T& element) { return insert(element, nullptr, m_head)->element; }
 
     /// Puts a copy of `element` at the tail, and answers it.
-    T& insert_last(const T& element) { return insert(element, tail_, nullptr)->element; }
+    T& insert_last(const T& element) { return insert(element, m_tail, nullptr)->element; }
 
     /// Drops the head; 0 when the list is empty.
-    int remove_first() { return remove(head_); }
+    int remove_first() { return remove(m_head); }
 
     /// Drops the tail; 0 when the list is empty.
-    int remove_last() { return remove(tail_); }
+    int remove_last() { return remove(m_tail); }
 
     /// The element at the head, or at the tail; the list must have one.
-    T& read_first() { return head_->element; }
-    const T& read_first() const { return head_->element; }
-    T& read_last() { return tail_->element; }
-    const T& read_last() const { return tail_->element; }
+    T& read_first() { return m_head->element; }
+    const T& read_first() const { return m_head->element; }
+    T& read_last() { return m_tail->element; }
+    const T& read_last() const { return m_tail->element; }
 
     void clear() noexcept {
         while (remove_first() != 0) {
@@ -77,20 +77,20 @@ class coDListB {
         for (const T& element : other) insert_last(element);
     }
 
-    Walk<T> begin() noexcept { return Walk<T>(head_); }
+    Walk<T> begin() noexcept { return Walk<T>(m_head); }
     Walk<T> end() noexcept { return Walk<T>(nullptr); }
-    Walk<const T> begin() const noexcept { return Walk<const T>(head_); }
+    Walk<const T> begin() const noexcept { return Walk<const T>(m_head); }
     Walk<const T> end() const noexcept { return Walk<const T>(nullptr); }
 
     /// Takes the elements of `other` over, behind those that are here, and leaves it empty; they
     /// stay where they are in memory. Positions in `other` must be reset.
     void take_last(coDListB& other) noexcept {
-        if (this == &other || other.head_ == nullptr) return;
-        other.head_->previous = tail_;
-        (tail_ != nullptr ? tail_->next : head_) = other.head_;
-        tail_ = std::exchange(other.tail_, nullptr);
-        other.head_ = nullptr;
-        count_ += std::exchange(other.count_, 0);
+        if (this == &other || other.m_head == nullptr) return;
+        other.m_head->previous = m_tail;
+        (m_tail != nullptr ? m_tail->next : m_head) = other.m_head;
+        m_tail = std::exchange(other.m_tail, nullptr);
+        other.m_head = nullptr;
+        m_count += std::exchange(other.m_count, 0);
     }
 
     /// Takes the elements of `other` over in a new order, and leaves it empty: `places` are the
@@ -102,15 +102,15 @@ class coDListB {
         for (T& element : other) elements.push_back(std::move(element));
         other.clear();
         for (const int place : places) {
-            put(new Link(std::move(elements[static_cast<std::size_t>(place)])), tail_, nullptr);
+            put(new Link(std::move(elements[static_cast<std::size_t>(place)])), m_tail, nullptr);
         }
     }
 
   protected:
     void swap(coDListB& other) noexcept {
-        std::swap(head_, other.head_);
-        std::swap(tail_, other.tail_);
-        std::swap(count_, other.count_);
+        std::swap(m_head, other.m_head);
+        std::swap(m_tail, other.m_tail);
+        std::swap(m_count, other.m_count);
     }
 
   private:
@@ -123,24 +123,24 @@ class coDListB {
     Link* put(Link* link, Link* before, Link* after) noexcept {
         link->previous = before;
         link->next = after;
-        (before != nullptr ? before->next : head_) = link;
-        (after != nullptr ? after->previous : tail_) = link;
-        ++count_;
+        (before != nullptr ? before->next : m_head) = link;
+        (after != nullptr ? after->previous : m_tail) = link;
+        ++m_count;
         return link;
     }
 
     int remove(Link* link) noexcept {
         if (link == nullptr) return 0;
-        (link->previous != nullptr ? link->previous->next : head_) = link->next;
-        (link->next != nullptr ? link->next->previous : tail_) = link->previous;
-        --count_;
+        (link->previous != nullptr ? link->previous->next : m_head) = link->next;
+        (link->next != nullptr ? link->next->previous : m_tail) = link->previous;
+        --m_count;
         delete link;
         return 1;
     }
 
-    Link* head_ = nullptr;
-    Link* tail_ = nullptr;
-    int count_ = 0;
+    Link* m_head = nullptr;
+    Link* m_tail = nullptr;
+    int m_count = 0;
 };
 
 /// A read position: the list, the link and the index.
@@ -172,7 +172,7 @@ class coDListB<T>::coIteratorB : public coListPosition<coDListB<T>, coDLink<T>, 
     explicit coIteratorB(const coDListB& list) noexcept : Position(list) {}
 
     int step_forwards() noexcept {
-        this->stand_on(this->m_link != nullptr ? this->m_link->next : this->m_list->head_,
+        this->stand_on(this->m_link != nullptr ? this->m_link->next : this->m_list->m_head,
                        this->m_index + 1);
         return this->valid();
     }
@@ -181,7 +181,7 @@ class coDListB<T>::coIteratorB : public coListPosition<coDListB<T>, coDLink<T>, 
         if (this->m_link != nullptr) {
             this->stand_on(this->m_link->previous, this->m_index - 1);
         } else {
-            this->stand_on(this->m_list->tail_, this->m_list->count_ - 1);
+            this->stand_on(this->m_list->m_tail, this->m_list->m_count - 1);
         }
         return this->valid();
     }
@@ -233,7 +233,7 @@ class coDListB<T>::coIterator : public coDListB<T>::coIteratorB {
 template <class T>
 class coDListB<T>::coCursor : public coDListB<T>::coIterator {
   public:
-    explicit coCursor(coDListB& list) noexcept : coIterator(list), target_(&list) {}
+    explicit coCursor(coDListB& list) noexcept : coIterator(list), m_target(&list) {}
 
     T& read() const noexcept { return this->m_link->element; }
     T& operator*() const noexcept { return this->m_link->element; }
@@ -242,29 +242,29 @@ class coDListB<T>::coCursor : public coDListB<T>::coIterator {
     /// Puts a copy of `element` behind the position, which stays where it is.
     void insert_after(const T& element) {
         if (this->m_link == nullptr) {
-            target_->insert_first(element);
+            m_target->insert_first(element);
         } else {
-            target_->insert(element, this->m_link, this->m_link->next);
+            m_target->insert(element, this->m_link, this->m_link->next);
         }
     }
 
     /// Puts a copy of `element` in front of the position, which stays on its element.
     void insert_before(const T& element) {
         if (this->m_link == nullptr) {
-            target_->insert_last(element);
+            m_target->insert_last(element);
         } else {
-            target_->insert(element, this->m_link->previous, this->m_link);
+            m_target->insert(element, this->m_link->previous, this->m_link);
             ++this->m_index;
         }
     }
 
     /// Puts a copy of `element` at the head; the position stays on its element.
     void insert_first(const T& element) {
-        target_->insert_first(element);
+        m_target->insert_first(element);
         if (this->m_link != nullptr) ++this->m_index;
     }
 
-    void insert_last(const T& element) { target_->insert_last(element); }
+    void insert_last(const T& element) { m_target->insert_last(element); }
 
     /// Takes out the element under the position, which goes on to the next one, or before the
     /// first when there is none; 0 when the position was on no element.
@@ -272,7 +272,7 @@ class coDListB<T>::coCursor : public coDListB<T>::coIterator {
         Link* const gone = this->m_link;
         if (gone == nullptr) return 0;
         this->stand_on(gone->next, this->m_index);
-        return target_->remove(gone);
+        return m_target->remove(gone);
     }
 
     /// Takes out the element under the position, which steps back one, so that the next ++ meets
@@ -281,26 +281,26 @@ class coDListB<T>::coCursor : public coDListB<T>::coIterator {
         Link* const gone = this->m_link;
         if (gone == nullptr) return 0;
         this->stand_on(gone->previous, this->m_index - 1);
-        return target_->remove(gone);
+        return m_target->remove(gone);
     }
 
     /// Takes out the head; a position on it goes before the first. 0 when the list is empty.
     int remove_first() noexcept {
         if (this->m_link != nullptr) {
-            this->stand_on(this->m_link == target_->head_ ? nullptr : this->m_link,
+            this->stand_on(this->m_link == m_target->m_head ? nullptr : this->m_link,
                            this->m_index - 1);
         }
-        return target_->remove_first();
+        return m_target->remove_first();
     }
 
     /// Takes out the tail; a position on it steps back one. 0 when the list is empty.
     int remove_last() noexcept {
-        if (this->m_link != nullptr && this->m_link == target_->tail_) this->step_backwards();
-        return target_->remove_last();
+        if (this->m_link != nullptr && this->m_link == m_target->m_tail) this->step_backwards();
+        return m_target->remove_last();
     }
 
   private:
-    coDListB* target_;
+    coDListB* m_target;
 };
 
 /// The pointer-like position of a range-based for loop.
@@ -315,23 +315,23 @@ class coDListB<T>::Walk {
     using reference = Element&;
 
     Walk() = default;
-    explicit Walk(coDLink<T>* link) noexcept : link_(link) {}
+    explicit Walk(coDLink<T>* link) noexcept : m_link(link) {}
 
-    Element& operator*() const noexcept { return link_->element; }
-    Element* operator->() const noexcept { return &link_->element; }
+    Element& operator*() const noexcept { return m_link->element; }
+    Element* operator->() const noexcept { return &m_link->element; }
     Walk& operator++() noexcept {
-        link_ = link_->next;
+        m_link = m_link->next;
         return *this;
     }
     Walk operator++(int) noexcept {
         Walk old = *this;
-        link_ = link_->next;
+        m_link = m_link->next;
         return old;
     }
-    bool operator==(const Walk& other) const noexcept { return link_ == other.link_; }
+    bool operator==(const Walk& other) const noexcept { return m_link == other.m_link; }
 
   private:
-    coDLink<T>* link_ = nullptr;
+    coDLink<T>* m_link = nullptr;
 };
 
 /// The list as callers use it.

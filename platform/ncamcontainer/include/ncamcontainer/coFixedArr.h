@@ -18,48 +18,49 @@ class coFixedArr {
 
     /// `size` elements, value-initialised; a size below 0 counts as 0.
     explicit coFixedArr(int size)
-        : size_(std::max(size, 0)),
-          elements_(size_ > 0 ? std::make_unique<T[]>(static_cast<std::size_t>(size_)) : nullptr) {}
+        : m_size(std::max(size, 0)),
+          m_elements(m_size > 0 ? std::make_unique<T[]>(static_cast<std::size_t>(m_size))
+                                : nullptr) {}
     coFixedArr(utCopy, const coFixedArr& other) { become(utCopy(), other); }
     coFixedArr(const coFixedArr& other) { become(utCopy(), other); }
     coFixedArr(coFixedArr&& other) noexcept
-        : size_(std::exchange(other.size_, 0)), elements_(std::move(other.elements_)) {}
+        : m_size(std::exchange(other.m_size, 0)), m_elements(std::move(other.m_elements)) {}
 
     coFixedArr& operator=(const coFixedArr& other) {
         become(utCopy(), other);
         return *this;
     }
     coFixedArr& operator=(coFixedArr&& other) noexcept {
-        size_ = std::exchange(other.size_, 0);
-        elements_ = std::move(other.elements_);
+        m_size = std::exchange(other.m_size, 0);
+        m_elements = std::move(other.m_elements);
         return *this;
     }
 
     /// Takes the size and the elements of `other`; storage of the same size is used again.
     void become(utCopy, const coFixedArr& other) {
         if (this == &other) return;
-        if (size_ != other.size_) *this = coFixedArr(other.size_);
+        if (m_size != other.m_size) *this = coFixedArr(other.m_size);
         std::copy(other.begin(), other.end(), begin());
     }
 
-    int size() const noexcept { return size_; }
+    int size() const noexcept { return m_size; }
 
     /// The first of size() elements that lie side by side; null when there is none.
-    T* array() noexcept { return elements_.get(); }
-    const T* array() const noexcept { return elements_.get(); }
+    T* array() noexcept { return m_elements.get(); }
+    const T* array() const noexcept { return m_elements.get(); }
 
     /// `index` must be at least 0 and below size().
-    T& operator[](int index) noexcept { return elements_[static_cast<std::size_t>(index)]; }
+    T& operator[](int index) noexcept { return m_elements[static_cast<std::size_t>(index)]; }
     const T& operator[](int index) const noexcept {
-        return elements_[static_cast<std::size_t>(index)];
+        return m_elements[static_cast<std::size_t>(index)];
     }
 
     T* begin() noexcept { return array(); }
-    T* end() noexcept { return array() + size_; }
+    T* end() noexcept { return array() + m_size; }
     const T* begin() const noexcept { return array(); }
-    const T* end() const noexcept { return array() + size_; }
+    const T* end() const noexcept { return array() + m_size; }
 
   private:
-    int size_ = 0;
-    std::unique_ptr<T[]> elements_;
+    int m_size = 0;
+    std::unique_ptr<T[]> m_elements;
 };

@@ -28,9 +28,9 @@ class UT_EXPORT coHash {
     /// Records both and allocates nothing. The exponent is brought inside 0 to 30 and the load
     /// limit, a percentage, inside 1 to 99: a full table would make a search endless.
     coHash(int size_exponent, int load_limit) noexcept
-        : initial_size_exponent_(std::clamp(size_exponent, 0, largest_size_exponent)),
-          load_limit_(std::clamp(load_limit, 1, 99)),
-          size_exponent_(initial_size_exponent_) {}
+        : m_initial_size_exponent(std::clamp(size_exponent, 0, largest_size_exponent)),
+          m_load_limit(std::clamp(load_limit, 1, 99)),
+          m_size_exponent(m_initial_size_exponent) {}
     virtual ~coHash() = default;
 
     /// The element that stands for "none". Made on first use; safe from any thread.
@@ -40,13 +40,13 @@ class UT_EXPORT coHash {
     }
 
     /// Number of elements.
-    int size() const noexcept { return count_; }
+    int size() const noexcept { return m_count; }
 
     /// Number of slots: 0 before the first insertion, then a power of two.
-    int arr_size() const noexcept { return slots_ ? 1 << size_exponent_ : 0; }
+    int arr_size() const noexcept { return m_slots ? 1 << m_size_exponent : 0; }
 
     /// The exclusive-or of the hashes of all elements.
-    unsigned int running_hash() const noexcept { return running_hash_; }
+    unsigned int running_hash() const noexcept { return m_running_hash; }
 
   protected:
     coHash(const coHash& other) { become(utCopy(), other); }
@@ -58,9 +58,9 @@ class UT_EXPORT coHash {
 
     /// The slot of an equal element, or -1.
     int find_index(const Element& element) const {
-        if (!slots_) return -1;
+        if (!m_slots) return -1;
         const std::size_t index = search(element, mark_of(Interface::obj_hash(element)));
-        return slots_[index].used() ? static_cast<int>(index) : -1;
+        return m_slots[index].used() ? static_cast<int>(index) : -1;
     }
 
     /// Whether a slot is empty.
@@ -83,16 +83,16 @@ class UT_EXPORT coHash {
     /// The same from the beginning; a table that is emptied from the front is not searched anew
     /// each time.
     int first_used() noexcept {
-        const int first = count_ > 0 ? next_used(none_used_below_) : -1;
-        if (first >= 0) none_used_below_ = first;
+        const int first = m_count > 0 ? next_used(m_none_used_below) : -1;
+        if (first >= 0) m_none_used_below = first;
         return first;
     }
 
     /// Told the number of elements after each insertion: doubles the table while `count` is not
     /// below load_limit / 100.0 times the number of slots.
     virtual void update_size(int count) {
-        if (count < grow_at_) return;
-        int exponent = size_exponent_;
+        if (count < m_grow_at) return;
+        int exponent = m_size_exponent;
         while (count >= limit_of(exponent)) ++exponent;
         rehash(exponent);
     }
@@ -123,24 +123,24 @@ class UT_EXPORT coHash {
 
     static constexpr int largest_size_exponent = 30;
 
-    Slot& slot(int index) const noexcept { return slots_[static_cast<std::size_t>(index)]; }
+    Slot& slot(int index) const noexcept { return m_slots[static_cast<std::size_t>(index)]; }
     double limit_of(int exponent) const noexcept {
-        return load_limit_ / 100.0 * static_cast<double>(std::int64_t{1} << exponent);
+        return m_load_limit / 100.0 * static_cast<double>(std::int64_t{1} << exponent);
     }
-    std::size_t mask() const noexcept { return (std::size_t{1} << size_exponent_) - 1; }
+    std::size_t mask() const noexcept { return (std::size_t{1} << m_size_exponent) - 1; }
 
     // The high bits of a product, so that hashes that differ in few bits spread as well. The factor
     // is matched by the one in coObjInterface.
     std::size_t home(unsigned int mark) const noexcept {
         const std::uint32_t spread = std::uint32_t{mark} * 0x9E3779B1U;
-        return static_cast<std::size_t>(std::uint64_t{spread} >> (32 - size_exponent_));
+        return static_cast<std::size_t>(std::uint64_t{spread} >> (32 - m_size_exponent));
     }
 
     // The slot of an equal element, or the empty one where the search ended.
     std::size_t search(const Element& element, unsigned int mark) const {
         std::size_t index = home(mark);
-        while (slots_[index].used()) {
-            const Slot& candidate = slots_[index];
+        while (m_slots[index].used()) {
+            const Slot& candidate = m_slots[index];
             if (candidate.mark == mark && Interface::obj_compare(candidate.element, element) == 0) {
                 break;
             }
@@ -153,38 +153,38 @@ class UT_EXPORT coHash {
     void rehash(int exponent);
     std::size_t close_gap(std::size_t gap);
 
-    int count_ = 0;
-    int initial_size_exponent_ = 0;
-    int load_limit_ = 50;
-    int size_exponent_ = 0;
-    unsigned int running_hash_ = 0;
-    std::unique_ptr<Slot[]> slots_;
-    int none_used_below_ = 0;  // no slot before this one is in use
-    double grow_at_ = 0.0;     // limit_of the present exponent
+    int m_count = 0;
+    int m_initial_size_exponent = 0;
+    int m_load_limit = 50;
+    int m_size_exponent = 0;
+    unsigned int m_running_hash = 0;
+    std::unique_ptr<Slot[]> m_slots;
+    int m_none_used_below = 0;  // no slot before this one is in use
+    double m_grow_at = 0.0;     // limit_of the present exponent
 };
 
 template <class Element, class Interface>
 const Element* coHash<Element, Interface>::add(const Element& element) {
-    if (!slots_) make_slots(initial_size_exponent_);
+    if (!m_slots) make_slots(m_initial_size_exponent);
     const unsigned int hash = Interface::obj_hash(element);
     const std::size_t index = search(element, mark_of(hash));
-    Slot& place = slots_[index];
+    Slot& place = m_slots[index];
     if (place.used()) return &place.element;
     place.element = element;
     place.mark = mark_of(hash);
-    none_used_below_ = std::min(none_used_below_, static_cast<int>(index));
-    running_hash_ ^= hash;
-    update_size(++count_);
+    m_none_used_below = std::min(m_none_used_below, static_cast<int>(index));
+    m_running_hash ^= hash;
+    update_size(++m_count);
     return nullptr;
 }
 
 template <class Element, class Interface>
 Element coHash<Element, Interface>::remove_at(int index) {
     Slot& place = slot(index);
-    running_hash_ ^= hash_in(place);
-    --count_;
+    m_running_hash ^= hash_in(place);
+    --m_count;
     Element removed = std::move(place.element);
-    slots_[close_gap(static_cast<std::size_t>(index))] = Slot();
+    m_slots[close_gap(static_cast<std::size_t>(index))] = Slot();
     return removed;
 }
 
@@ -192,11 +192,11 @@ Element coHash<Element, Interface>::remove_at(int index) {
 // slot that is left over.
 template <class Element, class Interface>
 std::size_t coHash<Element, Interface>::close_gap(std::size_t gap) {
-    for (std::size_t i = (gap + 1) & mask(); slots_[i].used(); i = (i + 1) & mask()) {
-        const std::size_t from_home = (i - home(slots_[i].mark)) & mask();
+    for (std::size_t i = (gap + 1) & mask(); m_slots[i].used(); i = (i + 1) & mask()) {
+        const std::size_t from_home = (i - home(m_slots[i].mark)) & mask();
         const std::size_t from_gap = (i - gap) & mask();
         if (from_home < from_gap) continue;
-        slots_[gap] = std::move(slots_[i]);
+        m_slots[gap] = std::move(m_slots[i]);
         gap = i;
     }
     return gap;
@@ -205,65 +205,65 @@ std::size_t coHash<Element, Interface>::close_gap(std::size_t gap) {
 template <class Element, class Interface>
 void coHash<Element, Interface>::make_slots(int exponent) {
     if (exponent > largest_size_exponent) throw std::length_error("coHash: too many elements");
-    slots_ = std::make_unique<Slot[]>(std::size_t{1} << exponent);
-    size_exponent_ = exponent;
-    grow_at_ = limit_of(exponent);
-    none_used_below_ = 0;
+    m_slots = std::make_unique<Slot[]>(std::size_t{1} << exponent);
+    m_size_exponent = exponent;
+    m_grow_at = limit_of(exponent);
+    m_none_used_below = 0;
 }
 
 // The elements are different already, so each goes to the first empty slot.
 template <class Element, class Interface>
 void coHash<Element, Interface>::rehash(int exponent) {
     const std::size_t old_slots = static_cast<std::size_t>(arr_size());
-    const std::unique_ptr<Slot[]> old = std::move(slots_);
+    const std::unique_ptr<Slot[]> old = std::move(m_slots);
     make_slots(exponent);
     for (std::size_t i = 0; i < old_slots; ++i) {
         if (!old[i].used()) continue;
         std::size_t index = home(old[i].mark);
-        while (slots_[index].used()) index = (index + 1) & mask();
-        slots_[index] = std::move(old[i]);
+        while (m_slots[index].used()) index = (index + 1) & mask();
+        m_slots[index] = std::move(old[i]);
     }
 }
 
 template <class Element, class Interface>
 void coHash<Element, Interface>::resize(int exponent, int resized) {
-    if (resized == 0 && slots_) {
-        std::fill_n(slots_.get(), arr_size(), Slot());
-        none_used_below_ = 0;
+    if (resized == 0 && m_slots) {
+        std::fill_n(m_slots.get(), arr_size(), Slot());
+        m_none_used_below = 0;
     } else {
         make_slots(exponent);
     }
-    count_ = 0;
-    running_hash_ = 0;
+    m_count = 0;
+    m_running_hash = 0;
 }
 
 template <class Element, class Interface>
 void coHash<Element, Interface>::become(utCopy, const coHash& other) {
     if (this == &other) return;
     std::unique_ptr<Slot[]> copied;
-    if (other.slots_) {
+    if (other.m_slots) {
         const std::size_t slots = static_cast<std::size_t>(other.arr_size());
         copied = std::make_unique<Slot[]>(slots);
-        std::copy_n(other.slots_.get(), slots, copied.get());
+        std::copy_n(other.m_slots.get(), slots, copied.get());
     }
-    slots_ = std::move(copied);
-    count_ = other.count_;
-    initial_size_exponent_ = other.initial_size_exponent_;
-    load_limit_ = other.load_limit_;
-    size_exponent_ = other.size_exponent_;
-    running_hash_ = other.running_hash_;
-    none_used_below_ = other.none_used_below_;
-    grow_at_ = other.grow_at_;
+    m_slots = std::move(copied);
+    m_count = other.m_count;
+    m_initial_size_exponent = other.m_initial_size_exponent;
+    m_load_limit = other.m_load_limit;
+    m_size_exponent = other.m_size_exponent;
+    m_running_hash = other.m_running_hash;
+    m_none_used_below = other.m_none_used_below;
+    m_grow_at = other.m_grow_at;
 }
 
 template <class Element, class Interface>
 void coHash<Element, Interface>::take(coHash& other) noexcept {
-    slots_ = std::move(other.slots_);
-    count_ = std::exchange(other.count_, 0);
-    initial_size_exponent_ = other.initial_size_exponent_;
-    load_limit_ = other.load_limit_;
-    size_exponent_ = std::exchange(other.size_exponent_, other.initial_size_exponent_);
-    running_hash_ = std::exchange(other.running_hash_, 0);
-    none_used_below_ = std::exchange(other.none_used_below_, 0);
-    grow_at_ = other.grow_at_;
+    m_slots = std::move(other.m_slots);
+    m_count = std::exchange(other.m_count, 0);
+    m_initial_size_exponent = other.m_initial_size_exponent;
+    m_load_limit = other.m_load_limit;
+    m_size_exponent = std::exchange(other.m_size_exponent, other.m_initial_size_exponent);
+    m_running_hash = std::exchange(other.m_running_hash, 0);
+    m_none_used_below = std::exchange(other.m_none_used_below, 0);
+    m_grow_at = other.m_grow_at;
 }

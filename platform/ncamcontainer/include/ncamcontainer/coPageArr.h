@@ -27,9 +27,9 @@ class coPageArr {
     /// Pages of 2 to the power `shift` elements (0 to 30); the page table has room for
     /// `table_start` pages at first and grows by `table_growth` (each at least 1).
     coPageArr(int shift, int table_start, int table_growth)
-        : shift_(std::clamp(shift, 0, 30)),
-          table_start_(std::max(table_start, 1)),
-          table_growth_(std::max(table_growth, 1)) {}
+        : m_shift(std::clamp(shift, 0, 30)),
+          m_table_start(std::max(table_start, 1)),
+          m_table_growth(std::max(table_growth, 1)) {}
     coPageArr(utCopy, const coPageArr& other) { become(utCopy(), other); }
     coPageArr(const coPageArr& other) { become(utCopy(), other); }
     coPageArr(coPageArr&& other) noexcept { *this = std::move(other); }
@@ -40,9 +40,9 @@ class coPageArr {
     }
     coPageArr& operator=(coPageArr&& other) noexcept {
         if (this == &other) return *this;
-        mark_ = std::exchange(other.mark_, 0);
-        pages_ = std::move(other.pages_);
-        other.pages_.clear();
+        m_mark = std::exchange(other.m_mark, 0);
+        m_pages = std::move(other.m_pages);
+        other.m_pages.clear();
         take_paging(other);
         return *this;
     }
@@ -52,23 +52,23 @@ class coPageArr {
         if (this == &other) return;
         clear();
         take_paging(other);
-        copy(0, other, 0, other.mark_);
+        copy(0, other, 0, other.m_mark);
     }
 
     /// The high-water mark: one more than the highest index in use.
-    int size() const noexcept { return mark_; }
+    int size() const noexcept { return m_mark; }
 
-    int page_size() const noexcept { return 1 << shift_; }
+    int page_size() const noexcept { return 1 << m_shift; }
 
     /// Number of pages that exist.
-    int pages() const noexcept { return static_cast<int>(pages_.size()); }
+    int pages() const noexcept { return static_cast<int>(m_pages.size()); }
 
     /// The element at `index` (at least 0). Pages are made up to it where there are none, and the
     /// mark is raised to `index` + 1 where it is lower; it is never lowered.
     T& operator[](int index) {
-        if (index >= mark_) {
-            get_block(index >> shift_);
-            mark_ = index + 1;
+        if (index >= m_mark) {
+            get_block(index >> m_shift);
+            m_mark = index + 1;
         }
         return place(index);
     }
@@ -77,7 +77,7 @@ class coPageArr {
     const T& operator[](int index) const noexcept { return place(index); }
 
     /// Appends a copy of `element`, which may be an element of this array.
-    void add(const T& element) { (*this)[mark_] = element; }
+    void add(const T& element) { (*this)[m_mark] = element; }
 
     /// Keeps the first `keep` elements and frees the pages past them.
     void clear(int keep = 0) { shrink(keep, 0); }
@@ -101,7 +101,7 @@ class coPageArr {
 
     /// Puts the elements in the opposite order.
     void reverse() {
-        for (int low = 0, high = mark_ - 1; low < high; ++low, --high) {
+        for (int low = 0, high = m_mark - 1; low < high; ++low, --high) {
             using std::swap;
             swap(place(low), place(high));
         }
@@ -120,61 +120,61 @@ class coPageArr {
     /// Makes the pages up to and including `page`.
     void get_block(int page) {
         while (pages() <= page) {
-            if (pages_.size() == pages_.capacity()) reserve_table();
-            pages_.push_back(std::make_unique<T[]>(static_cast<std::size_t>(page_size())));
+            if (m_pages.size() == m_pages.capacity()) reserve_table();
+            m_pages.push_back(std::make_unique<T[]>(static_cast<std::size_t>(page_size())));
         }
     }
 
   private:
     T& place(int index) const noexcept {
-        return pages_[static_cast<std::size_t>(index >> shift_)]
-                     [static_cast<std::size_t>(index & ((1 << shift_) - 1))];
+        return m_pages[static_cast<std::size_t>(index >> m_shift)]
+                      [static_cast<std::size_t>(index & ((1 << m_shift) - 1))];
     }
 
     void reserve_table() {
-        const std::size_t room = pages_.capacity();
-        pages_.reserve(room == 0 ? static_cast<std::size_t>(table_start_)
-                                 : room + static_cast<std::size_t>(table_growth_));
+        const std::size_t room = m_pages.capacity();
+        m_pages.reserve(room == 0 ? static_cast<std::size_t>(m_table_start)
+                                  : room + static_cast<std::size_t>(m_table_growth));
     }
 
     void take_paging(const coPageArr& other) noexcept {
-        shift_ = other.shift_;
-        table_start_ = other.table_start_;
-        table_growth_ = other.table_growth_;
+        m_shift = other.m_shift;
+        m_table_start = other.m_table_start;
+        m_table_growth = other.m_table_growth;
     }
 
     int pages_for(long long elements) const noexcept {
-        return static_cast<int>((elements + page_size() - 1) >> shift_);
+        return static_cast<int>((elements + page_size() - 1) >> m_shift);
     }
 
     int shift_holding_the_elements() const noexcept {
-        int shift = shift_;
-        while (shift > 0 && mark_ <= (1 << (shift - 1))) --shift;
+        int shift = m_shift;
+        while (shift > 0 && m_mark <= (1 << (shift - 1))) --shift;
         return shift;
     }
 
     bool free_pages_past(long long elements) {
         const std::size_t kept = static_cast<std::size_t>(pages_for(elements));
-        if (pages_.size() <= kept) return false;
-        pages_.resize(kept);
+        if (m_pages.size() <= kept) return false;
+        m_pages.resize(kept);
         return true;
     }
 
-    int mark_ = 0;
-    int shift_ = 8;
-    int table_start_ = 5;
-    int table_growth_ = 10;
-    std::vector<std::unique_ptr<T[]>> pages_;
+    int m_mark = 0;
+    int m_shift = 8;
+    int m_table_start = 5;
+    int m_table_growth = 10;
+    std::vector<std::unique_ptr<T[]>> m_pages;
 };
 
 template <class T>
 void coPageArr<T>::shrink(int keep, int spare) {
-    const int kept = std::clamp(keep, 0, mark_);
+    const int kept = std::clamp(keep, 0, m_mark);
     free_pages_past(static_cast<long long>(kept) + std::max(spare, 0));
-    const long long in_pages = static_cast<long long>(pages()) << shift_;
-    const int past = static_cast<int>(std::min<long long>(mark_, in_pages));
+    const long long in_pages = static_cast<long long>(pages()) << m_shift;
+    const int past = static_cast<int>(std::min<long long>(m_mark, in_pages));
     for (int i = kept; i < past; ++i) place(i) = T();
-    mark_ = kept;
+    m_mark = kept;
 }
 
 template <class T>
@@ -190,10 +190,10 @@ void coPageArr<T>::copy(int to, const coPageArr& source, int from, int count) {
 
 template <class T>
 int coPageArr<T>::repaginate() {
-    const int shift = mark_ > 0 && mark_ < page_size() ? shift_holding_the_elements() : shift_;
-    if (shift == shift_) return free_pages_past(mark_) ? 1 : 0;
-    coPageArr smaller(shift, table_start_, table_growth_);
-    for (int i = 0; i < mark_; ++i) smaller[i] = std::move(place(i));
+    const int shift = m_mark > 0 && m_mark < page_size() ? shift_holding_the_elements() : m_shift;
+    if (shift == m_shift) return free_pages_past(m_mark) ? 1 : 0;
+    coPageArr smaller(shift, m_table_start, m_table_growth);
+    for (int i = 0; i < m_mark; ++i) smaller[i] = std::move(place(i));
     *this = std::move(smaller);
     return 1;
 }
@@ -202,27 +202,27 @@ int coPageArr<T>::repaginate() {
 template <class T>
 class coPageArr<T>::coIterator {
   public:
-    explicit coIterator(const coPageArr& array) : array_(&array) {}
+    explicit coIterator(const coPageArr& array) : m_array(&array) {}
 
     /// Goes to the first element; 0 when the array is empty.
     int do_first() {
-        index_ = -1;
+        m_index = -1;
         return ++*this;
     }
 
     /// Goes on by one; 0 at the end, and the position is then before the first again.
     int operator++() {
-        index_ = index_ + 1 < array_->size() ? index_ + 1 : -1;
-        return index_ >= 0 ? 1 : 0;
+        m_index = m_index + 1 < m_array->size() ? m_index + 1 : -1;
+        return m_index >= 0 ? 1 : 0;
     }
 
-    int index() const noexcept { return index_; }
+    int index() const noexcept { return m_index; }
 
     /// Only while the position is on an element.
-    const T& operator*() const { return (*array_)[index_]; }
-    const T* operator->() const { return &(*array_)[index_]; }
+    const T& operator*() const { return (*m_array)[m_index]; }
+    const T* operator->() const { return &(*m_array)[m_index]; }
 
   private:
-    const coPageArr* array_;
-    int index_ = -1;
+    const coPageArr* m_array;
+    int m_index = -1;
 };

@@ -26,43 +26,43 @@ class coPrf {
     coPrf() noexcept = default;
 
     /// Takes `target` over: the last handle deletes it.
-    explicit coPrf(T* target) : pointer_(target) {}
+    explicit coPrf(T* target) : m_pointer(target) {}
 
     /// Shares what `pointer` holds, and its counts.
-    coPrf(std::shared_ptr<T> pointer) noexcept : pointer_(std::move(pointer)) {}
+    coPrf(std::shared_ptr<T> pointer) noexcept : m_pointer(std::move(pointer)) {}
 
     /// Refers to `target`, which stays its owner's.
-    coPrf(coPrfExtern, T* target) : pointer_(target, coPrfExternalDeleter()) {}
+    coPrf(coPrfExtern, T* target) : m_pointer(target, coPrfExternalDeleter()) {}
 
     /// Shares the target of a handle to a derived class.
     template <class Derived>
     requires std::is_convertible_v<Derived*, T*> coPrf(const coPrf<Derived>& other)
-    noexcept : pointer_(other.shared()) {}
+    noexcept : m_pointer(other.shared()) {}
 
-    operator std::shared_ptr<T>() const noexcept { return pointer_; }
-    const std::shared_ptr<T>& shared() const noexcept { return pointer_; }
+    operator std::shared_ptr<T>() const noexcept { return m_pointer; }
+    const std::shared_ptr<T>& shared() const noexcept { return m_pointer; }
 
-    T* get() const noexcept { return pointer_.get(); }
-    T* operator->() const noexcept { return pointer_.get(); }
-    T& operator*() const noexcept { return *pointer_; }
-    explicit operator bool() const noexcept { return pointer_ != nullptr; }
+    T* get() const noexcept { return m_pointer.get(); }
+    T* operator->() const noexcept { return m_pointer.get(); }
+    T& operator*() const noexcept { return *m_pointer; }
+    explicit operator bool() const noexcept { return m_pointer != nullptr; }
 
     /// Handles that share the target; 0 for a null handle.
-    int use_count() const noexcept { return static_cast<int>(pointer_.use_count()); }
+    int use_count() const noexcept { return static_cast<int>(m_pointer.use_count()); }
 
     /// True for a handle that was made with coPrfExtern, and for its copies.
     bool external() const noexcept {
-        return std::get_deleter<coPrfExternalDeleter>(pointer_) != nullptr;
+        return std::get_deleter<coPrfExternalDeleter>(m_pointer) != nullptr;
     }
 
     /// Lets go of the target.
-    void reset() noexcept { pointer_.reset(); }
+    void reset() noexcept { m_pointer.reset(); }
 
     /// Handles are equal when they have the same target.
     friend bool operator==(const coPrf& a, const coPrf& b) noexcept {
-        return a.pointer_ == b.pointer_;
+        return a.m_pointer == b.m_pointer;
     }
 
   private:
-    std::shared_ptr<T> pointer_;
+    std::shared_ptr<T> m_pointer;
 };

@@ -46,21 +46,21 @@ class coSList {
     }
     ~coSList() { clear(); }
 
-    int size() const noexcept { return count_; }
+    int size() const noexcept { return m_count; }
 
     /// Puts a copy of `element` at the head, or at the tail, and answers it.
     T& insert_first(const T& element) { return insert_behind(nullptr, element)->element; }
-    T& insert_last(const T& element) { return insert_behind(tail_, element)->element; }
+    T& insert_last(const T& element) { return insert_behind(m_tail, element)->element; }
 
     /// Drops the head; 0 when the list is empty.
     int remove_first() noexcept { return remove_behind(nullptr); }
 
     /// Drops the tail, which is looked for from the head; 0 when the list is empty.
-    int remove_last() noexcept { return remove_behind(before(tail_)); }
+    int remove_last() noexcept { return remove_behind(before(m_tail)); }
 
     /// The element at the head; the list must have one.
-    T& read_first() noexcept { return head_->element; }
-    const T& read_first() const noexcept { return head_->element; }
+    T& read_first() noexcept { return m_head->element; }
+    const T& read_first() const noexcept { return m_head->element; }
 
     void clear() noexcept {
         while (remove_first() != 0) {
@@ -71,7 +71,7 @@ class coSList {
     void become(utCopy, const coSList& other) {
         if (this == &other) return;
         clear();
-        for (const Link* link = other.head_; link != nullptr; link = link->next) {
+        for (const Link* link = other.m_head; link != nullptr; link = link->next) {
             insert_last(link->element);
         }
     }
@@ -80,43 +80,43 @@ class coSList {
     using Link = coSLink<T>;
 
     void swap(coSList& other) noexcept {
-        std::swap(head_, other.head_);
-        std::swap(tail_, other.tail_);
-        std::swap(count_, other.count_);
+        std::swap(m_head, other.m_head);
+        std::swap(m_tail, other.m_tail);
+        std::swap(m_count, other.m_count);
     }
 
     // The link in front of `link`, or null when that is the head.
     Link* before(const Link* link) const noexcept {
         Link* found = nullptr;
-        for (Link* walk = head_; walk != link; walk = walk->next) found = walk;
+        for (Link* walk = m_head; walk != link; walk = walk->next) found = walk;
         return found;
     }
 
     // Null stands for the place in front of the head, here and below.
     Link* insert_behind(Link* place, const T& element) {
         Link* const link = new Link(element);
-        Link*& from = place != nullptr ? place->next : head_;
+        Link*& from = place != nullptr ? place->next : m_head;
         link->next = from;
         from = link;
-        if (tail_ == place) tail_ = link;
-        ++count_;
+        if (m_tail == place) m_tail = link;
+        ++m_count;
         return link;
     }
 
     int remove_behind(Link* place) noexcept {
-        Link*& from = place != nullptr ? place->next : head_;
+        Link*& from = place != nullptr ? place->next : m_head;
         Link* const gone = from;
         if (gone == nullptr) return 0;
         from = gone->next;
-        if (tail_ == gone) tail_ = place;
-        --count_;
+        if (m_tail == gone) m_tail = place;
+        --m_count;
         delete gone;
         return 1;
     }
 
-    Link* head_ = nullptr;
-    Link* tail_ = nullptr;
-    int count_ = 0;
+    Link* m_head = nullptr;
+    Link* m_tail = nullptr;
+    int m_count = 0;
 };
 
 /// A read position: the list, the link and the index.
@@ -129,14 +129,14 @@ class coSList<T>::coIterator : public coListPosition<coSList<T>, typename coSLis
 
     /// Goes on by one; 0 at the end.
     int operator++() noexcept {
-        this->stand_on(this->m_link != nullptr ? this->m_link->next : this->m_list->head_,
+        this->stand_on(this->m_link != nullptr ? this->m_link->next : this->m_list->m_head,
                        this->m_index + 1);
         return this->valid();
     }
 
     /// Goes back by one, from before the first to the tail; walks from the head.
     int operator--() noexcept {
-        return set_index(this->m_link != nullptr ? this->m_index - 1 : this->m_list->count_ - 1);
+        return set_index(this->m_link != nullptr ? this->m_index - 1 : this->m_list->m_count - 1);
     }
 
     /// Goes on by `steps` (back, where negative); 0 when that runs off an end.
@@ -153,17 +153,17 @@ class coSList<T>::coIterator : public coListPosition<coSList<T>, typename coSLis
     int operator-=(int steps) noexcept {
         if (steps < 0) return operator+=(-steps);
         if (steps == 0) return this->valid();
-        return set_index((this->m_link != nullptr ? this->m_index : this->m_list->count_) - steps);
+        return set_index((this->m_link != nullptr ? this->m_index : this->m_list->m_count) - steps);
     }
 
     /// Goes to the element at `index`; 0, and before the first, when there is none.
     int set_index(int index) noexcept {
-        if (index < 0 || index >= this->m_list->count_) {
+        if (index < 0 || index >= this->m_list->m_count) {
             this->reset();
             return 0;
         }
         if (this->m_link == nullptr || index < this->m_index)
-            this->stand_on(this->m_list->head_, 0);
+            this->stand_on(this->m_list->m_head, 0);
         while (this->m_index < index) this->stand_on(this->m_link->next, this->m_index + 1);
         return 1;
     }
@@ -174,66 +174,66 @@ class coSList<T>::coIterator : public coListPosition<coSList<T>, typename coSLis
 template <class T>
 class coSList<T>::coCursor : public coSList<T>::coIterator {
   public:
-    explicit coCursor(coSList& list) noexcept : coIterator(list), target_(&list) {}
+    explicit coCursor(coSList& list) noexcept : coIterator(list), m_target(&list) {}
 
     T& read() const noexcept { return this->m_link->element; }
     T& operator*() const noexcept { return this->m_link->element; }
     T* operator->() const noexcept { return &this->m_link->element; }
 
     /// Puts a copy of `element` behind the position, which stays where it is.
-    void insert_after(const T& element) { target_->insert_behind(this->m_link, element); }
+    void insert_after(const T& element) { m_target->insert_behind(this->m_link, element); }
 
     /// Puts a copy of `element` in front of the position, which stays on its element.
     void insert_before(const T& element) {
         if (this->m_link == nullptr) {
-            target_->insert_last(element);
+            m_target->insert_last(element);
         } else {
-            target_->insert_behind(target_->before(this->m_link), element);
+            m_target->insert_behind(m_target->before(this->m_link), element);
             ++this->m_index;
         }
     }
 
     /// Puts a copy of `element` at the head; the position stays on its element.
     void insert_first(const T& element) {
-        target_->insert_first(element);
+        m_target->insert_first(element);
         if (this->m_link != nullptr) ++this->m_index;
     }
 
-    void insert_last(const T& element) { target_->insert_last(element); }
+    void insert_last(const T& element) { m_target->insert_last(element); }
 
     /// Takes out the element under the position, which goes on to the next one, or before the
     /// first when there is none; 0 when the position was on no element.
     int remove() noexcept {
         if (this->m_link == nullptr) return 0;
-        Link* const place = target_->before(this->m_link);
+        Link* const place = m_target->before(this->m_link);
         this->stand_on(this->m_link->next, this->m_index);
-        return target_->remove_behind(place);
+        return m_target->remove_behind(place);
     }
 
     /// Takes out the element under the position, which steps back one; 0 when the position was on
     /// no element.
     int remove_backwards() noexcept {
         if (this->m_link == nullptr) return 0;
-        Link* const place = target_->before(this->m_link);
+        Link* const place = m_target->before(this->m_link);
         this->stand_on(place, this->m_index - 1);
-        return target_->remove_behind(place);
+        return m_target->remove_behind(place);
     }
 
     /// Takes out the head; a position on it goes before the first. 0 when the list is empty.
     int remove_first() noexcept {
         if (this->m_link != nullptr) {
-            this->stand_on(this->m_link == target_->head_ ? nullptr : this->m_link,
+            this->stand_on(this->m_link == m_target->m_head ? nullptr : this->m_link,
                            this->m_index - 1);
         }
-        return target_->remove_first();
+        return m_target->remove_first();
     }
 
     /// Takes out the tail; a position on it steps back one. 0 when the list is empty.
     int remove_last() noexcept {
-        if (this->m_link != nullptr && this->m_link == target_->tail_) --*this;
-        return target_->remove_last();
+        if (this->m_link != nullptr && this->m_link == m_target->m_tail) --*this;
+        return m_target->remove_last();
     }
 
   private:
-    coSList* target_;
+    coSList* m_target;
 };

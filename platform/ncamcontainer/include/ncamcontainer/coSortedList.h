@@ -16,31 +16,31 @@ class coSortedList {
     using const_reverse_iterator = typename std::multiset<T, Less>::const_reverse_iterator;
 
     coSortedList() = default;
-    coSortedList(utCopy, const coSortedList& other) : elements_(other.elements_) {}
+    coSortedList(utCopy, const coSortedList& other) : m_elements(other.m_elements) {}
 
-    void become(utCopy, const coSortedList& other) { elements_ = other.elements_; }
+    void become(utCopy, const coSortedList& other) { m_elements = other.m_elements; }
 
     /// Puts a copy of `element` behind all those that do not stand after it.
-    void add(const T& element) { elements_.insert(element); }
+    void add(const T& element) { m_elements.insert(element); }
 
-    int size() const noexcept { return static_cast<int>(elements_.size()); }
+    int size() const noexcept { return static_cast<int>(m_elements.size()); }
 
     /// The first element; the list must have one.
-    const T& read_first() const { return *elements_.begin(); }
-    const T& read_last() const { return *elements_.rbegin(); }
+    const T& read_first() const { return *m_elements.begin(); }
+    const T& read_last() const { return *m_elements.rbegin(); }
 
     /// Drops the first element; nothing when there is none.
     void remove_first() {
-        if (!elements_.empty()) elements_.erase(elements_.begin());
+        if (!m_elements.empty()) m_elements.erase(m_elements.begin());
     }
 
-    void clear() noexcept { elements_.clear(); }
+    void clear() noexcept { m_elements.clear(); }
 
-    const_iterator begin() const noexcept { return elements_.begin(); }
-    const_iterator end() const noexcept { return elements_.end(); }
-    const_reverse_iterator rbegin() const noexcept { return elements_.rbegin(); }
-    const_reverse_iterator rend() const noexcept { return elements_.rend(); }
+    const_iterator begin() const noexcept { return m_elements.begin(); }
+    const_iterator end() const noexcept { return m_elements.end(); }
+    const_reverse_iterator rbegin() const noexcept { return m_elements.rbegin(); }
+    const_reverse_iterator rend() const noexcept { return m_elements.rend(); }
 
   private:
-    std::multiset<T, Less> elements_;
+    std::multiset<T, Less> m_elements;
 };

@@ -48,31 +48,31 @@ class UT_EXPORT coTable {
 
     /// As for coSet.
     explicit coTable(int size_exponent = 4, int load_limit = 50) noexcept
-        : records_(size_exponent, load_limit) {}
-    coTable(utCopy, const coTable& other) : records_(other.records_) {}
+        : m_records(size_exponent, load_limit) {}
+    coTable(utCopy, const coTable& other) : m_records(other.m_records) {}
 
     /// The value for `key`; a missing key is added once, with a default value. The answer is good
     /// until a key is next added or removed.
-    Value& operator[](const Key& key) { return records_.value_of(Record{key, Value()}); }
+    Value& operator[](const Key& key) { return m_records.value_of(Record{key, Value()}); }
 
     /// The value for `key`, or the value of nil; adds nothing.
-    const Value& read(const Key& key) const { return records_.find(Record{key, Value()}).value; }
+    const Value& read(const Key& key) const { return m_records.find(Record{key, Value()}).value; }
 
     /// Drops the record for `key`; non-zero when there was one.
     int remove(const Key& key) {
-        const int before = records_.size();
-        records_.remove(Record{key, Value()});
-        return before - records_.size();
+        const int before = m_records.size();
+        m_records.remove(Record{key, Value()});
+        return before - m_records.size();
     }
 
-    void become(utCopy, const coTable& other) { records_ = other.records_; }
+    void become(utCopy, const coTable& other) { m_records = other.m_records; }
 
-    int size() const noexcept { return records_.size(); }
-    void clear() { records_.clear(); }
+    int size() const noexcept { return m_records.size(); }
+    void clear() { m_records.clear(); }
 
     /// The records, for a walk over all of them.
-    const Records& records() const noexcept { return records_; }
+    const Records& records() const noexcept { return m_records; }
 
   private:
-    Records records_;
+    Records m_records;
 };

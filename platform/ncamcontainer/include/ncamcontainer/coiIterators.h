@@ -28,24 +28,24 @@ class coiAbsFiller {
 template <class T>
 class coiFiller : public coiAbsFiller<T> {
   public:
-    explicit coiFiller(std::shared_ptr<coiAbsFiller<T>> sink) noexcept : sink_(std::move(sink)) {}
+    explicit coiFiller(std::shared_ptr<coiAbsFiller<T>> sink) noexcept : m_sink(std::move(sink)) {}
 
-    void add(T value) override { sink_->add(std::move(value)); }
+    void add(T value) override { m_sink->add(std::move(value)); }
 
   private:
-    std::shared_ptr<coiAbsFiller<T>> sink_;
+    std::shared_ptr<coiAbsFiller<T>> m_sink;
 };
 
 /// A sink that calls a function with each value; an empty function throws std::bad_function_call.
 template <class T>
 class coiFillerImpl : public coiAbsFiller<T> {
   public:
-    explicit coiFillerImpl(std::function<void(T)> function) : function_(std::move(function)) {}
+    explicit coiFillerImpl(std::function<void(T)> function) : m_function(std::move(function)) {}
 
-    void add(T value) override { function_(std::move(value)); }
+    void add(T value) override { m_function(std::move(value)); }
 
   private:
-    std::function<void(T)> function_;
+    std::function<void(T)> m_function;
 };
 
 /// A sink that calls `function` with each value.
@@ -98,24 +98,24 @@ template <class T>
 class coiIterator : public coiAbsIterator<T> {
   public:
     explicit coiIterator(std::unique_ptr<coiAbsCloneableIterator<T>> inner) noexcept
-        : inner_(std::move(inner)) {}
-    coiIterator(const coiIterator& other) : inner_(other.inner_->clone()) {}
-    coiIterator(coiIterator&& other) noexcept : inner_(std::move(other.inner_)) {}
+        : m_inner(std::move(inner)) {}
+    coiIterator(const coiIterator& other) : m_inner(other.m_inner->clone()) {}
+    coiIterator(coiIterator&& other) noexcept : m_inner(std::move(other.m_inner)) {}
     coiIterator& operator=(coiIterator other) noexcept {
-        inner_ = std::move(other.inner_);
+        m_inner = std::move(other.m_inner);
         return *this;
     }
 
-    bool undefined() const override { return inner_->undefined(); }
-    void reset() override { inner_->reset(); }
-    bool operator++() override { return ++*inner_; }
-    const T& operator()() const override { return (*inner_)(); }
+    bool undefined() const override { return m_inner->undefined(); }
+    void reset() override { m_inner->reset(); }
+    bool operator++() override { return ++*m_inner; }
+    const T& operator()() const override { return (*m_inner)(); }
 
     /// What stands behind it.
-    const coiAbsCloneableIterator<T>& inner() const { return *inner_; }
+    const coiAbsCloneableIterator<T>& inner() const { return *m_inner; }
 
   private:
-    std::unique_ptr<coiAbsCloneableIterator<T>> inner_;
+    std::unique_ptr<coiAbsCloneableIterator<T>> m_inner;
 };
 
 /// A cursor over values that never change; copies share them. Whoever is handed one may read the
@@ -124,24 +124,24 @@ template <class T>
 class coiFixedIterator final : public coiAbsCloneableIterator<T> {
   public:
     explicit coiFixedIterator(std::vector<T> values)
-        : values_(std::make_shared<const std::vector<T>>(std::move(values))) {}
+        : m_values(std::make_shared<const std::vector<T>>(std::move(values))) {}
 
-    bool undefined() const override { return next_ == 0 || next_ > values_->size(); }
-    void reset() override { next_ = 0; }
+    bool undefined() const override { return m_next == 0 || m_next > m_values->size(); }
+    void reset() override { m_next = 0; }
     bool operator++() override {
-        if (next_ <= values_->size()) ++next_;
-        return next_ <= values_->size();
+        if (m_next <= m_values->size()) ++m_next;
+        return m_next <= m_values->size();
     }
-    const T& operator()() const override { return (*values_)[next_ - 1]; }
+    const T& operator()() const override { return (*m_values)[m_next - 1]; }
     std::unique_ptr<coiAbsCloneableIterator<T>> clone() const override {
         return std::make_unique<coiFixedIterator>(*this);
     }
 
-    const std::vector<T>& values() const { return *values_; }
+    const std::vector<T>& values() const { return *m_values; }
 
   private:
-    std::shared_ptr<const std::vector<T>> values_;
-    std::size_t next_ = 0;  // of the value after the one under the cursor
+    std::shared_ptr<const std::vector<T>> m_values;
+    std::size_t m_next = 0;  // of the value after the one under the cursor
 };
 
 /// A cursor before the first of `values`, which it keeps.

@@ -13,18 +13,18 @@ class UT_EXPORT utTypeID {
   public:
     /// `name` is borrowed and must outlive the object, as a literal does; `base` likewise.
     explicit utTypeID(const char* name, const utTypeID* base = nullptr) noexcept
-        : name_(name), base_(base) {}
+        : m_name(name), m_base(base) {}
     utTypeID(const utTypeID&) = delete;
     utTypeID& operator=(const utTypeID&) = delete;
 
-    const char* name() const noexcept { return name_; }
+    const char* name() const noexcept { return m_name; }
 
     /// The type this one derives from, null for the root of a family.
-    const utTypeID* base() const noexcept { return base_; }
+    const utTypeID* base() const noexcept { return m_base; }
 
     /// True when this is `other`, or derives from it at any distance.
     bool is_kind_of(const utTypeID& other) const noexcept {
-        for (const utTypeID* type = this; type != nullptr; type = type->base_) {
+        for (const utTypeID* type = this; type != nullptr; type = type->m_base) {
             if (type == &other) return true;
         }
         return false;
@@ -33,6 +33,6 @@ class UT_EXPORT utTypeID {
     bool operator==(const utTypeID& other) const noexcept { return this == &other; }
 
   private:
-    const char* name_;
-    const utTypeID* base_;
+    const char* m_name;
+    const utTypeID* m_base;
 };
