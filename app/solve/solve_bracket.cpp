@@ -29,6 +29,9 @@ class PolynomialFunction : public mlFunction {
     std::vector<double> m_derivative;
 };
 
+// What the library's search leaves behind when values between the ends overflow.
+constexpr const char* values_overflow = "the values between the two ends are too large";
+
 bool differ_in_sign(double a, double b) { return (a <= 0.0 && b >= 0.0) || (a >= 0.0 && b <= 0.0); }
 
 void find_root(const PolynomialFunction& f, double low, double high, Answer& answer) {
@@ -39,6 +42,10 @@ void find_root(const PolynomialFunction& f, double low, double high, Answer& ans
     int converged = 0;
     const double x =
         nmkRootSolve::bracketed_root_solve(f, low, high, 0.0, converged, most_iterations);
+    if (!std::isfinite(x)) {
+        answer.note = values_overflow;
+        return;
+    }
     answer.solutions.push_back({{x}, {f.value(x)}});
     if (converged == 0) {
         answer.note = "not converged in " + std::to_string(most_iterations) + " rounds";
@@ -59,6 +66,10 @@ void find_extremum(const PolynomialFunction& f, double low, double high, Answer&
     if (d_low != 0.0 && d_high != 0.0) {
         nmkRootSolve::bracketed_extrema_finder(f, low, high, f_low, f_high, d_low, d_high, x, f_x,
                                                extremum_tolerance);
+    }
+    if (!std::isfinite(x)) {
+        answer.note = values_overflow;
+        return;
     }
     answer.solutions.push_back({{x, f_x}, {f.derivative(1, x)}});
 }

@@ -73,6 +73,14 @@ TEST(solve_answer, a_bracket_without_a_change_of_sign_says_so) {
     EXPECT_TRUE(solve("extremum", {1, 2, 1, 0, 1}).solutions.empty());
 }
 
+TEST(solve_answer, a_bracket_whose_values_overflow_has_no_solution_and_says_so) {
+    for (const Answer& answer : {solve("root", {0, 1e300, -1, 0, 0, 1}),
+                                 solve("extremum", {-1e300, 1e300, 1, 2, 3, 1, 1})}) {
+        EXPECT_TRUE(answer.solutions.empty()) << answer.problem;
+        EXPECT_EQ(answer.note, "the values between the two ends are too large");
+    }
+}
+
 TEST(solve_answer, angles_of_random_systems_satisfy_their_equations) {
     constexpr unsigned seed = 5;
     std::mt19937 random(seed);

@@ -69,6 +69,12 @@ TEST(nmk2dSearchGoalMovingXLine, a_step_that_no_longer_changes_x_ends_the_way_on
     EXPECT_TRUE(far.contains(node_at(1e18, 0)));
 }
 
+TEST(nmk2dSearchGoalMovingXLine, steps_that_lead_the_wrong_way_end_some_time) {
+    nmk2dSearchGoalMovingXLine goal(giPoint2(10, 0), 0.5);
+    EXPECT_TRUE(goal.overshoot_goal(node_at(10, 3), nmk2dSearchNodeGenerator(-1, 1)));
+    EXPECT_TRUE(goal.contains(node_at(10 - 1e8, 0)));
+}
+
 TEST(nmk2dSearchGoalMovingXLine, a_gradient_of_zero_leaves_it_where_it_is) {
     nmk2dSearchGoalMovingXLine goal(giPoint2(10, 0), 0.0);
     EXPECT_FALSE(goal.overshoot_goal(node_at(6, 3), nmk2dSearchNodeGenerator(1, 1)));
