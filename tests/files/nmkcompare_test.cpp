@@ -15,6 +15,8 @@ TEST(nmkcompare, sorts_a_shorter_beginning_first) {
     EXPECT_EQ(nmkcompare("ab", "abc"), -1);
     EXPECT_EQ(nmkcompare("abc", "ab"), 1);
     EXPECT_EQ(nmkcompare("", "a"), -1);
+    EXPECT_EQ(nmkcompare("a", "a longer text"), -1);
+    EXPECT_EQ(nmkcompare("a longer text", "a"), 1);
 }
 
 TEST(nmkcompare, takes_the_null_string_for_the_empty_text) {

@@ -69,6 +69,11 @@ TEST(nmkcapitalize, has_one_capital_in_front) {
     EXPECT_EQ(changed(nmkcapitalize, "x"), "X");
     EXPECT_EQ(changed(nmkcapitalize, " aB"), " ab");
     EXPECT_EQ(changed(nmkcapitalize, "\xC3\xA4\xC3\x84"), "\xC3\x84\xC3\xA4");
+    // The sign of the kelvin goes down to a plain k first, and that up to a plain K.
+    EXPECT_EQ(changed(nmkcapitalize,
+                      "\xE2\x84\xAA"
+                      "b"),
+              "Kb");
 }
 
 TEST(nmkcapitalize_words, has_a_capital_behind_white_space) {

@@ -459,6 +459,18 @@ TEST(CopyFileExA, copies_through_memory_on_a_kernel_that_cannot) {
     EXPECT_FALSE(is_there(scratch.in("other")));
 }
 
+TEST(CopyFileExA, goes_on_after_a_signal) {
+    const OpenScratchFolder scratch;
+    const std::string source = scratch.file("source", pattern(2 * megabyte + 7));
+    int signals = 0;
+    const FaultHook hook([&](std::string_view call, std::string_view) {
+        return call == "copy_file_range" && ++signals <= 3 ? EINTR : 0;
+    });
+    EXPECT_EQ(copy(source, scratch.in("target")), 0);
+    EXPECT_GE(signals, 3);
+    EXPECT_TRUE(bytes_of(scratch.in("target")) == pattern(2 * megabyte + 7));
+}
+
 TEST(CopyFileExA, names_that_are_no_text_are_copied) {
     const OpenScratchFolder scratch;
     const std::string source = scratch.file("\xFF\xFE source", "x");

@@ -107,6 +107,14 @@ class Pump {
     }
 
     std::int64_t move_by_kernel(std::int64_t most) {
+        std::int64_t moved;
+        do {
+            moved = ask_kernel(most);
+        } while (moved < 0 && errno == EINTR);
+        return moved;
+    }
+
+    std::int64_t ask_kernel(std::int64_t most) {
         if (const int fault = winapi::injected_fault("copy_file_range", ""); fault != 0) {
             errno = fault;
             return -1;
