@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "solve/solve_answer.h"
 #include "text/text_number.h"
@@ -102,10 +103,15 @@ Answer solve_polynomial(const std::vector<double>& coefficients) {
     answer.value_names = {"x"};
     answer.residual_names = {"residual"};
     answer.note = note_of(coefficients, roots);
-    std::sort(roots.values.begin(), roots.values.begin() + roots.count);
-    for (int i = 0; i < roots.count; ++i) {
-        const double x = roots.values[static_cast<std::size_t>(i)];
-        answer.solutions.push_back({{x}, {polynomial_value(coefficients, x)}});
+    // The closed forms overflow where coefficients are very uneven.
+    const auto end = std::remove_if(roots.values.begin(), roots.values.begin() + roots.count,
+                                    [](double x) { return !std::isfinite(x); });
+    if (end != roots.values.begin() + roots.count) {
+        answer.note = "the coefficients are too uneven: roots that overflow are left out";
+    }
+    std::sort(roots.values.begin(), end);
+    for (auto x = roots.values.begin(); x != end; ++x) {
+        answer.solutions.push_back({{*x}, {polynomial_value(coefficients, *x)}});
     }
     return answer;
 }

@@ -81,6 +81,12 @@ TEST(solve_answer, a_bracket_whose_values_overflow_has_no_solution_and_says_so) 
     }
 }
 
+TEST(solve_answer, roots_that_overflow_are_left_out_with_a_word) {
+    const Answer answer = solve("polynomial", {0, 0.271387, -1.39129, -1.33154, -5.65657e-55});
+    EXPECT_EQ(firsts(answer), (std::vector<double>{0}));
+    EXPECT_EQ(answer.note, "the coefficients are too uneven: roots that overflow are left out");
+}
+
 TEST(solve_answer, angles_of_random_systems_satisfy_their_equations) {
     constexpr unsigned seed = 5;
     std::mt19937 random(seed);

@@ -69,6 +69,12 @@ TEST(nmk2dSearchGoalMovingXLine, a_step_that_no_longer_changes_x_ends_the_way_on
     EXPECT_TRUE(far.contains(node_at(1e18, 0)));
 }
 
+TEST(nmk2dSearchGoalMovingXLine, a_place_of_the_lattice_that_is_just_far_enough_will_do) {
+    nmk2dSearchGoalMovingXLine goal(giPoint2(10, 0), 0.5);
+    EXPECT_TRUE(goal.overshoot_goal(node_at(6, 3), nmk2dSearchNodeGenerator(2, 1)));
+    EXPECT_TRUE(goal.contains(node_at(16, 0)));  // needs 6
+}
+
 TEST(nmk2dSearchGoalMovingXLine, steps_that_lead_the_wrong_way_end_some_time) {
     nmk2dSearchGoalMovingXLine goal(giPoint2(10, 0), 0.5);
     EXPECT_TRUE(goal.overshoot_goal(node_at(10, 3), nmk2dSearchNodeGenerator(-1, 1)));

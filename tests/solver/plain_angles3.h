@@ -83,19 +83,19 @@ inline void put(Slots& out, int slot, double cf, double sf, double cp, double sp
 /// The elimination. `found` are the phi with their psi; a flag says that psi is open.
 class Second {
   public:
-    explicit Second(const System& its) : s(its) {}
+    explicit Second(const System& its) : m_s(its) {}
 
     int solve(Slots& out) {
         int kept = 0;
-        if (std::fabs(s.W()) <= 1e-10 * std::max(1.0, s.h + s.k)) {
+        if (std::fabs(m_s.W()) <= 1e-10 * std::max(1.0, m_s.h + m_s.k)) {
             if (!parallel()) return 0;
-        } else if (s.h == 0.0) {
+        } else if (m_s.h == 0.0) {
             if (!closed()) return 0;
         } else if (numeric()) {
-            for (const Found& f : found) put(out, kept++, f.cf, f.sf, f.cp, f.sp);
+            for (const Found& f : m_found) put(out, kept++, f.cf, f.sf, f.cp, f.sp);
             return kept;
         }
-        if (found.size() > 2) return 0;
+        if (m_found.size() > 2) return 0;
         return close(out);
     }
 
@@ -107,40 +107,40 @@ class Second {
 
     bool parallel() {
         double p = 0.0;
-        if (std::fabs(s.a) > std::fabs(s.b)) {
-            p = s.d / s.a;
+        if (std::fabs(m_s.a) > std::fabs(m_s.b)) {
+            p = m_s.d / m_s.a;
         } else {
-            if (s.b == 0.0) return false;
-            p = s.e / s.b;
+            if (m_s.b == 0.0) return false;
+            p = m_s.e / m_s.b;
         }
-        const double L = s.c * p * s.k - s.f;
-        if (s.h == 0.0) {
+        const double L = m_s.c * p * m_s.k - m_s.f;
+        if (m_s.h == 0.0) {
             if (L == 0.0) return false;
-            const double cf = -s.g / L;
+            const double cf = -m_s.g / L;
             if (cf <= 0.0 || cf > 1.0) return false;
-            found.push_back({cf, std::sqrt(std::max(0.0, 1.0 - cf * cf)), 1.0, 0.0, true});
-            single = true;
+            m_found.push_back({cf, std::sqrt(std::max(0.0, 1.0 - cf * cf)), 1.0, 0.0, true});
+            m_single = true;
             return true;
         }
         double c[4], t[4];
-        const int n = solve2(0.0, L, 0.0, s.c * p * s.h, s.g, 0.0, c, t);
+        const int n = solve2(0.0, L, 0.0, m_s.c * p * m_s.h, m_s.g, 0.0, c, t);
         for (int i = 0; i < n; ++i) {
-            if (c[i] < 0.0 || t[i] < 0.0 || t[i] * s.k + s.h < 0.0) continue;
-            found.push_back({c[i], t[i], 1.0, 0.0, true});
+            if (c[i] < 0.0 || t[i] < 0.0 || t[i] * m_s.k + m_s.h < 0.0) continue;
+            m_found.push_back({c[i], t[i], 1.0, 0.0, true});
         }
-        if (found.empty() || found.size() > 2) return false;
-        single = found.size() == 1 || found[0].cf == found[1].cf;
+        if (m_found.empty() || m_found.size() > 2) return false;
+        m_single = m_found.size() == 1 || m_found[0].cf == m_found[1].cf;
         return true;
     }
 
     bool rejected() const {
-        const double T = s.f * s.f - s.g * s.g, U = 2.0 * s.c * s.f * s.k;
-        const double V = s.c * s.c * s.k * s.k;
-        const double P1 = s.a * s.a * T - s.a * s.d * U + s.d * s.d * V;
-        const double P2 = 2.0 * s.a * s.b * T - (s.b * s.d + s.a * s.e) * U +
-                          2.0 * s.c * s.c * s.k * s.k * s.d * s.e;
-        const double P3 = s.b * s.b * T - s.b * s.e * U + s.e * s.e * V;
-        const double P4 = -s.g * s.g * s.c * s.c;
+        const double T = m_s.f * m_s.f - m_s.g * m_s.g, U = 2.0 * m_s.c * m_s.f * m_s.k;
+        const double V = m_s.c * m_s.c * m_s.k * m_s.k;
+        const double P1 = m_s.a * m_s.a * T - m_s.a * m_s.d * U + m_s.d * m_s.d * V;
+        const double P2 = 2.0 * m_s.a * m_s.b * T - (m_s.b * m_s.d + m_s.a * m_s.e) * U +
+                          2.0 * m_s.c * m_s.c * m_s.k * m_s.k * m_s.d * m_s.e;
+        const double P3 = m_s.b * m_s.b * T - m_s.b * m_s.e * U + m_s.e * m_s.e * V;
+        const double P4 = -m_s.g * m_s.g * m_s.c * m_s.c;
         const double H = 2.0 * P1 * P3 - P2 * P2 + 2.0 * P1 * P4 - 2.0 * P3 * P3 - 2.0 * P3 * P4;
         return H * H - 4.0 * (P4 * P4 + 2.0 * P3 * P4 + P3 * P3) *
                            (P1 * P1 + P2 * P2 - 2.0 * P1 * P3 + P3 * P3) <
@@ -149,9 +149,10 @@ class Second {
 
     bool closed() {
         if (rejected()) return false;
-        const double ag = s.a * s.g, bg = s.b * s.g, kW = s.k * s.W();
-        const double P = s.P(), Q = s.Q();
-        const double c[3] = {ag * ag + bg * bg - kW * kW, 2.0 * (Q * s.a * s.g + P * s.b * s.g),
+        const double ag = m_s.a * m_s.g, bg = m_s.b * m_s.g, kW = m_s.k * m_s.W();
+        const double P = m_s.P(), Q = m_s.Q();
+        const double c[3] = {ag * ag + bg * bg - kW * kW,
+                             2.0 * (Q * m_s.a * m_s.g + P * m_s.b * m_s.g),
                              Q * Q + P * P + kW * kW};
         double roots[2];
         const int n = plain_solver::qadsol(c, roots);
@@ -159,16 +160,16 @@ class Second {
             const double cf = roots[i];
             if (cf < 0.0 || cf > 1.0) continue;
             const double sf = std::sqrt(1.0 - cf * cf);
-            if (sf * s.k < 0.0) continue;
-            found.push_back({cf, sf});
-            Found& last = found.back();
-            if (sf < 1e-6 * std::min({1.0, s.sa, s.sr})) {
+            if (sf * m_s.k < 0.0) continue;
+            m_found.push_back({cf, sf});
+            Found& last = m_found.back();
+            if (sf < 1e-6 * std::min({1.0, m_s.sa, m_s.sr})) {
                 last = {1.0, 0.0, 1.0, 0.0, false};
             } else if (i == 1 && cf == roots[0]) {
-                single = true;
-                for (Found& f : found) f.flag = true;
+                m_single = true;
+                for (Found& f : m_found) f.flag = true;
             } else {
-                psi(last, -s.b * s.g - cf * P, cf * Q + s.a * s.g);
+                psi(last, -m_s.b * m_s.g - cf * P, cf * Q + m_s.a * m_s.g);
             }
         }
         return true;
@@ -178,7 +179,7 @@ class Second {
         f.flag = u * u + v * v <= 1e-5;
         if (f.flag) return;
         double m = std::sqrt(u * u + v * v);
-        if (s.W() < 0.0) m = -m;
+        if (m_s.W() < 0.0) m = -m;
         f.cp = u / m;
         f.sp = v / m;
     }
@@ -186,49 +187,49 @@ class Second {
     /// Answers true when what was found near the pole is the result.
     bool numeric() {
         Phi low{1.0, 0.0};
-        if (s.h < 0.0) low = from_sine(-s.h / s.k);
-        const double z =
-            std::min(std::fabs(1e-5 / s.sa),
-                     std::fabs(std::sqrt((s.a * s.a + s.b * s.b) / (s.d * s.d + s.e * s.e)) * 1e-5 /
-                               (s.k * s.sr)));
-        if (std::fabs(s.c) <= z && s.h > 0.0) {
+        if (m_s.h < 0.0) low = from_sine(-m_s.h / m_s.k);
+        const double z = std::min(
+            std::fabs(1e-5 / m_s.sa),
+            std::fabs(std::sqrt((m_s.a * m_s.a + m_s.b * m_s.b) / (m_s.d * m_s.d + m_s.e * m_s.e)) *
+                      1e-5 / (m_s.k * m_s.sr)));
+        if (std::fabs(m_s.c) <= z && m_s.h > 0.0) {
             double cp[2], sp[2];
-            const int n = solve1(s.d * s.h, s.e * s.h, s.g - s.f, cp, sp);
+            const int n = solve1(m_s.d * m_s.h, m_s.e * m_s.h, m_s.g - m_s.f, cp, sp);
             for (int i = 0; i < n; ++i) {
-                const double v = s.a * cp[i] + s.b * sp[i];
-                const double sf = v == 0.0 ? 0.0 : -s.c / v;
+                const double v = m_s.a * cp[i] + m_s.b * sp[i];
+                const double sf = v == 0.0 ? 0.0 : -m_s.c / v;
                 if (sf <= 0.0 || sf >= 0.01) continue;
-                found.push_back({std::sqrt(std::max(0.0, 1.0 - sf * sf)), sf, cp[i], sp[i]});
+                m_found.push_back({std::sqrt(std::max(0.0, 1.0 - sf * sf)), sf, cp[i], sp[i]});
             }
-            if (found.size() == 2) return true;
-            if (found.size() == 1) low = from_sine(found[0].sf + 1e-5);
+            if (m_found.size() == 2) return true;
+            if (m_found.size() == 1) low = from_sine(m_found[0].sf + 1e-5);
         }
         search(low);
-        if (found.size() > 2) return false;
-        for (Found& f : found) psi(f, s.A1({f.cf, f.sf}), s.A2({f.cf, f.sf}));
+        if (m_found.size() > 2) return false;
+        for (Found& f : m_found) psi(f, m_s.A1({f.cf, f.sf}), m_s.A2({f.cf, f.sf}));
         return false;
     }
 
-    void record(const Phi& phi) { found.push_back({phi.cf, phi.sf}); }
+    void record(const Phi& phi) { m_found.push_back({phi.cf, phi.sf}); }
 
     void search(Phi low) {
-        double at_low = s.F(low);
+        double at_low = m_s.F(low);
         while (at_low == 0.0) {
             record(low);
-            if (found.size() > 2) return;
+            if (m_found.size() > 2) return;
             low = from_sine(low.sf + 1e-5);
-            at_low = s.F(low);
+            at_low = m_s.F(low);
         }
         Phi high{0.0, 1.0};
-        double at_high = s.F(high);
+        double at_high = m_s.F(high);
         while (at_high == 0.0) {
             record(high);
-            if (found.size() > 2) return;
+            if (m_found.size() > 2) return;
             high = from_cosine(high.cf + 1e-5);
-            at_high = s.F(high);
+            at_high = m_s.F(high);
         }
         if ((at_low < 0.0) != (at_high < 0.0)) {
-            record(refined(s, {low, at_low, false}, {high, at_high, false}));
+            record(refined(m_s, {low, at_low, false}, {high, at_high, false}));
             return;
         }
         between({low, at_low, false}, {high, at_high, false});
@@ -237,19 +238,19 @@ class Second {
     void between(const End& low, const End& high) {
         for (const Phi& phi : turning_points()) {
             if (phi.sf < low.phi.sf || phi.cf < high.phi.cf) continue;
-            const bool already = !found.empty();
-            const double value = s.F(phi);
+            const bool already = !m_found.empty();
+            const double value = m_s.F(phi);
             if (value == 0.0) {
                 record(phi);
             } else if ((value < 0.0) != (low.value < 0.0)) {
-                if (already) return found.resize(3);
+                if (already) return m_found.resize(3);
                 return split(low, {phi, value, true}, high);
             }
         }
-        if (found.size() > 2) return;
+        if (m_found.size() > 2) return;
         for (const Phi& phi : slopes()) {
             if (!(phi.cf > high.phi.cf) || !(phi.sf > low.phi.sf)) continue;
-            const double value = s.F(phi);
+            const double value = m_s.F(phi);
             if (value == 0.0) {
                 record(phi);
             } else if ((value < 0.0) != (low.value < 0.0)) {
@@ -259,13 +260,14 @@ class Second {
     }
 
     void split(const End& low, const End& middle, const End& high) {
-        record(refined(s, low, middle));
-        record(refined(s, middle, high));
+        record(refined(m_s, low, middle));
+        record(refined(m_s, middle, high));
     }
 
     std::vector<Phi> turning_points() const {
-        const double x = s.c * s.e * s.k + s.f * s.b, y = s.c * s.d * s.k + s.f * s.a;
-        const double P = s.P(), Q = s.Q(), kW = s.k * s.W();
+        const double x = m_s.c * m_s.e * m_s.k + m_s.f * m_s.b,
+                     y = m_s.c * m_s.d * m_s.k + m_s.f * m_s.a;
+        const double P = m_s.P(), Q = m_s.Q(), kW = m_s.k * m_s.W();
         const double c[3] = {x * x + y * y - kW * kW, 2.0 * (y * Q + x * P),
                              Q * Q + P * P + kW * kW};
         double u[2];
@@ -280,10 +282,10 @@ class Second {
     }
 
     std::vector<Phi> slopes() const {
-        const double ab = s.a * s.a + s.b * s.b, adbe = s.a * s.d + s.b * s.e;
+        const double ab = m_s.a * m_s.a + m_s.b * m_s.b, adbe = m_s.a * m_s.d + m_s.b * m_s.e;
         double c[4], t[4];
-        const int n =
-            solve2(0.0, ab * s.f - adbe * s.c * s.k, 0.0, -adbe * s.c * s.h, -ab * s.g, 0.0, c, t);
+        const int n = solve2(0.0, ab * m_s.f - adbe * m_s.c * m_s.k, 0.0, -adbe * m_s.c * m_s.h,
+                             -ab * m_s.g, 0.0, c, t);
         std::vector<Phi> all;
         for (int i = 0; i < n; ++i) all.push_back({c[i], t[i]});
         return all;
@@ -291,8 +293,8 @@ class Second {
 
     int close(Slots& out) const {
         int kept = 0;
-        for (const Found& f : found) {
-            const double R = f.sf * s.k + s.h;
+        for (const Found& f : m_found) {
+            const double R = f.sf * m_s.k + m_s.h;
             if (R < 0.0) continue;
             if (!f.flag) {
                 put(out, kept++, f.cf, f.sf, f.cp, f.sp);
@@ -305,7 +307,7 @@ class Second {
                 first = !first;
                 n = open(first, f, R, c, t);
             }
-            if (single) {
+            if (m_single) {
                 for (int i = 0; i < n; ++i) put(out, i, f.cf, f.sf, c[i], t[i]);
                 return n;
             }
@@ -318,18 +320,18 @@ class Second {
     }
 
     int open(bool first, const Found& f, double R, double* c, double* t) const {
-        return first ? solve1(f.sf * s.a, f.sf * s.b, -s.c * f.cf, c, t)
-                     : solve1(R * s.d, R * s.e, s.g - s.f * f.cf, c, t);
+        return first ? solve1(f.sf * m_s.a, f.sf * m_s.b, -m_s.c * f.cf, c, t)
+                     : solve1(R * m_s.d, R * m_s.e, m_s.g - m_s.f * f.cf, c, t);
     }
 
     double left(bool first, const Found& f, double R, double cp, double sp) const {
-        return first ? std::fabs((s.a * cp + s.b * sp) * f.sf + s.c * f.cf)
-                     : std::fabs((s.d * cp + s.e * sp) * R + s.f * f.cf - s.g);
+        return first ? std::fabs((m_s.a * cp + m_s.b * sp) * f.sf + m_s.c * f.cf)
+                     : std::fabs((m_s.d * cp + m_s.e * sp) * R + m_s.f * f.cf - m_s.g);
     }
 
-    const System& s;
-    std::vector<Found> found;
-    bool single = false;
+    const System& m_s;
+    std::vector<Found> m_found;
+    bool m_single = false;
 };
 
 }  // namespace plain_angles
