@@ -96,18 +96,8 @@ constexpr SwitchOption<OrderOptions> switches[] = {
     {"--quiet", &OrderOptions::quiet},
 };
 
-Problem set_file_name(OrderOptions& options, const std::string& argument) {
-    if (!options.file_name.empty()) {
-        return "one file at a time; " + quoted(argument) + " is a second one";
-    }
-    if (argument.empty()) {
-        return "the name of the file is empty";
-    }
-    options.file_name = argument;
-    return {};
-}
-
-constexpr OptionTable<OrderOptions> table{"order", value_options, switches, set_file_name};
+constexpr OptionTable<OrderOptions> table{"order", value_options, switches,
+                                          &set_file_name<OrderOptions>};
 
 }  // namespace
 

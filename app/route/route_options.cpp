@@ -97,18 +97,8 @@ constexpr SwitchOption<RouteOptions> switches[] = {
     {"--quiet", &RouteOptions::quiet},
 };
 
-Problem set_file_name(RouteOptions& options, const std::string& argument) {
-    if (!options.file_name.empty()) {
-        return "one file at a time; " + quoted(argument) + " is a second one";
-    }
-    if (argument.empty()) {
-        return "the name of the file is empty";
-    }
-    options.file_name = argument;
-    return {};
-}
-
-constexpr OptionTable<RouteOptions> table{"route", value_options, switches, set_file_name};
+constexpr OptionTable<RouteOptions> table{"route", value_options, switches,
+                                          &set_file_name<RouteOptions>};
 
 Problem check_complete(const RouteOptions& options) {
     if (options.file_name.empty()) {

@@ -46,6 +46,19 @@ std::string set_output_file(Options& options, const std::string& value) {
     return {};
 }
 
+/// Takes what is no option as the name of the one file to read.
+template <class Options>
+std::string set_file_name(Options& options, const std::string& argument) {
+    if (!options.file_name.empty()) {
+        return "one file at a time; " + quoted(argument) + " is a second one";
+    }
+    if (argument.empty()) {
+        return "the name of the file is empty";
+    }
+    options.file_name = argument;
+    return {};
+}
+
 /// Reads the option at `i`, and its value where it has one.
 template <class Options>
 std::string read_option(Options& options, const OptionTable<Options>& table,
