@@ -30,6 +30,10 @@ function(nmk_own_code target)
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
         target_compile_options(${target} PRIVATE -Wno-restrict -Wno-stringop-overflow
                                -Wno-array-bounds)
+        # What a sanitizer adds hides from it that the parts of std::regex are made before their use.
+        if(NMKTOOLBOX_SANITIZE)
+            target_compile_options(${target} PRIVATE -Wno-maybe-uninitialized)
+        endif()
     endif()
     if(NMKTOOLBOX_WARNINGS_AS_ERRORS)
         target_compile_options(${target} PRIVATE -Werror)
