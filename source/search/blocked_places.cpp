@@ -12,7 +12,7 @@ Blocked_places::Blocked_places(const std::vector<std::shared_ptr<const nmkSearch
 }
 
 bool Blocked_places::contain(const giPoint2& point) const {
-    return m_index.first_at(point) != Place_index::none;
+    return m_index.contains(m_index.seek(point));
 }
 
 }  // namespace nmk_search

@@ -17,25 +17,25 @@ void Closed_list::add(std::shared_ptr<const nmkSearchNode> node) {
     }
 }
 
-bool Closed_list::contains(const nmkSearchNode& node) const {
-    const std::uint32_t of_the_plane = first_of_the_plane(node);
+Closed_list::Sought Closed_list::seek(const nmkSearchNode& node) const {
+    const nmk2dSearchNode* place = as_place(node);
+    if (place == nullptr) return {&node, false, {}};
+    return {&node, true, m_of_the_plane.seek(place->point())};
+}
+
+bool Closed_list::contains(const Sought& sought) const {
+    if (!m_others.empty()) return is_among_all(sought);
+    return sought.is_of_the_plane && m_of_the_plane.contains(sought.place);
+}
+
+bool Closed_list::is_among_all(const Sought& sought) const {
+    const std::uint32_t of_the_plane =
+        sought.is_of_the_plane ? m_of_the_plane.first_at(sought.place) : Place_index::none;
     for (const std::uint32_t position : m_others) {
         if (position > of_the_plane) break;
-        if (*m_nodes[position] == node) return true;
+        if (*m_nodes[position] == *sought.node) return true;
     }
     return of_the_plane != Place_index::none;
-}
-
-void Closed_list::prefetch(const nmkSearchNode& node) const {
-    if (!is_plain_place(node)) return;
-    m_of_the_plane.prefetch(static_cast<const nmk2dSearchNode&>(node).point());
-}
-
-// The position of the first node of the plane that equals `node`.
-std::uint32_t Closed_list::first_of_the_plane(const nmkSearchNode& node) const {
-    const nmk2dSearchNode* place = as_place(node);
-    if (place == nullptr) return Place_index::none;
-    return m_of_the_plane.first_at(place->point());
 }
 
 }  // namespace nmk_search

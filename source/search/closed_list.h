@@ -18,14 +18,22 @@ namespace nmk_search {
 
 class Closed_list {
   public:
-    void add(std::shared_ptr<const nmkSearchNode> node);
-    bool contains(const nmkSearchNode& node) const;
+    /// A node to be looked up.
+    struct Sought {
+        const nmkSearchNode* node = nullptr;
+        bool is_of_the_plane = false;
+        Place_index::Sought place;  // of a node of the plane
+    };
 
-    /// Says that contains will be asked for `node` soon.
-    void prefetch(const nmkSearchNode& node) const;
+    void add(std::shared_ptr<const nmkSearchNode> node);
+    bool contains(const nmkSearchNode& node) const { return contains(seek(node)); }
+
+    /// Look-ups that are prepared together are faster. Nodes may be added in between.
+    Sought seek(const nmkSearchNode& node) const;
+    bool contains(const Sought& sought) const;
 
   private:
-    std::uint32_t first_of_the_plane(const nmkSearchNode& node) const;
+    bool is_among_all(const Sought& sought) const;
 
     std::vector<std::shared_ptr<const nmkSearchNode>> m_nodes;
     Place_index m_of_the_plane;

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "search/block_cache.h"
 #include "search/local_filler.h"
 
 namespace {
@@ -47,7 +48,7 @@ nmk2dSearchNodeGenerator::~nmk2dSearchNodeGenerator() = default;
 double nmk2dSearchNodeGenerator::find_x_value(double x) const { return x + m_step_x; }
 
 std::shared_ptr<nmkSearchNode> nmk2dSearchNodeGenerator::create_node(const giPoint2& point) const {
-    return std::make_shared<nmk2dSearchNode>(point);
+    return nmk_search::make_shared_in_block<nmk2dSearchNode>(point);
 }
 
 void nmk2dSearchNodeGenerator::create_x_values(const nmk2dSearchNode& node,

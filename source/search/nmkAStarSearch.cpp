@@ -5,10 +5,14 @@
 #include <nmktoolbox/search/nmkSearchNodeGenerator.h>
 #include <nmktoolbox/search/nmkSearchNodeVerifier.h>
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
+#include <span>
 #include <utility>
 #include <vector>
 
+#include "search/block_cache.h"
 #include "search/closed_list.h"
 #include "search/local_filler.h"
 #include "search/open_list.h"
@@ -28,6 +32,14 @@ class No_node final : public nmkSearchNode {
   private:
     bool is_equal(const nmkSearchNode&) const override { return false; }
 };
+
+// As many of the nodes as there is room for.
+void seek_all(const nmk_search::Closed_list& closed,
+              std::span<const std::shared_ptr<const nmkSearchNode>> nodes,
+              std::span<nmk_search::Closed_list::Sought> sought) {
+    const std::size_t count = std::min(nodes.size(), sought.size());
+    for (std::size_t i = 0; i < count; ++i) sought[i] = closed.seek(*nodes[i]);
+}
 
 const nmkSearchNode& parent_of(const nmkAStarSearchNode& record) {
     static const No_node none;
@@ -76,17 +88,20 @@ void nmkAStarSearch::expand_node(std::shared_ptr<const nmkAStarSearchNode> recor
     neighbours.reserve(usual_neighbours);
     nmk_search::Local_filler sink(neighbours);
     m_generator->expand_node(*record->m_node, sink.filler());
-    for (const auto& neighbour : neighbours) m_visited->prefetch(*neighbour);
-    for (auto& neighbour : neighbours) {
-        if (is_in_visited(*neighbour)) continue;
-        m_open->push(generate_node(std::move(neighbour), record));
+    std::array<nmk_search::Closed_list::Sought, usual_neighbours> sought;
+    for (std::size_t i = 0; i < neighbours.size(); ++i) {
+        const std::size_t turn = i % usual_neighbours;
+        if (turn == 0) seek_all(*m_visited, std::span(neighbours).subspan(i), sought);
+        if (m_visited->contains(sought[turn])) continue;
+        m_open->push(generate_node(std::move(neighbours[i]), record));
     }
 }
 
 std::shared_ptr<nmkAStarSearchNode> nmkAStarSearch::generate_node(
     std::shared_ptr<const nmkSearchNode> node,
     std::shared_ptr<const nmkAStarSearchNode> parent) const {
-    return std::make_shared<nmkAStarSearchNode>(std::move(node), std::move(parent), *m_goal);
+    return nmk_search::make_shared_in_block<nmkAStarSearchNode>(std::move(node), std::move(parent),
+                                                                *m_goal);
 }
 
 bool nmkAStarSearch::is_goal(const nmkAStarSearchNode& record) const {

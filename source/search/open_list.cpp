@@ -2,7 +2,6 @@
 
 #include <nmktoolbox/search/nmkAStarSearchNode.h>
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -13,9 +12,6 @@ void Open_list::push(Record record) {
     m_records.push_back(std::move(record));
     ++m_live;
     file(m_records.size() - 1);
-    if (m_heap.empty()) return;
-    std::push_heap(m_heap.begin(), m_heap.end(), Comes_later());
-    __builtin_prefetch(m_records[m_heap.front().number].get());
 }
 
 void Open_list::clear() {
@@ -29,16 +25,16 @@ void Open_list::clear() {
 std::size_t Open_list::best() {
     if (must_rebuild()) rebuild();
     if (m_not_numbers != 0) return best_by_scan();
-    while (m_records[m_heap.front().number] == nullptr) drop_top();
-    return m_heap.front().number;
+    while (m_records[m_heap.first()] == nullptr) m_heap.drop_first();
+    return m_heap.first();
 }
 
 void Open_list::erase(std::size_t number) {
     if (std::isnan(m_records[number]->f()) && m_not_numbers != 0) --m_not_numbers;
     m_records[number].reset();
     --m_live;
-    if (!m_heap.empty() && m_heap.front().number == number) drop_top();
-    if (!m_heap.empty()) __builtin_prefetch(&m_records[m_heap.front().number]);
+    if (!m_heap.is_empty() && m_heap.first() == number) m_heap.drop_first();
+    fetch_ahead();
 }
 
 void Open_list::score(const nmkSearchGoal& goal) {
@@ -58,7 +54,7 @@ void Open_list::file(std::size_t number) {
     if (std::isnan(f)) {
         ++m_not_numbers;
     } else {
-        m_heap.push_back({f, number});
+        m_heap.add(f, number);
     }
 }
 
@@ -73,7 +69,6 @@ void Open_list::rebuild() {
     m_heap.clear();
     m_not_numbers = 0;
     for (std::size_t number = 0; number < m_records.size(); ++number) file(number);
-    std::make_heap(m_heap.begin(), m_heap.end(), Comes_later());
     *m_score_changed = false;
 }
 
@@ -86,9 +81,12 @@ std::size_t Open_list::best_by_scan() const {
     return best;
 }
 
-void Open_list::drop_top() {
-    std::pop_heap(m_heap.begin(), m_heap.end(), Comes_later());
-    m_heap.pop_back();
+// The records that may come next, one after the other, are each somewhere else in memory: by the
+// time that one of them comes it is at hand.
+void Open_list::fetch_ahead() const {
+    for (std::size_t i = 0; i < m_heap.candidates(); ++i) {
+        __builtin_prefetch(m_records[m_heap.candidate(i)].get());
+    }
 }
 
 }  // namespace nmk_search

@@ -14,6 +14,8 @@
 #include <memory>
 #include <vector>
 
+#include "search/score_heap.h"
+
 class nmkAStarSearchNode;
 class nmkSearchGoal;
 
@@ -37,25 +39,15 @@ class Open_list {
     void score(const nmkSearchGoal& goal);
 
   private:
-    struct Entry {
-        double f;
-        std::size_t number;
-    };
-    struct Comes_later {
-        bool operator()(const Entry& entry, const Entry& other) const {
-            return entry.f > other.f || (entry.f == other.f && entry.number > other.number);
-        }
-    };
-
     void watch(nmkAStarSearchNode& record);
     void file(std::size_t number);
     bool must_rebuild() const;
     void rebuild();
     std::size_t best_by_scan() const;
-    void drop_top();
+    void fetch_ahead() const;
 
     std::vector<Record> m_records;  // in the order of insertion; empty where one was erased
-    std::vector<Entry> m_heap;      // of those whose f is a number, and of some that were erased
+    Score_heap m_heap;              // of those whose f is a number, and of some that were erased
     std::size_t m_live = 0;
     std::size_t m_not_numbers = 0;  // live records whose f is not a number
     std::shared_ptr<bool> m_score_changed = std::make_shared<bool>(false);

@@ -30,9 +30,10 @@ struct Line {
 
 inline Line line_of(double cell, double lines_in_cell) {
     constexpr double few_enough_to_count = 1e15;
-    const double line = floor_of(cell * lines_in_cell + 0.5);
-    if (!(std::abs(line) < few_enough_to_count)) return {std::bit_cast<std::uint64_t>(line), 0};
-    const auto number = static_cast<std::int64_t>(line);
+    const double along = cell * lines_in_cell + 0.5;
+    if (!(std::abs(along) < few_enough_to_count)) return {std::bit_cast<std::uint64_t>(along), 0};
+    const auto towards_zero = static_cast<std::int64_t>(along);
+    const std::int64_t number = towards_zero - (static_cast<double>(towards_zero) > along ? 1 : 0);
     return {static_cast<std::uint64_t>(number >> 2), static_cast<std::uint64_t>(number & 3)};
 }
 
