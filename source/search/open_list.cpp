@@ -81,10 +81,15 @@ std::size_t Open_list::best_by_scan() const {
     return best;
 }
 
-// The records that may come next, one after the other, are each somewhere else in memory: by the
-// time that one of them comes it is at hand.
+// The records that may come next, and the node of the next, are each somewhere else in memory: by
+// the time that one of them comes it is at hand.
 void Open_list::fetch_ahead() const {
-    for (std::size_t i = 0; i < m_heap.candidates(); ++i) {
+    if (m_heap.is_empty()) return;
+    if (const Record& next = m_records[m_heap.first()]) {
+        __builtin_prefetch(next->m_node.get());
+        __builtin_prefetch(next->m_parent.get());
+    }
+    for (std::size_t i = 1; i < m_heap.candidates(); ++i) {
         __builtin_prefetch(m_records[m_heap.candidate(i)].get());
     }
 }
