@@ -28,10 +28,7 @@ class CommaLocale {
     ~CommaLocale() {
         std::setlocale(LC_ALL, m_c_before.c_str());
         std::locale::global(m_before);
-        if (!m_folder.empty()) {
-            unsetenv("LOCPATH");
-            std::filesystem::remove_all(m_folder);
-        }
+        if (!m_folder.empty()) std::filesystem::remove_all(m_folder);
     }
 
     /// The C library writes commas too.
@@ -61,6 +58,7 @@ class CommaLocale {
         if (std::system(command.c_str()) != 0) return;
         setenv("LOCPATH", m_folder.c_str(), 1);
         take("de_DE.UTF-8");
+        unsetenv("LOCPATH");  // newlocale of the C library loses a piece of memory where it is set
     }
 
     std::locale m_before;
