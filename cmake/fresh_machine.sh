@@ -51,7 +51,7 @@ fi
 in_tree() {
     # shellcheck disable=SC2016  # for the inner shell to fill in
     unshare --mount bash -c '
-        mount -t proc proc "$1/proc" && mount --bind /dev "$1/dev" &&
+        mount -t proc proc "$1/proc" && mount --rbind /dev "$1/dev" &&
         exec env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8 \
             http_proxy="${http_proxy:-}" https_proxy="${https_proxy:-}" \
             chroot "$1" bash -c "cd /work/nmktoolbox && $2"' in_tree "$tree" "$1" </dev/null
