@@ -6,11 +6,11 @@
 #include <ncamcontainer/builtin_containers.h>
 
 #include <algorithm>
-#include <chrono>
-#include <cstdio>
 #include <random>
 #include <unordered_set>
 #include <vector>
+
+#include "stopwatch.h"
 
 namespace {
 
@@ -39,27 +39,10 @@ int run_peer(const Numbers& numbers) {
     return found;
 }
 
-template <class Run>
-double seconds(Run run, int& answer) {
-    const auto start = std::chrono::steady_clock::now();
-    answer = run();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
 bool measure(const char* name, const Numbers& numbers) {
-    double ours = 1e9;
-    double peer = 1e9;
-    bool same = true;
-    for (int round = 0; round < rounds; ++round) {
-        int our_found = 0;
-        int peer_found = 0;
-        ours = std::min(ours, seconds([&] { return run_ours(numbers); }, our_found));
-        peer = std::min(peer, seconds([&] { return run_peer(numbers); }, peer_found));
-        same = same && our_found == peer_found;
-    }
-    std::printf("%-40s %.4f %.4f %.3f %.2f%s\n", name, ours, peer, ours / peer, target,
-                same ? "" : "  THE ANSWERS DIFFER");
-    return same;
+    const auto taken = stopwatch::in_turns(
+        rounds, [&] { return run_ours(numbers); }, [&] { return run_peer(numbers); });
+    return stopwatch::report(name, taken.ours, taken.peer, target, taken.same);
 }
 
 Numbers random_numbers() {
@@ -86,7 +69,8 @@ Numbers ascending_numbers() {
 }  // namespace
 
 int main() {
-    const bool random_same = measure("coSet_1e6_random_adds_and_finds", random_numbers());
-    const bool ascending_same = measure("coSet_1e6_ascending_adds_and_finds", ascending_numbers());
-    return random_same && ascending_same ? 0 : 1;
+    const bool random_reached = measure("coSet_1e6_random_adds_and_finds", random_numbers());
+    const bool ascending_reached =
+        measure("coSet_1e6_ascending_adds_and_finds", ascending_numbers());
+    return random_reached && ascending_reached ? 0 : 1;
 }

@@ -7,11 +7,11 @@
 #include <nmktoolbox/collections/nmkBalBinTree.h>
 
 #include <algorithm>
-#include <chrono>
-#include <cstdio>
 #include <random>
 #include <set>
 #include <vector>
+
+#include "stopwatch.h"
 
 namespace {
 
@@ -52,28 +52,12 @@ unsigned run_multiset(const std::vector<int>& items, int (*compare)(const void*,
     return sum;
 }
 
-template <class Run>
-double seconds(Run run, unsigned& answer) {
-    const auto start = std::chrono::steady_clock::now();
-    answer = run();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
 bool measure(const char* name, const std::vector<int>& items) {
     int (*volatile compare)(const void*, const void*) = compare_numbers;
-    double ours = 1e9;
-    double peer = 1e9;
-    bool same = true;
-    for (int round = 0; round < rounds; ++round) {
-        unsigned our_sum = 0;
-        unsigned peer_sum = 0;
-        ours = std::min(ours, seconds([&] { return run_tree(items, compare); }, our_sum));
-        peer = std::min(peer, seconds([&] { return run_multiset(items, compare); }, peer_sum));
-        same = same && our_sum == peer_sum;
-    }
-    std::printf("%-40s %.4f %.4f %.3f %.2f%s\n", name, ours, peer, ours / peer, target,
-                same ? "" : "  THE WALKS DIFFER");
-    return same;
+    const auto taken = stopwatch::in_turns(
+        rounds, [&] { return run_tree(items, compare); },
+        [&] { return run_multiset(items, compare); });
+    return stopwatch::report(name, taken.ours, taken.peer, target, taken.same);
 }
 
 }  // namespace

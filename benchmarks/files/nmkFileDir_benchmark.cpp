@@ -15,7 +15,7 @@
 #include <string>
 #include <vector>
 
-#include "ordering/stopwatch.h"
+#include "stopwatch.h"
 
 namespace fs = std::filesystem;
 

@@ -1,6 +1,6 @@
 // nmkformat_double_benchmark: exact numbers as text, beside the shortest form of the standard.
 
-#include "ordering/stopwatch.h"
+#include "stopwatch.h"
 
 #include "files/plain_format_double.h"
 

@@ -5,7 +5,7 @@
 // are processor time, and the heap keeps its memory: the system's handing out of pages, which
 // begins at some size, is not what is measured.
 
-#include "ordering/stopwatch.h"
+#include "stopwatch.h"
 
 #include <nmktoolbox/files.h>
 

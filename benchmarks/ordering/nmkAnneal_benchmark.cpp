@@ -1,28 +1,19 @@
 // nmkAnneal_benchmark.cpp: the annealer beside the bare loop of tests/ordering/plain_anneal.h.
 //
 // One line for each measurement: name, seconds ours, seconds of the peer, ratio, ratio to reach.
-// The best of some repeats counts. Both must give the same order, else the line says DIFFERS.
+// The best of some repeats counts. Both must give the same order, else the line says so.
 // With an argument, only measurements whose name contains it are made.
 
-#include <algorithm>
-#include <chrono>
-#include <cstdio>
-#include <cstring>
-#include <functional>
-#include <limits>
 #include <string>
 
 #include "ordering/plain_problems.h"
+#include "stopwatch.h"
 
 namespace {
 
 const char* only = "";
 
-double seconds(const std::function<void()>& work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
+bool all_reached = true;
 
 // A caller's own state: the bare points problem behind the virtual operations.
 class Own_state : public nmkAnnealState {
@@ -43,18 +34,8 @@ class Own_state : public nmkAnnealState {
 template <class Make_ours, class Make_peer>
 void measure(const std::string& name, double target, int repeats, Make_ours ours, Make_peer peer) {
     if (name.find(only) == std::string::npos) return;
-    double our_time = std::numeric_limits<double>::max();
-    double peer_time = our_time;
-    bool same = true;
-    for (int repeat = 0; repeat < repeats; ++repeat) {
-        std::vector<int> our_items, peer_items;
-        our_time = std::min(our_time, seconds([&] { our_items = ours(); }));
-        peer_time = std::min(peer_time, seconds([&] { peer_items = peer(); }));
-        same = same && our_items == peer_items;
-    }
-    std::printf("%-28s %9.4f %9.4f  %6.3f  %5.2f%s\n", name.c_str(), our_time, peer_time,
-                our_time / peer_time, target, same ? "" : "  DIFFERS");
-    std::fflush(stdout);
+    const auto taken = stopwatch::in_turns(repeats, ours, peer);
+    all_reached &= stopwatch::report(name.c_str(), taken.ours, taken.peer, target, taken.same);
 }
 
 template <class Problem>
@@ -123,7 +104,6 @@ void measure_own_state(int n, double target, int repeats) {
 
 int main(int argc, char** argv) {
     if (argc > 1) only = argv[1];
-    std::printf("%-28s %9s %9s  %6s  %5s\n", "name", "ours_s", "peer_s", "ratio", "reach");
     measure_points(100, 0.6, 5);
     measure_points(1000, 0.6, 2);
     measure_points(10000, 0.6, 1);
@@ -132,4 +112,5 @@ int main(int argc, char** argv) {
     measure_lines(1000, 0.7, 1);
     measure_own_state(100, 1.3, 5);
     measure_own_state(1000, 1.3, 2);
+    return all_reached ? 0 : 1;
 }

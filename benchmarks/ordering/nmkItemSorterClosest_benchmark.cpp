@@ -1,7 +1,7 @@
 // Benchmark: the closest sorter on 10,000 points, beside sorting everything for each point taken.
 #include "ordering/plain_sorters.h"
 #include "ordering/sort_samples.h"
-#include "ordering/stopwatch.h"
+#include "stopwatch.h"
 
 using namespace sort_samples;
 

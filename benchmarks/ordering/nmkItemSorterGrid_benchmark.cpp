@@ -5,7 +5,7 @@
 
 #include "ordering/plain_sorters.h"
 #include "ordering/sort_samples.h"
-#include "ordering/stopwatch.h"
+#include "stopwatch.h"
 
 using namespace sort_samples;
 

@@ -15,8 +15,8 @@
 #include <string>
 #include <vector>
 
-#include "ordering/stopwatch.h"
 #include "search/plain_search.h"
+#include "stopwatch.h"
 
 namespace {
 

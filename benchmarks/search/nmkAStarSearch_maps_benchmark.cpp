@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "ordering/stopwatch.h"
 #include "search/grid_search.h"
+#include "stopwatch.h"
 
 #ifdef NMK_WITH_BOOST_GRAPH
 #include <boost/graph/adjacency_list.hpp>

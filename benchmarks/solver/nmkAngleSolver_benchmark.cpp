@@ -6,8 +6,8 @@
 #include <new>
 #include <vector>
 
-#include "ordering/stopwatch.h"
 #include "solver/solver_samples.h"
+#include "stopwatch.h"
 
 namespace {
 

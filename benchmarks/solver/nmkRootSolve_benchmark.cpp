@@ -11,7 +11,7 @@
 #include <cstdio>
 #include <vector>
 
-#include "ordering/stopwatch.h"
+#include "stopwatch.h"
 
 #if defined(NMK_WITH_GSL)
 #include <gsl/gsl_errno.h>

@@ -5,8 +5,8 @@
 #include <cstdio>
 #include <vector>
 
-#include "ordering/stopwatch.h"
 #include "solver/solver_samples.h"
+#include "stopwatch.h"
 
 #if defined(NMK_WITH_GSL)
 #include <gsl/gsl_poly.h>
