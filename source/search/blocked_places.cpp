@@ -11,8 +11,6 @@ Blocked_places::Blocked_places(const std::vector<std::shared_ptr<const nmkSearch
     }
 }
 
-bool Blocked_places::contain(const giPoint2& point) const {
-    return m_index.contains(m_index.seek(point));
-}
+bool Blocked_places::contain(const giPoint2& point) const { return m_index.contains(point); }
 
 }  // namespace nmk_search

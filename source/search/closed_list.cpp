@@ -17,23 +17,19 @@ void Closed_list::add(std::shared_ptr<const nmkSearchNode> node) {
     }
 }
 
-Closed_list::Sought Closed_list::seek(const nmkSearchNode& node) const {
+bool Closed_list::contains(const nmkSearchNode& node) const {
+    if (!m_others.empty()) return is_among_all(node);
     const nmk2dSearchNode* place = as_place(node);
-    if (place == nullptr) return {&node, false, {}};
-    return {&node, true, m_of_the_plane.seek(place->point())};
+    return place != nullptr && m_of_the_plane.contains(place->point());
 }
 
-bool Closed_list::contains(const Sought& sought) const {
-    if (!m_others.empty()) return is_among_all(sought);
-    return sought.is_of_the_plane && m_of_the_plane.contains(sought.place);
-}
-
-bool Closed_list::is_among_all(const Sought& sought) const {
+bool Closed_list::is_among_all(const nmkSearchNode& node) const {
+    const nmk2dSearchNode* place = as_place(node);
     const std::uint32_t of_the_plane =
-        sought.is_of_the_plane ? m_of_the_plane.first_at(sought.place) : Place_index::none;
+        place != nullptr ? m_of_the_plane.first_at(place->point()) : Place_index::none;
     for (const std::uint32_t position : m_others) {
         if (position > of_the_plane) break;
-        if (*m_nodes[position] == *sought.node) return true;
+        if (*m_nodes[position] == node) return true;
     }
     return of_the_plane != Place_index::none;
 }

@@ -18,22 +18,12 @@ namespace nmk_search {
 
 class Closed_list {
   public:
-    /// A node to be looked up.
-    struct Sought {
-        const nmkSearchNode* node = nullptr;
-        bool is_of_the_plane = false;
-        Place_index::Sought place;  // of a node of the plane
-    };
-
+    bool is_empty() const { return m_nodes.empty(); }
     void add(std::shared_ptr<const nmkSearchNode> node);
-    bool contains(const nmkSearchNode& node) const { return contains(seek(node)); }
-
-    /// Look-ups that are prepared together are faster. Nodes may be added in between.
-    Sought seek(const nmkSearchNode& node) const;
-    bool contains(const Sought& sought) const;
+    bool contains(const nmkSearchNode& node) const;
 
   private:
-    bool is_among_all(const Sought& sought) const;
+    bool is_among_all(const nmkSearchNode& node) const;
 
     std::vector<std::shared_ptr<const nmkSearchNode>> m_nodes;
     Place_index m_of_the_plane;

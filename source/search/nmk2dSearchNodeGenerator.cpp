@@ -2,9 +2,10 @@
 #include <nmktoolbox/search/nmk2dSearchNodeGenerator.h>
 
 #include <cstddef>
+#include <typeinfo>
 #include <vector>
 
-#include "search/block_cache.h"
+#include "search/lattice_steps.h"
 #include "search/local_filler.h"
 
 namespace {
@@ -48,7 +49,7 @@ nmk2dSearchNodeGenerator::~nmk2dSearchNodeGenerator() = default;
 double nmk2dSearchNodeGenerator::find_x_value(double x) const { return x + m_step_x; }
 
 std::shared_ptr<nmkSearchNode> nmk2dSearchNodeGenerator::create_node(const giPoint2& point) const {
-    return nmk_search::make_shared_in_block<nmk2dSearchNode>(point);
+    return std::make_shared<nmk2dSearchNode>(point);
 }
 
 void nmk2dSearchNodeGenerator::create_x_values(const nmk2dSearchNode& node,
@@ -66,4 +67,12 @@ nmkForward2dSearchNodeGenerator::~nmkForward2dSearchNodeGenerator() = default;
 void nmkForward2dSearchNodeGenerator::create_x_values(const nmk2dSearchNode& node,
                                                       coiFiller<double> filler) const {
     filler.add(node.point().x + step_x());
+}
+
+std::optional<nmk_search::Lattice_steps> nmk_search::lattice_steps_of(
+    const nmkSearchNodeGenerator& generator) {
+    const bool is_forward = typeid(generator) == typeid(nmkForward2dSearchNodeGenerator);
+    if (!is_forward && typeid(generator) != typeid(nmk2dSearchNodeGenerator)) return std::nullopt;
+    const auto& of_the_plane = static_cast<const nmk2dSearchNodeGenerator&>(generator);
+    return Lattice_steps{of_the_plane.m_step_x, of_the_plane.m_step_y, is_forward};
 }

@@ -9,12 +9,14 @@
 #include <array>
 #include <cstddef>
 #include <span>
+#include <typeinfo>
 #include <utility>
 #include <vector>
 
-#include "search/block_cache.h"
 #include "search/closed_list.h"
+#include "search/lattice_search.h"
 #include "search/local_filler.h"
+#include "search/no_node.h"
 #include "search/open_list.h"
 
 using Route_filler = coiFiller<std::shared_ptr<const nmkSearchNode>>;
@@ -23,28 +25,9 @@ namespace {
 
 constexpr std::size_t usual_neighbours = 8;
 
-// What a verifier is given for the parent of a root.
-class No_node final : public nmkSearchNode {
-  public:
-    double min_cost(const nmkSearchNode&) const override { return 0.0; }
-    double min_cost(const nmkSearchGoal&) const override { return 0.0; }
-
-  private:
-    bool is_equal(const nmkSearchNode&) const override { return false; }
-};
-
-// As many of the nodes as there is room for.
-void seek_all(const nmk_search::Closed_list& closed,
-              std::span<const std::shared_ptr<const nmkSearchNode>> nodes,
-              std::span<nmk_search::Closed_list::Sought> sought) {
-    const std::size_t count = std::min(nodes.size(), sought.size());
-    for (std::size_t i = 0; i < count; ++i) sought[i] = closed.seek(*nodes[i]);
-}
-
 const nmkSearchNode& parent_of(const nmkAStarSearchNode& record) {
-    static const No_node none;
     const auto parent = record.parent();
-    return parent == nullptr ? none : *parent->node();
+    return parent == nullptr ? nmk_search::No_node::instance() : *parent->node();
 }
 
 }  // namespace
@@ -65,6 +48,7 @@ nmkAStarSearch::nmkAStarSearch(std::shared_ptr<const nmkSearchNodeGenerator> gen
 nmkAStarSearch::~nmkAStarSearch() = default;
 
 void nmkAStarSearch::set_start(std::shared_ptr<const nmkSearchNode> start) {
+    if (m_on_lattice != nullptr) leave_lattice();
     m_start = std::move(start);
     m_open->clear();
     // Deliberate: what earlier runs closed stays closed.
@@ -73,6 +57,8 @@ void nmkAStarSearch::set_start(std::shared_ptr<const nmkSearchNode> start) {
 
 // The goal test is made when a node comes out of the open list, never when it is generated.
 void nmkAStarSearch::perform(Route_filler filler) {
+    if (m_on_lattice == nullptr) enter_lattice();
+    if (m_on_lattice != nullptr && perform_on_lattice(filler)) return;
     while (!m_open->is_empty()) {
         const std::shared_ptr<const nmkAStarSearchNode> record = find_next_node();
         if (record == nullptr) return;
@@ -88,20 +74,16 @@ void nmkAStarSearch::expand_node(std::shared_ptr<const nmkAStarSearchNode> recor
     neighbours.reserve(usual_neighbours);
     nmk_search::Local_filler sink(neighbours);
     m_generator->expand_node(*record->m_node, sink.filler());
-    std::array<nmk_search::Closed_list::Sought, usual_neighbours> sought;
-    for (std::size_t i = 0; i < neighbours.size(); ++i) {
-        const std::size_t turn = i % usual_neighbours;
-        if (turn == 0) seek_all(*m_visited, std::span(neighbours).subspan(i), sought);
-        if (m_visited->contains(sought[turn])) continue;
-        m_open->push(generate_node(std::move(neighbours[i]), record));
+    for (auto& neighbour : neighbours) {
+        if (is_in_visited(*neighbour)) continue;
+        m_open->push(generate_node(std::move(neighbour), record));
     }
 }
 
 std::shared_ptr<nmkAStarSearchNode> nmkAStarSearch::generate_node(
     std::shared_ptr<const nmkSearchNode> node,
     std::shared_ptr<const nmkAStarSearchNode> parent) const {
-    return nmk_search::make_shared_in_block<nmkAStarSearchNode>(std::move(node), std::move(parent),
-                                                                *m_goal);
+    return std::make_shared<nmkAStarSearchNode>(std::move(node), std::move(parent), *m_goal);
 }
 
 bool nmkAStarSearch::is_goal(const nmkAStarSearchNode& record) const {
@@ -150,4 +132,55 @@ std::shared_ptr<const nmkAStarSearchNode> nmkAStarSearch::pop_best_node() {
     }
     m_open->erase(best);
     return chosen;
+}
+
+// A search of a derived class may have replaced what the lattice does by itself.
+void nmkAStarSearch::enter_lattice() {
+    if (typeid(*this) != typeid(nmkAStarSearch)) return;
+    if (m_open->is_empty() || !m_visited->is_empty()) return;
+    const std::shared_ptr<const nmkSearchNode> start = (*m_open)[m_open->best()]->m_node;
+    m_on_lattice = nmk_search::Lattice_search::make(m_generator, m_verifier, start, m_goal);
+}
+
+// Answers whether the search is over; if not, the lists are to be gone on with.
+bool nmkAStarSearch::perform_on_lattice(Route_filler& filler) {
+    using nmk_search::Lattice_search;
+    const Lattice_search::Stop stop = m_on_lattice->run();
+    switch (stop.why) {
+        case Lattice_search::Why::exhausted:
+            return true;
+        case Lattice_search::Why::arrived:
+            m_on_lattice->add_route(stop.at, filler);
+            return true;
+        default:
+            break;
+    }
+    expand_node(leave_lattice()[stop.at]);
+    return false;
+}
+
+// The lists as they would stand had the search gone by them from the beginning. Answers the records
+// of the closed places.
+nmkAStarSearch::Records nmkAStarSearch::leave_lattice() {
+    using nmk_search::Lattice_search;
+    const Lattice_search& left = *m_on_lattice;
+    Records records;
+    const auto record_of = [&](std::shared_ptr<const nmkSearchNode> node,
+                               Lattice_search::Number parent) {
+        return generate_node(std::move(node),
+                             parent == Lattice_search::none ? nullptr : records[parent]);
+    };
+    auto visited = std::make_unique<nmk_search::Closed_list>();
+    for (const Lattice_search::Closed& closed : left.closed()) {
+        records.push_back(record_of(closed.node, closed.parent));
+        visited->add(closed.node);
+    }
+    auto open = std::make_unique<nmk_search::Open_list>();
+    for (const auto& way : left.open_ways()) {
+        open->push(record_of(std::make_shared<nmk2dSearchNode>(way.point), way.parent));
+    }
+    m_visited = std::move(visited);
+    m_open = std::move(open);
+    m_on_lattice.reset();
+    return records;
 }

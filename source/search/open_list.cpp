@@ -34,7 +34,6 @@ void Open_list::erase(std::size_t number) {
     m_records[number].reset();
     --m_live;
     if (!m_heap.is_empty() && m_heap.first() == number) m_heap.drop_first();
-    fetch_ahead();
 }
 
 void Open_list::score(const nmkSearchGoal& goal) {
@@ -79,19 +78,6 @@ std::size_t Open_list::best_by_scan() const {
         if (m_records[i] != nullptr && m_records[i]->f() < m_records[best]->f()) best = i;
     }
     return best;
-}
-
-// The records that may come next, and the node of the next, are each somewhere else in memory: by
-// the time that one of them comes it is at hand.
-void Open_list::fetch_ahead() const {
-    if (m_heap.is_empty()) return;
-    if (const Record& next = m_records[m_heap.first()]) {
-        __builtin_prefetch(next->m_node.get());
-        __builtin_prefetch(next->m_parent.get());
-    }
-    for (std::size_t i = 1; i < m_heap.candidates(); ++i) {
-        __builtin_prefetch(m_records[m_heap.candidate(i)].get());
-    }
 }
 
 }  // namespace nmk_search

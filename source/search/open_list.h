@@ -44,7 +44,6 @@ class Open_list {
     bool must_rebuild() const;
     void rebuild();
     std::size_t best_by_scan() const;
-    void fetch_ahead() const;
 
     std::vector<Record> m_records;  // in the order of insertion; empty where one was erased
     Score_heap m_heap;              // of those whose f is a number, and of some that were erased

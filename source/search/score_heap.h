@@ -22,12 +22,11 @@ class Score_heap {
     /// `score` must not be NaN.
     void add(double score, std::size_t number);
 
-    std::size_t first() const { return candidate(0); }
+    std::size_t first() const { return number_of(m_entries[0]); }
     void drop_first();
 
-    /// The number of the first, and those of which one comes next.
-    std::size_t candidates() const { return std::min(m_entries.size(), children + 1); }
-    std::size_t candidate(std::size_t i) const { return static_cast<std::size_t>(m_entries[i]); }
+    /// All of them, in no order.
+    std::vector<std::size_t> numbers() const;
 
   private:
     static constexpr std::size_t children = 4;
@@ -35,6 +34,7 @@ class Score_heap {
     // Above the bits of the score, in an order of its own, below the number.
     __extension__ using Entry = unsigned __int128;
 
+    static std::size_t number_of(Entry entry) { return static_cast<std::size_t>(entry); }
     void rise(std::size_t hole, Entry entry);
     std::size_t first_child(std::size_t begin, std::size_t end) const;
 
@@ -48,6 +48,13 @@ inline void Score_heap::add(double score, std::size_t number) {
     const std::uint64_t key = (bits & sign) != 0 ? ~bits : bits | sign;
     m_entries.push_back(Entry{key} << 64 | number);
     rise(m_entries.size() - 1, m_entries.back());
+}
+
+inline std::vector<std::size_t> Score_heap::numbers() const {
+    std::vector<std::size_t> numbers;
+    numbers.reserve(m_entries.size());
+    for (const Entry entry : m_entries) numbers.push_back(number_of(entry));
+    return numbers;
 }
 
 inline void Score_heap::rise(std::size_t hole, Entry entry) {

@@ -1,8 +1,8 @@
 // flat_arithmetic_test.cpp: draws and remainders of the flat loops beside plain arithmetic.
 
-#include "../../source/ordering/flat_arithmetic.h"
-
 #include <gtest/gtest.h>
+
+#include "ordering/flat_arithmetic.h"
 
 namespace {
 

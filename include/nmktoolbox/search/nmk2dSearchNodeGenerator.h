@@ -8,7 +8,13 @@
 #include <nmktoolbox/export.h>
 #include <nmktoolbox/search/nmkSearchNodeGenerator.h>
 
+#include <optional>
+
 class nmk2dSearchNode;
+namespace nmk_search {
+struct Lattice_steps;
+std::optional<Lattice_steps> lattice_steps_of(const nmkSearchNodeGenerator& generator);
+}  // namespace nmk_search
 
 class NMKTOOLBOX_EXPORT nmkAbs2dSearchNodeGenerator : public nmkSearchNodeGenerator {
   public:
@@ -46,6 +52,9 @@ class NMKTOOLBOX_EXPORT nmk2dSearchNodeGenerator : public nmkAbs2dSearchNodeGene
     double step_y() const { return m_step_y; }
 
   private:
+    friend std::optional<nmk_search::Lattice_steps> nmk_search::lattice_steps_of(
+        const nmkSearchNodeGenerator& generator);
+
     double m_step_x;
     double m_step_y;
 };

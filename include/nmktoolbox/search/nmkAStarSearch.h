@@ -3,10 +3,13 @@
 // The space is given by four small classes: a node, a goal, a generator of neighbours and a
 // verifier of nodes. The search asks them in an order that is part of its contract. Among records
 // of equal f the oldest is taken; a place may stand in the open list more than once, and all but
-// the cheapest are dropped when they are popped; a record's cost is never corrected later. Taking
-// the best record costs the logarithm of their number, unless an f is not a number. Whether a place
-// is closed is looked up for nodes that are of class nmk2dSearchNode itself; nodes of any other
-// kind are asked one after the other.
+// the cheapest are dropped when they are popped; a record's cost is never corrected later.
+//
+// Taking the best record costs the logarithm of their number, unless an f is not a number. Whether
+// a place is closed is looked up for nodes that are of class nmk2dSearchNode itself; nodes of any
+// other kind are asked one after the other. Fastest is a search of this very class whose start,
+// goal and generator are of the library's own classes of the plane, whatever its verifier: it makes
+// nodes for the verifier only.
 //
 // One search belongs to one thread. Nodes may be shared between searches, a goal that can move
 // must not be. Exceptions of the four collaborators and of the filler pass through; the lists then
@@ -17,6 +20,7 @@
 #include <nmktoolbox/export.h>
 
 #include <memory>
+#include <vector>
 
 class nmkAStarSearchNode;
 class nmkSearchGoal;
@@ -25,6 +29,7 @@ class nmkSearchNodeGenerator;
 class nmkSearchNodeVerifier;
 namespace nmk_search {
 class Closed_list;
+class Lattice_search;
 class Open_list;
 }  // namespace nmk_search
 
@@ -73,10 +78,16 @@ class NMKTOOLBOX_EXPORT nmkAStarSearch {
     std::shared_ptr<const nmkAStarSearchNode> find_next_node();
     std::shared_ptr<const nmkAStarSearchNode> pop_best_node();
 
+    using Records = std::vector<std::shared_ptr<const nmkAStarSearchNode>>;
+    void enter_lattice();
+    bool perform_on_lattice(coiFiller<std::shared_ptr<const nmkSearchNode>>& filler);
+    Records leave_lattice();
+
     std::shared_ptr<const nmkSearchNode> m_start;
     std::shared_ptr<nmkSearchGoal> m_goal;
     std::shared_ptr<const nmkSearchNodeGenerator> m_generator;
     std::shared_ptr<const nmkSearchNodeVerifier> m_verifier;
-    std::unique_ptr<nmk_search::Closed_list> m_visited;  // in the order of closing
-    std::unique_ptr<nmk_search::Open_list> m_open;       // in the order of insertion
+    std::unique_ptr<nmk_search::Closed_list> m_visited;        // in the order of closing
+    std::unique_ptr<nmk_search::Open_list> m_open;             // in the order of insertion
+    std::unique_ptr<nmk_search::Lattice_search> m_on_lattice;  // while it stands for both lists
 };

@@ -1,0 +1,172 @@
+#include "search/lattice_search.h"
+
+#include <nmktoolbox/search/nmk2dSearchGoal.h>
+
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <optional>
+#include <span>
+#include <typeinfo>
+#include <utility>
+
+#include "search/no_node.h"
+
+namespace nmk_search {
+
+namespace {
+
+using Way = Lattice_open_list::Way;
+
+bool is_of(const nmkSearchGoal& goal, const std::type_info& type) { return typeid(goal) == type; }
+
+bool is_goal_at_rest(const nmkSearchGoal& goal) {
+    return is_of(goal, typeid(nmk2dSearchGoalPoint)) || is_of(goal, typeid(nmk2dSearchGoalXLine)) ||
+           is_of(goal, typeid(nmk2dSearchGoalXLineWithGrad));
+}
+
+/// A column or row.
+struct Line {
+    std::int32_t number;
+    double coordinate;
+};
+
+/// The columns or rows that the neighbours of a place stand in, and its own.
+struct Lines {
+    const Line* begin() const { return lines.data(); }
+    const Line* end() const { return lines.data() + count; }
+
+    // Answers whether all of them are lines of the lattice.
+    bool fill(const Lattice_axis& axis, std::span<const int> directions, Line from) {
+        for (const int direction : directions) {
+            const Line line{from.number + direction, axis.next(from.coordinate, direction)};
+            if (!axis.stands_on(line.number, line.coordinate)) return false;
+            lines[count++] = line;
+        }
+        return true;
+    }
+
+    std::array<Line, 3> lines;
+    std::size_t count = 0;
+};
+
+bool is_closed_by(nmkSearchNodeVerifierResult verdict) {
+    return verdict == nmkSearchNodeVerifierResult::accepted ||
+           verdict == nmkSearchNodeVerifierResult::refused_for_good;
+}
+
+}  // namespace
+
+Lattice_search::Lattice_search(const Lattice_steps& steps, const nmk2dSearchNode& start)
+    : m_steps(steps), m_columns(start.point().x, steps.x), m_rows(start.point().y, steps.y) {}
+
+std::unique_ptr<Lattice_search> Lattice_search::make(
+    std::shared_ptr<const nmkSearchNodeGenerator> generator,
+    std::shared_ptr<const nmkSearchNodeVerifier> verifier, const Node& start,
+    std::shared_ptr<nmkSearchGoal> goal) {
+    const bool goal_moves = is_of(*goal, typeid(nmk2dSearchGoalMovingXLine));
+    const std::optional<Lattice_steps> steps = lattice_steps_of(*generator);
+    if (!steps || !is_plain_place(*start) || !(goal_moves || is_goal_at_rest(*goal)))
+        return nullptr;
+    const auto& root = static_cast<const nmk2dSearchNode&>(*start);
+    std::unique_ptr<Lattice_search> search(new Lattice_search(*steps, root));
+    if (!search->m_columns.is_usable() || !search->m_rows.is_usable()) return nullptr;
+    search->m_generator = std::move(generator);
+    search->m_verifier = std::move(verifier);
+    search->m_root = start;
+    search->m_goal = std::move(goal);
+    search->m_goal_moves = goal_moves;
+    const Way way{root.point(), 0.0, none};
+    search->m_open.push({0, 0}, way, search->f_of(way));
+    return search;
+}
+
+Lattice_search::Stop Lattice_search::run() {
+    while (!m_open.is_empty()) {
+        const Lattice_open_list::Slot slot = m_open.first();
+        const Lattice_place place = m_open.place(slot);
+        m_open.drop_first();
+        if (m_goal_moves) move_goal(m_open.way(slot).point);
+        if (m_closed_places.contains(place)) continue;
+        const Way way = m_open.way(slot);
+        if (!close(place, way)) continue;
+        const auto number = static_cast<Number>(m_closed.size() - 1);
+        if (m_goal->contains(*m_closed.back().node)) return {Why::arrived, number};
+        if (!expand(place, way, number)) return {Why::left_lattice, number};
+    }
+    return {Why::exhausted, none};
+}
+
+void Lattice_search::add_route(Number arrival, coiFiller<Node>& filler) const {
+    std::vector<Number> route;
+    for (Number at = arrival; at != none; at = m_closed[at].parent) route.push_back(at);
+    for (auto at = route.rbegin(); at != route.rend(); ++at) filler.add(m_closed[*at].node);
+}
+
+std::vector<Way> Lattice_search::open_ways() const {
+    std::vector<Way> ways;
+    for (const Lattice_open_list::Slot slot : m_open.slots_by_age()) {
+        ways.push_back(m_open.way(slot));
+    }
+    return ways;
+}
+
+// What is no number counts as infinite. Of the goals here each gives such a score to all places,
+// or, where a gradient of zero divides, to some, and an infinite one to the others: so the oldest
+// record is first, as by comparing what is no number.
+double Lattice_search::f_of(const Way& way) const {
+    const double f = m_goal->min_cost(nmk2dSearchNode(way.point)) + way.g;
+    return std::isnan(f) ? std::numeric_limits<double>::infinity() : f;
+}
+
+Lattice_search::Node Lattice_search::node_of(const Way& way) const {
+    if (way.parent == none) return m_root;
+    return std::make_shared<nmk2dSearchNode>(way.point);
+}
+
+nmkSearchNodeVerifierResult Lattice_search::verify(Number parent, const nmkSearchNode& node) const {
+    return m_verifier->verify(parent == none ? No_node::instance() : *m_closed[parent].node, node);
+}
+
+// Answers whether the place was accepted.
+bool Lattice_search::close(Lattice_place place, const Way& way) {
+    Node node = node_of(way);
+    const nmkSearchNodeVerifierResult verdict = verify(way.parent, *node);
+    if (!is_closed_by(verdict)) return false;
+    m_closed_places.add(place);
+    m_closed.push_back({std::move(node), way.parent});
+    return verdict == nmkSearchNodeVerifierResult::accepted;
+}
+
+// Deliberate: the record that was popped before stays chosen.
+void Lattice_search::move_goal(const giPoint2& point) {
+    if (!m_goal->overshoot_goal(nmk2dSearchNode(point), *m_generator)) return;
+    m_open.score([this](const Way& way) { return f_of(way); });
+}
+
+// Answers false, and opens nothing, where a neighbour would leave the lattice.
+bool Lattice_search::expand(Lattice_place place, const Way& from, Number number) {
+    Lines columns;
+    Lines rows;
+    if (!columns.fill(m_columns, m_steps.columns(), {place.column, from.point.x})) return false;
+    if (!rows.fill(m_rows, m_steps.rows(), {place.row, from.point.y})) return false;
+    keep_ages_for(columns.count * rows.count);
+    for (const Line& column : columns) {
+        for (const Line& row : rows) {
+            const Lattice_place to{column.number, row.number};
+            if (m_closed_places.contains(to)) continue;  // the place itself is
+            const giPoint2 point(column.coordinate, row.coordinate);
+            const Way way{point, point.distance(from.point) + from.g, number};
+            m_open.push(to, way, f_of(way));
+        }
+    }
+    return true;
+}
+
+void Lattice_search::keep_ages_for(std::size_t records) {
+    if (m_open.ages_left() >= records) return;
+    m_open.score_with_new_ages([this](const Way& way) { return f_of(way); });
+}
+
+}  // namespace nmk_search

@@ -1,0 +1,98 @@
+// lattice_search.h: a search whose nodes, goal and generator are the library's own of the plane.
+//
+// Nobody can see such nodes being made, compared and scored. So places are known by column and row,
+// what waits to be popped stands in arrays, and a node is made for the verifier alone. The
+// verifier, which may be a caller's own, is asked what it would be asked otherwise, in the same
+// order, about nodes that become those of the route.
+//
+// Where sums of steps drift too far from the lattice the search stops, and is to be gone on with by
+// lists of records and nodes.
+#pragma once
+
+#include <ncamcontainer/coiIterators.h>
+#include <nmktoolbox/search/nmk2dSearchNode.h>
+#include <nmktoolbox/search/nmkSearchNodeVerifier.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "search/lattice.h"
+#include "search/lattice_open_list.h"
+#include "search/lattice_steps.h"
+#include "search/place_set.h"
+
+class nmkSearchGoal;
+class nmkSearchNodeGenerator;
+
+namespace nmk_search {
+
+class Lattice_search {
+  public:
+    using Node = std::shared_ptr<const nmkSearchNode>;
+
+    /// Of a closed place, in the order of closing.
+    using Number = std::uint32_t;
+    static constexpr Number none = UINT32_MAX;
+
+    enum class Why {
+        arrived,
+        exhausted,
+        left_lattice,
+    };
+
+    struct Stop {
+        Why why;
+        Number at;  // the arrival, or the place closed last, whose neighbours are not open yet
+    };
+
+    /// A search that is ready to run from `start`, or nothing when it is not of this kind.
+    static std::unique_ptr<Lattice_search> make(
+        std::shared_ptr<const nmkSearchNodeGenerator> generator,
+        std::shared_ptr<const nmkSearchNodeVerifier> verifier, const Node& start,
+        std::shared_ptr<nmkSearchGoal> goal);
+
+    /// Goes on with the lists as they stand.
+    Stop run();
+
+    struct Closed {
+        Node node;
+        Number parent;  // or none
+    };
+
+    /// The places that are closed, in the order of closing.
+    const std::vector<Closed>& closed() const { return m_closed; }
+
+    /// Gives the way from the root to a closed place to `filler`.
+    void add_route(Number arrival, coiFiller<Node>& filler) const;
+
+    /// The records that are left open, oldest first.
+    std::vector<Lattice_open_list::Way> open_ways() const;
+
+  private:
+    Lattice_search(const Lattice_steps& steps, const nmk2dSearchNode& start);
+
+    double f_of(const Lattice_open_list::Way& way) const;
+    Node node_of(const Lattice_open_list::Way& way) const;
+    nmkSearchNodeVerifierResult verify(Number parent, const nmkSearchNode& node) const;
+    bool close(Lattice_place place, const Lattice_open_list::Way& way);
+    void move_goal(const giPoint2& point);
+    bool expand(Lattice_place place, const Lattice_open_list::Way& from, Number number);
+    void keep_ages_for(std::size_t records);
+
+    Lattice_steps m_steps;
+    Lattice_axis m_columns;
+    Lattice_axis m_rows;
+    std::shared_ptr<const nmkSearchNodeGenerator> m_generator;
+    std::shared_ptr<const nmkSearchNodeVerifier> m_verifier;
+    Node m_root;
+    std::shared_ptr<nmkSearchGoal> m_goal;
+    bool m_goal_moves = false;
+
+    Lattice_open_list m_open;
+    std::vector<Closed> m_closed;
+    Place_set m_closed_places;
+};
+
+}  // namespace nmk_search

@@ -1,0 +1,24 @@
+#include "search/place_set.h"
+
+#include <utility>
+
+namespace nmk_search {
+
+void Place_set::add(Lattice_place place) {
+    if (2 * (m_in_use + 1) > m_tiles.size()) grow();
+    const std::uint64_t key = key_of(place);
+    Tile& tile = m_tiles[slot_of(key)];
+    if (tile.places == 0) ++m_in_use;
+    tile.key = key;
+    tile.places |= bit_of(place);
+}
+
+void Place_set::grow() {
+    std::vector<Tile> tiles(2 * m_tiles.size());
+    std::swap(m_tiles, tiles);
+    for (const Tile& tile : tiles) {
+        if (tile.places != 0) m_tiles[slot_of(tile.key)] = tile;
+    }
+}
+
+}  // namespace nmk_search

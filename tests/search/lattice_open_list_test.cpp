@@ -1,0 +1,82 @@
+// The open list of a lattice, beside a sort that keeps the order of equals.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <limits>
+#include <random>
+#include <utility>
+#include <vector>
+
+#include "search/lattice_open_list.h"
+
+namespace {
+
+using nmk_search::Lattice_open_list;
+
+constexpr auto last_age = std::numeric_limits<std::uint32_t>::max();
+
+// Few different scores, so that there are many ties.
+double score_of(int tag) { return tag * 7919 % 5 - 2.0; }
+double score_of_way(const Lattice_open_list::Way& way) { return score_of(static_cast<int>(way.g)); }
+
+void push(Lattice_open_list& open, int tag) {
+    open.push({tag, -tag}, {giPoint2(tag, 0), static_cast<double>(tag), 0}, score_of(tag));
+}
+
+int pop(Lattice_open_list& open) {
+    const auto slot = open.first();
+    const auto place = open.place(slot);
+    EXPECT_EQ(place.row, -place.column);
+    EXPECT_EQ(open.way(slot).g, place.column);
+    open.drop_first();
+    return place.column;
+}
+
+// By score, and among equals by age, which rises with the tag.
+int take_best(std::vector<int>& tags) {
+    const auto best = std::min_element(tags.begin(), tags.end(), [](int a, int b) {
+        return std::pair(score_of(a), a) < std::pair(score_of(b), b);
+    });
+    const int tag = *best;
+    tags.erase(best);
+    return tag;
+}
+
+TEST(lattice_open_list, pops_the_best_and_of_equals_the_oldest_also_when_ages_run_out) {
+    const unsigned seed = 20261121;
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    Lattice_open_list open(last_age - 100);
+    std::vector<int> tags;
+    int renewals = 0;
+    for (int tag = 0; tag < 3000; ++tag) {
+        if (open.ages_left() == 0) {
+            open.score_with_new_ages(score_of_way);
+            ++renewals;
+        }
+        push(open, tag);
+        tags.push_back(tag);
+        if (tag % 97 == 0) open.score(score_of_way);
+        for (auto pops = random() % 3; pops > 0 && !open.is_empty(); --pops) {
+            ASSERT_EQ(pop(open), take_best(tags));
+        }
+    }
+    EXPECT_EQ(renewals, 1);
+    while (!tags.empty()) ASSERT_EQ(pop(open), take_best(tags));
+    EXPECT_TRUE(open.is_empty());
+}
+
+TEST(lattice_open_list, knows_its_records_by_age) {
+    Lattice_open_list open;
+    for (int tag = 0; tag < 20; ++tag) push(open, tag);
+    std::vector<int> left;
+    for (int tag = 0; tag < 20; ++tag) left.push_back(tag);
+    for (int pops = 0; pops < 7; ++pops) EXPECT_EQ(pop(open), take_best(left));
+    push(open, 20);  // in a slot that was used before
+    left.push_back(20);
+    std::vector<int> by_age;
+    for (const auto slot : open.slots_by_age()) by_age.push_back(open.place(slot).column);
+    EXPECT_EQ(by_age, left);
+}
+
+}  // namespace

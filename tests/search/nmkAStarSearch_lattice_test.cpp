@@ -1,0 +1,386 @@
+// Searches by the library's own generators and goals, beside the plain lists: lattices of every
+// width and place, those that are left half way, and classes that a caller has made of them.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+#include <stdexcept>
+#include <string>
+
+#include "search/generated_plane.h"
+#include "search/plain_search.h"
+
+namespace {
+
+using generated_plane::Log;
+using generated_plane::Node_ptr;
+using generated_plane::text_of;
+
+enum class Goal_kind { point, line, line_with_gradient, moving_line };
+
+struct Lattice_case {
+    const char* name;
+    giPoint2 start{0, 0};
+    giPoint2 step{1, 1};
+    Goal_kind goal = Goal_kind::point;
+    double gradient = 0.5;
+    giPoint2 goal_steps{5, 3};  // from the start
+    bool only_forward = false;
+    int columns = 7;  // that may be walked, to either side
+    int rows = 7;
+};
+
+std::ostream& operator<<(std::ostream& out, const Lattice_case& tested) {
+    return out << tested.name;
+}
+
+giPoint2 target_of(const Lattice_case& tested) {
+    return {tested.start.x + tested.goal_steps.x * tested.step.x,
+            tested.start.y + tested.goal_steps.y * tested.step.y};
+}
+
+std::shared_ptr<nmkSearchGoal> goal_of(const Lattice_case& tested) {
+    const giPoint2 target = target_of(tested);
+    switch (tested.goal) {
+        case Goal_kind::line:
+            return std::make_shared<nmk2dSearchGoalXLine>(target);
+        case Goal_kind::line_with_gradient:
+            return std::make_shared<nmk2dSearchGoalXLineWithGrad>(target, tested.gradient);
+        case Goal_kind::moving_line:
+            return std::make_shared<nmk2dSearchGoalMovingXLine>(target, tested.gradient);
+        default:
+            return std::make_shared<nmk2dSearchGoalPoint>(target);
+    }
+}
+
+std::shared_ptr<nmkSearchNodeGenerator> generator_of(const Lattice_case& tested) {
+    const giPoint2& step = tested.step;
+    if (tested.only_forward) {
+        return std::make_shared<nmkForward2dSearchNodeGenerator>(step.x, step.y);
+    }
+    return std::make_shared<nmk2dSearchNodeGenerator>(step.x, step.y);
+}
+
+struct Interrupted : std::runtime_error {
+    Interrupted() : std::runtime_error("interrupted") {}
+};
+
+// Draws its verdicts, writes down what it was asked, and knows the nodes that it was shown.
+class Drawing_verifier : public nmkSearchNodeVerifier {
+  public:
+    Drawing_verifier(const Lattice_case& its_case, unsigned seed)
+        : tested(its_case), random(seed) {}
+
+    nmkSearchNodeVerifierResult verify(const nmkSearchNode& parent,
+                                       const nmkSearchNode& node) const override {
+        log.push_back(text_of(parent) + ">" + text_of(node));
+        if (++calls == throw_at) throw Interrupted();
+        if (text_of(parent) != "none") {
+            EXPECT_EQ(accepted.count(&parent), 1u) << "the parent is not the node of before";
+        }
+        if (!is_in_bounds(node)) return nmkSearchNodeVerifierResult::refused_for_good;
+        const auto draw = calls == 1 ? 99 : random() % 100;
+        if (draw < 12) return nmkSearchNodeVerifierResult::refused_for_good;
+        if (draw < 24) return nmkSearchNodeVerifierResult::refused_for_this_parent;
+        if (draw < 27) return static_cast<nmkSearchNodeVerifierResult>(-7);
+        accepted.insert(&node);
+        return nmkSearchNodeVerifierResult::accepted;
+    }
+
+    bool is_in_bounds(const nmkSearchNode& node) const override {
+        const auto* place = dynamic_cast<const nmk2dSearchNode*>(&node);
+        if (place == nullptr) return false;
+        const double columns = (place->point().x - tested.start.x) / tested.step.x;
+        const double rows = (place->point().y - tested.start.y) / tested.step.y;
+        return std::abs(columns) < tested.columns + 0.5 && std::abs(rows) < tested.rows + 0.5;
+    }
+
+    const Lattice_case& tested;
+    mutable std::mt19937 random;
+    mutable Log log;
+    mutable std::set<const nmkSearchNode*> accepted;
+    mutable int calls = 0;
+    int throw_at = 0;  // never
+};
+
+// What a search shows: all that the verifier is asked, and the routes, to the last bit.
+template <class Search>
+class Watched {
+  public:
+    Watched(const Lattice_case& tested, unsigned seed)
+        : verifier(std::make_shared<Drawing_verifier>(tested, seed)),
+          start(std::make_shared<nmk2dSearchNode>(tested.start)),
+          search(generator_of(tested), verifier, start, goal_of(tested)) {}
+
+    void perform() {
+        route.clear();
+        verifier->log.push_back("perform");
+        search.perform(coiFiller_from_container(route));
+        for (const Node_ptr& node : route) {
+            verifier->log.push_back("route " + text_of(*node));
+            EXPECT_EQ(verifier->accepted.count(node.get()), 1u) << "not the node that was verified";
+        }
+    }
+
+    void restart_from(giPoint2 place) {
+        search.set_start(std::make_shared<nmk2dSearchNode>(place));
+        perform();
+    }
+
+    const Log& log() const { return verifier->log; }
+
+    std::shared_ptr<Drawing_verifier> verifier;
+    Node_ptr start;
+    Search search;
+    std::vector<Node_ptr> route;
+};
+
+class Lattice : public testing::TestWithParam<Lattice_case> {};
+
+template <class Search>
+Log whole_life(const Lattice_case& tested, unsigned seed) {
+    Watched<Search> watched(tested, seed);
+    watched.perform();
+    EXPECT_TRUE(watched.route.empty() || watched.route.front() == watched.start);
+    watched.perform();
+    watched.restart_from(target_of(tested));
+    watched.restart_from({tested.start.x - 2 * tested.step.x, tested.start.y});
+    return watched.log();
+}
+
+TEST_P(Lattice, is_walked_as_by_the_plain_lists) {
+    for (unsigned seed = 1; seed <= 12; ++seed) {
+        const Log ours = whole_life<nmkAStarSearch>(GetParam(), seed);
+        ASSERT_EQ(ours, whole_life<plain::Search>(GetParam(), seed)) << "seed " << seed;
+        ASSERT_GT(ours.size(), 4u);
+    }
+}
+
+template <class Search>
+Log interrupted_life(const Lattice_case& tested, int call) {
+    Watched<Search> watched(tested, 77);
+    watched.verifier->throw_at = call;
+    for (int run = 0; run < 3; ++run) {
+        try {
+            watched.perform();
+        } catch (const Interrupted&) {
+            watched.verifier->log.push_back("thrown");
+        }
+    }
+    return watched.log();
+}
+
+TEST_P(Lattice, is_gone_on_with_after_an_exception_of_the_verifier) {
+    for (const int call : {2, 3, 4, 5, 9, 20, 45}) {
+        const Log ours = interrupted_life<nmkAStarSearch>(GetParam(), call);
+        ASSERT_EQ(ours, interrupted_life<plain::Search>(GetParam(), call)) << "call " << call;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    nmkAStarSearch, Lattice,
+    testing::Values(
+        Lattice_case{.name = "of_ones"},
+        Lattice_case{.name = "whose_goal_is_the_start", .goal_steps = {0, 0}},
+        Lattice_case{.name = "whose_goal_is_off_it", .goal_steps = {2.5, 1}},
+        Lattice_case{.name = "of_tenths", .start = {0.05, -0.3}, .step = {0.1, 0.3}},
+        Lattice_case{.name = "of_thirds", .start = {-0.0, 1e-7}, .step = {1.0 / 3, 1.0 / 7}},
+        Lattice_case{.name = "that_steps_backwards", .step = {-1, -0.7}},
+        Lattice_case{.name = "of_steps_forward_only", .only_forward = true},
+        Lattice_case{.name = "of_the_least_steps", .step = {1e-4, 1e-4}},
+        Lattice_case{.name = "of_steps_below_the_least", .step = {0.9e-4, 1}},
+        Lattice_case{.name = "of_steps_within_the_tolerance", .step = {0.6e-5, 0.9e-5}},
+        Lattice_case{.name = "of_steps_of_zero_in_y", .step = {1, 0}, .columns = 4},
+        Lattice_case{.name = "of_steps_that_are_no_number", .step = {1, std::nan("")}},
+        Lattice_case{.name = "that_drifts_away",
+                     .start = {-9e8, 3},
+                     .step = {0.1, 1},
+                     .goal_steps = {58, 0},
+                     .columns = 60,
+                     .rows = 1},
+        Lattice_case{.name = "that_grows_past_a_thousand_million", .start = {1e9 - 3, 0}},
+        Lattice_case{.name = "of_huge_steps", .step = {3e8, 1e9}},
+        Lattice_case{.name = "of_infinite_steps", .step = {INFINITY, 1}},
+        Lattice_case{.name = "far_away", .start = {1e12, -1e12}},
+        Lattice_case{.name = "where_steps_are_lost", .start = {1e18, 0}},
+        Lattice_case{.name = "with_a_line", .goal = Goal_kind::line},
+        Lattice_case{.name = "with_a_line_within_a_gradient",
+                     .goal = Goal_kind::line_with_gradient},
+        Lattice_case{.name = "with_a_line_without_gradient",
+                     .goal = Goal_kind::line_with_gradient,
+                     .gradient = 0},
+        Lattice_case{.name = "with_a_moving_line", .goal = Goal_kind::moving_line},
+        Lattice_case{.name = "with_a_moving_line_that_is_hard_to_meet",
+                     .goal = Goal_kind::moving_line,
+                     .gradient = 0.1,
+                     .columns = 20,
+                     .rows = 3},
+        Lattice_case{.name = "with_a_line_that_moves_often",
+                     .goal = Goal_kind::moving_line,
+                     .gradient = 0.05,
+                     .only_forward = true,
+                     .columns = 70,
+                     .rows = 4},
+        Lattice_case{.name = "with_a_moving_line_without_gradient",
+                     .goal = Goal_kind::moving_line,
+                     .gradient = 0},
+        Lattice_case{.name = "with_a_gradient_that_is_no_number",
+                     .goal = Goal_kind::line_with_gradient,
+                     .gradient = std::nan("")},
+        Lattice_case{.name = "with_an_infinite_gradient_and_a_target_as_far",
+                     .goal = Goal_kind::line_with_gradient,
+                     .gradient = INFINITY,
+                     .goal_steps = {2, INFINITY}},
+        Lattice_case{.name = "with_a_target_that_is_no_number", .goal_steps = {std::nan(""), 1}},
+        Lattice_case{.name = "with_a_line_at_no_number",
+                     .goal = Goal_kind::line,
+                     .goal_steps = {std::nan(""), 3}},
+        Lattice_case{.name = "with_a_line_within_a_gradient_at_no_number",
+                     .goal = Goal_kind::line_with_gradient,
+                     .goal_steps = {std::nan(""), 3}},
+        Lattice_case{.name = "with_a_moving_line_at_infinity",
+                     .goal = Goal_kind::moving_line,
+                     .goal_steps = {-INFINITY, 3}},
+        Lattice_case{.name = "whose_first_score_is_no_number",
+                     .goal = Goal_kind::moving_line,
+                     .gradient = 0,
+                     .goal_steps = {4, 0}}),
+    [](const auto& tested) { return std::string(tested.param.name); });
+
+double draw_size(std::mt19937& random, int least_exponent, int exponents) {
+    const double size = std::pow(
+        10.0, least_exponent + static_cast<int>(random() % static_cast<unsigned>(exponents)));
+    const double digits =
+        random() % 2 == 0 ? 1.0 : 1.0 + static_cast<double>(random() % 1000) / 999;
+    return (random() % 4 == 0 ? -1.0 : 1.0) * size * digits;
+}
+
+Lattice_case draw_case(std::mt19937& random) {
+    Lattice_case drawn{.name = "drawn"};
+    drawn.start = {draw_size(random, -3, 13), draw_size(random, -3, 13)};
+    const double step = draw_size(random, -5, 8);
+    drawn.step = {step, random() % 2 == 0 ? step : draw_size(random, -5, 8)};
+    drawn.goal = static_cast<Goal_kind>(random() % 4);
+    drawn.gradient = random() % 8 == 0 ? 0.0 : std::abs(draw_size(random, -2, 4));
+    drawn.goal_steps = {static_cast<double>(random() % 12) - 3,
+                        static_cast<double>(random() % 7) - 3};
+    drawn.only_forward = random() % 4 == 0;
+    drawn.columns = 2 + static_cast<int>(random() % 10);
+    drawn.rows = 1 + static_cast<int>(random() % 5);
+    return drawn;
+}
+
+TEST(nmkAStarSearch, walks_lattices_of_every_size_and_place_as_the_plain_lists_do) {
+    const unsigned seed = 20261121;
+    std::mt19937 random(seed);
+    for (unsigned turn = 0; turn < 60; ++turn) {
+        const Lattice_case drawn = draw_case(random);
+        const Log ours = whole_life<nmkAStarSearch>(drawn, turn);
+        ASSERT_EQ(ours, whole_life<plain::Search>(drawn, turn))
+            << "seed " << seed << ", turn " << turn << ", step " << drawn.step.x << ", start "
+            << drawn.start.x;
+    }
+}
+
+// A caller's own classes over the library's: what they replace is asked.
+
+using Points = std::vector<giPoint2>;
+
+template <class Search>
+class Diagonal_arrival : public Search {
+  public:
+    using Search::Search;
+
+  protected:
+    bool is_goal(const nmkAStarSearchNode& record) const override {
+        const auto& point = static_cast<const nmk2dSearchNode&>(*record.node()).point();
+        return point.x + point.y == 6.0;
+    }
+};
+
+class Skewed_goal : public nmk2dSearchGoalPoint {
+  public:
+    using nmk2dSearchGoalPoint::nmk2dSearchGoalPoint;
+    double min_cost(const nmk2dSearchNode& node) const override {
+        return 3.0 * nmk2dSearchGoalPoint::min_cost(node) + node.point().y * node.point().y;
+    }
+};
+
+class Knight_generator : public nmk2dSearchNodeGenerator {
+  public:
+    Knight_generator() : nmk2dSearchNodeGenerator(1, 1) {}
+
+  protected:
+    void create_x_values(const nmk2dSearchNode& node, coiFiller<double> filler) const override {
+        filler.add(node.point().x + 1);
+        filler.add(node.point().x - 2);
+    }
+};
+
+class Column_node : public nmk2dSearchNode {
+  public:
+    using nmk2dSearchNode::nmk2dSearchNode;
+
+  protected:
+    bool is_equal(const nmkSearchNode& other) const override {
+        const auto* place = dynamic_cast<const nmk2dSearchNode*>(&other);
+        return place != nullptr && place->point().x == point().x;
+    }
+};
+
+template <class Search>
+Points route_on_board(std::shared_ptr<nmkSearchNodeGenerator> generator,
+                      std::shared_ptr<nmkSearchGoal> goal, Node_ptr start) {
+    Search search(
+        std::move(generator),
+        std::make_shared<nmk2dSearchNodeVerifier>(giBox2(giPoint2(-8, -8), giPoint2(8, 8))),
+        std::move(start), std::move(goal));
+    std::vector<Node_ptr> nodes;
+    search.perform(coiFiller_from_container(nodes));
+    Points points;
+    for (const Node_ptr& node : nodes) {
+        points.push_back(static_cast<const nmk2dSearchNode&>(*node).point());
+    }
+    return points;
+}
+
+const auto library_generator = std::make_shared<nmk2dSearchNodeGenerator>(1, 1);
+const auto library_goal = std::make_shared<nmk2dSearchGoalPoint>(giPoint2(5, 3));
+const auto library_start = std::make_shared<nmk2dSearchNode>(giPoint2(0, 0));
+
+TEST(nmkAStarSearch, on_a_lattice_asks_a_derived_search_for_the_arrival) {
+    const Points ours = route_on_board<Diagonal_arrival<nmkAStarSearch>>(
+        library_generator, library_goal, library_start);
+    ASSERT_FALSE(ours.empty());
+    EXPECT_EQ(ours.back().x + ours.back().y, 6.0);
+    EXPECT_EQ(ours, route_on_board<Diagonal_arrival<plain::Search>>(library_generator, library_goal,
+                                                                    library_start));
+}
+
+TEST(nmkAStarSearch, on_a_lattice_asks_a_derived_goal_for_its_cost) {
+    const auto goal = std::make_shared<Skewed_goal>(giPoint2(5, 0));
+    const auto start = std::make_shared<nmk2dSearchNode>(giPoint2(0, 5));
+    const Points ours = route_on_board<nmkAStarSearch>(library_generator, goal, start);
+    EXPECT_FALSE(ours.empty());
+    EXPECT_EQ(ours, route_on_board<plain::Search>(library_generator, goal, start));
+}
+
+TEST(nmkAStarSearch, on_a_lattice_asks_a_derived_generator_for_the_neighbours) {
+    const auto generator = std::make_shared<Knight_generator>();
+    const Points ours = route_on_board<nmkAStarSearch>(generator, library_goal, library_start);
+    ASSERT_GT(ours.size(), 1u);
+    EXPECT_NE(ours[1].x, 0.0);
+    EXPECT_EQ(ours, route_on_board<plain::Search>(generator, library_goal, library_start));
+}
+
+TEST(nmkAStarSearch, on_a_lattice_asks_a_derived_start_whether_it_is_a_place) {
+    const auto start = std::make_shared<Column_node>(giPoint2(0, 0));
+    const auto goal = std::make_shared<nmk2dSearchGoalPoint>(giPoint2(1, 5));
+    const Points ours = route_on_board<nmkAStarSearch>(library_generator, goal, start);
+    ASSERT_GT(ours.size(), 1u);
+    EXPECT_NE(ours[1].x, 0.0);  // its whole column is closed with it
+    EXPECT_EQ(ours, route_on_board<plain::Search>(library_generator, goal, start));
+}
+
+}  // namespace
