@@ -1,8 +1,8 @@
 #include "ordering/anneal_acceptance.h"
 
+#include "exact/exact_power.h"
 #include "ordering/anneal_draw.h"
 #include "ordering/anneal_schedule.h"
-#include "ordering/exact_power.h"
 
 #include <cmath>
 #include <limits>
@@ -38,7 +38,7 @@ Acceptance::Acceptance() : bounds(largest_draw + 1) {
 double Acceptance::probability(double current, double candidate, double temperature) {
     if (temperature == 0.0) return 0.0;
     const double base = (candidate - current) * q_less_one / temperature + 1.0;
-    return 1.0 / exact_pow(base, reciprocal_of_q_less_one);
+    return 1.0 / nmk_exact::exact_pow(base, reciprocal_of_q_less_one);
 }
 
 bool Acceptance::accepts_exactly(double current, double candidate, double temperature, int draw) {

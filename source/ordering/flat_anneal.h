@@ -18,9 +18,9 @@
 #include <maths/mlRandom.h>
 #include <nmkprogressbreak/nmkProgressBreak.h>
 
+#include "exact/exact_power.h"
 #include "ordering/anneal_acceptance.h"
 #include "ordering/anneal_schedule.h"
-#include "ordering/exact_power.h"
 
 #include <limits>
 
@@ -55,7 +55,8 @@ class Flat_anneal {
     int anneal(int moves) {
         int k = 0;
         for (int stall = 0; k < most_temperature_steps; ++k) {
-            const double temperature = engine.start_temperature * exact_exp(k * cooling_rate);
+            const double temperature =
+                engine.start_temperature * nmk_exact::exact_exp(k * cooling_rate);
             bool improved = k == 0 ? first_move_improves(temperature) : false;
             if (sweep<true>(temperature, k == 0 ? moves - 1 : moves)) improved = true;
             if (improved) stall = 0;

@@ -3,9 +3,9 @@
 #include <nmkprogressbreak/nmkProgressBreak.h>
 #include <nmktoolbox/ordering/nmkAnnealState.h>
 
+#include "exact/exact_power.h"
 #include "ordering/anneal_acceptance.h"
 #include "ordering/anneal_schedule.h"
-#include "ordering/exact_power.h"
 #include "ordering/flat_problems.h"
 
 using nmk_ordering::Acceptance;
@@ -48,7 +48,7 @@ void nmkAnneal::simulate() {
 int nmkAnneal::num_iterations_used() { return iterations_used; }
 
 double nmkAnneal::temperature(int step) {
-    return start_temperature * nmk_ordering::exact_exp(step * nmk_ordering::cooling_rate);
+    return start_temperature * nmk_exact::exact_exp(step * nmk_ordering::cooling_rate);
 }
 
 double nmkAnneal::probability(double current, double candidate, double at_temperature) {

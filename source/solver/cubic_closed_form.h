@@ -8,6 +8,7 @@
 #include <cmath>
 #include <limits>
 
+#include "exact/exact_sine.h"
 #include "solver/cube_roots.h"
 
 // Limits, after division by the leading coefficient.
@@ -44,9 +45,10 @@ inline int cubic_one_root(double q, double discriminant, double shift, double* r
 inline int cubic_three_roots(double q, double discriminant, double shift, double* roots) {
     const double m = std::pow(q * q - discriminant, 1.0 / 6.0);
     const double t = std::atan2(std::sqrt(-discriminant), q) / 3.0;
-    const double along = m * std::cos(t);
-    const double across = m * std::sin(t) * std::sqrt(3.0);
-    roots[0] = 2.0 * m * std::cos(t) - shift;
+    const auto [sine, cosine] = nmk_exact::exact_sine_and_cosine(t);
+    const double along = m * cosine;
+    const double across = m * sine * std::sqrt(3.0);
+    roots[0] = 2.0 * m * cosine - shift;
     roots[1] = -along - shift + across;
     roots[2] = -along - shift - across;
     sort_three(roots);

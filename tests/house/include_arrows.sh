@@ -11,6 +11,7 @@ complain() { echo "$*" >&2; status=1; }
 
 # Subsystem, and the subsystems that it builds on.
 declare -A builds_on=(
+    [exact]=""
     [collections]=""
     [runtime]=""
     [ordering]="collections runtime"

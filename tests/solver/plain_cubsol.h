@@ -1,4 +1,5 @@
-// plain_cubsol: the closed form for cubics, one formula after the other, with pow for each root.
+// plain_cubsol: the closed form for cubics, one formula after the other, with pow for each root and
+// sine and cosine rounded from their series.
 //
 // The two-argument form of nmkSolver::cubsol, whose faster way must give the same to the last bit.
 #pragma once
@@ -7,6 +8,8 @@
 
 #include <cmath>
 #include <utility>
+
+#include "exact/plain_sine.h"
 
 namespace plain_cubsol {
 
@@ -25,9 +28,11 @@ inline void sort_three(double* roots) {
 inline int three_roots(double q, double discriminant, double shift, double* roots) {
     const double m = std::pow(q * q - discriminant, 1.0 / 6.0);
     const double t = std::atan2(std::sqrt(-discriminant), q) / 3.0;
-    roots[0] = 2.0 * m * std::cos(t) - shift;
-    roots[1] = -(m * std::cos(t)) - shift + m * std::sin(t) * std::sqrt(3.0);
-    roots[2] = -(m * std::cos(t)) - shift - m * std::sin(t) * std::sqrt(3.0);
+    const double sine = plain_sine::sine(t);
+    const double cosine = plain_sine::cosine(t);
+    roots[0] = 2.0 * m * cosine - shift;
+    roots[1] = -(m * cosine) - shift + m * sine * std::sqrt(3.0);
+    roots[2] = -(m * cosine) - shift - m * sine * std::sqrt(3.0);
     sort_three(roots);
     return 3;
 }

@@ -8,7 +8,7 @@
 // Made for values of moderate size: nothing here guards against overflow of an intermediate.
 #pragma once
 
-namespace nmk_ordering {
+namespace nmk_exact {
 
 struct Double_double {
     double high;
@@ -68,4 +68,4 @@ constexpr Double_double operator/(Double_double a, Double_double b) {
     return quotient + Double_double{rest.high / b.high, 0.0};
 }
 
-}  // namespace nmk_ordering
+}  // namespace nmk_exact

@@ -5,7 +5,7 @@
 // result of about 100 bits, and use nothing but additions, multiplications and divisions.
 #pragma once
 
-namespace nmk_ordering {
+namespace nmk_exact {
 
 /// e to the power x, for x of any size; 0.0 far below zero, infinity far above. NaN for NaN.
 double exact_exp(double x);
@@ -14,4 +14,4 @@ double exact_exp(double x);
 /// double, 0.0 for 0.0, NaN for a base below zero.
 double exact_pow(double base, double exponent);
 
-}  // namespace nmk_ordering
+}  // namespace nmk_exact

@@ -1,13 +1,13 @@
-#include "ordering/exact_power.h"
+#include "exact/exact_power.h"
 
-#include "ordering/double_double.h"
+#include "exact/double_double.h"
 
 #include <array>
 #include <cmath>
 #include <cstddef>
 #include <limits>
 
-namespace nmk_ordering {
+namespace nmk_exact {
 namespace {
 
 constexpr Double_double natural_log_of_2{0x1.62e42fefa39efp-1, 0x1.abc9e3b39803fp-56};
@@ -122,4 +122,4 @@ double exact_pow(double base, double exponent) {
     return exp_of(log_of(base) * exponent);
 }
 
-}  // namespace nmk_ordering
+}  // namespace nmk_exact
