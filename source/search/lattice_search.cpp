@@ -5,7 +5,6 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <limits>
 #include <optional>
 #include <span>
 #include <typeinfo>
@@ -84,6 +83,7 @@ std::unique_ptr<Lattice_search> Lattice_search::make(
 
 Lattice_search::Stop Lattice_search::run() {
     while (!m_open.is_empty()) {
+        if (m_scores_do_not_compare) return {Why::left_lattice, none};
         const Lattice_open_list::Slot slot = m_open.first();
         const Lattice_place place = m_open.place(slot);
         m_open.drop_first();
@@ -99,9 +99,12 @@ Lattice_search::Stop Lattice_search::run() {
 }
 
 void Lattice_search::add_route(Number arrival, coiFiller<Node>& filler) const {
-    std::vector<Number> route;
-    for (Number at = arrival; at != none; at = m_closed[at].parent) route.push_back(at);
-    for (auto at = route.rbegin(); at != route.rend(); ++at) filler.add(m_closed[*at].node);
+    std::vector<Node> route;
+    for (Number at = arrival; at != none; at = m_closed[at].parent) {
+        route.push_back(m_closed[at].node);
+    }
+    // The filler may give the search another start, and then this one is gone.
+    for (auto node = route.rbegin(); node != route.rend(); ++node) filler.add(*node);
 }
 
 std::vector<Way> Lattice_search::open_ways() const {
@@ -112,12 +115,11 @@ std::vector<Way> Lattice_search::open_ways() const {
     return ways;
 }
 
-// What is no number counts as infinite. Of the goals here each gives such a score to all places,
-// or, where a gradient of zero divides, to some, and an infinite one to the others: so the oldest
-// record is first, as by comparing what is no number.
-double Lattice_search::f_of(const Way& way) const {
+double Lattice_search::f_of(const Way& way) {
     const double f = m_goal->min_cost(nmk2dSearchNode(way.point)) + way.g;
-    return std::isnan(f) ? std::numeric_limits<double>::infinity() : f;
+    if (!std::isnan(f)) return f;
+    m_scores_do_not_compare = true;
+    return 0.0;
 }
 
 Lattice_search::Node Lattice_search::node_of(const Way& way) const {

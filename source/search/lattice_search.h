@@ -5,8 +5,8 @@
 // verifier, which may be a caller's own, is asked what it would be asked otherwise, in the same
 // order, about nodes that become those of the route.
 //
-// Where sums of steps drift too far from the lattice the search stops, and is to be gone on with by
-// lists of records and nodes.
+// Where sums of steps drift too far from the lattice, and where a score is no number and so
+// compares with nothing, the search stops, and is to be gone on with by lists of records and nodes.
 #pragma once
 
 #include <ncamcontainer/coiIterators.h>
@@ -44,7 +44,7 @@ class Lattice_search {
 
     struct Stop {
         Why why;
-        Number at;  // the arrival, or the place closed last, whose neighbours are not open yet
+        Number at;  // the arrival, or a closed place whose neighbours are not open yet, or none
     };
 
     /// A search that is ready to run from `start`, or nothing when it is not of this kind.
@@ -73,7 +73,7 @@ class Lattice_search {
   private:
     Lattice_search(const Lattice_steps& steps, const nmk2dSearchNode& start);
 
-    double f_of(const Lattice_open_list::Way& way) const;
+    double f_of(const Lattice_open_list::Way& way);
     Node node_of(const Lattice_open_list::Way& way) const;
     nmkSearchNodeVerifierResult verify(Number parent, const nmkSearchNode& node) const;
     bool close(Lattice_place place, const Lattice_open_list::Way& way);
@@ -89,6 +89,7 @@ class Lattice_search {
     Node m_root;
     std::shared_ptr<nmkSearchGoal> m_goal;
     bool m_goal_moves = false;
+    bool m_scores_do_not_compare = false;
 
     Lattice_open_list m_open;
     std::vector<Closed> m_closed;

@@ -155,7 +155,8 @@ bool nmkAStarSearch::perform_on_lattice(Route_filler& filler) {
         default:
             break;
     }
-    expand_node(leave_lattice()[stop.at]);
+    const Records records = leave_lattice();
+    if (stop.at != Lattice_search::none) expand_node(records[stop.at]);
     return false;
 }
 

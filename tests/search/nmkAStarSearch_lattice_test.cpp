@@ -225,6 +225,12 @@ INSTANTIATE_TEST_SUITE_P(
         Lattice_case{.name = "with_a_moving_line_without_gradient",
                      .goal = Goal_kind::moving_line,
                      .gradient = 0},
+        Lattice_case{.name = "with_a_line_within_a_gradient_of_minus_zero",
+                     .goal = Goal_kind::line_with_gradient,
+                     .gradient = -0.0},
+        Lattice_case{.name = "with_a_moving_line_within_a_gradient_of_minus_zero",
+                     .goal = Goal_kind::moving_line,
+                     .gradient = -0.0},
         Lattice_case{.name = "with_a_gradient_that_is_no_number",
                      .goal = Goal_kind::line_with_gradient,
                      .gradient = std::nan("")},
@@ -281,6 +287,27 @@ TEST(nmkAStarSearch, walks_lattices_of_every_size_and_place_as_the_plain_lists_d
             << "seed " << seed << ", turn " << turn << ", step " << drawn.step.x << ", start "
             << drawn.start.x;
     }
+}
+
+// Sends the search elsewhere as soon as it is given the route's first node.
+template <class Search>
+std::vector<std::string> route_of_a_filler_that_starts_anew() {
+    const Lattice_case tested{.name = "small"};
+    auto search = std::make_unique<Watched<Search>>(tested, 3);
+    std::vector<std::string> route;
+    search->search.perform(coiFiller_from_function<Node_ptr>([&](Node_ptr node) {
+        if (route.empty()) search->search.set_start(node);
+        route.push_back(text_of(*node));
+    }));
+    search->perform();
+    for (const Node_ptr& node : search->route) route.push_back(text_of(*node));
+    return route;
+}
+
+TEST(nmkAStarSearch, on_a_lattice_lets_the_filler_set_another_start) {
+    const auto ours = route_of_a_filler_that_starts_anew<nmkAStarSearch>();
+    EXPECT_GT(ours.size(), 4u);
+    EXPECT_EQ(ours, route_of_a_filler_that_starts_anew<plain::Search>());
 }
 
 // A caller's own classes over the library's: what they replace is asked.

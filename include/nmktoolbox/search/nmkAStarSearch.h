@@ -11,9 +11,9 @@
 // goal and generator are of the library's own classes of the plane, whatever its verifier: it makes
 // nodes for the verifier only.
 //
-// One search belongs to one thread. Nodes may be shared between searches, a goal that can move
-// must not be. Exceptions of the four collaborators and of the filler pass through; the lists then
-// stand as they were.
+// One search belongs to one thread, and of what it asks only the filler of a route may call it
+// back. Nodes may be shared between searches, a goal that can move must not be. Exceptions of the
+// four collaborators and of the filler pass through; the lists then stand as they were.
 #pragma once
 
 #include <ncamcontainer/coiIterators.h>
