@@ -16,22 +16,14 @@
 #include "order/order_outputs.h"
 #include "order/order_table.h"
 #include "order/read_job.h"
-#include "text/escaped_text.h"
+#include "tool/command_answer.h"
 
 namespace nmk_app {
 
 namespace {
 
-constexpr int done = 0;
-constexpr int bad_input = 2;
-
 // From here on annealing takes long enough to say so.
 constexpr std::size_t many_items = 2000;
-
-int refuse(std::ostream& err, const std::string& problem) {
-    err << line_text(problem) << "\n";
-    return bad_input;
-}
 
 bool anneals(nmkSortType type) {
     return type == nmkSortTypeShortest || type == nmkSortTypeShortestOneWay;
@@ -72,23 +64,17 @@ OrderReport report_of(const OrderOptions& options, const OrderRequest& request,
 
 int print_report(const OrderReport& report, const std::vector<std::string>& written,
                  std::ostream& out, std::ostream& err) {
-    const bool quiet = report.options.quiet;
     if (report.options.json) {
         out << order_json(report);
-    } else if (!quiet) {
+    } else if (!report.options.quiet) {
         out << order_table(report);
-        for (const std::string& file_name : written) {
-            out << "Wrote " << line_text(file_name) << ".\n";
-        }
+        tell_written(out, written);
     }
-    out.flush();
-    if (!out) {
-        return refuse(err, "standard output: the figures could not be written");
-    }
-    if (report.stopped) {
+    const int answer = finish(out, err, "the figures");
+    if (answer == done && report.stopped) {
         err << "nmk order: stopped; what was not yet ordered stands as in the file\n";
     }
-    return done;
+    return answer;
 }
 
 int order_with(const OrderOptions& options, nmkProgressBreak* progress, bool tell,
@@ -120,23 +106,18 @@ int order_with(const OrderOptions& options, nmkProgressBreak* progress, bool tel
 
 int run_order(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
               nmkProgressBreak* progress) {
-    const std::variant<OrderOptions, std::string> options = read_order_options(arguments);
-    if (const auto* problem = std::get_if<std::string>(&options)) {
-        return refuse(err, "nmk order: " + *problem);
-    }
-    return order_with(std::get<OrderOptions>(options), progress, false, out, err);
+    return run_with(read_order_options(arguments), "order", err, [&](const OrderOptions& options) {
+        return order_with(options, progress, false, out, err);
+    });
 }
 
 int run_order(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
-    const std::variant<OrderOptions, std::string> options = read_order_options(arguments);
-    if (const auto* problem = std::get_if<std::string>(&options)) {
-        return refuse(err, "nmk order: " + *problem);
-    }
-    const auto& checked = std::get<OrderOptions>(options);
-    // Draws on a terminal only, but answers Ctrl-C everywhere.
-    nmkTerminalProgress progress(checked.quiet ? nullptr : stderr);
-    const bool tell = !checked.quiet && isatty(STDERR_FILENO) == 1;
-    return order_with(checked, &progress, tell, out, err);
+    return run_with(read_order_options(arguments), "order", err, [&](const OrderOptions& options) {
+        // Draws on a terminal only, but answers Ctrl-C everywhere.
+        nmkTerminalProgress progress(options.quiet ? nullptr : stderr);
+        const bool tell = !options.quiet && isatty(STDERR_FILENO) == 1;
+        return order_with(options, &progress, tell, out, err);
+    });
 }
 
 }  // namespace nmk_app

@@ -96,17 +96,7 @@ constexpr SwitchOption<OrderOptions> switches[] = {
     {"--quiet", &OrderOptions::quiet},
 };
 
-constexpr OptionTable<OrderOptions> table{"order", value_options, switches,
-                                          &set_file_name<OrderOptions>};
-
-}  // namespace
-
-std::variant<OrderOptions, std::string> read_order_options(
-    const std::vector<std::string>& arguments) {
-    OrderOptions options;
-    if (const Problem problem = read_arguments(options, table, arguments); !problem.empty()) {
-        return problem;
-    }
+Problem check(OrderOptions& options) {
     if (options.file_name.empty()) {
         return "expected the name of a file: nmk order FILE; see nmk help order";
     }
@@ -115,10 +105,17 @@ std::variant<OrderOptions, std::string> read_order_options(
     }
     const std::string_view outputs[] = {options.output_file, options.svg_file, options.html_file,
                                         options.debug_svg_file};
-    if (const Problem problem = check_outputs_differ(outputs); !problem.empty()) {
-        return problem;
-    }
-    return options;
+    return check_outputs_differ(outputs);
+}
+
+constexpr OptionTable<OrderOptions> table{"order", value_options, switches,
+                                          &set_file_name<OrderOptions>, check};
+
+}  // namespace
+
+std::variant<OrderOptions, std::string> read_order_options(
+    const std::vector<std::string>& arguments) {
+    return read_options(table, arguments);
 }
 
 OrderRequest order_request(const OrderOptions& options, JobUnits file_units) {

@@ -14,20 +14,11 @@
 #include "route/read_plane.h"
 #include "route/route_options.h"
 #include "route/route_report.h"
-#include "text/escaped_text.h"
+#include "tool/command_answer.h"
 
 namespace nmk_app {
 
 namespace {
-
-constexpr int done = 0;
-constexpr int no_result = 1;
-constexpr int bad_input = 2;
-
-int refuse(std::ostream& err, const std::string& problem) {
-    err << line_text(problem) << "\n";
-    return bad_input;
-}
 
 RouteRequest request_of(const RouteOptions& options, const RoutePlane& plane) {
     RouteRequest request;
@@ -61,19 +52,14 @@ int print_report(const RouteReport& report, const std::vector<std::string>& writ
         out << route_json(report);
     } else if (!report.options.quiet) {
         out << route_text(report);
-        for (const std::string& file_name : written) {
-            out << "Wrote " << line_text(file_name) << ".\n";
-        }
+        tell_written(out, written);
     }
-    out.flush();
-    if (!out) {
-        return refuse(err, "standard output: the route could not be written");
-    }
-    if (!report.route.is_found()) {
+    const int answer = finish(out, err, "the route");
+    if (answer == done && !report.route.is_found()) {
         err << "nmk route: " << no_route_line(report) << "\n";
         return no_result;
     }
-    return done;
+    return answer;
 }
 
 int route_with(const RouteOptions& options, nmkProgressBreak* progress, std::ostream& out,
@@ -104,22 +90,17 @@ int route_with(const RouteOptions& options, nmkProgressBreak* progress, std::ost
 
 int run_route(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
               nmkProgressBreak* progress) {
-    const std::variant<RouteOptions, std::string> options = read_route_options(arguments);
-    if (const auto* problem = std::get_if<std::string>(&options)) {
-        return refuse(err, "nmk route: " + *problem);
-    }
-    return route_with(std::get<RouteOptions>(options), progress, out, err);
+    return run_with(read_route_options(arguments), "route", err, [&](const RouteOptions& options) {
+        return route_with(options, progress, out, err);
+    });
 }
 
 int run_route(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
-    const std::variant<RouteOptions, std::string> options = read_route_options(arguments);
-    if (const auto* problem = std::get_if<std::string>(&options)) {
-        return refuse(err, "nmk route: " + *problem);
-    }
-    const auto& checked = std::get<RouteOptions>(options);
-    // Draws on a terminal only, but answers Ctrl-C everywhere.
-    nmkTerminalProgress progress(checked.quiet ? nullptr : stderr);
-    return route_with(checked, &progress, out, err);
+    return run_with(read_route_options(arguments), "route", err, [&](const RouteOptions& options) {
+        // Draws on a terminal only, but answers Ctrl-C everywhere.
+        nmkTerminalProgress progress(options.quiet ? nullptr : stderr);
+        return route_with(options, &progress, out, err);
+    });
 }
 
 }  // namespace nmk_app

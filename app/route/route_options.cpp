@@ -97,10 +97,7 @@ constexpr SwitchOption<RouteOptions> switches[] = {
     {"--quiet", &RouteOptions::quiet},
 };
 
-constexpr OptionTable<RouteOptions> table{"route", value_options, switches,
-                                          &set_file_name<RouteOptions>};
-
-Problem check_complete(const RouteOptions& options) {
+Problem check(RouteOptions& options) {
     if (options.file_name.empty()) {
         return "expected the name of a file: nmk route FILE; see nmk help route";
     }
@@ -120,18 +117,14 @@ Problem check_complete(const RouteOptions& options) {
     return check_outputs_differ(outputs);
 }
 
+constexpr OptionTable<RouteOptions> table{"route", value_options, switches,
+                                          &set_file_name<RouteOptions>, check};
+
 }  // namespace
 
 std::variant<RouteOptions, std::string> read_route_options(
     const std::vector<std::string>& arguments) {
-    RouteOptions options;
-    if (const Problem problem = read_arguments(options, table, arguments); !problem.empty()) {
-        return problem;
-    }
-    if (const Problem problem = check_complete(options); !problem.empty()) {
-        return problem;
-    }
-    return options;
+    return read_options(table, arguments);
 }
 
 }  // namespace nmk_app

@@ -11,24 +11,11 @@
 #include "solve/problem_table.h"
 #include "solve/solve_answer.h"
 #include "solve/solve_options.h"
-#include "text/escaped_text.h"
+#include "tool/command_answer.h"
 
 namespace nmk_app {
 
 namespace {
-
-constexpr int done = 0;
-constexpr int bad_input = 2;
-
-int refuse(std::ostream& err, const std::string& problem) {
-    err << line_text(problem) << "\n";
-    return bad_input;
-}
-
-int finish(std::ostream& out, std::ostream& err) {
-    out.flush();
-    return out ? done : refuse(err, "standard output: the answers could not be written");
-}
 
 /// Prints the answers to a table that was checked, each as soon as it is there.
 void print_table(const SolveOptions& options, const std::string& text, std::ostream& out) {
@@ -65,7 +52,7 @@ int solve_table(const SolveOptions& options, std::ostream& out, std::ostream& er
         return refuse(err, error->text());
     }
     print_table(options, text, out);
-    return finish(out, err);
+    return finish(out, err, "the answers");
 }
 
 int solve_one(const SolveOptions& options, std::ostream& out, std::ostream& err) {
@@ -81,22 +68,18 @@ int solve_one(const SolveOptions& options, std::ostream& out, std::ostream& err)
         out << answer_json(answer, 0) << "\n";
     } else if (!options.quiet) {
         out << answer_text(answer, 0);
-        for (const std::string& file_name : written) {
-            out << "Wrote " << line_text(file_name) << ".\n";
-        }
+        tell_written(out, written);
     }
-    return finish(out, err);
+    return finish(out, err, "the answers");
 }
 
 }  // namespace
 
 int run_solve(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
-    const std::variant<SolveOptions, std::string> read = read_solve_options(arguments);
-    if (const auto* problem = std::get_if<std::string>(&read)) {
-        return refuse(err, "nmk solve: " + *problem);
-    }
-    const auto& options = std::get<SolveOptions>(read);
-    return options.csv_file.empty() ? solve_one(options, out, err) : solve_table(options, out, err);
+    return run_with(read_solve_options(arguments), "solve", err, [&](const SolveOptions& options) {
+        return options.csv_file.empty() ? solve_one(options, out, err)
+                                        : solve_table(options, out, err);
+    });
 }
 
 }  // namespace nmk_app

@@ -39,8 +39,6 @@ Complaint set_word(SolveOptions& options, const std::string& argument) {
                : "cannot read " + quoted(argument) + " as a kind; expected " + kind_list();
 }
 
-constexpr OptionTable<SolveOptions> table{"solve", value_options, switches, set_word, true};
-
 Complaint check(SolveOptions& options) {
     if (options.csv_file.empty() && options.kind == nullptr) {
         return "expected a kind: " + kind_list() + "; see nmk help solve";
@@ -62,18 +60,13 @@ Complaint check(SolveOptions& options) {
     return {};
 }
 
+constexpr OptionTable<SolveOptions> table{"solve", value_options, switches, set_word, check, true};
+
 }  // namespace
 
 std::variant<SolveOptions, std::string> read_solve_options(
     const std::vector<std::string>& arguments) {
-    SolveOptions options;
-    if (const Complaint problem = read_arguments(options, table, arguments); !problem.empty()) {
-        return problem;
-    }
-    if (const Complaint problem = check(options); !problem.empty()) {
-        return problem;
-    }
-    return options;
+    return read_options(table, arguments);
 }
 
 }  // namespace nmk_app

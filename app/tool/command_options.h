@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 #include "text/text_number.h"
@@ -33,6 +34,7 @@ struct OptionTable {
     std::span<const ValueOption<Options>> values;
     std::span<const SwitchOption<Options>> switches;
     std::string (*set_plain)(Options&, const std::string& argument);  // what is no option
+    std::string (*check)(Options&);                                   // of all, when they are read
     bool takes_numbers = false;                                       // -3 is no option then
 };
 
@@ -87,10 +89,11 @@ std::string read_option(Options& options, const OptionTable<Options>& table,
     return "unknown option " + quoted(argument) + "; see nmk help " + std::string(table.command);
 }
 
-/// Reads all arguments in their order; the first problem ends it.
+/// Reads all arguments in their order and checks them; the first problem ends it.
 template <class Options>
-std::string read_arguments(Options& options, const OptionTable<Options>& table,
-                           const std::vector<std::string>& arguments) {
+std::variant<Options, std::string> read_options(const OptionTable<Options>& table,
+                                                const std::vector<std::string>& arguments) {
+    Options options;
     bool only_plain = false;  // after "--"
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string& argument = arguments[i];
@@ -100,13 +103,16 @@ std::string read_arguments(Options& options, const OptionTable<Options>& table,
         }
         const bool is_number = table.takes_numbers && read_number(argument).has_value();
         const bool is_option = !only_plain && argument.starts_with('-') && !is_number;
-        const std::string problem = is_option ? read_option(options, table, arguments, i)
-                                              : table.set_plain(options, argument);
+        std::string problem = is_option ? read_option(options, table, arguments, i)
+                                        : table.set_plain(options, argument);
         if (!problem.empty()) {
             return problem;
         }
     }
-    return {};
+    if (std::string problem = table.check(options); !problem.empty()) {
+        return problem;
+    }
+    return options;
 }
 
 /// One line where two of the names are the same and not empty.

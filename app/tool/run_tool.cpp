@@ -12,15 +12,11 @@
 #include "order/order_command.h"
 #include "route/route_command.h"
 #include "solve/solve_command.h"
-#include "text/escaped_text.h"
+#include "tool/command_answer.h"
 
 namespace nmk_app {
 
 namespace {
-
-constexpr int done = 0;
-constexpr int no_result = 1;
-constexpr int bad_usage = 2;
 
 struct Command {
     std::string_view name;
@@ -43,19 +39,13 @@ const Command* find_command(std::string_view name) {
     return found == std::end(commands) ? nullptr : found;
 }
 
-int refuse(std::ostream& err, const std::string& problem) {
-    err << "nmk: " << line_text(problem) << "\n";
-    return bad_usage;
-}
-
 int refuse_command(std::ostream& err, const std::string& name) {
-    return refuse(err, "there is no command '" + name + "'; nmk help lists the commands");
+    return refuse(err, "nmk: there is no command '" + name + "'; nmk help lists the commands");
 }
 
 int print(std::ostream& out, std::ostream& err, const std::string& text) {
     out << text;
-    out.flush();
-    return out ? done : refuse(err, "standard output: the text could not be written");
+    return finish(out, err, "the text");
 }
 
 std::string general_help() {
@@ -117,10 +107,10 @@ bool asks_for_help(const std::vector<std::string>& arguments) {
 int dispatch(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
     std::vector<std::string> others;
     if (const std::string problem = apply_levels(arguments, others); !problem.empty()) {
-        return refuse(err, problem);
+        return refuse(err, "nmk: " + problem);
     }
     if (others.empty()) {
-        return refuse(err, "expected a command; nmk help lists them");
+        return refuse(err, "nmk: expected a command; nmk help lists them");
     }
     if (others[0] == "--version") {
         return print(out, err, "nmk " NMK_APP_VERSION "\n");
