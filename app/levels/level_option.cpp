@@ -1,11 +1,13 @@
+// level_option: the option --level NAME=SETTING, and the names that come near a mistyped one.
+
 #include "levels/level_option.h"
 
 #include "text/escaped_text.h"
+#include "text/text_number.h"
 
 #include <nmktoolbox/runtime/nmkVersion.h>
 
 #include <algorithm>
-#include <cctype>
 #include <charconv>
 #include <numeric>
 #include <utility>
@@ -16,14 +18,6 @@ namespace {
 
 constexpr std::size_t most_near_names = 5;
 constexpr std::size_t longest_name_compared = 200;  // what is longer is no typing error
-
-std::string lower(std::string_view text) {
-    std::string result(text);
-    for (char& each : result) {
-        each = static_cast<char>(std::tolower(static_cast<unsigned char>(each)));
-    }
-    return result;
-}
 
 // The number of letters to insert, remove or replace to get from one text to the other.
 std::size_t edit_distance(std::string_view from, std::string_view to) {
@@ -58,7 +52,7 @@ bool refuse(std::string& error, std::string message) {
 }
 
 // What was typed may hold anything; an error stays one line of readable text.
-std::string quoted(std::string_view text) {
+std::string in_quotes(std::string_view text) {
     const bool is_cut = text.size() > longest_name_compared;
     return "'" + line_text(text.substr(0, longest_name_compared)) + (is_cut ? "...'" : "'");
 }
@@ -68,7 +62,7 @@ bool set_number(nmkVersion& level, std::string_view setting, std::string& error)
     const char* const end = setting.data() + setting.size();
     const auto [stop, failure] = std::from_chars(setting.data(), end, number);
     if (failure != std::errc() || stop != end || number < -1) {
-        return refuse(error, "--level " + std::string(level.get_name()) + "=" + quoted(setting) +
+        return refuse(error, "--level " + std::string(level.get_name()) + "=" + in_quotes(setting) +
                                  ": expected previous, default, preview or a whole number from -1");
     }
     level.set_level(number);
@@ -79,12 +73,12 @@ bool set_number(nmkVersion& level, std::string_view setting, std::string& error)
 
 std::vector<std::string> near_level_names(std::string_view name) {
     if (name.empty() || name.size() > longest_name_compared) return {};
-    const std::string wanted = lower(name);
+    const std::string wanted = lower_case(name);
     std::vector<std::pair<std::size_t, std::string>> found;
     const dbgLevelManager& levels = *nmkVersion::get_manager();
     for (int position = 0; position < levels.size(); ++position) {
         const char* const each = levels.level(position)->get_name();
-        const std::size_t distance = unlikeness(wanted, lower(each));
+        const std::size_t distance = unlikeness(wanted, lower_case(each));
         if (distance < too_unlike) found.emplace_back(distance, each);
     }
     std::sort(found.begin(), found.end());
@@ -95,7 +89,7 @@ std::vector<std::string> near_level_names(std::string_view name) {
 }
 
 std::string unknown_level_message(std::string_view name) {
-    std::string message = "there is no level " + quoted(name);
+    std::string message = "there is no level " + in_quotes(name);
     const std::vector<std::string> near = near_level_names(name);
     if (near.empty()) return message + "; 'nmk levels' lists them all";
     message += "; did you mean ";
@@ -109,7 +103,7 @@ std::string unknown_level_message(std::string_view name) {
 bool apply_level_option(std::string_view text, std::string& error) {
     const std::size_t equals = text.find('=');
     if (equals == std::string_view::npos || equals == 0 || equals + 1 == text.size()) {
-        return refuse(error, "--level " + quoted(text) +
+        return refuse(error, "--level " + in_quotes(text) +
                                  ": expected NAME=previous, NAME=default, NAME=preview or "
                                  "NAME=NUMBER");
     }

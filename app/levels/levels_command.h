@@ -9,13 +9,13 @@ namespace nmk_app {
 
 /// Lists the levels in order of registration, or shows one.
 ///
-///   arguments   what follows the word "levels": [NAME] [--find TEXT] [--state WORD]
-///               [--level NAME=SETTING]... [--json] [--quiet]
+///   arguments   what follows the word "levels": [NAME] [--find TEXT] [--state WORD] [--json]
+///               [--quiet]
 ///   answer      0; 2 after one line on `err` when the arguments are not right
 ///
 /// --find takes the levels whose name or description holds the text, whatever its case; --state
 /// those that stand at unavailable, default, previous, preview or unknown. Finding none is no
-/// error.
+/// error. --quiet prints no text; --json still prints.
 int run_levels(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
 
 }  // namespace nmk_app

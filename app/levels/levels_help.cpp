@@ -13,7 +13,7 @@ Every command takes --level, which moves a level for that one run.
   --find TEXT         levels whose name or description holds the text
   --state WORD        levels that stand at unavailable, default, previous, preview or unknown
   --json              print the levels as JSON
-  --quiet             print nothing but what is wrong
+  --quiet             print no text; --json still prints
   --level NAME=VALUE  previous, default, preview or a number
 
 Examples:

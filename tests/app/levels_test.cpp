@@ -10,19 +10,15 @@
 #include <algorithm>
 #include <sstream>
 
+#include "command_runner.h"
+
 namespace {
 
-struct Answer {
-    int code;
-    std::string out;
-    std::string err;
-};
+using nmk_app::Printed;
 
-Answer levels(const std::vector<std::string>& arguments) {
-    std::ostringstream out;
-    std::ostringstream err;
-    const int code = nmk_app::run_levels(arguments, out, err);
-    return {code, out.str(), err.str()};
+Printed levels(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), "levels");
+    return nmk_app::run(arguments);
 }
 
 std::ptrdiff_t lines(const std::string& text) { return std::count(text.begin(), text.end(), '\n'); }
@@ -48,18 +44,10 @@ class level_option : public levels_command {
     std::string error;
 };
 
-void expect_one_line_and_code_2(const Answer& answer, const std::string& part) {
-    EXPECT_EQ(answer.code, 2);
-    EXPECT_EQ(answer.out, "");
-    EXPECT_EQ(lines(answer.err), 1) << answer.err;
-    EXPECT_TRUE(answer.err.ends_with('\n'));
-    EXPECT_TRUE(holds(answer.err, part)) << answer.err;
-}
-
 }  // namespace
 
 TEST_F(levels_command, lists_every_level_on_a_line_of_its_own) {
-    const Answer answer = levels({});
+    const Printed answer = levels({});
     EXPECT_EQ(answer.code, 0);
     EXPECT_EQ(lines(answer.out), 198);  // a heading, 196 levels, their number
     EXPECT_TRUE(holds(answer.out, "\n196 levels\n"));
@@ -68,21 +56,21 @@ TEST_F(levels_command, lists_every_level_on_a_line_of_its_own) {
 }
 
 TEST_F(levels_command, finds_by_name_and_by_description_whatever_the_case) {
-    const Answer by_name = levels({"--find", "ITEMSORTER"});
+    const Printed by_name = levels({"--find", "ITEMSORTER"});
     EXPECT_EQ(lines(by_name.out), 3);
     EXPECT_TRUE(holds(by_name.out, "\nitemsorter "));
-    const Answer by_description = levels({"--find=point ordering"});
+    const Printed by_description = levels({"--find=point ordering"});
     EXPECT_EQ(by_description.out, by_name.out);
 }
 
 TEST_F(levels_command, finding_nothing_is_no_error) {
-    const Answer answer = levels({"--find", "no such words"});
+    const Printed answer = levels({"--find", "no such words"});
     EXPECT_EQ(answer.code, 0);
     EXPECT_TRUE(holds(answer.out, "\n0 levels\n"));
 }
 
 TEST_F(levels_command, filters_by_state) {
-    const Answer answer = levels({"--state", "unavailable"});
+    const Printed answer = levels({"--state", "unavailable"});
     EXPECT_TRUE(holds(answer.out, "\n5 levels\n")) << answer.out;
     EXPECT_TRUE(holds(answer.out, "\ncutfile "));
     EXPECT_TRUE(holds(levels({"--state", "previous"}).out, "\n0 levels\n"));
@@ -91,13 +79,13 @@ TEST_F(levels_command, filters_by_state) {
 }
 
 TEST_F(levels_command, both_filters_must_hold) {
-    const Answer answer = levels({"--find", "sort", "--state", "unavailable"});
+    const Printed answer = levels({"--find", "sort", "--state", "unavailable"});
     EXPECT_TRUE(holds(answer.out, "\n1 level\n")) << answer.out;
     EXPECT_TRUE(holds(answer.out, "\ncylinder_sort "));
 }
 
 TEST_F(levels_command, shows_one_level) {
-    const Answer answer = levels({"itemsorter"});
+    const Printed answer = levels({"itemsorter"});
     EXPECT_EQ(answer.code, 0);
     EXPECT_EQ(answer.out,
               "name           itemsorter\n"
@@ -112,7 +100,7 @@ TEST_F(levels_command, shows_one_level) {
 }
 
 TEST_F(levels_command, shows_one_level_for_programs) {
-    const Answer answer = levels({"--json", "stitch_smoothing"});
+    const Printed answer = levels({"--json", "stitch_smoothing"});
     EXPECT_EQ(answer.out,
               "{\"levels\": [\n"
               "  {\"name\": \"stitch_smoothing\", \"state\": \"default\", \"level\": 2, "
@@ -124,30 +112,42 @@ TEST_F(levels_command, shows_one_level_for_programs) {
 }
 
 TEST_F(levels_command, a_setting_that_does_not_exist_is_null_for_programs) {
-    const Answer answer = levels({"SafetyNetTolerance", "--json"});
+    const Printed answer = levels({"SafetyNetTolerance", "--json"});
     EXPECT_TRUE(holds(answer.out, "\"previous\": null, \"default\": 0, \"preview\": 1"));
 }
 
 TEST_F(levels_command, shows_the_state_after_a_move) {
-    const Answer answer = levels({"--level", "itemsorter=previous", "itemsorter"});
+    const Printed answer = levels({"--level", "itemsorter=previous", "itemsorter"});
     EXPECT_EQ(answer.code, 0);
     EXPECT_TRUE(holds(answer.out, "state          previous\nlevel          0\n"));
 }
 
+TEST_F(levels_command, quiet_prints_nothing_but_json_when_asked_for) {
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{"--quiet"}, {"itemsorter", "--quiet"}}) {
+        const Printed answer = levels(words);
+        EXPECT_EQ(answer.code, 0);
+        EXPECT_EQ(answer.out, "");
+        EXPECT_EQ(answer.err, "");
+    }
+    EXPECT_EQ(levels({"--quiet", "--json"}).out, levels({"--json"}).out);
+    nmk_app::expect_refused(levels({"itemsroter", "--quiet"}), "did you mean itemsorter");
+}
+
 TEST_F(levels_command, an_unknown_name_brings_the_near_ones) {
-    expect_one_line_and_code_2(levels({"itemsroter"}), "did you mean itemsorter");
-    expect_one_line_and_code_2(levels({"qqqqqqqqqq"}), "there is no level 'qqqqqqqqqq'");
+    nmk_app::expect_refused(levels({"itemsroter"}), "did you mean itemsorter");
+    nmk_app::expect_refused(levels({"qqqqqqqqqq"}), "there is no level 'qqqqqqqqqq'");
 }
 
 TEST_F(levels_command, refuses_wrong_arguments_with_one_line) {
-    expect_one_line_and_code_2(levels({"--state", "sleepy"}), "expected unavailable, default");
-    expect_one_line_and_code_2(levels({"--find"}), "--find needs a value");
-    expect_one_line_and_code_2(levels({"--frob"}), "unknown option '--frob'");
-    expect_one_line_and_code_2(levels({"--finder=x"}), "unknown option");
-    expect_one_line_and_code_2(levels({"sorter", "itemsorter"}), "one NAME at most");
-    expect_one_line_and_code_2(levels({"sorter", "--find", "x"}), "neither --find nor --state");
-    expect_one_line_and_code_2(levels({"--two\nlines"}), "unknown option");
-    expect_one_line_and_code_2(levels({"--level", "sorter"}), "NAME=NUMBER");
+    nmk_app::expect_refused(levels({"--state", "sleepy"}), "expected unavailable, default");
+    nmk_app::expect_refused(levels({"--find"}), "--find needs a value");
+    nmk_app::expect_refused(levels({"--frob"}), "unknown option \"--frob\"; see nmk help levels");
+    nmk_app::expect_refused(levels({"--finder=x"}), "unknown option");
+    nmk_app::expect_refused(levels({"sorter", "itemsorter"}), "one NAME at most");
+    nmk_app::expect_refused(levels({"sorter", "--find", "x"}), "neither --find nor --state");
+    nmk_app::expect_refused(levels({"--two\nlines"}), "unknown option");
+    nmk_app::expect_refused(levels({"--level", "sorter"}), "NAME=NUMBER");
 }
 
 TEST_F(levels_command, says_so_when_the_output_cannot_be_written) {
