@@ -10,8 +10,6 @@ namespace nmk_app {
 
 namespace {
 
-constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
-
 char separator_of(std::string_view line) {
     for (const char separator : {';', '\t'}) {
         if (line.find(separator) != std::string_view::npos) {
@@ -40,9 +38,6 @@ bool CsvRow::is_header() const {
     }
     return true;
 }
-
-CsvRows::CsvRows(std::string_view text)
-    : m_lines(text.substr(text.starts_with(byte_order_mark) ? byte_order_mark.size() : 0)) {}
 
 bool CsvRows::next(CsvRow& row) {
     TextLine line;

@@ -31,7 +31,7 @@ void split_row(CsvRow& row, char separator);
 /// Hands out the rows that are neither empty nor remarks.
 class CsvRows {
   public:
-    explicit CsvRows(std::string_view text);
+    explicit CsvRows(std::string_view text) : m_lines(text) {}
 
     bool next(CsvRow& row);
 

@@ -1,7 +1,8 @@
 // text_lines.h: walks a text line by line, whatever ends its lines.
 //
 // A line ends at a line feed, at a carriage return and a line feed, or at a lone carriage return.
-// Lines are views into the text; they are counted from 1, as editors count them.
+// Lines are views into the text; they are counted from 1, as editors count them. The mark that some
+// editors put before UTF-8 belongs to no line.
 #pragma once
 
 #include <algorithm>
@@ -21,7 +22,8 @@ struct TextLine {
 /// Hands out the lines of a text, which must outlive it.
 class TextLines {
   public:
-    explicit TextLines(std::string_view text) : m_text(text) {}
+    explicit TextLines(std::string_view text)
+        : m_text(text), m_at(text.starts_with(byte_order_mark) ? byte_order_mark.size() : 0) {}
 
     /// False when there is no further line.
     bool next(TextLine& line) {
@@ -38,8 +40,10 @@ class TextLines {
     }
 
   private:
+    static constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
+
     std::string_view m_text;
-    std::size_t m_at = 0;
+    std::size_t m_at;
     std::size_t m_count = 0;
 };
 

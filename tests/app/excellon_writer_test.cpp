@@ -50,6 +50,15 @@ TEST(excellon_writer, keeps_a_program_without_holes_to_the_byte) {
     EXPECT_EQ(written(job_of_text(text)), text);
 }
 
+TEST(excellon_writer, keeps_a_byte_order_mark_in_front_of_everything) {
+    const std::string text = "\xef\xbb\xbfM48\nMETRIC,TZ\nT1C1.0\n%\nT1\nX1Y1\nX2Y2\nM30\n";
+    EXPECT_EQ(written(job_of_text(text)), text);
+    const std::string bare = "\xef\xbb\xbfT1C1.0\nX1.0Y1.0\nX2.0Y2.0\nM30\n";
+    EXPECT_EQ(written(job_of_text(bare)), bare);
+    EXPECT_EQ(written(backwards(job_of_text(bare))),
+              "\xef\xbb\xbfT1C1.0\nX2.0Y2.0\nX1.0Y1.0\nM30\n");
+}
+
 TEST(excellon_writer, turns_slots_and_writes_modal_coordinates_out) {
     const std::string head = "M48\nMETRIC,TZ\nT1C1.0\nT2C2.0\n%\n";
     EXPECT_EQ(written(backwards(job_of_text(head + "T1\nX1000Y2000\nX3000\nT2\nX1Y1G85X2\nM30\n"))),

@@ -56,6 +56,7 @@ TEST(map_reader, counts_x_from_the_left_and_y_from_the_top) {
 TEST(map_reader, takes_any_line_ending_and_the_sizes_in_either_order) {
     for (const std::string text : {"type octile\r\nheight 1\r\nwidth 2\r\nmap\r\n.T\r\n",
                                    "type octile\rwidth 2\rheight 1\rmap\r.T",
+                                   "\xef\xbb\xbftype octile\r\nheight 1\r\nwidth 2\r\nmap\r\n.T",
                                    "type octile\nwidth 2\nheight 1\nmap\n.T\n\n  \n"}) {
         EXPECT_EQ(plane_of(text).blocked_count(), 1U) << text;
     }
