@@ -89,6 +89,11 @@ std::string read_option(Options& options, const OptionTable<Options>& table,
     return "unknown option " + quoted(argument) + "; see nmk help " + std::string(table.command);
 }
 
+/// "-3", and "-1e999" too, which is too large to be one but not meant as an option.
+inline bool begins_negative_number(const std::string& argument) {
+    return read_number(argument) || argument.find_first_of("0123456789.") == 1;
+}
+
 /// Reads all arguments in their order and checks them; the first problem ends it.
 template <class Options>
 std::variant<Options, std::string> read_options(const OptionTable<Options>& table,
@@ -101,7 +106,7 @@ std::variant<Options, std::string> read_options(const OptionTable<Options>& tabl
             only_plain = true;
             continue;
         }
-        const bool is_number = table.takes_numbers && read_number(argument).has_value();
+        const bool is_number = table.takes_numbers && begins_negative_number(argument);
         const bool is_option = !only_plain && argument.starts_with('-') && !is_number;
         std::string problem = is_option ? read_option(options, table, arguments, i)
                                         : table.set_plain(options, argument);

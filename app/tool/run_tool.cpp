@@ -100,7 +100,8 @@ std::string apply_levels(const std::vector<std::string>& arguments,
 }
 
 bool asks_for_help(const std::vector<std::string>& arguments) {
-    return std::any_of(arguments.begin() + 1, arguments.end(),
+    const auto plain = std::find(arguments.begin() + 1, arguments.end(), "--");
+    return std::any_of(arguments.begin() + 1, plain,
                        [](const std::string& a) { return a == "--help" || a == "-h"; });
 }
 

@@ -155,6 +155,8 @@ INSTANTIATE_TEST_SUITE_P(
         BadUse{"negative_not_a_number", {"polynomial", "1", "-nan"}, "cannot read \"-nan\""},
         BadUse{"infinite", {"polynomial", "1", "-inf"}, "cannot read \"-inf\""},
         BadUse{"past_all_numbers", {"polynomial", "1", "1e999"}, "cannot read \"1e999\""},
+        BadUse{"below_all_numbers", {"polynomial", "1", "-1e999"}, "cannot read \"-1e999\""},
+        BadUse{"negative_comma", {"polynomial", "1", "-1,5"}, "cannot read \"-1,5\" as a number"},
         BadUse{"bracket_inside_out",
                {"root", "2", "1", "0", "1"},
                "root between \"2\" and \"1\"; expected the lower end before the upper"},

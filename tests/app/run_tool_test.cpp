@@ -1,0 +1,55 @@
+// run_tool: what holds for every command of the tool.
+
+#include "tool/run_tool.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "command_runner.h"
+
+namespace nmk_app {
+namespace {
+
+const std::string commands[] = {"order", "route", "solve", "levels"};
+
+TEST(run_tool, help_is_the_same_before_and_behind_the_command) {
+    for (const std::string& command : commands) {
+        const Printed help = run({"help", command});
+        EXPECT_EQ(help.code, 0);
+        EXPECT_NE(help.out.find("nmk " + command), std::string::npos);
+        EXPECT_EQ(run({command, "--help"}).out, help.out);
+        EXPECT_EQ(run({command, "--json", "-h"}).out, help.out);
+    }
+}
+
+TEST(run_tool, what_follows_two_dashes_is_no_wish_for_help) {
+    for (const std::string name : {"--help", "-h"}) {
+        expect_refused(run({"order", "--", name}), name + ": cannot be opened");
+        expect_refused(run({"route", "--start", "0,0", "--goal", "1,0", "--", name}),
+                       name + ": cannot be opened");
+        expect_refused(run({"solve", "--", name}), "cannot read \"" + name + "\" as a kind");
+        expect_refused(run({"levels", "--", name}), "there is no level '" + name + "'");
+    }
+}
+
+TEST(run_tool, standard_output_that_cannot_be_written_is_told_in_one_line) {
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{"help"},
+          {"order", "--help"},
+          {"--version"},
+          {"solve", "normal", "1"},
+          {"solve", "--csv", NMK_SOURCE_DIR "/samples/problems.csv"},
+          {"levels", "--json"},
+          {"order", NMK_SOURCE_DIR "/samples/holes.csv", "--type", "x"},
+          {"route", NMK_SOURCE_DIR "/samples/clamps.csv", "--start", "0,5", "--goal", "8,8"}}) {
+        std::ostringstream out;
+        std::ostringstream err;
+        out.setstate(std::ios::badbit);
+        const int code = run_tool(words, out, err);
+        expect_refused({code, out.str(), err.str()}, "standard output: the ");
+    }
+}
+
+}  // namespace
+}  // namespace nmk_app
