@@ -11,7 +11,7 @@ namespace nmk_exact {
 double exact_exp(double x);
 
 /// `base` to the power `exponent`, which is above 0 and no integer: infinity past the largest
-/// double, 0.0 for 0.0, NaN for a base below zero.
+/// double and for both infinities, 0.0 for 0.0, NaN for a finite base below zero.
 double exact_pow(double base, double exponent);
 
 }  // namespace nmk_exact
