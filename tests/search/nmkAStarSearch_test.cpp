@@ -169,6 +169,45 @@ TEST(nmkAStarSearch, never_asks_whether_a_node_is_in_bounds) {
     EXPECT_EQ(std::count(space.log.begin(), space.log.end(), "in bounds"), 0);
 }
 
+// Shows what a derived record may call and replace.
+class Shown_record : public nmkAStarSearchNode {
+  public:
+    using nmkAStarSearchNode::calculate_g;
+    using nmkAStarSearchNode::nmkAStarSearchNode;
+
+  protected:
+    void set_h(double h) override { nmkAStarSearchNode::set_h(10.0 * h); }
+};
+
+TEST(nmkAStarSearchNode, scores_itself_by_its_node_its_goal_and_its_parent) {
+    Space space;
+    const auto root =
+        std::make_shared<nmkAStarSearchNode>(space.place("a", 3.0), nullptr, *space.goal);
+    EXPECT_EQ(root->h(), 3.0);
+    EXPECT_EQ(root->f(), 3.0);
+    EXPECT_EQ(root->parent(), nullptr);
+    const nmkAStarSearchNode child(space.place("b", 2.0, 7.0), root, *space.goal);
+    EXPECT_EQ(child.h(), 2.0);
+    EXPECT_EQ(child.f(), 9.0);
+    EXPECT_EQ(child.parent(), root);
+    EXPECT_EQ(space.log, (Log{"h a", "h b", "step a>b"}));
+}
+
+TEST(nmkAStarSearchNode, hands_each_new_h_to_what_a_derived_record_makes_of_it) {
+    Space space;
+    const auto root = std::make_shared<nmkAStarSearchNode>(space.place("a"), nullptr, *space.goal);
+    const auto place = std::make_shared<recording::Place>("b", 2.0, &space.log);
+    Shown_record record(place, root, *space.goal);
+    EXPECT_EQ(record.h(), 2.0);  // a constructor knows nothing of derived records
+    record.calculate_h(*space.goal);
+    EXPECT_EQ(record.h(), 20.0);
+    EXPECT_EQ(record.f(), 21.0);
+    place->step = 5.0;
+    EXPECT_EQ(record.f(), 21.0);  // g stands as it was
+    record.calculate_g();
+    EXPECT_EQ(record.f(), 25.0);
+}
+
 TEST(nmkAStarSearchNode, frees_a_chain_of_a_million_parents_without_deep_recursion) {
     Space space;
     const auto place = space.place("a");
