@@ -20,7 +20,8 @@ Each tool is ordered by itself; slots may be cut from either end.
                       default 0.1 mm
   --units mm|inch     unit of --start and --tolerance, and of a file that does not tell its own
   --rapid RATE        mm per minute, for the seconds in the table; default 10000
-  -o OUT              write the ordered items: .drl (from a drill file), .csv or .json
+  -o OUT              write the ordered items: .drl (from a drill file), .csv or .json; may be
+                      FILE itself
   --svg FILE          draw before and after side by side
   --html FILE         the same as a page with the figures
   --debug CHANNEL     what the library draws for its developers: nmkPointSorter (the points before

@@ -105,7 +105,9 @@ Problem check(OrderOptions& options) {
     }
     const std::string_view outputs[] = {options.output_file, options.svg_file, options.html_file,
                                         options.debug_svg_file};
-    return check_outputs_differ(outputs);
+    // -o may name the file itself, which is then put in order; a picture would be its end.
+    Problem problem = check_input_is_kept(options.file_name, std::span(outputs).subspan(1));
+    return problem.empty() ? check_outputs_differ(outputs) : problem;
 }
 
 constexpr OptionTable<OrderOptions> table{"order", value_options, switches,

@@ -114,7 +114,8 @@ Problem check(RouteOptions& options) {
                "; expected line-with-gradient or moving-line";
     }
     const std::string_view outputs[] = {options.csv_file, options.svg_file, options.html_file};
-    return check_outputs_differ(outputs);
+    Problem problem = check_input_is_kept(options.file_name, outputs);
+    return problem.empty() ? check_outputs_differ(outputs) : problem;
 }
 
 constexpr OptionTable<RouteOptions> table{"route", value_options, switches,

@@ -11,6 +11,7 @@
 #include <variant>
 #include <vector>
 
+#include "files/same_file.h"
 #include "text/text_number.h"
 
 namespace nmk_app {
@@ -120,13 +121,24 @@ std::variant<Options, std::string> read_options(const OptionTable<Options>& tabl
     return options;
 }
 
-/// One line where two of the names are the same and not empty.
+/// One line where two of the names that are not empty mean one file.
 inline std::string check_outputs_differ(std::span<const std::string_view> names) {
     for (std::size_t i = 0; i < names.size(); ++i) {
         for (std::size_t j = 0; j < i; ++j) {
-            if (!names[i].empty() && names[i] == names[j]) {
+            if (!names[i].empty() && !names[j].empty() && is_same_file(names[i], names[j])) {
                 return quoted(names[i]) + " is named for two outputs";
             }
+        }
+    }
+    return {};
+}
+
+/// One line where one of the names that are not empty means the file that is read.
+inline std::string check_input_is_kept(std::string_view input,
+                                       std::span<const std::string_view> names) {
+    for (const std::string_view name : names) {
+        if (!name.empty() && is_same_file(input, name)) {
+            return quoted(name) + " is the file that is read; expected another name to write to";
         }
     }
     return {};

@@ -167,6 +167,21 @@ TEST_F(order_command, outputs_that_cannot_be_written_leave_no_file) {
     EXPECT_EQ(files(), 1U);
 }
 
+TEST_F(order_command, the_file_that_is_read_may_be_put_in_order_but_not_be_drawn_over) {
+    const std::string name = write("s.csv", square);
+    fs::create_symlink(name, folder / "link.csv");
+    fs::create_directory(folder / "sub");
+    for (const std::string& same : {name, file("link.csv"), file("sub/../s.csv")}) {
+        expect_refused(run({"order", name, "--svg", same}));
+        expect_refused(run({"order", name, "--html", same}));
+        expect_refused(run({"order", same, "--debug", "nmkPointSorter", "--debug-svg", name}));
+        EXPECT_EQ(text_of(name), square);
+    }
+    EXPECT_EQ(run({"order", name, "-o", file("sub/../s.csv")}).code, 0);
+    EXPECT_EQ(text_of(name).size(), std::string(square).size());
+    EXPECT_NE(text_of(name), square);
+}
+
 TEST_F(order_command, tells_the_longest_move_in_both_halves_of_the_picture_of_a_narrow_part) {
     for (const std::string part :
          {"0,0\n1,90\n0,10\n1,60\n0,100\n1,20\n", "0,0\n90,1\n10,0\n60,1\n100,0\n20,1\n"}) {
