@@ -2,7 +2,6 @@
 
 #include "order/csv_reader.h"
 
-#include "order/excellon_parser.h"
 #include "order/one_tool_job.h"
 #include "text/csv_rows.h"
 #include "text/text_number.h"

@@ -44,16 +44,8 @@ void ExcellonWalk::read_header_command(ExcellonCommand command) {
         case ExcellonCommand::header_end:
             m_in_header = false;
             return;
-        case ExcellonCommand::absolute:
-        case ExcellonCommand::incremental:
-            m_state.incremental = command == ExcellonCommand::incremental;
-            return;
-        case ExcellonCommand::millimetres:
-        case ExcellonCommand::inches:
-            m_state.state_units(units_of(command), m_line.number);
-            return;
         default:
-            return;
+            set_mode(command);
     }
 }
 

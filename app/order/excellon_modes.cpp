@@ -36,14 +36,13 @@ void ExcellonWalk::read_command(const ExcellonWord& word, ExcellonWords& words) 
 void ExcellonWalk::read_mode(ExcellonCommand command, const ExcellonWord& word,
                              ExcellonWords& words) {
     const std::string text = word.letter + std::string(word.number);
+    set_mode(command);
     switch (command) {
         case ExcellonCommand::absolute:
         case ExcellonCommand::incremental:
-            m_state.incremental = command == ExcellonCommand::incremental;
-            return;
+            return;  // positions are handed on complete
         case ExcellonCommand::millimetres:
         case ExcellonCommand::inches:
-            m_state.state_units(units_of(command), m_line.number);
             keep(text, ExcellonLine::definition);
             return;
         case ExcellonCommand::zero_point:
@@ -63,6 +62,24 @@ void ExcellonWalk::read_mode(ExcellonCommand command, const ExcellonWord& word,
             return;
         default:
             keep(text);
+            return;
+    }
+}
+
+/// What a command sets in a header as below it; others are left alone.
+void ExcellonWalk::set_mode(ExcellonCommand command) {
+    switch (command) {
+        case ExcellonCommand::absolute:
+        case ExcellonCommand::incremental:
+            m_state.incremental = command == ExcellonCommand::incremental;
+            return;
+        case ExcellonCommand::millimetres:
+            m_state.state_units(JobUnits::millimetres, m_line.number);
+            return;
+        case ExcellonCommand::inches:
+            m_state.state_units(JobUnits::inches, m_line.number);
+            return;
+        default:
             return;
     }
 }
@@ -91,7 +108,7 @@ void ExcellonWalk::select_tool(const ExcellonWord& word, ExcellonWords& words) {
     }
     std::size_t end = word.end;
     while (const std::optional<ExcellonWord> parameter = words.peek()) {
-        if (std::string_view("CFSBHZ").find(parameter->letter) == std::string_view::npos) {
+        if (!is_tool_parameter(parameter->letter)) {
             break;
         }
         end = words.take()->end;

@@ -20,9 +20,7 @@
 
 namespace nmk_app {
 
-/// Past these a file is refused: every hole of a file costs memory, and a few bytes of repeats
-/// would otherwise make any number of holes.
-constexpr std::size_t most_items = 5'000'000;
+/// Past these a file is refused: a few bytes of repeats would otherwise make any number of holes.
 constexpr std::size_t most_repeated_items = 100'000;
 
 /// One coordinate. The text is a view into the file, empty where the file has no such text (the

@@ -13,7 +13,6 @@ namespace {
 
 constexpr int most_digits = 6;             // on either side of the point
 constexpr double largest_diameter = 1000;  // in the file's unit
-constexpr std::string_view tool_letters = "CFSBHZ";
 
 [[noreturn]] void refuse(std::size_t line, std::string message) {
     throw JobError{{}, line, std::move(message)};
@@ -141,7 +140,7 @@ void ExcellonState::define_tool(int number, std::string_view parameters, std::si
     ExcellonWords words(parameters);
     while (!words.rest().empty()) {
         const std::optional<ExcellonWord> word = words.take();
-        if (!word || tool_letters.find(word->letter) == std::string_view::npos) {
+        if (!word || !is_tool_parameter(word->letter)) {
             refuse(line, "cannot read " + quoted(parameters) + " in the definition of T" +
                              std::to_string(number));
         }
@@ -188,8 +187,7 @@ std::optional<double> ExcellonState::diameter_of(int number) const {
     if (found == tools.end() || !found->second.diameter) {
         return std::nullopt;
     }
-    const JobUnits tool_units = found->second.units.value_or(units());
-    return *found->second.diameter * (tool_units == JobUnits::inches ? 25.4 : 1.0);
+    return *found->second.diameter * mm_of(found->second.units.value_or(units()));
 }
 
 std::string ExcellonState::known_tools() const {

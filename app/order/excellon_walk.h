@@ -75,6 +75,7 @@ class ExcellonWalk {
     void read_words(std::string_view code);
     void read_command(const ExcellonWord& word, ExcellonWords& words);
     void read_mode(ExcellonCommand command, const ExcellonWord& word, ExcellonWords& words);
+    void set_mode(ExcellonCommand command);
     std::string take_zero_point(ExcellonWords& words);
     void select_tool(const ExcellonWord& word, ExcellonWords& words);
     void read_cut(ExcellonWords& words);
@@ -103,10 +104,5 @@ class ExcellonWalk {
     std::size_t m_items = 0;
     std::size_t m_repeated = 0;
 };
-
-/// Of a command that states units.
-inline JobUnits units_of(ExcellonCommand command) {
-    return command == ExcellonCommand::inches ? JobUnits::inches : JobUnits::millimetres;
-}
 
 }  // namespace nmk_app

@@ -34,6 +34,11 @@ class ExcellonWords {
     std::size_t m_at = 0;
 };
 
+/// A letter of what may stand behind a tool's number: C its diameter, F, S, B, H and Z its use.
+inline bool is_tool_parameter(char letter) {
+    return std::string_view("CFSBHZ").find(letter) != std::string_view::npos;
+}
+
 /// The whole number from 0 to 99999 that the text is, leading zeros allowed; otherwise empty.
 std::optional<int> small_number(std::string_view text);
 

@@ -36,8 +36,14 @@ struct JobTool {
     std::vector<JobItem> items;
 };
 
+/// Past these a file is refused, since every item costs memory.
+constexpr std::size_t most_items = 5'000'000;
+
 enum class JobFormat { excellon, csv, tsplib };
 enum class JobUnits { millimetres, inches };
+
+/// Millimetres in one unit.
+constexpr double mm_of(JobUnits units) { return units == JobUnits::inches ? 25.4 : 1.0; }
 
 /// Everything that was read from one file.
 struct MachiningJob {

@@ -25,8 +25,7 @@ std::variant<MachiningJob, JobError> read_one_tool_job(JobFormat format,
     job.units = units.value_or(JobUnits::millimetres);
     job.text = std::move(text);
     try {
-        std::vector<JobItem> items =
-            read_items(job.text, job.units == JobUnits::inches ? 25.4 : 1.0);
+        std::vector<JobItem> items = read_items(job.text, mm_of(job.units));
         if (!items.empty()) {
             job.tools.push_back({"all", std::nullopt, std::move(items)});
         }

@@ -4,6 +4,7 @@
 
 #include <string_view>
 
+#include "order/job_format.h"
 #include "order/sort_type_names.h"
 #include "text/text_number.h"
 #include "tool/command_options.h"
@@ -13,8 +14,6 @@ namespace nmk_app {
 namespace {
 
 using Problem = std::string;  // empty: none
-
-constexpr double mm_per_inch = 25.4;
 
 Problem set_type(OrderOptions& options, const std::string& value) {
     const auto type = sort_type_of_name(value);
@@ -62,9 +61,8 @@ Problem set_units(OrderOptions& options, const std::string& value) {
 }
 
 Problem set_output(OrderOptions& options, const std::string& value) {
-    const bool known =
-        value.ends_with(".drl") || value.ends_with(".csv") || value.ends_with(".json");
-    if (!known) {
+    const std::string ending = name_ending(value);
+    if (ending != "drl" && ending != "csv" && ending != "json") {
         return "-o " + quoted(value) + " has no known ending; expected .drl, .csv or .json";
     }
     return set_output_file<OrderOptions, &OrderOptions::output_file>(options, value);
@@ -121,8 +119,7 @@ std::variant<OrderOptions, std::string> read_order_options(
 }
 
 OrderRequest order_request(const OrderOptions& options, JobUnits file_units) {
-    const JobUnits units = options.units.value_or(file_units);
-    const double mm = units == JobUnits::inches ? mm_per_inch : 1.0;
+    const double mm = mm_of(options.units.value_or(file_units));
     OrderRequest request;
     request.type = options.type;
     request.across_tools = options.across_tools;

@@ -6,7 +6,6 @@
 #include <array>
 #include <cstdint>
 
-#include "order/excellon_parser.h"
 #include "order/one_tool_job.h"
 #include "text/text_lines.h"
 #include "text/text_number.h"

@@ -136,9 +136,7 @@ std::variant<BlockedList, JobError> read_blocked_list(const std::string& file_na
         error.file_name = file_name;
         return error;
     }
-    BlockedList list = reader.take();
-    list.file_name = file_name;
-    return list;
+    return reader.take();
 }
 
 std::variant<ListPlane, std::string> plane_of_list(const BlockedList& list, giPoint2 start) {
@@ -161,7 +159,6 @@ std::variant<ListPlane, std::string> plane_of_list(const BlockedList& list, giPo
     }
     ListPlane result{RoutePlane(start, {static_cast<int>(left), static_cast<int>(below)}, steps,
                                 static_cast<int>(columns), static_cast<int>(rows))};
-    result.plane.file_name = list.file_name;
     for (const giPoint2& point : list.places) {
         if (const std::optional<LatticePlace> place = result.plane.place_at(point)) {
             result.plane.block(*place);

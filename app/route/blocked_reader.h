@@ -23,7 +23,6 @@ struct PlaneBox {
 };
 
 struct BlockedList {
-    std::string file_name;
     std::optional<PlaneBox> box;
     std::optional<giPoint2> steps;
     std::vector<giPoint2> places;

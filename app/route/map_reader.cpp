@@ -150,9 +150,7 @@ bool is_octile_map(std::string_view text) {
 std::variant<RoutePlane, JobError> read_octile_map(const std::string& file_name,
                                                    std::string_view text) {
     try {
-        RoutePlane plane = MapReader(text).read();
-        plane.file_name = file_name;
-        return plane;
+        return MapReader(text).read();
     } catch (JobError& error) {
         error.file_name = file_name;
         return error;

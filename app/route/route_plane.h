@@ -12,7 +12,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <string>
 #include <vector>
 
 namespace nmk_app {
@@ -68,7 +67,6 @@ class RoutePlane {
     /// The place at these coordinates of the search.
     LatticePlace searched_place(const giPoint2& search_point) const;
 
-    std::string file_name;
     bool is_map = false;  // rows are counted downwards, as they stand in the file
 
   private:

@@ -57,6 +57,12 @@ TEST(order_options, every_option_is_taken_with_a_blank_or_an_equals_sign) {
     }
 }
 
+TEST(order_options, the_ending_of_what_is_written_may_stand_in_capital_letters) {
+    for (const std::string name : {"OUT.DRL", "parts.d/Out.Csv", "a.b.JSON"}) {
+        EXPECT_EQ(read({"f", "-o", name}).output_file, name);
+    }
+}
+
 TEST(order_options, lengths_are_in_the_unit_of_the_file_unless_told) {
     OrderOptions options = read({"f", "--start", "1,2", "--tolerance", "0.5"});
     EXPECT_EQ(order_request(options, JobUnits::inches).start, giPoint3(25.4, 50.8, 0.0));
@@ -128,6 +134,7 @@ const BadLine bad_lines[] = {
     {"rapid_nan", {"a", "--rapid", "nan"}, "above 0"},
     {"units", {"a", "--units", "cm"}, "mm or inch"},
     {"output_ending", {"a", "-o", "b.txt"}, ".drl, .csv or .json"},
+    {"output_folder_with_ending", {"a", "-o", "b.csv/c"}, ".drl, .csv or .json"},
     {"svg_empty", {"a", "--svg", ""}, "needs a name"},
     {"same_output", {"a", "--svg", "b", "--html", "b"}, "two outputs"},
 };

@@ -11,7 +11,6 @@
 
 #include "child_process.h"
 #include "job_fixtures.h"
-#include "order/write_job.h"
 #include "scratch_folder.h"
 
 namespace nmk_app {
@@ -67,6 +66,10 @@ TEST(write_whole_file, takes_a_name_of_the_greatest_length) {
 
 TEST(write_whole_file, says_that_the_disk_is_full) {
     EXPECT_EQ(write_whole_file("/dev/full", "x"), "cannot be written: No space left on device");
+    const ScratchFolder folder;
+    const std::string link = folder.path() + "/link";
+    ASSERT_EQ(::symlink("/dev/full", link.c_str()), 0);
+    EXPECT_EQ(write_whole_file(link, "x"), "cannot be written: No space left on device");
 }
 
 TEST(write_whole_file, writes_to_devices_without_replacing_them) {
@@ -131,46 +134,6 @@ TEST(write_whole_file, leaves_one_whole_file_when_the_process_is_ended_at_any_ti
         const std::string bytes = bytes_of_file(name);
         ASSERT_TRUE(bytes == "old" || bytes == text) << bytes.size();
     }
-}
-
-MachiningJob one_hole() {
-    MachiningJob job;
-    job.file_name = "a \"b\".csv";
-    job.text = "1,2\n";
-    job.tools.push_back(
-        {"all", std::nullopt, {JobItem{giPoint3(1, 2, 0), std::nullopt, 0, false}}});
-    return job;
-}
-
-std::string problem_of(const std::optional<JobError>& error) { return error ? error->text() : ""; }
-
-TEST(write_job_file, tells_the_format_by_the_name) {
-    const ScratchFolder folder;
-    EXPECT_EQ(problem_of(write_job_file(one_hole(), folder.path() + "/a.CSV")), "");
-    EXPECT_EQ(bytes_of_file(folder.path() + "/a.CSV"), "1,2\n");
-    EXPECT_EQ(problem_of(write_job_file(one_hole(), folder.path() + "/a.json")), "");
-    EXPECT_EQ(bytes_of_file(folder.path() + "/a.json"),
-              "{\"file\": \"a \\\"b\\\".csv\", \"units\": \"mm\", \"tools\": [\n"
-              "  {\"name\": \"all\", \"diameter\": null, \"items\": [\n"
-              "    {\"source\": 0, \"reversed\": false, \"start\": [1, 2, 0]}]}]}\n");
-}
-
-TEST(write_job_file, refuses_names_and_jobs_that_do_not_go_together) {
-    const ScratchFolder folder;
-    const std::string drill = folder.path() + "/a.drl";
-    EXPECT_EQ(problem_of(write_job_file(one_hole(), drill)),
-              drill + ": a drill file can only be made of a drill file; expected .csv or .json");
-    EXPECT_EQ(problem_of(write_job_file(one_hole(), "a.pdf")),
-              "a.pdf: cannot write .pdf; expected .drl, .csv or .json");
-    EXPECT_EQ(folder.file_count(), 0U);
-}
-
-TEST(write_job_file, names_the_file_that_cannot_be_written) {
-    const ScratchFolder folder;
-    const std::string name = folder.path() + "/full.csv";
-    ASSERT_EQ(::symlink("/dev/full", name.c_str()), 0);
-    EXPECT_EQ(problem_of(write_job_file(one_hole(), name)),
-              name + ": cannot be written: No space left on device");
 }
 
 }  // namespace
