@@ -21,16 +21,16 @@ double text_width(const std::string& words, double font_size) {
 }
 
 LabelBox LabelPlaces::moved_inside(LabelBox box) const {
-    const double right = bounds.left + bounds.width - box.width;
-    const double bottom = bounds.top + bounds.height - box.height;
-    box.left = std::max(bounds.left, std::min(box.left, right));
-    box.top = std::max(bounds.top, std::min(box.top, bottom));
+    const double right = m_bounds.left + m_bounds.width - box.width;
+    const double bottom = m_bounds.top + m_bounds.height - box.height;
+    box.left = std::max(m_bounds.left, std::min(box.left, right));
+    box.top = std::max(m_bounds.top, std::min(box.top, bottom));
     return box;
 }
 
 bool LabelPlaces::free(const LabelBox& box) const {
-    return box.inside(bounds) && std::none_of(taken.begin(), taken.end(),
-                                              [&](const LabelBox& t) { return box.overlaps(t); });
+    return box.inside(m_bounds) && std::none_of(m_taken.begin(), m_taken.end(),
+                                                [&](const LabelBox& t) { return box.overlaps(t); });
 }
 
 bool LabelPlaces::place(const std::vector<SvgPoint>& middles, double width, double height,

@@ -21,10 +21,10 @@ double text_width(const std::string& words, double font_size);
 
 class LabelPlaces {
   public:
-    explicit LabelPlaces(const LabelBox& within) : bounds(within) {}
+    explicit LabelPlaces(const LabelBox& within) : m_bounds(within) {}
 
     /// Keeps labels off a box.
-    void take(const LabelBox& box) { taken.push_back(box); }
+    void take(const LabelBox& box) { m_taken.push_back(box); }
 
     /// The first of the middles at which a label of this size is free, taken from now on; a label
     /// that would stick out is moved inside. False where none is: it had better be left out.
@@ -34,8 +34,8 @@ class LabelPlaces {
     LabelBox moved_inside(LabelBox box) const;
     bool free(const LabelBox& box) const;
 
-    LabelBox bounds;
-    std::vector<LabelBox> taken;
+    LabelBox m_bounds;
+    std::vector<LabelBox> m_taken;
 };
 
 }  // namespace nmk_app

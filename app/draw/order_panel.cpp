@@ -149,21 +149,21 @@ LabelBox around(SvgPoint p, double radius) {
 
 class Labels {
   public:
-    Labels(SvgDocument& document, const LabelBox& within) : svg(document), places(within) {}
+    Labels(SvgDocument& svg, const LabelBox& within) : m_svg(svg), m_places(within) {}
 
-    void keep_off(SvgPoint mark) { places.take(around(mark, mark_radius + 1.0)); }
+    void keep_off(SvgPoint mark) { m_places.take(around(mark, mark_radius + 1.0)); }
 
     void write(const std::vector<SvgPoint>& middles, const std::string& words, double width,
                const std::string& colour) {
         LabelBox box;
-        if (places.place(middles, width, label_size + 5.0, box)) {
-            draw_label(svg, box, words, colour);
+        if (m_places.place(middles, width, label_size + 5.0, box)) {
+            draw_label(m_svg, box, words, colour);
         }
     }
 
   private:
-    SvgDocument& svg;
-    LabelPlaces places;
+    SvgDocument& m_svg;
+    LabelPlaces m_places;
 };
 
 double label_width(const std::string& words) {

@@ -82,7 +82,7 @@ std::string after_figures(const OrderReport& report) {
            fixed_number(saved_percent(before, after), 1) + " %";
 }
 
-/// Everything but the frame; answers the bottom.
+/// Everything but the ground; answers the bottom.
 double draw_content(SvgDocument& svg, const Layout& layout, const MachiningJob& job,
                     const OrderedJob& ordered, const OrderReport& report, bool figures) {
     draw_title(svg, layout, report);
@@ -102,14 +102,9 @@ std::string order_picture(const MachiningJob& job, const OrderedJob& ordered,
                           const OrderReport& report, bool figures) {
     const Layout layout = layout_of(job);
     const std::string title = base_name(report.options.file_name) + ": before and after ordering";
-    // The height is known when everything is drawn; a first drawing measures.
-    SvgDocument measured(layout.width, 1.0, title);
-    const double height =
-        draw_content(measured, layout, job, ordered, report, figures) + margin / 2;
-    SvgDocument svg(layout.width, height, title);
-    svg.rectangle({0.0, 0.0}, layout.width, height, "fill=\"#ffffff\"");
-    draw_content(svg, layout, job, ordered, report, figures);
-    return svg.str();
+    SvgDocument svg;
+    const double bottom = draw_content(svg, layout, job, ordered, report, figures);
+    return svg.str(layout.width, bottom + margin / 2, title);
 }
 
 }  // namespace nmk_app

@@ -197,8 +197,7 @@ void draw_heading(SvgDocument& svg, const Answer& answer) {
 std::string polynomial_picture(const std::vector<double>& coefficients, const Answer& answer) {
     const double width = 2 * margin + number_width + plot_width;
     const double height = heading_height + plot_height + 54.0;
-    SvgDocument svg(width, height, answer.problem);
-    svg.rectangle({0.0, 0.0}, width, height, "fill=\"#ffffff\"");
+    SvgDocument svg;
     draw_heading(svg, answer);
     const std::vector<double> places = places_to_see(coefficients, answer);
     PlotFrame frame;
@@ -210,7 +209,7 @@ std::string polynomial_picture(const std::vector<double>& coefficients, const An
     if (!is_drawable(frame.x) || !is_drawable(frame.y)) {
         svg.text({margin, heading_height + 24.0}, "The numbers are too large to be drawn.",
                  "font-size=\"16\" fill=\"#3c4654\"");
-        return svg.str();
+        return svg.str(width, height, answer.problem);
     }
     draw_plot_frame(svg, frame);
     const std::string plot = "x=\"" + number_text(frame.corner.x) + "\" y=\"" +
@@ -224,7 +223,7 @@ std::string polynomial_picture(const std::vector<double>& coefficients, const An
                        "stroke-linejoin=\"round\"");
     svg.close_group();
     draw_roots(svg, frame, coefficients, answer);
-    return svg.str();
+    return svg.str(width, height, answer.problem);
 }
 
 }  // namespace nmk_app

@@ -115,8 +115,8 @@ double draw_legend(SvgDocument& svg, PictureColumn column, double top, const Rou
     return line.bottom();
 }
 
-/// Everything but the ground.
-void draw_content(SvgDocument& svg, const Layout& layout, const RouteReport& report) {
+/// Everything but the ground; answers the bottom.
+double draw_content(SvgDocument& svg, const Layout& layout, const RouteReport& report) {
     draw_title(svg, layout, report);
     const PlaneView& view = layout.view;
     svg.rectangle({view.corner.x - 1, view.corner.y - 1}, view.width() + 2, view.height() + 2,
@@ -124,7 +124,7 @@ void draw_content(SvgDocument& svg, const Layout& layout, const RouteReport& rep
     draw_cells(svg, view, report);
     draw_route(svg, view, report);
     const PictureColumn column{margin, layout.width() - margin};
-    draw_legend(svg, column, heading_height + layout.panel_height + 16.0, report);
+    return draw_legend(svg, column, heading_height + layout.panel_height + 16.0, report);
 }
 
 }  // namespace
@@ -132,14 +132,9 @@ void draw_content(SvgDocument& svg, const Layout& layout, const RouteReport& rep
 std::string route_picture(const RouteReport& report) {
     const Layout layout = layout_of(report.plane);
     const std::string title = base_name(report.options.file_name) + ": " + route_summary(report);
-    // The height is known when the legend is drawn; a first drawing of it measures.
-    SvgDocument measured(layout.width(), 1.0, title);
-    const double bottom = draw_legend(measured, {margin, layout.width() - margin},
-                                      heading_height + layout.panel_height + 16.0, report);
-    SvgDocument svg(layout.width(), bottom + margin / 2, title);
-    svg.rectangle({0.0, 0.0}, layout.width(), bottom + margin / 2, "fill=\"#ffffff\"");
-    draw_content(svg, layout, report);
-    return svg.str();
+    SvgDocument svg;
+    const double bottom = draw_content(svg, layout, report);
+    return svg.str(layout.width(), bottom + margin / 2, title);
 }
 
 }  // namespace nmk_app

@@ -23,66 +23,65 @@ std::string with_blank(std::string_view attributes) {
 
 }  // namespace
 
-SvgDocument::SvgDocument(double width, double height, std::string_view title) {
-    const std::string w = pixels(width);
-    const std::string h = pixels(height);
-    body = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + w + "\" height=\"" + h +
-           "\" viewBox=\"0 0 " + w + " " + h +
-           "\" font-family=\"'Segoe UI', 'Helvetica Neue', Arial, 'DejaVu Sans', sans-serif\">\n";
-    body += "<title>" + xml_text(title) + "</title>\n";
-}
-
 void SvgDocument::open_group(std::string_view attributes) {
-    body += "<g" + with_blank(attributes) + ">\n";
-    ++open_groups;
+    m_body += "<g" + with_blank(attributes) + ">\n";
+    ++m_open_groups;
 }
 
 void SvgDocument::close_group() {
-    if (open_groups > 0) {
-        body += "</g>\n";
-        --open_groups;
+    if (m_open_groups > 0) {
+        m_body += "</g>\n";
+        --m_open_groups;
     }
 }
 
 void SvgDocument::circle(SvgPoint centre, double radius, std::string_view attributes) {
-    body += "<circle" + attribute("cx", centre.x) + attribute("cy", centre.y) +
-            attribute("r", radius) + with_blank(attributes) + "/>\n";
+    m_body += "<circle" + attribute("cx", centre.x) + attribute("cy", centre.y) +
+              attribute("r", radius) + with_blank(attributes) + "/>\n";
 }
 
 void SvgDocument::line(SvgPoint from, SvgPoint to, std::string_view attributes) {
-    body += "<line" + attribute("x1", from.x) + attribute("y1", from.y) + attribute("x2", to.x) +
-            attribute("y2", to.y) + with_blank(attributes) + "/>\n";
+    m_body += "<line" + attribute("x1", from.x) + attribute("y1", from.y) + attribute("x2", to.x) +
+              attribute("y2", to.y) + with_blank(attributes) + "/>\n";
 }
 
 void SvgDocument::rectangle(SvgPoint corner, double width, double height,
                             std::string_view attributes) {
-    body += "<rect" + attribute("x", corner.x) + attribute("y", corner.y) +
-            attribute("width", width) + attribute("height", height) + with_blank(attributes) +
-            "/>\n";
+    m_body += "<rect" + attribute("x", corner.x) + attribute("y", corner.y) +
+              attribute("width", width) + attribute("height", height) + with_blank(attributes) +
+              "/>\n";
 }
 
 void SvgDocument::separate_lines(const std::vector<SvgPoint>& pairs, std::string_view attributes) {
-    body += "<path d=\"";
+    m_body += "<path d=\"";
     for (std::size_t i = 0; i + 1 < pairs.size(); i += 2) {
         const SvgPoint& from = pairs[i];
         const SvgPoint& to = pairs[i + 1];
         const bool goes_on = i > 0 && from.x == pairs[i - 1].x && from.y == pairs[i - 1].y;
         if (!goes_on) {
-            body += "M" + pixels(from.x) + " " + pixels(from.y);
+            m_body += "M" + pixels(from.x) + " " + pixels(from.y);
         }
-        body += "L" + pixels(to.x) + " " + pixels(to.y);
+        m_body += "L" + pixels(to.x) + " " + pixels(to.y);
     }
-    body += "\"" + with_blank(attributes) + "/>\n";
+    m_body += "\"" + with_blank(attributes) + "/>\n";
 }
 
 void SvgDocument::text(SvgPoint at, std::string_view words, std::string_view attributes) {
-    body += "<text" + attribute("x", at.x) + attribute("y", at.y) + with_blank(attributes) + ">" +
-            xml_text(words) + "</text>\n";
+    m_body += "<text" + attribute("x", at.x) + attribute("y", at.y) + with_blank(attributes) + ">" +
+              xml_text(words) + "</text>\n";
 }
 
-std::string SvgDocument::str() const {
-    std::string whole = body;
-    for (int i = 0; i < open_groups; ++i) {
+std::string SvgDocument::str(double width, double height, std::string_view title) const {
+    const std::string w = pixels(width);
+    const std::string h = pixels(height);
+    std::string whole =
+        "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + w + "\" height=\"" + h +
+        "\" viewBox=\"0 0 " + w + " " + h +
+        "\" font-family=\"'Segoe UI', 'Helvetica Neue', Arial, 'DejaVu Sans', sans-serif\">\n";
+    whole += "<title>" + xml_text(title) + "</title>\n";
+    whole += "<rect x=\"0\" y=\"0\" width=\"" + w + "\" height=\"" + h + "\" fill=\"#ffffff\"/>\n";
+    whole += m_body;
+    for (int i = 0; i < m_open_groups; ++i) {
         whole += "</g>\n";
     }
     return whole + "</svg>\n";

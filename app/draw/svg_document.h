@@ -19,8 +19,6 @@ struct SvgPoint {
 
 class SvgDocument {
   public:
-    SvgDocument(double width, double height, std::string_view title);
-
     /// Elements up to the matching close_group share the attributes: `fill="none" ...`.
     void open_group(std::string_view attributes);
     void close_group();
@@ -35,14 +33,14 @@ class SvgDocument {
     void text(SvgPoint at, std::string_view words, std::string_view attributes = {});
 
     /// Elements as they are, for what has no operation of its own.
-    void raw(std::string_view elements) { body += elements; }
+    void raw(std::string_view elements) { m_body += elements; }
 
-    /// The whole drawing; groups still open are closed.
-    std::string str() const;
+    /// The whole drawing, on a white ground of this size; groups still open are closed.
+    std::string str(double width, double height, std::string_view title) const;
 
   private:
-    std::string body;
-    int open_groups = 0;
+    std::string m_body;
+    int m_open_groups = 0;
 };
 
 }  // namespace nmk_app

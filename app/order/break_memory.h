@@ -11,35 +11,35 @@ namespace nmk_app {
 class BreakMemory : public nmkProgressBreak {
   public:
     /// `reporter` is borrowed and may be null.
-    explicit BreakMemory(nmkProgressBreak* reporter) : target(reporter) {}
+    explicit BreakMemory(nmkProgressBreak* reporter) : m_reporter(reporter) {}
 
     /// Whether any step so far was answered with a wish to stop.
-    bool asked() const { return asked_for; }
+    bool asked() const { return m_asked; }
 
     int send_progress_bar_to_0(const char* text) override {
-        return target == nullptr ? 0 : target->send_progress_bar_to_0(text);
+        return m_reporter == nullptr ? 0 : m_reporter->send_progress_bar_to_0(text);
     }
     void set_range(double range) override {
-        if (target != nullptr) {
-            target->set_range(range);
+        if (m_reporter != nullptr) {
+            m_reporter->set_range(range);
         }
     }
-    int increment() override { return target == nullptr ? 0 : noted(target->increment()); }
+    int increment() override { return m_reporter == nullptr ? 0 : noted(m_reporter->increment()); }
     int jump_to(double position) override {
-        return target == nullptr ? 0 : noted(target->jump_to(position));
+        return m_reporter == nullptr ? 0 : noted(m_reporter->jump_to(position));
     }
     int send_progress_bar_to_100() override {
-        return target == nullptr ? 0 : target->send_progress_bar_to_100();
+        return m_reporter == nullptr ? 0 : m_reporter->send_progress_bar_to_100();
     }
 
   private:
     int noted(int answer) {
-        asked_for = asked_for || answer != 0;
+        m_asked = m_asked || answer != 0;
         return answer;
     }
 
-    nmkProgressBreak* target;
-    bool asked_for = false;
+    nmkProgressBreak* m_reporter;
+    bool m_asked = false;
 };
 
 }  // namespace nmk_app
