@@ -122,7 +122,9 @@ FoundRoute find_route(const RoutePlane& plane, const RouteRequest& request,
     route.expanded = route.closed.size() - (route.is_found() ? 1U : 0U);
     route.length = length_of(plane, route.nodes);
     route.goal = goal_now(plane, request, *goal);
-    find_nearest(plane, *goal, route);
+    if (!route.is_found()) {
+        find_nearest(plane, *goal, route);
+    }
     return route;
 }
 

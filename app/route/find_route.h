@@ -35,7 +35,7 @@ struct FoundRoute {
     std::vector<LatticePlace> closed;  // in the order of closing
     std::size_t expanded = 0;          // of the closed ones all but the arrival
     double length = 0.0;
-    LatticePlace nearest;        // the closed place that the goal was nearest to
+    LatticePlace nearest;        // where there is none: the closed place nearest to the goal
     double short_of_goal = 0.0;  // what it then had before it; of a line as the goal counts it
     giPoint2 goal;               // where it stands in the end; a moving line has moved on
     bool stopped = false;

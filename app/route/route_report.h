@@ -29,10 +29,11 @@ struct RouteReport {
 /// "64 x 40 places, 612 blocked; corners kept clear"
 std::string plane_summary(const RouteReport& report);
 
-/// "route of 78 nodes, length 92.3847763, from (3, 4) to (58, 35)", or that there is none.
+/// "route of 78 nodes, length 92.3848, from (3, 4) to (58, 35)", or that there is none.
 std::string route_summary(const RouteReport& report);
 
-/// "no route from (3, 4) to (58, 35); of 1380 places closed (20, 9) is nearest, 46 short of it"
+/// "no route from (3, 4) to (58, 35); of 1380 places closed (20, 9) is nearest to the goal, 46
+/// short of it"
 std::string no_route_line(const RouteReport& report);
 
 /// Names and values of the figures, for a person.

@@ -11,9 +11,10 @@
 #include <fstream>
 #include <sstream>
 
+#include "command_runner.h"
 #include "order/read_job.h"
 #include "plain_syntax.h"
-#include "tool/run_tool.h"
+#include "scratch_folder.h"
 
 namespace {
 
@@ -24,50 +25,15 @@ namespace fs = std::filesystem;
 
 const std::string cover_plate = NMK_SOURCE_DIR "/samples/cover_plate.drl";
 
-struct Printed {
-    int code;
-    std::string out, err;
-};
-
-Printed run(const std::vector<std::string>& words) {
-    std::ostringstream out;
-    std::ostringstream err;
-    const int code = run_tool(words, out, err);
-    return {code, out.str(), err.str()};
-}
-
-std::string text_of(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-/// A folder of the test's own, gone afterwards.
 class order_command : public testing::Test {
   protected:
-    void SetUp() override {
-        std::string name = (fs::temp_directory_path() / "nmk_order_XXXXXX").string();
-        ASSERT_NE(mkdtemp(name.data()), nullptr);
-        folder = name;
-    }
-    void TearDown() override { fs::remove_all(folder); }
-
-    std::string file(const std::string& name) const { return (folder / name).string(); }
+    std::string file(const std::string& name) const { return folder.path() + "/" + name; }
     std::string write(const std::string& name, const std::string& text) const {
-        std::ofstream(folder / name, std::ios::binary) << text;
-        return file(name);
+        return folder.file(name, text);
     }
-    std::size_t files() const {
-        return static_cast<std::size_t>(
-            std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
-    }
-    void expect_refused(const Printed& printed) const {
-        EXPECT_EQ(printed.code, 2);
-        EXPECT_EQ(printed.out, "");
-        EXPECT_EQ(std::count(printed.err.begin(), printed.err.end(), '\n'), 1) << printed.err;
-        EXPECT_TRUE(printed.err.ends_with('\n'));
-    }
+    std::size_t files() const { return folder.file_count(); }
 
-    fs::path folder;
+    ScratchFolder folder;
 };
 
 const char* const square = "x,y\n0,0\n30,40\n0,40\n30,0\n";
@@ -155,26 +121,29 @@ TEST_F(order_command, the_written_file_has_the_travel_that_was_promised) {
 TEST_F(order_command, outputs_that_cannot_be_written_leave_no_file) {
     const std::string name = write("s.csv", square);
     const std::string lost = file("no/such/folder.svg");
-    expect_refused(run({"order", name, "--svg", lost}));
-    expect_refused(run({"order", name, "--svg", file("a.svg"), "--html", lost}));
-    expect_refused(run({"order", name, "-o", file("a.csv"), "--svg", lost}));
-    expect_refused(run({"order", name, "-o", file("a.drl"), "--svg", file("a.svg")}));
-    expect_refused(run({"order", name, "--svg", folder.string()}));
+    expect_refused(run({"order", name, "--svg", lost}), lost + ": ");
+    expect_refused(run({"order", name, "--svg", file("a.svg"), "--html", lost}), lost + ": ");
+    expect_refused(run({"order", name, "-o", file("a.csv"), "--svg", lost}), lost + ": ");
+    expect_refused(run({"order", name, "-o", file("a.drl"), "--svg", file("a.svg")}),
+                   "a drill file can only be made of a drill file");
+    expect_refused(run({"order", name, "--svg", folder.path()}), "is a directory");
     if (fs::exists("/dev/full")) {
-        expect_refused(run({"order", name, "--svg", "/dev/full"}));
-        expect_refused(run({"order", name, "--html", file("a.html"), "--svg", "/dev/full"}));
+        expect_refused(run({"order", name, "--svg", "/dev/full"}), "/dev/full: cannot be written");
+        expect_refused(run({"order", name, "--html", file("a.html"), "--svg", "/dev/full"}),
+                       "/dev/full: cannot be written");
     }
     EXPECT_EQ(files(), 1U);
 }
 
 TEST_F(order_command, the_file_that_is_read_may_be_put_in_order_but_not_be_drawn_over) {
     const std::string name = write("s.csv", square);
-    fs::create_symlink(name, folder / "link.csv");
-    fs::create_directory(folder / "sub");
+    fs::create_symlink(name, file("link.csv"));
+    fs::create_directory(file("sub"));
     for (const std::string& same : {name, file("link.csv"), file("sub/../s.csv")}) {
-        expect_refused(run({"order", name, "--svg", same}));
-        expect_refused(run({"order", name, "--html", same}));
-        expect_refused(run({"order", same, "--debug", "nmkPointSorter", "--debug-svg", name}));
+        expect_refused(run({"order", name, "--svg", same}), "is the file that is read");
+        expect_refused(run({"order", name, "--html", same}), "is the file that is read");
+        expect_refused(run({"order", same, "--debug", "nmkPointSorter", "--debug-svg", name}),
+                       "is the file that is read");
         EXPECT_EQ(text_of(name), square);
     }
     EXPECT_EQ(run({"order", name, "-o", file("sub/../s.csv")}).code, 0);
@@ -229,13 +198,17 @@ TEST_F(order_command, draws_one_way_lines_on_the_channel_of_their_state) {
 TEST_F(order_command, refuses_an_unknown_debug_channel_or_half_of_the_request) {
     const std::string name = write("s.csv", square);
     const std::string drawing = file("d.svg");
-    expect_refused(run({"order", name, "--debug", "nobody", "--debug-svg", drawing}));
-    expect_refused(run({"order", name, "--debug", "nmkPointSorter=0", "--debug-svg", drawing}));
-    expect_refused(run({"order", name, "--debug", "nmkPointSorter=x", "--debug-svg", drawing}));
-    expect_refused(run({"order", name, "--debug", "nmkPointSorter"}));
-    expect_refused(run({"order", name, "--debug-svg", drawing}));
-    expect_refused(run(
-        {"order", name, "--debug", "nmkPointSorter", "--debug-svg", drawing, "--svg", drawing}));
+    expect_refused(run({"order", name, "--debug", "nobody", "--debug-svg", drawing}),
+                   "there is no debug channel");
+    expect_refused(run({"order", name, "--debug", "nmkPointSorter=0", "--debug-svg", drawing}),
+                   "expected 1 to 9");
+    expect_refused(run({"order", name, "--debug", "nmkPointSorter=x", "--debug-svg", drawing}),
+                   "expected 1 to 9");
+    expect_refused(run({"order", name, "--debug", "nmkPointSorter"}), "go together");
+    expect_refused(run({"order", name, "--debug-svg", drawing}), "go together");
+    expect_refused(
+        run({"order", name, "--debug", "nmkPointSorter", "--debug-svg", drawing, "--svg", drawing}),
+        "two outputs");
     EXPECT_EQ(files(), 1U);
 }
 
@@ -252,14 +225,14 @@ TEST_F(order_command, standard_output_that_is_full_is_told) {
 
 TEST_F(order_command, bad_input_is_refused_with_one_line_and_no_output) {
     const std::string bad[] = {file("missing.drl"),
-                               folder.string(),
+                               folder.path(),
                                write("r.csv", "1,2\n1,2,3,4\n"),
                                write("n.csv", "1,2\nnan,4\n"),
                                write("m.drl", "M48\nMETRIC\n"),
                                write("b.drl", std::string("M48\0\xFF\x01", 6))};
     const std::size_t before = files();
     for (const std::string& name : bad) {
-        expect_refused(run({"order", name, "-o", file("o.csv"), "--svg", file("o.svg")}));
+        expect_refused(run({"order", name, "-o", file("o.csv"), "--svg", file("o.svg")}), name);
     }
     EXPECT_EQ(files(), before);
 }
@@ -271,14 +244,15 @@ TEST_F(order_command, help_version_and_unknown_commands) {
         EXPECT_NE(run({"help", name}).out.find("samples/"), std::string::npos);
         EXPECT_EQ(run({name, "--help"}).out, run({"help", name}).out);
     }
-    expect_refused(run({}));
-    expect_refused(run({"fold"}));
-    expect_refused(run({"help", "fold"}));
-    expect_refused(run({"order"}));
-    expect_refused(run({"order", cover_plate, "--type", "cylinder"}));
-    expect_refused(run({"order", cover_plate, "--level", "itemsorter"}));
-    expect_refused(run({"order", cover_plate, "--level", "nothing=1"}));
-    expect_refused(run({"order", cover_plate, "--level"}));
+    expect_refused(run({}), "expected a command");
+    expect_refused(run({"fold"}), "there is no command 'fold'");
+    expect_refused(run({"help", "fold"}), "there is no command 'fold'");
+    expect_refused(run({"order"}), "expected the name of a file");
+    expect_refused(run({"order", cover_plate, "--type", "cylinder"}), "cannot be sorted");
+    expect_refused(run({"order", cover_plate, "--level", "itemsorter"}), "expected NAME=previous");
+    expect_refused(run({"order", cover_plate, "--level", "nothing=1"}),
+                   "there is no level 'nothing'");
+    expect_refused(run({"order", cover_plate, "--level"}), "--level needs a value");
 }
 
 TEST_F(order_command, the_level_of_the_sorter_chooses_the_older_method) {

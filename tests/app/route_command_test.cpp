@@ -3,6 +3,7 @@
 #include "route/route_command.h"
 
 #include <gtest/gtest.h>
+#include <nmkprogressbreak/nmkProgressBreak.h>
 
 #include <filesystem>
 #include <fstream>
@@ -125,6 +126,26 @@ TEST_F(route_command, says_plainly_that_there_is_no_route_and_what_came_nearest)
               "the goal, 3 short of it\n");
     EXPECT_NE(text_of(file("w.svg")).find("nearest to the goal"), std::string::npos);
     EXPECT_EQ(text_of(file("w.csv")), "x,y,length\n");
+}
+
+struct StopAtOnce : nmkProgressBreak {
+    int jump_to(double) override { return 1; }
+};
+
+TEST_F(route_command, a_break_ends_with_one_and_writes_nothing) {
+    std::string rows;
+    for (int i = 0; i < 64; ++i) rows += std::string(62, '.') + "@.\n";
+    const std::string name = write("f.map", "type octile\nheight 64\nwidth 64\nmap\n" + rows);
+    StopAtOnce stop;
+    std::ostringstream out;
+    std::ostringstream err;
+    EXPECT_EQ(
+        run_route({name, "--start", "0,0", "--goal", "63,63", "--json", "--svg", file("f.svg")},
+                  out, err, &stop),
+        1);
+    EXPECT_EQ(out.str(), "");
+    EXPECT_EQ(err.str(), "nmk route: stopped after 1024 places; no route yet\n");
+    EXPECT_EQ(folder.file_count(), 1U);
 }
 
 TEST_F(route_command, blocked_places_off_the_lattice_are_told) {
