@@ -10,13 +10,15 @@ bool apPath::is_valid() const noexcept {
 }
 
 bool apPath::exists() const {
-    if (!is_valid()) return false;
+    const utString name = narrow();
+    if (name.is_null()) return false;
     std::error_code error;
-    return std::filesystem::exists(std::filesystem::path(narrow().view()), error) && !error;
+    return std::filesystem::exists(std::filesystem::path(name.view()), error) && !error;
 }
 
 utString apPath::narrow() const {
     if (!is_valid()) return {};
-    int status = 0;
-    return utString(ap_encode(ap_thread_code_page(), m_name.text().view(), status));
+    int exact = 0;
+    utString name(ap_encode(ap_thread_code_page(), m_name.text().view(), exact));
+    return exact != 0 ? name : utString();
 }

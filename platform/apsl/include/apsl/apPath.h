@@ -19,7 +19,8 @@ class UT_EXPORT apPath {
     /// True when something of that name can be reached now, at the end of links too.
     bool exists() const;
 
-    /// The name in the thread's code page, as the file system takes it; null when not valid.
+    /// The name in the thread's code page, as the file system takes it; null when not valid, or
+    /// when the code page lacks a character of it and another file would be meant.
     utString narrow() const;
 
     friend bool operator==(const apPath&, const apPath&) noexcept = default;
