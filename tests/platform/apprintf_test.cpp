@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include "comma_locale.h"
+
 namespace {
 
 template <class... Arguments>
@@ -57,6 +59,13 @@ TEST(apprintf, agrees_with_printf_on_the_usual_conversions) {
 TEST(apprintf, an_argument_of_another_type_is_printed_as_what_it_is) {
     EXPECT_EQ(printed("%s|%d|%f", 42, "text", 7), "42|text|7");
     EXPECT_EQ(printed("%d|%s", 1.5, 2.5), "1.5|2.5");
+}
+
+TEST(apprintf, writes_numbers_the_same_in_every_locale) {
+    const CommaLocale commas;
+    ASSERT_TRUE(commas.holds_for_the_c_library());
+    EXPECT_EQ(printed("[%.2f|%8.1f|%g|%s]", 1.5, 1234.5, 0.25, 2.5), "[1.50|  1234.5|0.25|2.5]");
+    EXPECT_EQ(printed("%d", 1234567), "1234567");
 }
 
 TEST(apprintf, null_texts_are_shown_and_null_formats_are_empty) {

@@ -1,4 +1,5 @@
 #include <apsl/apprintf.h>
+#include <locale.h>
 
 #include <algorithm>
 #include <array>
@@ -72,6 +73,23 @@ bool read_conversion(const char*& at, ArgumentCursor& arguments, Conversion& con
     return true;
 }
 
+// The calling thread formats as in the "C" locale while one of these lives.
+class NeutralLocale {
+  public:
+    NeutralLocale() : m_before(::uselocale(neutral())) {}
+    NeutralLocale(const NeutralLocale&) = delete;
+    NeutralLocale& operator=(const NeutralLocale&) = delete;
+    ~NeutralLocale() { ::uselocale(m_before); }
+
+  private:
+    static locale_t neutral() {
+        static const locale_t made_once = ::newlocale(LC_ALL_MASK, "C", locale_t{});
+        return made_once;
+    }
+
+    locale_t m_before;
+};
+
 // Runs one argument through snprintf. `suffix` is the length modifier and letter of its type.
 template <class T>
 std::string print_one(const Conversion& conversion, const char* suffix, T value) {
@@ -107,6 +125,7 @@ std::string print_argument(const Conversion& conversion, const apPrintArgument& 
         case apPrintArgument::Kind::real: {
             const bool is_real = std::strchr("fFeEgGaA", conversion.letter) != nullptr;
             const char suffix[] = {is_real ? conversion.letter : 'g', '\0'};
+            const NeutralLocale neutral;
             return print_one(conversion, suffix, argument.real);
         }
         case apPrintArgument::Kind::text: {

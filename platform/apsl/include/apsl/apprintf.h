@@ -4,7 +4,7 @@
 // conversion whose argument is missing is printed as it stands in the format; an argument of
 // another type than its conversion is printed as what it is; arguments left over are ignored; %n
 // prints nothing and consumes nothing. Length modifiers (l, ll, z, ...) are allowed and without
-// effect.
+// effect. Numbers have "." for a point, whatever the locale.
 #pragma once
 
 #include <cstdint>
