@@ -48,7 +48,11 @@ int nmkFileDir::mkdir() const {
 
 int nmkFileDir::mkdir(const utString& path) {
     utString parent;
-    if (dirname(path, parent) != 0 && exist(parent) == 0 && mkdir(parent) == 0) return 0;
+    if (dirname(path, parent) != 0 && exist(parent) == 0) {
+        // Too long to be looked for is too long to be made; else such a name would be gone down
+        // component by component.
+        if (GetLastError() == ERROR_FILENAME_EXCED_RANGE || mkdir(parent) == 0) return 0;
+    }
     if (CreateDirectoryA(path.c_str(), nullptr) != FALSE) return 1;
     // Somebody else may have made it since it was looked for; a file there is no directory.
     return GetLastError() == ERROR_ALREADY_EXISTS && is_directory(attributes_of(path)) ? 1 : 0;

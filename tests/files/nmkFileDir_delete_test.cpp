@@ -95,6 +95,16 @@ TEST(nmkFileDir_mkdir, of_a_name_too_long_for_the_disk_fails) {
     EXPECT_EQ(scratch.file_count(), 0U);
 }
 
+TEST(nmkFileDir_mkdir, of_more_components_than_the_disk_takes_fails_and_leaves_none) {
+    const ScratchFolder scratch;
+    for (const int count : {2500, 500000}) {
+        std::string path = scratch.path();
+        for (int i = 0; i < count; ++i) path += "/a";
+        EXPECT_EQ(named(path).mkdir(), 0) << count;
+        EXPECT_EQ(scratch.file_count(), 0U) << count;
+    }
+}
+
 TEST(nmkFileDir_rmdir, removes_an_empty_directory_read_only_or_not) {
     const ScratchFolder scratch;
     const nmkFileDir directory = named(scratch.path() + "/d");
