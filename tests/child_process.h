@@ -1,6 +1,8 @@
 // child_process.h: parts of a test that run in a process of their own.
 #pragma once
 
+#include <signal.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -26,5 +28,14 @@ inline int without_rights(const std::function<int()>& what) {
             return 255;
         }
         return what();
+    });
+}
+
+/// Runs it in a child process where no file may become longer than `bytes`, as on a disk that is full then.
+inline int with_little_room(rlim_t bytes, const std::function<int()>& what) {
+    return in_a_child([&] {
+        const rlimit limit{bytes, bytes};
+        ::signal(SIGXFSZ, SIG_IGN);
+        return ::setrlimit(RLIMIT_FSIZE, &limit) == 0 ? what() : 255;
     });
 }

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -101,10 +100,7 @@ TEST(write_whole_file, refuses_a_folder_that_may_not_be_written) {
 TEST(write_whole_file, leaves_the_old_file_and_nothing_else_when_the_bytes_do_not_fit) {
     const ScratchFolder folder;
     const std::string name = folder.file("a.txt", "old");
-    const int status = in_a_child([&] {
-        ::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{100, 100};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
+    const int status = with_little_room(100, [&] {
         return write_whole_file(name, std::string(1000, 'x')) == "cannot be written: File too large"
                    ? 0
                    : 1;

@@ -49,7 +49,7 @@ TEST(nmkFileDir_access, a_file_in_a_folder_without_rights_exists_for_who_has_non
     fs::create_directory(locked);
     fs::permissions(scratch.path(), fs::perms::all);
     fs::permissions(locked, fs::perms::none);
-    const int answer = in_powerless_child([&] {
+    const int answer = without_rights([&] {
         const nmkFileDir inside = named(locked + "/anything");
         return inside.exist() * 10 + inside.is_file() + inside.is_dir();
     });
@@ -116,7 +116,7 @@ TEST(nmkFileDir_access, a_directory_without_rights_is_not_writeable) {
     fs::permissions(scratch.path(),
                     fs::perms::owner_all | fs::perms::others_read | fs::perms::others_exec);
     if (::geteuid() != 0) fs::permissions(scratch.path(), fs::perms::owner_read);
-    const int answer = in_powerless_child([&] {
+    const int answer = without_rights([&] {
         return named(scratch.path()).is_writeable() * 2 +
                named(scratch.path() + "/missing").is_writeable();
     });

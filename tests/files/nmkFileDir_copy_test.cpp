@@ -135,7 +135,7 @@ TEST(nmkFileDir_copy, to_a_disk_that_fills_leaves_no_half_file_and_what_was_ther
     const ScratchFolder scratch;
     const std::string source = scratch.file("a", long_contents());
     const std::string older = scratch.file("older", "before");
-    const int answer = in_child_with_little_room(1 << 20, [&] {
+    const int answer = with_little_room(1 << 20, [&] {
         return named(source).copy_file(named(scratch.path() + "/new")) * 2 +
                named(source).copy_file(named(older));
     });

@@ -193,7 +193,7 @@ TEST(nmkFileDir_delete, in_a_folder_without_rights_fails_and_keeps_the_file) {
     fs::permissions(scratch.path(), fs::perms::all);
     fs::permissions(scratch.path() + "/locked", fs::perms::none);
     const int answer =
-        in_powerless_child([&] { return named(scratch.path() + "/locked/f").delete_file(); });
+        without_rights([&] { return named(scratch.path() + "/locked/f").delete_file(); });
     fs::permissions(scratch.path() + "/locked", fs::perms::owner_all);
     EXPECT_EQ(answer, 0);
     EXPECT_EQ(contents(scratch.path() + "/locked/f"), "x");
@@ -263,7 +263,7 @@ TEST(nmkFileDir_delete_tree, removes_read_only_directories) {
 TEST(nmkFileDir_delete_tree, removes_read_only_directories_without_the_rights_of_root) {
     const ScratchFolder scratch;
     fs::permissions(scratch.path(), fs::perms::all);
-    const int answer = in_powerless_child([&] {
+    const int answer = without_rights([&] {
         put(scratch.path() + "/d/e/f", "x");
         for (const char* name : {"/d/e", "/d"}) {
             fs::permissions(scratch.path() + name, fs::perms::owner_read | fs::perms::owner_exec);
@@ -349,8 +349,7 @@ TEST(nmkFileDir_delete_tree, of_a_directory_that_may_not_be_read_fails) {
     put(scratch.path() + "/d/f", "x");
     fs::permissions(scratch.path(), fs::perms::all);
     fs::permissions(scratch.path() + "/d", fs::perms::none);
-    const int answer =
-        in_powerless_child([&] { return named(scratch.path() + "/d").delete_tree(); });
+    const int answer = without_rights([&] { return named(scratch.path() + "/d").delete_tree(); });
     fs::permissions(scratch.path() + "/d", fs::perms::owner_all);
     EXPECT_EQ(answer, 0);
     EXPECT_EQ(contents(scratch.path() + "/d/f"), "x");
@@ -427,7 +426,7 @@ TEST(nmkFileDir_delete_tree, made_and_deleted_by_two_processes_at_once_loses_not
         }
         return 0;
     };
-    std::thread other([&] { EXPECT_EQ(in_child(make_often), 0); });
+    std::thread other([&] { EXPECT_EQ(in_a_child(make_often), 0); });
     for (int i = 0; i < 100; ++i) named(scratch.path() + "/d").delete_tree();
     other.join();
     EXPECT_EQ(named(scratch.path() + "/d").delete_tree(3, 1), 1);

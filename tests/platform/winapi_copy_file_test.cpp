@@ -1,6 +1,5 @@
 // Copying one file: results, progress, and what is left after a failure.
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <winapi/copy_file.h>
 #include <winapi/file_attributes.h>
 
@@ -343,13 +342,7 @@ TEST(CopyFileExA, a_disk_that_fills_leaves_the_target_as_it_was) {
     for (const std::size_t size : {std::size_t{40000}, 3 * megabyte}) {
         const std::string source = scratch.file("source", pattern(size));
         for (const std::string& target : {scratch.in("target"), existing}) {
-            EXPECT_EQ(in_a_child([&] {
-                          std::signal(SIGXFSZ, SIG_IGN);
-                          const rlimit limit = {size / 2, size / 2};
-                          ::setrlimit(RLIMIT_FSIZE, &limit);
-                          return copy(source, target);
-                      }),
-                      112);
+            EXPECT_EQ(with_little_room(size / 2, [&] { return copy(source, target); }), 112);
         }
         EXPECT_EQ(scratch.file_count(), 2u);
         EXPECT_EQ(bytes_of(existing), "old");
