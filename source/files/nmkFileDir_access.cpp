@@ -10,18 +10,17 @@
 #include <string_view>
 
 #include "file_attributes.h"
-#include "second_character.h"
 
 namespace {
 
 constexpr int access_for_writing = 2;  // mode of _access
 constexpr int names_to_try = 100;      // for a new file; a name that is taken already is rare
 
-bool is_on_remote_drive(const utString& path, bool has_drive_letter) {
+bool is_on_remote_drive(const utString& path) {
     if (GetDriveTypeA(path.c_str()) == DRIVE_REMOTE) return true;
     char drive_root[] = "?:\\";
-    drive_root[0] = path[0];
-    return has_drive_letter && GetDriveTypeA(drive_root) == DRIVE_REMOTE;
+    drive_root[0] = path[0];  // the letter of a drive is one byte
+    return path[1] == ':' && GetDriveTypeA(drive_root) == DRIVE_REMOTE;
 }
 
 }  // namespace
@@ -87,9 +86,7 @@ int nmkFileDir::is_local_file() const {
     if (exist() == 0) return 0;
     nmkFileDir full(*this);
     full.set_full_path();
-    const bool has_drive = second_is_colon(full.m_path, *m_encoding);
-    if (is_on_remote_drive(full.m_path, has_drive && full.m_path[1] == ':')) return 0;
-    return has_drive || !full.m_path.view().starts_with("//") ? 1 : 0;
+    return is_on_remote_drive(full.m_path) || full.m_path.view().starts_with("//") ? 0 : 1;
 }
 
 int nmkFileDir::size() const {

@@ -8,5 +8,6 @@ struct nmkFileDirAccess {
         return nmkFileDir::dirname(path, parent);
     }
     static utString get_full_path(const nmkFileDir& name) { return name.get_full_path(); }
+    static int is_dir(const nmkFileDir& name, const utString& path) { return name.is_dir(path); }
     static void diagnose(const nmkFileDir& name) { name.diagnose_file_deletion_failure(); }
 };

@@ -12,6 +12,7 @@
 #include "app/scratch_folder.h"
 #include "child_process.h"
 #include "disk_fault.h"
+#include "files_access.h"
 #include "name_samples.h"
 #include "tree_samples.h"
 #include "working_folder.h"
@@ -32,6 +33,14 @@ TEST(nmkFileDir_access, tells_files_directories_and_what_is_missing_apart) {
     EXPECT_EQ(missing.exist() + missing.is_dir() + missing.is_file(), 0);
     const nmkFileDir none;
     EXPECT_EQ(none.exist() + none.is_dir() + none.is_file(), 0);
+}
+
+TEST(nmkFileDir_access, no_name_tells_of_no_other_name_that_it_is_a_directory) {
+    const ScratchFolder scratch;
+    const utString directory(scratch.path());
+    EXPECT_EQ(nmkFileDirAccess::is_dir(named("anything"), directory), 1);
+    EXPECT_EQ(nmkFileDirAccess::is_dir(nmkFileDir(), directory), 0);
+    EXPECT_EQ(nmkFileDirAccess::is_dir(named(scratch.path()), utString()), 0);
 }
 
 TEST(nmkFileDir_access, what_may_not_be_looked_at_exists_but_is_neither_file_nor_directory) {

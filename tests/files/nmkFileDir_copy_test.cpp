@@ -265,6 +265,18 @@ TEST(nmkFileDir_copy, ends_when_a_link_in_the_target_leads_back_to_the_source) {
     EXPECT_EQ(tree(scratch.path() + "/from"), before);
 }
 
+TEST(nmkFileDir_copy,
+     never_goes_through_a_link_deeper_in_the_target_to_another_part_of_the_source) {
+    const ScratchFolder scratch;
+    put(scratch.path() + "/from/d/e/a", "1");
+    put(scratch.path() + "/from/other/b", "2");
+    fs::create_directories(scratch.path() + "/to/d");
+    fs::create_directory_symlink("../../from/other", scratch.path() + "/to/d/e");
+    const Tree before = tree(scratch.path() + "/from");
+    named(scratch.path() + "/from").copy_dir_contents(named(scratch.path() + "/to"));
+    EXPECT_EQ(tree(scratch.path() + "/from"), before);
+}
+
 TEST(nmkFileDir_copy, of_no_name_or_to_no_name_does_nothing) {
     const ScratchFolder scratch;
     put(scratch.path() + "/from/a", "1");
@@ -298,6 +310,7 @@ TEST(nmkFileDir_local_copy, of_a_remote_file_takes_its_place) {
     EXPECT_NE(file.get().view(), source);
     EXPECT_TRUE(file.basename_ext().view().starts_with("nmk_"));
     EXPECT_EQ(file.file_ext(), "tri");
+    EXPECT_EQ(file.basename().view().find('.'), std::string_view::npos) << "the last dot counts";
     EXPECT_EQ(contents(file.get().c_str()), "contents");
     EXPECT_EQ(rights_of(file.get().c_str()), 0600U);
     EXPECT_EQ(file.is_local_file(), 1);

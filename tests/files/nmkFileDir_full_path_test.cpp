@@ -90,18 +90,22 @@ TEST(nmkFileDir_full_path, set_cwd_takes_the_current_directory) {
     EXPECT_EQ(name.get().view(), std::filesystem::current_path().string());
 }
 
-TEST(nmkFileDir_full_path, a_current_directory_that_is_too_long_is_no_name) {
+TEST(nmkFileDir_full_path, a_current_directory_of_260_or_more_bytes_is_no_name) {
     const ScratchFolder scratch;
-    const std::string deep = scratch.path() + "/" + of_length(150) + "/" + of_length(150);
-    std::filesystem::create_directories(deep);
-    const WorkingFolder here(deep);
-    nmkFileDir name("anything", nullptr);
-    name.set_cwd();
-    EXPECT_TRUE(name.get().is_null());
+    const WorkingFolder there(scratch.path());
+    const std::string top = std::filesystem::current_path().string() + "/";
+    for (const int length : {258, 259, 260, 261}) {
+        const std::string folder = top + of_length(length - static_cast<int>(top.size()));
+        std::filesystem::create_directory(folder);
+        const WorkingFolder here(folder);
+        nmkFileDir name("anything", nullptr);
+        name.set_cwd();
+        EXPECT_EQ(name.get(), length < 260 ? utString(folder) : utString()) << length;
+    }
 }
 
 TEST(nmkFileDir_long_name, of_a_relative_or_rooted_name_is_left_alone) {
-    for (const char* path : {"a~1/b~1", "/a~1/b", "~", "./a~1"}) {
+    for (const char* path : {"a~1/b~1", "/a~1/b", "~", "./a~1", "C:a~1//b"}) {
         nmkFileDir name(path, nullptr);
         name.make_long_pathname();
         EXPECT_EQ(name.get(), path);
@@ -124,6 +128,10 @@ TEST(nmkFileDir_long_name, keeps_components_that_are_not_found) {
     nmkFileDir server("//srv/missi~1/b", nullptr);
     server.make_long_pathname();
     EXPECT_EQ(server.get(), "//srv/missi~1/b");
+    // A drive is looked for first, wherever it stands in the name, and has no slashes in front.
+    nmkFileDir both("//srv/d:/missi~1", nullptr);
+    both.make_long_pathname();
+    EXPECT_EQ(both.get(), "srv/d:/missi~1");
 }
 
 TEST(nmkFileDir_long_name, asks_for_each_component_and_never_takes_another_file_for_it) {

@@ -99,6 +99,7 @@ TEST(nmkFileDir, bytes_that_cannot_be_decoded_are_kept) {
     name.set((bad_byte + "/").c_str(), nullptr);
     EXPECT_EQ(name.get().view(), bad_byte);
     EXPECT_EQ(name.get_native().view(), bad_byte);
+    EXPECT_EQ(name_of(bad_byte + "//").view(), bad_byte + "/") << "one slash at the end goes";
 }
 
 TEST(nmkFileDir, every_pair_of_bytes_keeps_all_but_separators) {
