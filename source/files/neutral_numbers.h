@@ -3,7 +3,6 @@
 
 #include <langinfo.h>
 #include <locale.h>
-#include <clocale>
 
 #include <string_view>
 

@@ -83,7 +83,7 @@ int nmkFileDir::delete_tree() const {
 
 int nmkFileDir::delete_tree(int attempts, int wait) const {
     return in_attempts(attempts, wait, [&] {
-        if (is_dir() != 0) delete_tree();
+        delete_tree();
         return is_dir() == 0;
     });
 }

@@ -2,7 +2,6 @@
 
 #include "files/neutral_numbers.h"
 
-#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>

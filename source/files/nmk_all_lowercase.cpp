@@ -1,17 +1,20 @@
 #include <nmktoolbox/files/nmk_all_lowercase.h>
 
+#include "files/wide_text.h"
+
 #include <nmktoolbox/files/nmkCharTypes.h>
-#include <nmktoolbox/files/nmkstring_length.h>
+
+#include <apsl/apCharacter.h>
+
+#include <algorithm>
+#include <string>
 
 int nmk_all_lowercase(const utString& text) {
-    const nmkCharTypes types(text);
-    const int length = nmkstring_length(text);
-    for (int i = 0; i < length; ++i) {
-        if (types.isalpha(i) != 0 && types.islower(i) == 0) {
-            return 0;
-        }
-    }
-    return 1;
+    const std::wstring wide = wide_of(text);
+    const bool all = std::all_of(wide.begin(), wide.end(), [](wchar_t unit) {
+        return !ap_is_alpha(unit) || ap_is_lower(unit);
+    });
+    return all ? 1 : 0;
 }
 
 int nmk_all_uppercase(const utString& text) {

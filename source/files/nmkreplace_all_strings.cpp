@@ -5,8 +5,6 @@
 #include "files/text_search.h"
 #include "files/wide_text.h"
 
-#include <apsl/apCodePage.h>
-
 #include <string>
 
 namespace {
@@ -17,9 +15,7 @@ constexpr wchar_t replacement_character = 0xFFFD;
 /// with a byte that stands nowhere else, so they match nothing but themselves; U+FFFD alone is also
 /// what ill-formed parts count as.
 bool is_found_in_bytes(const utString& pattern) {
-    int exact = 0;
-    const std::wstring wide = ap_decode(ap_thread_code_page(), pattern.view(), exact);
-    return exact != 0 && wide.find(replacement_character) == std::wstring::npos;
+    return wide_of(pattern).find(replacement_character) == std::wstring::npos;
 }
 
 int replace_in_wide_text(utString& text, const utString& from, const utString& to) {
