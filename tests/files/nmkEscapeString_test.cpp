@@ -41,6 +41,7 @@ TEST(nmkEscapeString, keeps_the_null_string_null) {
 TEST(nmkEscapeString, undoes_digits_of_either_case) {
     EXPECT_EQ(unescaped("a%20b%c3%A4"), "a b\xC3\xA4");
     EXPECT_EQ(unescaped("%00x"), std::string("\0x", 2));
+    EXPECT_EQ(unescaped("%fF%Ff%aA"), "\xFF\xFF\xAA");
 }
 
 TEST(nmkEscapeString, keeps_a_percent_sign_in_the_last_two_places) {

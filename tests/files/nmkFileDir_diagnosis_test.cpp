@@ -114,6 +114,22 @@ TEST(nmkFileDir_diagnosis, the_time_is_the_local_one) {
     EXPECT_LE(seconds, after);
 }
 
+TEST(nmkFileDir_diagnosis, stands_in_the_output_at_once) {
+    struct Flushed : std::stringbuf {
+        int sync() override {
+            when_flushed = str();
+            return 0;
+        }
+        std::string when_flushed;
+    };
+    const Switched_on on;
+    Flushed buffer;
+    std::streambuf* const before = std::cout.rdbuf(&buffer);
+    nmkFileDirAccess::diagnose(named("missing"));
+    std::cout.rdbuf(before);
+    EXPECT_TRUE(buffer.when_flushed.ends_with(" failed to delete: missing\n"));
+}
+
 TEST(nmkFileDir_diagnosis, puts_the_fill_and_the_flags_of_the_output_back) {
     const Switched_on on;
     std::cout << std::left << std::hex << std::setfill('*');

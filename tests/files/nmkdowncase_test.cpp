@@ -39,6 +39,12 @@ TEST(nmkupcase, takes_a_dotless_i_to_a_shorter_i) {
 
 TEST(nmkupcase, keeps_the_sharp_s) { EXPECT_EQ(changed(nmkupcase, "\xC3\x9F"), "\xC3\x9F"); }
 
+TEST(nmkdowncase, leaves_letters_of_title_case_as_nmkupcase_does) {
+    const std::string title_case_dz = "\xC7\x85";  // U+01C5, between U+01C4 and U+01C6
+    EXPECT_EQ(changed(nmkdowncase, title_case_dz), title_case_dz);
+    EXPECT_EQ(changed(nmkupcase, title_case_dz), title_case_dz);
+}
+
 TEST(nmkdowncase, has_no_case_for_letters_of_two_code_units) {
     const std::string capital_long_i = "\xF0\x90\x90\x80";  // U+10400
     EXPECT_EQ(changed(nmkdowncase, capital_long_i), capital_long_i);

@@ -21,6 +21,14 @@ TEST(utAssert, hands_failures_to_the_handler_in_place) {
     EXPECT_EQ(ut_set_assert_handler(before), &remember);
 }
 
+TEST(utAssert, null_puts_the_default_handler_back) {
+    ut_set_assert_handler(remember);
+    EXPECT_EQ(ut_set_assert_handler(nullptr), &remember);
+    testing::internal::CaptureStderr();
+    ut_assert_failed("message", "file.cpp", 12, "function");
+    EXPECT_NE(testing::internal::GetCapturedStderr(), "");
+}
+
 TEST(utAssert, goes_on_after_writing_to_standard_error_by_default) {
     testing::internal::CaptureStderr();
     ut_assert_failed("message", "file.cpp", 12, "function");
