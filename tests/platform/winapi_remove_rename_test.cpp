@@ -222,3 +222,21 @@ TEST(winapi_rename, keeps_its_rules_on_a_disk_that_cannot_rename_without_replaci
     EXPECT_EQ(rename_it(scratch.in("missing"), scratch.in("new")), 2);
     EXPECT_EQ(scratch.file_count(), 4u);
 }
+
+// The old name stands in a folder that the caller may not write to: it cannot be taken away.
+TEST(winapi_rename, that_cannot_take_the_old_name_away_leaves_no_new_one) {
+    for (const int reason : {EXDEV, EINVAL}) {
+        const OpenScratchFolder scratch;
+        const std::string closed = scratch.folder("closed");
+        const std::string file = scratch.file("closed/file", "x");
+        ASSERT_EQ(::chmod(file.c_str(), 0666), 0);
+        ASSERT_EQ(::chmod(closed.c_str(), 0555), 0);
+        const FaultHook hook([reason](std::string_view call, std::string_view) {
+            return call == "renameat2" ? reason : 0;
+        });
+        EXPECT_EQ(without_rights([&] { return rename_it(file, scratch.in("new")); }), 5) << reason;
+        EXPECT_EQ(bytes_of(file), "x");
+        EXPECT_FALSE(is_there(scratch.in("new"))) << reason;
+        ASSERT_EQ(::chmod(closed.c_str(), 0755), 0);
+    }
+}

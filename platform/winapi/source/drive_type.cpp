@@ -78,9 +78,8 @@ UINT kind_in_user_space(const char* name) {
     if (::stat(name, &record) != 0) {
         return DRIVE_UNKNOWN;
     }
-    std::string_view type;
     const std::string whole = type_of_mount(record.st_dev);
-    type = whole;
+    std::string_view type(whole);
     if (type.starts_with("fuse.")) {
         type.remove_prefix(5);
     }

@@ -12,6 +12,12 @@ DWORD last_error_of(int error_number, const char* name);
 /// Sets the last error for it, leaves errno as given, and answers FALSE.
 BOOL fail(int error_number, const char* name);
 
+/// The same for calls of the runtime, which answer -1.
+inline int fail_in_runtime(int error_number, const char* name) {
+    fail(error_number, name);
+    return -1;
+}
+
 /// Sets the last error itself, and answers FALSE.
 BOOL fail_with(DWORD reason);
 

@@ -8,17 +8,14 @@
 #include "attributes_of.h"
 #include "failure.h"
 
+using winapi::fail_in_runtime;
+
 namespace {
 
 constexpr mode_t every_right_to_write = S_IWUSR | S_IWGRP | S_IWOTH;
 
 // Seconds from the start of 1601 to that of 1970.
 constexpr std::int64_t epochs_apart = 11644473600;
-
-int fail_in_runtime(int error_number, const char* name) {
-    winapi::fail(error_number, name);
-    return -1;
-}
 
 int may_be_reached(const char* name, int mode) {
     struct stat record;

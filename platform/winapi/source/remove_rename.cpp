@@ -11,12 +11,9 @@
 #include "attributes_of.h"
 #include "failure.h"
 
-namespace {
+using winapi::fail_in_runtime;
 
-int fail_in_runtime(int error_number, const char* name) {
-    winapi::fail(error_number, name);
-    return -1;
-}
+namespace {
 
 int refuse_existing(const char* name) {
     winapi::fail(EEXIST, name);
@@ -32,11 +29,22 @@ int rename_without_replacing(const char* old_name, const char* new_name) {
     return ::renameat2(AT_FDCWD, old_name, AT_FDCWD, new_name, RENAME_NOREPLACE);
 }
 
+// The end of a rename in two steps. Where the old name has to stay the new one goes again, as if
+// nothing had been done; an old one that somebody else took away meanwhile is no failure.
+int take_old_name_away(const char* old_name, const char* new_name) {
+    if (::unlink(old_name) == 0 || errno == ENOENT) {
+        return 0;
+    }
+    const int error_number = errno;
+    ::unlink(new_name);
+    return fail_in_runtime(error_number, old_name);
+}
+
 // For file systems that cannot rename without replacing. A hard link never replaces; where there
 // are none, looking first is the best that can be had.
 int rename_by_looking(const char* old_name, const char* new_name) {
     if (::linkat(AT_FDCWD, old_name, AT_FDCWD, new_name, 0) == 0) {
-        return ::unlink(old_name) == 0 ? 0 : fail_in_runtime(errno, old_name);
+        return take_old_name_away(old_name, new_name);
     }
     struct stat record;
     if (errno == EEXIST || ::lstat(new_name, &record) == 0) {
@@ -57,7 +65,7 @@ int move_to_another_disk(const char* old_name, const char* new_name) {
         errno = EIO;  // the last error tells more
         return -1;
     }
-    return ::unlink(old_name) == 0 ? 0 : fail_in_runtime(errno, old_name);
+    return take_old_name_away(old_name, new_name);
 }
 
 }  // namespace
