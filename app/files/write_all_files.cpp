@@ -16,28 +16,27 @@ bool exists(const std::string& file_name) {
     return std::filesystem::exists(file_name, ignored);
 }
 
-void remove_all(const std::vector<std::string>& file_names) {
-    for (const std::string& file_name : file_names) {
+}  // namespace
+
+void WrittenFiles::take_back() const {
+    for (const std::string& file_name : made_new) {
         std::error_code ignored;
         std::filesystem::remove(file_name, ignored);
     }
 }
 
-}  // namespace
-
 std::optional<std::string> write_all_files(const std::vector<OutputFile>& files,
-                                           std::vector<std::string>& written) {
-    std::vector<std::string> made_new;
+                                           WrittenFiles& written) {
     for (const OutputFile& file : files) {
         const bool is_new = !exists(file.file_name);
         if (const auto problem = write_whole_file(file.file_name, file.text)) {
-            remove_all(made_new);
+            written.take_back();
             return file.file_name + ": " + *problem;
         }
+        written.names.push_back(file.file_name);
         if (is_new) {
-            made_new.push_back(file.file_name);
+            written.made_new.push_back(file.file_name);
         }
-        written.push_back(file.file_name);
     }
     return std::nullopt;
 }

@@ -13,9 +13,18 @@ struct OutputFile {
     std::string text;
 };
 
-/// Writes the files in their order and adds their names to `written`. Answers one line when one
-/// cannot be written; files that this call made new are then gone again.
+/// What was written; the names in the order of the files.
+struct WrittenFiles {
+    std::vector<std::string> names;
+    std::vector<std::string> made_new;  // those that were not there before
+
+    /// Removes what was made new, for a run that fails after all.
+    void take_back() const;
+};
+
+/// Writes the files in their order. Answers one line when one cannot be written; what was made new
+/// is then taken back.
 std::optional<std::string> write_all_files(const std::vector<OutputFile>& files,
-                                           std::vector<std::string>& written);
+                                           WrittenFiles& written);
 
 }  // namespace nmk_app

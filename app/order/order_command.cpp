@@ -62,15 +62,15 @@ OrderReport report_of(const OrderOptions& options, const OrderRequest& request,
     return report;
 }
 
-int print_report(const OrderReport& report, const std::vector<std::string>& written,
-                 std::ostream& out, std::ostream& err) {
+int print_report(const OrderReport& report, const WrittenFiles& written, std::ostream& out,
+                 std::ostream& err) {
     if (report.options.json) {
         out << order_json(report);
     } else if (!report.options.quiet) {
         out << order_table(report);
         tell_written(out, written);
     }
-    const int answer = finish(out, err, "the figures");
+    const int answer = finish(out, err, "the figures", written);
     if (answer == done && report.stopped) {
         err << "nmk order: stopped; what was not yet ordered stands as in the file\n";
     }
@@ -95,7 +95,7 @@ int order_with(const OrderOptions& options, nmkProgressBreak* progress, bool tel
         ordered.notes.push_back("nothing was drawn on the debug channel");
     }
     const OrderReport report = report_of(options, request, ordered);
-    std::vector<std::string> written;
+    WrittenFiles written;
     if (const auto problem = write_order_outputs(job, ordered, report, written)) {
         return refuse(err, *problem);
     }

@@ -7,7 +7,6 @@
 
 #include "draw/html_page.h"
 #include "draw/order_picture.h"
-#include "files/write_all_files.h"
 #include "order/write_job.h"
 
 namespace nmk_app {
@@ -42,8 +41,7 @@ std::variant<std::vector<OutputFile>, std::string> outputs(const MachiningJob& j
 }  // namespace
 
 std::optional<std::string> write_order_outputs(const MachiningJob& job, const OrderedJob& ordered,
-                                               const OrderReport& report,
-                                               std::vector<std::string>& written) {
+                                               const OrderReport& report, WrittenFiles& written) {
     auto texts = outputs(job, ordered, report);
     if (const auto* problem = std::get_if<std::string>(&texts)) {
         return *problem;

@@ -3,18 +3,17 @@
 
 #include <optional>
 #include <string>
-#include <vector>
 
+#include "files/write_all_files.h"
 #include "order/machining_job.h"
 #include "order/order_job.h"
 #include "order/order_table.h"
 
 namespace nmk_app {
 
-/// Writes every file that the options name, and adds their names to `written`. Answers one line
-/// when one cannot be written; files that this run made new are then gone again.
+/// Writes every file that the options name. Answers one line when one cannot be written; files that
+/// this run made new are then gone again.
 std::optional<std::string> write_order_outputs(const MachiningJob& job, const OrderedJob& ordered,
-                                               const OrderReport& report,
-                                               std::vector<std::string>& written);
+                                               const OrderReport& report, WrittenFiles& written);
 
 }  // namespace nmk_app

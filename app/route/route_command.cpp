@@ -46,15 +46,15 @@ std::vector<OutputFile> outputs(const RouteReport& report) {
     return files;
 }
 
-int print_report(const RouteReport& report, const std::vector<std::string>& written,
-                 std::ostream& out, std::ostream& err) {
+int print_report(const RouteReport& report, const WrittenFiles& written, std::ostream& out,
+                 std::ostream& err) {
     if (report.options.json) {
         out << route_json(report);
     } else if (!report.options.quiet) {
         out << route_text(report);
         tell_written(out, written);
     }
-    const int answer = finish(out, err, "the route");
+    const int answer = finish(out, err, "the route", written);
     if (answer == done && !report.route.is_found()) {
         err << "nmk route: " << no_route_line(report) << "\n";
         return no_result;
@@ -79,7 +79,7 @@ int route_with(const RouteOptions& options, nmkProgressBreak* progress, std::ost
         return no_result;
     }
     const RouteReport report{options, request, file.plane, route, file.notes};
-    std::vector<std::string> written;
+    WrittenFiles written;
     if (const auto problem = write_all_files(outputs(report), written)) {
         return refuse(err, *problem);
     }

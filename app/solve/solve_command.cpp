@@ -57,7 +57,7 @@ int solve_table(const SolveOptions& options, std::ostream& out, std::ostream& er
 
 int solve_one(const SolveOptions& options, std::ostream& out, std::ostream& err) {
     const Answer answer = solve_problem(options.problem);
-    std::vector<std::string> written;
+    WrittenFiles written;
     if (!options.svg_file.empty()) {
         const std::string picture = polynomial_picture(options.problem.numbers, answer);
         if (const auto problem = write_all_files({{options.svg_file, picture}}, written)) {
@@ -70,7 +70,7 @@ int solve_one(const SolveOptions& options, std::ostream& out, std::ostream& err)
         out << answer_text(answer, 0);
         tell_written(out, written);
     }
-    return finish(out, err, "the answers");
+    return finish(out, err, "the answers", written);
 }
 
 }  // namespace

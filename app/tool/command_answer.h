@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 #include <variant>
-#include <vector>
 
+#include "files/write_all_files.h"
 #include "text/escaped_text.h"
 
 namespace nmk_app {
@@ -23,8 +23,8 @@ inline int refuse(std::ostream& err, std::string_view problem) {
 }
 
 /// A line for each file that was written.
-inline void tell_written(std::ostream& out, const std::vector<std::string>& file_names) {
-    for (const std::string& file_name : file_names) {
+inline void tell_written(std::ostream& out, const WrittenFiles& written) {
+    for (const std::string& file_name : written.names) {
         out << "Wrote " << line_text(file_name) << ".\n";
     }
 }
@@ -33,6 +33,16 @@ inline void tell_written(std::ostream& out, const std::vector<std::string>& file
 inline int finish(std::ostream& out, std::ostream& err, const std::string& what) {
     out.flush();
     return out ? done : refuse(err, "standard output: " + what + " cannot be written");
+}
+
+/// The same for a run that wrote files, which are taken back where what was printed is lost.
+inline int finish(std::ostream& out, std::ostream& err, const std::string& what,
+                  const WrittenFiles& written) {
+    const int answer = finish(out, err, what);
+    if (answer != done) {
+        written.take_back();
+    }
+    return answer;
 }
 
 /// Answers what `go` answers to the options, or says why there are none.

@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "command_runner.h"
+#include "scratch_folder.h"
 
 namespace nmk_app {
 namespace {
@@ -48,6 +49,22 @@ TEST(run_tool, standard_output_that_cannot_be_written_is_told_in_one_line) {
         out.setstate(std::ios::badbit);
         const int code = run_tool(words, out, err);
         expect_refused({code, out.str(), err.str()}, "standard output: the ");
+    }
+}
+
+TEST(run_tool, no_new_file_is_left_where_standard_output_cannot_be_written) {
+    const std::string samples = NMK_SOURCE_DIR "/samples/";
+    for (std::vector<std::string> words :
+         {std::vector<std::string>{"solve", "polynomial", "1", "-3", "2"},
+          {"order", samples + "holes.csv", "--type", "x"},
+          {"route", samples + "clamps.csv", "--start", "0,5", "--goal", "8,8"}}) {
+        const ScratchFolder folder;
+        words.insert(words.end(), {"--svg", folder.path() + "/new.svg"});
+        std::ostringstream out;
+        std::ostringstream err;
+        out.setstate(std::ios::badbit);
+        EXPECT_EQ(run_tool(words, out, err), 2);
+        EXPECT_EQ(folder.file_count(), 0U) << words[0];
     }
 }
 
