@@ -18,4 +18,7 @@ namespace nmk_app {
 /// error. --quiet prints no text; --json still prints.
 int run_levels(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
 
+/// What `nmk help levels` prints.
+std::string levels_help();
+
 }  // namespace nmk_app

@@ -1,6 +1,6 @@
 // levels_help: what `nmk help levels` prints.
 
-#include "levels/levels_help.h"
+#include "levels/levels_command.h"
 
 namespace nmk_app {
 

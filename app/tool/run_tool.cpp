@@ -8,7 +8,6 @@
 
 #include "levels/level_option.h"
 #include "levels/levels_command.h"
-#include "levels/levels_help.h"
 #include "order/order_command.h"
 #include "route/route_command.h"
 #include "solve/solve_command.h"

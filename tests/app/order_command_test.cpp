@@ -237,22 +237,9 @@ TEST_F(order_command, bad_input_is_refused_with_one_line_and_no_output) {
     EXPECT_EQ(files(), before);
 }
 
-TEST_F(order_command, help_version_and_unknown_commands) {
-    EXPECT_EQ(run({"--version"}).out.rfind("nmk ", 0), 0U);
-    for (const std::string name : {"order", "levels"}) {
-        EXPECT_NE(run({"help"}).out.find("  " + name + " "), std::string::npos);
-        EXPECT_NE(run({"help", name}).out.find("samples/"), std::string::npos);
-        EXPECT_EQ(run({name, "--help"}).out, run({"help", name}).out);
-    }
-    expect_refused(run({}), "expected a command");
-    expect_refused(run({"fold"}), "there is no command 'fold'");
-    expect_refused(run({"help", "fold"}), "there is no command 'fold'");
+TEST_F(order_command, refuses_a_missing_name_and_an_unknown_type) {
     expect_refused(run({"order"}), "expected the name of a file");
     expect_refused(run({"order", cover_plate, "--type", "cylinder"}), "cannot be sorted");
-    expect_refused(run({"order", cover_plate, "--level", "itemsorter"}), "expected NAME=previous");
-    expect_refused(run({"order", cover_plate, "--level", "nothing=1"}),
-                   "there is no level 'nothing'");
-    expect_refused(run({"order", cover_plate, "--level"}), "--level needs a value");
 }
 
 TEST_F(order_command, the_level_of_the_sorter_chooses_the_older_method) {

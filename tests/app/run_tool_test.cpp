@@ -14,11 +14,29 @@ namespace {
 
 const std::string commands[] = {"order", "route", "solve", "levels"};
 
+TEST(run_tool, tells_its_version) { EXPECT_TRUE(run({"--version"}).out.starts_with("nmk ")); }
+
+TEST(run_tool, refuses_what_is_no_command) {
+    expect_refused(run({}), "expected a command");
+    expect_refused(run({"fold"}), "there is no command 'fold'");
+    expect_refused(run({"help", "fold"}), "there is no command 'fold'");
+}
+
+TEST(run_tool, refuses_a_level_that_it_cannot_move_whatever_the_command) {
+    for (const std::string& command : commands) {
+        expect_refused(run({command, "--level", "itemsorter"}), "expected NAME=previous");
+        expect_refused(run({command, "--level", "nothing=1"}), "there is no level 'nothing'");
+        expect_refused(run({command, "--level"}), "--level needs a value");
+    }
+}
+
 TEST(run_tool, help_is_the_same_before_and_behind_the_command) {
     for (const std::string& command : commands) {
+        EXPECT_NE(run({"help"}).out.find("  " + command + " "), std::string::npos);
         const Printed help = run({"help", command});
         EXPECT_EQ(help.code, 0);
-        EXPECT_NE(help.out.find("nmk " + command), std::string::npos);
+        EXPECT_TRUE(help.out.starts_with("nmk " + command));
+        EXPECT_NE(help.out.find("samples/"), std::string::npos);
         EXPECT_EQ(run({command, "--help"}).out, help.out);
         EXPECT_EQ(run({command, "--json", "-h"}).out, help.out);
     }

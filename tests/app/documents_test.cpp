@@ -1,0 +1,124 @@
+// Every command that README and docs/ show is run; what they print and draw of it is what comes.
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "command_runner.h"
+#include "job_fixtures.h"
+#include "scratch_folder.h"
+
+namespace nmk_app {
+namespace {
+
+const std::string root = NMK_SOURCE_DIR "/";
+
+/// The words of a command; samples stand where they are, what is written goes to the folder.
+std::vector<std::string> words_of(const std::string& command, const std::string& folder) {
+    std::istringstream text(command);
+    std::vector<std::string> words;
+    for (std::string word; text >> word;) {
+        const bool is_written =
+            !words.empty() &&
+            (words.back() == "-o" || words.back() == "--svg" || words.back() == "--debug-svg");
+        words.push_back(is_written                     ? folder + "/" + word
+                        : word.starts_with("samples/") ? root + word
+                                                       : word);
+    }
+    return words;
+}
+
+std::string without(std::string text, const std::string& part) {
+    for (std::size_t at; (at = text.find(part)) != std::string::npos;) text.erase(at, part.size());
+    return text;
+}
+
+/// Walks one document: runs its commands, and compares the block and the picture behind each.
+class DocumentWalk {
+  public:
+    explicit DocumentWalk(const std::string& name) : m_lines(bytes_of_file(root + name)) {}
+
+    void walk() {
+        for (std::string line; std::getline(m_lines, line);) {
+            if (line == "```") {
+                read_block();
+            } else if (line.starts_with("![")) {
+                compare_picture(
+                    line.substr(line.find('(') + 1, line.find(')') - line.find('(') - 1));
+            } else if (!line.empty()) {
+                m_printed.clear();
+            }
+        }
+    }
+
+    int commands = 0, outputs = 0, pictures = 0;
+
+  private:
+    void read_block() {
+        std::string block;
+        for (std::string line; std::getline(m_lines, line) && line != "```";) {
+            if (line.starts_with("nmk ")) {
+                run_command(line.substr(4));
+            } else {
+                block += line + "\n";
+            }
+        }
+        if (!block.empty() && !m_printed.empty()) {
+            EXPECT_EQ(m_printed, block);
+            ++outputs;
+        }
+    }
+
+    void run_command(const std::string& command) {
+        const Printed printed = run(words_of(command, m_folder.path()));
+        EXPECT_EQ(printed.code, 0) << command << "\n" << printed.err;
+        m_printed = without(without(printed.out, root), m_folder.path() + "/");
+        const std::size_t svg = command.find("--svg ");
+        const std::size_t name = svg + 6;
+        m_drawn =
+            svg == std::string::npos ? "" : command.substr(name, command.find(' ', name) - name);
+        ++commands;
+    }
+
+    void compare_picture(const std::string& picture) {
+        EXPECT_EQ(bytes_of_file(m_folder.path() + "/" + m_drawn),
+                  bytes_of_file(root + "docs/" + picture))
+            << picture;
+        ++pictures;
+    }
+
+    ScratchFolder m_folder;
+    std::istringstream m_lines;
+    std::string m_printed;  // by the last command, as long as nothing else was said
+    std::string m_drawn;    // the name of the picture of the last command
+};
+
+TEST(documents, show_commands_that_work_with_what_they_print_and_draw) {
+    int outputs = 0;
+    for (const std::string name : {"order", "route", "solve"}) {
+        DocumentWalk document("docs/nmk-" + name + ".md");
+        document.walk();
+        EXPECT_GE(document.commands, 1) << name;
+        EXPECT_EQ(document.pictures, 1) << name;
+        outputs += document.outputs;
+    }
+    EXPECT_EQ(outputs, 1);
+}
+
+TEST(documents, of_the_first_page_show_commands_that_work) {
+    const ScratchFolder folder;
+    std::istringstream lines(bytes_of_file(root + "README.md"));
+    int commands = 0;
+    for (std::string line; std::getline(lines, line);) {
+        constexpr std::string_view start = "| `./nmk ";
+        if (line.starts_with(start)) {
+            const std::string command = line.substr(start.size(), line.find("` |") - start.size());
+            EXPECT_EQ(run(words_of(command, folder.path())).code, 0) << command;
+            ++commands;
+        }
+    }
+    EXPECT_EQ(commands, 4);
+}
+
+}  // namespace
+}  // namespace nmk_app
