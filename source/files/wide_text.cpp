@@ -1,48 +1,11 @@
 #include "files/wide_text.h"
 
 #include <apsl/apCodePage.h>
-
-#include <algorithm>
+#include <apsl/apUtf8Length.h>
 
 namespace {
 
 constexpr std::string_view replacement_bytes = "\xEF\xBF\xBD";  // U+FFFD
-
-/// How many bytes a lead byte asks for, and the limits of the second one.
-/// The Unicode Standard 15.0, table 3-7, "Well-Formed UTF-8 Byte Sequences".
-struct LeadByte {
-    std::size_t length;
-    unsigned char lowest = 0x80;
-    unsigned char highest = 0xBF;
-};
-
-LeadByte lead_byte(unsigned char byte) {
-    if (byte < 0xC2 || byte > 0xF4) return {1};
-    if (byte < 0xE0) return {2};
-    if (byte == 0xE0) return {3, 0xA0, 0xBF};
-    if (byte == 0xED) return {3, 0x80, 0x9F};
-    if (byte < 0xF0) return {3};
-    if (byte == 0xF0) return {4, 0x90, 0xBF};
-    if (byte == 0xF4) return {4, 0x80, 0x8F};
-    return {4};
-}
-
-/// Bytes of the character that begins at `at`, or of the longest part of it that is well-formed.
-std::size_t character_length(std::string_view bytes, std::size_t at) {
-    const LeadByte lead = lead_byte(static_cast<unsigned char>(bytes[at]));
-    unsigned char lowest = lead.lowest;
-    unsigned char highest = lead.highest;
-    const std::size_t limit = std::min(lead.length, bytes.size() - at);
-    for (std::size_t i = 1; i < limit; ++i) {
-        const auto byte = static_cast<unsigned char>(bytes[at + i]);
-        if (byte < lowest || byte > highest) {
-            return i;
-        }
-        lowest = 0x80;
-        highest = 0xBF;
-    }
-    return limit;
-}
 
 }  // namespace
 
@@ -97,7 +60,9 @@ WideRanges::Extent WideRanges::extent() const {
     if (m_single_byte || static_cast<unsigned char>(m_bytes[m_byte]) < 0x80) {
         return {1, 1};
     }
-    const std::size_t length = character_length(m_bytes, m_byte);
+    bool is_character = false;
+    const std::string_view rest(m_bytes.data() + m_byte, m_bytes.size() - m_byte);
+    const std::size_t length = ap_utf8_length(rest, is_character);
     return {length, length == 4 ? std::size_t{2} : std::size_t{1}};
 }
 

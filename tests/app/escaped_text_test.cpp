@@ -40,6 +40,12 @@ TEST(escaped_text, bytes_that_are_not_utf8_are_replaced) {
     }
 }
 
+TEST(escaped_text, each_byte_that_is_not_utf8_is_replaced_by_one_character) {
+    const std::string replaced = "\xEF\xBF\xBD";
+    EXPECT_EQ(line_text("\xF0\x9F\x98z"), replaced + replaced + replaced + "z");
+    EXPECT_EQ(line_text("\xC3"), replaced);
+}
+
 TEST(escaped_text, every_pair_of_bytes_makes_valid_documents) {
     for (int first = 0; first < 256; ++first) {
         for (int second = 0; second < 256; ++second) {

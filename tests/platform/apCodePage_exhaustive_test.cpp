@@ -1,6 +1,7 @@
 // UTF-8 in full: every short sequence of bytes, every character, and many threads at once.
 
 #include <apsl/apCodePage.h>
+#include <apsl/apUtf8Length.h>
 
 #include <algorithm>
 #include <atomic>
@@ -22,7 +23,18 @@ std::wstring decode_exactly_sized(std::string_view bytes, int& status) {
     return ap_decode(ap_code_page_utf8, {buffer.get(), bytes.size()}, status);
 }
 
+/// The same for the length of what the text, which is not empty, begins with.
+bool first_length_is_as_plain(std::string_view bytes) {
+    const auto buffer = std::make_unique<char[]>(bytes.size());
+    std::copy(bytes.begin(), bytes.end(), buffer.get());
+    bool is_character = false;
+    bool complete = false;
+    const std::size_t length = ap_utf8_length({buffer.get(), bytes.size()}, is_character);
+    return length == plain_utf8::first_length(bytes, complete) && is_character == complete;
+}
+
 void expect_as_plain(std::string_view bytes) {
+    EXPECT_TRUE(bytes.empty() || first_length_is_as_plain(bytes));
     int plain_status = -1;
     int status = -1;
     const std::wstring expected = plain_utf8::decode(bytes, plain_status);

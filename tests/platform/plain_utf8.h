@@ -65,25 +65,32 @@ inline void append_units(std::wstring& wide, char32_t character) {
     }
 }
 
+/// Bytes of the first character, or of the first ill-formed part, of a text that is not empty.
+inline std::size_t first_length(std::string_view bytes, bool& complete) {
+    std::size_t longest = 0;
+    complete = false;
+    for (const Row& row : well_formed_rows) {
+        const std::size_t count = matched(row, bytes);
+        if (count > longest) longest = count;
+        if (count == row.size) complete = true;
+    }
+    return longest > 0 ? longest : 1;
+}
+
 /// `status` as ap_decode answers it.
 inline std::wstring decode(std::string_view bytes, int& status) {
     std::wstring wide;
     status = 1;
     while (!bytes.empty()) {
-        std::size_t longest = 0;
         bool complete = false;
-        for (const Row& row : well_formed_rows) {
-            const std::size_t count = matched(row, bytes);
-            if (count > longest) longest = count;
-            if (count == row.size) complete = true;
-        }
+        const std::size_t length = first_length(bytes, complete);
         if (complete) {
-            append_units(wide, value_of(bytes.substr(0, longest)));
+            append_units(wide, value_of(bytes.substr(0, length)));
         } else {
             wide += static_cast<wchar_t>(0xFFFD);
             status = 0;
         }
-        bytes.remove_prefix(longest > 0 ? longest : 1);
+        bytes.remove_prefix(length);
     }
     return wide;
 }

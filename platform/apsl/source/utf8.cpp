@@ -1,5 +1,7 @@
 #include "utf8.h"
 
+#include <apsl/apUtf8Length.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -15,48 +17,19 @@ constexpr std::size_t block_units = 1024;  // wide characters put together at a 
 constexpr std::size_t block_bytes = 4096;
 constexpr std::ptrdiff_t longest_character = 4;
 
-/// What must follow a lead byte: so many trail bytes, the first of them within these limits.
-/// The Unicode Standard 15.0, table 3-7, "Well-Formed UTF-8 Byte Sequences".
-struct Trails {
-    int count;
-    Byte lowest = 0x80;
-    Byte highest = 0xBF;
-};
-
-Trails trails_of(Byte lead) {
-    if (lead < 0xC2) return {0};
-    if (lead < 0xE0) return {1};
-    if (lead == 0xE0) return {2, 0xA0, 0xBF};
-    if (lead == 0xED) return {2, 0x80, 0x9F};
-    if (lead < 0xF0) return {2};
-    if (lead == 0xF0) return {3, 0x90, 0xBF};
-    if (lead < 0xF4) return {3};
-    if (lead == 0xF4) return {3, 0x80, 0x8F};
-    return {0};
-}
-
 /// The character that begins with the byte at `at`, not ASCII; `at` moves behind it, or behind the
 /// part of it that is well-formed so far.
 char32_t checked_character(const Byte*& at, const Byte* end, bool& exact) {
-    const Byte lead = *at++;
-    const Trails trails = trails_of(lead);
-    char32_t character = lead & (0x3FU >> trails.count);
-    Byte lowest = trails.lowest;
-    Byte highest = trails.highest;
-    for (int i = 0; i < trails.count; ++i) {
-        if (at == end || *at < lowest || *at > highest) {
-            exact = false;
-            return replacement_character;
-        }
-        character = (character << 6U) | (*at++ & 0x3FU);
-        lowest = 0x80;
-        highest = 0xBF;
-    }
-    if (trails.count == 0) {
-        exact = false;
-        return replacement_character;
-    }
-    return character;
+    bool is_character = false;
+    const std::string_view rest(reinterpret_cast<const char*>(at),
+                                static_cast<std::size_t>(end - at));
+    const std::size_t length = ap_utf8_length(rest, is_character);
+    char32_t character = *at & (0x7FU >> length);
+    for (std::size_t i = 1; i < length; ++i) character = (character << 6U) | (at[i] & 0x3FU);
+    at += length;
+    if (is_character) return character;
+    exact = false;
+    return replacement_character;
 }
 
 /// The low six bits of a trail byte; what is no trail byte gives more than 0x3F.
