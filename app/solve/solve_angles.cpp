@@ -2,6 +2,7 @@
 
 #include <nmktoolbox/solver/nmkAngleSolver.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
@@ -139,10 +140,14 @@ Answer solve_angles(const Problem& problem) {
         answer.residual_names = {"residual 1", "residual 2"};
     }
     for (std::size_t i = 0; i < static_cast<std::size_t>(slots.count); ++i) {
+        Solution solution = solution_at(problem, slots, i);
         if (std::isnan(slots.cos_phi[i])) {
             answer.note = "one solution is counted that does not exist; it is left out";
+        } else if (!std::all_of(solution.values.begin(), solution.values.end(),
+                                [](double value) { return std::isfinite(value); })) {
+            answer.note = "the numbers are too uneven: solutions that overflow are left out";
         } else {
-            answer.solutions.push_back(solution_at(problem, slots, i));
+            answer.solutions.push_back(std::move(solution));
         }
     }
     return answer;

@@ -72,6 +72,9 @@ void find_extremum(const PolynomialFunction& f, double low, double high, Answer&
         return;
     }
     answer.solutions.push_back({{x, f_x}, {f.derivative(1, x)}});
+    if (!std::isfinite(f_x)) {
+        answer.note = "the value there is too large";
+    }
 }
 
 }  // namespace

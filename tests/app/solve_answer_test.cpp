@@ -87,6 +87,18 @@ TEST(solve_answer, roots_that_overflow_are_left_out_with_a_word) {
     EXPECT_EQ(answer.note, "the coefficients are too uneven: roots that overflow are left out");
 }
 
+TEST(solve_answer, an_extremum_whose_value_overflows_is_given_with_a_word) {
+    const Answer answer = solve("extremum", {-1e-300, 1e300, 1, -1e300, 2.5});
+    EXPECT_EQ(firsts(answer), (std::vector<double>{2e299}));
+    EXPECT_EQ(answer.note, "the value there is too large");
+}
+
+TEST(solve_answer, angles_that_overflow_are_left_out_with_a_word) {
+    const Answer answer = solve("angles5", {1e-300, 1e-16, 5e-324, 1e300, 1e-16, 1e-300, -1e-300});
+    EXPECT_TRUE(answer.solutions.empty());
+    EXPECT_EQ(answer.note, "the numbers are too uneven: solutions that overflow are left out");
+}
+
 TEST(solve_answer, angles_of_random_systems_satisfy_their_equations) {
     constexpr unsigned seed = 5;
     std::mt19937 random(seed);
@@ -149,6 +161,12 @@ TEST(solve_answer, hostile_numbers_are_answered_by_every_kind) {
             if (is_bracket && !(numbers[0] < numbers[1])) continue;
             const Answer answer = solve(facts.name, numbers);
             EXPECT_LE(answer.solutions.size(), 4U);
+            for (const Solution& solution : answer.solutions) {
+                const bool is_told = !answer.note.empty() && facts.name == "extremum";
+                for (const double value : solution.values) {
+                    EXPECT_TRUE(std::isfinite(value) || is_told) << answer.problem;
+                }
+            }
         }
     }
 }
