@@ -12,6 +12,8 @@
 #include <string_view>
 #include <vector>
 
+#include "text/text_lines.h"
+
 namespace nmk_app {
 
 namespace {
@@ -50,8 +52,8 @@ class LineLengths {
             if (stop == chunk.size()) {
                 break;
             }
+            m_line += chunk[stop] == '\n' && m_last == '\r' && m_length == 0 ? 0U : 1U;
             m_length = 0;
-            m_line += chunk[stop] == '\n' && m_last == '\r' && stop == at ? 0U : 1U;
             m_last = chunk[stop];
             at = stop + 1;
         }
@@ -63,6 +65,10 @@ class LineLengths {
     std::size_t m_line = 1;
     char m_last = '\0';  // what ended the line before
 };
+
+std::string too_long_line_message() {
+    return "a line longer than " + std::to_string(longest_line) + " bytes; expected lines of text";
+}
 
 std::string too_large_message() {
     return "larger than " + std::to_string(largest_file >> 20U) + " MiB; no such file is read";
@@ -84,13 +90,11 @@ std::optional<JobError> no_text_file(const std::string& file_name, const std::st
     if (at == std::string::npos) {
         return std::nullopt;
     }
-    const auto before = text.begin() + static_cast<std::ptrdiff_t>(at);
-    const auto line = static_cast<std::size_t>(std::count(text.begin(), before, '\n')) + 1;
-    return JobError{file_name, line, "a zero byte; expected a text file"};
-}
-
-std::string too_long_line_message() {
-    return "a line longer than " + std::to_string(longest_line) + " bytes; expected lines of text";
+    TextLines lines(text);
+    TextLine line;
+    while (lines.next(line) && line.end <= at) {
+    }
+    return JobError{file_name, line.number, "a zero byte; expected a text file"};
 }
 
 std::variant<std::string, JobError> read_whole_file(const std::string& file_name) {

@@ -25,7 +25,4 @@ std::size_t first_too_long_line(const std::string& text);
 /// byte, which binary files have and text never. Nothing where it is one.
 std::optional<JobError> no_text_file(const std::string& file_name, const std::string& text);
 
-/// "line is longer than 65536 bytes; ...", the message for such a line.
-std::string too_long_line_message();
-
 }  // namespace nmk_app

@@ -75,6 +75,16 @@ TEST(read_job_text, refuses_binary_files) {
               "a.drl:2: a zero byte; expected a text file");
 }
 
+TEST(read_job_text, tells_the_line_of_a_zero_byte_whatever_ends_the_lines) {
+    for (const std::string end : {"\n", "\r\n", "\r"}) {
+        const std::string text = "1,2" + end + end + "3" + std::string(1, '\0') + end + "5,6" + end;
+        EXPECT_EQ(error_of(read_job_text("a.csv", text, std::nullopt)),
+                  "a.csv:3: a zero byte; expected a text file");
+    }
+    EXPECT_EQ(error_of(read_job_text("a.csv", std::string(1, '\0'), std::nullopt)),
+              "a.csv:1: a zero byte; expected a text file");
+}
+
 TEST(read_job_text, refuses_an_endless_line) {
     EXPECT_EQ(error_of(read_job_text("a.csv", "1,2\n" + std::string(longest_line + 1, '1'),
                                      std::nullopt)),
@@ -97,6 +107,18 @@ TEST(read_job_file, names_what_is_wrong_with_the_file) {
               "/no/such/file.drl: cannot be opened: No such file or directory");
     EXPECT_EQ(error_of(read_job_file(folder.path(), std::nullopt)),
               folder.path() + ": is a directory; expected a file");
+}
+
+TEST(read_job_file, counts_a_line_that_two_reads_share_once) {
+    // The first read ends within a line behind one that a carriage return ends.
+    std::string text;
+    for (int i = 0; i < 131071; ++i) text += "1\r";
+    text += "11\n" + std::string(longest_line + 1, '1');
+    const ScratchFolder folder;
+    EXPECT_EQ(
+        error_of(read_job_file(folder.file("a.csv", text), std::nullopt)),
+        folder.path() + "/a.csv:131073: a line longer than 65536 bytes; expected lines of text");
+    EXPECT_EQ(first_too_long_line(text), 131073U);
 }
 
 TEST(read_job_file, refuses_a_huge_file_before_reading_it) {
