@@ -39,6 +39,35 @@ void append_missing(std::vector<JobItem>& result, const std::vector<JobItem>& it
     }
 }
 
+/// The items of one run in the library's order; `stopped` is set when a break left some undone.
+///
+/// Where some items have two points and some one, a hole counts as a line of no length, because the
+/// sorters want either all items with an end or none.
+std::vector<JobItem> sorted_items(const std::vector<JobItem>& items, const OrderRequest& request,
+                                  nmkProgressBreak* progress, bool& stopped) {
+    std::deque<nmkSortItemLine> lines = library_items(items);
+    nmkPointSorter sorter(request.type);
+    for (nmkSortItemLine& line : lines) {
+        sorter.add_item(nmkSortItemPrf(&line));
+    }
+    nmkSortList& sorted = sorter.sort(request.tolerance, request.start, progress);
+    std::vector<JobItem> result;
+    result.reserve(items.size());
+    std::vector<bool> taken(items.size(), false);
+    sorted.reset();
+    while (sorted.forwards() != 0) {
+        const auto i = static_cast<std::size_t>(sorted.read()->index());
+        if (!taken[i]) {
+            taken[i] = true;
+            result.push_back(items[i]);
+            result.back().reversed = has_end(items[i]) && lines[i].reversed() != 0;
+        }
+    }
+    stopped = result.size() < items.size();
+    append_missing(result, items, taken);
+    return result;
+}
+
 bool finds_shortest(nmkSortType type) {
     return type == nmkSortTypeShortest || type == nmkSortTypeShortestOneWay;
 }
@@ -124,31 +153,6 @@ std::vector<JobTool> runs_of_one_tool(const std::vector<JobItem>& items, const M
 std::size_t changes(std::size_t runs) { return runs == 0 ? 0 : runs - 1; }
 
 }  // namespace
-
-std::vector<JobItem> sorted_items(const std::vector<JobItem>& items, const OrderRequest& request,
-                                  nmkProgressBreak* progress, bool& stopped) {
-    std::deque<nmkSortItemLine> lines = library_items(items);
-    nmkPointSorter sorter(request.type);
-    for (nmkSortItemLine& line : lines) {
-        sorter.add_item(nmkSortItemPrf(&line));
-    }
-    nmkSortList& sorted = sorter.sort(request.tolerance, request.start, progress);
-    std::vector<JobItem> result;
-    result.reserve(items.size());
-    std::vector<bool> taken(items.size(), false);
-    sorted.reset();
-    while (sorted.forwards() != 0) {
-        const auto i = static_cast<std::size_t>(sorted.read()->index());
-        if (!taken[i]) {
-            taken[i] = true;
-            result.push_back(items[i]);
-            result.back().reversed = has_end(items[i]) && lines[i].reversed() != 0;
-        }
-    }
-    stopped = result.size() < items.size();
-    append_missing(result, items, taken);
-    return result;
-}
 
 OrderedJob order_job(const MachiningJob& job, const OrderRequest& request,
                      nmkProgressBreak* progress) {

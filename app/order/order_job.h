@@ -39,11 +39,4 @@ struct OrderedJob {
 OrderedJob order_job(const MachiningJob& job, const OrderRequest& request,
                      nmkProgressBreak* progress);
 
-/// The items of one run in the library's order; `stopped` is set when a break left some undone.
-///
-/// Where some items have two points and some one, a hole counts as a line of no length, because the
-/// sorters want either all items with an end or none.
-std::vector<JobItem> sorted_items(const std::vector<JobItem>& items, const OrderRequest& request,
-                                  nmkProgressBreak* progress, bool& stopped);
-
 }  // namespace nmk_app
