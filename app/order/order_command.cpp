@@ -16,6 +16,7 @@
 #include "order/order_outputs.h"
 #include "order/order_table.h"
 #include "order/read_job.h"
+#include "order/sort_type_names.h"
 #include "tool/command_answer.h"
 
 namespace nmk_app {
@@ -44,8 +45,9 @@ std::size_t largest_run(const MachiningJob& job, bool across_tools) {
 void tell_long_work(const MachiningJob& job, const OrderRequest& request, std::ostream& err) {
     const std::size_t items = largest_run(job, request.across_tools);
     if (anneals(request.type) && items >= many_items) {
-        err << "nmk order: " << items << " items in one run: shortest tries at least "
-            << items * 15000 / 1000000 << " million moves; --type closest is quicker\n";
+        err << "nmk order: " << items << " items in one run: " << sort_type_name(request.type)
+            << " tries at least " << items * 15000 / 1000000
+            << " million moves; --type closest is quicker\n";
     }
 }
 
