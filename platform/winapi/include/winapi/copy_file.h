@@ -30,7 +30,8 @@ using LPPROGRESS_ROUTINE = DWORD (*)(LARGE_INTEGER total, LARGE_INTEGER transfer
                                      DWORD stream, DWORD reason, HANDLE source, HANDLE target,
                                      LPVOID data);
 
-/// Copies contents, rights and time of the last write.
+/// Copies contents, rights (less those that the process gives no new file, its umask) and time of
+/// the last write.
 ///
 ///   source    a plain file, or a link to one
 ///   target    made, or replaced; a link to a file means that file
