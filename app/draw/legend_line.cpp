@@ -2,8 +2,6 @@
 
 #include "draw/legend_line.h"
 
-#include <cmath>
-
 #include "draw/label_places.h"
 
 namespace nmk_app {
@@ -35,11 +33,6 @@ void draw_entry(SvgDocument& svg, LegendLine& line, const std::string& words, do
     const SvgPoint at = line.next(symbol_width + 9.0 + text_width(words, font_size) * 0.9);
     draw_symbol(at);
     svg.text({at.x + symbol_width + 9.0, at.y + 5.0}, words, legend_text);
-}
-
-double round_length(double length) {
-    const double power = std::pow(10.0, std::floor(std::log10(length)));
-    return length >= 5 * power ? 5 * power : length >= 2 * power ? 2 * power : power;
 }
 
 }  // namespace nmk_app

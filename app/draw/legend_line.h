@@ -36,7 +36,4 @@ class LegendLine {
 void draw_entry(SvgDocument& svg, LegendLine& line, const std::string& words, double symbol_width,
                 const std::function<void(SvgPoint)>& draw_symbol);
 
-/// 1, 2 or 5 times a power of ten, at most `length`, which is above 0.
-double round_length(double length);
-
 }  // namespace nmk_app

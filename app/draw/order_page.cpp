@@ -1,6 +1,6 @@
-// html_page: one self-contained page with the picture and the figures; nothing is fetched.
+// order_page: one self-contained page with the picture and the figures; nothing is fetched.
 
-#include "draw/html_page.h"
+#include "draw/order_page.h"
 
 #include <vector>
 

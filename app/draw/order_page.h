@@ -1,4 +1,4 @@
-// html_page.h: one self-contained page with the picture and the figures; nothing is fetched.
+// order_page.h: one self-contained page with the picture and the figures; nothing is fetched.
 #pragma once
 
 #include <string>

@@ -10,6 +10,7 @@
 #include "draw/colour_scale.h"
 #include "draw/legend_line.h"
 #include "draw/order_panel.h"
+#include "draw/round_length.h"
 #include "text/number_text.h"
 
 namespace nmk_app {

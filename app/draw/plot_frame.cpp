@@ -6,7 +6,7 @@
 #include <charconv>
 #include <cmath>
 
-#include "draw/legend_line.h"
+#include "draw/round_length.h"
 
 namespace nmk_app {
 

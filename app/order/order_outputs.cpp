@@ -5,7 +5,7 @@
 #include <utility>
 #include <variant>
 
-#include "draw/html_page.h"
+#include "draw/order_page.h"
 #include "draw/order_picture.h"
 #include "order/write_job.h"
 
