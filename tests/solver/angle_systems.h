@@ -34,16 +34,17 @@ struct System3 {
 };
 
 using Residual = std::function<double(const Solution&)>;
+using Of_phi = std::function<double(double)>;
 
-/// Solutions of a first equation Sf (a cos psi + b sin psi) = -c Cf and the second given.
-inline std::vector<Solution> dense_search(double a, double b, double c, const Residual& second,
-                                          double lowest_sine, int steps) {
+/// Solutions of a first equation a cos psi + b sin psi = right_side(phi) and the second given.
+inline std::vector<Solution> dense_search(double a, double b, const Of_phi& right_side,
+                                          const Residual& second, double lowest_sine, int steps) {
     std::vector<Solution> found;
     const double r = std::hypot(a, b);
     const double reference = std::atan2(b, a);
     for (const double side : {1.0, -1.0}) {
         const auto at = [&](double phi, Solution& s) {
-            const double ratio = -c * std::cos(phi) / (std::sin(phi) * r);
+            const double ratio = right_side(phi) / r;
             if (!(std::fabs(ratio) <= 1.0)) return false;
             const double psi = reference + side * std::acos(ratio);
             s = {std::cos(phi), std::sin(phi), std::cos(psi), std::sin(psi)};
@@ -75,6 +76,14 @@ inline std::vector<Solution> dense_search(double a, double b, double c, const Re
         }
     }
     return found;
+}
+
+/// The same for a first equation Sf (a cos psi + b sin psi) = -c Cf.
+inline std::vector<Solution> dense_search(double a, double b, double c, const Residual& second,
+                                          double lowest_sine, int steps) {
+    return dense_search(
+        a, b, [c](double phi) { return -c * std::cos(phi) / std::sin(phi); }, second, lowest_sine,
+        steps);
 }
 
 inline bool is_among(const Solution& one, const std::vector<Solution>& others, double apart) {

@@ -175,6 +175,59 @@ TEST(nmkAngleSolver_solve_angles5, solutions_satisfy_both_equations) {
     EXPECT_GT(solutions, 1000);
 }
 
+TEST(nmkAngleSolver_solve_angles5, finds_what_a_dense_search_finds_up_to_two) {
+    Generator random(15);
+    int expected = 0;
+    for (int i = 0; i < 3000; ++i) {
+        const double a = random.between(-1, 1), b = random.between(-1, 1),
+                     c = random.between(-1, 1), d = random.between(-1, 1),
+                     e = random.between(-1, 1), h = random.between(-1, 1), k = random.between(0, 1);
+        if (h + k < 0.0) continue;
+        Arrays x;
+        const auto found =
+            x.first(nmkAngleSolver::solve_angles5(a, b, c, d, e, h, k, x.cf, x.sf, x.cp, x.sp));
+        const auto radius = [&](double sin_phi) { return h + k * sin_phi; };
+        const double lowest = h < 0.0 ? -h / k : 0.0;
+        const auto dense = dense_search(
+            a, b, [&](double phi) { return c / radius(std::sin(phi)); },
+            [&](const Solution& s) {
+                return radius(s.sin_phi) * (a * s.sin_psi - b * s.cos_psi) + d * s.cos_phi - e;
+            },
+            lowest, 500);
+        for (const Solution& one : dense) {
+            ++expected;
+            EXPECT_TRUE(found.size() == 2 || is_among(one, found, 1e-3)) << i;
+        }
+    }
+    EXPECT_GT(expected, 500);
+}
+
+TEST(nmkAngleSolver_solve_angles6, finds_what_a_dense_search_finds) {
+    Generator random(16);
+    int expected = 0;
+    for (int i = 0; i < 3000; ++i) {
+        const System4 s{random.between(-1, 1),
+                        random.between(-1, 1),
+                        random.between(-1, 1),
+                        random.between(-1, 1),
+                        0.0,
+                        random.between(0, 1)};
+        Arrays x;
+        const auto found =
+            x.first(nmkAngleSolver::solve_angles6(s.a, s.b, s.c, s.d, s.k, x.cf, x.sf, x.cp, x.sp));
+        for (const Solution& one : found) {
+            EXPECT_NEAR(s.first(one), 0.0, 1e-12) << i;
+            EXPECT_NEAR(s.second(one), 0.0, 1e-12) << i;
+        }
+        for (const Solution& one : dense_search(
+                 s.a, s.b, s.c, [&](const Solution& at) { return s.second(at); }, 0.0, 500)) {
+            ++expected;
+            EXPECT_TRUE(is_among(one, found, 1e-3)) << i;
+        }
+    }
+    EXPECT_GT(expected, 500);
+}
+
 TEST(nmkAngleSolver_solve_angles6, a_sine_barely_beyond_one_is_a_right_angle) {
     Arrays x;
     const double k = std::nextafter(1.0, 0.0);
