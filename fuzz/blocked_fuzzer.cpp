@@ -45,7 +45,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (of_list == nullptr || of_list->plane.place_count() > most_searched) {
         return 0;
     }
-    for (const GoalKind kind : {GoalKind::point, GoalKind::line, GoalKind::moving_line}) {
+    for (const GoalKind kind :
+         {GoalKind::point, GoalKind::line, GoalKind::line_with_gradient, GoalKind::moving_line}) {
         search(of_list->plane, *list, kind);
     }
     return 0;
