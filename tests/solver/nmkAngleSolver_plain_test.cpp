@@ -105,6 +105,8 @@ TEST(nmkAngleSolver_solve_angles2, two_roots_near_zero_are_one_on_the_same_side_
     double s[4];
     EXPECT_EQ(nmkAngleSolver::solve_angles2(0.0, 4e-9, 1.0, 1.0, 0.0, -1.0, c, s), 4);
     EXPECT_EQ(nmkAngleSolver::solve_angles2(0.0, -4e-9, 1.0, 1.0, 0.0, -1.0, c, s), 3);
+    EXPECT_EQ(nmkAngleSolver::solve_angles2(0.0, -9e-9, 1.0, 1.0, 0.0, -1.0, c, s), 3);
+    EXPECT_EQ(nmkAngleSolver::solve_angles2(0.0, -1.1e-8, 1.0, 1.0, 0.0, -1.0, c, s), 4);
     EXPECT_EQ(nmkAngleSolver::solve_angles2(0.0, -4e-8, 1.0, 1.0, 0.0, -1.0, c, s), 4);
 }
 

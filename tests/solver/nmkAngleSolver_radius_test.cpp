@@ -237,6 +237,20 @@ TEST(nmkAngleSolver_solve_angles6, a_sine_barely_beyond_one_is_a_right_angle) {
     EXPECT_EQ(nmkAngleSolver::solve_angles6(1, 0, 0, 1, 1 - 1e-14, x.cf, x.sf, x.cp, x.sp), 0);
 }
 
+TEST(nmkAngleSolver_solve_angles6, near_a_vanishing_radius_mirrors_the_sine_of_psi) {
+    // c is so large that phi is a right angle, whatever the radius there.
+    Arrays x;
+    const double c = 0x1p47;
+    EXPECT_EQ(nmkAngleSolver::solve_angles6(1, 0, c, 1, 1.1e-5, x.cf, x.sf, x.cp, x.sp), 1);
+    ASSERT_EQ(nmkAngleSolver::solve_angles6(1, 0, c, 1, 0.9e-5, x.cf, x.sf, x.cp, x.sp), 2);
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(x.cf[i], 0.0);
+        EXPECT_EQ(x.sf[i], 1.0);
+        EXPECT_EQ(x.cp[i], 0.0);
+        EXPECT_EQ(x.sp[i], i == 0 ? 1.0 : -1.0);
+    }
+}
+
 TEST(nmkAngleSolver_solve_angles6, the_angle_form_gives_both_angles) {
     giAngle phi[2];
     giAngle psi[2];

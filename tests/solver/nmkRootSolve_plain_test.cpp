@@ -67,6 +67,37 @@ TEST(nmkRootSolve, asks_for_the_points_of_the_plain_reading_and_answers_the_same
     EXPECT_GT(long_ones, 5000);
 }
 
+// Both ends, the slope first; then the search, with a tolerance that is always the same.
+double plain_short_form(const Wave& f, double lo, double hi, int& converged, int most) {
+    converged = 1;
+    Bracket b{lo, hi, 0.0, 0.0, 0.0, 0.0};
+    b.d_lo = f.derivative(1, lo);
+    b.f_lo = f.value(lo);
+    if (b.f_lo == 0.0) return lo;
+    b.d_hi = f.derivative(1, hi);
+    b.f_hi = f.value(hi);
+    if (b.f_hi == 0.0) return hi;
+    return plain_root_solve::root(f, b, 1e-10, converged, most);
+}
+
+TEST(nmkRootSolve, in_its_short_form_asks_for_the_points_of_the_plain_reading) {
+    Generator random(5150);
+    for (int i = 0; i < 40000; ++i) {
+        const Wave f(random);
+        const double lo = random.between(-3.0, 0.0), hi = random.between(0.0, 3.0);
+        const int most = random.below(60);
+        int ours_converged = 7, plain_converged = 7;
+        const double ours =
+            nmkRootSolve::bracketed_root_solve(f, lo, hi, 1.0, ours_converged, most);
+        const std::vector<double> our_calls = f.calls;
+        f.calls.clear();
+        const double plain = plain_short_form(f, lo, hi, plain_converged, most);
+        ASSERT_EQ(our_calls, f.calls) << i;
+        ASSERT_EQ(ours, plain) << i;
+        ASSERT_EQ(ours_converged, plain_converged) << i;
+    }
+}
+
 TEST(nmkRootSolve_bracketed_extrema_finder, asks_for_the_points_of_the_plain_reading) {
     Generator random(5200);
     int compared = 0;

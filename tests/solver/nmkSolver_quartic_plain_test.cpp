@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstring>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "solver/plain_quadratic_and_quartic.h"
@@ -62,8 +63,9 @@ testing::AssertionResult quartic_is_plain(std::vector<double> c, int polish, int
 }
 
 // What coefficients are drawn from: ordinary ones, whole ones with many double roots, uneven ones,
-// and products of factors with roots that are nearly the same.
-enum class Kind { ordinary, whole, uneven, clustered, shrinking, count };
+// products of factors with roots that are nearly the same, and roots that are all large or all
+// small.
+enum class Kind { ordinary, whole, uneven, clustered, shrinking, stretched, count };
 
 std::vector<double> clustered(Generator& random, int degree) {
     std::vector<double> roots(static_cast<std::size_t>(degree), random.between(-2.0, 2.0));
@@ -81,6 +83,11 @@ std::vector<double> draw(Generator& random, Kind kind, int degree) {
         one = random.between(-1.0, 1.0);
         if (kind == Kind::whole) one = random.below(7) - 3;
         if (kind == Kind::uneven) one = std::ldexp(one, random.below(80) - 40);
+    }
+    if (kind == Kind::stretched) {
+        const int stretch = random.below(48) - 24;
+        for (std::size_t i = 0; i < c.size(); ++i)
+            c[i] = std::ldexp(c[i], stretch * static_cast<int>(i));
     }
     // Now and then the ends all but vanish.
     if (kind == Kind::shrinking) {
@@ -113,6 +120,19 @@ TEST(nmkSolver_qadsol, around_a_double_root_every_answer_is_the_plain_one_to_the
         const double off = std::ldexp(random.between(-1.0, 1.0), -20 - random.below(40));
         const double scale = std::ldexp(1.0, random.below(20) - 10);
         ASSERT_TRUE(quadratic_is_plain({a * x * x * scale + off, -2.0 * a * x * scale, a * scale}));
+    }
+}
+
+TEST(nmkSolver_qadsol, a_small_discriminant_is_judged_beside_the_middle_coefficient) {
+    // x^2 + 0.001 x + c: two roots from a discriminant of 1e-16 on, though 1e-15 is not reached.
+    const double b = 1e-3;
+    for (const auto& [discriminant, distinct] :
+         {std::pair(0.7e-16, false), std::pair(0.97e-16, false), std::pair(1.03e-16, true),
+          std::pair(1.3e-16, true)}) {
+        double c[3] = {(b * b - discriminant) / 4.0, b, 1.0};
+        double roots[2];
+        ASSERT_EQ(nmkSolver::qadsol(c, roots), 2);
+        EXPECT_EQ(roots[0] < roots[1], distinct) << discriminant;
     }
 }
 
@@ -206,6 +226,31 @@ TEST(nmkSolver_laguer, behind_a_dropped_root_the_next_starts_from_the_dropped_va
     }
     EXPECT_GT(dropped, 100);
     EXPECT_GT(told_apart, 10);
+}
+
+TEST(nmkSolver_laguer, next_to_zero_every_step_is_the_plain_one_to_the_bit) {
+    // Roots of about 1e-15: where a step would be complex, its real part and the turning point are
+    // both near at hand.
+    Generator random(2305);
+    for (int i = 0; i < 100000; ++i) {
+        const int degree = 3 + random.below(2);
+        const double scale = std::pow(10.0, random.between(-16.0, -14.0));
+        Doubles c = draw(random, Kind::ordinary, degree);
+        double power = 1e20;
+        for (double& one : c) {
+            one *= power;
+            power /= scale;
+        }
+        Doubles ours(1, scale * random.between(-2.0, 2.0));
+        Doubles plain = ours;
+        std::vector<int> status(1, 7), plain_status(1, 7);
+        const int count = laguer(c, ours, status);
+        int plain_count = 1;
+        plain_solver::laguer(c.data(), degree, plain.data(), plain_count, plain_status.data());
+        ASSERT_EQ(count, plain_count) << i;
+        ASSERT_EQ(ours, plain) << i;
+        ASSERT_EQ(status, plain_status) << i;
+    }
 }
 
 }  // namespace

@@ -1,0 +1,87 @@
+// What a search makes on its way: on a lattice of the library's own a node for each question to the
+// verifier, and next to nothing else.
+#include <gtest/gtest.h>
+#include <nmktoolbox/search.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <memory>
+#include <new>
+#include <vector>
+
+namespace {
+
+std::atomic<int> allocations{0};
+
+}  // namespace
+
+// Not inlined: the compiler would take malloc and delete for a pair that does not match.
+[[gnu::noinline]] void* operator new(std::size_t size) {
+    ++allocations;
+    if (void* block = std::malloc(size)) return block;
+    throw std::bad_alloc();
+}
+
+// A sanitizer has one of its own otherwise, whose blocks std::free is not good enough for.
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    ++allocations;
+    return std::malloc(size);
+}
+
+[[gnu::noinline]] void operator delete(void* block) noexcept { std::free(block); }
+[[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept { std::free(block); }
+
+namespace {
+
+using Node_ptr = std::shared_ptr<const nmkSearchNode>;
+
+class Counting_verifier : public nmk2dSearchNodeVerifier {
+  public:
+    explicit Counting_verifier(double side)
+        : nmk2dSearchNodeVerifier(giBox2(giPoint2(0, 0), giPoint2(side, side))) {}
+
+    nmkSearchNodeVerifierResult verify(const nmkSearchNode& parent,
+                                       const nmkSearchNode& node) const override {
+        ++asked;
+        return nmk2dSearchNodeVerifier::verify(parent, node);
+    }
+
+    mutable int asked = 0;
+};
+
+// Nothing is known of what it does.
+class Own_generator : public nmk2dSearchNodeGenerator {
+  public:
+    using nmk2dSearchNodeGenerator::nmk2dSearchNodeGenerator;
+};
+
+struct Made {
+    int questions;
+    int allocations;
+};
+
+template <class Generator>
+Made made_by_a_search(double side, giPoint2 goal) {
+    const auto verifier = std::make_shared<Counting_verifier>(side);
+    nmkAStarSearch search(std::make_shared<Generator>(1, 1), verifier,
+                          std::make_shared<nmk2dSearchNode>(giPoint2(0, 0)),
+                          std::make_shared<nmk2dSearchGoalPoint>(goal));
+    std::vector<Node_ptr> route;
+    const int before = allocations;
+    search.perform(coiFiller_from_container(route));
+    return {verifier->asked, allocations - before};
+}
+
+TEST(nmkAStarSearch, on_a_lattice_makes_nodes_for_the_verifier_only) {
+    constexpr int growing_of_lists = 200;
+    for (const giPoint2& goal : {giPoint2(59, 31), giPoint2(0.5, 0.5)}) {
+        const Made made = made_by_a_search<nmk2dSearchNodeGenerator>(60, goal);
+        EXPECT_GT(made.questions, 50);
+        EXPECT_LE(made.allocations, made.questions + growing_of_lists);
+        const Made own = made_by_a_search<Own_generator>(60, goal);
+        EXPECT_EQ(own.questions, made.questions);
+        EXPECT_GT(own.allocations, 3 * made.questions);
+    }
+}
+
+}  // namespace
