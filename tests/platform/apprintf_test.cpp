@@ -68,6 +68,13 @@ TEST(apprintf, writes_numbers_the_same_in_every_locale) {
     EXPECT_EQ(printed("%d", 1234567), "1234567");
 }
 
+TEST(apprintf, an_enumerator_is_printed_as_its_number) {
+    enum class Turn { left = -1, right = 1 };
+    enum Count : unsigned char { all = 255 };
+    EXPECT_EQ(printed("%d|%d|%x", Turn::left, Turn::right, Turn::left), "-1|1|ffffffff");
+    EXPECT_EQ(printed("%d|%u", all, all), "255|255");
+}
+
 TEST(apprintf, null_texts_are_shown_and_null_formats_are_empty) {
     EXPECT_EQ(printed("%s", static_cast<const char*>(nullptr)), "(null)");
     EXPECT_EQ(printed(nullptr), "");

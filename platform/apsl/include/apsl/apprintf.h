@@ -19,11 +19,14 @@ class apPrintArgument {
     enum class Kind { signed_integer, unsigned_integer, real, text, pointer };
 
     template <class T>
-    requires(std::is_integral_v<T> || std::is_enum_v<T>) apPrintArgument(T value)
+    requires(std::is_integral_v<T>) apPrintArgument(T value)
     noexcept
         : kind(std::is_signed_v<T> ? Kind::signed_integer : Kind::unsigned_integer),
           integer(static_cast<std::int64_t>(value)),
           bits(unsigned_of(value)) {}
+    template <class T>
+    requires(std::is_enum_v<T>) apPrintArgument(T value)
+    noexcept : apPrintArgument(static_cast<std::underlying_type_t<T>>(value)) {}
     apPrintArgument(double value) noexcept : kind(Kind::real), real(value) {}
     apPrintArgument(const char* value) noexcept
         : kind(Kind::text), text(value != nullptr ? value : "(null)") {}
@@ -41,9 +44,7 @@ class apPrintArgument {
   private:
     template <class T>
     static std::uint64_t unsigned_of(T value) noexcept {
-        if constexpr (std::is_enum_v<T>) {
-            return unsigned_of(static_cast<std::underlying_type_t<T>>(value));
-        } else if constexpr (std::is_same_v<T, bool>) {
+        if constexpr (std::is_same_v<T, bool>) {
             return value ? 1U : 0U;
         } else {
             return static_cast<std::make_unsigned_t<T>>(value);
