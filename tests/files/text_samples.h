@@ -1,27 +1,14 @@
 // text_samples.h: texts that find out what a function does with more than ASCII.
 #pragma once
 
-#include <apsl/apCodePage.h>
+#include "scoped_code_page.h"
+
 #include <utils/utString.h>
 
 #include <random>
 #include <string>
 #include <string_view>
 #include <vector>
-
-/// Sets the thread's code page, and sets it back.
-class ScopedCodePage {
-  public:
-    explicit ScopedCodePage(unsigned code_page) : m_before(ap_thread_code_page()) {
-        ap_set_thread_code_page(code_page);
-    }
-    ~ScopedCodePage() { ap_set_thread_code_page(m_before); }
-    ScopedCodePage(const ScopedCodePage&) = delete;
-    ScopedCodePage& operator=(const ScopedCodePage&) = delete;
-
-  private:
-    unsigned m_before;
-};
 
 // Characters by the number of their bytes and code units.
 constexpr std::string_view a_umlaut = "\xC3\xA4";               // 2 bytes, 1 unit

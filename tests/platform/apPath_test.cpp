@@ -16,6 +16,7 @@
 #include <gtest/gtest.h>
 
 #include "app/scratch_folder.h"
+#include "scoped_code_page.h"
 
 namespace {
 
@@ -73,15 +74,13 @@ TEST(apPath, never_takes_another_name_for_one_that_the_code_page_lacks) {
     scratch.file("?", "");
     const std::wstring folder(scratch.path().begin(), scratch.path().end());
     const apPath lacking(apString(folder + L"/\u65E5"));
-    const unsigned before = ap_thread_code_page();
-    ap_set_thread_code_page(ap_code_page_western);
-    EXPECT_TRUE(apPath(apString(folder + L"/?")).exists());
-    EXPECT_FALSE(lacking.exists());
-    EXPECT_TRUE(lacking.narrow().is_null());
-    ap_set_thread_code_page(before);
     EXPECT_FALSE(lacking.narrow().is_null());
     const wchar_t half_a_pair[] = {0xD83D, 0};
     EXPECT_TRUE(apPath(apString(half_a_pair)).narrow().is_null());
+    const ScopedCodePage western(ap_code_page_western);
+    EXPECT_TRUE(apPath(apString(folder + L"/?")).exists());
+    EXPECT_FALSE(lacking.exists());
+    EXPECT_TRUE(lacking.narrow().is_null());
 }
 
 TEST(ap_chmod, sets_the_access_bits) {

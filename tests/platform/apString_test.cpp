@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include "scoped_code_page.h"
+
 TEST(apString, the_invalid_string_and_the_empty_text_are_two_things) {
     const apString invalid;
     const apString empty(L"");
@@ -97,16 +99,6 @@ TEST(apStringPos, counts_like_an_index) {
     EXPECT_NE(place, apStringPos());
 }
 
-namespace {
-
-/// Puts the code page back that was there.
-struct CodePageRestored {
-    unsigned before = ap_thread_code_page();
-    ~CodePageRestored() { ap_set_thread_code_page(before); }
-};
-
-}  // namespace
-
 TEST(apStringEncodings, each_decodes_and_encodes_in_its_own_code_page) {
     int status = -1;
     EXPECT_EQ(apStringUTF8Encoding().decode("\xC3\xA9", status), apString(L"\x00E9"));
@@ -117,19 +109,17 @@ TEST(apStringEncodings, each_decodes_and_encodes_in_its_own_code_page) {
 }
 
 TEST(apStringEncodings, that_of_the_runtime_follows_the_chosen_code_page) {
-    const CodePageRestored restored;
     const apStringCRTEncoding encoding;
     int status = -1;
     EXPECT_EQ(ap_thread_code_page(), ap_code_page_utf8);
     EXPECT_EQ(encoding.decode("\xC3\xA9", status), apString(L"\x00E9"));
-    ap_set_thread_code_page(ap_code_page_western);
+    const ScopedCodePage western(ap_code_page_western);
     EXPECT_EQ(encoding.decode("\xC3\xA9", status), apString(L"\x00C3\x00A9"));
     EXPECT_EQ(encoding.encode(L"\x00E9", status), utString("\xE9"));
 }
 
 TEST(apStringEncodings, a_code_page_that_is_not_known_is_not_taken) {
-    const CodePageRestored restored;
-    ap_set_thread_code_page(ap_code_page_western);
+    const ScopedCodePage western(ap_code_page_western);
     ap_set_thread_code_page(437);
     EXPECT_EQ(ap_thread_code_page(), ap_code_page_western);
     EXPECT_FALSE(ap_is_known_code_page(437));
