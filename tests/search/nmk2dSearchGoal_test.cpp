@@ -69,6 +69,12 @@ TEST(nmk2dSearchGoalMovingXLine, a_step_that_no_longer_changes_x_ends_the_way_on
     EXPECT_TRUE(far.contains(node_at(1e18, 0)));
 }
 
+TEST(nmk2dSearchGoalMovingXLine, a_way_that_is_lost_in_rounding_takes_no_step) {
+    nmk2dSearchGoalMovingXLine goal(giPoint2(1e18, 0), 1.0);
+    EXPECT_TRUE(goal.overshoot_goal(node_at(1e18, 3), nmk2dSearchNodeGenerator(1e6, 1)));
+    EXPECT_TRUE(goal.contains(node_at(1e18, 0)));
+}
+
 TEST(nmk2dSearchGoalMovingXLine, a_place_of_the_lattice_that_is_just_far_enough_will_do) {
     nmk2dSearchGoalMovingXLine goal(giPoint2(10, 0), 0.5);
     EXPECT_TRUE(goal.overshoot_goal(node_at(6, 3), nmk2dSearchNodeGenerator(2, 1)));
@@ -91,6 +97,14 @@ TEST(nmk2dSearchGoalMovingXLine, a_target_that_was_never_placed_gives_up_its_y_a
     nmk2dSearchGoalMovingXLine goal(giPoint2(-largest, 0), 0.5);
     EXPECT_TRUE(goal.overshoot_goal(node_at(-largest, 3), nmk2dSearchNodeGenerator(1, 1)));
     EXPECT_TRUE(goal.contains(node_at(-largest, largest)));
+}
+
+TEST(nmk2dSearchGoalMovingXLine, a_target_that_leaves_the_place_of_none_gives_up_its_y_too) {
+    constexpr double largest = std::numeric_limits<double>::max();
+    const nmk2dSearchNodeGenerator generator(1e305, 1);
+    nmk2dSearchGoalMovingXLine goal(giPoint2(-largest, 0), 2e-305);
+    EXPECT_TRUE(goal.overshoot_goal(node_at(-largest, 3), generator));  // needs 1.5e305
+    EXPECT_TRUE(goal.contains(node_at(-largest + 1e305 + 1e305, largest)));
 }
 
 TEST(nmk2dSearchGoalMovingXLine, a_node_of_another_kind_throws) {

@@ -178,6 +178,32 @@ TEST_P(Lattice, is_gone_on_with_after_an_exception_of_the_verifier) {
     }
 }
 
+template <class Search>
+Log life_with_a_filler_that_throws(const Lattice_case& tested, unsigned seed) {
+    Watched<Search> watched(tested, seed);
+    Log log;
+    try {
+        watched.search.perform(coiFiller_from_function<Node_ptr>([&](Node_ptr node) {
+            log.push_back(text_of(*node));
+            if (log.size() == 2) throw Interrupted();
+        }));
+    } catch (const Interrupted&) {
+        log.push_back("thrown");
+    }
+    watched.perform();
+    watched.restart_from({tested.start.x - 2 * tested.step.x, tested.start.y});
+    log.insert(log.end(), watched.log().begin(), watched.log().end());
+    return log;
+}
+
+TEST_P(Lattice, is_gone_on_with_after_an_exception_of_the_filler) {
+    for (unsigned seed = 1; seed <= 3; ++seed) {
+        const Log ours = life_with_a_filler_that_throws<nmkAStarSearch>(GetParam(), seed);
+        ASSERT_EQ(ours, life_with_a_filler_that_throws<plain::Search>(GetParam(), seed))
+            << "seed " << seed;
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(
     nmkAStarSearch, Lattice,
     testing::Values(
