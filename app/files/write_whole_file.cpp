@@ -61,10 +61,12 @@ std::string file_behind(const std::string& file_name) {
     return found ? std::string(found.get()) : file_name;
 }
 
-/// The rights of the file that is replaced, or those that the process gives new files.
-mode_t rights_of(const struct stat* replaced) {
+/// Gives the new file the owner of the one it replaces, where the process may, and answers the
+/// rights it is to have: those of that file, or those that the process gives new files.
+mode_t take_over(int descriptor, const struct stat* replaced) {
     if (replaced != nullptr) {
-        return replaced->st_mode & 07777U;
+        const bool same_owner = ::fchown(descriptor, replaced->st_uid, replaced->st_gid) == 0;
+        return replaced->st_mode & (same_owner ? 07777U : 0777U);
     }
     const mode_t mask = ::umask(0);
     ::umask(mask);
@@ -112,7 +114,7 @@ void flush_folder(const std::string& folder) {
 }
 
 std::optional<std::string> write_beside(const std::string& name, std::string_view text,
-                                        mode_t rights) {
+                                        const struct stat* replaced) {
     std::string folder = std::filesystem::path(name).parent_path().string();
     folder = folder.empty() ? "." : folder;
     std::string beside = folder + "/.nmk-XXXXXX";
@@ -121,7 +123,7 @@ std::optional<std::string> write_beside(const std::string& name, std::string_vie
     if (descriptor < 0) {
         return problem("no file can be made in its folder");
     }
-    std::optional<std::string> result = fill(descriptor, text, rights);
+    std::optional<std::string> result = fill(descriptor, text, take_over(descriptor, replaced));
     if (!result && ::rename(beside.c_str(), name.c_str()) != 0) {
         result = problem("cannot be put in place");
     }
@@ -148,7 +150,7 @@ std::optional<std::string> write_whole_file(const std::string& file_name, std::s
     if (exists && ::access(name.c_str(), W_OK) != 0) {
         return problem("cannot be written");
     }
-    return write_beside(name, text, rights_of(exists ? &facts : nullptr));
+    return write_beside(name, text, exists ? &facts : nullptr);
 }
 
 }  // namespace nmk_app

@@ -15,7 +15,8 @@ namespace nmk_app {
 /// Writes the text; answers why it could not be written, or nothing when it stands on the disk.
 ///
 /// A link is followed to the file that it names. What is no file (a pipe, a terminal, /dev/full) is
-/// written to as it is. A new file gets the usual rights, a replaced one keeps its own.
+/// written to as it is. A new file gets the usual rights, a replaced one keeps its own, and its
+/// owner where the process may.
 std::optional<std::string> write_whole_file(const std::string& file_name, std::string_view text);
 
 }  // namespace nmk_app

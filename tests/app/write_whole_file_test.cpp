@@ -40,6 +40,21 @@ TEST(write_whole_file, replaces_a_file_and_keeps_its_rights) {
     EXPECT_EQ(folder.file_count(), 1U);
 }
 
+TEST(write_whole_file, replaces_a_file_and_keeps_its_owner) {
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "only root may give files away";
+    }
+    const ScratchFolder folder;
+    const std::string name = folder.file("a.txt", "old");
+    constexpr uid_t somebody = 65534;
+    ASSERT_EQ(::chown(name.c_str(), somebody, somebody), 0);
+    EXPECT_EQ(write_whole_file(name, "new"), std::nullopt);
+    struct stat facts {};
+    ASSERT_EQ(::stat(name.c_str(), &facts), 0);
+    EXPECT_EQ(facts.st_uid, somebody);
+    EXPECT_EQ(facts.st_gid, somebody);
+}
+
 TEST(write_whole_file, writes_an_empty_file) {
     const ScratchFolder folder;
     EXPECT_EQ(write_whole_file(folder.path() + "/a", ""), std::nullopt);
