@@ -5,10 +5,7 @@
 #include <nmktoolbox/search/nmkSearchNodeGenerator.h>
 #include <nmktoolbox/search/nmkSearchNodeVerifier.h>
 
-#include <algorithm>
-#include <array>
 #include <cstddef>
-#include <span>
 #include <typeinfo>
 #include <utility>
 #include <vector>

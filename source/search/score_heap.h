@@ -6,7 +6,6 @@
 // first takes no branch: it would be foretold wrong every second time.
 #pragma once
 
-#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>

@@ -1,7 +1,6 @@
 // nmkRootSolve: a root or a stationary point of a function in a bracket.
 #include <nmktoolbox/solver/nmkRootSolve.h>
 
-#include <algorithm>
 #include <cmath>
 
 namespace {
