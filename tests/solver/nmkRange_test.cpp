@@ -39,6 +39,13 @@ TEST(nmkRange, the_flags_can_be_changed) {
     EXPECT_EQ(range.contains(2.0), 0);
 }
 
+TEST(nmkRange, any_flag_but_0_includes_the_end) {
+    const nmkRange range(1, 2, 2, -1);
+    EXPECT_EQ(range.contains(1.0), 1);
+    EXPECT_EQ(range.contains(2.0), 1);
+    EXPECT_EQ(text_of(range), "1 <= x <= 2");
+}
+
 TEST(nmkRange, clamp_moves_to_the_effective_end) {
     const nmkRange open(1, 2, 0, 0);
     double value = 0.5;
@@ -87,6 +94,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Overlap{"equal_open_ranges", {1, 2, 0, 0}, {1, 2, 0, 0}, 1},
                     Overlap{"equal_closed_ranges", {1, 2}, {1, 2}, 1},
                     Overlap{"an_open_point_holds_nothing", {1, 1, 0, 0}, {1, 1, 0, 0}, 0},
+                    Overlap{"an_open_point_at_an_open_end", {1, 2, 0, 0}, {1, 1, 0, 0}, 0},
                     Overlap{"a_closed_point", {1, 1}, {1, 1}, 1},
                     Overlap{"open_ranges_that_touch", {1, 2, 0, 0}, {2, 3, 0, 0}, 0},
                     Overlap{"closed_ranges_that_touch", {1, 2}, {2, 3}, 1},
@@ -106,6 +114,9 @@ TEST(nmkRange, reads_as_a_condition_on_x) {
     EXPECT_EQ(text_of(nmkRange(1, 2, 0, 0)), "1 < x < 2");
     EXPECT_EQ(text_of(nmkRange(1, 2, 1, 0)), "1 <= x < 2");
     EXPECT_EQ(text_of(nmkRange(-0.5, 2.25, 0, 1)), "-0.5 < x <= 2.25");
+    EXPECT_EQ(text_of(nmkRange(1, 1)), "1 <= x <= 1") << "only a range turned inside out has none";
+    // A low end beyond all finite numbers is a limit, and makes one of the high end.
+    EXPECT_EQ(text_of(nmkRange(infinity, infinity)), "inf <= x <= inf");
 }
 
 TEST(nmkRange, without_a_limit_on_one_side_reads_shorter) {
