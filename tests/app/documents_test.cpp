@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <regex>
+#include <set>
 #include <sstream>
 
 #include "command_runner.h"
@@ -103,6 +105,24 @@ TEST(documents, show_commands_that_work_with_what_they_print_and_draw) {
         outputs += document.outputs;
     }
     EXPECT_EQ(outputs, 1);
+}
+
+/// The long options that a text names.
+std::set<std::string> options_in(const std::string& text) {
+    std::set<std::string> options;
+    const std::regex option("--[a-z][a-z-]*");
+    for (std::sregex_iterator found(text.begin(), text.end(), option), end; found != end; ++found) {
+        options.insert(found->str());
+    }
+    return options;
+}
+
+TEST(documents, name_the_options_that_the_help_names) {
+    for (const std::string name : {"order", "route", "solve"}) {
+        const std::set<std::string> options = options_in(run({"help", name}).out);
+        EXPECT_GE(options.size(), 4U) << name;
+        EXPECT_EQ(options_in(bytes_of_file(root + "docs/nmk-" + name + ".md")), options) << name;
+    }
 }
 
 TEST(documents, of_the_first_page_show_commands_that_work) {
