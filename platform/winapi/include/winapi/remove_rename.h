@@ -9,6 +9,7 @@
 int winapi_remove(const char* name);
 
 /// Gives a file or folder another name, also in another folder; a file may go to another disk.
-/// 0; or -1 with errno and last error, and both names as they were: EACCES (183) if something has the new name already, ENOENT
-/// (2 or 3) if the old is missing, EXDEV (17) for a folder that would go to another disk.
+/// 0; or -1 with errno and last error, and both names as they were: EACCES (183) if something has
+/// the new name already, ENOENT (2 or 3) if the old is missing, EXDEV (17) for a folder that would
+/// go to another disk.
 int winapi_rename(const char* old_name, const char* new_name);
