@@ -9,7 +9,8 @@
 // a place is closed is looked up for nodes that are of class nmk2dSearchNode itself; nodes of any
 // other kind are asked one after the other. Fastest is a search of this very class whose start,
 // goal and generator are of the library's own classes of the plane, whatever its verifier: it makes
-// nodes for the verifier only.
+// nodes for the verifier only. That ends where sums of steps round too much, and where another
+// start is set after a run.
 //
 // One search belongs to one thread, and of what it asks only the filler of a route may call it
 // back. Nodes may be shared between searches, a goal that can move must not be. Exceptions of the
