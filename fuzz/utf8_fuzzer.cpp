@@ -1,6 +1,7 @@
 // utf8_fuzzer: any bytes as UTF-8 and as code units, beside the plain way; and as code page 1252.
 
 #include <apsl/apCodePage.h>
+#include <apsl/apUtf8Length.h>
 
 #include <cstdint>
 #include <cstdlib>
@@ -26,6 +27,14 @@ void check_bytes(std::string_view bytes) {
     require(back_status == 1);
     require((back == bytes) == (status == 1));
     require(ap_decode(ap_code_page_utf8, back, status) == wide && status == 1);
+}
+
+void check_first_length(std::string_view bytes) {
+    if (bytes.empty()) return;
+    bool is_character = false;
+    bool complete = false;
+    require(ap_utf8_length(bytes, is_character) == plain_utf8::first_length(bytes, complete));
+    require(is_character == complete);
 }
 
 void check_units(std::string_view bytes) {
@@ -56,6 +65,7 @@ void check_western(std::string_view bytes) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
     check_bytes(bytes);
+    check_first_length(bytes);
     check_units(bytes);
     check_western(bytes);
     return 0;
