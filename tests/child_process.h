@@ -31,7 +31,8 @@ inline int without_rights(const std::function<int()>& what) {
     });
 }
 
-/// Runs it in a child process where no file may become longer than `bytes`, as on a disk that is full then.
+/// Runs it in a child process where no file may become longer than `bytes`, as on a disk that is
+/// full then.
 inline int with_little_room(rlim_t bytes, const std::function<int()>& what) {
     return in_a_child([&] {
         const rlimit limit{bytes, bytes};
