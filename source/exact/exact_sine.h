@@ -1,9 +1,8 @@
 // exact_sine.h: sine and cosine of small angles that are the same to the last bit everywhere.
 //
-// Those of the C library may differ in the last bit between processors and versions, and take a
-// third of the time of a cubic with three roots. These are rounded from a result of about 70 bits,
-// and from one of about 95 where 70 leave a doubt, and use nothing but additions and
-// multiplications.
+// Those of the C library may differ in the last bit between processors and versions, and take
+// longer. These are rounded from a result of about 70 bits, and from one of about 95 where 70 leave
+// a doubt, and use nothing but additions and multiplications.
 #pragma once
 
 #include <array>

@@ -1,7 +1,7 @@
 // cubic_closed_form: the real roots of a cubic by Cardano's formula and its trigonometric form.
 //
-// Lives in a header so that it becomes part of cubsol, which is called in inner loops: a call costs
-// as much as one of its divisions. For the same reason all guards are asked at once.
+// Lives in a header so that it becomes part of cubsol, which is called in inner loops and spares
+// the call. For the same reason all guards are asked at once.
 #pragma once
 
 #include <algorithm>

@@ -8,9 +8,9 @@
 #include <type_traits>
 #include <vector>
 
-#include "app/scratch_folder.h"
 #include "disk_fault.h"
 #include "name_samples.h"
+#include "scratch_folder.h"
 
 namespace fs = std::filesystem;
 

@@ -9,11 +9,11 @@
 #include <fstream>
 #include <string>
 
-#include "app/scratch_folder.h"
 #include "child_process.h"
 #include "disk_fault.h"
 #include "files_access.h"
 #include "name_samples.h"
+#include "scratch_folder.h"
 #include "tree_samples.h"
 #include "working_folder.h"
 

@@ -10,10 +10,10 @@
 #include <thread>
 #include <vector>
 
-#include "app/scratch_folder.h"
 #include "child_process.h"
 #include "disk_fault.h"
 #include "name_samples.h"
+#include "scratch_folder.h"
 #include "tree_samples.h"
 #include "working_folder.h"
 

@@ -14,8 +14,8 @@
 #include <sstream>
 #include <string>
 
-#include "app/scratch_folder.h"
 #include "files_access.h"
+#include "scratch_folder.h"
 #include "tree_samples.h"
 
 namespace {

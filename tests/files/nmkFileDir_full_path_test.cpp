@@ -5,9 +5,9 @@
 #include <filesystem>
 #include <string>
 
-#include "app/scratch_folder.h"
 #include "files_access.h"
 #include "name_samples.h"
+#include "scratch_folder.h"
 #include "working_folder.h"
 
 namespace {

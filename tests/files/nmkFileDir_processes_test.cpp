@@ -9,8 +9,8 @@
 #include <map>
 #include <string>
 
-#include "app/scratch_folder.h"
 #include "files/tree_samples.h"
+#include "scratch_folder.h"
 
 namespace {
 

@@ -15,8 +15,8 @@
 #include <thread>
 #include <vector>
 
-#include "app/scratch_folder.h"
 #include "disk_fault.h"
+#include "scratch_folder.h"
 
 namespace {
 

@@ -8,9 +8,9 @@
 #include <type_traits>
 #include <vector>
 
-#include "app/scratch_folder.h"
 #include "files_access.h"
 #include "name_samples.h"
+#include "scratch_folder.h"
 
 namespace {
 

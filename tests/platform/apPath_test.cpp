@@ -15,8 +15,8 @@
 
 #include <gtest/gtest.h>
 
-#include "app/scratch_folder.h"
 #include "scoped_code_page.h"
+#include "scratch_folder.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "app/scratch_folder.h"
+#include "scratch_folder.h"
 
 namespace fs = std::filesystem;
 using Removal = winapi_held_folder::Removal;

@@ -13,8 +13,8 @@
 #include <string>
 #include <utility>
 
-#include "app/scratch_folder.h"
 #include "child_process.h"
+#include "scratch_folder.h"
 
 /// A last error that no call sets, to see whether one set any.
 inline constexpr DWORD untouched = 0xABCD;
