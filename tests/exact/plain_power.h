@@ -4,16 +4,11 @@
 // reference for nmk_exact::exact_exp and exact_pow.
 #pragma once
 
-#include <cfloat>
 #include <cmath>
 
-namespace plain_power {
+#include "exact/wide.h"
 
-#if LDBL_MANT_DIG == 113
-using Wide = long double;
-#else
-__extension__ using Wide = __float128;
-#endif
+namespace plain_power {
 
 /// 2 artanh(s), for a small s.
 inline Wide twice_artanh(Wide s) {

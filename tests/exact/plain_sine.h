@@ -3,15 +3,9 @@
 // For angles of ordinary size; the reference for nmk_exact::exact_sine_and_cosine.
 #pragma once
 
-#include <cfloat>
+#include "exact/wide.h"
 
 namespace plain_sine {
-
-#if LDBL_MANT_DIG == 113
-using Wide = long double;
-#else
-__extension__ using Wide = __float128;
-#endif
 
 /// The series whose first term is `term`, the power n of the angle over n factorial.
 inline Wide series(Wide angle, Wide term, int n) {
