@@ -19,7 +19,7 @@ table { border-collapse: collapse; font-variant-numeric: tabular-nums; }
 th, td { padding: .35rem .9rem; text-align: right; }
 th:first-child, td:first-child { text-align: left; }
 thead tr:last-child th { font-weight: 400; color: #52606d; border-bottom: 1px solid #c5ccd4; }
-tbody tr:last-child td { font-weight: 700; border-top: 1px solid #c5ccd4; }
+tfoot td { font-weight: 700; border-top: 1px solid #c5ccd4; }
 )";
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include "draw/order_page.h"
 
+#include <span>
 #include <vector>
 
 #include "draw/html_frame.h"
@@ -24,10 +25,11 @@ std::string figure_table(const OrderReport& report) {
     const FigureCells cells = figure_cells(report);
     std::string table = "<table>\n<thead>\n" + table_row(cells.headings, "th") +
                         table_row(cells.units, "th") + "</thead>\n<tbody>\n";
-    for (const std::vector<std::string>& row : cells.rows) {
+    for (const std::vector<std::string>& row : std::span(cells.rows).first(cells.rows.size() - 1)) {
         table += table_row(row, "td");
     }
-    return table + "</tbody>\n</table>\n";
+    return table + "</tbody>\n<tfoot>\n" + table_row(cells.rows.back(), "td") +
+           "</tfoot>\n</table>\n";
 }
 
 }  // namespace

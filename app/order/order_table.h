@@ -24,7 +24,7 @@ struct OrderReport {
 struct FigureCells {
     std::vector<std::string> headings;
     std::vector<std::string> units;  // below the headings; "" where there is none
-    std::vector<std::vector<std::string>> rows;
+    std::vector<std::vector<std::string>> rows;  // one for each tool, and the total
 };
 
 FigureCells figure_cells(const OrderReport& report);

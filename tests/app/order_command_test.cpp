@@ -61,6 +61,16 @@ TEST_F(order_command, prints_a_table_with_a_row_for_each_tool_and_a_total) {
                   "longest axis (Chebyshev) 1.1 s before, 1.0 s after.\n");
 }
 
+TEST_F(order_command, the_page_has_the_total_below_the_rows_of_the_tools) {
+    ASSERT_EQ(run({"order", write("s.csv", square), "--html", file("a.html")}).code, 0);
+    const std::string page = text_of(file("a.html"));
+    const auto tools = page.find("<tbody>\n<tr><td>all</td>");
+    const auto total = page.find("</tbody>\n<tfoot>\n<tr><td>total</td>");
+    EXPECT_NE(tools, std::string::npos);
+    EXPECT_NE(total, std::string::npos);
+    EXPECT_LT(tools, total);
+}
+
 TEST_F(order_command, json_is_valid_whatever_the_name_of_the_file) {
     for (const std::string name : {"plain.csv", "q\"uote\\.csv", "tab\t\x01.csv", "caf\xC3\xA9.csv",
                                    "broken\xFF\xC3.csv", "<a&b>'.csv"}) {

@@ -83,6 +83,15 @@ TEST_F(route_command, json_and_pictures_are_well_formed_whatever_the_name_of_the
     }
 }
 
+TEST_F(route_command, the_page_lists_the_figures_and_stresses_none_as_a_total) {
+    const std::string name = write("s.map", small_map);
+    ASSERT_EQ(
+        run({"route", name, "--start", "0,0", "--goal", "1,0", "--html", file("a.html")}).code, 0);
+    const std::string page = text_of(file("a.html"));
+    EXPECT_NE(page.find("<tr><td>Nodes expanded</td><td>"), std::string::npos);
+    EXPECT_EQ(page.find("<tfoot>"), std::string::npos);
+}
+
 TEST_F(route_command, every_goal_kind_can_be_drawn) {
     for (const std::string kind : {"point", "line", "line-with-gradient", "moving-line"}) {
         std::vector<std::string> words = {"route",  clamps,       "--start",     "0,5",
