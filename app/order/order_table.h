@@ -23,7 +23,7 @@ struct OrderReport {
 /// The column headings and, for each tool and the total, the cells; all as text, without padding.
 struct FigureCells {
     std::vector<std::string> headings;
-    std::vector<std::string> units;  // below the headings; "" where there is none
+    std::vector<std::string> units;              // below the headings; "" where there is none
     std::vector<std::vector<std::string>> rows;  // one for each tool, and the total
 };
 
