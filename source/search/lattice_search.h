@@ -70,11 +70,13 @@ class Lattice_search {
     /// The records that are left open, oldest first.
     std::vector<Lattice_open_list::Way> open_ways() const;
 
+    /// The start itself for a way without a parent, else a new node.
+    Node node_of(const Lattice_open_list::Way& way) const;
+
   private:
     Lattice_search(const Lattice_steps& steps, const nmk2dSearchNode& start);
 
     double f_of(const Lattice_open_list::Way& way);
-    Node node_of(const Lattice_open_list::Way& way) const;
     nmkSearchNodeVerifierResult verify(Number parent, const nmkSearchNode& node) const;
     bool close(Lattice_place place, const Lattice_open_list::Way& way);
     void move_goal(const giPoint2& point);

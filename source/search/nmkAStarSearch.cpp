@@ -175,7 +175,7 @@ nmkAStarSearch::Records nmkAStarSearch::leave_lattice() {
     }
     auto open = std::make_unique<nmk_search::Open_list>();
     for (const auto& way : left.open_ways()) {
-        open->push(record_of(std::make_shared<nmk2dSearchNode>(way.point), way.parent));
+        open->push(record_of(left.node_of(way), way.parent));
     }
     m_visited = std::move(visited);
     m_open = std::move(open);

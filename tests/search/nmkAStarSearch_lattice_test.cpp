@@ -76,6 +76,7 @@ class Drawing_verifier : public nmkSearchNodeVerifier {
                                        const nmkSearchNode& node) const override {
         log.push_back(text_of(parent) + ">" + text_of(node));
         if (++calls == throw_at) throw Interrupted();
+        if (calls == 1) first = &node;
         if (text_of(parent) != "none") {
             EXPECT_EQ(accepted.count(&parent), 1u) << "the parent is not the node of before";
         }
@@ -100,6 +101,7 @@ class Drawing_verifier : public nmkSearchNodeVerifier {
     mutable std::mt19937 random;
     mutable Log log;
     mutable std::set<const nmkSearchNode*> accepted;
+    mutable const nmkSearchNode* first = nullptr;
     mutable int calls = 0;
     int throw_at = 0;  // never
 };
@@ -155,6 +157,12 @@ TEST_P(Lattice, is_walked_as_by_the_plain_lists) {
         ASSERT_EQ(ours, whole_life<plain::Search>(GetParam(), seed)) << "seed " << seed;
         ASSERT_GT(ours.size(), 4u);
     }
+}
+
+TEST_P(Lattice, the_first_node_that_is_verified_is_the_start_itself) {
+    Watched<nmkAStarSearch> watched(GetParam(), 1);
+    watched.perform();
+    EXPECT_EQ(watched.verifier->first, watched.start.get());
 }
 
 template <class Search>
