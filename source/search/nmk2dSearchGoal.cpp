@@ -6,17 +6,30 @@
 #include <cmath>
 #include <limits>
 
-namespace {
+#include "search/lattice_steps.h"
+#include "search/repeated_steps.h"
 
-// A line that moves further than this in one go has a step that is too small for its way; no
-// ordinary lattice comes near it.
-constexpr int most_turns_of_a_moving_line = 100'000'000;
+namespace {
 
 // The travel in x that a change of dy demands.
 double least_travel(double dy, double gradient) { return std::abs(dy) / gradient; }
 
 // The straight run that covers both.
 double run_length(double dy, double travel) { return std::sqrt(dy * dy + travel * travel); }
+
+// The first coordinate of the generator's lattice from `x` onwards that is not below `limit`, or
+// the one that a step no longer changes. A generator of a caller's own class is asked step by step.
+double lattice_x_from(double x, double limit, const nmkSearchNodeGenerator& generator) {
+    if (const auto steps = nmk_search::lattice_steps_of(generator)) {
+        return nmk_search::step_until(x, steps->x, limit);
+    }
+    while (x < limit) {
+        const double next = generator.find_x_value(x);
+        if (next == x) break;
+        x = next;
+    }
+    return x;
+}
 
 }  // namespace
 
@@ -74,12 +87,7 @@ bool nmk2dSearchGoalMovingXLine::overshoot_goal(const nmkSearchNode& node,
     const double travel = least_travel(m_target.y - point.y, m_gradient);
     if (!(travel > std::abs(m_target.x - point.x))) return false;
     if (std::isinf(travel)) return false;  // a gradient of zero: no way on is long enough
-    double x = m_target.x;
-    for (int turn = 0; turn < most_turns_of_a_moving_line && x < m_target.x + travel; ++turn) {
-        const double next = generator.find_x_value(x);
-        if (next == x) break;  // a step of zero, or lost in rounding
-        x = next;
-    }
+    const double x = lattice_x_from(m_target.x, m_target.x + travel, generator);
     // Deliberate: a target that was never placed gives up its y as it moves.
     constexpr double largest = std::numeric_limits<double>::max();
     if (m_target.x == -largest) m_target.y = largest;

@@ -2,6 +2,8 @@
 
 #include <cmath>
 #include <limits>
+#include <random>
+#include <string>
 #include <typeinfo>
 
 #include "search/plane.h"
@@ -81,10 +83,117 @@ TEST(nmk2dSearchGoalMovingXLine, a_place_of_the_lattice_that_is_just_far_enough_
     EXPECT_TRUE(goal.contains(node_at(16, 0)));  // needs 6
 }
 
-TEST(nmk2dSearchGoalMovingXLine, steps_that_lead_the_wrong_way_end_some_time) {
+// A generator of a caller's own class, of which nothing but its answers is known.
+class OwnGenerator : public nmk2dSearchNodeGenerator {
+  public:
+    using nmk2dSearchNodeGenerator::nmk2dSearchNodeGenerator;
+    double find_x_value(double x) const override {
+        ++asked;
+        return nmk2dSearchNodeGenerator::find_x_value(x);
+    }
+    mutable int asked = 0;
+};
+
+TEST(nmk2dSearchGoalMovingXLine, asks_a_generator_of_another_class_for_each_step) {
+    const OwnGenerator generator(0.25, 1);
     nmk2dSearchGoalMovingXLine goal(giPoint2(10, 0), 0.5);
-    EXPECT_TRUE(goal.overshoot_goal(node_at(10, 3), nmk2dSearchNodeGenerator(-1, 1)));
-    EXPECT_TRUE(goal.contains(node_at(10 - 1e8, 0)));
+    EXPECT_TRUE(goal.overshoot_goal(node_at(10, 3), generator));
+    EXPECT_TRUE(goal.contains(node_at(16, 0)));
+    EXPECT_EQ(generator.asked, 24);
+    nmk2dSearchGoalMovingXLine far(giPoint2(1e18, 0), 1e-3);
+    EXPECT_TRUE(far.overshoot_goal(node_at(1e18, 3), generator));
+    EXPECT_TRUE(far.contains(node_at(1e18, 0)));
+    EXPECT_EQ(generator.asked, 25);
+}
+
+TEST(nmk2dSearchGoalMovingXLine, moves_on_by_as_many_steps_as_its_way_takes) {
+    nmk2dSearchGoalMovingXLine goal(giPoint2(0, 0), 0x1p-40);
+    EXPECT_TRUE(goal.overshoot_goal(node_at(0, 3), nmk2dSearchNodeGenerator(0x1p-10, 1)));
+    EXPECT_TRUE(goal.contains(node_at(3 * 0x1p40, 0)));  // 3 * 2^50 steps
+}
+
+// Reaches the x by adding the step again and again.
+double x_of_the_plain_walk(double x, double step, double limit) {
+    while (x < limit && x + step != x) x += step;
+    return x;
+}
+
+struct EndOfTheWay {
+    const char* name;
+    giPoint2 target;
+    double step;
+    double travel;
+    double x;  // of the target once it has moved
+};
+
+std::ostream& operator<<(std::ostream& out, const EndOfTheWay& tested) {
+    return out << tested.name;
+}
+
+constexpr double largest_double = std::numeric_limits<double>::max();
+
+class MovingLine : public testing::TestWithParam<EndOfTheWay> {};
+
+TEST_P(MovingLine, ends_where_adding_the_step_ends) {
+    const EndOfTheWay& tested = GetParam();
+    nmk2dSearchGoalMovingXLine goal(tested.target, 1.0);
+    const nmk2dSearchNode node = node_at(tested.target.x, tested.target.y + tested.travel);
+    EXPECT_TRUE(goal.overshoot_goal(node, nmk2dSearchNodeGenerator(tested.step, 1)));
+    EXPECT_TRUE(goal.contains(node_at(tested.x, tested.target.y)));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    nmk2dSearchGoal, MovingLine,
+    testing::Values(
+        EndOfTheWay{"steps_backwards_end_where_a_step_is_lost", {10, 0}, -1.0, 3, -0x1p53},
+        EndOfTheWay{"steps_backwards_of_three", {10, 0}, -3.0, 3, -0x1p55},
+        EndOfTheWay{"steps_that_are_lost_before_the_way_is_done", {0, 0}, 1.0, 1e17, 0x1p53},
+        EndOfTheWay{"steps_of_the_least_double", {0, 0}, 0x1p-1074, 0x1p-1022, 0x1p-1022},
+        EndOfTheWay{"steps_past_the_largest_double", {0, 0}, 1e308, 1.75e308, INFINITY},
+        EndOfTheWay{"a_way_past_the_largest_double",
+                    {largest_double, 0},
+                    1.0,
+                    largest_double,
+                    largest_double},
+        EndOfTheWay{"infinite_steps", {0, 0}, INFINITY, 3, INFINITY},
+        EndOfTheWay{"infinite_steps_backwards", {0, 0}, -INFINITY, 3, -INFINITY}),
+    [](const auto& tested) { return std::string(tested.param.name); });
+
+// Steps of every size beside the way, among them those that fall half way between two doubles.
+double draw_step(std::mt19937& random, double size) {
+    switch (random() % 4) {
+        case 0:
+            return std::ldexp(1.0 + static_cast<double>(random() % 8) / 8, std::ilogb(size));
+        case 1:
+            return std::nextafter(size, 0.0) * 1.5;
+        default:
+            return size * (1.0 + static_cast<double>(random()) / 4e9);
+    }
+}
+
+TEST(nmk2dSearchGoalMovingXLine, ends_to_the_last_bit_where_the_plain_walk_ends) {
+    const unsigned seed = 20261122;
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    int long_ways = 0;
+    for (int turn = 0; turn < 3000; ++turn) {
+        const double scale = std::ldexp(1.0, static_cast<int>(random() % 80) - 40);
+        const double from = (static_cast<double>(random() % 2001) - 1000.0) * scale;
+        // The step is rounded in most sums once x is 2^40 and more times as large.
+        const double base =
+            random() % 2 == 0 ? 0.0 : std::ldexp(scale, 30 + static_cast<int>(random() % 22));
+        const double x = from + base;
+        const double step = draw_step(random, scale / static_cast<double>(1 + random() % 50));
+        const double travel = step * static_cast<double>(random() % 3000);
+        nmk2dSearchGoalMovingXLine goal(giPoint2(x, 0), 1.0);
+        if (!goal.overshoot_goal(node_at(x, travel), nmk2dSearchNodeGenerator(step, 1))) continue;
+        const double expected = x_of_the_plain_walk(x, step, x + travel);
+        ASSERT_TRUE(goal.contains(node_at(expected, 0)))
+            << std::hexfloat << "turn " << turn << ", x " << x << ", step " << step << ", travel "
+            << travel << ", expected " << expected;
+        long_ways += expected > x + 1000 * step ? 1 : 0;
+    }
+    EXPECT_GT(long_ways, 1000);
 }
 
 TEST(nmk2dSearchGoalMovingXLine, a_gradient_of_zero_leaves_it_where_it_is) {

@@ -68,8 +68,10 @@ class NMKTOOLBOX_EXPORT nmk2dSearchGoalMovingXLine : public nmk2dSearchGoal {
     double min_cost(const nmk2dSearchNode& node) const override;
 
     /// Moves the target on along the generator's lattice, by at least |dy| / gradient, when that
-    /// is greater than |dx|; true when it did so. A step that no longer changes x ends the way on,
-    /// and a gradient of zero, which no way on can satisfy, leaves the target where it is.
+    /// is greater than |dx|; true when it did so. The target stops early only where a step no
+    /// longer changes x. For the library's own generators that place is computed at once; a
+    /// generator of a caller's own class is asked for each step, however many it takes. A gradient
+    /// of zero, which no move can satisfy, leaves the target where it is.
     /// A node that is not of the plane throws std::bad_cast.
     bool overshoot_goal(const nmkSearchNode& node,
                         const nmkSearchNodeGenerator& generator) override;
