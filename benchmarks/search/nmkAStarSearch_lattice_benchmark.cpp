@@ -47,7 +47,7 @@ std::size_t size_of(void* block) { return malloc_usable_size(block) + sizeof(std
 
 namespace {
 
-using Node_ptr = std::shared_ptr<const nmkSearchNode>;
+using NodePointer = std::shared_ptr<const nmkSearchNode>;
 
 // Accepts a square, and counts what it accepts.
 class Square : public nmk2dSearchNodeVerifier {
@@ -66,7 +66,7 @@ class Square : public nmk2dSearchNodeVerifier {
 };
 
 // Nothing is known of what it does, so its search makes a node and a record for every neighbour.
-class Own_generator : public nmk2dSearchNodeGenerator {
+class OwnGenerator : public nmk2dSearchNodeGenerator {
   public:
     using nmk2dSearchNodeGenerator::nmk2dSearchNodeGenerator;
 };
@@ -82,7 +82,7 @@ template <class Search, class Generator = nmk2dSearchNodeGenerator>
 Run run(int side, giPoint2 target) {
     const auto verifier = std::make_shared<Square>(side);
     Run result{};
-    std::vector<Node_ptr> route;
+    std::vector<NodePointer> route;
     const std::size_t before = held;
     most_held = held;
     result.seconds = stopwatch::seconds([&] {
@@ -135,7 +135,7 @@ bool measure_growth() {
 
 bool measure_own_generator() {
     const Run ours = whole_square(100, 20);
-    const Run own = whole_square<Own_generator>(100, 20);
+    const Run own = whole_square<OwnGenerator>(100, 20);
     stopwatch::tell("1e4 nodes closed, a caller's own generator, beside ours", own.seconds,
                     ours.seconds);
     return report_memory("the same, a caller's own generator", own);
@@ -143,7 +143,7 @@ bool measure_own_generator() {
 
 bool measure_plain() {
     const giPoint2 off(100.5, 100.5);
-    const Run plain_lists = run<plain::Search>(100, off);
+    const Run plain_lists = run<nmk_search::plain::Search>(100, off);
     const Run ours = whole_square(100, 5);
     return stopwatch::report("1e4 nodes closed, beside the plain lists", ours.seconds,
                              plain_lists.seconds, 1.0, ours.closed == plain_lists.closed);

@@ -18,13 +18,15 @@
 
 namespace {
 
+namespace grid = nmk_search::grid;
+
 using Graph =
     boost::adjacency_list<boost::vecS, boost::vecS, boost::undirectedS, boost::no_property,
                           boost::property<boost::edge_weight_t, double>>;
 using Vertex = boost::graph_traits<Graph>::vertex_descriptor;
 
 Graph graph_of(const grid::Map& map) {
-    const grid::Step_rule rule{map, true};
+    const grid::StepRule rule{map, true};
     Graph graph(static_cast<std::size_t>(map.width * map.height));
     for (int y = 0; y < map.height; ++y) {
         for (int x = 0; x < map.width; ++x) {
@@ -56,9 +58,9 @@ class Distance : public boost::astar_heuristic<Graph, double> {
 
 struct Arrived {};
 
-class Stop_at : public boost::default_astar_visitor {
+class StopAt : public boost::default_astar_visitor {
   public:
-    explicit Stop_at(Vertex goal) : m_goal(goal) {}
+    explicit StopAt(Vertex goal) : m_goal(goal) {}
     void examine_vertex(Vertex vertex, const Graph&) const {
         if (vertex == m_goal) throw Arrived();
     }
@@ -75,7 +77,7 @@ double peer_length(const grid::Map& map, const Graph& graph, const grid::Scenari
         boost::astar_search(graph, map.number(scenario.start), Distance(map, scenario.goal),
                             boost::predecessor_map(parents.data())
                                 .distance_map(lengths.data())
-                                .visitor(Stop_at(goal)));
+                                .visitor(StopAt(goal)));
     } catch (const Arrived&) {
         return lengths[goal];
     }
@@ -91,7 +93,7 @@ bool measure(const char* name) {
     scenarios.erase(scenarios.begin(), scenarios.end() - longest);
     const Graph graph = graph_of(map);
     const auto verifier = grid::cutting_verifier(map);
-    const grid::Step_rule rule{map, true};
+    const grid::StepRule rule{map, true};
     double ours = 0.0, peer = 0.0;
     bool same = true;
     for (const grid::Scenario& s : scenarios) {

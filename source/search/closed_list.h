@@ -10,13 +10,13 @@
 #include <memory>
 #include <vector>
 
-#include "search/place_index.h"
+#include "search/point_index.h"
 
 class nmkSearchNode;
 
 namespace nmk_search {
 
-class Closed_list {
+class ClosedList {
   public:
     bool is_empty() const { return m_nodes.empty(); }
     void add(std::shared_ptr<const nmkSearchNode> node);
@@ -26,8 +26,9 @@ class Closed_list {
     bool is_among_all(const nmkSearchNode& node) const;
 
     std::vector<std::shared_ptr<const nmkSearchNode>> m_nodes;
-    Place_index m_of_the_plane;
-    std::vector<std::uint32_t> m_others;  // positions of the nodes that the index cannot stand for
+    PointIndex m_plane_nodes;
+    std::vector<std::uint32_t>
+        m_other_nodes;  // positions of the nodes that the index cannot stand for
 };
 
 }  // namespace nmk_search

@@ -10,28 +10,28 @@
 #include <cmath>
 #include <cstdint>
 
-#include "search/plane_places.h"
+#include "search/plane_nodes.h"
 
 namespace nmk_search {
 
-struct Lattice_place {
+struct LatticeCell {
     std::int32_t column;
     std::int32_t row;
 };
 
 /// The columns or the rows.
-class Lattice_axis {
+class LatticeAxis {
   public:
-    Lattice_axis(double origin, double step) : m_origin(origin), m_step(step) {}
+    LatticeAxis(double origin, double step) : m_origin(origin), m_step(step) {}
 
     /// Whether its lines are far enough apart, and near enough to zero for sums to be told.
-    bool is_usable() const { return stands_on(0, m_origin) && std::abs(m_step) >= least_step; }
+    bool is_usable() const { return has_on_line(0, m_origin) && std::abs(m_step) >= min_step; }
 
     /// Whether `coordinate` is close to a line. False for one that is no number.
-    bool stands_on(std::int32_t line, double coordinate) const {
-        if (line > most_lines || line < -most_lines) return false;
+    bool has_on_line(std::int32_t line, double coordinate) const {
+        if (line > max_line || line < -max_line) return false;
         const double drift = std::abs(coordinate - (m_origin + line * m_step));
-        return drift <= largest_drift && std::abs(coordinate) <= largest_coordinate;
+        return drift <= max_drift && std::abs(coordinate) <= max_coordinate;
     }
 
     /// The coordinate that a step forwards, backwards or none leads to.
@@ -41,17 +41,17 @@ class Lattice_axis {
     }
 
   private:
-    static constexpr double largest_coordinate = 1e9;
-    static constexpr double largest_drift = 0.2 * nodes_are_one_place;
-    static constexpr double least_step = 10.0 * nodes_are_one_place;
-    static constexpr std::int32_t most_lines = 1 << 30;
+    static constexpr double max_coordinate = 1e9;
+    static constexpr double max_drift = 0.2 * node_tolerance;
+    static constexpr double min_step = 10.0 * node_tolerance;
+    static constexpr std::int32_t max_line = 1 << 30;
 
     // Two points of one place: each has drifted in x and in y, seen past what rounding hides.
     static constexpr double hidden_by_rounding = 1e-6;  // at 1e9, generously
     static constexpr double diagonal = 1.42;
-    static_assert(2 * diagonal * (largest_drift + hidden_by_rounding) < nodes_are_one_place);
+    static_assert(2 * diagonal * (max_drift + hidden_by_rounding) < node_tolerance);
     // Two points of neighbouring places.
-    static_assert(least_step - 2 * (largest_drift + hidden_by_rounding) > nodes_are_one_place);
+    static_assert(min_step - 2 * (max_drift + hidden_by_rounding) > node_tolerance);
 
     double m_origin;
     double m_step;

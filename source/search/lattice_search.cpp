@@ -10,13 +10,13 @@
 #include <typeinfo>
 #include <utility>
 
-#include "search/no_node.h"
+#include "search/root_parent.h"
 
 namespace nmk_search {
 
 namespace {
 
-using Way = Lattice_open_list::Way;
+using Way = LatticeOpenList::Way;
 
 bool is_of(const nmkSearchGoal& goal, const std::type_info& type) { return typeid(goal) == type; }
 
@@ -37,10 +37,10 @@ struct Lines {
     const Line* end() const { return lines.data() + count; }
 
     // Answers whether all of them are lines of the lattice.
-    bool fill(const Lattice_axis& axis, std::span<const int> directions, Line from) {
+    bool fill(const LatticeAxis& axis, std::span<const int> directions, Line from) {
         for (const int direction : directions) {
             const Line line{from.number + direction, axis.next(from.coordinate, direction)};
-            if (!axis.stands_on(line.number, line.coordinate)) return false;
+            if (!axis.has_on_line(line.number, line.coordinate)) return false;
             lines[count++] = line;
         }
         return true;
@@ -57,19 +57,19 @@ bool is_closed_by(nmkSearchNodeVerifierResult verdict) {
 
 }  // namespace
 
-Lattice_search::Lattice_search(const Lattice_steps& steps, const nmk2dSearchNode& start)
+LatticeSearch::LatticeSearch(const LatticeSteps& steps, const nmk2dSearchNode& start)
     : m_steps(steps), m_columns(start.point().x, steps.x), m_rows(start.point().y, steps.y) {}
 
-std::unique_ptr<Lattice_search> Lattice_search::make(
+std::unique_ptr<LatticeSearch> LatticeSearch::make(
     std::shared_ptr<const nmkSearchNodeGenerator> generator,
     std::shared_ptr<const nmkSearchNodeVerifier> verifier, const Node& start,
     std::shared_ptr<nmkSearchGoal> goal) {
     const bool goal_moves = is_of(*goal, typeid(nmk2dSearchGoalMovingXLine));
-    const std::optional<Lattice_steps> steps = lattice_steps_of(*generator);
-    if (!steps || !is_plain_place(*start) || !(goal_moves || is_goal_at_rest(*goal)))
+    const std::optional<LatticeSteps> steps = lattice_steps_of(*generator);
+    if (!steps || !is_plain_plane_node(*start) || !(goal_moves || is_goal_at_rest(*goal)))
         return nullptr;
     const auto& root = static_cast<const nmk2dSearchNode&>(*start);
-    std::unique_ptr<Lattice_search> search(new Lattice_search(*steps, root));
+    std::unique_ptr<LatticeSearch> search(new LatticeSearch(*steps, root));
     if (!search->m_columns.is_usable() || !search->m_rows.is_usable()) return nullptr;
     search->m_generator = std::move(generator);
     search->m_verifier = std::move(verifier);
@@ -81,14 +81,14 @@ std::unique_ptr<Lattice_search> Lattice_search::make(
     return search;
 }
 
-Lattice_search::Stop Lattice_search::run() {
+LatticeSearch::Stop LatticeSearch::run() {
     while (!m_open.is_empty()) {
         if (m_scores_do_not_compare) return {Why::left_lattice, none};
-        const Lattice_open_list::Slot slot = m_open.first();
-        const Lattice_place place = m_open.place(slot);
+        const LatticeOpenList::Slot slot = m_open.first();
+        const LatticeCell place = m_open.place(slot);
         m_open.drop_first();
         if (m_goal_moves) move_goal(m_open.way(slot).point);
-        if (m_closed_places.contains(place)) continue;
+        if (m_closed_cells.contains(place)) continue;
         const Way way = m_open.way(slot);
         if (!close(place, way)) continue;
         const auto number = static_cast<Number>(m_closed.size() - 1);
@@ -98,7 +98,7 @@ Lattice_search::Stop Lattice_search::run() {
     return {Why::exhausted, none};
 }
 
-void Lattice_search::add_route(Number arrival, coiFiller<Node>& filler) const {
+void LatticeSearch::add_route(Number arrival, coiFiller<Node>& filler) const {
     std::vector<Node> route;
     for (Number at = arrival; at != none; at = m_closed[at].parent) {
         route.push_back(m_closed[at].node);
@@ -107,48 +107,49 @@ void Lattice_search::add_route(Number arrival, coiFiller<Node>& filler) const {
     for (auto node = route.rbegin(); node != route.rend(); ++node) filler.add(*node);
 }
 
-std::vector<Way> Lattice_search::open_ways() const {
+std::vector<Way> LatticeSearch::open_ways() const {
     std::vector<Way> ways;
-    for (const Lattice_open_list::Slot slot : m_open.slots_by_age()) {
+    for (const LatticeOpenList::Slot slot : m_open.slots_by_age()) {
         ways.push_back(m_open.way(slot));
     }
     return ways;
 }
 
-double Lattice_search::f_of(const Way& way) {
+double LatticeSearch::f_of(const Way& way) {
     const double f = m_goal->min_cost(nmk2dSearchNode(way.point)) + way.g;
     if (!std::isnan(f)) return f;
     m_scores_do_not_compare = true;
     return 0.0;
 }
 
-Lattice_search::Node Lattice_search::node_of(const Way& way) const {
+LatticeSearch::Node LatticeSearch::node_of(const Way& way) const {
     if (way.parent == none) return m_root;
     return std::make_shared<nmk2dSearchNode>(way.point);
 }
 
-nmkSearchNodeVerifierResult Lattice_search::verify(Number parent, const nmkSearchNode& node) const {
-    return m_verifier->verify(parent == none ? No_node::instance() : *m_closed[parent].node, node);
+nmkSearchNodeVerifierResult LatticeSearch::verify(Number parent, const nmkSearchNode& node) const {
+    return m_verifier->verify(parent == none ? RootParent::instance() : *m_closed[parent].node,
+                              node);
 }
 
 // Answers whether the place was accepted.
-bool Lattice_search::close(Lattice_place place, const Way& way) {
+bool LatticeSearch::close(LatticeCell place, const Way& way) {
     Node node = node_of(way);
     const nmkSearchNodeVerifierResult verdict = verify(way.parent, *node);
     if (!is_closed_by(verdict)) return false;
-    m_closed_places.add(place);
+    m_closed_cells.add(place);
     m_closed.push_back({std::move(node), way.parent});
     return verdict == nmkSearchNodeVerifierResult::accepted;
 }
 
 // Deliberate: the record that was popped before stays chosen.
-void Lattice_search::move_goal(const giPoint2& point) {
+void LatticeSearch::move_goal(const giPoint2& point) {
     if (!m_goal->overshoot_goal(nmk2dSearchNode(point), *m_generator)) return;
     m_open.score([this](const Way& way) { return f_of(way); });
 }
 
 // Answers false, and opens nothing, where a neighbour would leave the lattice.
-bool Lattice_search::expand(Lattice_place place, const Way& from, Number number) {
+bool LatticeSearch::expand(LatticeCell place, const Way& from, Number number) {
     Lines columns;
     Lines rows;
     if (!columns.fill(m_columns, m_steps.columns(), {place.column, from.point.x})) return false;
@@ -156,8 +157,8 @@ bool Lattice_search::expand(Lattice_place place, const Way& from, Number number)
     keep_ages_for(columns.count * rows.count);
     for (const Line& column : columns) {
         for (const Line& row : rows) {
-            const Lattice_place to{column.number, row.number};
-            if (m_closed_places.contains(to)) continue;  // the place itself is
+            const LatticeCell to{column.number, row.number};
+            if (m_closed_cells.contains(to)) continue;  // the place itself is
             const giPoint2 point(column.coordinate, row.coordinate);
             const Way way{point, point.distance(from.point) + from.g, number};
             m_open.push(to, way, f_of(way));
@@ -166,7 +167,7 @@ bool Lattice_search::expand(Lattice_place place, const Way& from, Number number)
     return true;
 }
 
-void Lattice_search::keep_ages_for(std::size_t records) {
+void LatticeSearch::keep_ages_for(std::size_t records) {
     if (m_open.ages_left() >= records) return;
     m_open.score_with_new_ages([this](const Way& way) { return f_of(way); });
 }

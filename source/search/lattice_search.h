@@ -18,17 +18,17 @@
 #include <memory>
 #include <vector>
 
+#include "search/cell_set.h"
 #include "search/lattice.h"
 #include "search/lattice_open_list.h"
 #include "search/lattice_steps.h"
-#include "search/place_set.h"
 
 class nmkSearchGoal;
 class nmkSearchNodeGenerator;
 
 namespace nmk_search {
 
-class Lattice_search {
+class LatticeSearch {
   public:
     using Node = std::shared_ptr<const nmkSearchNode>;
 
@@ -48,7 +48,7 @@ class Lattice_search {
     };
 
     /// A search that is ready to run from `start`, or nothing when it is not of this kind.
-    static std::unique_ptr<Lattice_search> make(
+    static std::unique_ptr<LatticeSearch> make(
         std::shared_ptr<const nmkSearchNodeGenerator> generator,
         std::shared_ptr<const nmkSearchNodeVerifier> verifier, const Node& start,
         std::shared_ptr<nmkSearchGoal> goal);
@@ -68,24 +68,24 @@ class Lattice_search {
     void add_route(Number arrival, coiFiller<Node>& filler) const;
 
     /// The records that are left open, oldest first.
-    std::vector<Lattice_open_list::Way> open_ways() const;
+    std::vector<LatticeOpenList::Way> open_ways() const;
 
     /// The start itself for a way without a parent, else a new node.
-    Node node_of(const Lattice_open_list::Way& way) const;
+    Node node_of(const LatticeOpenList::Way& way) const;
 
   private:
-    Lattice_search(const Lattice_steps& steps, const nmk2dSearchNode& start);
+    LatticeSearch(const LatticeSteps& steps, const nmk2dSearchNode& start);
 
-    double f_of(const Lattice_open_list::Way& way);
+    double f_of(const LatticeOpenList::Way& way);
     nmkSearchNodeVerifierResult verify(Number parent, const nmkSearchNode& node) const;
-    bool close(Lattice_place place, const Lattice_open_list::Way& way);
+    bool close(LatticeCell place, const LatticeOpenList::Way& way);
     void move_goal(const giPoint2& point);
-    bool expand(Lattice_place place, const Lattice_open_list::Way& from, Number number);
+    bool expand(LatticeCell place, const LatticeOpenList::Way& from, Number number);
     void keep_ages_for(std::size_t records);
 
-    Lattice_steps m_steps;
-    Lattice_axis m_columns;
-    Lattice_axis m_rows;
+    LatticeSteps m_steps;
+    LatticeAxis m_columns;
+    LatticeAxis m_rows;
     std::shared_ptr<const nmkSearchNodeGenerator> m_generator;
     std::shared_ptr<const nmkSearchNodeVerifier> m_verifier;
     Node m_root;
@@ -93,9 +93,9 @@ class Lattice_search {
     bool m_goal_moves = false;
     bool m_scores_do_not_compare = false;
 
-    Lattice_open_list m_open;
+    LatticeOpenList m_open;
     std::vector<Closed> m_closed;
-    Place_set m_closed_places;
+    CellSet m_closed_cells;
 };
 
 }  // namespace nmk_search

@@ -12,9 +12,9 @@
 namespace nmk_search {
 
 template <class T>
-class Local_filler final : public coiAbsFiller<T> {
+class LocalFiller final : public coiAbsFiller<T> {
   public:
-    explicit Local_filler(std::vector<T>& values) : m_values(values) {}
+    explicit LocalFiller(std::vector<T>& values) : m_values(values) {}
 
     void add(T value) override { m_values.push_back(std::move(value)); }
 

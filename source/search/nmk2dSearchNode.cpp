@@ -1,7 +1,7 @@
 #include <nmktoolbox/search/nmk2dSearchNode.h>
 #include <nmktoolbox/search/nmkSearchGoal.h>
 
-#include "search/plane_places.h"
+#include "search/plane_nodes.h"
 
 nmk2dSearchNode::nmk2dSearchNode(giPoint2 place) : m_point(place) {}
 
@@ -15,5 +15,5 @@ double nmk2dSearchNode::min_cost(const nmkSearchGoal& goal) const { return goal.
 
 bool nmk2dSearchNode::is_equal(const nmkSearchNode& other) const {
     const auto* node = dynamic_cast<const nmk2dSearchNode*>(&other);
-    return node != nullptr && nmk_search::are_one_place(m_point, node->m_point);
+    return node != nullptr && nmk_search::points_coincide(m_point, node->m_point);
 }

@@ -11,7 +11,7 @@
 namespace {
 
 // Room for the values of a coordinate that the generators here make.
-constexpr std::size_t usual_values = 3;
+constexpr std::size_t values_per_axis = 3;
 
 void add_both_ways(double value, double step, coiFiller<double>& filler) {
     filler.add(value);
@@ -26,10 +26,10 @@ void nmkAbs2dSearchNodeGenerator::expand_node(
     const auto& from = static_cast<const nmk2dSearchNode&>(node);
     std::vector<double> x_values;
     std::vector<double> y_values;
-    x_values.reserve(usual_values);
-    y_values.reserve(usual_values);
-    create_x_values(from, nmk_search::Local_filler(x_values).filler());
-    create_y_values(from, nmk_search::Local_filler(y_values).filler());
+    x_values.reserve(values_per_axis);
+    y_values.reserve(values_per_axis);
+    create_x_values(from, nmk_search::LocalFiller(x_values).filler());
+    create_y_values(from, nmk_search::LocalFiller(y_values).filler());
     for (const double x : x_values) {
         for (const double y : y_values) {
             // Deliberate: compared exactly, though nodes are one place within a tolerance.
@@ -69,10 +69,10 @@ void nmkForward2dSearchNodeGenerator::create_x_values(const nmk2dSearchNode& nod
     filler.add(node.point().x + step_x());
 }
 
-std::optional<nmk_search::Lattice_steps> nmk_search::lattice_steps_of(
+std::optional<nmk_search::LatticeSteps> nmk_search::lattice_steps_of(
     const nmkSearchNodeGenerator& generator) {
     const bool is_forward = typeid(generator) == typeid(nmkForward2dSearchNodeGenerator);
     if (!is_forward && typeid(generator) != typeid(nmk2dSearchNodeGenerator)) return std::nullopt;
     const auto& of_the_plane = static_cast<const nmk2dSearchNodeGenerator&>(generator);
-    return Lattice_steps{of_the_plane.m_step_x, of_the_plane.m_step_y, is_forward};
+    return LatticeSteps{of_the_plane.m_step_x, of_the_plane.m_step_y, is_forward};
 }

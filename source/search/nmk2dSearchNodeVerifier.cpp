@@ -3,19 +3,19 @@
 
 #include <utility>
 
-#include "search/blocked_places.h"
-#include "search/plane_places.h"
+#include "search/blocked_points.h"
+#include "search/plane_nodes.h"
 
-using Node_iterator = coiIterator<std::shared_ptr<const nmkSearchNode>>;
+using NodeIterator = coiIterator<std::shared_ptr<const nmkSearchNode>>;
 
 namespace {
 
 // The places of an iterator whose values never change, or nothing.
-std::shared_ptr<const nmk_search::Blocked_places> fixed_places(const Node_iterator& iterator) {
+std::shared_ptr<const nmk_search::BlockedPoints> points_of_fixed(const NodeIterator& iterator) {
     using Fixed = coiFixedIterator<std::shared_ptr<const nmkSearchNode>>;
     const auto* fixed = dynamic_cast<const Fixed*>(&iterator.inner());
     if (fixed == nullptr) return nullptr;
-    return std::make_shared<const nmk_search::Blocked_places>(fixed->values());
+    return std::make_shared<const nmk_search::BlockedPoints>(fixed->values());
 }
 
 }  // namespace
@@ -35,10 +35,10 @@ bool nmk2dSearchNodeVerifier::is_in_bounds(const nmkSearchNode& node) const {
 }
 
 nmk2dSearchNodeVerifierBlocked::nmk2dSearchNodeVerifierBlocked(giBox2 box,
-                                                               Node_iterator blocked_nodes)
+                                                               NodeIterator blocked_nodes)
     : nmk2dSearchNodeVerifier(box),
       m_blocked(std::move(blocked_nodes)),
-      m_places(fixed_places(m_blocked)) {}
+      m_places(points_of_fixed(m_blocked)) {}
 
 nmk2dSearchNodeVerifierBlocked::~nmk2dSearchNodeVerifierBlocked() = default;
 
@@ -51,10 +51,10 @@ nmkSearchNodeVerifierResult nmk2dSearchNodeVerifierBlocked::verify(
 }
 
 bool nmk2dSearchNodeVerifierBlocked::is_blocked(const nmkSearchNode& node) const {
-    if (m_places != nullptr && nmk_search::is_plain_place(node)) {
+    if (m_places != nullptr && nmk_search::is_plain_plane_node(node)) {
         return m_places->contain(static_cast<const nmk2dSearchNode&>(node).point());
     }
-    Node_iterator blocked(m_blocked);
+    NodeIterator blocked(m_blocked);
     blocked.reset();
     while (++blocked) {
         if (node == *blocked()) return true;

@@ -13,18 +13,18 @@
 #include "search/closed_list.h"
 #include "search/lattice_search.h"
 #include "search/local_filler.h"
-#include "search/no_node.h"
 #include "search/open_list.h"
+#include "search/root_parent.h"
 
-using Route_filler = coiFiller<std::shared_ptr<const nmkSearchNode>>;
+using RouteFiller = coiFiller<std::shared_ptr<const nmkSearchNode>>;
 
 namespace {
 
-constexpr std::size_t usual_neighbours = 8;
+constexpr std::size_t neighbour_count = 8;
 
 const nmkSearchNode& parent_of(const nmkAStarSearchNode& record) {
     const auto parent = record.parent();
-    return parent == nullptr ? nmk_search::No_node::instance() : *parent->node();
+    return parent == nullptr ? nmk_search::RootParent::instance() : *parent->node();
 }
 
 }  // namespace
@@ -36,8 +36,8 @@ nmkAStarSearch::nmkAStarSearch(std::shared_ptr<const nmkSearchNodeGenerator> gen
     : m_goal(std::move(goal)),
       m_generator(std::move(generator)),
       m_verifier(std::move(verifier)),
-      m_visited(std::make_unique<nmk_search::Closed_list>()),
-      m_open(std::make_unique<nmk_search::Open_list>()) {
+      m_visited(std::make_unique<nmk_search::ClosedList>()),
+      m_open(std::make_unique<nmk_search::OpenList>()) {
     // Deliberate: m_start stays empty until set_start.
     m_open->push(nmkAStarSearch::generate_node(std::move(start), nullptr));
 }
@@ -45,7 +45,7 @@ nmkAStarSearch::nmkAStarSearch(std::shared_ptr<const nmkSearchNodeGenerator> gen
 nmkAStarSearch::~nmkAStarSearch() = default;
 
 void nmkAStarSearch::set_start(std::shared_ptr<const nmkSearchNode> start) {
-    if (m_on_lattice != nullptr) leave_lattice();
+    if (m_lattice_search != nullptr) leave_lattice();
     m_start = std::move(start);
     m_open->clear();
     // Deliberate: what earlier runs closed stays closed.
@@ -53,9 +53,9 @@ void nmkAStarSearch::set_start(std::shared_ptr<const nmkSearchNode> start) {
 }
 
 // The goal test is made when a node comes out of the open list, never when it is generated.
-void nmkAStarSearch::perform(Route_filler filler) {
-    if (m_on_lattice == nullptr) enter_lattice();
-    if (m_on_lattice != nullptr && perform_on_lattice(filler)) return;
+void nmkAStarSearch::perform(RouteFiller filler) {
+    if (m_lattice_search == nullptr) enter_lattice();
+    if (m_lattice_search != nullptr && perform_on_lattice(filler)) return;
     while (!m_open->is_empty()) {
         const std::shared_ptr<const nmkAStarSearchNode> record = find_next_node();
         if (record == nullptr) return;
@@ -68,8 +68,8 @@ void nmkAStarSearch::perform(Route_filler filler) {
 // stands there twice, and the cheaper record closes it.
 void nmkAStarSearch::expand_node(std::shared_ptr<const nmkAStarSearchNode> record) {
     std::vector<std::shared_ptr<const nmkSearchNode>> neighbours;
-    neighbours.reserve(usual_neighbours);
-    nmk_search::Local_filler sink(neighbours);
+    neighbours.reserve(neighbour_count);
+    nmk_search::LocalFiller sink(neighbours);
     m_generator->expand_node(*record->m_node, sink.filler());
     for (auto& neighbour : neighbours) {
         if (is_in_visited(*neighbour)) continue;
@@ -92,7 +92,7 @@ bool nmkAStarSearch::is_in_visited(const nmkSearchNode& node) const {
 }
 
 void nmkAStarSearch::reconstuct_route(std::shared_ptr<const nmkAStarSearchNode> record,
-                                      Route_filler filler) const {
+                                      RouteFiller filler) const {
     std::vector<std::shared_ptr<const nmkSearchNode>> route;
     for (; record->m_parent != nullptr; record = record->m_parent) route.push_back(record->m_node);
     route.push_back(record->m_node);
@@ -136,49 +136,49 @@ void nmkAStarSearch::enter_lattice() {
     if (typeid(*this) != typeid(nmkAStarSearch)) return;
     if (m_open->is_empty() || !m_visited->is_empty()) return;
     const std::shared_ptr<const nmkSearchNode> start = (*m_open)[m_open->best()]->m_node;
-    m_on_lattice = nmk_search::Lattice_search::make(m_generator, m_verifier, start, m_goal);
+    m_lattice_search = nmk_search::LatticeSearch::make(m_generator, m_verifier, start, m_goal);
 }
 
 // Answers whether the search is over; if not, the lists are to be gone on with.
-bool nmkAStarSearch::perform_on_lattice(Route_filler& filler) {
-    using nmk_search::Lattice_search;
-    const Lattice_search::Stop stop = m_on_lattice->run();
+bool nmkAStarSearch::perform_on_lattice(RouteFiller& filler) {
+    using nmk_search::LatticeSearch;
+    const LatticeSearch::Stop stop = m_lattice_search->run();
     switch (stop.why) {
-        case Lattice_search::Why::exhausted:
+        case LatticeSearch::Why::exhausted:
             return true;
-        case Lattice_search::Why::arrived:
-            m_on_lattice->add_route(stop.at, filler);
+        case LatticeSearch::Why::arrived:
+            m_lattice_search->add_route(stop.at, filler);
             return true;
         default:
             break;
     }
     const Records records = leave_lattice();
-    if (stop.at != Lattice_search::none) expand_node(records[stop.at]);
+    if (stop.at != LatticeSearch::none) expand_node(records[stop.at]);
     return false;
 }
 
 // The lists as they would stand had the search gone by them from the beginning. Answers the records
 // of the closed places.
 nmkAStarSearch::Records nmkAStarSearch::leave_lattice() {
-    using nmk_search::Lattice_search;
-    const Lattice_search& left = *m_on_lattice;
+    using nmk_search::LatticeSearch;
+    const LatticeSearch& left = *m_lattice_search;
     Records records;
     const auto record_of = [&](std::shared_ptr<const nmkSearchNode> node,
-                               Lattice_search::Number parent) {
+                               LatticeSearch::Number parent) {
         return generate_node(std::move(node),
-                             parent == Lattice_search::none ? nullptr : records[parent]);
+                             parent == LatticeSearch::none ? nullptr : records[parent]);
     };
-    auto visited = std::make_unique<nmk_search::Closed_list>();
-    for (const Lattice_search::Closed& closed : left.closed()) {
+    auto visited = std::make_unique<nmk_search::ClosedList>();
+    for (const LatticeSearch::Closed& closed : left.closed()) {
         records.push_back(record_of(closed.node, closed.parent));
         visited->add(closed.node);
     }
-    auto open = std::make_unique<nmk_search::Open_list>();
+    auto open = std::make_unique<nmk_search::OpenList>();
     for (const auto& way : left.open_ways()) {
         open->push(record_of(left.node_of(way), way.parent));
     }
     m_visited = std::move(visited);
     m_open = std::move(open);
-    m_on_lattice.reset();
+    m_lattice_search.reset();
     return records;
 }

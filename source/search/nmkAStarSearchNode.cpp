@@ -25,14 +25,14 @@ void nmkAStarSearchNode::calculate_h(const nmkSearchGoal& goal) { set_h(m_node->
 
 void nmkAStarSearchNode::calculate_g() {
     m_g = m_parent == nullptr ? 0.0 : m_node->min_cost(*m_parent->m_node) + m_parent->m_g;
-    tell_change();
+    report_change();
 }
 
 void nmkAStarSearchNode::set_h(double h) {
     m_h = h;
-    tell_change();
+    report_change();
 }
 
-void nmkAStarSearchNode::tell_change() const {
+void nmkAStarSearchNode::report_change() const {
     if (m_score_changed != nullptr) *m_score_changed = true;
 }

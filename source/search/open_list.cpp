@@ -7,71 +7,71 @@
 
 namespace nmk_search {
 
-void Open_list::push(Record record) {
+void OpenList::push(Record record) {
     watch(*record);
     m_records.push_back(std::move(record));
-    ++m_live;
+    ++m_live_count;
     file(m_records.size() - 1);
 }
 
-void Open_list::clear() {
+void OpenList::clear() {
     m_records.clear();
     m_heap.clear();
-    m_live = 0;
-    m_not_numbers = 0;
-    m_hears_all = true;
+    m_live_count = 0;
+    m_nan_count = 0;
+    m_sees_all_changes = true;
 }
 
-std::size_t Open_list::best() {
+std::size_t OpenList::best() {
     if (must_rebuild()) rebuild();
-    if (m_not_numbers != 0) return best_by_scan();
+    if (m_nan_count != 0) return best_by_scan();
     while (m_records[m_heap.first()] == nullptr) m_heap.drop_first();
     return m_heap.first();
 }
 
-void Open_list::erase(std::size_t number) {
-    if (std::isnan(m_records[number]->f()) && m_not_numbers != 0) --m_not_numbers;
+void OpenList::erase(std::size_t number) {
+    if (std::isnan(m_records[number]->f()) && m_nan_count != 0) --m_nan_count;
     m_records[number].reset();
-    --m_live;
+    --m_live_count;
     if (!m_heap.is_empty() && m_heap.first() == number) m_heap.drop_first();
 }
 
-void Open_list::score(const nmkSearchGoal& goal) {
+void OpenList::score(const nmkSearchGoal& goal) {
     for (const Record& record : m_records) {
         if (record != nullptr) record->calculate_h(goal);
     }
 }
 
-void Open_list::watch(nmkAStarSearchNode& record) {
+void OpenList::watch(nmkAStarSearchNode& record) {
     if (record.m_score_changed == nullptr) record.m_score_changed = m_score_changed;
-    if (record.m_score_changed != m_score_changed) m_hears_all = false;
+    if (record.m_score_changed != m_score_changed) m_sees_all_changes = false;
 }
 
 // Puts a record at the end of the heap, or counts it.
-void Open_list::file(std::size_t number) {
+void OpenList::file(std::size_t number) {
     const double f = m_records[number]->f();
     if (std::isnan(f)) {
-        ++m_not_numbers;
+        ++m_nan_count;
     } else {
         m_heap.add(f, number);
     }
 }
 
-bool Open_list::must_rebuild() const {
+bool OpenList::must_rebuild() const {
     constexpr std::size_t few = 1024;
-    const bool mostly_erased = m_records.size() > 2 * m_live + few;
-    return *m_score_changed || !m_hears_all || mostly_erased;
+    const bool mostly_erased = m_records.size() > 2 * m_live_count + few;
+    return *m_score_changed || !m_sees_all_changes || mostly_erased;
 }
 
-void Open_list::rebuild() {
+void OpenList::rebuild() {
     std::erase(m_records, nullptr);
     m_heap.clear();
-    m_not_numbers = 0;
+    m_nan_count = 0;
     for (std::size_t number = 0; number < m_records.size(); ++number) file(number);
     *m_score_changed = false;
 }
 
-std::size_t Open_list::best_by_scan() const {
+std::size_t OpenList::best_by_scan() const {
     std::size_t best = 0;
     while (m_records[best] == nullptr) ++best;
     for (std::size_t i = best + 1; i < m_records.size(); ++i) {

@@ -21,11 +21,11 @@ class nmkSearchGoal;
 
 namespace nmk_search {
 
-class Open_list {
+class OpenList {
   public:
     using Record = std::shared_ptr<nmkAStarSearchNode>;
 
-    bool is_empty() const { return m_live == 0; }
+    bool is_empty() const { return m_live_count == 0; }
     void push(Record record);
     void clear();
 
@@ -46,11 +46,11 @@ class Open_list {
     std::size_t best_by_scan() const;
 
     std::vector<Record> m_records;  // in the order of insertion; empty where one was erased
-    Score_heap m_heap;              // of those whose f is a number, and of some that were erased
-    std::size_t m_live = 0;
-    std::size_t m_not_numbers = 0;  // live records whose f is not a number
+    ScoreHeap m_heap;               // of those whose f is a number, and of some that were erased
+    std::size_t m_live_count = 0;
+    std::size_t m_nan_count = 0;  // live records whose f is not a number
     std::shared_ptr<bool> m_score_changed = std::make_shared<bool>(false);
-    bool m_hears_all = true;  // false: a record tells its changes to another list
+    bool m_sees_all_changes = true;  // false: a record tells its changes to another list
 };
 
 }  // namespace nmk_search

@@ -13,7 +13,7 @@
 
 namespace nmk_search {
 
-class Score_heap {
+class ScoreHeap {
   public:
     bool is_empty() const { return m_entries.empty(); }
     void clear() { m_entries.clear(); }
@@ -41,7 +41,7 @@ class Score_heap {
 };
 
 // The bits of doubles rise with their value, once those of negative ones are turned round.
-inline void Score_heap::add(double score, std::size_t number) {
+inline void ScoreHeap::add(double score, std::size_t number) {
     constexpr std::uint64_t sign = std::uint64_t{1} << 63;
     const auto bits = std::bit_cast<std::uint64_t>(score + 0.0);  // of the two zeros one is left
     const std::uint64_t key = (bits & sign) != 0 ? ~bits : bits | sign;
@@ -49,14 +49,14 @@ inline void Score_heap::add(double score, std::size_t number) {
     rise(m_entries.size() - 1, m_entries.back());
 }
 
-inline std::vector<std::size_t> Score_heap::numbers() const {
+inline std::vector<std::size_t> ScoreHeap::numbers() const {
     std::vector<std::size_t> numbers;
     numbers.reserve(m_entries.size());
     for (const Entry entry : m_entries) numbers.push_back(number_of(entry));
     return numbers;
 }
 
-inline void Score_heap::rise(std::size_t hole, Entry entry) {
+inline void ScoreHeap::rise(std::size_t hole, Entry entry) {
     while (hole != 0) {
         const std::size_t parent = (hole - 1) / children;
         if (entry > m_entries[parent]) break;
@@ -66,7 +66,7 @@ inline void Score_heap::rise(std::size_t hole, Entry entry) {
     m_entries[hole] = entry;
 }
 
-inline std::size_t Score_heap::first_child(std::size_t begin, std::size_t end) const {
+inline std::size_t ScoreHeap::first_child(std::size_t begin, std::size_t end) const {
     std::size_t first = begin;
     Entry least = m_entries[begin];
     for (std::size_t i = begin + 1; i < end; ++i) {
@@ -79,7 +79,7 @@ inline std::size_t Score_heap::first_child(std::size_t begin, std::size_t end) c
 
 // The hole goes all the way down, and the last entry up again from there: it was among the last,
 // so it mostly stays where it is put.
-inline void Score_heap::drop_first() {
+inline void ScoreHeap::drop_first() {
     const Entry last = m_entries.back();
     m_entries.pop_back();
     const std::size_t count = m_entries.size();

@@ -16,10 +16,10 @@
 #include <utility>
 #include <vector>
 
-namespace generated_plane {
+namespace nmk_search::generated_plane {
 
 using Log = std::vector<std::string>;
-using Node_ptr = std::shared_ptr<const nmkSearchNode>;
+using NodePointer = std::shared_ptr<const nmkSearchNode>;
 
 /// How often something is drawn, in percent.
 struct Traits {
@@ -138,7 +138,7 @@ class Generator : public nmkSearchNodeGenerator {
   public:
     explicit Generator(Scene& in) : scene(in) {}
 
-    void expand_node(const nmkSearchNode& node, coiFiller<Node_ptr> filler) const override {
+    void expand_node(const nmkSearchNode& node, coiFiller<NodePointer> filler) const override {
         scene.write("expand " + text_of(node));
         constexpr int most_expansions = 60;
         if (++scene.expansions > most_expansions) return;
@@ -147,7 +147,7 @@ class Generator : public nmkSearchNodeGenerator {
     double find_x_value(double x) const override { return x + 1.0; }
 
   private:
-    Node_ptr neighbour(const nmkSearchNode& node) const {
+    NodePointer neighbour(const nmkSearchNode& node) const {
         const auto* place = dynamic_cast<const nmk2dSearchNode*>(&node);
         if (place == nullptr || scene.percent(scene.traits.foreign)) {
             return std::make_shared<Foreign>(1 + static_cast<int>(scene.draw(12)), scene);
@@ -175,4 +175,4 @@ class Verifier : public nmkSearchNodeVerifier {
     Scene& scene;
 };
 
-}  // namespace generated_plane
+}  // namespace nmk_search::generated_plane

@@ -17,15 +17,15 @@
 #include <string>
 #include <vector>
 
-namespace generated {
+namespace nmk_search::generated {
 
 using Log = std::vector<std::string>;
-using Node_ptr = std::shared_ptr<const nmkSearchNode>;
+using NodePointer = std::shared_ptr<const nmkSearchNode>;
 
 /// What is drawn, in percent where nothing else is said.
 struct Traits {
     const char* name;
-    int places = 30;
+    int nodes = 30;
     int branches = 4;
     int costs = 3;           // steps and h are whole numbers below this
     int not_numbers = 0;     // h values that are no number, or infinite
@@ -45,13 +45,13 @@ inline std::ostream& operator<<(std::ostream& out, const Traits& traits) {
 class Maze {
   public:
     Maze(const Traits& its_traits, unsigned its_seed) : traits(its_traits), random(its_seed) {
-        const auto n = static_cast<std::size_t>(traits.places);
-        for (std::size_t i = 0; i < n; ++i) draw_place(n);
+        const auto n = static_cast<std::size_t>(traits.nodes);
+        for (std::size_t i = 0; i < n; ++i) draw_node(n);
         for (std::size_t i = 0; i < n * n; ++i) {
             steps.push_back(draw_cost());
             verdicts.push_back(percent(traits.refused) ? 1 : percent(traits.refused_once) ? 2 : 0);
         }
-        goal_place = draw(n);
+        goal_node = draw(n);
     }
 
     std::size_t draw(std::size_t below) { return random() % below; }
@@ -77,10 +77,10 @@ class Maze {
     std::vector<std::size_t> also_equals;
     std::vector<double> steps;
     std::vector<int> verdicts;
-    std::size_t goal_place = 0;
+    std::size_t goal_node = 0;
 
   private:
-    void draw_place(std::size_t n) {
+    void draw_node(std::size_t n) {
         std::vector<std::size_t> drawn;
         for (int i = 0; i < traits.branches; ++i) drawn.push_back(draw(n));
         neighbours.push_back(drawn);
@@ -89,12 +89,12 @@ class Maze {
     }
 };
 
-class Place : public nmkSearchNode {
+class MazeNode : public nmkSearchNode {
   public:
-    Place(Maze& in, std::size_t its_number) : maze(in), number(its_number) {}
+    MazeNode(Maze& in, std::size_t its_number) : maze(in), number(its_number) {}
 
     double min_cost(const nmkSearchNode& other) const override {
-        const std::size_t from = static_cast<const Place&>(other).number;
+        const std::size_t from = static_cast<const MazeNode&>(other).number;
         maze.write("step " + std::to_string(from) + ">" + std::to_string(number));
         return maze.steps[from * maze.h.size() + number];
     }
@@ -108,14 +108,14 @@ class Place : public nmkSearchNode {
 
   protected:
     bool is_equal(const nmkSearchNode& other) const override {
-        const std::size_t its = static_cast<const Place&>(other).number;
+        const std::size_t its = static_cast<const MazeNode&>(other).number;
         maze.write(std::to_string(number) + "==" + std::to_string(its));
         return its == number || its == maze.also_equals[number];
     }
 };
 
 inline std::size_t number_of(const nmkSearchNode& node) {
-    return static_cast<const Place&>(node).number;
+    return static_cast<const MazeNode&>(node).number;
 }
 
 class Goal : public nmkSearchGoal {
@@ -124,7 +124,7 @@ class Goal : public nmkSearchGoal {
 
     bool contains(const nmkSearchNode& node) const override {
         maze.write("goal " + std::to_string(number_of(node)));
-        return number_of(node) == maze.goal_place;
+        return number_of(node) == maze.goal_node;
     }
     bool overshoot_goal(const nmkSearchNode& node, const nmkSearchNodeGenerator&) override {
         maze.write("overshoot " + std::to_string(number_of(node)));
@@ -145,10 +145,10 @@ class Generator : public nmkSearchNodeGenerator {
   public:
     explicit Generator(Maze& in) : maze(in) {}
 
-    void expand_node(const nmkSearchNode& node, coiFiller<Node_ptr> filler) const override {
+    void expand_node(const nmkSearchNode& node, coiFiller<NodePointer> filler) const override {
         maze.write("expand " + std::to_string(number_of(node)));
         for (const std::size_t next : maze.neighbours[number_of(node)]) {
-            filler.add(std::make_shared<Place>(maze, next));
+            filler.add(std::make_shared<MazeNode>(maze, next));
         }
     }
     double find_x_value(double x) const override { return x + 1.0; }
@@ -162,7 +162,7 @@ class Verifier : public nmkSearchNodeVerifier {
 
     nmkSearchNodeVerifierResult verify(const nmkSearchNode& parent,
                                        const nmkSearchNode& node) const override {
-        const auto* from = dynamic_cast<const Place*>(&parent);
+        const auto* from = dynamic_cast<const MazeNode*>(&parent);
         const std::size_t row = from == nullptr ? 0 : from->number;
         const int answer =
             from == nullptr ? 0 : maze.verdicts[row * maze.h.size() + number_of(node)];
@@ -175,4 +175,4 @@ class Verifier : public nmkSearchNodeVerifier {
     Maze& maze;
 };
 
-}  // namespace generated
+}  // namespace nmk_search::generated

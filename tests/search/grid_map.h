@@ -16,7 +16,7 @@
 #include <utility>
 #include <vector>
 
-namespace grid {
+namespace nmk_search::grid {
 
 struct Cell {
     int x;
@@ -45,7 +45,7 @@ struct Scenario {
 };
 
 /// Whether a step in x, y or both passes an open cell only, and cuts no corner if that is asked.
-struct Step_rule {
+struct StepRule {
     const Map& map;
     bool may_cut_corners;
 
@@ -82,7 +82,7 @@ inline std::vector<Scenario> read_scenarios(const std::string& path) {
 }
 
 /// The shortest length from `start` to `goal` by 8 neighbours; infinite when there is none.
-inline double dijkstra(const Step_rule& rule, Cell start, Cell goal) {
+inline double dijkstra(const StepRule& rule, Cell start, Cell goal) {
     constexpr double infinity = std::numeric_limits<double>::infinity();
     const Map& map = rule.map;
     std::vector<double> best(static_cast<std::size_t>(map.width * map.height), infinity);
@@ -108,4 +108,4 @@ inline double dijkstra(const Step_rule& rule, Cell start, Cell goal) {
     return infinity;
 }
 
-}  // namespace grid
+}  // namespace nmk_search::grid

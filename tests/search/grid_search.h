@@ -8,9 +8,9 @@
 
 #include "search/grid_map.h"
 
-namespace grid {
+namespace nmk_search::grid {
 
-using Node_ptr = std::shared_ptr<const nmkSearchNode>;
+using NodePointer = std::shared_ptr<const nmkSearchNode>;
 
 inline giPoint2 point_of(Cell cell) { return giPoint2(cell.x, cell.y); }
 inline Cell cell_of(const nmkSearchNode& node) {
@@ -22,8 +22,8 @@ inline giBox2 box_of(const Map& map) {
 }
 
 /// The cells that are not open, as places.
-inline std::vector<Node_ptr> blocked_cells(const Map& map) {
-    std::vector<Node_ptr> blocked;
+inline std::vector<NodePointer> blocked_cells(const Map& map) {
+    std::vector<NodePointer> blocked;
     for (int y = 0; y < map.height; ++y) {
         for (int x = 0; x < map.width; ++x) {
             if (!map.is_open(x, y))
@@ -40,9 +40,9 @@ inline std::shared_ptr<const nmkSearchNodeVerifier> cutting_verifier(const Map& 
 }
 
 /// Refuses a step that cuts a corner for this parent only.
-class Corner_verifier : public nmk2dSearchNodeVerifier {
+class CornerVerifier : public nmk2dSearchNodeVerifier {
   public:
-    explicit Corner_verifier(const Map& its_map)
+    explicit CornerVerifier(const Map& its_map)
         : nmk2dSearchNodeVerifier(box_of(its_map)), map(its_map) {}
 
     nmkSearchNodeVerifierResult verify(const nmkSearchNode& parent,
@@ -50,7 +50,7 @@ class Corner_verifier : public nmk2dSearchNodeVerifier {
         const Cell to = cell_of(node);
         if (!map.is_open(to.x, to.y)) return nmkSearchNodeVerifierResult::refused_for_good;
         const auto* from = dynamic_cast<const nmk2dSearchNode*>(&parent);
-        if (from == nullptr || Step_rule{map, false}.allows(cell_of(*from), to)) {
+        if (from == nullptr || StepRule{map, false}.allows(cell_of(*from), to)) {
             return nmkSearchNodeVerifierResult::accepted;
         }
         return nmkSearchNodeVerifierResult::refused_for_this_parent;
@@ -66,15 +66,15 @@ inline std::vector<Cell> route(std::shared_ptr<const nmkSearchNodeVerifier> veri
     nmkAStarSearch search(std::make_shared<nmk2dSearchNodeGenerator>(1, 1), std::move(verifier),
                           std::make_shared<nmk2dSearchNode>(point_of(start)),
                           std::make_shared<nmk2dSearchGoalPoint>(point_of(goal)));
-    std::vector<Node_ptr> nodes;
+    std::vector<NodePointer> nodes;
     search.perform(coiFiller_from_container(nodes));
     std::vector<Cell> cells;
-    for (const Node_ptr& node : nodes) cells.push_back(cell_of(*node));
+    for (const NodePointer& node : nodes) cells.push_back(cell_of(*node));
     return cells;
 }
 
 /// The length of a route, or infinite when a step of it breaks the rule or it is empty.
-inline double length_of(const std::vector<Cell>& cells, const Step_rule& rule) {
+inline double length_of(const std::vector<Cell>& cells, const StepRule& rule) {
     constexpr double infinity = std::numeric_limits<double>::infinity();
     if (cells.empty()) return infinity;
     double length = 0.0;
@@ -86,4 +86,4 @@ inline double length_of(const std::vector<Cell>& cells, const Step_rule& rule) {
     return length;
 }
 
-}  // namespace grid
+}  // namespace nmk_search::grid

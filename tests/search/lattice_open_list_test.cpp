@@ -11,19 +11,19 @@
 
 namespace {
 
-using nmk_search::Lattice_open_list;
+using nmk_search::LatticeOpenList;
 
 constexpr auto last_age = std::numeric_limits<std::uint32_t>::max();
 
 // Few different scores, so that there are many ties.
 double score_of(int tag) { return tag * 7919 % 5 - 2.0; }
-double score_of_way(const Lattice_open_list::Way& way) { return score_of(static_cast<int>(way.g)); }
+double score_of_way(const LatticeOpenList::Way& way) { return score_of(static_cast<int>(way.g)); }
 
-void push(Lattice_open_list& open, int tag) {
+void push(LatticeOpenList& open, int tag) {
     open.push({tag, -tag}, {giPoint2(tag, 0), static_cast<double>(tag), 0}, score_of(tag));
 }
 
-int pop(Lattice_open_list& open) {
+int pop(LatticeOpenList& open) {
     const auto slot = open.first();
     const auto place = open.place(slot);
     EXPECT_EQ(place.row, -place.column);
@@ -42,11 +42,11 @@ int take_best(std::vector<int>& tags) {
     return tag;
 }
 
-TEST(lattice_open_list, pops_the_best_and_of_equals_the_oldest_also_when_ages_run_out) {
+TEST(LatticeOpenList, pops_the_best_and_of_equals_the_oldest_also_when_ages_run_out) {
     const unsigned seed = 20261121;
     SCOPED_TRACE(seed);
     std::mt19937 random(seed);
-    Lattice_open_list open(last_age - 100);
+    LatticeOpenList open(last_age - 100);
     std::vector<int> tags;
     int renewals = 0;
     for (int tag = 0; tag < 3000; ++tag) {
@@ -66,8 +66,8 @@ TEST(lattice_open_list, pops_the_best_and_of_equals_the_oldest_also_when_ages_ru
     EXPECT_TRUE(open.is_empty());
 }
 
-TEST(lattice_open_list, knows_its_records_by_age) {
-    Lattice_open_list open;
+TEST(LatticeOpenList, knows_its_records_by_age) {
+    LatticeOpenList open;
     for (int tag = 0; tag < 20; ++tag) push(open, tag);
     std::vector<int> left;
     for (int tag = 0; tag < 20; ++tag) left.push_back(tag);

@@ -6,11 +6,11 @@
 #include <string>
 #include <typeinfo>
 
-#include "search/plane.h"
+#include "search/plane_nodes_for_tests.h"
 
 namespace {
 
-using namespace plane;
+using namespace nmk_search::plane;
 
 TEST(nmk2dSearchGoalPoint, only_the_very_point_is_an_arrival) {
     const nmk2dSearchGoalPoint goal(giPoint2(3, 4));

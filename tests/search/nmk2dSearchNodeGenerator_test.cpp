@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
-#include "search/plane.h"
+#include "search/plane_nodes_for_tests.h"
 
 namespace {
 
-using namespace plane;
+using namespace nmk_search::plane;
 
 TEST(nmk2dSearchNodeGenerator, makes_the_eight_neighbours_in_order) {
     const Points expected{{5, 9}, {5, 5}, {6, 7}, {6, 9}, {6, 5}, {4, 7}, {4, 9}, {4, 5}};

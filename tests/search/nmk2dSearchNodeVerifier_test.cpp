@@ -4,11 +4,11 @@
 #include <memory>
 #include <random>
 
-#include "search/plane.h"
+#include "search/plane_nodes_for_tests.h"
 
 namespace {
 
-using namespace plane;
+using namespace nmk_search::plane;
 using enum nmkSearchNodeVerifierResult;
 
 const giBox2 everywhere(giPoint2(-1e308, -1e308), giPoint2(1e308, 1e308));
@@ -27,7 +27,7 @@ TEST(nmk2dSearchNodeVerifier, accepts_the_box_with_its_edge_and_looks_at_no_pare
 
 TEST(nmk2dSearchNodeVerifierBlocked, refuses_for_good_what_is_out_of_bounds_or_blocked) {
     const giBox2 box(giPoint2(0, 0), giPoint2(9, 9));
-    const std::vector<Node_ptr> blocked{shared_node(3, 3)};
+    const std::vector<NodePointer> blocked{shared_node(3, 3)};
     for (const auto& iterator : {cursor_over(blocked), coiIterator_from_values(blocked)}) {
         const nmk2dSearchNodeVerifierBlocked verifier(box, iterator);
         EXPECT_EQ(verdict(verifier, 9, 9), accepted);
@@ -40,9 +40,9 @@ TEST(nmk2dSearchNodeVerifierBlocked, refuses_for_good_what_is_out_of_bounds_or_b
 }
 
 TEST(nmk2dSearchNodeVerifierBlocked, a_place_that_is_blocked_later_is_seen) {
-    const auto places = std::make_shared<std::vector<Node_ptr>>();
+    const auto places = std::make_shared<std::vector<NodePointer>>();
     const nmk2dSearchNodeVerifierBlocked verifier(
-        everywhere, coiIterator<Node_ptr>(std::make_unique<List_cursor>(places)));
+        everywhere, coiIterator<NodePointer>(std::make_unique<ListCursor>(places)));
     EXPECT_EQ(verdict(verifier, 1, 1), accepted);
     places->push_back(shared_node(1, 1));
     EXPECT_EQ(verdict(verifier, 1, 1), refused_for_good);
@@ -51,7 +51,7 @@ TEST(nmk2dSearchNodeVerifierBlocked, a_place_that_is_blocked_later_is_seen) {
 }
 
 TEST(nmk2dSearchNodeVerifierBlocked, starts_anew_wherever_its_iterator_was_left) {
-    const std::vector<Node_ptr> blocked{shared_node(1, 1), shared_node(2, 2)};
+    const std::vector<NodePointer> blocked{shared_node(1, 1), shared_node(2, 2)};
     for (auto iterator : {cursor_over(blocked), coiIterator_from_values(blocked)}) {
         while (++iterator) continue;
         const nmk2dSearchNodeVerifierBlocked verifier(everywhere, iterator);
@@ -68,19 +68,19 @@ TEST(nmk2dSearchNodeVerifierBlocked, asks_a_node_with_an_equality_of_its_own) {
         bool is_equal(const nmkSearchNode&) const override { return true; }
     };
     const nmk2dSearchNodeVerifierBlocked verifier(
-        everywhere, coiIterator_from_values<Node_ptr>({shared_node(1, 1)}));
+        everywhere, coiIterator_from_values<NodePointer>({shared_node(1, 1)}));
     EXPECT_EQ(verifier.verify(node_at(0, 0), Odd(giPoint2(7, 7))), refused_for_good);
 }
 
 TEST(nmk2dSearchNodeVerifierBlocked, a_blocked_node_of_another_kind_blocks_no_place) {
     const nmk2dSearchNodeVerifierBlocked verifier(
-        everywhere, coiIterator_from_values<Node_ptr>({std::make_shared<Other>()}));
+        everywhere, coiIterator_from_values<NodePointer>({std::make_shared<Other>()}));
     EXPECT_EQ(verdict(verifier, 1, 1), accepted);
 }
 
 TEST(nmk2dSearchNodeVerifierBlocked, may_be_copied) {
     const auto one = std::make_unique<nmk2dSearchNodeVerifierBlocked>(
-        everywhere, coiIterator_from_values<Node_ptr>({shared_node(1, 1)}));
+        everywhere, coiIterator_from_values<NodePointer>({shared_node(1, 1)}));
     const nmk2dSearchNodeVerifierBlocked copy(*one);
     EXPECT_EQ(verdict(copy, 1, 1), refused_for_good);
 }
@@ -106,7 +106,7 @@ TEST(nmk2dSearchNodeVerifierBlocked, places_that_never_change_are_judged_as_a_wa
     std::mt19937 random(seed);
     int refused = 0, verdicts = 0;
     for (const double base : {0.0, -2.0, 1e5, 1e10, 1e11, 3.6e11, 1e12, 1e18}) {
-        std::vector<Node_ptr> blocked;
+        std::vector<NodePointer> blocked;
         for (int i = 0; i < 40; ++i) {
             const double x = draw_coordinate(random, base);
             blocked.push_back(shared_node(x, draw_coordinate(random, -base)));
@@ -127,7 +127,7 @@ TEST(nmk2dSearchNodeVerifierBlocked, places_that_never_change_are_judged_as_a_wa
 }
 
 // Points on a lattice of 10 by 10 from a corner.
-void add_lattice(std::vector<Node_ptr>& nodes, double corner, double step_x, double step_y) {
+void add_lattice(std::vector<NodePointer>& nodes, double corner, double step_x, double step_y) {
     for (int i = 0; i < 100; ++i) {
         nodes.push_back(shared_node(corner + i / 10 * step_x, corner + i % 10 * step_y));
     }
@@ -140,7 +140,7 @@ TEST(nmk2dSearchNodeVerifierBlocked, lattices_of_any_widths_in_any_order_are_jud
          {Widths{{wide, wide}, {fine, fine}, {fine, 4e-5}}, Widths{{fine, fine}, {wide, wide}},
           Widths{{1.0, 0.25}, {4.0, 4.0}, {1e14, 1e14}},
           Widths{{1.0 / 3, 0.1}, {0.0, 0.0}, {1e-4, 1e-4}}}) {
-        std::vector<Node_ptr> blocked;
+        std::vector<NodePointer> blocked;
         for (const auto& [step_x, step_y] : lattices) add_lattice(blocked, 5.0, step_x, step_y);
         const nmk2dSearchNodeVerifierBlocked walked(everywhere, cursor_over(blocked));
         const nmk2dSearchNodeVerifierBlocked fixed(everywhere, coiIterator_from_values(blocked));

@@ -2,11 +2,11 @@
 
 #include <cmath>
 
-#include "search/plane.h"
+#include "search/plane_nodes_for_tests.h"
 
 namespace {
 
-using namespace plane;
+using namespace nmk_search::plane;
 
 TEST(nmk2dSearchNode, nodes_are_one_place_up_to_a_circle_of_the_tolerance) {
     EXPECT_TRUE(node_at(0, 0) == node_at(1e-5, 0));

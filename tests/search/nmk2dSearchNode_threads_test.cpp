@@ -8,12 +8,12 @@
 
 namespace {
 
-using Node_ptr = std::shared_ptr<const nmkSearchNode>;
+using NodePointer = std::shared_ptr<const nmkSearchNode>;
 
 constexpr int side = 40;
 
-std::vector<Node_ptr> route_across() {
-    std::vector<Node_ptr> route;
+std::vector<NodePointer> route_across() {
+    std::vector<NodePointer> route;
     const giBox2 box(giPoint2(0, 0), giPoint2(side, side));
     nmkAStarSearch search(std::make_shared<nmk2dSearchNodeGenerator>(1, 1),
                           std::make_shared<nmk2dSearchNodeVerifier>(box),
@@ -24,15 +24,15 @@ std::vector<Node_ptr> route_across() {
 }
 
 // Outlives the variables of every thread, the first one's too.
-std::vector<Node_ptr>& kept_to_the_end() {
-    static std::vector<Node_ptr> route;
+std::vector<NodePointer>& kept_to_the_end() {
+    static std::vector<NodePointer> route;
     return route;
 }
 
 }  // namespace
 
 TEST(nmk2dSearchNode, may_be_freed_by_another_thread_than_that_which_made_it) {
-    std::vector<Node_ptr> route;
+    std::vector<NodePointer> route;
     std::thread([&] { route = route_across(); }).join();
     ASSERT_EQ(route.size(), side + 1u);
     std::thread([&] { route.clear(); }).join();
@@ -43,7 +43,7 @@ TEST(nmk2dSearchNode, may_be_freed_by_another_thread_than_that_which_made_it) {
 TEST(nmk2dSearchNode, may_be_freed_when_the_thread_that_frees_it_ends) {
     kept_to_the_end() = route_across();
     std::thread([] {
-        thread_local std::vector<Node_ptr> kept_by_thread;
+        thread_local std::vector<NodePointer> kept_by_thread;
         kept_by_thread = route_across();  // freed after the search's own variables of the thread
         EXPECT_EQ(kept_by_thread.size(), side + 1u);
     }).join();

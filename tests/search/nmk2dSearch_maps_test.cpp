@@ -8,7 +8,7 @@
 
 namespace {
 
-using namespace grid;
+using namespace nmk_search::grid;
 
 class nmk2dSearch_maps : public testing::TestWithParam<const char*> {
   protected:
@@ -37,7 +37,7 @@ class nmk2dSearch_maps : public testing::TestWithParam<const char*> {
 
 TEST_P(nmk2dSearch_maps, routes_that_may_cut_corners_are_as_short_as_dijkstra_finds_them) {
     const auto verifier = cutting_verifier(map);
-    const Step_rule rule{map, true};
+    const StepRule rule{map, true};
     for (const Scenario& s : some(2)) {
         const auto cells = route(verifier, s.start, s.goal);
         EXPECT_NEAR(length_of(cells, rule), dijkstra(rule, s.start, s.goal), 1e-8);
@@ -46,8 +46,8 @@ TEST_P(nmk2dSearch_maps, routes_that_may_cut_corners_are_as_short_as_dijkstra_fi
 }
 
 TEST_P(nmk2dSearch_maps, routes_that_cut_no_corner_are_as_long_as_the_scenarios_say) {
-    const auto verifier = std::make_shared<Corner_verifier>(map);
-    const Step_rule rule{map, false};
+    const auto verifier = std::make_shared<CornerVerifier>(map);
+    const StepRule rule{map, false};
     for (const Scenario& s : some(2)) {
         const double length = length_of(route(verifier, s.start, s.goal), rule);
         EXPECT_NEAR(length, s.length, 1e-5 * s.length);  // given to six digits

@@ -11,11 +11,11 @@
 #include <utility>
 #include <vector>
 
-#include "search/plane.h"
+#include "search/plane_nodes_for_tests.h"
 
 namespace {
 
-using namespace plane;
+using namespace nmk_search::plane;
 
 TEST(nmk2dSearch, with_the_forward_generator_a_goal_behind_is_never_reached) {
     const auto bounds =
@@ -101,7 +101,7 @@ TEST(nmk2dSearch, routes_are_as_short_as_an_independent_search_finds_them) {
     for (int turn = 0; turn < 60; ++turn) {
         SCOPED_TRACE("seed " + std::to_string(seed) + ", turn " + std::to_string(turn));
         std::vector<bool> blocked(size * size);
-        std::vector<Node_ptr> blocked_nodes;
+        std::vector<NodePointer> blocked_nodes;
         for (int cell = 1; cell < size * size - 1; ++cell) {
             if (random() % 100 >= 35) continue;
             blocked[static_cast<std::size_t>(cell)] = true;

@@ -33,11 +33,11 @@ std::atomic<int> allocations{0};
 
 namespace {
 
-using Node_ptr = std::shared_ptr<const nmkSearchNode>;
+using NodePointer = std::shared_ptr<const nmkSearchNode>;
 
-class Counting_verifier : public nmk2dSearchNodeVerifier {
+class CountingVerifier : public nmk2dSearchNodeVerifier {
   public:
-    explicit Counting_verifier(double side)
+    explicit CountingVerifier(double side)
         : nmk2dSearchNodeVerifier(giBox2(giPoint2(0, 0), giPoint2(side, side))) {}
 
     nmkSearchNodeVerifierResult verify(const nmkSearchNode& parent,
@@ -50,7 +50,7 @@ class Counting_verifier : public nmk2dSearchNodeVerifier {
 };
 
 // Nothing is known of what it does.
-class Own_generator : public nmk2dSearchNodeGenerator {
+class OwnGenerator : public nmk2dSearchNodeGenerator {
   public:
     using nmk2dSearchNodeGenerator::nmk2dSearchNodeGenerator;
 };
@@ -62,11 +62,11 @@ struct Made {
 
 template <class Generator>
 Made made_by_a_search(double side, giPoint2 goal) {
-    const auto verifier = std::make_shared<Counting_verifier>(side);
+    const auto verifier = std::make_shared<CountingVerifier>(side);
     nmkAStarSearch search(std::make_shared<Generator>(1, 1), verifier,
                           std::make_shared<nmk2dSearchNode>(giPoint2(0, 0)),
                           std::make_shared<nmk2dSearchGoalPoint>(goal));
-    std::vector<Node_ptr> route;
+    std::vector<NodePointer> route;
     const int before = allocations;
     search.perform(coiFiller_from_container(route));
     return {verifier->asked, allocations - before};
@@ -78,7 +78,7 @@ TEST(nmkAStarSearch, on_a_lattice_makes_nodes_for_the_verifier_only) {
         const Made made = made_by_a_search<nmk2dSearchNodeGenerator>(60, goal);
         EXPECT_GT(made.questions, 50);
         EXPECT_LE(made.allocations, made.questions + growing_of_lists);
-        const Made own = made_by_a_search<Own_generator>(60, goal);
+        const Made own = made_by_a_search<OwnGenerator>(60, goal);
         EXPECT_EQ(own.questions, made.questions);
         EXPECT_GT(own.allocations, 3 * made.questions);
     }

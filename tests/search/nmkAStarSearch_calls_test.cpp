@@ -11,7 +11,9 @@
 
 namespace {
 
-using namespace generated;
+namespace plain = nmk_search::plain;
+
+using namespace nmk_search::generated;
 
 // A run that starts at place 0, then twice from another place; what it threw and found is written
 // among the calls.
@@ -20,24 +22,24 @@ class Walk {
   public:
     Walk(const Traits& traits, unsigned seed)
         : maze(traits, seed),
-          search(std::make_shared<Generator>(maze), std::make_shared<Verifier>(maze), place(0),
+          search(std::make_shared<Generator>(maze), std::make_shared<Verifier>(maze), node(0),
                  std::make_shared<Goal>(maze)) {}
 
     Log whole() {
         perform();
-        search.set_start(place(1));
+        search.set_start(node(1));
         perform();
-        maze.goal_place = maze.h.size();  // nowhere: everything that is open is popped
+        maze.goal_node = maze.h.size();  // nowhere: everything that is open is popped
         perform();
         return maze.log;
     }
 
   private:
-    Node_ptr place(std::size_t number) { return std::make_shared<Place>(maze, number); }
+    NodePointer node(std::size_t number) { return std::make_shared<MazeNode>(maze, number); }
 
     void perform() {
         for (int turn = 0; turn < 40; ++turn) {
-            std::vector<Node_ptr> route;
+            std::vector<NodePointer> route;
             try {
                 search.perform(coiFiller_from_container(route));
             } catch (const std::runtime_error&) {
@@ -45,7 +47,7 @@ class Walk {
                 continue;
             }
             std::string found = "route";
-            for (const Node_ptr& node : route) found += " " + std::to_string(number_of(*node));
+            for (const NodePointer& node : route) found += " " + std::to_string(number_of(*node));
             return maze.write(found);
         }
     }
@@ -62,14 +64,14 @@ class Meddling : public Search {
 
   protected:
     std::shared_ptr<nmkAStarSearchNode> generate_node(
-        Node_ptr node, std::shared_ptr<const nmkAStarSearchNode> parent) const override {
-        auto& maze = static_cast<const Place&>(*node).maze;
+        NodePointer node, std::shared_ptr<const nmkAStarSearchNode> parent) const override {
+        auto& maze = static_cast<const MazeNode&>(*node).maze;
         if (!kept.empty() && maze.percent(10)) return kept[maze.draw(kept.size())];
         kept.push_back(Search::generate_node(std::move(node), std::move(parent)));
         return kept.back();
     }
     bool is_goal(const nmkAStarSearchNode& record) const override {
-        auto& maze = static_cast<const Place&>(*record.node()).maze;
+        auto& maze = static_cast<const MazeNode&>(*record.node()).maze;
         if (!kept.empty() && maze.percent(30)) {
             maze.move_goal();
             kept[maze.draw(kept.size())]->calculate_h(goal);
@@ -78,10 +80,10 @@ class Meddling : public Search {
     }
 
   private:
-    class Any_goal : public nmkSearchGoal {
+    class UnreachableGoal : public nmkSearchGoal {
         bool contains(const nmkSearchNode&) const override { return false; }
     };
-    Any_goal goal;
+    UnreachableGoal goal;
     mutable std::vector<std::shared_ptr<nmkAStarSearchNode>> kept;
 };
 
@@ -94,11 +96,11 @@ class Curious : public Search {
 
   protected:
     void expand_node(std::shared_ptr<const nmkAStarSearchNode> record) override {
-        auto& maze = static_cast<const Place&>(*record->node()).maze;
-        const Place other(maze, maze.draw(maze.h.size()));
+        auto& maze = static_cast<const MazeNode&>(*record->node()).maze;
+        const MazeNode other(maze, maze.draw(maze.h.size()));
         maze.write(this->is_in_visited(other) ? "closed" : "not closed");
         std::string way = "way";
-        this->reconstuct_route(record, coiFiller_from_function<Node_ptr>([&](Node_ptr node) {
+        this->reconstuct_route(record, coiFiller_from_function<NodePointer>([&](NodePointer node) {
                                    way += " " + std::to_string(number_of(*node));
                                }));
         maze.write(way);
@@ -144,7 +146,7 @@ INSTANTIATE_TEST_SUITE_P(
     nmkAStarSearch, Calls,
     testing::Values(Traits{.name = "many_ties"}, Traits{.name = "all_tied", .costs = 1},
                     Traits{.name = "large_costs", .costs = 1000},
-                    Traits{.name = "many_places", .places = 70, .branches = 5},
+                    Traits{.name = "many_nodes", .nodes = 70, .branches = 5},
                     Traits{.name = "scores_that_are_no_numbers", .not_numbers = 20},
                     Traits{.name = "loose_equality", .loose_equality = 30},
                     Traits{.name = "all_refused_for_one_parent", .refused = 0, .refused_once = 60},

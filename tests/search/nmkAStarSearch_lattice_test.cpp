@@ -13,17 +13,19 @@
 
 namespace {
 
-using generated_plane::Log;
-using generated_plane::Node_ptr;
-using generated_plane::text_of;
+namespace plain = nmk_search::plain;
 
-enum class Goal_kind { point, line, line_with_gradient, moving_line };
+using nmk_search::generated_plane::Log;
+using nmk_search::generated_plane::NodePointer;
+using nmk_search::generated_plane::text_of;
 
-struct Lattice_case {
+enum class GoalKind { point, line, line_with_gradient, moving_line };
+
+struct LatticeCase {
     const char* name;
     giPoint2 start{0, 0};
     giPoint2 step{1, 1};
-    Goal_kind goal = Goal_kind::point;
+    GoalKind goal = GoalKind::point;
     double gradient = 0.5;
     giPoint2 goal_steps{5, 3};  // from the start
     bool only_forward = false;
@@ -31,30 +33,30 @@ struct Lattice_case {
     int rows = 7;
 };
 
-std::ostream& operator<<(std::ostream& out, const Lattice_case& tested) {
+std::ostream& operator<<(std::ostream& out, const LatticeCase& tested) {
     return out << tested.name;
 }
 
-giPoint2 target_of(const Lattice_case& tested) {
+giPoint2 target_of(const LatticeCase& tested) {
     return {tested.start.x + tested.goal_steps.x * tested.step.x,
             tested.start.y + tested.goal_steps.y * tested.step.y};
 }
 
-std::shared_ptr<nmkSearchGoal> goal_of(const Lattice_case& tested) {
+std::shared_ptr<nmkSearchGoal> goal_of(const LatticeCase& tested) {
     const giPoint2 target = target_of(tested);
     switch (tested.goal) {
-        case Goal_kind::line:
+        case GoalKind::line:
             return std::make_shared<nmk2dSearchGoalXLine>(target);
-        case Goal_kind::line_with_gradient:
+        case GoalKind::line_with_gradient:
             return std::make_shared<nmk2dSearchGoalXLineWithGrad>(target, tested.gradient);
-        case Goal_kind::moving_line:
+        case GoalKind::moving_line:
             return std::make_shared<nmk2dSearchGoalMovingXLine>(target, tested.gradient);
         default:
             return std::make_shared<nmk2dSearchGoalPoint>(target);
     }
 }
 
-std::shared_ptr<nmkSearchNodeGenerator> generator_of(const Lattice_case& tested) {
+std::shared_ptr<nmkSearchNodeGenerator> generator_of(const LatticeCase& tested) {
     const giPoint2& step = tested.step;
     if (tested.only_forward) {
         return std::make_shared<nmkForward2dSearchNodeGenerator>(step.x, step.y);
@@ -67,10 +69,9 @@ struct Interrupted : std::runtime_error {
 };
 
 // Draws its verdicts, writes down what it was asked, and knows the nodes that it was shown.
-class Drawing_verifier : public nmkSearchNodeVerifier {
+class DrawingVerifier : public nmkSearchNodeVerifier {
   public:
-    Drawing_verifier(const Lattice_case& its_case, unsigned seed)
-        : tested(its_case), random(seed) {}
+    DrawingVerifier(const LatticeCase& its_case, unsigned seed) : tested(its_case), random(seed) {}
 
     nmkSearchNodeVerifierResult verify(const nmkSearchNode& parent,
                                        const nmkSearchNode& node) const override {
@@ -97,7 +98,7 @@ class Drawing_verifier : public nmkSearchNodeVerifier {
         return std::abs(columns) < tested.columns + 0.5 && std::abs(rows) < tested.rows + 0.5;
     }
 
-    const Lattice_case& tested;
+    const LatticeCase& tested;
     mutable std::mt19937 random;
     mutable Log log;
     mutable std::set<const nmkSearchNode*> accepted;
@@ -110,8 +111,8 @@ class Drawing_verifier : public nmkSearchNodeVerifier {
 template <class Search>
 class Watched {
   public:
-    Watched(const Lattice_case& tested, unsigned seed)
-        : verifier(std::make_shared<Drawing_verifier>(tested, seed)),
+    Watched(const LatticeCase& tested, unsigned seed)
+        : verifier(std::make_shared<DrawingVerifier>(tested, seed)),
           start(std::make_shared<nmk2dSearchNode>(tested.start)),
           search(generator_of(tested), verifier, start, goal_of(tested)) {}
 
@@ -119,7 +120,7 @@ class Watched {
         route.clear();
         verifier->log.push_back("perform");
         search.perform(coiFiller_from_container(route));
-        for (const Node_ptr& node : route) {
+        for (const NodePointer& node : route) {
             verifier->log.push_back("route " + text_of(*node));
             EXPECT_EQ(verifier->accepted.count(node.get()), 1u) << "not the node that was verified";
         }
@@ -132,16 +133,16 @@ class Watched {
 
     const Log& log() const { return verifier->log; }
 
-    std::shared_ptr<Drawing_verifier> verifier;
-    Node_ptr start;
+    std::shared_ptr<DrawingVerifier> verifier;
+    NodePointer start;
     Search search;
-    std::vector<Node_ptr> route;
+    std::vector<NodePointer> route;
 };
 
-class Lattice : public testing::TestWithParam<Lattice_case> {};
+class Lattice : public testing::TestWithParam<LatticeCase> {};
 
 template <class Search>
-Log whole_life(const Lattice_case& tested, unsigned seed) {
+Log whole_life(const LatticeCase& tested, unsigned seed) {
     Watched<Search> watched(tested, seed);
     watched.perform();
     EXPECT_TRUE(watched.route.empty() || watched.route.front() == watched.start);
@@ -166,7 +167,7 @@ TEST_P(Lattice, the_first_node_that_is_verified_is_the_start_itself) {
 }
 
 template <class Search>
-Log interrupted_life(const Lattice_case& tested, int call) {
+Log interrupted_life(const LatticeCase& tested, int call) {
     Watched<Search> watched(tested, 77);
     watched.verifier->throw_at = call;
     for (int run = 0; run < 3; ++run) {
@@ -187,11 +188,11 @@ TEST_P(Lattice, is_gone_on_with_after_an_exception_of_the_verifier) {
 }
 
 template <class Search>
-Log life_with_a_filler_that_throws(const Lattice_case& tested, unsigned seed) {
+Log life_with_a_filler_that_throws(const LatticeCase& tested, unsigned seed) {
     Watched<Search> watched(tested, seed);
     Log log;
     try {
-        watched.search.perform(coiFiller_from_function<Node_ptr>([&](Node_ptr node) {
+        watched.search.perform(coiFiller_from_function<NodePointer>([&](NodePointer node) {
             log.push_back(text_of(*node));
             if (log.size() == 2) throw Interrupted();
         }));
@@ -215,77 +216,76 @@ TEST_P(Lattice, is_gone_on_with_after_an_exception_of_the_filler) {
 INSTANTIATE_TEST_SUITE_P(
     nmkAStarSearch, Lattice,
     testing::Values(
-        Lattice_case{.name = "of_ones"},
-        Lattice_case{.name = "whose_goal_is_the_start", .goal_steps = {0, 0}},
-        Lattice_case{.name = "whose_goal_is_off_it", .goal_steps = {2.5, 1}},
-        Lattice_case{.name = "of_tenths", .start = {0.05, -0.3}, .step = {0.1, 0.3}},
-        Lattice_case{.name = "of_thirds", .start = {-0.0, 1e-7}, .step = {1.0 / 3, 1.0 / 7}},
-        Lattice_case{.name = "that_steps_backwards", .step = {-1, -0.7}},
-        Lattice_case{.name = "of_steps_forward_only", .only_forward = true},
-        Lattice_case{.name = "of_the_least_steps", .step = {1e-4, 1e-4}},
-        Lattice_case{.name = "of_steps_below_the_least", .step = {0.9e-4, 1}},
-        Lattice_case{.name = "of_steps_within_the_tolerance", .step = {0.6e-5, 0.9e-5}},
-        Lattice_case{.name = "of_steps_of_zero_in_y", .step = {1, 0}, .columns = 4},
-        Lattice_case{.name = "of_steps_that_are_no_number", .step = {1, std::nan("")}},
-        Lattice_case{.name = "that_drifts_away",
-                     .start = {-9e8, 3},
-                     .step = {0.1, 1},
-                     .goal_steps = {58, 0},
-                     .columns = 60,
-                     .rows = 1},
-        Lattice_case{.name = "that_grows_past_a_thousand_million", .start = {1e9 - 3, 0}},
-        Lattice_case{.name = "of_huge_steps", .step = {3e8, 1e9}},
-        Lattice_case{.name = "of_infinite_steps", .step = {INFINITY, 1}},
-        Lattice_case{.name = "far_away", .start = {1e12, -1e12}},
-        Lattice_case{.name = "where_steps_are_lost", .start = {1e18, 0}},
-        Lattice_case{.name = "with_a_line", .goal = Goal_kind::line},
-        Lattice_case{.name = "with_a_line_within_a_gradient",
-                     .goal = Goal_kind::line_with_gradient},
-        Lattice_case{.name = "with_a_line_without_gradient",
-                     .goal = Goal_kind::line_with_gradient,
-                     .gradient = 0},
-        Lattice_case{.name = "with_a_moving_line", .goal = Goal_kind::moving_line},
-        Lattice_case{.name = "with_a_moving_line_that_is_hard_to_meet",
-                     .goal = Goal_kind::moving_line,
-                     .gradient = 0.1,
-                     .columns = 20,
-                     .rows = 3},
-        Lattice_case{.name = "with_a_line_that_moves_often",
-                     .goal = Goal_kind::moving_line,
-                     .gradient = 0.05,
-                     .only_forward = true,
-                     .columns = 70,
-                     .rows = 4},
-        Lattice_case{.name = "with_a_moving_line_without_gradient",
-                     .goal = Goal_kind::moving_line,
-                     .gradient = 0},
-        Lattice_case{.name = "with_a_line_within_a_gradient_of_minus_zero",
-                     .goal = Goal_kind::line_with_gradient,
-                     .gradient = -0.0},
-        Lattice_case{.name = "with_a_moving_line_within_a_gradient_of_minus_zero",
-                     .goal = Goal_kind::moving_line,
-                     .gradient = -0.0},
-        Lattice_case{.name = "with_a_gradient_that_is_no_number",
-                     .goal = Goal_kind::line_with_gradient,
-                     .gradient = std::nan("")},
-        Lattice_case{.name = "with_an_infinite_gradient_and_a_target_as_far",
-                     .goal = Goal_kind::line_with_gradient,
-                     .gradient = INFINITY,
-                     .goal_steps = {2, INFINITY}},
-        Lattice_case{.name = "with_a_target_that_is_no_number", .goal_steps = {std::nan(""), 1}},
-        Lattice_case{.name = "with_a_line_at_no_number",
-                     .goal = Goal_kind::line,
-                     .goal_steps = {std::nan(""), 3}},
-        Lattice_case{.name = "with_a_line_within_a_gradient_at_no_number",
-                     .goal = Goal_kind::line_with_gradient,
-                     .goal_steps = {std::nan(""), 3}},
-        Lattice_case{.name = "with_a_moving_line_at_infinity",
-                     .goal = Goal_kind::moving_line,
-                     .goal_steps = {-INFINITY, 3}},
-        Lattice_case{.name = "whose_first_score_is_no_number",
-                     .goal = Goal_kind::moving_line,
-                     .gradient = 0,
-                     .goal_steps = {4, 0}}),
+        LatticeCase{.name = "of_ones"},
+        LatticeCase{.name = "whose_goal_is_the_start", .goal_steps = {0, 0}},
+        LatticeCase{.name = "whose_goal_is_off_it", .goal_steps = {2.5, 1}},
+        LatticeCase{.name = "of_tenths", .start = {0.05, -0.3}, .step = {0.1, 0.3}},
+        LatticeCase{.name = "of_thirds", .start = {-0.0, 1e-7}, .step = {1.0 / 3, 1.0 / 7}},
+        LatticeCase{.name = "that_steps_backwards", .step = {-1, -0.7}},
+        LatticeCase{.name = "of_steps_forward_only", .only_forward = true},
+        LatticeCase{.name = "of_the_least_steps", .step = {1e-4, 1e-4}},
+        LatticeCase{.name = "of_steps_below_the_least", .step = {0.9e-4, 1}},
+        LatticeCase{.name = "of_steps_within_the_tolerance", .step = {0.6e-5, 0.9e-5}},
+        LatticeCase{.name = "of_steps_of_zero_in_y", .step = {1, 0}, .columns = 4},
+        LatticeCase{.name = "of_steps_that_are_no_number", .step = {1, std::nan("")}},
+        LatticeCase{.name = "that_drifts_away",
+                    .start = {-9e8, 3},
+                    .step = {0.1, 1},
+                    .goal_steps = {58, 0},
+                    .columns = 60,
+                    .rows = 1},
+        LatticeCase{.name = "that_grows_past_a_thousand_million", .start = {1e9 - 3, 0}},
+        LatticeCase{.name = "of_huge_steps", .step = {3e8, 1e9}},
+        LatticeCase{.name = "of_infinite_steps", .step = {INFINITY, 1}},
+        LatticeCase{.name = "far_away", .start = {1e12, -1e12}},
+        LatticeCase{.name = "where_steps_are_lost", .start = {1e18, 0}},
+        LatticeCase{.name = "with_a_line", .goal = GoalKind::line},
+        LatticeCase{.name = "with_a_line_within_a_gradient", .goal = GoalKind::line_with_gradient},
+        LatticeCase{.name = "with_a_line_without_gradient",
+                    .goal = GoalKind::line_with_gradient,
+                    .gradient = 0},
+        LatticeCase{.name = "with_a_moving_line", .goal = GoalKind::moving_line},
+        LatticeCase{.name = "with_a_moving_line_that_is_hard_to_meet",
+                    .goal = GoalKind::moving_line,
+                    .gradient = 0.1,
+                    .columns = 20,
+                    .rows = 3},
+        LatticeCase{.name = "with_a_line_that_moves_often",
+                    .goal = GoalKind::moving_line,
+                    .gradient = 0.05,
+                    .only_forward = true,
+                    .columns = 70,
+                    .rows = 4},
+        LatticeCase{.name = "with_a_moving_line_without_gradient",
+                    .goal = GoalKind::moving_line,
+                    .gradient = 0},
+        LatticeCase{.name = "with_a_line_within_a_gradient_of_minus_zero",
+                    .goal = GoalKind::line_with_gradient,
+                    .gradient = -0.0},
+        LatticeCase{.name = "with_a_moving_line_within_a_gradient_of_minus_zero",
+                    .goal = GoalKind::moving_line,
+                    .gradient = -0.0},
+        LatticeCase{.name = "with_a_gradient_that_is_no_number",
+                    .goal = GoalKind::line_with_gradient,
+                    .gradient = std::nan("")},
+        LatticeCase{.name = "with_an_infinite_gradient_and_a_target_as_far",
+                    .goal = GoalKind::line_with_gradient,
+                    .gradient = INFINITY,
+                    .goal_steps = {2, INFINITY}},
+        LatticeCase{.name = "with_a_target_that_is_no_number", .goal_steps = {std::nan(""), 1}},
+        LatticeCase{.name = "with_a_line_at_no_number",
+                    .goal = GoalKind::line,
+                    .goal_steps = {std::nan(""), 3}},
+        LatticeCase{.name = "with_a_line_within_a_gradient_at_no_number",
+                    .goal = GoalKind::line_with_gradient,
+                    .goal_steps = {std::nan(""), 3}},
+        LatticeCase{.name = "with_a_moving_line_at_infinity",
+                    .goal = GoalKind::moving_line,
+                    .goal_steps = {-INFINITY, 3}},
+        LatticeCase{.name = "whose_first_score_is_no_number",
+                    .goal = GoalKind::moving_line,
+                    .gradient = 0,
+                    .goal_steps = {4, 0}}),
     [](const auto& tested) { return std::string(tested.param.name); });
 
 double draw_size(std::mt19937& random, int least_exponent, int exponents) {
@@ -296,12 +296,12 @@ double draw_size(std::mt19937& random, int least_exponent, int exponents) {
     return (random() % 4 == 0 ? -1.0 : 1.0) * size * digits;
 }
 
-Lattice_case draw_case(std::mt19937& random) {
-    Lattice_case drawn{.name = "drawn"};
+LatticeCase draw_case(std::mt19937& random) {
+    LatticeCase drawn{.name = "drawn"};
     drawn.start = {draw_size(random, -3, 13), draw_size(random, -3, 13)};
     const double step = draw_size(random, -5, 8);
     drawn.step = {step, random() % 2 == 0 ? step : draw_size(random, -5, 8)};
-    drawn.goal = static_cast<Goal_kind>(random() % 4);
+    drawn.goal = static_cast<GoalKind>(random() % 4);
     drawn.gradient = random() % 8 == 0 ? 0.0 : std::abs(draw_size(random, -2, 4));
     drawn.goal_steps = {static_cast<double>(random() % 12) - 3,
                         static_cast<double>(random() % 7) - 3};
@@ -315,7 +315,7 @@ TEST(nmkAStarSearch, walks_lattices_of_every_size_and_place_as_the_plain_lists_d
     const unsigned seed = 20261121;
     std::mt19937 random(seed);
     for (unsigned turn = 0; turn < 60; ++turn) {
-        const Lattice_case drawn = draw_case(random);
+        const LatticeCase drawn = draw_case(random);
         const Log ours = whole_life<nmkAStarSearch>(drawn, turn);
         ASSERT_EQ(ours, whole_life<plain::Search>(drawn, turn))
             << "seed " << seed << ", turn " << turn << ", step " << drawn.step.x << ", start "
@@ -326,15 +326,15 @@ TEST(nmkAStarSearch, walks_lattices_of_every_size_and_place_as_the_plain_lists_d
 // Sends the search elsewhere as soon as it is given the route's first node.
 template <class Search>
 std::vector<std::string> route_of_a_filler_that_starts_anew() {
-    const Lattice_case tested{.name = "small"};
+    const LatticeCase tested{.name = "small"};
     auto search = std::make_unique<Watched<Search>>(tested, 3);
     std::vector<std::string> route;
-    search->search.perform(coiFiller_from_function<Node_ptr>([&](Node_ptr node) {
+    search->search.perform(coiFiller_from_function<NodePointer>([&](NodePointer node) {
         if (route.empty()) search->search.set_start(node);
         route.push_back(text_of(*node));
     }));
     search->perform();
-    for (const Node_ptr& node : search->route) route.push_back(text_of(*node));
+    for (const NodePointer& node : search->route) route.push_back(text_of(*node));
     return route;
 }
 
@@ -349,7 +349,7 @@ TEST(nmkAStarSearch, on_a_lattice_lets_the_filler_set_another_start) {
 using Points = std::vector<giPoint2>;
 
 template <class Search>
-class Diagonal_arrival : public Search {
+class DiagonalArrival : public Search {
   public:
     using Search::Search;
 
@@ -360,7 +360,7 @@ class Diagonal_arrival : public Search {
     }
 };
 
-class Skewed_goal : public nmk2dSearchGoalPoint {
+class SkewedGoal : public nmk2dSearchGoalPoint {
   public:
     using nmk2dSearchGoalPoint::nmk2dSearchGoalPoint;
     double min_cost(const nmk2dSearchNode& node) const override {
@@ -368,9 +368,9 @@ class Skewed_goal : public nmk2dSearchGoalPoint {
     }
 };
 
-class Knight_generator : public nmk2dSearchNodeGenerator {
+class UnevenStepGenerator : public nmk2dSearchNodeGenerator {
   public:
-    Knight_generator() : nmk2dSearchNodeGenerator(1, 1) {}
+    UnevenStepGenerator() : nmk2dSearchNodeGenerator(1, 1) {}
 
   protected:
     void create_x_values(const nmk2dSearchNode& node, coiFiller<double> filler) const override {
@@ -379,7 +379,7 @@ class Knight_generator : public nmk2dSearchNodeGenerator {
     }
 };
 
-class Column_node : public nmk2dSearchNode {
+class ColumnNode : public nmk2dSearchNode {
   public:
     using nmk2dSearchNode::nmk2dSearchNode;
 
@@ -392,15 +392,15 @@ class Column_node : public nmk2dSearchNode {
 
 template <class Search>
 Points route_on_board(std::shared_ptr<nmkSearchNodeGenerator> generator,
-                      std::shared_ptr<nmkSearchGoal> goal, Node_ptr start) {
+                      std::shared_ptr<nmkSearchGoal> goal, NodePointer start) {
     Search search(
         std::move(generator),
         std::make_shared<nmk2dSearchNodeVerifier>(giBox2(giPoint2(-8, -8), giPoint2(8, 8))),
         std::move(start), std::move(goal));
-    std::vector<Node_ptr> nodes;
+    std::vector<NodePointer> nodes;
     search.perform(coiFiller_from_container(nodes));
     Points points;
-    for (const Node_ptr& node : nodes) {
+    for (const NodePointer& node : nodes) {
         points.push_back(static_cast<const nmk2dSearchNode&>(*node).point());
     }
     return points;
@@ -411,16 +411,16 @@ const auto library_goal = std::make_shared<nmk2dSearchGoalPoint>(giPoint2(5, 3))
 const auto library_start = std::make_shared<nmk2dSearchNode>(giPoint2(0, 0));
 
 TEST(nmkAStarSearch, on_a_lattice_asks_a_derived_search_for_the_arrival) {
-    const Points ours = route_on_board<Diagonal_arrival<nmkAStarSearch>>(
+    const Points ours = route_on_board<DiagonalArrival<nmkAStarSearch>>(
         library_generator, library_goal, library_start);
     ASSERT_FALSE(ours.empty());
     EXPECT_EQ(ours.back().x + ours.back().y, 6.0);
-    EXPECT_EQ(ours, route_on_board<Diagonal_arrival<plain::Search>>(library_generator, library_goal,
-                                                                    library_start));
+    EXPECT_EQ(ours, route_on_board<DiagonalArrival<plain::Search>>(library_generator, library_goal,
+                                                                   library_start));
 }
 
 TEST(nmkAStarSearch, on_a_lattice_asks_a_derived_goal_for_its_cost) {
-    const auto goal = std::make_shared<Skewed_goal>(giPoint2(5, 0));
+    const auto goal = std::make_shared<SkewedGoal>(giPoint2(5, 0));
     const auto start = std::make_shared<nmk2dSearchNode>(giPoint2(0, 5));
     const Points ours = route_on_board<nmkAStarSearch>(library_generator, goal, start);
     EXPECT_FALSE(ours.empty());
@@ -428,7 +428,7 @@ TEST(nmkAStarSearch, on_a_lattice_asks_a_derived_goal_for_its_cost) {
 }
 
 TEST(nmkAStarSearch, on_a_lattice_asks_a_derived_generator_for_the_neighbours) {
-    const auto generator = std::make_shared<Knight_generator>();
+    const auto generator = std::make_shared<UnevenStepGenerator>();
     const Points ours = route_on_board<nmkAStarSearch>(generator, library_goal, library_start);
     ASSERT_GT(ours.size(), 1u);
     EXPECT_NE(ours[1].x, 0.0);
@@ -436,7 +436,7 @@ TEST(nmkAStarSearch, on_a_lattice_asks_a_derived_generator_for_the_neighbours) {
 }
 
 TEST(nmkAStarSearch, on_a_lattice_asks_a_derived_start_whether_it_is_a_place) {
-    const auto start = std::make_shared<Column_node>(giPoint2(0, 0));
+    const auto start = std::make_shared<ColumnNode>(giPoint2(0, 0));
     const auto goal = std::make_shared<nmk2dSearchGoalPoint>(giPoint2(1, 5));
     const Points ours = route_on_board<nmkAStarSearch>(library_generator, goal, start);
     ASSERT_GT(ours.size(), 1u);

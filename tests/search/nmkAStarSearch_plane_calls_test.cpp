@@ -8,7 +8,9 @@
 
 namespace {
 
-using namespace generated_plane;
+namespace plain = nmk_search::plain;
+
+using namespace nmk_search::generated_plane;
 
 template <class Search>
 Log calls_of(const Traits& traits, unsigned seed) {
@@ -17,14 +19,14 @@ Log calls_of(const Traits& traits, unsigned seed) {
     const auto start = std::make_shared<nmk2dSearchNode>(giPoint2(base, -base));
     Search search(std::make_shared<Generator>(scene), std::make_shared<Verifier>(scene), start,
                   std::make_shared<Goal>(scene, base));
-    std::vector<Node_ptr> route;
+    std::vector<NodePointer> route;
     search.perform(coiFiller_from_container(route));
     return scene.log;
 }
 
-class Plane_calls : public testing::TestWithParam<Traits> {};
+class PlaneCalls : public testing::TestWithParam<Traits> {};
 
-TEST_P(Plane_calls, are_those_of_the_plain_lists) {
+TEST_P(PlaneCalls, are_those_of_the_plain_lists) {
     std::size_t calls = 0;
     for (unsigned seed = 1; seed <= 100; ++seed) {
         const Log ours = calls_of<nmkAStarSearch>(GetParam(), seed);
@@ -35,7 +37,7 @@ TEST_P(Plane_calls, are_those_of_the_plain_lists) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    nmkAStarSearch, Plane_calls,
+    nmkAStarSearch, PlaneCalls,
     testing::Values(
         Traits{.name = "around_1"}, Traits{.name = "around_1e5", .base_scale = 5},
         Traits{.name = "around_1e10", .base_scale = 10},

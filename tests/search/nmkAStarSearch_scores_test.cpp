@@ -11,12 +11,12 @@
 
 namespace {
 
-using Node_ptr = std::shared_ptr<const nmkSearchNode>;
+using NodePointer = std::shared_ptr<const nmkSearchNode>;
 
 // A place that is only its score; each is another one.
-class Scored_place : public nmkSearchNode {
+class ScoredNode : public nmkSearchNode {
   public:
-    explicit Scored_place(double its_score) : score(its_score) {}
+    explicit ScoredNode(double its_score) : score(its_score) {}
     double min_cost(const nmkSearchNode&) const override { return 0.0; }
     double min_cost(const nmkSearchGoal&) const override { return score; }
 
@@ -29,14 +29,14 @@ class Scored_place : public nmkSearchNode {
 // The first node has all the places as neighbours, the places have none.
 class Fan : public nmkSearchNodeGenerator {
   public:
-    void expand_node(const nmkSearchNode& node, coiFiller<Node_ptr> filler) const override {
+    void expand_node(const nmkSearchNode& node, coiFiller<NodePointer> filler) const override {
         if (&node != root.get()) return;
         for (const auto& place : places) filler.add(place);
     }
     double find_x_value(double x) const override { return x; }
 
-    std::shared_ptr<Scored_place> root = std::make_shared<Scored_place>(0.0);
-    std::vector<std::shared_ptr<Scored_place>> places;
+    std::shared_ptr<ScoredNode> root = std::make_shared<ScoredNode>(0.0);
+    std::vector<std::shared_ptr<ScoredNode>> places;
 };
 
 class Everywhere : public nmkSearchNodeVerifier {
@@ -77,10 +77,10 @@ TEST(nmkAStarSearch, pops_scores_of_every_size_and_sign_in_order_and_the_oldest_
     const auto fan = std::make_shared<Fan>();
     for (int i = 0; i < 500; ++i) {
         const double score = scores[random() % scores.size()];
-        fan->places.push_back(std::make_shared<Scored_place>(score));
+        fan->places.push_back(std::make_shared<ScoredNode>(score));
     }
     const auto goal = std::make_shared<Popped>();
-    std::vector<Node_ptr> route;
+    std::vector<NodePointer> route;
     nmkAStarSearch search(fan, std::make_shared<Everywhere>(), fan->root, goal);
     search.perform(coiFiller_from_container(route));
 

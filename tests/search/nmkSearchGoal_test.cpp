@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
-#include "search/plane.h"
+#include "search/plane_nodes_for_tests.h"
 
 namespace {
 
-using namespace plane;
+using namespace nmk_search::plane;
 
 class Nowhere : public nmkSearchGoal {
   public:

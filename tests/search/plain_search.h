@@ -11,14 +11,14 @@
 #include <utility>
 #include <vector>
 
-namespace plain {
+namespace nmk_search::plain {
 
-using Node_ptr = std::shared_ptr<const nmkSearchNode>;
+using NodePointer = std::shared_ptr<const nmkSearchNode>;
 
 class Search {
   public:
     Search(std::shared_ptr<const nmkSearchNodeGenerator> generator,
-           std::shared_ptr<const nmkSearchNodeVerifier> verifier, Node_ptr start,
+           std::shared_ptr<const nmkSearchNodeVerifier> verifier, NodePointer start,
            std::shared_ptr<nmkSearchGoal> goal)
         : m_goal(std::move(goal)),
           m_generator(std::move(generator)),
@@ -27,12 +27,12 @@ class Search {
     }
     virtual ~Search() = default;
 
-    void set_start(Node_ptr start) {
+    void set_start(NodePointer start) {
         m_open.clear();
         m_open.push_back(generate_node(std::move(start), nullptr));
     }
 
-    void perform(coiFiller<Node_ptr> filler) {
+    void perform(coiFiller<NodePointer> filler) {
         while (!m_open.empty()) {
             const auto record = find_next_node();
             if (record == nullptr) return;
@@ -43,7 +43,7 @@ class Search {
 
   protected:
     virtual void expand_node(std::shared_ptr<const nmkAStarSearchNode> record) {
-        std::vector<Node_ptr> neighbours;
+        std::vector<NodePointer> neighbours;
         m_generator->expand_node(*record->node(), coiFiller_from_container(neighbours));
         for (auto& neighbour : neighbours) {
             if (!is_in_visited(*neighbour)) m_open.push_back(generate_node(neighbour, record));
@@ -51,7 +51,7 @@ class Search {
     }
 
     virtual std::shared_ptr<nmkAStarSearchNode> generate_node(
-        Node_ptr node, std::shared_ptr<const nmkAStarSearchNode> parent) const {
+        NodePointer node, std::shared_ptr<const nmkAStarSearchNode> parent) const {
         return std::make_shared<nmkAStarSearchNode>(std::move(node), std::move(parent), *m_goal);
     }
 
@@ -60,15 +60,15 @@ class Search {
     }
 
     bool is_in_visited(const nmkSearchNode& node) const {
-        for (const Node_ptr& closed : m_visited) {
+        for (const NodePointer& closed : m_visited) {
             if (*closed == node) return true;
         }
         return false;
     }
 
     void reconstuct_route(std::shared_ptr<const nmkAStarSearchNode> record,
-                          coiFiller<Node_ptr> filler) const {
-        std::vector<Node_ptr> route;
+                          coiFiller<NodePointer> filler) const {
+        std::vector<NodePointer> route;
         for (; record->parent() != nullptr; record = record->parent()) {
             route.push_back(record->node());
         }
@@ -82,7 +82,7 @@ class Search {
 
   private:
     // What a verifier is given for the parent of a root.
-    class No_node final : public nmkSearchNode {
+    class RootParent final : public nmkSearchNode {
       public:
         double min_cost(const nmkSearchNode&) const override { return 0.0; }
         double min_cost(const nmkSearchGoal&) const override { return 0.0; }
@@ -93,7 +93,7 @@ class Search {
 
     int verdict(const nmkAStarSearchNode& record) const {
         const auto parent = record.parent();
-        const No_node none;
+        const RootParent none;
         const nmkSearchNode& from = parent == nullptr ? none : *parent->node();
         return static_cast<int>(m_verifier->verify(from, *record.node()));
     }
@@ -123,8 +123,8 @@ class Search {
     std::shared_ptr<nmkSearchGoal> m_goal;
     std::shared_ptr<const nmkSearchNodeGenerator> m_generator;
     std::shared_ptr<const nmkSearchNodeVerifier> m_verifier;
-    std::vector<Node_ptr> m_visited;
+    std::vector<NodePointer> m_visited;
     std::vector<std::shared_ptr<nmkAStarSearchNode>> m_open;
 };
 
-}  // namespace plain
+}  // namespace nmk_search::plain

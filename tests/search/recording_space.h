@@ -11,18 +11,18 @@
 #include <utility>
 #include <vector>
 
-namespace recording {
+namespace nmk_search::recording {
 
 using Log = std::vector<std::string>;
 
 /// A place with a name; names are compared for equality.
-class Place : public nmkSearchNode {
+class NamedNode : public nmkSearchNode {
   public:
-    Place(std::string its_name, double its_h, Log* calls)
+    NamedNode(std::string its_name, double its_h, Log* calls)
         : name(std::move(its_name)), h(its_h), log(calls) {}
 
     double min_cost(const nmkSearchNode& other) const override {
-        log->push_back("step " + static_cast<const Place&>(other).name + ">" + name);
+        log->push_back("step " + static_cast<const NamedNode&>(other).name + ">" + name);
         return step;
     }
     double min_cost(const nmkSearchGoal&) const override {
@@ -37,23 +37,23 @@ class Place : public nmkSearchNode {
 
   protected:
     bool is_equal(const nmkSearchNode& other) const override {
-        log->push_back(name + "==" + static_cast<const Place&>(other).name);
-        return name == static_cast<const Place&>(other).name;
+        log->push_back(name + "==" + static_cast<const NamedNode&>(other).name);
+        return name == static_cast<const NamedNode&>(other).name;
     }
 };
 
-using Place_ptr = std::shared_ptr<const Place>;
+using NamedNodePointer = std::shared_ptr<const NamedNode>;
 
 class Goal : public nmkSearchGoal {
   public:
     Goal(std::string its_name, Log* calls) : name(std::move(its_name)), log(calls) {}
 
     bool contains(const nmkSearchNode& node) const override {
-        log->push_back("goal " + static_cast<const Place&>(node).name);
-        return static_cast<const Place&>(node).name == name;
+        log->push_back("goal " + static_cast<const NamedNode&>(node).name);
+        return static_cast<const NamedNode&>(node).name == name;
     }
     bool overshoot_goal(const nmkSearchNode& node, const nmkSearchNodeGenerator&) override {
-        const std::string popped = static_cast<const Place&>(node).name;
+        const std::string popped = static_cast<const NamedNode&>(node).name;
         log->push_back("overshoot " + popped);
         return on_overshoot && on_overshoot(popped);
     }
@@ -69,15 +69,15 @@ class Generator : public nmkSearchNodeGenerator {
 
     void expand_node(const nmkSearchNode& node,
                      coiFiller<std::shared_ptr<const nmkSearchNode>> filler) const override {
-        const std::string name = static_cast<const Place&>(node).name;
+        const std::string name = static_cast<const NamedNode&>(node).name;
         log->push_back("expand " + name);
         const auto found = neighbours.find(name);
         if (found == neighbours.end()) return;
-        for (const Place_ptr& place : found->second) filler.add(place);
+        for (const NamedNodePointer& place : found->second) filler.add(place);
     }
     double find_x_value(double x) const override { return x + 1.0; }
 
-    std::map<std::string, std::vector<Place_ptr>> neighbours;
+    std::map<std::string, std::vector<NamedNodePointer>> neighbours;
     Log* log;
 };
 
@@ -87,9 +87,9 @@ class Verifier : public nmkSearchNodeVerifier {
 
     nmkSearchNodeVerifierResult verify(const nmkSearchNode& parent,
                                        const nmkSearchNode& node) const override {
-        const auto* from = dynamic_cast<const Place*>(&parent);
-        const std::string step =
-            (from ? from->name : std::string("none")) + ">" + static_cast<const Place&>(node).name;
+        const auto* from = dynamic_cast<const NamedNode*>(&parent);
+        const std::string step = (from ? from->name : std::string("none")) + ">" +
+                                 static_cast<const NamedNode&>(node).name;
         log->push_back("verify " + step);
         const auto found = answers.find(step);
         return static_cast<nmkSearchNodeVerifierResult>(found == answers.end() ? 0 : found->second);
@@ -111,12 +111,12 @@ class Space {
     std::shared_ptr<Verifier> verifier = std::make_shared<Verifier>(&log);
     std::shared_ptr<Goal> goal = std::make_shared<Goal>("goal", &log);
 
-    Place_ptr place(const std::string& name, double h = 0.0, double step = 1.0) {
-        auto made = std::make_shared<Place>(name, h, &log);
+    NamedNodePointer node(const std::string& name, double h = 0.0, double step = 1.0) {
+        auto made = std::make_shared<NamedNode>(name, h, &log);
         made->step = step;
         return made;
     }
-    nmkAStarSearch search(Place_ptr start) { return {generator, verifier, start, goal}; }
+    nmkAStarSearch search(NamedNodePointer start) { return {generator, verifier, start, goal}; }
 
     /// The names of the route, "a b goal"; empty when there is none.
     static std::string route_of(nmkAStarSearch& search) {
@@ -124,10 +124,10 @@ class Space {
         search.perform(coiFiller_from_container(nodes));
         std::string names;
         for (const auto& node : nodes) {
-            names += (names.empty() ? "" : " ") + static_cast<const Place&>(*node).name;
+            names += (names.empty() ? "" : " ") + static_cast<const NamedNode&>(*node).name;
         }
         return names;
     }
 };
 
-}  // namespace recording
+}  // namespace nmk_search::recording

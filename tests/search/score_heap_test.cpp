@@ -12,7 +12,7 @@
 
 namespace {
 
-using nmk_search::Score_heap;
+using nmk_search::ScoreHeap;
 
 std::vector<double> scores_of_every_kind() {
     constexpr double infinity = std::numeric_limits<double>::infinity();
@@ -22,12 +22,12 @@ std::vector<double> scores_of_every_kind() {
             largest, -largest, denormal, -denormal, 2.0,     -2.0,     infinity, -infinity};
 }
 
-TEST(score_heap, gives_the_smallest_score_and_of_equal_ones_the_smallest_number) {
+TEST(ScoreHeap, gives_the_smallest_score_and_of_equal_ones_the_smallest_number) {
     const unsigned seed = 90;
     SCOPED_TRACE(seed);
     std::mt19937 random(seed);
     const std::vector<double> scores = scores_of_every_kind();
-    Score_heap heap;
+    ScoreHeap heap;
     std::set<std::pair<double, std::size_t>> expected;  // zeros of either sign are equal
     std::size_t next = 0;
     for (int turn = 0; turn < 20000; ++turn) {

@@ -12,8 +12,8 @@
 
 class nmk2dSearchNode;
 namespace nmk_search {
-struct Lattice_steps;
-std::optional<Lattice_steps> lattice_steps_of(const nmkSearchNodeGenerator& generator);
+struct LatticeSteps;
+std::optional<LatticeSteps> lattice_steps_of(const nmkSearchNodeGenerator& generator);
 }  // namespace nmk_search
 
 class NMKTOOLBOX_EXPORT nmkAbs2dSearchNodeGenerator : public nmkSearchNodeGenerator {
@@ -52,7 +52,7 @@ class NMKTOOLBOX_EXPORT nmk2dSearchNodeGenerator : public nmkAbs2dSearchNodeGene
     double step_y() const { return m_step_y; }
 
   private:
-    friend std::optional<nmk_search::Lattice_steps> nmk_search::lattice_steps_of(
+    friend std::optional<nmk_search::LatticeSteps> nmk_search::lattice_steps_of(
         const nmkSearchNodeGenerator& generator);
 
     double m_step_x;

@@ -27,7 +27,7 @@ class NMKTOOLBOX_EXPORT nmk2dSearchNodeVerifier : public nmkSearchNodeVerifier {
 };
 
 namespace nmk_search {
-class Blocked_places;
+class BlockedPoints;
 }
 
 /// Refuses blocked places too. They are places, not regions: a step may pass between them.
@@ -49,5 +49,5 @@ class NMKTOOLBOX_EXPORT nmk2dSearchNodeVerifierBlocked : public nmk2dSearchNodeV
     bool is_blocked(const nmkSearchNode& node) const;
 
     coiIterator<std::shared_ptr<const nmkSearchNode>> m_blocked;
-    std::shared_ptr<const nmk_search::Blocked_places> m_places;  // empty: they may change
+    std::shared_ptr<const nmk_search::BlockedPoints> m_places;  // empty: they may change
 };

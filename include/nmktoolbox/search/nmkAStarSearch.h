@@ -29,9 +29,9 @@ class nmkSearchNode;
 class nmkSearchNodeGenerator;
 class nmkSearchNodeVerifier;
 namespace nmk_search {
-class Closed_list;
-class Lattice_search;
-class Open_list;
+class ClosedList;
+class LatticeSearch;
+class OpenList;
 }  // namespace nmk_search
 
 class NMKTOOLBOX_EXPORT nmkAStarSearch {
@@ -88,7 +88,7 @@ class NMKTOOLBOX_EXPORT nmkAStarSearch {
     std::shared_ptr<nmkSearchGoal> m_goal;
     std::shared_ptr<const nmkSearchNodeGenerator> m_generator;
     std::shared_ptr<const nmkSearchNodeVerifier> m_verifier;
-    std::unique_ptr<nmk_search::Closed_list> m_visited;        // in the order of closing
-    std::unique_ptr<nmk_search::Open_list> m_open;             // in the order of insertion
-    std::unique_ptr<nmk_search::Lattice_search> m_on_lattice;  // while it stands for both lists
+    std::unique_ptr<nmk_search::ClosedList> m_visited;            // in the order of closing
+    std::unique_ptr<nmk_search::OpenList> m_open;                 // in the order of insertion
+    std::unique_ptr<nmk_search::LatticeSearch> m_lattice_search;  // while it stands for both lists
 };

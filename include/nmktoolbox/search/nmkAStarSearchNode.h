@@ -8,7 +8,7 @@
 class nmkSearchGoal;
 class nmkSearchNode;
 namespace nmk_search {
-class Open_list;
+class OpenList;
 }
 
 /// A node, the record that it was reached from, and what the way through it costs.
@@ -41,9 +41,9 @@ class NMKTOOLBOX_EXPORT nmkAStarSearchNode {
 
   private:
     friend class nmkAStarSearch;
-    friend class nmk_search::Open_list;
+    friend class nmk_search::OpenList;
 
-    void tell_change() const;
+    void report_change() const;
 
     std::shared_ptr<const nmkSearchNode> m_node;
     std::shared_ptr<const nmkAStarSearchNode> m_parent;

@@ -1,4 +1,4 @@
-// blocked_places.h: places that a route may not enter, found without walking all of them.
+// blocked_points.h: places that a route may not enter, found without walking all of them.
 //
 // A node of the plane is equal to those of the given nodes that are of the plane too, at most the
 // tolerance away, and to no other; so only the points of those are kept.
@@ -7,21 +7,21 @@
 #include <memory>
 #include <vector>
 
-#include "search/place_index.h"
+#include "search/point_index.h"
 
 class nmkSearchNode;
 
 namespace nmk_search {
 
-class Blocked_places {
+class BlockedPoints {
   public:
-    explicit Blocked_places(const std::vector<std::shared_ptr<const nmkSearchNode>>& nodes);
+    explicit BlockedPoints(const std::vector<std::shared_ptr<const nmkSearchNode>>& nodes);
 
     /// Whether one of the places is `point`.
     bool contain(const giPoint2& point) const;
 
   private:
-    Place_index m_index;
+    PointIndex m_index;
 };
 
 }  // namespace nmk_search

@@ -7,19 +7,19 @@
 #include <utility>
 #include <vector>
 
-namespace plane {
+namespace nmk_search::plane {
 
-using Node_ptr = std::shared_ptr<const nmkSearchNode>;
+using NodePointer = std::shared_ptr<const nmkSearchNode>;
 using Points = std::vector<std::pair<double, double>>;
 
 inline nmk2dSearchNode node_at(double x, double y) { return nmk2dSearchNode(giPoint2(x, y)); }
-inline Node_ptr shared_node(double x, double y) {
+inline NodePointer shared_node(double x, double y) {
     return std::make_shared<nmk2dSearchNode>(giPoint2(x, y));
 }
 
-inline Points points_of(const std::vector<Node_ptr>& nodes) {
+inline Points points_of(const std::vector<NodePointer>& nodes) {
     Points points;
-    for (const Node_ptr& node : nodes) {
+    for (const NodePointer& node : nodes) {
         const giPoint2& point = static_cast<const nmk2dSearchNode&>(*node).point();
         points.emplace_back(point.x, point.y);
     }
@@ -27,24 +27,24 @@ inline Points points_of(const std::vector<Node_ptr>& nodes) {
 }
 
 inline Points neighbours(const nmkSearchNodeGenerator& generator, double x, double y) {
-    std::vector<Node_ptr> nodes;
+    std::vector<NodePointer> nodes;
     generator.expand_node(node_at(x, y), coiFiller_from_container(nodes));
     return points_of(nodes);
 }
 
 inline Points route(std::shared_ptr<nmkSearchNodeGenerator> generator,
-                    std::shared_ptr<nmkSearchNodeVerifier> verifier, Node_ptr start,
+                    std::shared_ptr<nmkSearchNodeVerifier> verifier, NodePointer start,
                     std::shared_ptr<nmkSearchGoal> goal) {
     nmkAStarSearch search(generator, verifier, start, goal);
-    std::vector<Node_ptr> nodes;
+    std::vector<NodePointer> nodes;
     search.perform(coiFiller_from_container(nodes));
     return points_of(nodes);
 }
 
 // A cursor over a list of nodes.
-class List_cursor : public coiAbsCloneableIterator<Node_ptr> {
+class ListCursor : public coiAbsCloneableIterator<NodePointer> {
   public:
-    explicit List_cursor(std::shared_ptr<const std::vector<Node_ptr>> nodes) : m_nodes(nodes) {}
+    explicit ListCursor(std::shared_ptr<const std::vector<NodePointer>> nodes) : m_nodes(nodes) {}
     bool undefined() const override { return m_at < 0; }
     void reset() override { m_at = -1; }
     bool operator++() override {
@@ -52,21 +52,21 @@ class List_cursor : public coiAbsCloneableIterator<Node_ptr> {
         ++m_at;
         return true;
     }
-    const Node_ptr& operator()() const override {
+    const NodePointer& operator()() const override {
         return (*m_nodes)[static_cast<std::size_t>(m_at)];
     }
-    std::unique_ptr<coiAbsCloneableIterator<Node_ptr>> clone() const override {
-        return std::make_unique<List_cursor>(*this);
+    std::unique_ptr<coiAbsCloneableIterator<NodePointer>> clone() const override {
+        return std::make_unique<ListCursor>(*this);
     }
 
   private:
-    std::shared_ptr<const std::vector<Node_ptr>> m_nodes;
+    std::shared_ptr<const std::vector<NodePointer>> m_nodes;
     int m_at = -1;
 };
 
-inline coiIterator<Node_ptr> cursor_over(std::vector<Node_ptr> nodes) {
-    return coiIterator<Node_ptr>(std::make_unique<List_cursor>(
-        std::make_shared<const std::vector<Node_ptr>>(std::move(nodes))));
+inline coiIterator<NodePointer> cursor_over(std::vector<NodePointer> nodes) {
+    return coiIterator<NodePointer>(std::make_unique<ListCursor>(
+        std::make_shared<const std::vector<NodePointer>>(std::move(nodes))));
 }
 
 /// A node of another kind than the plane's, which is equal to everything.
@@ -79,4 +79,4 @@ class Other : public nmkSearchNode {
     bool is_equal(const nmkSearchNode&) const override { return true; }
 };
 
-}  // namespace plane
+}  // namespace nmk_search::plane

@@ -1,4 +1,4 @@
-// place_index.h: which of many points of the plane is within the tolerance of a point, without
+// point_index.h: which of many points of the plane is within the tolerance of a point, without
 // asking each of them.
 //
 // Points are filed under the cell of a grid that they lie in. A look-up walks the cells that the
@@ -16,7 +16,7 @@
 
 namespace nmk_search {
 
-class Place_index {
+class PointIndex {
   public:
     static constexpr std::uint32_t none = UINT32_MAX;
 
@@ -30,7 +30,7 @@ class Place_index {
     std::uint32_t first_at(const giPoint2& point) const;
 
   private:
-    struct Filed {
+    struct Entry {
         giPoint2 point;
         std::uint32_t position;
         std::uint32_t next;  // of the same chain, or none
@@ -40,11 +40,11 @@ class Place_index {
     void file(std::uint32_t filed);
     void grow();
     template <class See>
-    void see_near(const giPoint2& point, const See& see) const;
+    void visit_near(const giPoint2& point, const See& see) const;
     template <class See>
-    bool see_chain(std::size_t chain, const giPoint2& point, const See& see) const;
+    bool visit_chain(std::size_t chain, const giPoint2& point, const See& see) const;
 
-    std::vector<Filed> m_filed;
+    std::vector<Entry> m_entries;
     std::vector<std::uint32_t> m_chains;  // a power of two of them: the last filed of each, or none
 };
 

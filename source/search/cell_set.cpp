@@ -1,10 +1,10 @@
-#include "search/place_set.h"
+#include "search/cell_set.h"
 
 #include <utility>
 
 namespace nmk_search {
 
-void Place_set::add(Lattice_place place) {
+void CellSet::add(LatticeCell place) {
     if (2 * (m_in_use + 1) > m_tiles.size()) grow();
     const std::uint64_t key = key_of(place);
     Tile& tile = m_tiles[slot_of(key)];
@@ -13,7 +13,7 @@ void Place_set::add(Lattice_place place) {
     tile.places |= bit_of(place);
 }
 
-void Place_set::grow() {
+void CellSet::grow() {
     std::vector<Tile> tiles(2 * m_tiles.size());
     std::swap(m_tiles, tiles);
     for (const Tile& tile : tiles) {

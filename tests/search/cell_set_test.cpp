@@ -1,5 +1,5 @@
 // The set of places, beside an ordered set of the standard library.
-#include "search/place_set.h"
+#include "search/cell_set.h"
 
 #include <gtest/gtest.h>
 
@@ -10,31 +10,31 @@
 
 namespace {
 
-using nmk_search::Lattice_place;
-using nmk_search::Place_set;
+using nmk_search::CellSet;
+using nmk_search::LatticeCell;
 
 // Within `spread` of a corner, to either side.
-Lattice_place draw_place(std::mt19937& random, Lattice_place corner, int spread) {
+LatticeCell draw_cell(std::mt19937& random, LatticeCell corner, int spread) {
     std::uniform_int_distribution<std::int32_t> off(-spread, spread);
     const std::int32_t column = corner.column + off(random);
     return {column, corner.row + off(random)};
 }
 
-TEST(place_set, holds_what_was_added_and_nothing_else) {
+TEST(CellSet, holds_what_was_added_and_nothing_else) {
     const unsigned seed = 88;
     SCOPED_TRACE(seed);
     std::mt19937 random(seed);
     constexpr std::int32_t far = 1 << 30;
-    for (const Lattice_place corner :
-         {Lattice_place{0, 0}, {far, far}, {-far, far}, {far, -far}, {-far, -far}, {5, -4000}}) {
+    for (const LatticeCell corner :
+         {LatticeCell{0, 0}, {far, far}, {-far, far}, {far, -far}, {-far, -far}, {5, -4000}}) {
         for (const int spread : {3, 20, 2000, 1 << 20}) {
-            Place_set places;
+            CellSet places;
             std::set<std::pair<std::int32_t, std::int32_t>> expected;
             for (int i = 0; i < 1000; ++i) {
-                const Lattice_place added = draw_place(random, corner, spread);
+                const LatticeCell added = draw_cell(random, corner, spread);
                 places.add(added);
                 expected.emplace(added.column, added.row);
-                const Lattice_place asked = draw_place(random, corner, spread);
+                const LatticeCell asked = draw_cell(random, corner, spread);
                 ASSERT_EQ(places.contains(asked), expected.contains({asked.column, asked.row}))
                     << asked.column << ',' << asked.row;
                 ASSERT_TRUE(places.contains(added)) << added.column << ',' << added.row;
@@ -44,10 +44,10 @@ TEST(place_set, holds_what_was_added_and_nothing_else) {
     }
 }
 
-TEST(place_set, tells_the_places_of_a_tile_and_of_its_neighbours_apart) {
+TEST(CellSet, tells_the_places_of_a_tile_and_of_its_neighbours_apart) {
     for (std::int32_t column = -9; column <= 9; ++column) {
         for (std::int32_t row = -9; row <= 9; ++row) {
-            Place_set places;
+            CellSet places;
             places.add({column, row});
             for (std::int32_t other_column = -17; other_column <= 17; ++other_column) {
                 for (std::int32_t other_row = -17; other_row <= 17; ++other_row) {

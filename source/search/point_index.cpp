@@ -1,10 +1,10 @@
-#include "search/place_index.h"
+#include "search/point_index.h"
 
 #include <algorithm>
 #include <bit>
 #include <cmath>
 
-#include "search/plane_places.h"
+#include "search/plane_nodes.h"
 
 namespace nmk_search {
 
@@ -12,16 +12,16 @@ namespace {
 
 // Cells are wide beside the tolerance, so that most circles touch one. Rounding to the nearest puts
 // the lattices that people use in the middle of their cells.
-constexpr double cells_in_one = 1e4;
+constexpr double cells_per_unit = 1e4;
 
 // A rounded distance may be a little short.
-constexpr double reach = 2.0 * nodes_are_one_place;
+constexpr double reach = 2.0 * node_tolerance;
 
-constexpr std::size_t fewest_chains = 64;
+constexpr std::size_t min_chains = 64;
 
 bool is_finite(const giPoint2& point) { return std::isfinite(point.x) && std::isfinite(point.y); }
 
-double cell_of(double coordinate) { return std::floor(coordinate * cells_in_one + 0.5); }
+double cell_of(double coordinate) { return std::floor(coordinate * cells_per_unit + 0.5); }
 
 /// The numbers of the cells in which the neighbours of a coordinate can lie.
 struct Cells {
@@ -35,57 +35,57 @@ Cells cells_near(double coordinate) {
 
 }  // namespace
 
-void Place_index::add(const giPoint2& point, std::uint32_t position) {
+void PointIndex::add(const giPoint2& point, std::uint32_t position) {
     if (!is_finite(point)) return;
-    m_filed.push_back({point, position, none});
-    if (m_filed.size() > m_chains.size()) return grow();
-    file(static_cast<std::uint32_t>(m_filed.size() - 1));
+    m_entries.push_back({point, position, none});
+    if (m_entries.size() > m_chains.size()) return grow();
+    file(static_cast<std::uint32_t>(m_entries.size() - 1));
 }
 
-bool Place_index::contains(const giPoint2& point) const {
+bool PointIndex::contains(const giPoint2& point) const {
     bool is_any = false;
-    see_near(point, [&](const Filed&) { return is_any = true; });
+    visit_near(point, [&](const Entry&) { return is_any = true; });
     return is_any;
 }
 
-std::uint32_t Place_index::first_at(const giPoint2& point) const {
+std::uint32_t PointIndex::first_at(const giPoint2& point) const {
     std::uint32_t first = none;
-    see_near(point, [&](const Filed& filed) {
+    visit_near(point, [&](const Entry& filed) {
         first = std::min(first, filed.position);
         return false;
     });
     return first;
 }
 
-std::size_t Place_index::chain_of(double cell_x, double cell_y) const {
+std::size_t PointIndex::chain_of(double cell_x, double cell_y) const {
     std::uint64_t mixed = std::bit_cast<std::uint64_t>(cell_x) * 0x9e3779b97f4a7c15u;
     mixed = (mixed ^ (mixed >> 32) ^ std::bit_cast<std::uint64_t>(cell_y)) * 0xd6e8feb86659fd93u;
     mixed = (mixed ^ (mixed >> 32)) * 0x9e3779b97f4a7c15u;
     return (mixed ^ (mixed >> 29)) & (m_chains.size() - 1);
 }
 
-void Place_index::file(std::uint32_t number) {
-    Filed& filed = m_filed[number];
+void PointIndex::file(std::uint32_t number) {
+    Entry& filed = m_entries[number];
     std::uint32_t& last = m_chains[chain_of(cell_of(filed.point.x), cell_of(filed.point.y))];
     filed.next = last;
     last = number;
 }
 
-void Place_index::grow() {
-    m_chains.assign(std::max(fewest_chains, 2 * m_chains.size()), none);
-    for (std::uint32_t number = 0; number < m_filed.size(); ++number) file(number);
+void PointIndex::grow() {
+    m_chains.assign(std::max(min_chains, 2 * m_chains.size()), none);
+    for (std::uint32_t number = 0; number < m_entries.size(); ++number) file(number);
 }
 
 // Shows the points that are one place with `point`, until `see` answers that it has seen enough.
 template <class See>
-void Place_index::see_near(const giPoint2& point, const See& see) const {
+void PointIndex::visit_near(const giPoint2& point, const See& see) const {
     if (m_chains.empty() || !is_finite(point)) return;
     const Cells x = cells_near(point.x);
     const Cells y = cells_near(point.y);
     // Where adding 1 no longer changes the number of a cell, first and last are the same.
     for (double cell_x = x.first;; cell_x += 1.0) {
         for (double cell_y = y.first;; cell_y += 1.0) {
-            if (see_chain(chain_of(cell_x, cell_y), point, see)) return;
+            if (visit_chain(chain_of(cell_x, cell_y), point, see)) return;
             if (!(cell_y < y.last)) break;
         }
         if (!(cell_x < x.last)) break;
@@ -93,10 +93,10 @@ void Place_index::see_near(const giPoint2& point, const See& see) const {
 }
 
 template <class See>
-bool Place_index::see_chain(std::size_t chain, const giPoint2& point, const See& see) const {
-    for (std::uint32_t number = m_chains[chain]; number != none; number = m_filed[number].next) {
-        const Filed& filed = m_filed[number];
-        if (are_one_place(filed.point, point) && see(filed)) return true;
+bool PointIndex::visit_chain(std::size_t chain, const giPoint2& point, const See& see) const {
+    for (std::uint32_t number = m_chains[chain]; number != none; number = m_entries[number].next) {
+        const Entry& filed = m_entries[number];
+        if (points_coincide(filed.point, point) && see(filed)) return true;
     }
     return false;
 }

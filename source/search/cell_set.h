@@ -1,4 +1,4 @@
-// place_set.h: a set of places of a lattice, one bit each.
+// cell_set.h: a set of places of a lattice, one bit each.
 //
 // Places are kept by tiles of 8 by 8, of which only those that hold a place exist: where a search
 // closes most of what it comes by, a million places take half a megabyte.
@@ -12,15 +12,15 @@
 
 namespace nmk_search {
 
-class Place_set {
+class CellSet {
   public:
-    Place_set() : m_tiles(fewest_slots) {}
+    CellSet() : m_tiles(min_slots) {}
 
-    bool contains(Lattice_place place) const {
+    bool contains(LatticeCell place) const {
         return (m_tiles[slot_of(key_of(place))].places & bit_of(place)) != 0;
     }
 
-    void add(Lattice_place place);
+    void add(LatticeCell place);
 
   private:
     struct Tile {
@@ -28,13 +28,13 @@ class Place_set {
         std::uint64_t places = 0;  // none: the slot is free
     };
 
-    static constexpr std::size_t fewest_slots = 16;
+    static constexpr std::size_t min_slots = 16;
 
-    static std::uint64_t key_of(Lattice_place place) {
+    static std::uint64_t key_of(LatticeCell place) {
         const auto column = static_cast<std::uint32_t>(place.column >> 3);
         return std::uint64_t{column} << 32 | static_cast<std::uint32_t>(place.row >> 3);
     }
-    static std::uint64_t bit_of(Lattice_place place) {
+    static std::uint64_t bit_of(LatticeCell place) {
         return std::uint64_t{1} << ((place.column & 7) * 8 + (place.row & 7));
     }
 
