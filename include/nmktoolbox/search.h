@@ -7,6 +7,7 @@
 #include <nmktoolbox/search/nmk2dSearchNodeVerifier.h>
 #include <nmktoolbox/search/nmkAStarSearch.h>
 #include <nmktoolbox/search/nmkAStarSearchNode.h>
+#include <nmktoolbox/search/nmkLatticeRoute.h>
 #include <nmktoolbox/search/nmkSearchGoal.h>
 #include <nmktoolbox/search/nmkSearchNode.h>
 #include <nmktoolbox/search/nmkSearchNodeGenerator.h>

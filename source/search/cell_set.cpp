@@ -4,20 +4,20 @@
 
 namespace nmk_search {
 
-void CellSet::add(LatticeCell place) {
+void CellSet::add(LatticeCell cell) {
     if (2 * (m_in_use + 1) > m_tiles.size()) grow();
-    const std::uint64_t key = key_of(place);
+    const std::uint64_t key = key_of(cell);
     Tile& tile = m_tiles[slot_of(key)];
-    if (tile.places == 0) ++m_in_use;
+    if (tile.cells == 0) ++m_in_use;
     tile.key = key;
-    tile.places |= bit_of(place);
+    tile.cells |= bit_of(cell);
 }
 
 void CellSet::grow() {
     std::vector<Tile> tiles(2 * m_tiles.size());
     std::swap(m_tiles, tiles);
     for (const Tile& tile : tiles) {
-        if (tile.places != 0) m_tiles[slot_of(tile.key)] = tile;
+        if (tile.cells != 0) m_tiles[slot_of(tile.key)] = tile;
     }
 }
 

@@ -1,7 +1,7 @@
-// cell_set.h: a set of places of a lattice, one bit each.
+// cell_set.h: a set of cells of a lattice, one bit each.
 //
-// Places are kept by tiles of 8 by 8, of which only those that hold a place exist: where a search
-// closes most of what it comes by, a million places take half a megabyte.
+// Places are kept by tiles of 8 by 8, of which only those that hold a cell exist: where a search
+// closes most of what it comes by, a million cells take half a megabyte.
 #pragma once
 
 #include <cstddef>
@@ -16,26 +16,26 @@ class CellSet {
   public:
     CellSet() : m_tiles(min_slots) {}
 
-    bool contains(LatticeCell place) const {
-        return (m_tiles[slot_of(key_of(place))].places & bit_of(place)) != 0;
+    bool contains(LatticeCell cell) const {
+        return (m_tiles[slot_of(key_of(cell))].cells & bit_of(cell)) != 0;
     }
 
-    void add(LatticeCell place);
+    void add(LatticeCell cell);
 
   private:
     struct Tile {
         std::uint64_t key = 0;
-        std::uint64_t places = 0;  // none: the slot is free
+        std::uint64_t cells = 0;  // none: the slot is free
     };
 
     static constexpr std::size_t min_slots = 16;
 
-    static std::uint64_t key_of(LatticeCell place) {
-        const auto column = static_cast<std::uint32_t>(place.column >> 3);
-        return std::uint64_t{column} << 32 | static_cast<std::uint32_t>(place.row >> 3);
+    static std::uint64_t key_of(LatticeCell cell) {
+        const auto column = static_cast<std::uint32_t>(cell.column >> 3);
+        return std::uint64_t{column} << 32 | static_cast<std::uint32_t>(cell.row >> 3);
     }
-    static std::uint64_t bit_of(LatticeCell place) {
-        return std::uint64_t{1} << ((place.column & 7) * 8 + (place.row & 7));
+    static std::uint64_t bit_of(LatticeCell cell) {
+        return std::uint64_t{1} << ((cell.column & 7) * 8 + (cell.row & 7));
     }
 
     // The slot of the tile, or the free one where it would go.
@@ -43,7 +43,7 @@ class CellSet {
         constexpr std::uint64_t odd = 0x9e3779b97f4a7c15u;
         std::uint64_t mixed = (key ^ (key >> 32)) * odd;
         std::size_t slot = (mixed ^ (mixed >> 32)) & (m_tiles.size() - 1);
-        while (m_tiles[slot].places != 0 && m_tiles[slot].key != key) {
+        while (m_tiles[slot].cells != 0 && m_tiles[slot].key != key) {
             slot = (slot + 1) & (m_tiles.size() - 1);
         }
         return slot;

@@ -1,7 +1,8 @@
-// lattice_open_list.h: the records of a search on a lattice that wait to be popped.
+// lattice_open_list.h: the open list of a search on a lattice.
 //
-// The smallest f is first, and among equals the oldest. What is looked at for every record that is
-// popped stands apart from what is needed only where its place is not closed yet: most are dropped.
+// The entry of the smallest f is first, and among equals the oldest. The cell, which is read for
+// every entry that is popped, is stored apart from what is read only where the cell is not closed
+// yet: most entries are dropped.
 #pragma once
 
 #include <geometry/giPoint2.h>
@@ -19,11 +20,11 @@ namespace nmk_search {
 
 class LatticeOpenList {
   public:
-    /// How a place was reached.
-    struct Way {
+    /// How a cell was reached.
+    struct Entry {
         giPoint2 point;
         double g;
-        std::uint32_t parent;  // the number of a closed place
+        std::uint32_t parent;  // the sequence number of a closed cell
     };
     using Slot = std::uint32_t;
 
@@ -31,66 +32,66 @@ class LatticeOpenList {
 
     bool is_empty() const { return m_heap.is_empty(); }
 
-    /// `f` must be a number. There must be an age left.
-    void push(LatticeCell place, const Way& way, double f);
+    /// `f` must not be NaN, and ages_left() not 0.
+    void push(LatticeCell cell, const Entry& entry, double f);
 
-    /// The best record. Its slot is not used again before the next push.
+    /// The slot of the best entry. It can be read until the next push, also after drop_first.
     Slot first() const { return slot_of(m_heap.first()); }
     void drop_first();
 
-    LatticeCell place(Slot slot) const { return m_places[slot]; }
-    const Way& way(Slot slot) const { return m_ways[slot]; }
+    LatticeCell cell(Slot slot) const { return m_cells[slot]; }
+    const Entry& entry(Slot slot) const { return m_entries[slot]; }
 
-    /// The slots of all records, oldest first.
+    /// The slots of all entries, oldest first.
     std::vector<Slot> slots_by_age() const;
 
-    /// Puts every record where the f that `f_of` answers for its way belongs.
+    /// Orders the entries by new scores: `f_of` returns the f of an entry.
     template <class ScoreFunction>
     void score(const ScoreFunction& f_of);
 
-    /// How many records can be pushed before there must be new ages.
+    /// How many entries can be pushed before they must be given new ages.
     std::uint32_t ages_left() const {
         return std::numeric_limits<std::uint32_t>::max() - m_next_age;
     }
 
-    /// Scores every record, and gives them the first ages, in the order of their old ones.
+    /// Like score; the entries are also numbered anew from age 0, in the order of their old ages.
     template <class ScoreFunction>
     void score_with_new_ages(const ScoreFunction& f_of);
 
   private:
     static Slot slot_of(std::size_t number) { return static_cast<Slot>(number); }
-    Slot free_slot();
-    void file(Slot slot, double f);
+    Slot take_free_slot();
+    void add_to_heap(Slot slot, double f);
 
     // Age and slot are one number in the heap, the age above.
     static_assert(sizeof(std::size_t) >= 2 * sizeof(Slot));
     ScoreHeap m_heap;
-    std::vector<LatticeCell> m_places;
-    std::vector<Way> m_ways;
+    std::vector<LatticeCell> m_cells;
+    std::vector<Entry> m_entries;
     std::vector<Slot> m_free;
     std::uint32_t m_next_age;
 };
 
-inline LatticeOpenList::Slot LatticeOpenList::free_slot() {
+inline LatticeOpenList::Slot LatticeOpenList::take_free_slot() {
     if (m_free.empty()) {
-        m_places.emplace_back();
-        m_ways.emplace_back();
-        return static_cast<Slot>(m_ways.size() - 1);
+        m_cells.emplace_back();
+        m_entries.emplace_back();
+        return static_cast<Slot>(m_entries.size() - 1);
     }
     const Slot slot = m_free.back();
     m_free.pop_back();
     return slot;
 }
 
-inline void LatticeOpenList::file(Slot slot, double f) {
+inline void LatticeOpenList::add_to_heap(Slot slot, double f) {
     m_heap.add(f, std::size_t{m_next_age++} << 32 | slot);
 }
 
-inline void LatticeOpenList::push(LatticeCell place, const Way& way, double f) {
-    const Slot slot = free_slot();
-    m_places[slot] = place;
-    m_ways[slot] = way;
-    file(slot, f);
+inline void LatticeOpenList::push(LatticeCell cell, const Entry& entry, double f) {
+    const Slot slot = take_free_slot();
+    m_cells[slot] = cell;
+    m_entries[slot] = entry;
+    add_to_heap(slot, f);
 }
 
 inline void LatticeOpenList::drop_first() {
@@ -111,7 +112,7 @@ template <class ScoreFunction>
 void LatticeOpenList::score(const ScoreFunction& f_of) {
     const std::vector<std::size_t> numbers = m_heap.numbers();
     m_heap.clear();
-    for (const std::size_t number : numbers) m_heap.add(f_of(m_ways[slot_of(number)]), number);
+    for (const std::size_t number : numbers) m_heap.add(f_of(m_entries[slot_of(number)]), number);
 }
 
 template <class ScoreFunction>
@@ -119,7 +120,7 @@ void LatticeOpenList::score_with_new_ages(const ScoreFunction& f_of) {
     const std::vector<Slot> slots = slots_by_age();
     m_heap.clear();
     m_next_age = 0;
-    for (const Slot slot : slots) file(slot, f_of(m_ways[slot]));
+    for (const Slot slot : slots) add_to_heap(slot, f_of(m_entries[slot]));
 }
 
 }  // namespace nmk_search

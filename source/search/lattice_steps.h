@@ -1,4 +1,4 @@
-// lattice_steps.h: what the library's own generators of the plane step by.
+// lattice_steps.h: the steps that the library's own generators of the plane make.
 #pragma once
 
 #include <array>
@@ -24,7 +24,7 @@ struct LatticeSteps {
     static constexpr std::array every_direction{0, 1, -1};
 };
 
-/// Nothing when `generator` is of a caller's own class.
+/// Empty for a generator of a caller's own class.
 std::optional<LatticeSteps> lattice_steps_of(const nmkSearchNodeGenerator& generator);
 
 }  // namespace nmk_search

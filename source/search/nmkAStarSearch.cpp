@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "search/closed_list.h"
-#include "search/lattice_search.h"
 #include "search/local_filler.h"
+#include "search/node_lattice_search.h"
 #include "search/open_list.h"
 #include "search/root_parent.h"
 
@@ -131,51 +131,49 @@ std::shared_ptr<const nmkAStarSearchNode> nmkAStarSearch::pop_best_node() {
     return chosen;
 }
 
-// A search of a derived class may have replaced what the lattice does by itself.
+// A derived class may have replaced operations that a search on the lattice would not call.
 void nmkAStarSearch::enter_lattice() {
     if (typeid(*this) != typeid(nmkAStarSearch)) return;
     if (m_open->is_empty() || !m_visited->is_empty()) return;
     const std::shared_ptr<const nmkSearchNode> start = (*m_open)[m_open->best()]->m_node;
-    m_lattice_search = nmk_search::LatticeSearch::make(m_generator, m_verifier, start, m_goal);
+    m_lattice_search = nmk_search::NodeLatticeSearch::make(m_generator, m_verifier, start, m_goal);
 }
 
-// Answers whether the search is over; if not, the lists are to be gone on with.
+// Returns whether the search is over; if not, it continues with the general lists.
 bool nmkAStarSearch::perform_on_lattice(RouteFiller& filler) {
-    using nmk_search::LatticeSearch;
-    const LatticeSearch::Stop stop = m_lattice_search->run();
-    switch (stop.why) {
-        case LatticeSearch::Why::exhausted:
-            return true;
-        case LatticeSearch::Why::arrived:
-            m_lattice_search->add_route(stop.at, filler);
-            return true;
-        default:
-            break;
+    using nmk_search::LatticeStopReason;
+    const auto stop = m_lattice_search->run();
+    if (stop.reason == LatticeStopReason::left_lattice) {
+        const Records records = leave_lattice();
+        if (stop.at != nmk_search::NodeLatticeSearch::none) expand_node(records[stop.at]);
+        return false;
     }
-    const Records records = leave_lattice();
-    if (stop.at != LatticeSearch::none) expand_node(records[stop.at]);
-    return false;
+    if (stop.reason == LatticeStopReason::arrived) {
+        // Collected first: the filler may set another start, which deletes m_lattice_search.
+        for (auto& node : m_lattice_search->route_to(stop.at)) filler.add(std::move(node));
+    }
+    return true;
 }
 
-// The lists as they would stand had the search gone by them from the beginning. Answers the records
-// of the closed places.
+// Fills the general lists as they would be if the search had used them from the beginning. Returns
+// the records of the closed nodes.
 nmkAStarSearch::Records nmkAStarSearch::leave_lattice() {
-    using nmk_search::LatticeSearch;
-    const LatticeSearch& left = *m_lattice_search;
+    using nmk_search::NodeLatticeSearch;
+    const NodeLatticeSearch& left = *m_lattice_search;
     Records records;
     const auto record_of = [&](std::shared_ptr<const nmkSearchNode> node,
-                               LatticeSearch::Number parent) {
+                               NodeLatticeSearch::SequenceNumber parent) {
         return generate_node(std::move(node),
-                             parent == LatticeSearch::none ? nullptr : records[parent]);
+                             parent == NodeLatticeSearch::none ? nullptr : records[parent]);
     };
     auto visited = std::make_unique<nmk_search::ClosedList>();
-    for (const LatticeSearch::Closed& closed : left.closed()) {
-        records.push_back(record_of(closed.node, closed.parent));
-        visited->add(closed.node);
+    for (const NodeLatticeSearch::Closed& closed : left.closed()) {
+        records.push_back(record_of(closed.item, closed.parent));
+        visited->add(closed.item);
     }
     auto open = std::make_unique<nmk_search::OpenList>();
-    for (const auto& way : left.open_ways()) {
-        open->push(record_of(left.node_of(way), way.parent));
+    for (const auto& entry : left.open_entries()) {
+        open->push(record_of(left.node_of(entry), entry.parent));
     }
     m_visited = std::move(visited);
     m_open = std::move(open);

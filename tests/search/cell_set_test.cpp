@@ -1,4 +1,4 @@
-// The set of places, beside an ordered set of the standard library.
+// The set of cells, beside an ordered set of the standard library.
 #include "search/cell_set.h"
 
 #include <gtest/gtest.h>
@@ -28,31 +28,31 @@ TEST(CellSet, holds_what_was_added_and_nothing_else) {
     for (const LatticeCell corner :
          {LatticeCell{0, 0}, {far, far}, {-far, far}, {far, -far}, {-far, -far}, {5, -4000}}) {
         for (const int spread : {3, 20, 2000, 1 << 20}) {
-            CellSet places;
+            CellSet cells;
             std::set<std::pair<std::int32_t, std::int32_t>> expected;
             for (int i = 0; i < 1000; ++i) {
                 const LatticeCell added = draw_cell(random, corner, spread);
-                places.add(added);
+                cells.add(added);
                 expected.emplace(added.column, added.row);
                 const LatticeCell asked = draw_cell(random, corner, spread);
-                ASSERT_EQ(places.contains(asked), expected.contains({asked.column, asked.row}))
+                ASSERT_EQ(cells.contains(asked), expected.contains({asked.column, asked.row}))
                     << asked.column << ',' << asked.row;
-                ASSERT_TRUE(places.contains(added)) << added.column << ',' << added.row;
+                ASSERT_TRUE(cells.contains(added)) << added.column << ',' << added.row;
             }
-            for (const auto& [column, row] : expected) ASSERT_TRUE(places.contains({column, row}));
+            for (const auto& [column, row] : expected) ASSERT_TRUE(cells.contains({column, row}));
         }
     }
 }
 
-TEST(CellSet, tells_the_places_of_a_tile_and_of_its_neighbours_apart) {
+TEST(CellSet, distinguishes_the_cells_of_a_tile_and_of_its_neighbours) {
     for (std::int32_t column = -9; column <= 9; ++column) {
         for (std::int32_t row = -9; row <= 9; ++row) {
-            CellSet places;
-            places.add({column, row});
+            CellSet cells;
+            cells.add({column, row});
             for (std::int32_t other_column = -17; other_column <= 17; ++other_column) {
                 for (std::int32_t other_row = -17; other_row <= 17; ++other_row) {
                     const bool same = other_column == column && other_row == row;
-                    ASSERT_EQ(places.contains({other_column, other_row}), same);
+                    ASSERT_EQ(cells.contains({other_column, other_row}), same);
                 }
             }
         }

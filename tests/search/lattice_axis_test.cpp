@@ -12,20 +12,20 @@
 
 namespace {
 
-using nmk_search::LatticeAxis;
+using nmk_search::SummedAxis;
 
 constexpr std::int32_t max_line = 1 << 30;
 
-TEST(LatticeAxis, steps_forwards_backwards_and_not_at_all) {
-    const LatticeAxis axis(2.0, 0.1);
+TEST(SummedAxis, steps_forwards_backwards_and_not_at_all) {
+    const SummedAxis axis(2.0, 0.1);
     EXPECT_EQ(axis.next(2.3, 0), 2.3);
     EXPECT_EQ(axis.next(2.3, 1), 2.3 + 0.1);
     EXPECT_EQ(axis.next(2.3, -1), 2.3 - 0.1);
 }
 
-TEST(LatticeAxis, has_coordinates_that_drifted_a_fifth_of_the_tolerance) {
+TEST(SummedAxis, has_coordinates_that_drifted_a_fifth_of_the_tolerance) {
     for (const double step : {0.5, -0.5}) {
-        const LatticeAxis axis(2.0, step);
+        const SummedAxis axis(2.0, step);
         for (const std::int32_t line : {0, 1, -1, 1000, -1000}) {
             const double at = 2.0 + line * step;
             for (const double side : {1.0, -1.0}) {
@@ -37,30 +37,30 @@ TEST(LatticeAxis, has_coordinates_that_drifted_a_fifth_of_the_tolerance) {
     }
 }
 
-TEST(LatticeAxis, ends_where_coordinates_or_lines_grow_too_large) {
-    const LatticeAxis wide(0.0, 1e8);
+TEST(SummedAxis, ends_where_coordinates_or_lines_grow_too_large) {
+    const SummedAxis wide(0.0, 1e8);
     EXPECT_TRUE(wide.has_on_line(10, 1e9));
     EXPECT_TRUE(wide.has_on_line(-10, -1e9));
     EXPECT_FALSE(wide.has_on_line(11, 1.1e9));
     EXPECT_FALSE(wide.has_on_line(-11, -1.1e9));
-    const LatticeAxis narrow(0.0, 0x1p-10);
+    const SummedAxis narrow(0.0, 0x1p-10);
     EXPECT_TRUE(narrow.has_on_line(max_line, 0x1p20));
     EXPECT_TRUE(narrow.has_on_line(-max_line, -0x1p20));
     EXPECT_FALSE(narrow.has_on_line(max_line + 1, 0x1p20 + 0x1p-10));
     EXPECT_FALSE(narrow.has_on_line(-max_line - 1, -0x1p20 - 0x1p-10));
 }
 
-TEST(LatticeAxis, is_of_no_use_with_steps_near_the_tolerance_or_an_origin_too_far_out) {
-    EXPECT_TRUE(LatticeAxis(0.0, 1e-4).is_usable());
-    EXPECT_TRUE(LatticeAxis(0.0, -1e-4).is_usable());
-    EXPECT_TRUE(LatticeAxis(-1e9, 1.0).is_usable());
-    EXPECT_FALSE(LatticeAxis(0.0, 0.99e-4).is_usable());
-    EXPECT_FALSE(LatticeAxis(0.0, 0.0).is_usable());
-    EXPECT_FALSE(LatticeAxis(std::nextafter(1e9, 2e9), 1.0).is_usable());
+TEST(SummedAxis, is_of_no_use_with_steps_near_the_tolerance_or_an_origin_too_far_out) {
+    EXPECT_TRUE(SummedAxis(0.0, 1e-4).is_usable());
+    EXPECT_TRUE(SummedAxis(0.0, -1e-4).is_usable());
+    EXPECT_TRUE(SummedAxis(-1e9, 1.0).is_usable());
+    EXPECT_FALSE(SummedAxis(0.0, 0.99e-4).is_usable());
+    EXPECT_FALSE(SummedAxis(0.0, 0.0).is_usable());
+    EXPECT_FALSE(SummedAxis(std::nextafter(1e9, 2e9), 1.0).is_usable());
     for (const double bad : {std::nan(""), std::numeric_limits<double>::infinity()}) {
-        EXPECT_FALSE(LatticeAxis(0.0, bad).is_usable());
-        EXPECT_FALSE(LatticeAxis(bad, 1.0).is_usable());
-        EXPECT_FALSE(LatticeAxis(0.0, 1.0).has_on_line(0, bad));
+        EXPECT_FALSE(SummedAxis(0.0, bad).is_usable());
+        EXPECT_FALSE(SummedAxis(bad, 1.0).is_usable());
+        EXPECT_FALSE(SummedAxis(0.0, 1.0).has_on_line(0, bad));
     }
 }
 
@@ -70,7 +70,7 @@ double draw_size(std::mt19937& random, double least, double largest) {
     return (random() % 2 == 0 ? 1.0 : -1.0) * std::pow(10.0, exponent(random));
 }
 
-TEST(LatticeAxis, points_of_one_place_are_within_the_tolerance_and_of_two_places_are_not) {
+TEST(SummedAxis, points_of_one_place_are_within_the_tolerance_and_of_two_places_are_not) {
     const unsigned seed = 89;
     SCOPED_TRACE(seed);
     std::mt19937 random(seed);
@@ -80,7 +80,7 @@ TEST(LatticeAxis, points_of_one_place_are_within_the_tolerance_and_of_two_places
         const double origin = draw_size(random, 1e-3, 1e9);
         const double step = draw_size(random, 1.001e-4, 1e3);
         const auto line = static_cast<std::int32_t>(draw_size(random, 1.0, 1e6));
-        const LatticeAxis axis(origin, step);
+        const SummedAxis axis(origin, step);
         const double at = origin + line * step;
         const double points[] = {at + drift(random), at + drift(random), at + drift(random),
                                  at + drift(random)};

@@ -17,7 +17,9 @@ constexpr auto last_age = std::numeric_limits<std::uint32_t>::max();
 
 // Few different scores, so that there are many ties.
 double score_of(int tag) { return tag * 7919 % 5 - 2.0; }
-double score_of_way(const LatticeOpenList::Way& way) { return score_of(static_cast<int>(way.g)); }
+double score_of_entry(const LatticeOpenList::Entry& entry) {
+    return score_of(static_cast<int>(entry.g));
+}
 
 void push(LatticeOpenList& open, int tag) {
     open.push({tag, -tag}, {giPoint2(tag, 0), static_cast<double>(tag), 0}, score_of(tag));
@@ -25,11 +27,11 @@ void push(LatticeOpenList& open, int tag) {
 
 int pop(LatticeOpenList& open) {
     const auto slot = open.first();
-    const auto place = open.place(slot);
-    EXPECT_EQ(place.row, -place.column);
-    EXPECT_EQ(open.way(slot).g, place.column);
+    const auto cell = open.cell(slot);
+    EXPECT_EQ(cell.row, -cell.column);
+    EXPECT_EQ(open.entry(slot).g, cell.column);
     open.drop_first();
-    return place.column;
+    return cell.column;
 }
 
 // By score, and among equals by age, which rises with the tag.
@@ -51,12 +53,12 @@ TEST(LatticeOpenList, pops_the_best_and_of_equals_the_oldest_also_when_ages_run_
     int renewals = 0;
     for (int tag = 0; tag < 3000; ++tag) {
         if (open.ages_left() == 0) {
-            open.score_with_new_ages(score_of_way);
+            open.score_with_new_ages(score_of_entry);
             ++renewals;
         }
         push(open, tag);
         tags.push_back(tag);
-        if (tag % 97 == 0) open.score(score_of_way);
+        if (tag % 97 == 0) open.score(score_of_entry);
         for (auto pops = random() % 3; pops > 0 && !open.is_empty(); --pops) {
             ASSERT_EQ(pop(open), take_best(tags));
         }
@@ -75,7 +77,7 @@ TEST(LatticeOpenList, knows_its_records_by_age) {
     push(open, 20);  // in a slot that was used before
     left.push_back(20);
     std::vector<int> by_age;
-    for (const auto slot : open.slots_by_age()) by_age.push_back(open.place(slot).column);
+    for (const auto slot : open.slots_by_age()) by_age.push_back(open.cell(slot).column);
     EXPECT_EQ(by_age, left);
 }
 

@@ -30,7 +30,7 @@ class nmkSearchNodeGenerator;
 class nmkSearchNodeVerifier;
 namespace nmk_search {
 class ClosedList;
-class LatticeSearch;
+class NodeLatticeSearch;
 class OpenList;
 }  // namespace nmk_search
 
@@ -88,7 +88,8 @@ class NMKTOOLBOX_EXPORT nmkAStarSearch {
     std::shared_ptr<nmkSearchGoal> m_goal;
     std::shared_ptr<const nmkSearchNodeGenerator> m_generator;
     std::shared_ptr<const nmkSearchNodeVerifier> m_verifier;
-    std::unique_ptr<nmk_search::ClosedList> m_visited;            // in the order of closing
-    std::unique_ptr<nmk_search::OpenList> m_open;                 // in the order of insertion
-    std::unique_ptr<nmk_search::LatticeSearch> m_lattice_search;  // while it stands for both lists
+    std::unique_ptr<nmk_search::ClosedList> m_visited;  // in the order of closing
+    std::unique_ptr<nmk_search::OpenList> m_open;       // in the order of insertion
+    std::unique_ptr<nmk_search::NodeLatticeSearch>
+        m_lattice_search;  // while it stands for both lists
 };
