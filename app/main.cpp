@@ -1,12 +1,27 @@
-// main: the command-line tool nmk.
+// main: the command-line tool nmk, and the list of its commands.
 
 #include <iostream>
 #include <string>
 #include <vector>
 
-#include "tool/run_tool.h"
+#include "commands/levels/levels_command.h"
+#include "commands/order/order_command.h"
+#include "commands/route/route_command.h"
+#include "commands/solve/solve_command.h"
+#include "shell/run_tool.h"
+
+namespace {
+
+constexpr nmk_app::Command commands[] = {
+    nmk_app::order_command,
+    nmk_app::route_command,
+    nmk_app::solve_command,
+    nmk_app::levels_command,
+};
+
+}  // namespace
 
 int main(int count, char** arguments) {
-    return nmk_app::run_tool({arguments + (count > 0 ? 1 : 0), arguments + count}, std::cout,
-                             std::cerr);
+    return nmk_app::run_tool(commands, {arguments + (count > 0 ? 1 : 0), arguments + count},
+                             std::cout, std::cerr);
 }

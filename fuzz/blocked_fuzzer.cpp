@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "route/blocked_reader.h"
-#include "route/find_route.h"
+#include "commands/route/find_route.h"
+#include "formats/blocked/blocked_reader.h"
 
 using namespace nmk_app;
 

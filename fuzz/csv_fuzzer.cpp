@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "order/csv_reader.h"
-#include "order/csv_writer.h"
-#include "order/json_writer.h"
+#include "formats/csv/csv_reader.h"
+#include "formats/csv/csv_writer.h"
+#include "formats/json/json_writer.h"
 
 using namespace nmk_app;
 

@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "order/excellon_reader.h"
-#include "order/excellon_writer.h"
+#include "formats/excellon/excellon_reader.h"
+#include "formats/excellon/excellon_writer.h"
 
 using namespace nmk_app;
 

@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "route/find_route.h"
-#include "route/map_reader.h"
+#include "commands/route/find_route.h"
+#include "formats/octile/map_reader.h"
 
 using namespace nmk_app;
 

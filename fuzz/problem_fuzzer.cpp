@@ -4,10 +4,10 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "draw/polynomial_picture.h"
-#include "solve/answer_text.h"
-#include "solve/problem_table.h"
-#include "solve/solve_answer.h"
+#include "commands/solve/answer_text.h"
+#include "commands/solve/polynomial_picture.h"
+#include "commands/solve/problem_table.h"
+#include "commands/solve/solve_answer.h"
 
 using namespace nmk_app;
 

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-#include "order/read_job.h"
-#include "order/tsplib_reader.h"
+#include "formats/job_files/read_job.h"
+#include "formats/tsplib/tsplib_reader.h"
 
 using namespace nmk_app;
 

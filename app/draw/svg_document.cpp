@@ -5,7 +5,7 @@
 #include <cstddef>
 
 #include "text/escaped_text.h"
-#include "text/number_text.h"
+#include "text/number_format.h"
 
 namespace nmk_app {
 

@@ -4,7 +4,8 @@
 
 #include <algorithm>
 
-#include "text/text_number.h"
+#include "text/ascii.h"
+#include "text/number_reader.h"
 
 namespace nmk_app {
 

@@ -10,6 +10,8 @@ namespace nmk_app {
 
 namespace {
 
+constexpr std::size_t longest_quotation = 40;  // bytes; what a message shows of a text
+
 constexpr std::string_view replacement_character = "\xEF\xBF\xBD";
 
 /// Copies the text with every character below U+0080 as `escape_ascii` gives it.
@@ -85,6 +87,22 @@ std::string json_text(std::string_view text) {
 
 std::string line_text(std::string_view text) {
     return escaped(text, [](std::string& result, char c) { result += is_control(c) ? '?' : c; });
+}
+
+std::string quoted(std::string_view text) {
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::string result = "\"";
+    for (const char letter : text.substr(0, longest_quotation)) {
+        const auto byte = static_cast<unsigned char>(letter);
+        if (byte >= 0x20 && byte < 0x7f) {
+            result += letter;
+        } else {
+            result += "\\x";
+            result += digits[byte >> 4U];
+            result += digits[byte & 15U];
+        }
+    }
+    return result + (text.size() > longest_quotation ? "\"..." : "\"");
 }
 
 }  // namespace nmk_app

@@ -18,4 +18,7 @@ std::string json_text(std::string_view text);
 /// One line for a person: control characters become '?'.
 std::string line_text(std::string_view text);
 
+/// The text in quotation marks for a message: unprintable bytes as \xNN, long texts cut short.
+std::string quoted(std::string_view text);
+
 }  // namespace nmk_app

@@ -6,8 +6,8 @@
 #include <set>
 #include <sstream>
 
-#include "command_runner.h"
-#include "job_fixtures.h"
+#include "app/formats/job/job_fixtures.h"
+#include "app/shell/command_runner.h"
 #include "scratch_folder.h"
 
 namespace nmk_app {

@@ -1,0 +1,112 @@
+// levels_command: `nmk levels`: shows the version levels and how they stand.
+
+#include "commands/levels/levels_command.h"
+
+#include "commands/levels/print_levels.h"
+#include "shell/command_options.h"
+#include "shell/command_result.h"
+#include "shell/level_option.h"
+#include "text/ascii.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <ostream>
+#include <string_view>
+
+namespace nmk_app {
+
+namespace {
+
+constexpr std::array<std::string_view, 5> state_words = {"unavailable", "default", "previous",
+                                                         "preview", "unknown"};
+
+struct Request {
+    std::optional<std::string> name;
+    std::optional<std::string> find;
+    std::optional<std::string> state;
+    bool json = false;
+    bool quiet = false;
+};
+
+using Problem = std::string;  // empty: none
+
+Problem set_name(Request& request, const std::string& argument) {
+    if (request.name) {
+        return "one NAME at most, found '" + *request.name + "' and '" + argument + "'";
+    }
+    request.name = argument;
+    return {};
+}
+
+Problem set_find(Request& request, const std::string& value) {
+    request.find = value;
+    return {};
+}
+
+Problem set_state(Request& request, const std::string& value) {
+    if (std::find(state_words.begin(), state_words.end(), value) == state_words.end()) {
+        return "--state '" + value +
+               "': expected unavailable, default, previous, preview or unknown";
+    }
+    request.state = value;
+    return {};
+}
+
+Problem check(Request& request) {
+    return request.name && (request.find || request.state)
+               ? "NAME goes with neither --find nor --state"
+               : "";
+}
+
+constexpr ValueOption<Request> value_options[] = {{"--find", set_find}, {"--state", set_state}};
+
+constexpr SwitchOption<Request> switches[] = {{"--json", &Request::json},
+                                              {"--quiet", &Request::quiet}};
+
+constexpr OptionTable<Request> table{"levels", value_options, switches, set_name, check};
+
+bool holds(std::string_view text, std::string_view part) {
+    return lower_case(text).find(lower_case(part)) != std::string::npos;
+}
+
+bool is_wanted(const nmkVersion& level, const Request& request) {
+    if (request.name) return *request.name == level.get_name();
+    if (request.state && *request.state != level.get_current()) return false;
+    return !request.find || holds(level.get_name(), *request.find) ||
+           holds(level.get_description(), *request.find);
+}
+
+std::vector<const nmkVersion*> wanted_levels(const Request& request) {
+    std::vector<const nmkVersion*> found;
+    const dbgLevelManager& levels = *nmkVersion::get_manager();
+    for (int position = 0; position < levels.size(); ++position) {
+        const auto* const level = dynamic_cast<const nmkVersion*>(levels.level(position));
+        if (level != nullptr && is_wanted(*level, request)) found.push_back(level);
+    }
+    return found;
+}
+
+int show_levels(const Request& request, std::ostream& out, std::ostream& err) {
+    const std::vector<const nmkVersion*> levels = wanted_levels(request);
+    if (request.name && levels.empty()) {
+        return refuse(err, "nmk levels: " + unknown_level_message(*request.name));
+    }
+    if (request.json) {
+        print_levels_as_json(levels, out);
+    } else if (!request.quiet && request.name) {
+        print_one_level(*levels.front(), out);
+    } else if (!request.quiet) {
+        print_levels_as_table(levels, out);
+    }
+    return finish(out, err, "the levels");
+}
+
+}  // namespace
+
+int run_levels(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+    return run_with(read_options(table, arguments), "levels", err,
+                    [&](const Request& request) { return show_levels(request, out, err); });
+}
+
+}  // namespace nmk_app

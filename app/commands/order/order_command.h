@@ -1,0 +1,33 @@
+// order_command.h: `nmk order FILE`: reads holes, orders them, tells what was saved, writes them.
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "shell/command.h"
+
+class nmkProgressBreak;
+
+namespace nmk_app {
+
+/// Runs the command with the arguments that follow its name.
+///
+///   out     the table or JSON
+///   err     one line where something is wrong
+///   answer  0 done (also when stopped half-way: the result is whole), 1 no result, 2 bad usage,
+///           bad input or an output that cannot be written
+int run_order(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
+
+/// The same with a reporter of the caller's, which may be null.
+int run_order(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
+              nmkProgressBreak* progress);
+
+/// What `nmk help order` prints.
+std::string order_help();
+
+inline constexpr Command order_command{
+    "order", "put holes and slots in an order in which the cutter travels little", run_order,
+    order_help};
+
+}  // namespace nmk_app

@@ -1,0 +1,60 @@
+// order_figures: how far the cutter travels between cuts, and how long that takes.
+
+#include "commands/order/order_figures.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace nmk_app {
+
+namespace {
+
+double longest_component(const giPoint3& a, const giPoint3& b) {
+    return std::max({std::fabs(a.x - b.x), std::fabs(a.y - b.y), std::fabs(a.z - b.z)});
+}
+
+void add_to_total(TravelFigures& total, const TravelFigures& row) {
+    total.travel += row.travel;
+    total.per_axis += row.per_axis;
+    total.longest = std::max(total.longest, row.longest);
+}
+
+}  // namespace
+
+TravelFigures measure_travel(const std::vector<JobItem>& items) {
+    TravelFigures figures;
+    for (std::size_t i = 1; i < items.size(); ++i) {
+        const giPoint3& from = items[i - 1].exit();
+        const giPoint3& to = items[i].entry();
+        const double length = from.distance(to);
+        figures.travel += length;
+        figures.per_axis += longest_component(from, to);
+        if (length > figures.longest) {
+            figures.longest = length;
+            figures.longest_after = i - 1;
+        }
+    }
+    return figures;
+}
+
+OrderFigures measure_order(const std::vector<JobTool>& before, const std::vector<JobTool>& after) {
+    OrderFigures figures;
+    figures.total.name = "total";
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        ToolFigures row{before[i].name, before[i].diameter, before[i].items.size(),
+                        measure_travel(before[i].items), measure_travel(after[i].items)};
+        figures.total.items += row.items;
+        add_to_total(figures.total.before, row.before);
+        add_to_total(figures.total.after, row.after);
+        figures.tools.push_back(std::move(row));
+    }
+    return figures;
+}
+
+double saved_percent(double before, double after) {
+    return before > 0.0 ? (before - after) / before * 100.0 : 0.0;
+}
+
+double rapid_seconds(double length, double mm_per_minute) { return length / mm_per_minute * 60.0; }
+
+}  // namespace nmk_app

@@ -1,0 +1,16 @@
+// order_json.h: the figures of an ordered job for programs, as one JSON object.
+//
+// Lengths are millimetres, times seconds. Members: file, type, across_tools, start,
+// rapid_mm_per_min, stopped, tool_changes, tools (one object each) and total; notes are sentences
+// for a person.
+#pragma once
+
+#include <string>
+
+#include "commands/order/order_table.h"
+
+namespace nmk_app {
+
+std::string order_json(const OrderReport& report);
+
+}  // namespace nmk_app

@@ -1,0 +1,27 @@
+// order_legend.h: what the marks and colours of the picture mean, and its table of figures.
+//
+// Each operation draws from a given y downwards and answers where the next thing may begin.
+#pragma once
+
+#include <vector>
+
+#include "commands/order/order_table.h"
+#include "commands/order/part_view.h"
+#include "draw/legend_line.h"
+#include "draw/svg_document.h"
+#include "formats/job/machining_job.h"
+
+namespace nmk_app {
+
+double draw_marks_legend(SvgDocument& svg, PictureColumn column, double top);
+
+/// The tools with their colours and diameters; as many lines as they need.
+double draw_tools_legend(SvgDocument& svg, PictureColumn column, double top,
+                         const std::vector<JobTool>& tools);
+
+/// A bar of a round number of millimetres, its right end at the column's.
+void draw_scale_bar(SvgDocument& svg, PictureColumn column, double top, double pixels_per_mm);
+
+double draw_figures(SvgDocument& svg, PictureColumn column, double top, const OrderReport& report);
+
+}  // namespace nmk_app

@@ -1,0 +1,132 @@
+// order_options: what a person asks of `nmk order`.
+
+#include "commands/order/order_options.h"
+
+#include <string_view>
+
+#include "commands/order/sort_type_names.h"
+#include "formats/job_files/job_format.h"
+#include "shell/command_options.h"
+#include "text/escaped_text.h"
+#include "text/number_reader.h"
+
+namespace nmk_app {
+
+namespace {
+
+using Problem = std::string;  // empty: none
+
+Problem set_type(OrderOptions& options, const std::string& value) {
+    const auto type = sort_type_of_name(value);
+    if (!type) {
+        return "--type " + quoted(value) + " cannot be sorted; the types are " +
+               sort_type_name_list();
+    }
+    options.type = *type;
+    return {};
+}
+
+Problem set_start(OrderOptions& options, const std::string& value) {
+    const std::vector<double> numbers = read_coordinates(value);
+    if (numbers.size() != 2 && numbers.size() != 3) {
+        return "--start " + quoted(value) + " is not a point; expected X,Y or X,Y,Z";
+    }
+    options.start = {numbers[0], numbers[1], numbers.size() > 2 ? numbers[2] : 0.0};
+    return {};
+}
+
+Problem set_tolerance(OrderOptions& options, const std::string& value) {
+    const auto number = read_coordinate(value);
+    if (!number || *number < 0.0) {
+        return "--tolerance " + quoted(value) + " is not a length; expected a number from 0 up";
+    }
+    options.tolerance = *number;
+    return {};
+}
+
+Problem set_rapid(OrderOptions& options, const std::string& value) {
+    const auto number = read_coordinate(value);
+    if (!number || *number <= 0.0) {
+        return "--rapid " + quoted(value) + " is not a rate; expected mm per minute, above 0";
+    }
+    options.rapid = *number;
+    return {};
+}
+
+Problem set_units(OrderOptions& options, const std::string& value) {
+    if (value != "mm" && value != "inch") {
+        return "--units " + quoted(value) + " is unknown; expected mm or inch";
+    }
+    options.units = value == "mm" ? JobUnits::millimetres : JobUnits::inches;
+    return {};
+}
+
+Problem set_output(OrderOptions& options, const std::string& value) {
+    const std::string ending = name_ending(value);
+    if (ending != "drl" && ending != "csv" && ending != "json") {
+        return "-o " + quoted(value) + " has no known ending; expected .drl, .csv or .json";
+    }
+    return set_output_file<OrderOptions, &OrderOptions::output_file>(options, value);
+}
+
+Problem set_debug(OrderOptions& options, const std::string& value) {
+    Problem problem;
+    read_debug_channel(value, options.debug_channel, problem);
+    return problem;
+}
+
+constexpr ValueOption<OrderOptions> value_options[] = {
+    {"--type", set_type},
+    {"--start", set_start},
+    {"--tolerance", set_tolerance},
+    {"--units", set_units},
+    {"--rapid", set_rapid},
+    {"-o", set_output},
+    {"--output", set_output},
+    {"--svg", set_output_file<OrderOptions, &OrderOptions::svg_file>},
+    {"--html", set_output_file<OrderOptions, &OrderOptions::html_file>},
+    {"--debug", set_debug},
+    {"--debug-svg", set_output_file<OrderOptions, &OrderOptions::debug_svg_file>},
+};
+
+constexpr SwitchOption<OrderOptions> switches[] = {
+    {"--across-tools", &OrderOptions::across_tools},
+    {"--json", &OrderOptions::json},
+    {"--quiet", &OrderOptions::quiet},
+};
+
+Problem check(OrderOptions& options) {
+    if (options.file_name.empty()) {
+        return "expected the name of a file: nmk order FILE; see nmk help order";
+    }
+    if (options.debug_channel.name.empty() != options.debug_svg_file.empty()) {
+        return "--debug CHANNEL and --debug-svg FILE go together";
+    }
+    const std::string_view outputs[] = {options.output_file, options.svg_file, options.html_file,
+                                        options.debug_svg_file};
+    // -o may name the file itself, which is then put in order; a picture would be its end.
+    Problem problem = check_input_is_kept(options.file_name, std::span(outputs).subspan(1));
+    return problem.empty() ? check_outputs_differ(outputs) : problem;
+}
+
+constexpr OptionTable<OrderOptions> table{"order", value_options, switches,
+                                          &set_file_name<OrderOptions>, check};
+
+}  // namespace
+
+std::variant<OrderOptions, std::string> read_order_options(
+    const std::vector<std::string>& arguments) {
+    return read_options(table, arguments);
+}
+
+OrderRequest order_request(const OrderOptions& options, JobUnits file_units) {
+    const double mm = mm_of(options.units.value_or(file_units));
+    OrderRequest request;
+    request.type = options.type;
+    request.across_tools = options.across_tools;
+    request.start = giPoint3(options.start[0] * mm, options.start[1] * mm, options.start[2] * mm);
+    request.tolerance = options.tolerance ? *options.tolerance * mm : default_tolerance;
+    return request;
+}
+
+}  // namespace nmk_app

@@ -1,0 +1,48 @@
+// order_options.h: what a person asks of `nmk order`.
+//
+// Lengths on the command line are in the unit of --units, and without it in the unit of the file;
+// they become millimetres only when the file has been read, by order_request.
+#pragma once
+
+#include <nmktoolbox/ordering/nmkSortType.h>
+
+#include <array>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "commands/order/debug_drawing.h"
+#include "commands/order/order_job.h"
+#include "formats/job/machining_job.h"
+
+namespace nmk_app {
+
+/// The command line of `nmk order`, checked.
+struct OrderOptions {
+    std::string file_name;
+    nmkSortType type = nmkSortTypeShortest;
+    bool across_tools = false;
+    std::array<double, 3> start{0.0, 0.0, 0.0};
+    std::optional<double> tolerance;  // empty: default_tolerance
+    std::optional<JobUnits> units;
+    double rapid = 10000.0;  // mm per minute, a common rate of routers and drilling machines
+    std::string output_file, svg_file, html_file;  // empty: not written
+    DebugChannel debug_channel;                    // with a name only together with debug_svg_file
+    std::string debug_svg_file;
+    bool json = false;
+    bool quiet = false;
+};
+
+/// Items of one row of a grid may differ by so much, in mm: above the rounding of drill files,
+/// below any distance between two rows of holes.
+constexpr double default_tolerance = 0.1;
+
+/// The options, or one line that says what is wrong with them.
+std::variant<OrderOptions, std::string> read_order_options(
+    const std::vector<std::string>& arguments);
+
+/// What is to be done with a job in these file units.
+OrderRequest order_request(const OrderOptions& options, JobUnits file_units);
+
+}  // namespace nmk_app

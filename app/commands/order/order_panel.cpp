@@ -1,0 +1,245 @@
+// order_panel: one half of the picture: the cuts of a part and the way of the cutter between them.
+
+#include "commands/order/order_panel.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+
+#include "commands/order/order_figures.h"
+#include "draw/colour_scale.h"
+#include "draw/end_marks.h"
+#include "draw/label_places.h"
+#include "text/number_format.h"
+
+namespace nmk_app {
+
+namespace {
+
+constexpr std::size_t colour_steps = 64;
+constexpr std::size_t many_items = 2000;  // are drawn small, or they would hide the travel
+constexpr double smallest_radius = 1.5;   // pixels
+constexpr double label_size = 14.0;
+
+std::size_t count_items(const std::vector<JobTool>& tools) {
+    std::size_t count = 0;
+    for (const JobTool& tool : tools) {
+        count += tool.items.size();
+    }
+    return count;
+}
+
+/// Half the width of a tool's cut in pixels, with a sensible dot where the width is unknown.
+double cut_radius(const PlanView& view, const JobTool& tool, std::size_t items) {
+    const double dot = items > many_items ? 0.8 : 2.5;
+    return tool.diameter ? std::max(*tool.diameter / 2.0 * view.scale, smallest_radius) : dot;
+}
+
+/// A slot: its outline as a wider line under its filling.
+void draw_slot(SvgDocument& svg, const PlanView& view, const JobItem& item, double radius,
+               const std::string& colour) {
+    const SvgPoint from = view.at(item.start);
+    const SvgPoint to = view.at(*item.end);
+    const auto stroke = [](const std::string& paint, double width) {
+        return "stroke=\"" + paint + "\" stroke-width=\"" + short_number(width, 2) + "\"";
+    };
+    svg.line(from, to, stroke("#5c6b7a", 2 * radius + 1.0));
+    svg.line(from, to, stroke(colour, std::max(2 * radius - 1.0, 1.0)));
+}
+
+/// The moves of all runs, each with its place among them, from 0 to 1.
+struct Move {
+    SvgPoint from, to;
+    double place;
+};
+
+std::vector<Move> moves_of(const PlanView& view, const std::vector<JobTool>& runs) {
+    std::vector<Move> moves;
+    for (const JobTool& run : runs) {
+        for (std::size_t i = 1; i < run.items.size(); ++i) {
+            moves.push_back({view.at(run.items[i - 1].exit()), view.at(run.items[i].entry()), 0.0});
+        }
+    }
+    const double last = moves.size() > 1 ? static_cast<double>(moves.size() - 1) : 1.0;
+    for (std::size_t i = 0; i < moves.size(); ++i) {
+        moves[i].place = static_cast<double>(i) / last;
+    }
+    return moves;
+}
+
+std::string travel_width(std::size_t moves) {
+    return moves > 3000 ? "0.8" : moves > 800 ? "1.2" : "1.7";
+}
+
+/// One path for each colour, in the order of travel.
+void draw_moves(SvgDocument& svg, const std::vector<Move>& moves) {
+    svg.open_group("fill=\"none\" stroke-width=\"" + travel_width(moves.size()) +
+                   "\" stroke-dasharray=\"4.5 2.5\" stroke-linejoin=\"round\"");
+    const auto step_of = [](const Move& move) {
+        return static_cast<std::size_t>(move.place * static_cast<double>(colour_steps - 1) + 0.5);
+    };
+    for (std::size_t i = 0; i < moves.size();) {
+        const std::size_t step = step_of(moves[i]);
+        std::vector<SvgPoint> pairs;
+        for (; i < moves.size() && step_of(moves[i]) == step; ++i) {
+            pairs.push_back(moves[i].from);
+            pairs.push_back(moves[i].to);
+        }
+        const double place = static_cast<double>(step) / static_cast<double>(colour_steps - 1);
+        svg.separate_lines(pairs, "stroke=\"" + order_colour(place) + "\"");
+    }
+    svg.close_group();
+}
+
+struct LongestMove {
+    SvgPoint from, to;
+    double length = 0.0;  // mm
+};
+
+LongestMove longest_move(const PlanView& view, const std::vector<JobTool>& runs) {
+    LongestMove longest;
+    for (const JobTool& run : runs) {
+        const TravelFigures figures = measure_travel(run.items);
+        if (figures.longest > longest.length) {
+            longest = {view.at(run.items[figures.longest_after].exit()),
+                       view.at(run.items[figures.longest_after + 1].entry()), figures.longest};
+        }
+    }
+    return longest;
+}
+
+void draw_label(SvgDocument& svg, const LabelBox& box, const std::string& words,
+                const std::string& colour) {
+    svg.rectangle({box.left, box.top}, box.width, box.height,
+                  "rx=\"3\" fill=\"#ffffff\" fill-opacity=\"0.88\"");
+    svg.text({box.left + box.width / 2, box.top + box.height - 4.5}, words,
+             "text-anchor=\"middle\" font-weight=\"600\" font-size=\"" +
+                 short_number(label_size, 1) + "\" fill=\"" + colour + "\"");
+}
+
+/// Along the move, in the middle first, then beside it.
+std::vector<SvgPoint> places_along(const LongestMove& move) {
+    std::vector<SvgPoint> places;
+    for (const double up : {0.0, -16.0, 16.0, -32.0, 32.0}) {
+        for (const double part : {0.5, 0.4, 0.6, 0.3, 0.7, 0.2, 0.8}) {
+            places.push_back({move.from.x + (move.to.x - move.from.x) * part,
+                              move.from.y + (move.to.y - move.from.y) * part + up});
+        }
+    }
+    return places;
+}
+
+/// Around a mark, nearest first.
+std::vector<SvgPoint> places_around(SvgPoint mark, double width) {
+    std::vector<SvgPoint> places;
+    for (const double distance : {1.0, 1.8, 2.6}) {
+        const double x = width / 2 + 8.0 * distance;
+        const double y = 17.0 * distance;
+        for (const SvgPoint& step :
+             {SvgPoint{0, -y}, {0, y}, {x, 0}, {-x, 0}, {x, -y}, {-x, -y}, {x, y}, {-x, y}}) {
+            places.push_back({mark.x + step.x, mark.y + step.y});
+        }
+    }
+    return places;
+}
+
+LabelBox around(SvgPoint p, double radius) {
+    return {p.x - radius, p.y - radius, 2 * radius, 2 * radius};
+}
+
+class Labels {
+  public:
+    Labels(SvgDocument& svg, const LabelBox& within) : m_svg(svg), m_places(within) {}
+
+    void keep_off(SvgPoint mark) { m_places.take(around(mark, end_mark_radius + 1.0)); }
+
+    void write(const std::vector<SvgPoint>& middles, const std::string& words, double width,
+               const std::string& colour) {
+        LabelBox box;
+        if (m_places.place(middles, width, label_size + 5.0, box)) {
+            draw_label(m_svg, box, words, colour);
+        }
+    }
+
+  private:
+    SvgDocument& m_svg;
+    LabelPlaces m_places;
+};
+
+double label_width(const std::string& words) {
+    return text_width(words, label_size) * 1.1 + 10.0;
+}  // bold
+
+/// Ends under starts, so that a run of one hole shows both.
+void draw_run_marks(SvgDocument& svg, const PlanView& view, const std::vector<JobTool>& runs,
+                    Labels& labels) {
+    for (const JobTool& run : runs) {
+        if (!run.items.empty()) {
+            draw_end_mark(svg, view.at(run.items.back().exit()));
+            labels.keep_off(view.at(run.items.back().exit()));
+        }
+    }
+    for (const JobTool& run : runs) {
+        if (!run.items.empty()) {
+            draw_start_mark(svg, view.at(run.items.front().entry()));
+            labels.keep_off(view.at(run.items.front().entry()));
+        }
+    }
+}
+
+void write_run_names(const PlanView& view, const std::vector<JobTool>& runs, Labels& labels) {
+    if (runs.size() < 2) {
+        return;
+    }
+    for (const JobTool& run : runs) {
+        if (!run.items.empty()) {
+            const double width = label_width(run.name);
+            labels.write(places_around(view.at(run.items.front().entry()), width), run.name, width,
+                         "#1b5e20");
+        }
+    }
+}
+
+}  // namespace
+
+void draw_longest_mark(SvgDocument& svg, SvgPoint from, SvgPoint to) {
+    svg.line(from, to,
+             "stroke=\"#ffb300\" stroke-opacity=\"0.55\" stroke-width=\"9\" "
+             "stroke-linecap=\"round\"");
+}
+
+void draw_cuts(SvgDocument& svg, const PlanView& view, const std::vector<JobTool>& tools) {
+    const std::size_t items = count_items(tools);
+    for (std::size_t i = 0; i < tools.size(); ++i) {
+        const double radius = cut_radius(view, tools[i], items);
+        const std::string rim = items > many_items ? "0.4" : "1";
+        svg.open_group("fill=\"" + tool_colour(i) + "\" stroke=\"#5c6b7a\" stroke-width=\"" + rim +
+                       "\" stroke-linecap=\"round\"");
+        for (const JobItem& item : tools[i].items) {
+            if (item.end) {
+                draw_slot(svg, view, item, radius, tool_colour(i));
+            } else {
+                svg.circle(view.at(item.start), radius);
+            }
+        }
+        svg.close_group();
+    }
+}
+
+void draw_travel(SvgDocument& svg, const PlanView& view, const LabelBox& panel,
+                 const std::vector<JobTool>& runs) {
+    Labels labels(svg, panel);
+    const LongestMove longest = longest_move(view, runs);
+    draw_moves(svg, moves_of(view, runs));
+    if (longest.length > 0.0) {
+        draw_longest_mark(svg, longest.from, longest.to);
+    }
+    draw_run_marks(svg, view, runs, labels);
+    if (longest.length > 0.0) {
+        const std::string words = "longest " + fixed_number(longest.length, 1) + " mm";
+        labels.write(places_along(longest), words, label_width(words), "#8a5300");
+    }
+    write_run_names(view, runs, labels);
+}
+
+}  // namespace nmk_app

@@ -1,0 +1,29 @@
+// order_panel.h: one half of the picture: the cuts of a part and the way of the cutter between
+// them.
+//
+// Cuts are solid: holes as circles of the tool's diameter, slots as thick lines. Travel is dashed
+// and coloured by order over all runs, first to last. Start and end of each run are marked, and the
+// longest move of all.
+#pragma once
+
+#include <vector>
+
+#include "commands/order/part_view.h"
+#include "draw/label_places.h"
+#include "draw/svg_document.h"
+#include "formats/job/machining_job.h"
+
+namespace nmk_app {
+
+/// The holes and slots, filled in the colour of their tool.
+void draw_cuts(SvgDocument& svg, const PlanView& view, const std::vector<JobTool>& tools);
+
+/// Travel and marks of the runs, above the cuts; labels stay inside the panel, which is wider than
+/// the view where the part is narrow.
+void draw_travel(SvgDocument& svg, const PlanView& view, const LabelBox& panel,
+                 const std::vector<JobTool>& runs);
+
+/// The mark of the longest move, also for the legend.
+void draw_longest_mark(SvgDocument& svg, SvgPoint from, SvgPoint to);
+
+}  // namespace nmk_app

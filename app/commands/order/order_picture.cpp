@@ -1,0 +1,110 @@
+// order_picture: before and after side by side on one scale, a legend, and the figures below.
+
+#include "commands/order/order_picture.h"
+
+#include <algorithm>
+
+#include "commands/order/order_legend.h"
+#include "commands/order/order_panel.h"
+#include "commands/order/part_view.h"
+#include "draw/svg_document.h"
+#include "files/base_name.h"
+#include "text/number_format.h"
+
+namespace nmk_app {
+
+namespace {
+
+// The layout, in pixels.
+constexpr double margin = 32.0;
+constexpr double gap = 36.0;             // between the panels
+constexpr double largest_width = 690.0;  // of a panel
+constexpr double largest_height = 640.0;
+constexpr double smallest_width = 450.0;  // so that headings and legend have room
+constexpr double heading_height = 120.0;
+
+struct Layout {
+    PlanView view;             // of the left panel, in its middle
+    double panel_width = 0.0;  // at least that of the view
+    double width = 0.0;
+    double panel_bottom = 0.0;
+
+    double panel_left(bool after) const { return margin + (after ? panel_width + gap : 0.0); }
+    PlanView view_of(bool after) const {
+        PlanView moved = view;
+        moved.corner.x = panel_left(after) + (panel_width - view.width()) / 2;
+        return moved;
+    }
+};
+
+Layout layout_of(const MachiningJob& job) {
+    Layout layout;
+    layout.view.extent = plan_extent(job.tools);
+    layout.view.scale = std::min(largest_width / layout.view.extent.width(),
+                                 largest_height / layout.view.extent.height());
+    layout.view.corner.y = heading_height;
+    layout.panel_width = std::max(layout.view.width(), smallest_width);
+    layout.width = 2 * margin + 2 * layout.panel_width + gap;
+    layout.panel_bottom = heading_height + layout.view.height();
+    return layout;
+}
+
+void draw_panel(SvgDocument& svg, const Layout& layout, bool after, const MachiningJob& job,
+                const std::vector<JobTool>& runs, const std::string& figures) {
+    const double left = layout.panel_left(after);
+    const double y = heading_height - 13.0;
+    svg.text({left, y}, after ? "After" : "Before",
+             "font-size=\"20\" font-weight=\"600\" fill=\"#1f2933\"");
+    svg.text({left + layout.panel_width, y}, figures,
+             "font-size=\"17\" fill=\"#3c4654\" text-anchor=\"end\"");
+    svg.rectangle({left, heading_height}, layout.panel_width, layout.view.height(),
+                  "rx=\"6\" fill=\"#fbfcfd\" stroke=\"#c5ccd4\"");
+    draw_cuts(svg, layout.view_of(after), job.tools);
+    const LabelBox panel{left, heading_height, layout.panel_width, layout.view.height()};
+    draw_travel(svg, layout.view_of(after), panel, runs);
+}
+
+void draw_title(SvgDocument& svg, const Layout& layout, const OrderReport& report) {
+    svg.text({margin, 44.0}, base_name(report.options.file_name),
+             "font-size=\"26\" font-weight=\"700\" fill=\"#1f2933\"");
+    svg.text({margin, 70.0}, report_summary(report), "font-size=\"16\" fill=\"#6b7785\"");
+    svg.line({margin, 82.0}, {layout.width - margin, 82.0}, "stroke=\"#e3e7eb\"");
+}
+
+std::string before_figures(const OrderReport& report) {
+    return "travel " + fixed_number(report.figures.total.before.travel, 1) + " mm";
+}
+
+std::string after_figures(const OrderReport& report) {
+    const double before = report.figures.total.before.travel;
+    const double after = report.figures.total.after.travel;
+    return "travel " + fixed_number(after, 1) + " mm, saved " +
+           fixed_number(saved_percent(before, after), 1) + " %";
+}
+
+/// Everything but the ground; answers the bottom.
+double draw_content(SvgDocument& svg, const Layout& layout, const MachiningJob& job,
+                    const OrderedJob& ordered, const OrderReport& report, bool figures) {
+    draw_title(svg, layout, report);
+    draw_panel(svg, layout, false, job, ordered.before, before_figures(report));
+    draw_panel(svg, layout, true, job, ordered.after, after_figures(report));
+    const PictureColumn column{margin, layout.width - margin};
+    double y = layout.panel_bottom + 14.0;
+    draw_scale_bar(svg, column, y, layout.view.scale);
+    y = draw_marks_legend(svg, {column.left, column.right - 260.0}, y);
+    y = draw_tools_legend(svg, column, y, job.tools);
+    return figures ? draw_figures(svg, column, y + 8.0, report) : y;
+}
+
+}  // namespace
+
+std::string order_picture(const MachiningJob& job, const OrderedJob& ordered,
+                          const OrderReport& report, bool figures) {
+    const Layout layout = layout_of(job);
+    const std::string title = base_name(report.options.file_name) + ": before and after ordering";
+    SvgDocument svg;
+    const double bottom = draw_content(svg, layout, job, ordered, report, figures);
+    return svg.str(layout.width, bottom + margin / 2, title);
+}
+
+}  // namespace nmk_app

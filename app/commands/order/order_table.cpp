@@ -1,0 +1,120 @@
+// order_table: the figures of an ordered job as a table for a person.
+
+#include "commands/order/order_table.h"
+
+#include <algorithm>
+
+#include "commands/order/sort_type_names.h"
+#include "text/escaped_text.h"
+#include "text/number_format.h"
+
+namespace nmk_app {
+
+namespace {
+
+std::string counted(std::size_t count, const std::string& noun) {
+    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
+std::string point_text(const giPoint3& p) {
+    std::string text = "(" + short_number(p.x, 3) + ", " + short_number(p.y, 3);
+    return text + (p.z == 0.0 ? "" : ", " + short_number(p.z, 3)) + ")";
+}
+
+std::vector<std::string> row_cells(const ToolFigures& row, double rapid) {
+    const TravelFigures& after = row.after;
+    return {line_text(row.name),
+            row.diameter ? fixed_number(*row.diameter, 3) : "",
+            std::to_string(row.items),
+            fixed_number(row.before.travel, 1),
+            fixed_number(after.travel, 1),
+            fixed_number(saved_percent(row.before.travel, after.travel), 1),
+            fixed_number(after.longest, 1),
+            fixed_number(rapid_seconds(after.travel, rapid), 1),
+            fixed_number(rapid_seconds(after.per_axis, rapid), 1)};
+}
+
+std::vector<std::size_t> column_widths(const FigureCells& cells) {
+    std::vector<std::size_t> widths(cells.headings.size(), 0);
+    const auto widen = [&](const std::vector<std::string>& row) {
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            widths[i] = std::max(widths[i], row[i].size());
+        }
+    };
+    widen(cells.headings);
+    widen(cells.units);
+    std::for_each(cells.rows.begin(), cells.rows.end(), widen);
+    return widths;
+}
+
+/// The first column to the left, the others to the right, two blanks between.
+std::string padded_line(const std::vector<std::string>& row,
+                        const std::vector<std::size_t>& widths) {
+    std::string line;
+    for (std::size_t i = 0; i < row.size(); ++i) {
+        const std::string padding(widths[i] - row[i].size(), ' ');
+        line += i == 0 ? row[i] + padding : "  " + padding + row[i];
+    }
+    line.erase(line.find_last_not_of(' ') + 1);
+    return line + "\n";
+}
+
+}  // namespace
+
+FigureCells figure_cells(const OrderReport& report) {
+    FigureCells cells;
+    cells.headings = {"tool",  "diameter", "items",     "travel before", "travel after",
+                      "saved", "longest",  "Euclidean", "Chebyshev"};
+    cells.units = {"", "mm", "", "mm", "mm", "%", "mm", "s", "s"};
+    for (const ToolFigures& row : report.figures.tools) {
+        cells.rows.push_back(row_cells(row, report.options.rapid));
+    }
+    cells.rows.push_back(row_cells(report.figures.total, report.options.rapid));
+    return cells;
+}
+
+std::string report_summary(const OrderReport& report) {
+    const OrderRequest& request = report.request;
+    const std::size_t tools = report.figures.tools.size();
+    return counted(report.figures.total.items, "item") + ", " +
+           (request.across_tools ? "across tools" : counted(tools, "tool")) + ", sorted by " +
+           std::string(sort_type_name(request.type)) + " from " + point_text(request.start) + " mm";
+}
+
+std::string rapid_summary(const OrderReport& report) {
+    const double rapid = report.options.rapid;
+    const TravelFigures& before = report.figures.total.before;
+    const TravelFigures& after = report.figures.total.after;
+    const auto seconds = [&](double length) {
+        return fixed_number(rapid_seconds(length, rapid), 1) + " s";
+    };
+    return "Rapids at " + short_number(rapid, 3) + " mm/min: straight (Euclidean) " +
+           seconds(before.travel) + " before, " + seconds(after.travel) +
+           " after; longest axis (Chebyshev) " + seconds(before.per_axis) + " before, " +
+           seconds(after.per_axis) + " after.";
+}
+
+std::string order_table(const OrderReport& report) {
+    const FigureCells cells = figure_cells(report);
+    const std::vector<std::size_t> widths = column_widths(cells);
+    std::string text = line_text(report.options.file_name) + ": " + report_summary(report) + "\n\n";
+    const std::string headings = padded_line(cells.headings, widths);
+    text += headings + padded_line(cells.units, widths);
+    for (std::size_t i = 0; i < cells.rows.size(); ++i) {
+        if (i + 1 == cells.rows.size()) {
+            text += std::string(headings.size() - 1, '-') + "\n";
+        }
+        text += padded_line(cells.rows[i], widths);
+    }
+    text += "\n" + rapid_summary(report) + "\n";
+    if (report.request.across_tools) {
+        text += "Tool changes: " + std::to_string(report.tool_changes_before) + " before, " +
+                std::to_string(report.tool_changes_after) + " after.\n";
+    }
+    for (const std::string& note : report.notes) {
+        text += line_text(note) + ".\n";
+    }
+    return text;
+}
+
+}  // namespace nmk_app

@@ -1,0 +1,42 @@
+// part_view: where a point of the part stands in the drawing: seen from above, y upwards.
+
+#include "commands/order/part_view.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace nmk_app {
+
+namespace {
+
+constexpr double air = 0.06;             // of the larger side, around the cuts
+constexpr double smallest_extent = 1.0;  // mm, for a single hole without a diameter
+
+void include(PlanExtent& extent, const giPoint3& p, double radius) {
+    extent.min_x = std::min(extent.min_x, p.x - radius);
+    extent.max_x = std::max(extent.max_x, p.x + radius);
+    extent.min_y = std::min(extent.min_y, p.y - radius);
+    extent.max_y = std::max(extent.max_y, p.y + radius);
+}
+
+}  // namespace
+
+PlanExtent plan_extent(const std::vector<JobTool>& tools) {
+    constexpr double far = std::numeric_limits<double>::max();
+    PlanExtent extent{far, far, -far, -far};
+    for (const JobTool& tool : tools) {
+        const double radius = tool.diameter.value_or(0.0) / 2.0;
+        for (const JobItem& item : tool.items) {
+            include(extent, item.start, radius);
+            include(extent, item.end.value_or(item.start), radius);
+        }
+    }
+    if (extent.min_x > extent.max_x) {
+        extent = {0.0, 0.0, 0.0, 0.0};
+    }
+    const double side = std::max({extent.width(), extent.height(), smallest_extent});
+    return {extent.min_x - side * air, extent.min_y - side * air, extent.max_x + side * air,
+            extent.max_y + side * air};
+}
+
+}  // namespace nmk_app

@@ -1,0 +1,37 @@
+// part_view.h: where a point of the part stands in the drawing: seen from above, y upwards.
+#pragma once
+
+#include <geometry/giPoint3.h>
+
+#include <vector>
+
+#include "draw/svg_document.h"
+#include "formats/job/machining_job.h"
+
+namespace nmk_app {
+
+/// What there is to see, in mm: from the lower left to the upper right corner.
+struct PlanExtent {
+    double min_x = 0.0, min_y = 0.0, max_x = 0.0, max_y = 0.0;
+
+    double width() const { return max_x - min_x; }
+    double height() const { return max_y - min_y; }
+};
+
+/// The extent of all cuts with the width of their tools and some air around; never empty.
+PlanExtent plan_extent(const std::vector<JobTool>& tools);
+
+/// Maps millimetres to pixels, with the same scale in x and y.
+struct PlanView {
+    PlanExtent extent;
+    double scale = 1.0;  // pixels per mm
+    SvgPoint corner;     // upper left, in pixels
+
+    SvgPoint at(const giPoint3& p) const {
+        return {corner.x + (p.x - extent.min_x) * scale, corner.y + (extent.max_y - p.y) * scale};
+    }
+    double width() const { return extent.width() * scale; }
+    double height() const { return extent.height() * scale; }
+};
+
+}  // namespace nmk_app

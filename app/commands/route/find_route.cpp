@@ -1,0 +1,131 @@
+// find_route: asks the library for the shortest route over a lattice.
+
+#include "commands/route/find_route.h"
+
+#include <nmktoolbox/search.h>
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <memory>
+
+#include "commands/route/plane_verifier.h"
+
+namespace nmk_app {
+
+namespace {
+
+constexpr const char* goal_kind_names[] = {"point", "line", "line-with-gradient", "moving-line"};
+
+std::shared_ptr<nmkSearchGoal> make_goal(const RoutePlane& plane, const RouteRequest& request) {
+    const giPoint2 target = plane.search_point(request.goal);
+    switch (request.kind) {
+        case GoalKind::line:
+            return std::make_shared<nmk2dSearchGoalXLine>(target);
+        case GoalKind::line_with_gradient:
+            return std::make_shared<nmk2dSearchGoalXLineWithGrad>(target, request.gradient);
+        case GoalKind::moving_line:
+            return std::make_shared<nmk2dSearchGoalMovingXLine>(target, request.gradient);
+        case GoalKind::point:
+            break;
+    }
+    return std::make_shared<nmk2dSearchGoalPoint>(target);
+}
+
+std::shared_ptr<const nmkSearchNodeGenerator> make_generator(const RoutePlane& plane,
+                                                             bool forward) {
+    const giPoint2 steps = plane.search_steps();
+    if (forward) {
+        return std::make_shared<nmkForward2dSearchNodeGenerator>(steps.x, steps.y);
+    }
+    return std::make_shared<nmk2dSearchNodeGenerator>(steps.x, steps.y);
+}
+
+double length_of(const RoutePlane& plane, const std::vector<LatticePlace>& nodes) {
+    double length = 0.0;
+    for (std::size_t i = 1; i < nodes.size(); ++i) {
+        length += plane.at(nodes[i - 1]).distance(plane.at(nodes[i]));
+    }
+    return length;
+}
+
+/// The first of the closed places from which the goal, as it stands now, is cheapest.
+void find_nearest(const RoutePlane& plane, const nmkSearchGoal& goal, FoundRoute& route) {
+    for (std::size_t i = 0; i < route.closed.size(); ++i) {
+        const nmk2dSearchNode node(plane.search_point(route.closed[i]));
+        const double cost = goal.min_cost(node);
+        if (i == 0 || cost < route.short_of_goal) {
+            route.nearest = route.closed[i];
+            route.short_of_goal = cost;
+        }
+    }
+}
+
+/// Where a goal stands that may have moved: only in x, and never back over column 0. From there, at
+/// its own height, a moving line is as far as its x.
+giPoint2 goal_now(const RoutePlane& plane, const RouteRequest& request, const nmkSearchGoal& goal) {
+    if (request.kind != GoalKind::moving_line) {
+        return request.goal;
+    }
+    const giPoint2 before = plane.search_point(request.goal);
+    const double x = goal.min_cost(nmk2dSearchNode({0.0, before.y}));
+    const double steps = std::nearbyint((x - before.x) / plane.search_steps().x);
+    return {request.goal.x + steps * plane.steps().x, request.goal.y};
+}
+
+}  // namespace
+
+std::string goal_kind_name(GoalKind kind) { return goal_kind_names[static_cast<int>(kind)]; }
+
+std::optional<GoalKind> goal_kind_of_name(const std::string& name) {
+    const auto* const found =
+        std::find(std::begin(goal_kind_names), std::end(goal_kind_names), name);
+    if (found == std::end(goal_kind_names)) {
+        return std::nullopt;
+    }
+    return static_cast<GoalKind>(found - std::begin(goal_kind_names));
+}
+
+bool needs_gradient(GoalKind kind) {
+    return kind == GoalKind::line_with_gradient || kind == GoalKind::moving_line;
+}
+
+FoundRoute find_route(const RoutePlane& plane, const RouteRequest& request,
+                      nmkProgressBreak* progress) {
+    ClosingRecord record;
+    record.progress = progress;
+    const std::shared_ptr<nmkSearchGoal> goal = make_goal(plane, request);
+    nmkAStarSearch search(
+        make_generator(plane, request.forward),
+        std::make_shared<PlaneVerifier>(plane, request.cut_corners, record),
+        std::make_shared<nmk2dSearchNode>(plane.search_point(*plane.place_at(request.start))),
+        goal);
+    std::vector<std::shared_ptr<const nmkSearchNode>> nodes;
+    FoundRoute route;
+    if (progress != nullptr) {
+        progress->send_progress_bar_to_0("Searching");
+        progress->set_range(static_cast<double>(plane.place_count() - plane.blocked_count()));
+    }
+    try {
+        search.perform(coiFiller_from_container(nodes));
+    } catch (const SearchStopped&) {
+        route.stopped = true;
+    }
+    if (progress != nullptr) {
+        progress->send_progress_bar_to_100();
+    }
+    for (const auto& node : nodes) {
+        route.nodes.push_back(
+            plane.searched_place(static_cast<const nmk2dSearchNode&>(*node).point()));
+    }
+    route.closed = std::move(record.closed);
+    route.expanded = route.closed.size() - (route.is_found() ? 1U : 0U);
+    route.length = length_of(plane, route.nodes);
+    route.goal = goal_now(plane, request, *goal);
+    if (!route.is_found()) {
+        find_nearest(plane, *goal, route);
+    }
+    return route;
+}
+
+}  // namespace nmk_app

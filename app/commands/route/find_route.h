@@ -1,0 +1,53 @@
+// find_route.h: asks the library for the shortest route over a lattice.
+//
+// The steps are those of the library's lattice: to the eight neighbours, or to the three ahead in
+// x. Costs are lengths. The search stays on the lattice, so it always ends.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "formats/lattice/route_plane.h"
+
+class nmkProgressBreak;
+
+namespace nmk_app {
+
+enum class GoalKind { point, line, line_with_gradient, moving_line };
+
+/// "point", "line", "line-with-gradient", "moving-line".
+std::string goal_kind_name(GoalKind kind);
+std::optional<GoalKind> goal_kind_of_name(const std::string& name);
+bool needs_gradient(GoalKind kind);
+
+struct RouteRequest {
+    giPoint2 start;
+    giPoint2 goal;
+    GoalKind kind = GoalKind::point;
+    double gradient = 0.0;     // of the kinds that need one
+    bool forward = false;      // only steps ahead in x
+    bool cut_corners = false;  // a diagonal step may pass beside a blocked place
+};
+
+struct FoundRoute {
+    std::vector<LatticePlace> nodes;   // in the order of travel; empty where there is no route
+    std::vector<LatticePlace> closed;  // in the order of closing
+    std::size_t expanded = 0;          // of the closed ones all but the arrival
+    double length = 0.0;
+    LatticePlace nearest;        // where there is none: the closed place nearest to the goal
+    double short_of_goal = 0.0;  // what it then had before it; of a line as the goal counts it
+    giPoint2 goal;               // where it stands in the end; a moving line has moved on
+    bool stopped = false;
+
+    bool is_found() const { return !nodes.empty(); }
+};
+
+/// Why the plane cannot be searched so, in one line; empty where it can.
+std::string check_request(const RoutePlane& plane, const RouteRequest& request);
+
+/// The route of a request that was checked. `progress` is borrowed and may be null.
+FoundRoute find_route(const RoutePlane& plane, const RouteRequest& request,
+                      nmkProgressBreak* progress);
+
+}  // namespace nmk_app

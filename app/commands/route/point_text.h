@@ -1,0 +1,28 @@
+// point_text.h: a point of the plane as text for a person and for a program.
+#pragma once
+
+#include <geometry/giPoint2.h>
+
+#include <string>
+
+#include "text/number_format.h"
+
+namespace nmk_app {
+
+/// Decimals that are shown: finer than two places that count as one.
+inline constexpr int route_decimals = 9;
+
+/// A number as routes show it.
+inline std::string route_number(double value) { return short_number(value, route_decimals); }
+
+/// "(3, 4.5)"
+inline std::string point_text(const giPoint2& point) {
+    return "(" + route_number(point.x) + ", " + route_number(point.y) + ")";
+}
+
+/// "[3, 4.5]"
+inline std::string point_json(const giPoint2& point) {
+    return "[" + route_number(point.x) + ", " + route_number(point.y) + "]";
+}
+
+}  // namespace nmk_app

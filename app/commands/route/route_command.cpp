@@ -1,0 +1,106 @@
+// route_command: `nmk route FILE`: searches a route through a plane with blocked places.
+
+#include "commands/route/route_command.h"
+
+#include <nmkprogressbreak/nmkTerminalProgress.h>
+
+#include <cstdio>
+#include <variant>
+
+#include "commands/route/find_route.h"
+#include "commands/route/read_plane.h"
+#include "commands/route/route_options.h"
+#include "commands/route/route_page.h"
+#include "commands/route/route_picture.h"
+#include "commands/route/route_report.h"
+#include "files/write_all_files.h"
+#include "shell/command_result.h"
+
+namespace nmk_app {
+
+namespace {
+
+RouteRequest request_of(const RouteOptions& options, const RoutePlane& plane) {
+    RouteRequest request;
+    request.start = *options.start;
+    request.goal = *options.goal;
+    request.kind = options.kind;
+    request.gradient = options.gradient.value_or(0.0);
+    request.forward = options.forward;
+    request.cut_corners = options.cut_corners.value_or(!plane.is_map);
+    return request;
+}
+
+std::vector<OutputFile> outputs(const RouteReport& report) {
+    std::vector<OutputFile> files;
+    const RouteOptions& options = report.options;
+    if (!options.csv_file.empty()) {
+        files.push_back({options.csv_file, route_csv(report)});
+    }
+    if (!options.svg_file.empty()) {
+        files.push_back({options.svg_file, route_picture(report)});
+    }
+    if (!options.html_file.empty()) {
+        files.push_back({options.html_file, route_page(report)});
+    }
+    return files;
+}
+
+int print_report(const RouteReport& report, const WrittenFiles& written, std::ostream& out,
+                 std::ostream& err) {
+    if (report.options.json) {
+        out << route_json(report);
+    } else if (!report.options.quiet) {
+        out << route_text(report);
+        tell_written(out, written);
+    }
+    const int answer = finish(out, err, "the route", written);
+    if (answer == done && !report.route.is_found()) {
+        err << "nmk route: " << no_route_line(report) << "\n";
+        return no_result;
+    }
+    return answer;
+}
+
+int route_with(const RouteOptions& options, nmkProgressBreak* progress, std::ostream& out,
+               std::ostream& err) {
+    std::variant<PlaneOfFile, JobError> read = read_plane_file(options);
+    if (const auto* error = std::get_if<JobError>(&read)) {
+        return refuse(err, error->text());
+    }
+    const auto& file = std::get<PlaneOfFile>(read);
+    const RouteRequest request = request_of(options, file.plane);
+    if (const std::string problem = check_request(file.plane, request); !problem.empty()) {
+        return refuse(err, options.file_name + ": " + problem);
+    }
+    const FoundRoute route = find_route(file.plane, request, progress);
+    if (route.stopped) {
+        err << "nmk route: stopped after " << route.closed.size() << " places; no route yet\n";
+        return no_result;
+    }
+    const RouteReport report{options, request, file.plane, route, file.notes};
+    WrittenFiles written;
+    if (const auto problem = write_all_files(outputs(report), written)) {
+        return refuse(err, *problem);
+    }
+    return print_report(report, written, out, err);
+}
+
+}  // namespace
+
+int run_route(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
+              nmkProgressBreak* progress) {
+    return run_with(read_route_options(arguments), "route", err, [&](const RouteOptions& options) {
+        return route_with(options, progress, out, err);
+    });
+}
+
+int run_route(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+    return run_with(read_route_options(arguments), "route", err, [&](const RouteOptions& options) {
+        // Draws on a terminal only, but answers Ctrl-C everywhere.
+        nmkTerminalProgress progress(options.quiet ? nullptr : stderr);
+        return route_with(options, &progress, out, err);
+    });
+}
+
+}  // namespace nmk_app

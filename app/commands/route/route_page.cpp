@@ -1,0 +1,25 @@
+// route_page: one self-contained page with the picture and the figures of a route.
+
+#include "commands/route/route_page.h"
+
+#include "commands/route/route_picture.h"
+#include "draw/html_frame.h"
+#include "text/escaped_text.h"
+
+namespace nmk_app {
+
+std::string route_page(const RouteReport& report) {
+    std::string content = "<p>" + xml_text(route_summary(report)) + "</p>\n";
+    content += "<figure>\n" + route_picture(report) + "</figure>\n<table>\n<tbody>\n";
+    for (const auto& [name, value] : route_figures(report)) {
+        content += "<tr><td>" + xml_text(name) + "</td><td>" + xml_text(value) + "</td></tr>\n";
+    }
+    content += "</tbody>\n</table>\n";
+    for (const std::string& note : report.notes) {
+        content += "<p>" + xml_text(note) + ".</p>\n";
+    }
+    const std::string& name = report.options.file_name;
+    return html_frame(name + ": a route through it", name, content);
+}
+
+}  // namespace nmk_app

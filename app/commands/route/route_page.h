@@ -1,0 +1,12 @@
+// route_page.h: one self-contained page with the picture and the figures of a route.
+#pragma once
+
+#include <string>
+
+#include "commands/route/route_report.h"
+
+namespace nmk_app {
+
+std::string route_page(const RouteReport& report);
+
+}  // namespace nmk_app

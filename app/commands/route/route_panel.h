@@ -1,0 +1,45 @@
+// route_panel.h: the cells of a lattice, and the route and its marks above them.
+//
+// Every place is a cell with the place in its middle. Rows of a map run downwards, as in its file;
+// those of a list of places upwards.
+#pragma once
+
+#include "commands/route/route_report.h"
+#include "draw/svg_document.h"
+
+namespace nmk_app {
+
+/// Where the cells stand in the drawing, in pixels.
+struct PlaneView {
+    SvgPoint corner;  // upper left
+    double cell_width = 1.0;
+    double cell_height = 1.0;
+    int columns = 1;
+    int rows = 1;
+    bool downwards = true;
+
+    double width() const { return cell_width * columns; }
+    double height() const { return cell_height * rows; }
+    int drawn_row(int row) const { return downwards ? row : rows - 1 - row; }
+    SvgPoint middle(LatticePlace place) const {
+        return {corner.x + (place.column + 0.5) * cell_width,
+                corner.y + (drawn_row(place.row) + 0.5) * cell_height};
+    }
+};
+
+/// Blocked and closed places, and the lines between cells that are large enough.
+void draw_cells(SvgDocument& svg, const PlaneView& view, const RouteReport& report);
+
+/// The goal, the route, its start and its end, or the place that came nearest.
+void draw_route(SvgDocument& svg, const PlaneView& view, const RouteReport& report);
+
+/// The marks of the legend, the same as in the panel.
+void draw_route_line(SvgDocument& svg, const std::vector<SvgPoint>& pairs, double width);
+void draw_goal_mark(SvgDocument& svg, SvgPoint at);
+void draw_first_goal_mark(SvgDocument& svg, SvgPoint at);
+void draw_goal_line(SvgDocument& svg, SvgPoint from, SvgPoint to);
+void draw_nearest_mark(SvgDocument& svg, SvgPoint at);
+
+inline constexpr const char* blocked_colour = "#46505c";
+
+}  // namespace nmk_app

@@ -1,0 +1,13 @@
+// route_picture.h: the map, the places that a search closed in their order, and the route.
+#pragma once
+
+#include <string>
+
+#include "commands/route/route_report.h"
+
+namespace nmk_app {
+
+/// The picture as an SVG document, with a legend.
+std::string route_picture(const RouteReport& report);
+
+}  // namespace nmk_app

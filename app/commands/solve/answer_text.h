@@ -1,0 +1,21 @@
+// answer_text.h: an answer as lines for a person, and as a JSON object for a program.
+//
+// Numbers have as many digits as it takes to read them back exactly.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "commands/solve/solve_answer.h"
+
+namespace nmk_app {
+
+/// The problem with the number of solutions, a table of them, and the note. With a `line` of a
+/// table above 0 that stands in front.
+std::string answer_text(const Answer& answer, std::size_t line);
+
+/// {"line": 3, "problem": ..., "solutions": [{"x": 1, "residual": 0}], "note": ...}; no "line" for
+/// 0, and null for a number that is not finite. Without a line feed at its end.
+std::string answer_json(const Answer& answer, std::size_t line);
+
+}  // namespace nmk_app

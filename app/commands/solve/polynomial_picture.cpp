@@ -1,0 +1,229 @@
+// polynomial_picture: the curve of a polynomial, and its real roots on the axis.
+
+#include "commands/solve/polynomial_picture.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "draw/label_places.h"
+#include "draw/plot_frame.h"
+#include "text/number_format.h"
+
+namespace nmk_app {
+
+namespace {
+
+// The layout, in pixels.
+constexpr double margin = 32.0;
+constexpr double number_width = 74.0;  // left of the plot
+constexpr double heading_height = 108.0;
+constexpr double plot_width = 820.0;
+constexpr double plot_height = 440.0;
+constexpr int samples = 600;
+
+constexpr double x_air = 0.35;  // of what is to be seen, on either side
+constexpr double y_air = 0.12;
+constexpr double most_beyond = 1.2;  // how far the curve is followed past its turning points
+
+double largest_size(const std::vector<double>& values) {
+    double largest = 0.0;
+    for (const double value : values) {
+        largest = std::max(largest, std::abs(value));
+    }
+    return largest;
+}
+
+/// Roots and turning points.
+std::vector<double> places_to_see(const std::vector<double>& coefficients, const Answer& answer) {
+    std::vector<double> places;
+    for (const Solution& root : answer.solutions) {
+        places.push_back(root.values[0]);
+    }
+    for (const Solution& turn : solve_polynomial(derivative_of(coefficients)).solutions) {
+        places.push_back(turn.values[0]);
+    }
+    std::erase_if(places, [](double x) { return !std::isfinite(x); });
+    return places;
+}
+
+PlotRange x_range(const std::vector<double>& places) {
+    if (places.empty()) {
+        return {-1.0, 1.0};
+    }
+    const auto [low, high] = std::minmax_element(places.begin(), places.end());
+    const double size = std::max(largest_size(places), 1e-300);
+    const double span = *high - *low;
+    // A single place, or several that a drawing could not tell apart.
+    const double air = span > 1e-9 * size ? span * x_air : size;
+    const double shown = air > 1e-200 ? air : 1.0;
+    return {*low - shown, *high + shown};
+}
+
+PlotRange y_range(const std::vector<double>& coefficients, const std::vector<double>& places,
+                  const PlotRange& x) {
+    double low = 0.0;
+    double high = 0.0;
+    for (const double place : places) {
+        const double value = polynomial_value(coefficients, place);
+        low = std::min(low, value);
+        high = std::max(high, value);
+    }
+    const double left = polynomial_value(coefficients, x.low);
+    const double right = polynomial_value(coefficients, x.high);
+    const double edge_low = std::min({left, right, low});
+    const double edge_high = std::max({left, right, high});
+    const double beyond = (high - low) * most_beyond;
+    // Values at roots are rounding, not height.
+    const bool is_flat = high - low <= 1e-9 * (edge_high - edge_low);
+    PlotRange range{is_flat ? edge_low : std::max(edge_low, low - beyond),
+                    is_flat ? edge_high : std::min(edge_high, high + beyond)};
+    const double span = range.span() > 0.0 ? range.span() : 2.0;
+    range.low -= span * y_air;
+    range.high += span * y_air;
+    return range;
+}
+
+bool is_drawable(const PlotRange& range) {
+    return std::isfinite(range.span()) && std::isfinite(range.low) && range.span() > 0.0;
+}
+
+/// The curve, broken where it has no finite value.
+std::vector<SvgPoint> curve_pairs(const std::vector<double>& coefficients, const PlotFrame& frame) {
+    const auto point = [&](int i) {
+        const double x = frame.x.low + frame.x.span() * i / samples;
+        return frame.at(x, polynomial_value(coefficients, x));
+    };
+    // What is far out of sight is brought nearer, for viewers that cannot draw so far.
+    const auto near = [&](SvgPoint p) {
+        const double far = 4 * frame.height;
+        return SvgPoint{p.x, std::clamp(p.y, frame.corner.y - far, frame.corner.y + far)};
+    };
+    std::vector<SvgPoint> pairs;
+    for (int i = 0; i < samples; ++i) {
+        const SvgPoint from = point(i);
+        const SvgPoint to = point(i + 1);
+        if (std::isfinite(from.y) && std::isfinite(to.y)) {
+            pairs.insert(pairs.end(), {near(from), near(to)});
+        }
+    }
+    return pairs;
+}
+
+/// Roots of the same text once, with how often they were found.
+struct RootMark {
+    double x;
+    int count;
+};
+
+std::vector<RootMark> root_marks(const Answer& answer, const PlotFrame& frame) {
+    std::vector<RootMark> marks;
+    for (const Solution& root : answer.solutions) {
+        const double x = root.values[0];
+        // Nearer than a pixel's hundredth: one mark.
+        const bool is_same =
+            !marks.empty() && std::abs(x - marks.back().x) <= frame.x.span() / frame.width / 100.0;
+        if (is_same) {
+            ++marks.back().count;
+        } else {
+            marks.push_back({x, 1});
+        }
+    }
+    return marks;
+}
+
+/// Where a label may stand: beside the curve first, or on the other side of the axis where the
+/// curve only touches that; then above and below.
+std::vector<SvgPoint> label_middles(SvgPoint at, double width,
+                                    const std::vector<double>& coefficients, const RootMark& mark) {
+    const std::vector<double> slope = derivative_of(coefficients);
+    const double rise = polynomial_value(slope, mark.x);
+    const double bend = polynomial_value(derivative_of(slope), mark.x);
+    const double aside = (rise > 0.0 ? -1.0 : 1.0) * (width / 2 + 2.0);
+    std::vector<SvgPoint> middles;
+    if (mark.count > 1) {
+        middles = {{at.x, at.y + (bend > 0.0 ? 22.0 : -22.0)}};
+    } else {
+        middles = {{at.x + aside, at.y - 17.0}, {at.x - aside, at.y + 17.0}};
+    }
+    for (const double y : {-22.0, 22.0, -44.0, 44.0, -66.0, 66.0}) {
+        for (const double x : {0.0, 0.5, -0.5}) {
+            middles.push_back({at.x + x * width, at.y + y});
+        }
+    }
+    return middles;
+}
+
+void draw_roots(SvgDocument& svg, const PlotFrame& frame, const std::vector<double>& coefficients,
+                const Answer& answer) {
+    LabelPlaces places({frame.corner.x, frame.corner.y, frame.width, frame.height});
+    const std::vector<RootMark> marks = root_marks(answer, frame);
+    for (const RootMark& mark : marks) {
+        const SvgPoint at = frame.at(mark.x, 0.0);
+        svg.circle(at, 6.0, "fill=\"#c4144b\" stroke=\"#ffffff\" stroke-width=\"1.5\"");
+        places.take({at.x - 7.0, at.y - 7.0, 14.0, 14.0});
+    }
+    for (const RootMark& mark : marks) {
+        const SvgPoint at = frame.at(mark.x, 0.0);
+        const std::string words =
+            plot_number(mark.x) +
+            (mark.count > 1 ? ", " + std::to_string(mark.count) + " times" : "");
+        const double width = text_width(words, 14.0) * 1.1 + 14.0;
+        const std::vector<SvgPoint> middles = label_middles(at, width, coefficients, mark);
+        LabelBox box;
+        if (places.place(middles, width, 20.0, box)) {
+            svg.rectangle({box.left, box.top}, box.width, box.height,
+                          "rx=\"3\" fill=\"#ffffff\" fill-opacity=\"0.88\"");
+            svg.text({box.left + box.width / 2, box.top + 15.0}, words,
+                     "text-anchor=\"middle\" font-weight=\"600\" font-size=\"14\" "
+                     "fill=\"#a01040\"");
+        }
+    }
+}
+
+void draw_heading(SvgDocument& svg, const Answer& answer) {
+    svg.text({margin, 44.0}, answer.problem,
+             "font-size=\"24\" font-weight=\"700\" fill=\"#1f2933\"");
+    const std::size_t count = answer.solutions.size();
+    const std::string words = count == 0   ? "no real root"
+                              : count == 1 ? "1 real root"
+                                           : std::to_string(count) + " real roots";
+    svg.text({margin, 72.0}, answer.note.empty() ? words : words + "; " + answer.note,
+             "font-size=\"16\" fill=\"#6b7785\"");
+    svg.line({margin, 86.0}, {margin + number_width + plot_width, 86.0}, "stroke=\"#e3e7eb\"");
+}
+
+}  // namespace
+
+std::string polynomial_picture(const std::vector<double>& coefficients, const Answer& answer) {
+    const double width = 2 * margin + number_width + plot_width;
+    const double height = heading_height + plot_height + 54.0;
+    SvgDocument svg;
+    draw_heading(svg, answer);
+    const std::vector<double> places = places_to_see(coefficients, answer);
+    PlotFrame frame;
+    frame.corner = {margin + number_width, heading_height};
+    frame.width = plot_width;
+    frame.height = plot_height;
+    frame.x = x_range(places);
+    frame.y = y_range(coefficients, places, frame.x);
+    if (!is_drawable(frame.x) || !is_drawable(frame.y)) {
+        svg.text({margin, heading_height + 24.0}, "The numbers are too large to be drawn.",
+                 "font-size=\"16\" fill=\"#3c4654\"");
+        return svg.str(width, height, answer.problem);
+    }
+    draw_plot_frame(svg, frame);
+    const std::string plot = "x=\"" + exact_number(frame.corner.x) + "\" y=\"" +
+                             exact_number(frame.corner.y) + "\" width=\"" +
+                             exact_number(frame.width) + "\" height=\"" +
+                             exact_number(frame.height) + "\"";
+    svg.raw("<clipPath id=\"plot\"><rect " + plot + "/></clipPath>\n");
+    svg.open_group("clip-path=\"url(#plot)\"");
+    svg.separate_lines(curve_pairs(coefficients, frame),
+                       "fill=\"none\" stroke=\"#2646be\" stroke-width=\"2.5\" "
+                       "stroke-linejoin=\"round\"");
+    svg.close_group();
+    draw_roots(svg, frame, coefficients, answer);
+    return svg.str(width, height, answer.problem);
+}
+
+}  // namespace nmk_app

@@ -1,0 +1,14 @@
+// polynomial_picture.h: the curve of a polynomial, and its real roots on the axis.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "commands/solve/solve_answer.h"
+
+namespace nmk_app {
+
+/// The picture as an SVG document. It shows every root and every turning point.
+std::string polynomial_picture(const std::vector<double>& coefficients, const Answer& answer);
+
+}  // namespace nmk_app

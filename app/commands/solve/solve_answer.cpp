@@ -1,0 +1,38 @@
+// solve_answer: what the library answers to a problem.
+
+#include "commands/solve/solve_answer.h"
+
+#include <nmktoolbox/solver/nmkCumulativeGaussian.h>
+
+#include <cmath>
+
+#include "text/number_format.h"
+
+namespace nmk_app {
+
+Answer solve_normal(double x) {
+    Answer answer;
+    answer.problem = "probability of a value of at most " + readable_number(x);
+    answer.value_names = {"probability"};
+    answer.residual_names = {"off the exact one"};
+    const double probability = nmkCumulativeGaussian::calculate(x);
+    const double exact = 0.5 * std::erfc(-x / std::sqrt(2.0));
+    answer.solutions.push_back({{probability}, {probability - exact}});
+    return answer;
+}
+
+Answer solve_problem(const Problem& problem) {
+    switch (problem.kind) {
+        case ProblemKind::polynomial:
+            return solve_polynomial(problem.numbers);
+        case ProblemKind::root:
+        case ProblemKind::extremum:
+            return solve_bracket(problem);
+        case ProblemKind::normal:
+            return solve_normal(problem.numbers[0]);
+        default:
+            return solve_angles(problem);
+    }
+}
+
+}  // namespace nmk_app

@@ -1,0 +1,46 @@
+// solve_answer.h: what the library answers to a problem, with what is left when it is put back.
+//
+// A solution is a row of values, each column under its name, and one residual for each equation:
+// the difference of its two sides at these values, worked out by the tool and not by the library.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "commands/solve/solve_problem.h"
+
+namespace nmk_app {
+
+struct Solution {
+    std::vector<double> values;
+    std::vector<double> residuals;
+};
+
+struct Answer {
+    std::string problem;                      // "1 - 3 x + 2 x^2 = 0"
+    std::vector<std::string> value_names;     // "cos phi"
+    std::vector<std::string> residual_names;  // "residual"
+    std::vector<Solution> solutions;
+    std::string note;  // what the count alone does not tell; empty where there is nothing
+};
+
+/// The answer to a problem that read_problem has accepted. A bracket whose ends cannot hold what is
+/// looked for has no solution, and a note that says so.
+Answer solve_problem(const Problem& problem);
+
+/// "1 - 3 x + 2 x^2"
+std::string polynomial_text(const std::vector<double>& coefficients);
+
+/// The value at x, by Horner's rule.
+double polynomial_value(const std::vector<double>& coefficients, double x);
+
+/// The coefficients of the derivative; of a constant, one zero.
+std::vector<double> derivative_of(const std::vector<double>& coefficients);
+
+// The solvers of the kinds, by the file that each stands in.
+Answer solve_polynomial(const std::vector<double>& coefficients);
+Answer solve_bracket(const Problem& problem);
+Answer solve_angles(const Problem& problem);
+Answer solve_normal(double x);
+
+}  // namespace nmk_app

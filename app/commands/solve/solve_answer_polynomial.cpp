@@ -1,0 +1,119 @@
+// solve_answer_polynomial: real roots of polynomials of degree one to four.
+
+#include <nmktoolbox/solver/nmkSolver.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "commands/solve/solve_answer.h"
+#include "text/number_format.h"
+
+namespace nmk_app {
+
+namespace {
+
+constexpr int polish = 1;
+constexpr int lost_root = 2;   // a status of qarsol
+constexpr int too_uneven = 1;  // a status of cubsol
+
+struct Roots {
+    std::array<double, 4> values{};
+    std::array<int, 4> status{};
+    int count = 0;
+};
+
+/// The library takes coefficients that it might write to, so it gets a copy.
+Roots roots_of(const std::vector<double>& coefficients) {
+    std::array<double, 5> c{};
+    std::copy(coefficients.begin(), coefficients.end(), c.begin());
+    Roots roots;
+    if (coefficients.size() == 5) {
+        roots.count = nmkSolver::qarsol(c.data(), polish, roots.values.data(), roots.status.data());
+    } else if (coefficients.size() == 4) {
+        roots.count = nmkSolver::cubsol(c.data(), polish, roots.values.data(), roots.status.data());
+    } else {
+        roots.count = nmkSolver::qadsol(c.data(), roots.values.data());
+    }
+    return roots;
+}
+
+bool all_zero(const std::vector<double>& coefficients) {
+    return std::all_of(coefficients.begin(), coefficients.end(), [](double c) { return c == 0.0; });
+}
+
+std::string note_of(const std::vector<double>& coefficients, const Roots& roots) {
+    if (all_zero(coefficients)) {
+        return "all coefficients are zero: every x is a root, and none is given";
+    }
+    if (coefficients.size() == 4 && roots.status[0] == too_uneven) {
+        return "the coefficients are too uneven: no roots are given";
+    }
+    if (coefficients.size() == 5 && roots.count < 4 &&
+        roots.status[static_cast<std::size_t>(roots.count)] == lost_root) {
+        return "the leading coefficient is zero: one root is lost";
+    }
+    return {};
+}
+
+std::string term_text(double coefficient, std::size_t power) {
+    const std::string variable = power == 0 ? "" : power == 1 ? "x" : "x^" + std::to_string(power);
+    if (coefficient == 1.0 && power > 0) {
+        return variable;
+    }
+    return readable_number(coefficient) + (power > 0 ? " " : "") + variable;
+}
+
+}  // namespace
+
+std::string polynomial_text(const std::vector<double>& coefficients) {
+    std::string text;
+    for (std::size_t power = 0; power < coefficients.size(); ++power) {
+        const double c = coefficients[power];
+        if (c == 0.0) {
+            continue;
+        }
+        const bool is_first = text.empty();
+        text += is_first ? (c < 0.0 ? "-" : "") : (c < 0.0 ? " - " : " + ");
+        text += term_text(c < 0.0 ? -c : c, power);
+    }
+    return text.empty() ? "0" : text;
+}
+
+double polynomial_value(const std::vector<double>& coefficients, double x) {
+    double value = 0.0;
+    for (std::size_t i = coefficients.size(); i-- > 0;) {
+        value = value * x + coefficients[i];
+    }
+    return value;
+}
+
+std::vector<double> derivative_of(const std::vector<double>& coefficients) {
+    std::vector<double> derivative;
+    for (std::size_t i = 1; i < coefficients.size(); ++i) {
+        derivative.push_back(static_cast<double>(i) * coefficients[i]);
+    }
+    return derivative.empty() ? std::vector<double>{0.0} : derivative;
+}
+
+Answer solve_polynomial(const std::vector<double>& coefficients) {
+    Roots roots = roots_of(coefficients);
+    Answer answer;
+    answer.problem = polynomial_text(coefficients) + " = 0";
+    answer.value_names = {"x"};
+    answer.residual_names = {"residual"};
+    answer.note = note_of(coefficients, roots);
+    // The closed forms overflow where coefficients are very uneven.
+    const auto end = std::remove_if(roots.values.begin(), roots.values.begin() + roots.count,
+                                    [](double x) { return !std::isfinite(x); });
+    if (end != roots.values.begin() + roots.count) {
+        answer.note = "the coefficients are too uneven: roots that overflow are left out";
+    }
+    std::sort(roots.values.begin(), end);
+    for (auto x = roots.values.begin(); x != end; ++x) {
+        answer.solutions.push_back({{*x}, {polynomial_value(coefficients, *x)}});
+    }
+    return answer;
+}
+
+}  // namespace nmk_app

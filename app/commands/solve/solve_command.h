@@ -1,0 +1,28 @@
+// solve_command.h: `nmk solve KIND NUMBERS`: roots, angles and probabilities by the library.
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "shell/command.h"
+
+namespace nmk_app {
+
+/// Runs the command with the arguments that follow its name.
+///
+///   out     the answers, as text or as JSON: one object, or a list of them for a table
+///   err     one line where something is wrong
+///   answer  0 answered (also that there is no solution), 2 bad usage, bad input or an output that
+///           cannot be written
+///
+/// A table is checked as a whole before the first of its rows is answered.
+int run_solve(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
+
+/// What `nmk help solve` prints.
+std::string solve_help();
+
+inline constexpr Command solve_command{
+    "solve", "solve polynomials, angles and the normal distribution", run_solve, solve_help};
+
+}  // namespace nmk_app

@@ -1,0 +1,72 @@
+// solve_options: what a person asks of `nmk solve`.
+
+#include "commands/solve/solve_options.h"
+
+#include "shell/command_options.h"
+
+namespace nmk_app {
+
+namespace {
+
+using Complaint = std::string;  // empty: none
+
+Complaint set_csv(SolveOptions& options, const std::string& value) {
+    if (value.empty()) {
+        return "--csv needs the name of a table";
+    }
+    options.csv_file = value;
+    return {};
+}
+
+constexpr ValueOption<SolveOptions> value_options[] = {
+    {"--csv", set_csv},
+    {"--svg", set_output_file<SolveOptions, &SolveOptions::svg_file>},
+};
+
+constexpr SwitchOption<SolveOptions> switches[] = {
+    {"--json", &SolveOptions::json},
+    {"--quiet", &SolveOptions::quiet},
+};
+
+Complaint set_word(SolveOptions& options, const std::string& argument) {
+    if (options.kind != nullptr) {
+        options.words.push_back(argument);
+        return {};
+    }
+    options.kind = kind_of_name(argument);
+    return options.kind != nullptr
+               ? ""
+               : "cannot read " + quoted(argument) + " as a kind; expected " + kind_list();
+}
+
+Complaint check(SolveOptions& options) {
+    if (options.csv_file.empty() && options.kind == nullptr) {
+        return "expected a kind: " + kind_list() + "; see nmk help solve";
+    }
+    if (!options.svg_file.empty() &&
+        (!options.csv_file.empty() || options.kind->kind != ProblemKind::polynomial)) {
+        return "--svg draws one polynomial: nmk solve polynomial C0 C1 ... --svg FILE";
+    }
+    if (!options.csv_file.empty()) {
+        return options.words.empty() ? ""
+                                     : "numbers stand on the command line or in --csv, not in both";
+    }
+    const std::vector<std::string_view> words(options.words.begin(), options.words.end());
+    auto problem = read_problem(*options.kind, words);
+    if (const auto* line = std::get_if<std::string>(&problem)) {
+        return *line;
+    }
+    options.problem = std::get<Problem>(std::move(problem));
+    return {};
+}
+
+constexpr OptionTable<SolveOptions> table{"solve", value_options, switches, set_word, check, true};
+
+}  // namespace
+
+std::variant<SolveOptions, std::string> read_solve_options(
+    const std::vector<std::string>& arguments) {
+    return read_options(table, arguments);
+}
+
+}  // namespace nmk_app

@@ -1,0 +1,27 @@
+// solve_options.h: what a person asks of `nmk solve`.
+#pragma once
+
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "commands/solve/solve_problem.h"
+
+namespace nmk_app {
+
+/// The command line of `nmk solve`, checked.
+struct SolveOptions {
+    const KindFacts* kind = nullptr;  // null only with a table that names its kinds
+    std::vector<std::string> words;   // behind the kind, as they were given
+    Problem problem;                  // of those, where there is no table
+    std::string csv_file;             // the table; empty: none
+    std::string svg_file;             // empty: not written
+    bool json = false;
+    bool quiet = false;
+};
+
+/// The options, or one line that says what is wrong with them.
+std::variant<SolveOptions, std::string> read_solve_options(
+    const std::vector<std::string>& arguments);
+
+}  // namespace nmk_app

@@ -1,0 +1,93 @@
+// excellon_parser: the lines of a drill program, and the words of a line.
+
+#include "formats/excellon/excellon_parser.h"
+
+#include <algorithm>
+
+#include "formats/excellon/excellon_walk.h"
+#include "text/ascii.h"
+#include "text/number_reader.h"
+
+namespace nmk_app {
+
+void ExcellonWalk::read_line() {
+    const std::size_t semicolon = std::min(m_line.text.find(';'), m_line.text.size());
+    const std::string_view code = trimmed(m_line.text.substr(0, semicolon));
+    if (semicolon < m_line.text.size()) {
+        m_state.read_comment(m_line.text.substr(semicolon), m_line.number);
+    }
+    if (m_ended) {
+        if (code.starts_with('X') || code.starts_with('Y')) {
+            refuse("a coordinate after the end of the program (M30 or M00)");
+        }
+        return keep(m_line.text);
+    }
+    if (m_in_header) {
+        return read_header_line(code);
+    }
+    if (code.empty() || code == "%") {
+        return keep(m_line.text);
+    }
+    if (m_state.read_statement(code, m_line.number)) {
+        return keep(m_line.text, ExcellonLine::definition);
+    }
+    m_comment = m_line.text.substr(semicolon);
+    read_words(code);
+    keep_comment();
+}
+
+void ExcellonWalk::read_words(std::string_view code) {
+    ExcellonWords words(code);
+    while (!words.rest().empty()) {
+        const std::optional<ExcellonWord> word = words.peek();
+        if (!word) {
+            refuse_rest(words);
+        }
+        switch (word->letter) {
+            case 'X':
+            case 'Y':
+                read_cut(words);
+                break;
+            case 'T':
+                words.take();
+                select_tool(*word, words);
+                break;
+            case 'R':
+                words.take();
+                repeat_hole(*word, words);
+                break;
+            case 'G':
+            case 'M':
+                read_command(*word, words);
+                if (m_ended) {
+                    return;
+                }
+                break;
+            case 'F':
+            case 'S':
+                if (!read_number(word->number)) {
+                    refuse_rest(words);
+                }
+                words.take();
+                keep(code.substr(word->begin, word->end - word->begin));
+                break;
+            default:
+                refuse_rest(words);
+        }
+    }
+}
+
+std::optional<JobError> parse_excellon(std::string_view text,
+                                       std::optional<JobUnits> units_if_unstated,
+                                       ExcellonListener& listener, ExcellonFacts& facts) {
+    try {
+        ExcellonWalk walk(text, units_if_unstated, listener);
+        walk.walk();
+        facts = walk.facts();
+    } catch (const JobError& error) {
+        return error;
+    }
+    return std::nullopt;
+}
+
+}  // namespace nmk_app

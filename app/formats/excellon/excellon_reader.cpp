@@ -1,0 +1,73 @@
+// excellon_reader.cpp: see excellon_reader.h.
+
+#include "formats/excellon/excellon_reader.h"
+
+#include <map>
+
+#include "formats/excellon/excellon_parser.h"
+
+namespace nmk_app {
+
+namespace {
+
+/// Gathers the cuts of each tool.
+class CutCollector : public ExcellonListener {
+  public:
+    explicit CutCollector(std::vector<JobTool>& tools) : m_tools(tools) {}
+
+    void cut(int tool, const ExcellonCut& cut, const ExcellonFormat& format, std::size_t,
+             std::size_t) override {
+        JobItem item;
+        item.start = excellon_point(cut.start, format.units);
+        if (cut.end) {
+            item.end = excellon_point(*cut.end, format.units);
+        }
+        item.source_index = m_count++;
+        const auto [place, is_new] = m_index.try_emplace(tool, m_tools.size());
+        if (is_new) {
+            m_tools.push_back({"T" + std::to_string(tool), std::nullopt, {}});
+        }
+        m_tools[place->second].items.push_back(item);
+    }
+
+    void set_diameters(const std::map<int, double>& diameters) {
+        for (const auto& [number, index] : m_index) {
+            const auto found = diameters.find(number);
+            if (found != diameters.end()) {
+                m_tools[index].diameter = found->second;
+            }
+        }
+    }
+
+  private:
+    std::vector<JobTool>& m_tools;
+    std::map<int, std::size_t> m_index;
+    std::size_t m_count = 0;
+};
+
+}  // namespace
+
+giPoint3 excellon_point(const ExcellonPoint& point, JobUnits units) {
+    return giPoint3(excellon_millimetres(point.x.value, units),
+                    excellon_millimetres(point.y.value, units), 0.0);
+}
+
+std::variant<MachiningJob, JobError> read_excellon(const std::string& file_name, std::string text,
+                                                   std::optional<JobUnits> units_if_unstated) {
+    MachiningJob job;
+    job.file_name = file_name;
+    job.format = JobFormat::excellon;
+    job.text = std::move(text);
+    CutCollector collector(job.tools);
+    ExcellonFacts facts;
+    if (std::optional<JobError> error =
+            parse_excellon(job.text, units_if_unstated, collector, facts)) {
+        error->file_name = file_name;
+        return *std::move(error);
+    }
+    collector.set_diameters(facts.diameters);
+    job.units = facts.units;
+    return job;
+}
+
+}  // namespace nmk_app

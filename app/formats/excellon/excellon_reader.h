@@ -1,0 +1,21 @@
+// excellon_reader.h: reads a drill program as a machining job. See excellon_parser.h for what is
+// understood and excellon_state.h for the defaults.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <variant>
+
+#include "formats/job/machining_job.h"
+
+namespace nmk_app {
+
+/// The job of a drill program: its tools in the order of their first cut, named "T1" whatever the
+/// leading zeros in the file; tools that cut nothing are left out.
+std::variant<MachiningJob, JobError> read_excellon(const std::string& file_name, std::string text,
+                                                   std::optional<JobUnits> units_if_unstated);
+
+/// The point in millimetres; drill files are flat, z is zero.
+giPoint3 excellon_point(const struct ExcellonPoint& point, JobUnits units);
+
+}  // namespace nmk_app

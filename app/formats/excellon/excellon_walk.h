@@ -1,0 +1,109 @@
+// excellon_walk.h: one walk over one drill program, inside excellon_parser.
+//
+// The walk goes from line to line. What a line may hold is spread over files by idea: the header
+// (excellon_walk_header), modes and tools (excellon_walk_modes), holes, slots and repeats
+// (excellon_walk_cuts).
+// Whatever cannot be read or ordered is thrown as a JobError with its line.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "formats/excellon/excellon_commands.h"
+#include "formats/excellon/excellon_parser.h"
+#include "formats/excellon/excellon_state.h"
+#include "formats/excellon/excellon_words.h"
+#include "text/escaped_text.h"
+#include "text/text_lines.h"
+
+namespace nmk_app {
+
+/// The walk itself: one object for one program.
+class ExcellonWalk {
+  public:
+    ExcellonWalk(std::string_view text, std::optional<JobUnits> units, ExcellonListener& listener)
+        : m_text(text), m_listener(listener), m_state(units) {}
+
+    void walk() {
+        TextLines lines(m_text);
+        while (lines.next(m_line)) {
+            read_line();
+            m_incremental_seen = m_incremental_seen || m_state.incremental;
+        }
+        if (m_in_header) {
+            refuse("the header begun on line " + std::to_string(m_header_line) +
+                   " is never ended by % or M95");
+        }
+    }
+
+    ExcellonFacts facts() const {
+        ExcellonFacts facts{m_state.units(), {}, m_incremental_seen};
+        for (const auto& [number, tool] : m_state.tools) {
+            if (const std::optional<double> diameter = m_state.diameter_of(number)) {
+                facts.diameters[number] = *diameter;
+            }
+        }
+        return facts;
+    }
+
+  private:
+    [[noreturn]] void refuse(std::string message) const {
+        throw JobError{{}, m_line.number, std::move(message)};
+    }
+
+    [[noreturn]] void refuse_rest(const ExcellonWords& words) const {
+        refuse("cannot read " + quoted(words.rest()) + " in a drill program");
+    }
+
+    void keep(std::string_view text, ExcellonLine kind = ExcellonLine::remark) {
+        m_listener.line_kept(text, kind);
+    }
+
+    /// Once for each line: before its cut, so that it stays with the cut's tool, else at its end.
+    void keep_comment() {
+        if (!m_comment.empty()) {
+            keep(std::exchange(m_comment, {}));
+        }
+    }
+
+    void read_line();
+    void read_header_line(std::string_view code);
+    void read_header_words(std::string_view code);
+    void read_header_command(ExcellonCommand command);
+    void read_words(std::string_view code);
+    void read_command(const ExcellonWord& word, ExcellonWords& words);
+    void read_mode(ExcellonCommand command, const ExcellonWord& word, ExcellonWords& words);
+    void set_mode(ExcellonCommand command);
+    std::string take_zero_point(ExcellonWords& words);
+    void select_tool(const ExcellonWord& word, ExcellonWords& words);
+    void read_cut(ExcellonWords& words);
+    void repeat_hole(const ExcellonWord& word, ExcellonWords& words);
+    void take_point(ExcellonWords& words);
+    bool take_axis(ExcellonWords& words, char letter, ExcellonCoordinate& axis);
+    std::int64_t read_value(const ExcellonWord& word);
+    void move(ExcellonCoordinate& axis, std::int64_t by) const;
+    const ExcellonFormat& format() { return m_state.format(m_text.substr(m_line.begin)); }
+    void check_tool();
+    void emit(const ExcellonPoint& start, const std::optional<ExcellonPoint>& end);
+
+    std::string_view m_text;
+    ExcellonListener& m_listener;
+    ExcellonState m_state;
+    TextLine m_line;
+    std::string_view m_comment;  // of the line, until it is kept
+    ExcellonPoint m_at;
+    std::optional<int> m_tool;
+    bool m_in_header = false;
+    bool m_ended = false;
+    bool m_with_point = false;
+    bool m_last_was_hole = false;
+    bool m_incremental_seen = false;
+    std::size_t m_header_line = 0;
+    std::size_t m_items = 0;
+    std::size_t m_repeated = 0;
+};
+
+}  // namespace nmk_app

@@ -1,0 +1,135 @@
+// excellon_walk_modes: G and M words, the zero point and the tools of a drill program.
+
+#include "formats/excellon/excellon_walk.h"
+#include "text/ascii.h"
+
+namespace nmk_app {
+
+void ExcellonWalk::read_command(const ExcellonWord& word, ExcellonWords& words) {
+    const std::optional<int> number = small_number(word.number);
+    if (!number) {
+        refuse_rest(words);
+    }
+    const std::string name = excellon_command_name(word.letter, *number);
+    const ExcellonCommand command = excellon_command(word.letter, *number);
+    switch (command) {
+        case ExcellonCommand::routed:
+            refuse("routed path (" + name +
+                   "); only drilled holes, their repeats and G85 slots can be ordered");
+        case ExcellonCommand::pattern:
+            refuse("step and repeat pattern (" + name +
+                   "); only drilled holes, their repeats and G85 slots can be ordered");
+        case ExcellonCommand::unsupported:
+            refuse(name + " is not understood in a drill program");
+        case ExcellonCommand::slot:  // from where the cutter stands
+            read_cut(words);
+            return;
+        case ExcellonCommand::keep_line:
+            words = ExcellonWords({});
+            keep(m_line.text.substr(0, m_line.text.find(';')));
+            return;
+        default:
+            words.take();
+            read_mode(command, word, words);
+    }
+}
+
+void ExcellonWalk::read_mode(ExcellonCommand command, const ExcellonWord& word,
+                             ExcellonWords& words) {
+    const std::string text = word.letter + std::string(word.number);
+    set_mode(command);
+    switch (command) {
+        case ExcellonCommand::absolute:
+        case ExcellonCommand::incremental:
+            return;  // positions are handed on complete
+        case ExcellonCommand::millimetres:
+        case ExcellonCommand::inches:
+            keep(text, ExcellonLine::definition);
+            return;
+        case ExcellonCommand::zero_point:
+            keep(text + take_zero_point(words), ExcellonLine::definition);
+            return;
+        case ExcellonCommand::header:
+            m_in_header = true;
+            m_header_line = m_line.number;
+            keep(text, ExcellonLine::definition);
+            if (!words.rest().empty()) {
+                refuse_rest(words);
+            }
+            return;
+        case ExcellonCommand::end:
+            m_ended = true;
+            keep(text);
+            return;
+        default:
+            keep(text);
+            return;
+    }
+}
+
+/// What a command sets in a header as below it; others are left alone.
+void ExcellonWalk::set_mode(ExcellonCommand command) {
+    switch (command) {
+        case ExcellonCommand::absolute:
+        case ExcellonCommand::incremental:
+            m_state.incremental = command == ExcellonCommand::incremental;
+            return;
+        case ExcellonCommand::millimetres:
+            m_state.state_units(JobUnits::millimetres, m_line.number);
+            return;
+        case ExcellonCommand::inches:
+            m_state.state_units(JobUnits::inches, m_line.number);
+            return;
+        default:
+            return;
+    }
+}
+
+/// Takes the coordinates behind G92 or G93 and answers them as they stand. They may be anything
+/// before the first hole, where they move all holes alike; later only zero.
+std::string ExcellonWalk::take_zero_point(ExcellonWords& words) {
+    std::string text;
+    while (const std::optional<ExcellonWord> axis = words.peek()) {
+        if (axis->letter != 'X' && axis->letter != 'Y') {
+            break;
+        }
+        words.take();
+        if (m_items > 0 && axis->number.find_first_not_of("+-.0") != std::string_view::npos) {
+            refuse("the zero point moves between the holes");
+        }
+        text += axis->letter + std::string(axis->number);
+    }
+    return text;
+}
+
+void ExcellonWalk::select_tool(const ExcellonWord& word, ExcellonWords& words) {
+    const std::optional<int> number = small_number(word.number);
+    if (!number) {
+        refuse("cannot read the tool number " + quoted(word.number));
+    }
+    std::size_t end = word.end;
+    while (const std::optional<ExcellonWord> parameter = words.peek()) {
+        if (!is_tool_parameter(parameter->letter)) {
+            break;
+        }
+        end = words.take()->end;
+    }
+    const std::size_t code_begin = m_line.text.find_first_not_of(" \t");
+    const std::string_view text = m_line.text.substr(code_begin + word.begin, end - word.begin);
+    const std::string_view parameters = text.substr(word.end - word.begin);
+    if (*number == 0) {
+        m_tool.reset();  // the tool is put away
+    } else {
+        if (m_state.tools.count(*number) == 0 &&
+            lower_case(parameters).find('c') == std::string::npos) {
+            refuse("unknown tool T" + std::to_string(*number) + "; the file defines " +
+                   m_state.known_tools());
+        }
+        m_state.define_tool(*number, parameters, m_line.number);
+        m_tool = number;
+    }
+    m_last_was_hole = false;
+    m_listener.tool_selected(*number, text, m_line.begin);
+}
+
+}  // namespace nmk_app

@@ -1,0 +1,89 @@
+// job_format.cpp: see job_format.h.
+
+#include "formats/job_files/job_format.h"
+
+#include <algorithm>
+#include <array>
+
+#include "text/ascii.h"
+#include "text/number_reader.h"
+#include "text/text_lines.h"
+
+namespace nmk_app {
+
+namespace {
+
+constexpr std::size_t lines_looked_at = 40;
+
+constexpr std::array<std::string_view, 7> drill_endings = {"drl", "drd", "exc", "ncd",
+                                                           "xln", "tap", "txt"};
+
+bool is_digit(char letter) { return letter >= '0' && letter <= '9'; }
+
+/// "T1...", "X-1...", "M48", "G90", "INCH": how a line of a drill program begins.
+bool begins_drill_line(std::string_view line) {
+    if (line.size() < 2) {
+        return line == "%";
+    }
+    const bool has_number = is_digit(line[1]) || line[1] == '-' || line[1] == '+' || line[1] == '.';
+    const bool has_letter = std::string_view("TXYMGtxymg").find(line[0]) != std::string_view::npos;
+    return (has_number && has_letter) || line.starts_with("INCH") || line.starts_with("METRIC");
+}
+
+std::optional<JobFormat> format_of_line(std::string_view line) {
+    for (const std::string_view keyword :
+         {"NAME", "TYPE", "COMMENT", "DIMENSION", "EDGE_WEIGHT_TYPE", "NODE_COORD_SECTION"}) {
+        const std::string_view behind = line.substr(std::min(line.size(), keyword.size()));
+        if (line.starts_with(keyword) &&
+            (behind.empty() ||
+             std::string_view(": \t").find(behind[0]) != std::string_view::npos)) {
+            return JobFormat::tsplib;
+        }
+    }
+    if (begins_drill_line(line)) {
+        return JobFormat::excellon;
+    }
+    const std::string_view cell = trimmed(line.substr(0, line.find_first_of(",;\t")));
+    if (cell.size() < line.size() && !line.starts_with(';') &&
+        (read_number(cell) || lower_case(cell) == "x")) {
+        return JobFormat::csv;
+    }
+    return std::nullopt;
+}
+
+std::optional<JobFormat> format_of_name(const std::string& file_name) {
+    const std::string ending = name_ending(file_name);
+    if (names_drill_program(file_name)) {
+        return JobFormat::excellon;
+    }
+    return ending == "csv"   ? std::optional(JobFormat::csv)
+           : ending == "tsp" ? std::optional(JobFormat::tsplib)
+                             : std::nullopt;
+}
+
+}  // namespace
+
+std::string name_ending(const std::string& file_name) {
+    const std::size_t point = file_name.find_last_of("./");
+    return point == std::string::npos || file_name[point] == '/'
+               ? std::string()
+               : lower_case(std::string_view(file_name).substr(point + 1));
+}
+
+bool names_drill_program(const std::string& file_name) {
+    return std::find(drill_endings.begin(), drill_endings.end(), name_ending(file_name)) !=
+           drill_endings.end();
+}
+
+std::optional<JobFormat> format_of(const std::string& file_name, std::string_view text) {
+    TextLines lines(text);
+    TextLine line;
+    for (std::size_t i = 0; i < lines_looked_at && lines.next(line); ++i) {
+        if (const std::optional<JobFormat> format = format_of_line(trimmed(line.text))) {
+            return format;
+        }
+    }
+    return format_of_name(file_name);
+}
+
+}  // namespace nmk_app

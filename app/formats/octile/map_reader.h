@@ -1,0 +1,25 @@
+// map_reader.h: reads a map of a grid in the octile text format.
+//
+// Four lines of head (`type octile`, `height H`, `width W`, `map`; height and width in either
+// order), then H rows of W letters. `.`, `G` and `S` (ground and swamp) may be walked; `@`, `O`,
+// `T` and `W` (out of bounds, trees, water) are blocked. x counts columns from the left, y rows
+// from the top, both from 0; the steps are 1.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include "files/job_error.h"
+#include "formats/lattice/route_plane.h"
+
+namespace nmk_app {
+
+/// Whether the text begins like such a map.
+bool is_octile_map(std::string_view text);
+
+/// The map, or one line on what is wrong with it.
+std::variant<RoutePlane, JobError> read_octile_map(const std::string& file_name,
+                                                   std::string_view text);
+
+}  // namespace nmk_app

@@ -1,0 +1,180 @@
+// tsplib_reader.cpp: see tsplib_reader.h.
+
+#include "formats/tsplib/tsplib_reader.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+#include "formats/job/toolless_job.h"
+#include "text/ascii.h"
+#include "text/escaped_text.h"
+#include "text/number_format.h"
+#include "text/number_reader.h"
+#include "text/text_lines.h"
+
+namespace nmk_app {
+
+namespace {
+
+/// Keywords that say nothing about where the points are.
+constexpr std::array<std::string_view, 6> passed_over = {
+    "NAME", "COMMENT", "NODE_COORD_TYPE", "DISPLAY_DATA_TYPE", "EDGE_WEIGHT_FORMAT", "CAPACITY"};
+
+/// Takes the front up to a blank.
+std::string_view take_word(std::string_view& text) {
+    text = trimmed(text);
+    const std::size_t stop = std::min(text.find_first_of(" \t"), text.size());
+    const std::string_view word = text.substr(0, stop);
+    text.remove_prefix(stop);
+    return word;
+}
+
+/// Reads line after line; throws a JobError without a file name.
+class InstanceReader {
+  public:
+    InstanceReader(std::string_view text, double scale) : m_lines(text), m_scale(scale) {}
+
+    std::vector<JobItem> read() {
+        bool has_section = false;
+        while (m_lines.next(m_line)) {
+            const std::string_view text = trimmed(m_line.text);
+            if (text == "EOF") {
+                break;
+            }
+            if (text == "NODE_COORD_SECTION" || text == "NODE_COORD_SECTION:") {
+                if (has_section) {
+                    refuse("a second NODE_COORD_SECTION");
+                }
+                has_section = true;
+            } else if (has_section) {
+                read_node(text);
+            } else if (!text.empty()) {
+                read_specification(text);
+            }
+        }
+        if (!has_section) {
+            refuse("no NODE_COORD_SECTION; expected the points of the instance");
+        }
+        check_count();
+        return std::move(m_items);
+    }
+
+  private:
+    [[noreturn]] void refuse(std::string message) const {
+        throw JobError{{}, m_line.number, std::move(message)};
+    }
+
+    void read_specification(std::string_view text) {
+        const std::size_t stop = std::min(text.find_first_of(": \t"), text.size());
+        const std::string_view keyword = text.substr(0, stop);
+        std::string_view value = trimmed(text.substr(stop));
+        if (value.starts_with(':')) {
+            value = trimmed(value.substr(1));
+        }
+        if (keyword == "TYPE") {
+            read_type(value);
+        } else if (keyword == "DIMENSION") {
+            read_dimension(value);
+        } else if (keyword == "EDGE_WEIGHT_TYPE") {
+            read_weight_type(value);
+        } else if (std::find(passed_over.begin(), passed_over.end(), keyword) ==
+                   passed_over.end()) {
+            refuse("cannot read " + quoted(text) + " before the NODE_COORD_SECTION");
+        }
+    }
+
+    void read_type(std::string_view value) const {
+        if (value.substr(0, value.find_first_of(" \t")) != "TSP") {
+            refuse("TYPE " + quoted(value) + "; expected TSP");
+        }
+    }
+
+    void read_dimension(std::string_view value) {
+        const std::optional<double> dimension = read_number(value);
+        if (!dimension || value.find_first_not_of("0123456789") != std::string_view::npos) {
+            refuse("cannot read the DIMENSION " + quoted(value));
+        }
+        if (*dimension > static_cast<double>(most_items)) {
+            refuse("DIMENSION " + quoted(value) + "; at most " + std::to_string(most_items) +
+                   " points can be ordered");
+        }
+        m_dimension = static_cast<std::size_t>(*dimension);
+    }
+
+    void read_weight_type(std::string_view value) const {
+        if (value != "EUC_2D" && value != "CEIL_2D") {
+            refuse("EDGE_WEIGHT_TYPE " + quoted(value) + "; expected EUC_2D or CEIL_2D");
+        }
+    }
+
+    void read_node(std::string_view text) {
+        if (text.empty()) {
+            return;
+        }
+        if (m_dimension && m_items.size() == *m_dimension) {
+            refuse("more points than the DIMENSION of " + std::to_string(*m_dimension));
+        }
+        if (m_items.size() == most_items) {
+            refuse("more than " + std::to_string(most_items) + " points");
+        }
+        const std::string_view name = take_word(text);
+        const std::optional<double> number = read_number(name);
+        const std::optional<double> x = read_coordinate(take_word(text));
+        const std::optional<double> y = read_coordinate(take_word(text));
+        if (!number || name.find_first_not_of("0123456789") != std::string_view::npos || !x || !y ||
+            !trimmed(text).empty()) {
+            refuse("cannot read " + quoted(trimmed(m_line.text)) +
+                   " as a node; expected its number and two coordinates from -1e9 to 1e9");
+        }
+        m_largest_name = std::max(m_largest_name, *number);
+        check_name(*number);
+        JobItem item;
+        item.start = giPoint3(*x * m_scale, *y * m_scale, 0.0);
+        item.source_index = m_items.size();
+        m_items.push_back(item);
+    }
+
+    /// Gathers the numbers; that each stands once is checked at the end.
+    void check_name(double number) {
+        if (number < 1.0 || number > static_cast<double>(most_items)) {
+            refuse("node number " + exact_number(number) + "; expected 1 to the DIMENSION");
+        }
+        m_names.push_back(static_cast<std::uint32_t>(number));
+    }
+
+    void check_count() {
+        if (m_dimension && m_items.size() != *m_dimension) {
+            refuse(std::to_string(m_items.size()) + " points; the DIMENSION says " +
+                   std::to_string(*m_dimension));
+        }
+        std::sort(m_names.begin(), m_names.end());
+        const auto twice = std::adjacent_find(m_names.begin(), m_names.end());
+        if (twice != m_names.end()) {
+            refuse("node " + std::to_string(*twice) + " stands twice");
+        }
+        if (m_largest_name > static_cast<double>(m_items.size())) {
+            refuse("node " + exact_number(m_largest_name) + " among " +
+                   std::to_string(m_items.size()) + " points; expected the numbers from 1 on");
+        }
+    }
+
+    TextLines m_lines;
+    double m_scale;
+    TextLine m_line;
+    std::optional<std::size_t> m_dimension;
+    double m_largest_name = 0.0;
+    std::vector<std::uint32_t> m_names;
+    std::vector<JobItem> m_items;
+};
+
+}  // namespace
+
+std::variant<MachiningJob, JobError> read_tsplib(const std::string& file_name, std::string text,
+                                                 std::optional<JobUnits> units) {
+    return read_one_tool_job(
+        JobFormat::tsplib, file_name, std::move(text), units,
+        [](std::string_view all, double scale) { return InstanceReader(all, scale).read(); });
+}
+
+}  // namespace nmk_app

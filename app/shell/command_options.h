@@ -1,0 +1,148 @@
+// command_options.h: reads the arguments of a command by tables of its options.
+//
+// An option with a value is `--name value` or `--name=value`; a switch is a name alone; what
+// follows `--` is taken as it stands. A command keeps its options in a struct of its own and says
+// in two tables how each of them is set. Problems are one line of text; an empty text is none.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "files/same_file.h"
+#include "text/escaped_text.h"
+#include "text/number_reader.h"
+
+namespace nmk_app {
+
+template <class Options>
+struct ValueOption {
+    std::string_view name;
+    std::string (*set)(Options&, const std::string& value);
+};
+
+template <class Options>
+struct SwitchOption {
+    std::string_view name;
+    bool Options::*flag;
+};
+
+/// What a command understands.
+template <class Options>
+struct OptionTable {
+    std::string_view command;  // for messages
+    std::span<const ValueOption<Options>> values;
+    std::span<const SwitchOption<Options>> switches;
+    std::string (*set_plain)(Options&, const std::string& argument);  // what is no option
+    std::string (*check)(Options&);                                   // of all, when they are read
+    bool takes_numbers = false;                                       // -3 is no option then
+};
+
+/// Sets the name of a file to write.
+template <class Options, std::string Options::*file>
+std::string set_output_file(Options& options, const std::string& value) {
+    if (value.empty()) {
+        return "a file to write needs a name";
+    }
+    options.*file = value;
+    return {};
+}
+
+/// Takes what is no option as the name of the one file to read.
+template <class Options>
+std::string set_file_name(Options& options, const std::string& argument) {
+    if (!options.file_name.empty()) {
+        return "one file at a time; " + quoted(argument) + " is a second one";
+    }
+    if (argument.empty()) {
+        return "the name of the file is empty";
+    }
+    options.file_name = argument;
+    return {};
+}
+
+/// Reads the option at `i`, and its value where it has one.
+template <class Options>
+std::string read_option(Options& options, const OptionTable<Options>& table,
+                        const std::vector<std::string>& arguments, std::size_t& i) {
+    const std::string& argument = arguments[i];
+    for (const SwitchOption<Options>& known : table.switches) {
+        if (argument == known.name) {
+            options.*known.flag = true;
+            return {};
+        }
+    }
+    const std::size_t equals = argument.starts_with("--") ? argument.find('=') : std::string::npos;
+    const std::string name = argument.substr(0, equals);
+    for (const ValueOption<Options>& known : table.values) {
+        if (name != known.name) {
+            continue;
+        }
+        if (equals != std::string::npos) {
+            return known.set(options, argument.substr(equals + 1));
+        }
+        if (i + 1 == arguments.size()) {
+            return name + " needs a value";
+        }
+        return known.set(options, arguments[++i]);
+    }
+    return "unknown option " + quoted(argument) + "; see nmk help " + std::string(table.command);
+}
+
+/// "-3", and "-1e999" too, which is too large to be one but not meant as an option.
+inline bool begins_negative_number(const std::string& argument) {
+    return read_number(argument) || argument.find_first_of("0123456789.") == 1;
+}
+
+/// Reads all arguments in their order and checks them; the first problem ends it.
+template <class Options>
+std::variant<Options, std::string> read_options(const OptionTable<Options>& table,
+                                                const std::vector<std::string>& arguments) {
+    Options options;
+    bool only_plain = false;  // after "--"
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string& argument = arguments[i];
+        if (!only_plain && argument == "--") {
+            only_plain = true;
+            continue;
+        }
+        const bool is_number = table.takes_numbers && begins_negative_number(argument);
+        const bool is_option = !only_plain && argument.starts_with('-') && !is_number;
+        std::string problem = is_option ? read_option(options, table, arguments, i)
+                                        : table.set_plain(options, argument);
+        if (!problem.empty()) {
+            return problem;
+        }
+    }
+    if (std::string problem = table.check(options); !problem.empty()) {
+        return problem;
+    }
+    return options;
+}
+
+/// One line where two of the names that are not empty mean one file.
+inline std::string check_outputs_differ(std::span<const std::string_view> names) {
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        for (std::size_t j = 0; j < i; ++j) {
+            if (!names[i].empty() && !names[j].empty() && is_same_file(names[i], names[j])) {
+                return quoted(names[i]) + " is named for two outputs";
+            }
+        }
+    }
+    return {};
+}
+
+/// One line where one of the names that are not empty means the file that is read.
+inline std::string check_input_is_kept(std::string_view input,
+                                       std::span<const std::string_view> names) {
+    for (const std::string_view name : names) {
+        if (!name.empty() && is_same_file(input, name)) {
+            return quoted(name) + " is the file that is read; expected another name to write to";
+        }
+    }
+    return {};
+}
+
+}  // namespace nmk_app

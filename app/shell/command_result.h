@@ -1,0 +1,58 @@
+// command_result.h: how every command ends: its exit code, and the line that says what is wrong.
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include "files/write_all_files.h"
+#include "text/escaped_text.h"
+
+namespace nmk_app {
+
+// The exit codes of the tool.
+constexpr int done = 0;
+constexpr int no_result = 1;
+constexpr int bad_input = 2;  // bad usage too, and an output that cannot be written
+
+/// Prints the one line that says what is wrong.
+inline int refuse(std::ostream& err, std::string_view problem) {
+    err << line_text(problem) << "\n";
+    return bad_input;
+}
+
+/// A line for each file that was written.
+inline void tell_written(std::ostream& out, const WrittenFiles& written) {
+    for (const std::string& file_name : written.names) {
+        out << "Wrote " << line_text(file_name) << ".\n";
+    }
+}
+
+/// Sees to it that what was printed arrives; `what` is "the route".
+inline int finish(std::ostream& out, std::ostream& err, const std::string& what) {
+    out.flush();
+    return out ? done : refuse(err, "standard output: " + what + " cannot be written");
+}
+
+/// The same for a run that wrote files, which are taken back where what was printed is lost.
+inline int finish(std::ostream& out, std::ostream& err, const std::string& what,
+                  const WrittenFiles& written) {
+    const int answer = finish(out, err, what);
+    if (answer != done) {
+        written.take_back();
+    }
+    return answer;
+}
+
+/// Answers what `go` answers to the options, or says why there are none.
+template <class Options, class Go>
+int run_with(const std::variant<Options, std::string>& read, const std::string& command,
+             std::ostream& err, Go go) {
+    if (const auto* problem = std::get_if<std::string>(&read)) {
+        return refuse(err, "nmk " + command + ": " + *problem);
+    }
+    return go(std::get<Options>(read));
+}
+
+}  // namespace nmk_app

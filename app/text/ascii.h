@@ -1,0 +1,15 @@
+// ascii.h: blanks and letter case of ASCII text; other bytes are left alone.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace nmk_app {
+
+/// The text without blanks and tabs at either end.
+std::string_view trimmed(std::string_view text);
+
+/// The same letters in lower case; only those of ASCII change.
+std::string lower_case(std::string_view text);
+
+}  // namespace nmk_app

@@ -1,0 +1,145 @@
+// order_options: which command lines are understood, and what is said of the others.
+
+#include "commands/order/order_options.h"
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "commands/order/sort_type_names.h"
+
+namespace {
+
+using namespace nmk_app;
+
+using Words = std::vector<std::string>;
+
+OrderOptions read(const Words& words) {
+    const auto options = read_order_options(words);
+    if (const auto* problem = std::get_if<std::string>(&options)) {
+        ADD_FAILURE() << *problem;
+        return {};
+    }
+    return std::get<OrderOptions>(options);
+}
+
+TEST(order_options, a_file_alone_gives_the_defaults) {
+    const OrderOptions options = read({"plate.drl"});
+    EXPECT_EQ(options.file_name, "plate.drl");
+    EXPECT_EQ(options.type, nmkSortTypeShortest);
+    EXPECT_FALSE(options.across_tools || options.json || options.quiet);
+    EXPECT_EQ(options.rapid, 10000.0);
+    const OrderRequest request = order_request(options, JobUnits::inches);
+    EXPECT_EQ(request.tolerance, default_tolerance);
+    EXPECT_EQ(request.start, giPoint3(0.0, 0.0, 0.0));
+}
+
+TEST(order_options, every_option_is_taken_with_a_blank_or_an_equals_sign) {
+    const OrderOptions a =
+        read({"--type", "xz",      "--start",        "1,-2.5,3", "--tolerance", "0.5",   "--units",
+              "mm",     "--rapid", "6000",           "-o",       "a.csv",       "--svg", "a.svg",
+              "--html", "a.html",  "--across-tools", "--json",   "--quiet",     "f"});
+    const OrderOptions b = read({"f", "--type=XZ", "--start=1,-2.5,3", "--tolerance=0.5",
+                                 "--units=mm", "--rapid=6000", "--output=a.csv", "--svg=a.svg",
+                                 "--html=a.html", "--across-tools", "--json", "--quiet"});
+    for (const OrderOptions& options : {a, b}) {
+        EXPECT_EQ(options.type, nmkSortTypeXZ);
+        EXPECT_EQ(options.start, (std::array<double, 3>{1.0, -2.5, 3.0}));
+        EXPECT_EQ(options.tolerance, 0.5);
+        EXPECT_EQ(options.units, JobUnits::millimetres);
+        EXPECT_EQ(options.rapid, 6000.0);
+        EXPECT_EQ(options.output_file, "a.csv");
+        EXPECT_EQ(options.svg_file, "a.svg");
+        EXPECT_EQ(options.html_file, "a.html");
+        EXPECT_TRUE(options.across_tools && options.json && options.quiet);
+    }
+}
+
+TEST(order_options, the_ending_of_what_is_written_may_stand_in_capital_letters) {
+    for (const std::string name : {"OUT.DRL", "parts.d/Out.Csv", "a.b.JSON"}) {
+        EXPECT_EQ(read({"f", "-o", name}).output_file, name);
+    }
+}
+
+TEST(order_options, lengths_are_in_the_unit_of_the_file_unless_told) {
+    OrderOptions options = read({"f", "--start", "1,2", "--tolerance", "0.5"});
+    EXPECT_EQ(order_request(options, JobUnits::inches).start, giPoint3(25.4, 50.8, 0.0));
+    EXPECT_EQ(order_request(options, JobUnits::inches).tolerance, 12.7);
+    EXPECT_EQ(order_request(options, JobUnits::millimetres).start, giPoint3(1.0, 2.0, 0.0));
+    options.units = JobUnits::millimetres;
+    EXPECT_EQ(order_request(options, JobUnits::inches).start, giPoint3(1.0, 2.0, 0.0));
+}
+
+TEST(order_options, after_two_dashes_a_name_may_begin_with_a_dash) {
+    EXPECT_EQ(read({"--json", "--", "-odd.drl"}).file_name, "-odd.drl");
+}
+
+TEST(order_options, every_supported_sort_type_has_a_name_of_its_own) {
+    int named = 0;
+    for (int value = -1; value <= 20; ++value) {
+        const auto type = static_cast<nmkSortType>(value);
+        const std::string name(sort_type_name(type));
+        const bool supported = (0 <= value && value <= 12) || value == 17;
+        EXPECT_EQ(!name.empty(), supported) << value;
+        if (supported) {
+            EXPECT_EQ(sort_type_of_name(name), type);
+            ++named;
+        }
+    }
+    EXPECT_EQ(named, 14);
+}
+
+struct BadLine {
+    const char* name;
+    Words words;
+    const char* expected;  // stands in the message
+};
+
+std::ostream& operator<<(std::ostream& out, const BadLine& line) { return out << line.name; }
+
+class order_options_bad : public testing::TestWithParam<BadLine> {};
+
+TEST_P(order_options_bad, is_refused_with_one_line) {
+    const auto options = read_order_options(GetParam().words);
+    ASSERT_TRUE(std::holds_alternative<std::string>(options));
+    const auto& problem = std::get<std::string>(options);
+    EXPECT_NE(problem.find(GetParam().expected), std::string::npos) << problem;
+    EXPECT_EQ(problem.find('\n'), std::string::npos);
+}
+
+const BadLine bad_lines[] = {
+    {"no_file", {"--json"}, "expected the name of a file"},
+    {"empty_file", {""}, "empty"},
+    {"two_files", {"a", "b"}, "second"},
+    {"unknown_option", {"a", "--fast"}, "unknown option"},
+    {"unknown_with_line_feed", {"a", "--fa\nst"}, "unknown option"},
+    {"lone_dash", {"a", "-"}, "unknown option"},
+    {"value_missing", {"a", "--type"}, "needs a value"},
+    {"unknown_type", {"a", "--type", "best"}, "one-way"},
+    {"cylinder", {"a", "--type", "cylinder"}, "shortest, closest"},
+    {"empty_type", {"a", "--type="}, "the types are"},
+    {"start_of_one", {"a", "--start", "1"}, "X,Y"},
+    {"start_of_four", {"a", "--start", "1,2,3,4"}, "X,Y"},
+    {"start_with_hole", {"a", "--start", "1,,3"}, "X,Y"},
+    {"start_trailing_comma", {"a", "--start", "1,2,"}, "X,Y"},
+    {"start_not_finite", {"a", "--start", "nan,0"}, "X,Y"},
+    {"start_infinite", {"a", "--start", "1e999,0"}, "X,Y"},
+    {"start_far", {"a", "--start", "1e30,0"}, "X,Y"},
+    {"tolerance_negative", {"a", "--tolerance", "-1"}, "from 0 up"},
+    {"tolerance_word", {"a", "--tolerance", "fine"}, "from 0 up"},
+    {"tolerance_infinite", {"a", "--tolerance", "inf"}, "from 0 up"},
+    {"rapid_zero", {"a", "--rapid", "0"}, "above 0"},
+    {"rapid_nan", {"a", "--rapid", "nan"}, "above 0"},
+    {"units", {"a", "--units", "cm"}, "mm or inch"},
+    {"output_ending", {"a", "-o", "b.txt"}, ".drl, .csv or .json"},
+    {"output_folder_with_ending", {"a", "-o", "b.csv/c"}, ".drl, .csv or .json"},
+    {"svg_empty", {"a", "--svg", ""}, "needs a name"},
+    {"same_output", {"a", "--svg", "b", "--html", "b"}, "two outputs"},
+};
+
+INSTANTIATE_TEST_SUITE_P(lines, order_options_bad, testing::ValuesIn(bad_lines),
+                         [](const auto& tested) { return std::string(tested.param.name); });
+
+}  // namespace

@@ -1,0 +1,292 @@
+// route_command: what a person and a program see of `nmk route`.
+
+#include "commands/route/route_command.h"
+
+#include <gtest/gtest.h>
+#include <nmkprogressbreak/nmkProgressBreak.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "app/formats/job/job_fixtures.h"
+#include "app/shell/command_runner.h"
+#include "app/text/plain_syntax.h"
+#include "scratch_folder.h"
+
+namespace nmk_app {
+namespace {
+
+using plain_syntax::Json;
+using plain_syntax::Xml;
+
+const std::string workshop = NMK_SOURCE_DIR "/samples/workshop.map";
+const std::string clamps = NMK_SOURCE_DIR "/samples/clamps.csv";
+const char* const small_map = "type octile\nheight 3\nwidth 4\nmap\n....\n.@@.\n....\n";
+const char* const walled_map = "type octile\nheight 2\nwidth 4\nmap\n.@..\n.@..\n";
+
+class route_command : public testing::Test {
+  protected:
+    std::string write(const std::string& name, const std::string& text) const {
+        return folder.file(name, text);
+    }
+    std::string file(const std::string& name) const { return folder.path() + "/" + name; }
+
+    ScratchFolder folder;
+};
+
+TEST_F(route_command, prints_the_length_the_nodes_and_how_many_were_expanded) {
+    const std::string name = write("s.map", small_map);
+    const Printed printed = run({"route", name, "--start", "0,1", "--goal", "3,1"});
+    EXPECT_EQ(printed.code, 0);
+    EXPECT_EQ(printed.err, "");
+    EXPECT_EQ(printed.out, name +
+                               ": 4 x 3 places, 2 blocked; corners kept clear\n"
+                               "\n"
+                               "Start           (0, 1)\n"
+                               "Goal            (3, 1)\n"
+                               "Arrival         (3, 1)\n"
+                               "Length          5\n"
+                               "Nodes           6\n"
+                               "Nodes expanded  9\n"
+                               "\n"
+                               "Route:\n"
+                               "  (0, 1) (0, 2) (1, 2) (2, 2) (3, 2) (3, 1)\n");
+}
+
+TEST_F(route_command, the_examples_of_its_help_work) {
+    const std::string help = run({"help", "route"}).out;
+    EXPECT_NE(help.find("nmk route samples/workshop.map --start 3,36 --goal 92,36"),
+              std::string::npos);
+    EXPECT_NE(help.find("nmk route samples/clamps.csv --start 0,5 --goal 8,8 --goal-kind "
+                        "moving-line --gradient 0.5 --forward"),
+              std::string::npos);
+    EXPECT_EQ(
+        run({"route", workshop, "--start", "3,36", "--goal", "92,36", "--svg", file("r.svg")}).code,
+        0);
+    const Printed moving = run({"route", clamps, "--start", "0,5", "--goal", "8,8", "--goal-kind",
+                                "moving-line", "--gradient", "0.5", "--forward"});
+    EXPECT_EQ(moving.code, 0) << moving.err;
+    EXPECT_NE(moving.out.find("Goal moved to   (17, 8)"), std::string::npos) << moving.out;
+}
+
+TEST_F(route_command, json_and_pictures_are_well_formed_whatever_the_name_of_the_file) {
+    for (const std::string name : {"plain.map", "q\"uote\\.map", "tab\t\x01.map", "<a&b>'.map"}) {
+        for (const char* const text : {small_map, walled_map}) {
+            const Printed printed =
+                run({"route", write(name, text), "--start", "0,0", "--goal", "3,1", "--json",
+                     "--svg", file("a"), "--html", file("b"), "--csv", file("c")});
+            EXPECT_EQ(printed.code, text == walled_map ? 1 : 0) << printed.err;
+            EXPECT_TRUE(Json::is_valid(printed.out)) << printed.out;
+            EXPECT_TRUE(Xml::is_well_formed(text_of(file("a")))) << name;
+            EXPECT_TRUE(Xml::is_well_formed(text_of(file("b")))) << name;
+        }
+    }
+}
+
+TEST_F(route_command, the_page_lists_the_figures_and_stresses_none_as_a_total) {
+    const std::string name = write("s.map", small_map);
+    ASSERT_EQ(
+        run({"route", name, "--start", "0,0", "--goal", "1,0", "--html", file("a.html")}).code, 0);
+    const std::string page = text_of(file("a.html"));
+    EXPECT_NE(page.find("<tr><td>Nodes expanded</td><td>"), std::string::npos);
+    EXPECT_EQ(page.find("<tfoot>"), std::string::npos);
+}
+
+TEST_F(route_command, every_goal_kind_can_be_drawn) {
+    for (const std::string kind : {"point", "line", "line-with-gradient", "moving-line"}) {
+        std::vector<std::string> words = {"route",  clamps,       "--start",     "0,5",
+                                          "--goal", "8,8",        "--goal-kind", kind,
+                                          "--svg",  file("r.svg")};
+        if (kind.ends_with("gradient") || kind == "moving-line") {
+            words.insert(words.end(), {"--gradient", "0.5"});
+        }
+        EXPECT_EQ(run(words).code, 0);
+        const std::string svg = text_of(file("r.svg"));
+        EXPECT_TRUE(Xml::is_well_formed(svg));
+        EXPECT_EQ(svg.find("nan"), std::string::npos);
+        EXPECT_EQ(svg.find("inf"), std::string::npos);
+    }
+}
+
+TEST_F(route_command, the_table_of_the_route_has_a_row_for_each_node) {
+    EXPECT_EQ(run({"route", write("s.map", small_map), "--start", "0,0", "--goal", "2,0", "--csv",
+                   file("r.csv"), "--quiet"})
+                  .out,
+              "");
+    EXPECT_EQ(text_of(file("r.csv")), "x,y,length\n0,0,0\n1,0,1\n2,0,2\n");
+}
+
+TEST_F(route_command, steps_of_a_tenth_arrive_at_a_goal_of_three_tenths) {
+    const std::string name = write("l.csv", "box,0,0,1,1\nsteps,0.1\n0.2,0\n");
+    const Printed printed = run({"route", name, "--start", "0,0", "--goal", "0.3,0"});
+    EXPECT_EQ(printed.code, 0) << printed.err;
+    EXPECT_NE(printed.out.find("(0, 0) (0.1, 0) (0.2, 0.1) (0.3, 0)"), std::string::npos)
+        << printed.out;
+}
+
+TEST_F(route_command, says_plainly_that_there_is_no_route_and_what_came_nearest) {
+    const std::string name = write("w.map", walled_map);
+    const Printed printed = run({"route", name, "--start", "0,0", "--goal", "3,1", "--quiet",
+                                 "--svg", file("w.svg"), "--csv", file("w.csv")});
+    EXPECT_EQ(printed.code, 1);
+    EXPECT_EQ(printed.out, "");
+    EXPECT_EQ(printed.err,
+              "nmk route: no route from (0, 0) to (3, 1); of 2 places closed (0, 1) is nearest to "
+              "the goal, 3 short of it\n");
+    EXPECT_NE(text_of(file("w.svg")).find("nearest to the goal"), std::string::npos);
+    EXPECT_EQ(text_of(file("w.csv")), "x,y,length\n");
+}
+
+struct StopAtOnce : nmkProgressBreak {
+    int jump_to(double) override { return 1; }
+};
+
+TEST_F(route_command, a_break_ends_with_one_and_writes_nothing) {
+    std::string rows;
+    for (int i = 0; i < 64; ++i) rows += std::string(62, '.') + "@.\n";
+    const std::string name = write("f.map", "type octile\nheight 64\nwidth 64\nmap\n" + rows);
+    StopAtOnce stop;
+    std::ostringstream out;
+    std::ostringstream err;
+    EXPECT_EQ(
+        run_route({name, "--start", "0,0", "--goal", "63,63", "--json", "--svg", file("f.svg")},
+                  out, err, &stop),
+        1);
+    EXPECT_EQ(out.str(), "");
+    EXPECT_EQ(err.str(), "nmk route: stopped after 1024 places; no route yet\n");
+    EXPECT_EQ(folder.file_count(), 1U);
+}
+
+TEST_F(route_command, blocked_places_off_the_lattice_are_told) {
+    const std::string name = write("l.csv", "box,0,0,4,4\nsteps,1\n1.5,1\n2,2\n9,9\n");
+    const Printed printed = run({"route", name, "--start", "0,0", "--goal", "4,4"});
+    EXPECT_EQ(printed.code, 0);
+    EXPECT_NE(printed.out.find("2 of 3 blocked places are outside the box or off the lattice"),
+              std::string::npos)
+        << printed.out;
+}
+
+struct BadUse {
+    const char* name;
+    std::vector<std::string> words;  // "MAP" and "LIST" stand for files
+    const char* expected;
+};
+
+class route_command_refuses : public testing::TestWithParam<BadUse> {};
+
+TEST_P(route_command_refuses, in_one_line_with_two) {
+    const ScratchFolder folder;
+    const std::string map = folder.file("s.map", small_map);
+    const std::string list = folder.file("l.csv", "box,0,0,4,4\nsteps,1\n1,1\n");
+    const std::string bare = folder.file("b.csv", "1,1\n");
+    std::vector<std::string> words = {"route"};
+    for (const std::string& word : GetParam().words) {
+        words.push_back(word == "MAP" ? map : word == "LIST" ? list : word == "BARE" ? bare : word);
+    }
+    words.insert(words.end(), {"--svg", folder.path() + "/out.svg"});
+    expect_refused(run(words), GetParam().expected);
+    EXPECT_EQ(folder.file_count(), 3U);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    bad_uses, route_command_refuses,
+    testing::Values(
+        BadUse{"no_file", {"--start", "0,0", "--goal", "1,0"}, "expected the name of a file"},
+        BadUse{"two_files", {"MAP", "LIST"}, "one file at a time"},
+        BadUse{"no_start", {"MAP", "--goal", "1,0"}, "expected --start X,Y"},
+        BadUse{"no_goal", {"MAP", "--start", "1,0"}, "expected --goal X,Y"},
+        BadUse{"start_that_is_no_number",
+               {"MAP", "--start", "nan,0", "--goal", "1,0"},
+               "--start \"nan,0\" is not a place"},
+        BadUse{"start_outside",
+               {"MAP", "--start", "4,0", "--goal", "1,0"},
+               "the start (4, 0) is outside"},
+        BadUse{"start_blocked",
+               {"MAP", "--start", "1,1", "--goal", "1,0"},
+               "the start (1, 1) is blocked"},
+        BadUse{"goal_outside",
+               {"MAP", "--start", "0,0", "--goal", "0,3"},
+               "the goal (0, 3) is outside"},
+        BadUse{"goal_blocked",
+               {"MAP", "--start", "0,0", "--goal", "2,1"},
+               "the goal (2, 1) is blocked"},
+        BadUse{"goal_off_the_lattice",
+               {"LIST", "--start", "0,0", "--goal", "0.5,1"},
+               "the goal (0.5, 1) is off the lattice; the nearest place is (0, 1)"},
+        BadUse{"gradient_of_zero",
+               {"MAP", "--start", "0,0", "--goal", "3,0", "--goal-kind", "moving-line",
+                "--gradient", "0"},
+               "--gradient \"0\" is not a slope"},
+        BadUse{"gradient_that_is_no_number",
+               {"MAP", "--start", "0,0", "--goal", "3,0", "--goal-kind", "moving-line",
+                "--gradient", "nan"},
+               "--gradient \"nan\" is not a slope"},
+        BadUse{"gradient_that_would_not_end",
+               {"MAP", "--start", "0,0", "--goal", "3,0", "--goal-kind", "moving-line",
+                "--gradient", "1e-300"},
+               "is too small"},
+        BadUse{"gradient_missing",
+               {"MAP", "--start", "0,0", "--goal", "3,0", "--goal-kind", "line-with-gradient"},
+               "needs a --gradient"},
+        BadUse{"gradient_without_meaning",
+               {"MAP", "--start", "0,0", "--goal", "3,0", "--gradient", "1"},
+               "--gradient has no meaning for --goal-kind point"},
+        BadUse{"unknown_kind", {"MAP", "--goal-kind", "circle"}, "\"circle\" is unknown"},
+        BadUse{"unknown_corners", {"MAP", "--corners", "round"}, "\"round\" is unknown"},
+        BadUse{"steps_of_zero",
+               {"LIST", "--start", "0,0", "--goal", "1,0", "--steps", "0,1"},
+               "--steps \"0,1\": steps are one or two numbers above 0.00001"},
+        BadUse{"steps_that_are_no_number", {"LIST", "--steps", "nan"}, "--steps \"nan\": steps"},
+        BadUse{"box_inside_out",
+               {"LIST", "--box", "4,4,0,0"},
+               "--box \"4,4,0,0\": the box is turned inside out, x from 4 to 0"},
+        BadUse{"box_of_a_map",
+               {"MAP", "--start", "0,0", "--goal", "1,0", "--box", "0,0,1,1"},
+               "--box is for lists of blocked places"},
+        BadUse{"no_box", {"BARE", "--start", "0,0", "--goal", "1,0"}, "has no row box,X0,Y0,X1,Y1"},
+        BadUse{"no_steps",
+               {"BARE", "--start", "0,0", "--goal", "1,0", "--box", "0,0,1,1"},
+               "has no row steps,SX,SY"},
+        BadUse{
+            "unknown_option", {"MAP", "--fast"}, "unknown option \"--fast\"; see nmk help route"},
+        BadUse{"one_output_twice",
+               {"MAP", "--start", "0,0", "--goal", "1,0", "--csv", "x", "--html", "x"},
+               "is named for two outputs"},
+        BadUse{"one_output_under_two_names",
+               {"MAP", "--start", "0,0", "--goal", "1,0", "--csv", "./x", "--html", "x"},
+               "\"x\" is named for two outputs"},
+        BadUse{"output_that_is_read",
+               {"LIST", "--start", "0,0", "--goal", "1,0", "--csv", "LIST"},
+               "is the file that is read; expected another name to write to"},
+        BadUse{"missing_file",
+               {"/nowhere/s.map", "--start", "0,0", "--goal", "1,0"},
+               "/nowhere/s.map: cannot be opened"},
+        BadUse{"endless_line",
+               {"/dev/zero", "--start", "0,0", "--goal", "1,0"},
+               "/dev/zero:1: a line longer than 65536 bytes"}),
+    CaseName());
+
+TEST_F(route_command, binary_files_are_refused_with_their_line) {
+    const std::string name = write("b.map", std::string("type octile\nhei\0ght 3\n", 21));
+    expect_refused(run({"route", name, "--start", "0,0", "--goal", "1,0"}),
+                   name + ":2: a zero byte; expected a text file");
+}
+
+TEST_F(route_command, a_gigabyte_is_refused_unread) {
+    const std::string name = write("g.map", "type octile\n");
+    std::filesystem::resize_file(name, std::uintmax_t{1} << 30U);
+    expect_refused(run({"route", name, "--start", "0,0", "--goal", "1,0"}), "larger than 256 MiB");
+}
+
+TEST_F(route_command, outputs_that_cannot_be_written_leave_nothing) {
+    const std::string name = write("s.map", small_map);
+    for (const std::string bad : {"/nowhere/out.svg", "/dev/full"}) {
+        const Printed printed = run({"route", name, "--start", "0,0", "--goal", "3,0", "--csv",
+                                     file("first.csv"), "--html", bad});
+        expect_refused(printed, bad + ": ");
+        EXPECT_EQ(folder.file_count(), 1U);
+    }
+}
+
+}  // namespace
+}  // namespace nmk_app

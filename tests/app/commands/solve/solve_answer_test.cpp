@@ -1,0 +1,175 @@
+// solve_answer: answers of `nmk solve`, put back into what was asked.
+
+#include "commands/solve/solve_answer.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+
+namespace nmk_app {
+namespace {
+
+Answer solve(std::string_view kind, std::vector<double> numbers) {
+    return solve_problem({kind_of_name(kind)->kind, std::move(numbers)});
+}
+
+std::vector<double> firsts(const Answer& answer) {
+    std::vector<double> result;
+    for (const Solution& solution : answer.solutions) result.push_back(solution.values[0]);
+    return result;
+}
+
+TEST(solve_answer, roots_are_ascending_and_a_double_one_stands_twice) {
+    const Answer cubic = solve("polynomial", {2, -3, 0, 1});
+    EXPECT_EQ(cubic.problem, "2 - 3 x + x^3 = 0");
+    EXPECT_EQ(firsts(cubic), (std::vector<double>{-2, 1, 1}));
+    EXPECT_EQ(firsts(solve("polynomial", {-1, 0, 0, 0, 1})), (std::vector<double>{-1, 1}));
+    EXPECT_TRUE(solve("polynomial", {1, 0, 0, 0, 1}).solutions.empty());
+    EXPECT_EQ(firsts(solve("polynomial", {6, -2})), (std::vector<double>{3}));
+}
+
+TEST(solve_answer, polynomials_are_written_as_people_write_them) {
+    EXPECT_EQ(polynomial_text({1, -3, 2}), "1 - 3 x + 2 x^2");
+    EXPECT_EQ(polynomial_text({0, 1, 0, -1}), "x - x^3");
+    EXPECT_EQ(polynomial_text({-0.0005, 0, 1e20}), "-0.0005 + 1e+20 x^2");
+    EXPECT_EQ(polynomial_text({0, 0, 0}), "0");
+}
+
+TEST(solve_answer, what_the_count_does_not_tell_is_told_in_words) {
+    EXPECT_NE(solve("polynomial", {0, 0, 0}).note.find("every x is a root"), std::string::npos);
+    EXPECT_NE(solve("polynomial", {1, 0, 0, 1, 0}).note.find("one root is lost"),
+              std::string::npos);
+    EXPECT_NE(solve("polynomial", {1, 1, 1e300, 1e-10}).note.find("too uneven"), std::string::npos);
+    EXPECT_EQ(solve("polynomial", {1, -3, 2}).note, "");
+}
+
+TEST(solve_answer, residuals_are_what_the_polynomial_gives_at_the_root) {
+    const std::vector<double> coefficients = {-6.5, 11.25, -6, 1.5};
+    for (const Solution& solution : solve("polynomial", coefficients).solutions) {
+        const double x = solution.values[0];
+        EXPECT_EQ(solution.residuals[0], ((1.5 * x - 6) * x + 11.25) * x - 6.5);
+        EXPECT_LT(std::abs(solution.residuals[0]), 1e-12);
+    }
+}
+
+TEST(solve_answer, a_bracket_gives_its_root_or_its_extremum) {
+    const Answer root = solve("root", {0, 2, -2, 0, 1});
+    ASSERT_EQ(root.solutions.size(), 1U);
+    EXPECT_NEAR(root.solutions[0].values[0], std::sqrt(2.0), 1e-9);
+    EXPECT_EQ(firsts(solve("root", {1, 2, -1, 1})), (std::vector<double>{1}));
+    const Answer lowest = solve("extremum", {0, 2, 1, -3, 2});
+    ASSERT_EQ(lowest.solutions.size(), 1U);
+    EXPECT_NEAR(lowest.solutions[0].values[0], 0.75, 1e-9);
+    EXPECT_NEAR(lowest.solutions[0].values[1], -0.125, 1e-12);
+    EXPECT_EQ(firsts(solve("extremum", {0, 2, 0, 0, 1})), (std::vector<double>{0}));
+}
+
+TEST(solve_answer, a_bracket_without_a_change_of_sign_says_so) {
+    EXPECT_EQ(solve("root", {0, 2, 1, 0, 1}).note,
+              "the values at the two ends do not differ in sign");
+    EXPECT_EQ(solve("extremum", {1, 2, 1, 0, 1}).note,
+              "the slopes at the two ends do not differ in sign");
+    EXPECT_TRUE(solve("extremum", {1, 2, 1, 0, 1}).solutions.empty());
+}
+
+TEST(solve_answer, a_bracket_whose_values_overflow_has_no_solution_and_says_so) {
+    for (const Answer& answer : {solve("root", {0, 1e300, -1, 0, 0, 1}),
+                                 solve("extremum", {-1e300, 1e300, 1, 2, 3, 1, 1})}) {
+        EXPECT_TRUE(answer.solutions.empty()) << answer.problem;
+        EXPECT_EQ(answer.note, "the values between the two ends are too large");
+    }
+}
+
+TEST(solve_answer, roots_that_overflow_are_left_out_with_a_word) {
+    const Answer answer = solve("polynomial", {0, 0.271387, -1.39129, -1.33154, -5.65657e-55});
+    EXPECT_EQ(firsts(answer), (std::vector<double>{0}));
+    EXPECT_EQ(answer.note, "the coefficients are too uneven: roots that overflow are left out");
+}
+
+TEST(solve_answer, an_extremum_whose_value_overflows_is_given_with_a_word) {
+    const Answer answer = solve("extremum", {-1e-300, 1e300, 1, -1e300, 2.5});
+    EXPECT_EQ(firsts(answer), (std::vector<double>{2e299}));
+    EXPECT_EQ(answer.note, "the value there is too large");
+}
+
+TEST(solve_answer, angles_that_overflow_are_left_out_with_a_word) {
+    const Answer answer = solve("angles5", {1e-300, 1e-16, 5e-324, 1e300, 1e-16, 1e-300, -1e-300});
+    EXPECT_TRUE(answer.solutions.empty());
+    EXPECT_EQ(answer.note, "the numbers are too uneven: solutions that overflow are left out");
+}
+
+TEST(solve_answer, angles_of_random_systems_satisfy_their_equations) {
+    constexpr unsigned seed = 5;
+    std::mt19937 random(seed);
+    std::uniform_real_distribution<double> number(-1.0, 1.0);
+    std::size_t solved = 0;
+    for (const KindFacts& facts : problem_kinds()) {
+        if (!facts.name.starts_with("angles")) continue;
+        std::size_t of_kind = 0;
+        for (int round = 0; round < 300; ++round) {
+            std::vector<double> numbers;
+            while (numbers.size() < facts.least) numbers.push_back(number(random));
+            const Answer answer = solve(facts.name, numbers);
+            for (const Solution& solution : answer.solutions) {
+                ++of_kind;
+                for (const double residual : solution.residuals) {
+                    EXPECT_LT(std::abs(residual), 1e-3) << answer.problem << ", seed " << seed;
+                }
+                const double degrees = solution.values[2];
+                EXPECT_NEAR(std::cos(degrees * std::acos(-1.0) / 180.0), solution.values[0], 1e-4);
+            }
+        }
+        EXPECT_GT(of_kind, 30U) << facts.name;
+        solved += of_kind;
+    }
+    EXPECT_GT(solved, 1000U);
+}
+
+TEST(solve_answer, a_solution_that_is_counted_but_not_there_is_left_out_with_a_word) {
+    // F and G are zero, and of the two directions that make the radius zero or touch it, the second
+    // misses the quadrant by rounding.
+    const Answer answer =
+        solve("angles3",
+              {-0.8578625043292338, 0.5138792890027534, 0.2399983747024928, -0.5138792890027534,
+               -0.8578625043292338, 0, 0, -0.24273997354306764, 1.0401442210973704});
+    EXPECT_EQ(answer.solutions.size(), 1U);
+    for (const Solution& solution : answer.solutions) {
+        for (const double value : solution.values) EXPECT_FALSE(std::isnan(value));
+    }
+    EXPECT_EQ(answer.note, "one solution is counted that does not exist; it is left out");
+}
+
+TEST(solve_answer, the_normal_distribution_is_told_with_its_distance_from_the_exact_one) {
+    const Answer answer = solve("normal", {1.96});
+    ASSERT_EQ(answer.solutions.size(), 1U);
+    EXPECT_NEAR(answer.solutions[0].values[0], 0.9750021, 1e-6);
+    EXPECT_LT(std::abs(answer.solutions[0].residuals[0]), 7.5e-8);
+    EXPECT_EQ(solve("normal", {1e308}).solutions[0].values[0], 1.0);
+}
+
+TEST(solve_answer, hostile_numbers_are_answered_by_every_kind) {
+    constexpr unsigned seed = 9;
+    std::mt19937 random(seed);
+    const double hostile[] = {0.0,    -0.0,  1.0,  -1.0, 1e-300, -1e-300, 1e300, -1e300,
+                              5e-324, 1e-16, 1e16, 2.5,  -7.25,  1e-8,    1e8,   0.1};
+    for (const KindFacts& facts : problem_kinds()) {
+        for (int round = 0; round < 2000; ++round) {
+            std::vector<double> numbers(facts.least + random() % (facts.most - facts.least + 1));
+            for (double& n : numbers) n = hostile[random() % std::size(hostile)];
+            const bool is_bracket = facts.name == "root" || facts.name == "extremum";
+            if (is_bracket && !(numbers[0] < numbers[1])) continue;
+            const Answer answer = solve(facts.name, numbers);
+            EXPECT_LE(answer.solutions.size(), 4U);
+            for (const Solution& solution : answer.solutions) {
+                const bool is_told = !answer.note.empty() && facts.name == "extremum";
+                for (const double value : solution.values) {
+                    EXPECT_TRUE(std::isfinite(value) || is_told) << answer.problem;
+                }
+            }
+        }
+    }
+}
+
+}  // namespace
+}  // namespace nmk_app

@@ -1,0 +1,214 @@
+// Tests of tables of points and lines: reading, refusing, and writing in another order.
+
+#include "formats/csv/csv_reader.h"
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+#include <sstream>
+
+#include "app/formats/job/job_fixtures.h"
+#include "comma_locale.h"
+#include "formats/csv/csv_writer.h"
+#include "formats/job_files/read_job.h"
+#include "formats/job_files/write_job.h"
+
+namespace nmk_app {
+namespace {
+
+std::variant<MachiningJob, JobError> read(const std::string& text) {
+    return read_csv("holes.csv", text, std::nullopt);
+}
+
+std::string point_text(const giPoint3& point) {
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text << point.x << "," << point.y << "," << point.z;
+    return text.str();
+}
+
+/// "1,2,0 3,4,0>5,6,0": the items in millimetres.
+std::string items_of(const MachiningJob& job) {
+    std::string text;
+    for (const JobTool& tool : job.tools) {
+        for (const JobItem& item : tool.items) {
+            text += (text.empty() ? "" : " ") + point_text(item.start);
+            text += item.end ? ">" + point_text(*item.end) : "";
+        }
+    }
+    return text;
+}
+
+struct TableCase {
+    const char* name;
+    const char* text;
+    const char* items;
+};
+
+std::ostream& operator<<(std::ostream& out, const TableCase& table) { return out << table.name; }
+
+class csv_table : public testing::TestWithParam<TableCase> {};
+
+TEST_P(csv_table, gives_its_items) {
+    EXPECT_EQ(items_of(job_of(read(GetParam().text))), GetParam().items);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    tables, csv_table,
+    testing::Values(TableCase{"points", "1,2\n3.5,-4\n", "1,2,0 3.5,-4,0"},
+                    TableCase{"a_header", "x,y\n1,2\n", "1,2,0"},
+                    TableCase{"points_in_space", "1,2,3\n4,5,6\n", "1,2,3 4,5,6"},
+                    TableCase{"lines", "1,2,3,4,5,6\n", "1,2,3>4,5,6"},
+                    TableCase{"a_point_among_lines", "1,2,3,4,5,6\n7,8,9,,,\n",
+                              "1,2,3>4,5,6 7,8,9"},
+                    TableCase{"semicolons", "1;2\n", "1,2,0"}, TableCase{"tabs", "1\t2\n", "1,2,0"},
+                    TableCase{"blanks_around_cells", " 1 ,  2 \n", "1,2,0"},
+                    TableCase{"quotation_marks", "\"x\",\"y\"\n\"1\",\"2\"\n", "1,2,0"},
+                    TableCase{"carriage_returns", "x,y\r\n1,2\r\n", "1,2,0"},
+                    TableCase{"a_byte_order_mark",
+                              "\xef\xbb\xbf"
+                              "1,2\n",
+                              "1,2,0"},
+                    TableCase{"exponents_and_bare_points", "1e2,.5\n+3,-4.\n", "100,0.5,0 3,-4,0"},
+                    TableCase{"empty_rows_and_remarks", "\n# x\n1,2\n\n3,4\n", "1,2,0 3,4,0"},
+                    TableCase{"no_last_line_end", "1,2", "1,2,0"},
+                    TableCase{"only_a_header", "x,y\n", ""}, TableCase{"nothing", "", ""}),
+    CaseName());
+
+struct RefusedTable {
+    const char* name;
+    const char* text;
+    const char* error;
+};
+
+std::ostream& operator<<(std::ostream& out, const RefusedTable& table) { return out << table.name; }
+
+class csv_refusal : public testing::TestWithParam<RefusedTable> {};
+
+TEST_P(csv_refusal, names_the_line_and_the_reason) {
+    EXPECT_EQ(error_of(read(GetParam().text)), std::string("holes.csv:") + GetParam().error);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    tables, csv_refusal,
+    testing::Values(
+        RefusedTable{"ragged_rows", "1,2\n3,4\n1,2,3\n", "3: 3 columns; the rows above have 2"},
+        RefusedTable{"a_row_under_a_wider_header", "x,y,z\n1,2\n",
+                     "2: 2 columns; the rows above have 3"},
+        RefusedTable{"one_column", "1\n", "1: 1 columns; expected x,y or x,y,z or x,y,z,x2,y2,z2"},
+        RefusedTable{"four_columns", "1,2,3,4\n",
+                     "1: 4 columns; expected x,y or x,y,z or x,y,z,x2,y2,z2"},
+        RefusedTable{
+            "a_thousand_columns_are_counted_only",
+            ",,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,",
+            "1: 79 columns; expected x,y or x,y,z or x,y,z,x2,y2,z2"},
+        RefusedTable{"a_second_header", "x,y\nx,y\n",
+                     "2: cannot read \"x\" in column 1; expected a number from -1e9 to 1e9 with a "
+                     "decimal point"},
+        RefusedTable{"an_empty_cell", "1,\n",
+                     "1: cannot read \"\" in column 2; expected a number from -1e9 to 1e9 with a "
+                     "decimal point"},
+        RefusedTable{
+            "not_a_number", "nan,1\n",
+            "1: cannot read \"nan\" in column 1; expected a number from -1e9 to 1e9 with a "
+            "decimal point"},
+        RefusedTable{
+            "a_row_of_nan_is_no_header", "nan,nan\n",
+            "1: cannot read \"nan\" in column 1; expected a number from -1e9 to 1e9 with a "
+            "decimal point"},
+        RefusedTable{
+            "infinity", "1,-inf\n",
+            "1: cannot read \"-inf\" in column 2; expected a number from -1e9 to 1e9 with a "
+            "decimal point"},
+        RefusedTable{
+            "past_a_double", "1e999,1e999\n",
+            "1: cannot read \"1e999\" in column 1; expected a number from -1e9 to 1e9 with "
+            "a decimal point"},
+        RefusedTable{
+            "past_every_machine", "1,2\n1,2e9\n",
+            "2: cannot read \"2e9\" in column 2; expected a number from -1e9 to 1e9 with a "
+            "decimal point"},
+        RefusedTable{
+            "a_decimal_comma", "1;2,5\n",
+            "1: cannot read \"2,5\" in column 2; expected a number from -1e9 to 1e9 with a "
+            "decimal point"},
+        RefusedTable{
+            "hexadecimal", "0x10,1\n",
+            "1: cannot read \"0x10\" in column 1; expected a number from -1e9 to 1e9 with a "
+            "decimal point"},
+        RefusedTable{"half_an_end", "1,2,3,4,,\n",
+                     "1: cannot read \"\" in column 5; expected a number from -1e9 to 1e9 with a "
+                     "decimal point"}),
+    CaseName());
+
+TEST(csv_reader, scales_inches) {
+    const MachiningJob job = job_of(read_csv("holes.csv", "1,2\n", JobUnits::inches));
+    EXPECT_EQ(items_of(job), "25.4,50.8,0");
+}
+
+TEST(csv_reader, survives_every_prefix_of_a_good_file) {
+    for (const char* name : {"points.csv", "lines.csv", "semicolons.csv", "tabs.csv"}) {
+        read_every_prefix(
+            bytes_of_file(std::string(NMK_CASES_DIR "/csv/") + name),
+            [](std::string text) { return read_csv("a.csv", std::move(text), std::nullopt); });
+    }
+}
+
+void expect_numbers_with_points() {
+    const MachiningJob job = job_of(read("1234.5,2.25\n"));
+    ASSERT_EQ(item_count(job), 1U);
+    EXPECT_EQ(job.tools[0].items[0].start.x, 1234.5);
+    EXPECT_EQ(job.tools[0].items[0].start.y, 2.25);
+    const auto json = job_text(job, "a.json");
+    EXPECT_NE(std::get<std::string>(json).find("[1234.5, 2.25, 0]"), std::string::npos);
+}
+
+TEST(csv_reader, reads_decimal_points_in_a_locale_of_decimal_commas) {
+    const CommaLocale commas;
+    ASSERT_TRUE(commas.holds_for_the_c_library());
+    expect_numbers_with_points();
+}
+
+std::string written(const MachiningJob& job) { return write_csv(job); }
+
+TEST(csv_writer, keeps_the_letters_of_the_table) {
+    const std::string text = "x;y\r\n1.50;2e1\r\n3;4.0\r\n";
+    EXPECT_EQ(written(job_of(read(text))), text);
+}
+
+TEST(csv_writer, turns_lines_and_leaves_points_among_them) {
+    MachiningJob job = job_of(read("x,y,z,x2,y2,z2\n1,2,3,4,5,6\n7,8,9,,,\n"));
+    std::swap(job.tools[0].items[0], job.tools[0].items[1]);
+    job.tools[0].items[1].reversed = true;
+    EXPECT_EQ(written(job), "x,y,z,x2,y2,z2\n7,8,9,,,\n4,5,6,1,2,3\n");
+}
+
+TEST(csv_writer, writes_nothing_that_could_be_taken_for_a_separator) {
+    MachiningJob job = job_of(read("1,24,5,6,5,62\t\n"));
+    job.tools[0].items[0].reversed = true;
+    EXPECT_EQ(written(job), "6,5,62,1,24,5\n");
+}
+
+TEST(csv_writer, writes_inches_as_the_table_has_them) {
+    const MachiningJob job = job_of(read_csv("holes.csv", "0.1,0.3\n", JobUnits::inches));
+    EXPECT_EQ(written(job), "0.1,0.3\n");
+}
+
+TEST(csv_writer, makes_a_table_of_a_drill_file_that_reads_as_the_same_cuts) {
+    const std::string path = NMK_SOURCE_DIR "/samples/cover_plate.drl";
+    const MachiningJob job = shuffled(job_of(read_job_file(path, std::nullopt)), 7);
+    const auto text = job_text(job, "plate.csv");
+    const MachiningJob table = job_of(read(std::get<std::string>(text)));
+    ASSERT_EQ(item_count(table), item_count(job));
+    std::size_t i = 0;
+    for (const JobTool& tool : job.tools) {
+        for (const JobItem& item : tool.items) {
+            const JobItem& same = table.tools.at(0).items[i++];
+            EXPECT_EQ(same.start, item.entry());
+            EXPECT_EQ(same.end.value_or(same.start), item.exit());
+        }
+    }
+}
+
+}  // namespace
+}  // namespace nmk_app

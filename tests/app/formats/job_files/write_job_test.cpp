@@ -1,0 +1,43 @@
+// write_job: the text of an ordered job, told by the name of its file.
+
+#include "formats/job_files/write_job.h"
+
+#include <gtest/gtest.h>
+
+#include "app/formats/job/job_fixtures.h"
+
+namespace nmk_app {
+namespace {
+
+MachiningJob one_hole() {
+    MachiningJob job;
+    job.file_name = "a \"b\".csv";
+    job.text = "1,2\n";
+    job.tools.push_back(
+        {"all", std::nullopt, {JobItem{giPoint3(1, 2, 0), std::nullopt, 0, false}}});
+    return job;
+}
+
+/// The text, or the error behind a word that no text has.
+std::string text_for(const std::string& file_name) {
+    const auto text = job_text(one_hole(), file_name);
+    const auto* error = std::get_if<JobError>(&text);
+    return error != nullptr ? "error " + error->text() : std::get<std::string>(text);
+}
+
+TEST(job_text, tells_the_format_by_the_name) {
+    EXPECT_EQ(text_for("parts/a.CSV"), "1,2\n");
+    EXPECT_EQ(text_for("a.json"),
+              "{\"file\": \"a \\\"b\\\".csv\", \"units\": \"mm\", \"tools\": [\n"
+              "  {\"name\": \"all\", \"diameter\": null, \"items\": [\n"
+              "    {\"source\": 0, \"reversed\": false, \"start\": [1, 2, 0]}]}]}\n");
+}
+
+TEST(job_text, refuses_names_and_jobs_that_do_not_go_together) {
+    EXPECT_EQ(text_for("a.drl"),
+              "error a.drl: a drill file can only be made of a drill file; expected .csv or .json");
+    EXPECT_EQ(text_for("a.pdf"), "error a.pdf: cannot write .pdf; expected .drl, .csv or .json");
+}
+
+}  // namespace
+}  // namespace nmk_app

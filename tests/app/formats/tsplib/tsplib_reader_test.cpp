@@ -1,0 +1,144 @@
+// Tests of TSPLIB instances: the ways in which their keywords are written, and hostile ones.
+
+#include "formats/tsplib/tsplib_reader.h"
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+#include <sstream>
+
+#include "app/formats/job/job_fixtures.h"
+#include "formats/job_files/read_job.h"
+
+namespace nmk_app {
+namespace {
+
+const std::string head = "NAME: a\nTYPE: TSP\nDIMENSION: 2\nEDGE_WEIGHT_TYPE : EUC_2D\n";
+const std::string section = "NODE_COORD_SECTION\n";
+
+std::variant<MachiningJob, JobError> read(const std::string& text) {
+    return read_tsplib("a.tsp", text, std::nullopt);
+}
+
+struct InstanceCase {
+    const char* name;
+    std::string text;
+    std::string error;  // empty where it is read as two points, the second at 1214.88,-4
+};
+
+std::ostream& operator<<(std::ostream& out, const InstanceCase& instance) {
+    return out << instance.name;
+}
+
+class tsplib_instance : public testing::TestWithParam<InstanceCase> {};
+
+TEST_P(tsplib_instance, is_read_or_refused_with_its_line) {
+    const auto result = read(GetParam().text);
+    EXPECT_EQ(error_of(result), GetParam().error.empty() ? "" : "a.tsp:" + GetParam().error);
+    if (const MachiningJob* job = std::get_if<MachiningJob>(&result)) {
+        ASSERT_EQ(item_count(*job), 2U);
+        EXPECT_EQ(job->tools[0].items[1].start, giPoint3(1214.88, -4.0, 0.0));
+    }
+}
+
+const std::string nodes = "1 0 0\n2 1.21488e+03 -4\n";
+
+INSTANTIATE_TEST_SUITE_P(
+    instances, tsplib_instance,
+    testing::Values(
+        InstanceCase{"plain", head + section + nodes + "EOF\n", ""},
+        InstanceCase{"without_eof", head + section + nodes, ""},
+        InstanceCase{"no_colons",
+                     "NAME a\nTYPE TSP\nDIMENSION 2\nEDGE_WEIGHT_TYPE CEIL_2D\n" + section + nodes,
+                     ""},
+        InstanceCase{
+            "a_remark_behind_the_type",
+            "TYPE : TSP (holes)\nDIMENSION : 2\nEDGE_WEIGHT_TYPE : EUC_2D\n" + section + nodes, ""},
+        InstanceCase{"tabs_and_blank_lines",
+                     head + section + "\n\t1\t0\t0\n  2   1214.88  -4  \n\nEOF\n", ""},
+        InstanceCase{"carriage_returns",
+                     "DIMENSION: 2\r\nEDGE_WEIGHT_TYPE: EUC_2D\r\nNODE_COORD_SECTION\r\n1 0 0\r\n"
+                     "2 1214.88 -4\r\nEOF\r\n",
+                     ""},
+        InstanceCase{"text_behind_eof", head + section + nodes + "EOF\njunk\n", ""},
+        InstanceCase{"a_matrix", "EDGE_WEIGHT_TYPE: EXPLICIT\n",
+                     "1: EDGE_WEIGHT_TYPE \"EXPLICIT\"; expected EUC_2D or CEIL_2D"},
+        InstanceCase{"geographical", "EDGE_WEIGHT_TYPE: GEO\n",
+                     "1: EDGE_WEIGHT_TYPE \"GEO\"; expected EUC_2D or CEIL_2D"},
+        InstanceCase{"asymmetric", "TYPE: ATSP\n", "1: TYPE \"ATSP\"; expected TSP"},
+        InstanceCase{"too_few_points", head + section + "1 0 0\nEOF\n",
+                     "7: 1 points; the DIMENSION says 2"},
+        InstanceCase{"too_many_points", head + section + nodes + "3 1 1\n",
+                     "8: more points than the DIMENSION of 2"},
+        InstanceCase{
+            "a_hostile_dimension", "DIMENSION: 99999999999999999999\n",
+            "1: DIMENSION \"99999999999999999999\"; at most 5000000 points can be ordered"},
+        InstanceCase{"a_large_dimension_sets_nothing_aside",
+                     "DIMENSION: 5000000\n" + section + nodes,
+                     "4: 2 points; the DIMENSION says 5000000"},
+        InstanceCase{"a_negative_dimension", "DIMENSION: -2\n",
+                     "1: cannot read the DIMENSION \"-2\""},
+        InstanceCase{"no_points", head,
+                     "4: no NODE_COORD_SECTION; expected the points of the "
+                     "instance"},
+        InstanceCase{"nothing", "", " no NODE_COORD_SECTION; expected the points of the instance"},
+        InstanceCase{"a_node_twice", head + section + "1 0 0\n1 0 0\n", "7: node 1 stands twice"},
+        InstanceCase{"a_node_number_past_the_points", head + section + "1 0 0\n7 0 0\n",
+                     "7: node 7 among 2 points; expected the numbers from 1 on"},
+        InstanceCase{"node_zero", head + section + "0 0 0\n",
+                     "6: node number 0; expected 1 to the DIMENSION"},
+        InstanceCase{
+            "one_coordinate", head + section + "1 0\n",
+            "6: cannot read \"1 0\" as a node; expected its number and two coordinates from "
+            "-1e9 to 1e9"},
+        InstanceCase{
+            "three_coordinates", head + section + "1 0 0 0\n",
+            "6: cannot read \"1 0 0 0\" as a node; expected its number and two coordinates "
+            "from -1e9 to 1e9"},
+        InstanceCase{
+            "not_a_number", head + section + "1 nan 0\n",
+            "6: cannot read \"1 nan 0\" as a node; expected its number and two coordinates "
+            "from -1e9 to 1e9"},
+        InstanceCase{
+            "infinity", head + section + "1 0 inf\n",
+            "6: cannot read \"1 0 inf\" as a node; expected its number and two coordinates "
+            "from -1e9 to 1e9"},
+        InstanceCase{"two_sections", head + section + nodes + section,
+                     "8: a second NODE_COORD_SECTION"},
+        InstanceCase{"an_unknown_keyword", "HELLO: 1\n",
+                     "1: cannot read \"HELLO: 1\" before the NODE_COORD_SECTION"}),
+    CaseName());
+
+TEST(tsplib_reader, survives_every_prefix_of_a_good_file) {
+    for (const char* name : {"four.tsp", "ceiling.tsp"}) {
+        read_every_prefix(
+            bytes_of_file(std::string(NMK_CASES_DIR "/tsplib/") + name),
+            [](std::string text) { return read_tsplib("a.tsp", std::move(text), std::nullopt); });
+    }
+}
+
+TEST(real_instances, hold_the_points_that_a_plain_reading_finds) {
+    const std::filesystem::path folder = NMK_SHARED_DATA_DIR "/tsp";
+    if (!std::filesystem::exists(folder)) {
+        GTEST_SKIP() << folder << " is not there";
+    }
+    for (const auto& file : std::filesystem::directory_iterator(folder)) {
+        const MachiningJob job = job_of(read_job_file(file.path().string(), std::nullopt));
+        ASSERT_EQ(job.tools.size(), 1U) << file.path();
+        std::istringstream text(bytes_of_file(file.path()));
+        std::string word;
+        while (text >> word && word != "NODE_COORD_SECTION") {
+        }
+        std::size_t count = 0;
+        double number = 0, x = 0, y = 0;
+        while (text >> number >> x >> y) {
+            ASSERT_LT(count, job.tools[0].items.size()) << file.path();
+            EXPECT_EQ(job.tools[0].items[count++].start, giPoint3(x, y, 0.0)) << file.path();
+        }
+        EXPECT_EQ(count, job.tools[0].items.size()) << file.path();
+        EXPECT_GT(count, 0U) << file.path();
+    }
+}
+
+}  // namespace
+}  // namespace nmk_app

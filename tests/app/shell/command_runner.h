@@ -1,0 +1,51 @@
+// command_runner.h: runs the tool as a person would, and what the tests of all commands expect.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "commands/levels/levels_command.h"
+#include "commands/order/order_command.h"
+#include "commands/route/route_command.h"
+#include "commands/solve/solve_command.h"
+#include "shell/run_tool.h"
+
+namespace nmk_app {
+
+/// The commands of the tool, as main lists them.
+inline constexpr Command tool_commands[] = {order_command, route_command, solve_command,
+                                            levels_command};
+
+struct Printed {
+    int code;
+    std::string out, err;
+};
+
+inline Printed run(const std::vector<std::string>& words) {
+    std::ostringstream out;
+    std::ostringstream err;
+    const int code = run_tool(tool_commands, words, out, err);
+    return {code, out.str(), err.str()};
+}
+
+inline std::string text_of(const std::string& file_name) {
+    std::ifstream file(file_name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// Exit code 2, nothing printed, one line that holds `words`.
+inline void expect_refused(const Printed& printed, const std::string& words) {
+    EXPECT_EQ(printed.code, 2) << printed.err;
+    EXPECT_EQ(printed.out, "");
+    EXPECT_EQ(std::count(printed.err.begin(), printed.err.end(), '\n'), 1) << printed.err;
+    EXPECT_TRUE(printed.err.ends_with('\n'));
+    EXPECT_NE(printed.err.find(words), std::string::npos) << printed.err;
+}
+
+}  // namespace nmk_app

@@ -1,0 +1,105 @@
+// escaped_text, number_text and label_places: what comes from outside is made safe and readable.
+
+#include "text/escaped_text.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "app/text/plain_syntax.h"
+#include "comma_locale.h"
+#include "draw/colour_scale.h"
+#include "draw/label_places.h"
+#include "text/number_format.h"
+
+namespace {
+
+using namespace nmk_app;
+
+TEST(escaped_text, xml_has_no_character_that_means_something) {
+    EXPECT_EQ(xml_text("<a href=\"x\">&'"), "&lt;a href=&quot;x&quot;&gt;&amp;&#39;");
+    EXPECT_EQ(xml_text("caf\xC3\xA9"), "caf\xC3\xA9");
+    EXPECT_EQ(xml_text(std::string("a\0b", 3)),
+              "a\xEF\xBF\xBD"
+              "b");
+    EXPECT_EQ(xml_text("\xEF\xBF\xBF"), "\xEF\xBF\xBD");
+}
+
+TEST(escaped_text, json_escapes_quotes_backslashes_and_controls) {
+    EXPECT_EQ(json_text("a\"\\\n\x7F"), "\"a\\\"\\\\\\u000a\\u007f\"");
+}
+
+TEST(escaped_text, a_line_stays_one_line) { EXPECT_EQ(line_text("a\r\nb\x1B[2J"), "a??b?[2J"); }
+
+TEST(escaped_text, bytes_that_are_not_utf8_are_replaced) {
+    for (const std::string bad : {"\xFF", "\xC0\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80",
+                                  "\xE2\x82", "\x80", "\xF0\x80\x80\x80"}) {
+        const std::string text = line_text("a" + bad + "b");
+        EXPECT_TRUE(text.starts_with("a\xEF\xBF\xBD") && text.ends_with('b')) << text;
+        EXPECT_EQ(line_text(text), text);
+    }
+}
+
+TEST(escaped_text, each_byte_that_is_not_utf8_is_replaced_by_one_character) {
+    const std::string replaced = "\xEF\xBF\xBD";
+    EXPECT_EQ(line_text("\xF0\x9F\x98z"), replaced + replaced + replaced + "z");
+    EXPECT_EQ(line_text("\xC3"), replaced);
+}
+
+TEST(escaped_text, every_pair_of_bytes_makes_valid_documents) {
+    for (int first = 0; first < 256; ++first) {
+        for (int second = 0; second < 256; ++second) {
+            const std::string bytes{static_cast<char>(first), static_cast<char>(second)};
+            EXPECT_TRUE(plain_syntax::Json::is_valid(json_text(bytes)));
+            EXPECT_TRUE(plain_syntax::Xml::is_well_formed("<a>" + xml_text(bytes) + "</a>"));
+        }
+    }
+}
+
+TEST(number_text, is_the_same_in_every_locale) {
+    const CommaLocale commas;
+    ASSERT_TRUE(commas.holds_for_the_c_library());
+    EXPECT_EQ(fixed_number(1234567.875, 2), "1234567.88");
+    EXPECT_EQ(short_number(12.50, 3), "12.5");
+    EXPECT_EQ(short_number(100.0, 0), "100");
+    EXPECT_EQ(short_number(-0.0001, 2), "0");
+    EXPECT_EQ(fixed_number(-0.04, 1), "0.0");
+    EXPECT_EQ(fixed_number(-0.06, 1), "-0.1");
+    EXPECT_EQ(short_number(1e300, 2).size(), 301U);
+}
+
+TEST(label_places, no_two_labels_overlap_and_none_leaves_the_bounds) {
+    LabelPlaces places({0, 0, 100, 50});
+    places.take({0, 0, 20, 20});
+    LabelBox box;
+    EXPECT_FALSE(places.place({{10, 10}}, 10, 10, box));
+    EXPECT_TRUE(places.place({{10, 10}, {40, 10}}, 10, 10, box));
+    EXPECT_EQ(box.left, 35.0);
+    EXPECT_FALSE(places.place({{44, 12}}, 10, 10, box));
+    EXPECT_TRUE(places.place({{95, 30}}, 10, 10, box));
+}
+
+TEST(label_places, moves_a_label_inside_that_would_stick_out) {
+    LabelPlaces places({0, 0, 100, 50});
+    LabelBox box;
+    EXPECT_TRUE(places.place({{97, 60}}, 10, 10, box));
+    EXPECT_EQ(box.left, 90.0);
+    EXPECT_EQ(box.top, 40.0);
+    EXPECT_TRUE(places.place({{-50, 2}}, 10, 10, box));
+    EXPECT_EQ(box.left, 0.0);
+    EXPECT_EQ(box.top, 0.0);
+    EXPECT_FALSE(places.place({{98, 48}}, 10, 10, box));  // taken
+    EXPECT_FALSE(places.place({{50, 20}}, 101, 10, box));
+    EXPECT_FALSE(places.place({{50, 20}}, 10, 51, box));
+}
+
+TEST(colour_scale, runs_from_blue_to_crimson_and_stays_inside) {
+    EXPECT_EQ(order_colour(0.0), "#2646be");
+    EXPECT_EQ(order_colour(1.0), "#c41446");
+    EXPECT_EQ(order_colour(-1.0), order_colour(0.0));
+    EXPECT_EQ(order_colour(7.0), order_colour(1.0));
+    EXPECT_EQ(tool_colour(9), tool_colour(1));
+    EXPECT_NE(tool_colour(0), tool_colour(1));
+}
+
+}  // namespace
