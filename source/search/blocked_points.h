@@ -1,4 +1,4 @@
-// blocked_points.h: places that a route may not enter, found without walking all of them.
+// blocked_points.h: points that a route may not enter, looked up in an index.
 //
 // A node of the plane is equal to those of the given nodes that are of the plane too, at most the
 // tolerance away, and to no other; so only the points of those are kept.
@@ -17,8 +17,8 @@ class BlockedPoints {
   public:
     explicit BlockedPoints(const std::vector<std::shared_ptr<const nmkSearchNode>>& nodes);
 
-    /// Whether one of the places is `point`.
-    bool contain(const giPoint2& point) const;
+    /// Whether one of the blocked points is within the tolerance of `point`.
+    bool contains(const giPoint2& point) const;
 
   private:
     PointIndex m_index;

@@ -1,6 +1,6 @@
 // cell_set.h: a set of cells of a lattice, one bit each.
 //
-// Places are kept by tiles of 8 by 8, of which only those that hold a cell exist: where a search
+// Cells are kept in tiles of 8 by 8, and only tiles that hold a cell exist: where a search
 // closes most of what it comes by, a million cells take half a megabyte.
 #pragma once
 

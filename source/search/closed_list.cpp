@@ -19,19 +19,19 @@ void ClosedList::add(std::shared_ptr<const nmkSearchNode> node) {
 
 bool ClosedList::contains(const nmkSearchNode& node) const {
     if (!m_other_nodes.empty()) return is_among_all(node);
-    const nmk2dSearchNode* place = as_plane_node(node);
-    return place != nullptr && m_plane_nodes.contains(place->point());
+    const nmk2dSearchNode* plane_node = as_plane_node(node);
+    return plane_node != nullptr && m_plane_nodes.contains(plane_node->point());
 }
 
 bool ClosedList::is_among_all(const nmkSearchNode& node) const {
-    const nmk2dSearchNode* place = as_plane_node(node);
-    const std::uint32_t of_the_plane =
-        place != nullptr ? m_plane_nodes.first_at(place->point()) : PointIndex::none;
+    const nmk2dSearchNode* plane_node = as_plane_node(node);
+    const std::uint32_t first_equal =
+        plane_node != nullptr ? m_plane_nodes.first_at(plane_node->point()) : PointIndex::none;
     for (const std::uint32_t position : m_other_nodes) {
-        if (position > of_the_plane) break;
+        if (position > first_equal) break;
         if (*m_nodes[position] == node) return true;
     }
-    return of_the_plane != PointIndex::none;
+    return first_equal != PointIndex::none;
 }
 
 }  // namespace nmk_search

@@ -1,9 +1,9 @@
 // closed_list.h: the nodes that a search has closed, in the order of closing.
 //
-// The answer of contains, and every comparison that a caller's own nodes see, are those of a scan
-// from the front that asks each closed node whether it equals the new one and stops at the first
-// that does. Nodes of the plane are found by their place instead, since nobody can see them being
-// asked; of any other kind nothing is known but its operator==, and those are asked one by one.
+// contains returns, and compares of a caller's own nodes, what a scan from the front does that asks
+// each closed node whether it equals the new one and stops at the first that does. Nodes of the
+// plane are looked up by their points instead, since no caller can observe their comparison; nodes
+// of any other class are compared with operator== one by one.
 #pragma once
 
 #include <cstdint>
@@ -27,8 +27,7 @@ class ClosedList {
 
     std::vector<std::shared_ptr<const nmkSearchNode>> m_nodes;
     PointIndex m_plane_nodes;
-    std::vector<std::uint32_t>
-        m_other_nodes;  // positions of the nodes that the index cannot stand for
+    std::vector<std::uint32_t> m_other_nodes;  // positions of the nodes of other classes
 };
 
 }  // namespace nmk_search

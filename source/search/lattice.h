@@ -47,7 +47,8 @@ class SummedAxis {
   public:
     SummedAxis(double origin, double step) : m_origin(origin), m_step(step) {}
 
-    /// Whether its lines are far enough apart, and near enough to zero, to be told apart by sums.
+    /// Whether its lines are far enough apart, and near enough to zero, for sums to distinguish
+    /// them.
     bool is_usable() const { return has_on_line(0, m_origin) && std::abs(m_step) >= min_step; }
 
     /// Whether `coordinate` is close to the line. False for NaN.

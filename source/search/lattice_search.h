@@ -67,7 +67,7 @@ class LatticeSearch {
     /// The entries of the open list, oldest first.
     std::vector<Entry> open_entries() const;
 
-    /// The items on the way from the start to a closed cell, in the order of travel.
+    /// The items of the route from the start to a closed cell, in the order of travel.
     std::vector<Item> route_to(SequenceNumber arrival) const;
 
     const Space& space() const { return m_space; }

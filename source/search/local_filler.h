@@ -1,6 +1,6 @@
 // local_filler.h: a filler over a vector, for the length of one call and without an allocation.
 //
-// Neither the vector nor the sink may go while somebody still has a filler of it.
+// Vector and LocalFiller must outlive every copy of the filler.
 #pragma once
 
 #include <ncamcontainer/coiIterators.h>

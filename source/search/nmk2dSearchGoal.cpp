@@ -34,7 +34,7 @@ double lattice_x_from(double x, double limit, const nmkSearchNodeGenerator& gene
 }  // namespace
 
 bool nmk2dSearchGoal::contains(const nmkSearchNode& node) const {
-    // Deliberate: no tolerance. A node near the target is no arrival.
+    // Deliberate: no tolerance. A node near the target has not arrived.
     return min_cost(static_cast<const nmk2dSearchNode&>(node)) == 0.0;
 }
 
@@ -77,7 +77,7 @@ nmk2dSearchGoalMovingXLine::~nmk2dSearchGoalMovingXLine() = default;
 double nmk2dSearchGoalMovingXLine::min_cost(const nmk2dSearchNode& node) const {
     const double dx = m_target.x - node.point().x;
     const double dy = m_target.y - node.point().y;
-    // Deliberate: the way back to a target that was passed counts, unlike for the line at rest.
+    // Deliberate: the distance back to a target that was passed counts, unlike for the fixed line.
     return run_length(dy, std::max(least_travel(dy, m_gradient), std::abs(dx)));
 }
 
@@ -86,9 +86,9 @@ bool nmk2dSearchGoalMovingXLine::overshoot_goal(const nmkSearchNode& node,
     const giPoint2& point = dynamic_cast<const nmk2dSearchNode&>(node).point();
     const double travel = least_travel(m_target.y - point.y, m_gradient);
     if (!(travel > std::abs(m_target.x - point.x))) return false;
-    if (std::isinf(travel)) return false;  // a gradient of zero: no way on is long enough
+    if (std::isinf(travel)) return false;  // a gradient of zero: no move is long enough
     const double x = lattice_x_from(m_target.x, m_target.x + travel, generator);
-    // Deliberate: a target that was never placed gives up its y as it moves.
+    // Deliberate: a target at the marker of an unset point loses its y as it moves.
     constexpr double largest = std::numeric_limits<double>::max();
     if (m_target.x == -largest) m_target.y = largest;
     m_target.x = x;

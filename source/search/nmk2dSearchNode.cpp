@@ -3,7 +3,7 @@
 
 #include "search/plane_nodes.h"
 
-nmk2dSearchNode::nmk2dSearchNode(giPoint2 place) : m_point(place) {}
+nmk2dSearchNode::nmk2dSearchNode(giPoint2 point) : m_point(point) {}
 
 nmk2dSearchNode::~nmk2dSearchNode() = default;
 

@@ -10,7 +10,7 @@
 
 namespace {
 
-// Room for the values of a coordinate that the generators here make.
+// How many values of a coordinate the generators in this file make.
 constexpr std::size_t values_per_axis = 3;
 
 void add_both_ways(double value, double step, coiFiller<double>& filler) {
@@ -32,7 +32,7 @@ void nmkAbs2dSearchNodeGenerator::expand_node(
     create_y_values(from, nmk_search::LocalFiller(y_values).filler());
     for (const double x : x_values) {
         for (const double y : y_values) {
-            // Deliberate: compared exactly, though nodes are one place within a tolerance.
+            // Deliberate: compared exactly, although nodes are equal within a tolerance.
             if (x == from.point().x && y == from.point().y) continue;
             filler.add(create_node(giPoint2(x, y)));
         }

@@ -10,7 +10,7 @@ using NodeIterator = coiIterator<std::shared_ptr<const nmkSearchNode>>;
 
 namespace {
 
-// The places of an iterator whose values never change, or nothing.
+// The points of an iterator whose values never change; null for any other iterator.
 std::shared_ptr<const nmk_search::BlockedPoints> points_of_fixed(const NodeIterator& iterator) {
     using Fixed = coiFixedIterator<std::shared_ptr<const nmkSearchNode>>;
     const auto* fixed = dynamic_cast<const Fixed*>(&iterator.inner());
@@ -38,7 +38,7 @@ nmk2dSearchNodeVerifierBlocked::nmk2dSearchNodeVerifierBlocked(giBox2 box,
                                                                NodeIterator blocked_nodes)
     : nmk2dSearchNodeVerifier(box),
       m_blocked(std::move(blocked_nodes)),
-      m_places(points_of_fixed(m_blocked)) {}
+      m_blocked_points(points_of_fixed(m_blocked)) {}
 
 nmk2dSearchNodeVerifierBlocked::~nmk2dSearchNodeVerifierBlocked() = default;
 
@@ -51,8 +51,8 @@ nmkSearchNodeVerifierResult nmk2dSearchNodeVerifierBlocked::verify(
 }
 
 bool nmk2dSearchNodeVerifierBlocked::is_blocked(const nmkSearchNode& node) const {
-    if (m_places != nullptr && nmk_search::is_plain_plane_node(node)) {
-        return m_places->contain(static_cast<const nmk2dSearchNode&>(node).point());
+    if (m_blocked_points != nullptr && nmk_search::is_plain_plane_node(node)) {
+        return m_blocked_points->contains(static_cast<const nmk2dSearchNode&>(node).point());
     }
     NodeIterator blocked(m_blocked);
     blocked.reset();

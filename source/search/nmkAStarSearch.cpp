@@ -64,8 +64,8 @@ void nmkAStarSearch::perform(RouteFiller filler) {
     }
 }
 
-// Deliberate: nothing is compared with the open list. A place that is reached by two parents
-// stands there twice, and the cheaper record closes it.
+// Deliberate: nothing is compared with the open list. A node that is reached from two parents
+// is in it twice, and the cheaper record closes it.
 void nmkAStarSearch::expand_node(std::shared_ptr<const nmkAStarSearchNode> record) {
     std::vector<std::shared_ptr<const nmkSearchNode>> neighbours;
     neighbours.reserve(neighbour_count);
@@ -124,7 +124,8 @@ std::shared_ptr<const nmkAStarSearchNode> nmkAStarSearch::pop_best_node() {
     const std::size_t best = m_open->best();
     const std::shared_ptr<const nmkAStarSearchNode> chosen = (*m_open)[best];
     if (m_goal->overshoot_goal(*chosen->m_node, *m_generator)) {
-        // Deliberate: the choice stands, even where the new scores would put another first.
+        // Deliberate: the record chosen before is kept, even where the new scores put another
+        // first.
         update_goal();
     }
     m_open->erase(best);

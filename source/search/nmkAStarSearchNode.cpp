@@ -11,12 +11,12 @@ nmkAStarSearchNode::nmkAStarSearchNode(std::shared_ptr<const nmkSearchNode> spac
     nmkAStarSearchNode::calculate_g();
 }
 
-// A parent that nobody else holds would free its own parent, and so on to the root: take the chain
-// apart link by link instead.
+// Freeing the last reference to a parent would free its own parent, and so on to the root, one call
+// inside the other. The loop frees the chain link by link instead.
 nmkAStarSearchNode::~nmkAStarSearchNode() {
     std::shared_ptr<const nmkAStarSearchNode> link = std::move(m_parent);
     while (link != nullptr && link.use_count() == 1) {
-        // Nobody else can see a record with one use, so it may give its parent away.
+        // With one reference left, no other owner can observe that the parent is taken.
         link = std::move(const_cast<nmkAStarSearchNode&>(*link).m_parent);
     }
 }

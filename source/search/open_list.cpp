@@ -11,7 +11,7 @@ void OpenList::push(Record record) {
     watch(*record);
     m_records.push_back(std::move(record));
     ++m_live_count;
-    file(m_records.size() - 1);
+    add_to_heap(m_records.size() - 1);
 }
 
 void OpenList::clear() {
@@ -47,8 +47,8 @@ void OpenList::watch(nmkAStarSearchNode& record) {
     if (record.m_score_changed != m_score_changed) m_sees_all_changes = false;
 }
 
-// Puts a record at the end of the heap, or counts it.
-void OpenList::file(std::size_t number) {
+// Adds the record to the heap, or counts it where its f is NaN.
+void OpenList::add_to_heap(std::size_t number) {
     const double f = m_records[number]->f();
     if (std::isnan(f)) {
         ++m_nan_count;
@@ -67,7 +67,7 @@ void OpenList::rebuild() {
     std::erase(m_records, nullptr);
     m_heap.clear();
     m_nan_count = 0;
-    for (std::size_t number = 0; number < m_records.size(); ++number) file(number);
+    for (std::size_t number = 0; number < m_records.size(); ++number) add_to_heap(number);
     *m_score_changed = false;
 }
 

@@ -1,5 +1,5 @@
-// plane_nodes.h: when nodes of the plane are one place, and which nodes are known to be compared
-// so.
+// plane_nodes.h: when nodes of the plane are equal, and for which nodes this is known without
+// asking them.
 #pragma once
 
 #include <nmktoolbox/search/nmk2dSearchNode.h>
@@ -8,12 +8,12 @@
 
 namespace nmk_search {
 
-// Compared with the distance of two nodes; at most this far apart they are one place.
+// Compared with the distance of two nodes, which are equal when it is no greater.
 constexpr double node_tolerance = 1e-5;
 
-/// What nmk2dSearchNode answers for two nodes of its very kind.
-inline bool points_coincide(const giPoint2& place, const giPoint2& other) {
-    return place.coincident(other, node_tolerance) != 0;
+/// The equality of two nodes whose class is nmk2dSearchNode itself.
+inline bool points_coincide(const giPoint2& point, const giPoint2& other) {
+    return point.coincident(other, node_tolerance) != 0;
 }
 
 /// Whether `node` is a node of the plane and nothing derived from it, whose equality a caller may
@@ -22,7 +22,7 @@ inline bool is_plain_plane_node(const nmkSearchNode& node) {
     return typeid(node) == typeid(nmk2dSearchNode);
 }
 
-/// `node` as a node of the plane, or nothing.
+/// `node` as a node of the plane; null for any other.
 inline const nmk2dSearchNode* as_plane_node(const nmkSearchNode& node) {
     if (is_plain_plane_node(node)) return static_cast<const nmk2dSearchNode*>(&node);
     return dynamic_cast<const nmk2dSearchNode*>(&node);

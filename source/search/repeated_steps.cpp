@@ -63,8 +63,8 @@ double skip_even_steps(double x, double step, double limit) {
     const std::int64_t at = range.count_of(x);
     const std::int64_t rounded_step = range.count_of(next) - at;
     if (range.count_of(second) - range.count_of(next) != rounded_step) return x;
-    const std::int64_t way = rounded_step > 0 ? range.last_before(limit) - at : at - range.first();
-    const std::int64_t steps = std::max<std::int64_t>(way, 0) / std::abs(rounded_step);
+    const std::int64_t room = rounded_step > 0 ? range.last_before(limit) - at : at - range.first();
+    const std::int64_t steps = std::max<std::int64_t>(room, 0) / std::abs(rounded_step);
     return range.value_of(at + steps * rounded_step);
 }
 

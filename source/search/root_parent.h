@@ -1,4 +1,6 @@
-// root_parent.h: what a verifier is given for the parent of a root.
+// root_parent.h: the placeholder that a verifier receives as the parent of a root.
+//
+// verify takes a reference, and a root has no parent to refer to.
 #pragma once
 
 #include <nmktoolbox/search/nmkSearchNode.h>
@@ -11,8 +13,8 @@ class RootParent final : public nmkSearchNode {
     double min_cost(const nmkSearchGoal&) const override { return 0.0; }
 
     static const nmkSearchNode& instance() {
-        static const RootParent none;
-        return none;
+        static const RootParent placeholder;
+        return placeholder;
     }
 
   private:

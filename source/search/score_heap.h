@@ -2,8 +2,8 @@
 // number.
 //
 // Four children to a parent rather than two: half the levels, and the children of a parent share
-// one or two cache lines. Score and number are one integer, so that telling which of two comes
-// first takes no branch: it would be foretold wrong every second time.
+// one or two cache lines. Score and number are one integer, so that comparing two entries takes no
+// branch: every second one would be mispredicted.
 #pragma once
 
 #include <bit>
@@ -24,7 +24,7 @@ class ScoreHeap {
     std::size_t first() const { return number_of(m_entries[0]); }
     void drop_first();
 
-    /// All of them, in no order.
+    /// All numbers, in no particular order.
     std::vector<std::size_t> numbers() const;
 
   private:

@@ -1,8 +1,8 @@
-// generated_plane.h: places of the plane scattered from a seed, within and around the tolerance of
-// each other, with nodes of other kinds among them; each call that a search makes is written down.
+// generated_plane.h: nodes of the plane drawn from a seed, within and around the tolerance of each
+// other, with nodes of other classes among them; each call that a search makes is recorded.
 //
-// Coordinates reach 1e18 and are now and then infinite or no number. Two further kinds of node have
-// an equality of their own, and write down each time that they are asked.
+// Coordinates reach 1e18 and are sometimes infinite or NaN. Two further classes of node have an
+// equality of their own and record each comparison.
 #pragma once
 
 #include <nmktoolbox/search.h>
@@ -26,16 +26,16 @@ struct Traits {
     const char* name;
     int wide = 0;        // nodes of the plane with an equality of their own
     int foreign = 0;     // nodes of another kind
-    int extreme = 0;     // coordinates that are huge, infinite or no number
+    int extreme = 0;     // coordinates that are huge, infinite or NaN
     int moves = 0;       // pops at which the goal moves
-    int base_scale = 0;  // lattices stand around 10 to the power of this
+    int base_scale = 0;  // coordinates are around 10 to the power of this
 };
 
 inline std::ostream& operator<<(std::ostream& out, const Traits& traits) {
     return out << traits.name;
 }
 
-/// What is drawn, and what was asked. Two made from one seed draw the same.
+/// The random source and the recorded calls. Two scenes of one seed draw the same.
 class Scene {
   public:
     Scene(const Traits& its_traits, unsigned seed) : traits(its_traits), random(seed) {}
@@ -63,7 +63,7 @@ class Scene {
     int expansions = 0;
 };
 
-/// A node of the plane that takes a whole column for one place.
+/// A node of the plane that is equal to every node of its column.
 class Wide : public nmk2dSearchNode {
   public:
     Wide(giPoint2 at, Scene& in) : nmk2dSearchNode(at), scene(in) {}
@@ -87,22 +87,22 @@ class Foreign : public nmkSearchNode {
     bool is_equal(const nmkSearchNode& other) const override;
 };
 
-/// What a call is written down as: the point to the last bit, or the number.
+/// The node in the record of a call: its point to the last bit, or its number.
 inline std::string text_of(const nmkSearchNode& node) {
     if (const auto* foreign = dynamic_cast<const Foreign*>(&node)) {
         return "foreign " + std::to_string(foreign->number);
     }
-    const auto* place = dynamic_cast<const nmk2dSearchNode*>(&node);
-    if (place == nullptr) return "none";
+    const auto* plane_node = dynamic_cast<const nmk2dSearchNode*>(&node);
+    if (plane_node == nullptr) return "none";
     std::array<char, 80> text{};
-    std::snprintf(text.data(), text.size(), "%a,%a", place->point().x, place->point().y);
+    std::snprintf(text.data(), text.size(), "%a,%a", plane_node->point().x, plane_node->point().y);
     return text.data();
 }
 
 inline bool Wide::is_equal(const nmkSearchNode& other) const {
     scene.write("wide " + text_of(*this) + "==" + text_of(other));
-    const auto* place = dynamic_cast<const nmk2dSearchNode*>(&other);
-    return place != nullptr && std::abs(place->point().x - point().x) < 0.25;
+    const auto* plane_node = dynamic_cast<const nmk2dSearchNode*>(&other);
+    return plane_node != nullptr && std::abs(plane_node->point().x - point().x) < 0.25;
 }
 
 inline bool Foreign::is_equal(const nmkSearchNode& other) const {
@@ -140,20 +140,20 @@ class Generator : public nmkSearchNodeGenerator {
 
     void expand_node(const nmkSearchNode& node, coiFiller<NodePointer> filler) const override {
         scene.write("expand " + text_of(node));
-        constexpr int most_expansions = 60;
-        if (++scene.expansions > most_expansions) return;
+        constexpr int max_expansions = 60;
+        if (++scene.expansions > max_expansions) return;
         for (int i = 0; i < 5; ++i) filler.add(neighbour(node));
     }
     double find_x_value(double x) const override { return x + 1.0; }
 
   private:
     NodePointer neighbour(const nmkSearchNode& node) const {
-        const auto* place = dynamic_cast<const nmk2dSearchNode*>(&node);
-        if (place == nullptr || scene.percent(scene.traits.foreign)) {
+        const auto* plane_node = dynamic_cast<const nmk2dSearchNode*>(&node);
+        if (plane_node == nullptr || scene.percent(scene.traits.foreign)) {
             return std::make_shared<Foreign>(1 + static_cast<int>(scene.draw(12)), scene);
         }
-        const double x = scene.draw_coordinate(place->point().x);
-        const giPoint2 at(x, scene.draw_coordinate(place->point().y));
+        const double x = scene.draw_coordinate(plane_node->point().x);
+        const giPoint2 at(x, scene.draw_coordinate(plane_node->point().y));
         if (scene.percent(scene.traits.wide)) return std::make_shared<Wide>(at, scene);
         return std::make_shared<nmk2dSearchNode>(at);
     }

@@ -1,9 +1,9 @@
-// generated_space.h: spaces drawn from a seed, which write down each call that a search makes.
+// generated_space.h: spaces drawn from a seed that record each call of a search.
 //
-// A maze is a directed graph of numbered places. Whatever the contract leaves to a caller is drawn:
-// small whole costs, so that there are many ties; an h or a step that is not a number or infinite;
+// A maze is a directed graph of numbered nodes. Everything that the contract leaves to a caller is
+// drawn: small whole costs, so that there are many ties; an h that is NaN or infinite;
 // equality that is neither symmetric nor transitive; verifiers that refuse for good or for one
-// parent; goals that move, and goals that change themselves but say that they did not.
+// parent; goals that move, and goals that move but report that they did not.
 #pragma once
 
 #include <nmktoolbox/search.h>
@@ -28,12 +28,12 @@ struct Traits {
     int nodes = 30;
     int branches = 4;
     int costs = 3;           // steps and h are whole numbers below this
-    int not_numbers = 0;     // h values that are no number, or infinite
-    int loose_equality = 0;  // places that equal another one too, in one direction
+    int not_numbers = 0;     // h values that are NaN or infinite
+    int loose_equality = 0;  // nodes that equal another one too, in one direction
     int refused = 10;        // verdicts 1
     int refused_once = 10;   // verdicts 2
-    int moves = 0;           // pops at which the goal moves and says so
-    int silent_moves = 0;    // pops at which it moves and does not say so
+    int moves = 0;           // pops at which the goal moves and reports it
+    int silent_moves = 0;    // pops at which it moves and does not report it
     int throws = 0;          // pops at which it throws
 };
 
@@ -41,7 +41,7 @@ inline std::ostream& operator<<(std::ostream& out, const Traits& traits) {
     return out << traits.name;
 }
 
-/// The space and everything that was asked of it. Two made from one seed are the same.
+/// The space and the calls made to it. Two mazes of one seed are the same.
 class Maze {
   public:
     Maze(const Traits& its_traits, unsigned its_seed) : traits(its_traits), random(its_seed) {
@@ -62,7 +62,7 @@ class Maze {
         return percent(50) ? std::nan("") : std::numeric_limits<double>::infinity();
     }
 
-    /// The goal moves: some scores are other ones from now on.
+    /// The goal moves: some scores change.
     void move_goal() {
         for (int i = 0; i < 3; ++i) h[draw(h.size())] = draw_h();
     }
@@ -164,11 +164,11 @@ class Verifier : public nmkSearchNodeVerifier {
                                        const nmkSearchNode& node) const override {
         const auto* from = dynamic_cast<const MazeNode*>(&parent);
         const std::size_t row = from == nullptr ? 0 : from->number;
-        const int answer =
+        const int verdict =
             from == nullptr ? 0 : maze.verdicts[row * maze.h.size() + number_of(node)];
         maze.write("verify " + (from == nullptr ? "none" : std::to_string(row)) + ">" +
                    std::to_string(number_of(node)));
-        return static_cast<nmkSearchNodeVerifierResult>(answer);
+        return static_cast<nmkSearchNodeVerifierResult>(verdict);
     }
     bool is_in_bounds(const nmkSearchNode&) const override { return true; }
 

@@ -21,7 +21,7 @@ inline giBox2 box_of(const Map& map) {
     return giBox2(giPoint2(0, 0), giPoint2(map.width - 1, map.height - 1));
 }
 
-/// The cells that are not open, as places.
+/// The cells that are not open, as nodes.
 inline std::vector<NodePointer> blocked_cells(const Map& map) {
     std::vector<NodePointer> blocked;
     for (int y = 0; y < map.height; ++y) {

@@ -1,5 +1,5 @@
-// The columns or rows of a lattice: which coordinates stand on them, and where they are too near or
-// too far for that to be told.
+// The columns or rows of a lattice: which coordinates are on them, and which steps and origins are
+// too small or too large for sums to distinguish.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -14,7 +14,7 @@ namespace {
 
 using nmk_search::SummedAxis;
 
-constexpr std::int32_t max_line = 1 << 30;
+using nmk_search::max_line;
 
 TEST(SummedAxis, steps_forwards_backwards_and_not_at_all) {
     const SummedAxis axis(2.0, 0.1);
@@ -23,7 +23,7 @@ TEST(SummedAxis, steps_forwards_backwards_and_not_at_all) {
     EXPECT_EQ(axis.next(2.3, -1), 2.3 - 0.1);
 }
 
-TEST(SummedAxis, has_coordinates_that_drifted_a_fifth_of_the_tolerance) {
+TEST(SummedAxis, accepts_coordinates_that_drifted_by_a_fifth_of_the_tolerance) {
     for (const double step : {0.5, -0.5}) {
         const SummedAxis axis(2.0, step);
         for (const std::int32_t line : {0, 1, -1, 1000, -1000}) {
@@ -50,7 +50,7 @@ TEST(SummedAxis, ends_where_coordinates_or_lines_grow_too_large) {
     EXPECT_FALSE(narrow.has_on_line(-max_line - 1, -0x1p20 - 0x1p-10));
 }
 
-TEST(SummedAxis, is_of_no_use_with_steps_near_the_tolerance_or_an_origin_too_far_out) {
+TEST(SummedAxis, is_not_usable_with_steps_near_the_tolerance_or_too_large_an_origin) {
     EXPECT_TRUE(SummedAxis(0.0, 1e-4).is_usable());
     EXPECT_TRUE(SummedAxis(0.0, -1e-4).is_usable());
     EXPECT_TRUE(SummedAxis(-1e9, 1.0).is_usable());
@@ -70,12 +70,12 @@ double draw_size(std::mt19937& random, double least, double largest) {
     return (random() % 2 == 0 ? 1.0 : -1.0) * std::pow(10.0, exponent(random));
 }
 
-TEST(SummedAxis, points_of_one_place_are_within_the_tolerance_and_of_two_places_are_not) {
+TEST(SummedAxis, points_of_one_cell_are_within_the_tolerance_and_points_of_two_cells_are_not) {
     const unsigned seed = 89;
     SCOPED_TRACE(seed);
     std::mt19937 random(seed);
     std::uniform_real_distribution<double> drift(-2.2e-6, 2.2e-6);
-    int of_one_place = 0;
+    int of_one_cell = 0;
     for (int i = 0; i < 200000; ++i) {
         const double origin = draw_size(random, 1e-3, 1e9);
         const double step = draw_size(random, 1.001e-4, 1e3);
@@ -91,11 +91,11 @@ TEST(SummedAxis, points_of_one_place_are_within_the_tolerance_and_of_two_places_
         }
         const giPoint2 point(points[0], points[1]);
         ASSERT_TRUE(nmk_search::points_coincide(point, giPoint2(points[2], points[3]))) << i;
-        ++of_one_place;
+        ++of_one_cell;
         if (!axis.has_on_line(line + 1, beside)) continue;
         ASSERT_FALSE(nmk_search::points_coincide(point, giPoint2(beside, points[1]))) << i;
     }
-    EXPECT_GT(of_one_place, 100000);
+    EXPECT_GT(of_one_cell, 100000);
 }
 
 }  // namespace

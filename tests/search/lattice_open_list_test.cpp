@@ -44,7 +44,7 @@ int take_best(std::vector<int>& tags) {
     return tag;
 }
 
-TEST(LatticeOpenList, pops_the_best_and_of_equals_the_oldest_also_when_ages_run_out) {
+TEST(LatticeOpenList, pops_the_best_and_of_equals_the_oldest_also_after_ages_ran_out) {
     const unsigned seed = 20261121;
     SCOPED_TRACE(seed);
     std::mt19937 random(seed);
@@ -68,7 +68,7 @@ TEST(LatticeOpenList, pops_the_best_and_of_equals_the_oldest_also_when_ages_run_
     EXPECT_TRUE(open.is_empty());
 }
 
-TEST(LatticeOpenList, knows_its_records_by_age) {
+TEST(LatticeOpenList, lists_its_entries_by_age) {
     LatticeOpenList open;
     for (int tag = 0; tag < 20; ++tag) push(open, tag);
     std::vector<int> left;

@@ -16,7 +16,7 @@ TEST(nmk2dSearchNodeGenerator, a_step_of_zero_in_y_gives_each_neighbour_three_ti
     EXPECT_EQ(neighbours(nmk2dSearchNodeGenerator(1, 0), 5, 7), expected);
 }
 
-TEST(nmk2dSearchNodeGenerator, neighbours_nearer_than_the_tolerance_are_made_all_the_same) {
+TEST(nmk2dSearchNodeGenerator, neighbours_nearer_than_the_tolerance_are_made_too) {
     EXPECT_EQ(neighbours(nmk2dSearchNodeGenerator(1e-6, 1e-6), 0, 0).size(), 8u);
 }
 

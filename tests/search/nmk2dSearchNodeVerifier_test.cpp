@@ -17,7 +17,7 @@ nmkSearchNodeVerifierResult verdict(const nmkSearchNodeVerifier& verifier, doubl
     return verifier.verify(node_at(0, 0), node_at(x, y));
 }
 
-TEST(nmk2dSearchNodeVerifier, accepts_the_box_with_its_edge_and_looks_at_no_parent) {
+TEST(nmk2dSearchNodeVerifier, accepts_the_box_with_its_edge_and_does_not_use_the_parent) {
     const nmk2dSearchNodeVerifier verifier(giBox2(giPoint2(0, 0), giPoint2(9, 5)));
     EXPECT_EQ(verifier.verify(Other(), node_at(9, 0)), accepted);
     EXPECT_EQ(verifier.verify(Other(), node_at(9.000001, 0)), refused_for_good);
@@ -39,18 +39,18 @@ TEST(nmk2dSearchNodeVerifierBlocked, refuses_for_good_what_is_out_of_bounds_or_b
     }
 }
 
-TEST(nmk2dSearchNodeVerifierBlocked, a_place_that_is_blocked_later_is_seen) {
-    const auto places = std::make_shared<std::vector<NodePointer>>();
+TEST(nmk2dSearchNodeVerifierBlocked, a_point_that_is_blocked_later_is_refused) {
+    const auto nodes = std::make_shared<std::vector<NodePointer>>();
     const nmk2dSearchNodeVerifierBlocked verifier(
-        everywhere, coiIterator<NodePointer>(std::make_unique<ListCursor>(places)));
+        everywhere, coiIterator<NodePointer>(std::make_unique<ListCursor>(nodes)));
     EXPECT_EQ(verdict(verifier, 1, 1), accepted);
-    places->push_back(shared_node(1, 1));
+    nodes->push_back(shared_node(1, 1));
     EXPECT_EQ(verdict(verifier, 1, 1), refused_for_good);
-    places->clear();
+    nodes->clear();
     EXPECT_EQ(verdict(verifier, 1, 1), accepted);
 }
 
-TEST(nmk2dSearchNodeVerifierBlocked, starts_anew_wherever_its_iterator_was_left) {
+TEST(nmk2dSearchNodeVerifierBlocked, starts_at_the_first_node_wherever_its_iterator_is) {
     const std::vector<NodePointer> blocked{shared_node(1, 1), shared_node(2, 2)};
     for (auto iterator : {cursor_over(blocked), coiIterator_from_values(blocked)}) {
         while (++iterator) continue;
@@ -72,7 +72,7 @@ TEST(nmk2dSearchNodeVerifierBlocked, asks_a_node_with_an_equality_of_its_own) {
     EXPECT_EQ(verifier.verify(node_at(0, 0), Odd(giPoint2(7, 7))), refused_for_good);
 }
 
-TEST(nmk2dSearchNodeVerifierBlocked, a_blocked_node_of_another_kind_blocks_no_place) {
+TEST(nmk2dSearchNodeVerifierBlocked, a_blocked_node_of_another_class_blocks_nothing) {
     const nmk2dSearchNodeVerifierBlocked verifier(
         everywhere, coiIterator_from_values<NodePointer>({std::make_shared<Other>()}));
     EXPECT_EQ(verdict(verifier, 1, 1), accepted);
@@ -101,7 +101,7 @@ double draw_coordinate(std::mt19937& random, double base) {
     }
 }
 
-TEST(nmk2dSearchNodeVerifierBlocked, places_that_never_change_are_judged_as_a_walk_judges_them) {
+TEST(nmk2dSearchNodeVerifierBlocked, fixed_nodes_give_the_verdicts_of_a_walk) {
     const unsigned seed = 7;
     std::mt19937 random(seed);
     int refused = 0, verdicts = 0;
@@ -133,7 +133,8 @@ void add_lattice(std::vector<NodePointer>& nodes, double corner, double step_x, 
     }
 }
 
-TEST(nmk2dSearchNodeVerifierBlocked, lattices_of_any_widths_in_any_order_are_judged_as_by_a_walk) {
+TEST(nmk2dSearchNodeVerifierBlocked,
+     lattices_of_any_widths_in_any_order_give_the_verdicts_of_a_walk) {
     constexpr double wide = 1000.0, fine = 2e-5;
     using Widths = std::vector<std::pair<double, double>>;
     for (const Widths& lattices :

@@ -1,4 +1,4 @@
-// Nodes and searches across threads: what one thread made may be freed by another, or later.
+// Nodes and searches across threads: a node that one thread made may be freed by another.
 #include <gtest/gtest.h>
 #include <nmktoolbox/search.h>
 

@@ -33,7 +33,7 @@ TEST(nmk2dSearch, a_line_off_the_lattice_is_never_reached) {
                     .empty());
 }
 
-TEST(nmk2dSearch, lattice_points_within_the_tolerance_are_closed_as_one_place) {
+TEST(nmk2dSearch, lattice_points_within_the_tolerance_are_closed_as_one_node) {
     class Counting : public nmk2dSearchNodeVerifier {
       public:
         Counting() : nmk2dSearchNodeVerifier(giBox2(giPoint2(-1, -1), giPoint2(1, 1))) {}
@@ -45,7 +45,7 @@ TEST(nmk2dSearch, lattice_points_within_the_tolerance_are_closed_as_one_place) {
         mutable int asked = 0;
     };
     const auto verifier = std::make_shared<Counting>();
-    constexpr double step = 4e-6;  // the eight neighbours are made, and all are the start again
+    constexpr double step = 4e-6;  // the eight neighbours are made, and all are equal to the start
     EXPECT_TRUE(route(std::make_shared<nmk2dSearchNodeGenerator>(step, step), verifier,
                       shared_node(0, 0), std::make_shared<nmk2dSearchGoalPoint>(giPoint2(step, 0)))
                     .empty());

@@ -1,5 +1,5 @@
-// What a search makes on its way: on a lattice of the library's own a node for each question to the
-// verifier, and next to nothing else.
+// What a search allocates: on a lattice of the library's own, a node for each call of the verifier
+// and next to nothing else.
 #include <gtest/gtest.h>
 #include <nmktoolbox/search.h>
 
@@ -15,14 +15,14 @@ std::atomic<int> allocations{0};
 
 }  // namespace
 
-// Not inlined: the compiler would take malloc and delete for a pair that does not match.
+// Not inlined: the compiler would warn that malloc and delete do not match.
 [[gnu::noinline]] void* operator new(std::size_t size) {
     ++allocations;
     if (void* block = std::malloc(size)) return block;
     throw std::bad_alloc();
 }
 
-// A sanitizer has one of its own otherwise, whose blocks std::free is not good enough for.
+// Without this one a sanitizer would use its own, whose blocks must not be given to std::free.
 [[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     ++allocations;
     return std::malloc(size);
@@ -49,7 +49,7 @@ class CountingVerifier : public nmk2dSearchNodeVerifier {
     mutable int asked = 0;
 };
 
-// Nothing is known of what it does.
+// The library cannot know what it does, so it takes the general lists.
 class OwnGenerator : public nmk2dSearchNodeGenerator {
   public:
     using nmk2dSearchNodeGenerator::nmk2dSearchNodeGenerator;

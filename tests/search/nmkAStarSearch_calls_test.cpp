@@ -15,7 +15,7 @@ namespace plain = nmk_search::plain;
 
 using namespace nmk_search::generated;
 
-// A run that starts at place 0, then twice from another place; what it threw and found is written
+// A run that starts at node 0, then twice from another node; exceptions and routes are recorded
 // among the calls.
 template <class Search>
 class Walk {
@@ -56,7 +56,7 @@ class Walk {
     Search search;
 };
 
-// Keeps the records that it made, and scores some of them anew behind the search's back.
+// Keeps the records that it made, and scores some of them again without the search's knowledge.
 template <class Search>
 class Meddling : public Search {
   public:
@@ -66,15 +66,15 @@ class Meddling : public Search {
     std::shared_ptr<nmkAStarSearchNode> generate_node(
         NodePointer node, std::shared_ptr<const nmkAStarSearchNode> parent) const override {
         auto& maze = static_cast<const MazeNode&>(*node).maze;
-        if (!kept.empty() && maze.percent(10)) return kept[maze.draw(kept.size())];
-        kept.push_back(Search::generate_node(std::move(node), std::move(parent)));
-        return kept.back();
+        if (!m_kept.empty() && maze.percent(10)) return m_kept[maze.draw(m_kept.size())];
+        m_kept.push_back(Search::generate_node(std::move(node), std::move(parent)));
+        return m_kept.back();
     }
     bool is_goal(const nmkAStarSearchNode& record) const override {
         auto& maze = static_cast<const MazeNode&>(*record.node()).maze;
-        if (!kept.empty() && maze.percent(30)) {
+        if (!m_kept.empty() && maze.percent(30)) {
             maze.move_goal();
-            kept[maze.draw(kept.size())]->calculate_h(goal);
+            m_kept[maze.draw(m_kept.size())]->calculate_h(m_goal);
         }
         return Search::is_goal(record);
     }
@@ -83,11 +83,11 @@ class Meddling : public Search {
     class UnreachableGoal : public nmkSearchGoal {
         bool contains(const nmkSearchNode&) const override { return false; }
     };
-    UnreachableGoal goal;
-    mutable std::vector<std::shared_ptr<nmkAStarSearchNode>> kept;
+    UnreachableGoal m_goal;
+    mutable std::vector<std::shared_ptr<nmkAStarSearchNode>> m_kept;
 };
 
-// Uses what a derived search is given: asks what is closed, scores the open list, and tells the way
+// Uses the protected operations: asks what is closed, scores the open list, and records the route
 // to each node that it expands.
 template <class Search>
 class Curious : public Search {
@@ -99,11 +99,11 @@ class Curious : public Search {
         auto& maze = static_cast<const MazeNode&>(*record->node()).maze;
         const MazeNode other(maze, maze.draw(maze.h.size()));
         maze.write(this->is_in_visited(other) ? "closed" : "not closed");
-        std::string way = "way";
+        std::string route = "route";
         this->reconstuct_route(record, coiFiller_from_function<NodePointer>([&](NodePointer node) {
-                                   way += " " + std::to_string(number_of(*node));
+                                   route += " " + std::to_string(number_of(*node));
                                }));
-        maze.write(way);
+        maze.write(route);
         if (maze.percent(20)) {
             maze.move_goal();
             this->update_goal();
@@ -125,7 +125,7 @@ TEST_P(Calls, are_those_of_the_plain_lists) {
     EXPECT_GT(calls, 6000u);  // the spaces were worth the walk
 }
 
-TEST_P(Calls, are_those_of_the_plain_lists_when_records_are_scored_anew_from_outside) {
+TEST_P(Calls, are_those_of_the_plain_lists_when_records_are_scored_again_from_outside) {
     for (unsigned seed = 1; seed <= 60; ++seed) {
         const Log ours = Walk<Meddling<nmkAStarSearch>>(GetParam(), seed).whole();
         const Log expected = Walk<Meddling<plain::Search>>(GetParam(), seed).whole();
@@ -147,11 +147,11 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Traits{.name = "many_ties"}, Traits{.name = "all_tied", .costs = 1},
                     Traits{.name = "large_costs", .costs = 1000},
                     Traits{.name = "many_nodes", .nodes = 70, .branches = 5},
-                    Traits{.name = "scores_that_are_no_numbers", .not_numbers = 20},
+                    Traits{.name = "scores_that_are_nan", .not_numbers = 20},
                     Traits{.name = "loose_equality", .loose_equality = 30},
                     Traits{.name = "all_refused_for_one_parent", .refused = 0, .refused_once = 60},
                     Traits{.name = "a_moving_goal", .costs = 6, .moves = 30},
-                    Traits{.name = "a_goal_that_moves_in_silence", .costs = 6, .silent_moves = 30},
+                    Traits{.name = "a_goal_that_moves_unreported", .costs = 6, .silent_moves = 30},
                     Traits{.name = "a_goal_that_throws", .throws = 5},
                     Traits{.name = "everything_at_once",
                            .costs = 5,

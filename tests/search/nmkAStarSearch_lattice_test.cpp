@@ -1,5 +1,5 @@
-// Searches by the library's own generators and goals, beside the plain lists: lattices of every
-// width and place, those that are left half way, and classes that a caller has made of them.
+// Searches by the library's own generators and goals, compared with the plain lists: lattices of
+// every step and origin, those that a search leaves in the middle, and classes derived by a caller.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -68,7 +68,7 @@ struct Interrupted : std::runtime_error {
     Interrupted() : std::runtime_error("interrupted") {}
 };
 
-// Draws its verdicts, writes down what it was asked, and knows the nodes that it was shown.
+// Draws its verdicts, records the calls, and keeps the nodes that it accepted.
 class DrawingVerifier : public nmkSearchNodeVerifier {
   public:
     DrawingVerifier(const LatticeCase& its_case, unsigned seed) : tested(its_case), random(seed) {}
@@ -79,7 +79,7 @@ class DrawingVerifier : public nmkSearchNodeVerifier {
         if (++calls == throw_at) throw Interrupted();
         if (calls == 1) first = &node;
         if (text_of(parent) != "none") {
-            EXPECT_EQ(accepted.count(&parent), 1u) << "the parent is not the node of before";
+            EXPECT_EQ(accepted.count(&parent), 1u) << "the parent is not a node that was accepted";
         }
         if (!is_in_bounds(node)) return nmkSearchNodeVerifierResult::refused_for_good;
         const auto draw = calls == 1 ? 99 : random() % 100;
@@ -91,10 +91,10 @@ class DrawingVerifier : public nmkSearchNodeVerifier {
     }
 
     bool is_in_bounds(const nmkSearchNode& node) const override {
-        const auto* place = dynamic_cast<const nmk2dSearchNode*>(&node);
-        if (place == nullptr) return false;
-        const double columns = (place->point().x - tested.start.x) / tested.step.x;
-        const double rows = (place->point().y - tested.start.y) / tested.step.y;
+        const auto* plane_node = dynamic_cast<const nmk2dSearchNode*>(&node);
+        if (plane_node == nullptr) return false;
+        const double columns = (plane_node->point().x - tested.start.x) / tested.step.x;
+        const double rows = (plane_node->point().y - tested.start.y) / tested.step.y;
         return std::abs(columns) < tested.columns + 0.5 && std::abs(rows) < tested.rows + 0.5;
     }
 
@@ -107,7 +107,7 @@ class DrawingVerifier : public nmkSearchNodeVerifier {
     int throw_at = 0;  // never
 };
 
-// What a search shows: all that the verifier is asked, and the routes, to the last bit.
+// Records all calls of the verifier and the routes, to the last bit.
 template <class Search>
 class Watched {
   public:
@@ -126,8 +126,8 @@ class Watched {
         }
     }
 
-    void restart_from(giPoint2 place) {
-        search.set_start(std::make_shared<nmk2dSearchNode>(place));
+    void restart_from(giPoint2 plane_node) {
+        search.set_start(std::make_shared<nmk2dSearchNode>(plane_node));
         perform();
     }
 
@@ -180,7 +180,7 @@ Log interrupted_life(const LatticeCase& tested, int call) {
     return watched.log();
 }
 
-TEST_P(Lattice, is_gone_on_with_after_an_exception_of_the_verifier) {
+TEST_P(Lattice, continues_after_an_exception_of_the_verifier) {
     for (const int call : {2, 3, 4, 5, 9, 20, 45}) {
         const Log ours = interrupted_life<nmkAStarSearch>(GetParam(), call);
         ASSERT_EQ(ours, interrupted_life<plain::Search>(GetParam(), call)) << "call " << call;
@@ -205,7 +205,7 @@ Log life_with_a_filler_that_throws(const LatticeCase& tested, unsigned seed) {
     return log;
 }
 
-TEST_P(Lattice, is_gone_on_with_after_an_exception_of_the_filler) {
+TEST_P(Lattice, continues_after_an_exception_of_the_filler) {
     for (unsigned seed = 1; seed <= 3; ++seed) {
         const Log ours = life_with_a_filler_that_throws<nmkAStarSearch>(GetParam(), seed);
         ASSERT_EQ(ours, life_with_a_filler_that_throws<plain::Search>(GetParam(), seed))
@@ -227,7 +227,7 @@ INSTANTIATE_TEST_SUITE_P(
         LatticeCase{.name = "of_steps_below_the_least", .step = {0.9e-4, 1}},
         LatticeCase{.name = "of_steps_within_the_tolerance", .step = {0.6e-5, 0.9e-5}},
         LatticeCase{.name = "of_steps_of_zero_in_y", .step = {1, 0}, .columns = 4},
-        LatticeCase{.name = "of_steps_that_are_no_number", .step = {1, std::nan("")}},
+        LatticeCase{.name = "of_steps_that_are_nan", .step = {1, std::nan("")}},
         LatticeCase{.name = "that_drifts_away",
                     .start = {-9e8, 3},
                     .step = {0.1, 1},
@@ -265,24 +265,23 @@ INSTANTIATE_TEST_SUITE_P(
         LatticeCase{.name = "with_a_moving_line_within_a_gradient_of_minus_zero",
                     .goal = GoalKind::moving_line,
                     .gradient = -0.0},
-        LatticeCase{.name = "with_a_gradient_that_is_no_number",
+        LatticeCase{.name = "with_a_gradient_that_is_nan",
                     .goal = GoalKind::line_with_gradient,
                     .gradient = std::nan("")},
         LatticeCase{.name = "with_an_infinite_gradient_and_a_target_as_far",
                     .goal = GoalKind::line_with_gradient,
                     .gradient = INFINITY,
                     .goal_steps = {2, INFINITY}},
-        LatticeCase{.name = "with_a_target_that_is_no_number", .goal_steps = {std::nan(""), 1}},
-        LatticeCase{.name = "with_a_line_at_no_number",
-                    .goal = GoalKind::line,
-                    .goal_steps = {std::nan(""), 3}},
-        LatticeCase{.name = "with_a_line_within_a_gradient_at_no_number",
+        LatticeCase{.name = "with_a_target_that_is_nan", .goal_steps = {std::nan(""), 1}},
+        LatticeCase{
+            .name = "with_a_line_at_nan", .goal = GoalKind::line, .goal_steps = {std::nan(""), 3}},
+        LatticeCase{.name = "with_a_line_within_a_gradient_at_nan",
                     .goal = GoalKind::line_with_gradient,
                     .goal_steps = {std::nan(""), 3}},
         LatticeCase{.name = "with_a_moving_line_at_infinity",
                     .goal = GoalKind::moving_line,
                     .goal_steps = {-INFINITY, 3}},
-        LatticeCase{.name = "whose_first_score_is_no_number",
+        LatticeCase{.name = "whose_first_score_is_nan",
                     .goal = GoalKind::moving_line,
                     .gradient = 0,
                     .goal_steps = {4, 0}}),
@@ -311,7 +310,7 @@ LatticeCase draw_case(std::mt19937& random) {
     return drawn;
 }
 
-TEST(nmkAStarSearch, walks_lattices_of_every_size_and_place_as_the_plain_lists_do) {
+TEST(nmkAStarSearch, walks_lattices_of_every_step_and_origin_as_the_plain_lists_do) {
     const unsigned seed = 20261121;
     std::mt19937 random(seed);
     for (unsigned turn = 0; turn < 60; ++turn) {
@@ -323,9 +322,9 @@ TEST(nmkAStarSearch, walks_lattices_of_every_size_and_place_as_the_plain_lists_d
     }
 }
 
-// Sends the search elsewhere as soon as it is given the route's first node.
+// Sets another start as soon as the filler receives the first node of the route.
 template <class Search>
-std::vector<std::string> route_of_a_filler_that_starts_anew() {
+std::vector<std::string> route_of_a_filler_that_sets_a_start() {
     const LatticeCase tested{.name = "small"};
     auto search = std::make_unique<Watched<Search>>(tested, 3);
     std::vector<std::string> route;
@@ -339,12 +338,12 @@ std::vector<std::string> route_of_a_filler_that_starts_anew() {
 }
 
 TEST(nmkAStarSearch, on_a_lattice_lets_the_filler_set_another_start) {
-    const auto ours = route_of_a_filler_that_starts_anew<nmkAStarSearch>();
+    const auto ours = route_of_a_filler_that_sets_a_start<nmkAStarSearch>();
     EXPECT_GT(ours.size(), 4u);
-    EXPECT_EQ(ours, route_of_a_filler_that_starts_anew<plain::Search>());
+    EXPECT_EQ(ours, route_of_a_filler_that_sets_a_start<plain::Search>());
 }
 
-// A caller's own classes over the library's: what they replace is asked.
+// Classes that a caller derived from the library's: the operations that they override are called.
 
 using Points = std::vector<giPoint2>;
 
@@ -385,8 +384,8 @@ class ColumnNode : public nmk2dSearchNode {
 
   protected:
     bool is_equal(const nmkSearchNode& other) const override {
-        const auto* place = dynamic_cast<const nmk2dSearchNode*>(&other);
-        return place != nullptr && place->point().x == point().x;
+        const auto* plane_node = dynamic_cast<const nmk2dSearchNode*>(&other);
+        return plane_node != nullptr && plane_node->point().x == point().x;
     }
 };
 
@@ -435,7 +434,7 @@ TEST(nmkAStarSearch, on_a_lattice_asks_a_derived_generator_for_the_neighbours) {
     EXPECT_EQ(ours, route_on_board<plain::Search>(generator, library_goal, library_start));
 }
 
-TEST(nmkAStarSearch, on_a_lattice_asks_a_derived_start_whether_it_is_a_place) {
+TEST(nmkAStarSearch, on_a_lattice_asks_a_derived_start_whether_it_is_equal) {
     const auto start = std::make_shared<ColumnNode>(giPoint2(0, 0));
     const auto goal = std::make_shared<nmk2dSearchGoalPoint>(giPoint2(1, 5));
     const Points ours = route_on_board<nmkAStarSearch>(library_generator, goal, start);

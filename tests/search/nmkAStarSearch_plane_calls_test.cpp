@@ -1,4 +1,4 @@
-// Every call that the search makes on places of the plane, beside the plain lists.
+// Every call that the search makes on nodes of the plane, compared with the plain lists.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -46,7 +46,7 @@ INSTANTIATE_TEST_SUITE_P(
         Traits{.name = "around_1e18", .extreme = 30, .base_scale = 18},
         Traits{.name = "extreme_coordinates", .extreme = 30},
         Traits{.name = "an_equality_of_their_own", .wide = 20},
-        Traits{.name = "nodes_of_another_kind", .foreign = 15},
+        Traits{.name = "nodes_of_another_class", .foreign = 15},
         Traits{.name = "a_moving_goal", .moves = 30},
         Traits{
             .name = "everything_at_once", .wide = 10, .foreign = 10, .extreme = 10, .moves = 10}),

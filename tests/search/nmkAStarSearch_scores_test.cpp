@@ -13,7 +13,7 @@ namespace {
 
 using NodePointer = std::shared_ptr<const nmkSearchNode>;
 
-// A place that is only its score; each is another one.
+// A node with a score, equal to itself alone.
 class ScoredNode : public nmkSearchNode {
   public:
     explicit ScoredNode(double its_score) : score(its_score) {}
@@ -26,17 +26,17 @@ class ScoredNode : public nmkSearchNode {
     bool is_equal(const nmkSearchNode& other) const override { return this == &other; }
 };
 
-// The first node has all the places as neighbours, the places have none.
+// The root has all scored nodes as neighbours, and these have none.
 class Fan : public nmkSearchNodeGenerator {
   public:
     void expand_node(const nmkSearchNode& node, coiFiller<NodePointer> filler) const override {
         if (&node != root.get()) return;
-        for (const auto& place : places) filler.add(place);
+        for (const auto& neighbour : scored_nodes) filler.add(neighbour);
     }
     double find_x_value(double x) const override { return x; }
 
     std::shared_ptr<ScoredNode> root = std::make_shared<ScoredNode>(0.0);
-    std::vector<std::shared_ptr<ScoredNode>> places;
+    std::vector<std::shared_ptr<ScoredNode>> scored_nodes;
 };
 
 class Everywhere : public nmkSearchNodeVerifier {
@@ -77,14 +77,14 @@ TEST(nmkAStarSearch, pops_scores_of_every_size_and_sign_in_order_and_the_oldest_
     const auto fan = std::make_shared<Fan>();
     for (int i = 0; i < 500; ++i) {
         const double score = scores[random() % scores.size()];
-        fan->places.push_back(std::make_shared<ScoredNode>(score));
+        fan->scored_nodes.push_back(std::make_shared<ScoredNode>(score));
     }
     const auto goal = std::make_shared<Popped>();
     std::vector<NodePointer> route;
     nmkAStarSearch search(fan, std::make_shared<Everywhere>(), fan->root, goal);
     search.perform(coiFiller_from_container(route));
 
-    auto sorted = fan->places;
+    auto sorted = fan->scored_nodes;
     std::stable_sort(sorted.begin(), sorted.end(),
                      [](const auto& a, const auto& b) { return a->score < b->score; });
     ASSERT_EQ(goal->nodes.size(), sorted.size() + 1);

@@ -17,7 +17,7 @@ TEST(nmkAStarSearch, a_start_inside_the_goal_is_the_whole_route_and_is_not_expan
     EXPECT_EQ(space.log, (Log{"h goal", "overshoot goal", "verify none>goal", "goal goal"}));
 }
 
-TEST(nmkAStarSearch, makes_its_calls_in_the_laid_down_order) {
+TEST(nmkAStarSearch, makes_its_calls_in_the_specified_order) {
     Space space;
     space.generator->neighbours["a"] = {space.node("b"), space.node("goal")};
     auto search = space.search(space.node("a"));
@@ -43,7 +43,7 @@ TEST(nmkAStarSearch, of_two_records_of_equal_cost_the_older_is_popped_first) {
     EXPECT_EQ(popped, (Log{"a", "first", "second", "late"}));
 }
 
-TEST(nmkAStarSearch, a_place_with_two_parents_is_reached_through_the_cheaper_record) {
+TEST(nmkAStarSearch, a_node_with_two_parents_is_reached_through_the_cheaper_record) {
     Space space;
     space.generator->neighbours["a"] = {space.node("dear", 0.0, 5.0), space.node("cheap")};
     space.generator->neighbours["dear"] = {space.node("goal")};
@@ -52,7 +52,7 @@ TEST(nmkAStarSearch, a_place_with_two_parents_is_reached_through_the_cheaper_rec
     EXPECT_EQ(Space::route_of(search), "a dear goal");
 }
 
-TEST(nmkAStarSearch, the_second_record_of_a_closed_place_is_dropped_without_a_word) {
+TEST(nmkAStarSearch, the_second_record_of_a_closed_node_is_dropped_unverified) {
     Space space;
     space.generator->neighbours["a"] = {space.node("b"), space.node("b")};
     auto search = space.search(space.node("a"));
@@ -61,22 +61,22 @@ TEST(nmkAStarSearch, the_second_record_of_a_closed_place_is_dropped_without_a_wo
     EXPECT_EQ(std::count(space.log.begin(), space.log.end(), "overshoot b"), 2);
 }
 
-TEST(nmkAStarSearch, a_place_refused_for_one_parent_stays_open_to_another) {
-    for (const int answer : {2, 3, -1}) {
+TEST(nmkAStarSearch, a_node_refused_for_one_parent_stays_open_to_another) {
+    for (const int verdict : {2, 3, -1}) {
         Space space;
         space.generator->neighbours["a"] = {space.node("b"), space.node("goal")};
         space.generator->neighbours["b"] = {space.node("goal")};
-        space.verifier->answers["a>goal"] = answer;
+        space.verifier->verdicts["a>goal"] = verdict;
         auto search = space.search(space.node("a"));
-        EXPECT_EQ(Space::route_of(search), "a b goal") << answer;
+        EXPECT_EQ(Space::route_of(search), "a b goal") << verdict;
     }
 }
 
-TEST(nmkAStarSearch, a_place_refused_for_good_is_never_tried_again) {
+TEST(nmkAStarSearch, a_node_refused_for_good_is_never_tried_again) {
     Space space;
     space.generator->neighbours["a"] = {space.node("goal"), space.node("b", 1.0)};
     space.generator->neighbours["b"] = {space.node("goal")};
-    space.verifier->answers["a>goal"] = 1;
+    space.verifier->verdicts["a>goal"] = 1;
     auto search = space.search(space.node("a"));
     EXPECT_EQ(Space::route_of(search), "");
 }
@@ -95,11 +95,11 @@ TEST(nmkAStarSearch, the_record_already_chosen_is_returned_when_the_goal_moves) 
     EXPECT_EQ(Space::route_of(search), "");
     const auto at = std::find(space.log.begin(), space.log.end(), "overshoot b");
     ASSERT_NE(at, space.log.end());
-    // Every h of the open list is worked out anew, the chosen record's too, and no g.
+    // Every h of the open list is computed again, also that of the chosen record, and no g.
     EXPECT_EQ(Log(at, at + 5), (Log{"overshoot b", "h b", "h c", "a==b", "verify a>b"}));
 }
 
-TEST(nmkAStarSearch, a_goal_that_changed_but_answered_false_keeps_its_old_scores) {
+TEST(nmkAStarSearch, a_goal_that_changed_but_returned_false_keeps_its_old_scores) {
     Space space;
     const auto b = space.node("b", 1.0);
     const auto c = space.node("c", 2.0);
@@ -116,7 +116,7 @@ TEST(nmkAStarSearch, a_goal_that_changed_but_answered_false_keeps_its_old_scores
     EXPECT_LT(popped_c, popped_d);
 }
 
-TEST(nmkAStarSearch, a_new_start_never_enters_places_that_an_earlier_run_closed) {
+TEST(nmkAStarSearch, a_new_start_never_enters_nodes_that_an_earlier_run_closed) {
     Space space;
     space.generator->neighbours["a"] = {space.node("b")};
     space.generator->neighbours["n"] = {space.node("b"), space.node("c", 9.0)};
@@ -149,7 +149,7 @@ TEST(nmkAStarSearch, performing_with_an_empty_open_list_returns_at_once) {
 
 TEST(nmkAStarSearch, a_refused_root_ends_the_search_with_no_route) {
     Space space;
-    space.verifier->answers["none>goal"] = 1;
+    space.verifier->verdicts["none>goal"] = 1;
     auto search = space.search(space.node("goal"));
     EXPECT_EQ(Space::route_of(search), "");
 }
@@ -169,7 +169,7 @@ TEST(nmkAStarSearch, never_asks_whether_a_node_is_in_bounds) {
     EXPECT_EQ(std::count(space.log.begin(), space.log.end(), "in bounds"), 0);
 }
 
-// Shows what a derived record may call and replace.
+// Makes public what a derived record may call and override.
 class ShownRecord : public nmkAStarSearchNode {
   public:
     using nmkAStarSearchNode::calculate_g;
@@ -193,28 +193,28 @@ TEST(nmkAStarSearchNode, scores_itself_by_its_node_its_goal_and_its_parent) {
     EXPECT_EQ(space.log, (Log{"h a", "h b", "step a>b"}));
 }
 
-TEST(nmkAStarSearchNode, hands_each_new_h_to_what_a_derived_record_makes_of_it) {
+TEST(nmkAStarSearchNode, passes_each_new_h_to_the_set_h_of_a_derived_record) {
     Space space;
     const auto root = std::make_shared<nmkAStarSearchNode>(space.node("a"), nullptr, *space.goal);
-    const auto place = std::make_shared<nmk_search::recording::NamedNode>("b", 2.0, &space.log);
-    ShownRecord record(place, root, *space.goal);
-    EXPECT_EQ(record.h(), 2.0);  // a constructor knows nothing of derived records
+    const auto node = std::make_shared<nmk_search::recording::NamedNode>("b", 2.0, &space.log);
+    ShownRecord record(node, root, *space.goal);
+    EXPECT_EQ(record.h(), 2.0);  // a constructor does not call the overrides of derived classes
     record.calculate_h(*space.goal);
     EXPECT_EQ(record.h(), 20.0);
     EXPECT_EQ(record.f(), 21.0);
-    place->step = 5.0;
-    EXPECT_EQ(record.f(), 21.0);  // g stands as it was
+    node->step = 5.0;
+    EXPECT_EQ(record.f(), 21.0);  // g is unchanged
     record.calculate_g();
     EXPECT_EQ(record.f(), 25.0);
 }
 
 TEST(nmkAStarSearchNode, frees_a_chain_of_a_million_parents_without_deep_recursion) {
     Space space;
-    const auto place = space.node("a");
+    const auto node = space.node("a");
     std::shared_ptr<const nmkAStarSearchNode> last;
     std::weak_ptr<const nmkAStarSearchNode> root;
     for (int i = 0; i < 1'000'000; ++i) {
-        last = std::make_shared<nmkAStarSearchNode>(place, last, *space.goal);
+        last = std::make_shared<nmkAStarSearchNode>(node, last, *space.goal);
         if (i == 0) root = last;
         space.log.clear();
     }

@@ -81,7 +81,7 @@ class Search {
     }
 
   private:
-    // What a verifier is given for the parent of a root.
+    // The placeholder that a verifier receives as the parent of a root.
     class RootParent final : public nmkSearchNode {
       public:
         double min_cost(const nmkSearchNode&) const override { return 0.0; }
@@ -93,8 +93,8 @@ class Search {
 
     int verdict(const nmkAStarSearchNode& record) const {
         const auto parent = record.parent();
-        const RootParent none;
-        const nmkSearchNode& from = parent == nullptr ? none : *parent->node();
+        const RootParent placeholder;
+        const nmkSearchNode& from = parent == nullptr ? placeholder : *parent->node();
         return static_cast<int>(m_verifier->verify(from, *record.node()));
     }
 
@@ -102,9 +102,9 @@ class Search {
         while (!m_open.empty()) {
             const auto record = pop_best_node();
             if (is_in_visited(*record->node())) continue;
-            const int answer = verdict(*record);
-            if (answer == 0 || answer == 1) m_visited.push_back(record->node());
-            if (answer == 0) return record;
+            const int result = verdict(*record);
+            if (result == 0 || result == 1) m_visited.push_back(record->node());
+            if (result == 0) return record;
         }
         return nullptr;
     }

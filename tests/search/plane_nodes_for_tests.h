@@ -1,4 +1,5 @@
-// plane.h: nodes of the plane for tests, what a generator makes of them, and whole searches.
+// plane_nodes_for_tests.h: nodes of the plane for tests, the neighbours that a generator makes, and
+// whole searches.
 #pragma once
 
 #include <nmktoolbox/search.h>
@@ -69,7 +70,7 @@ inline coiIterator<NodePointer> cursor_over(std::vector<NodePointer> nodes) {
         std::make_shared<const std::vector<NodePointer>>(std::move(nodes))));
 }
 
-/// A node of another kind than the plane's, which is equal to everything.
+/// A node of a class outside the plane; it is equal to every node.
 class Other : public nmkSearchNode {
   public:
     double min_cost(const nmkSearchNode&) const override { return 0; }

@@ -1,5 +1,4 @@
-// recording_space.h: a space of numbered places along a line of text, which writes down each call
-// that a search makes.
+// recording_space.h: a space of named nodes that records each call of a search.
 #pragma once
 
 #include <nmktoolbox/search.h>
@@ -15,7 +14,7 @@ namespace nmk_search::recording {
 
 using Log = std::vector<std::string>;
 
-/// A place with a name; names are compared for equality.
+/// A node with a name; names are compared for equality.
 class NamedNode : public nmkSearchNode {
   public:
     NamedNode(std::string its_name, double its_h, Log* calls)
@@ -73,7 +72,7 @@ class Generator : public nmkSearchNodeGenerator {
         log->push_back("expand " + name);
         const auto found = neighbours.find(name);
         if (found == neighbours.end()) return;
-        for (const NamedNodePointer& place : found->second) filler.add(place);
+        for (const NamedNodePointer& next : found->second) filler.add(next);
     }
     double find_x_value(double x) const override { return x + 1.0; }
 
@@ -91,19 +90,20 @@ class Verifier : public nmkSearchNodeVerifier {
         const std::string step = (from ? from->name : std::string("none")) + ">" +
                                  static_cast<const NamedNode&>(node).name;
         log->push_back("verify " + step);
-        const auto found = answers.find(step);
-        return static_cast<nmkSearchNodeVerifierResult>(found == answers.end() ? 0 : found->second);
+        const auto found = verdicts.find(step);
+        return static_cast<nmkSearchNodeVerifierResult>(found == verdicts.end() ? 0
+                                                                                : found->second);
     }
     bool is_in_bounds(const nmkSearchNode&) const override {
         log->push_back("in bounds");
         return true;
     }
 
-    std::map<std::string, int> answers;  // by "parent>node"; 0 where nothing stands
+    std::map<std::string, int> verdicts;  // by "parent>node"; 0 for a step that is not listed
     Log* log;
 };
 
-/// Everything that a search needs, and what it did.
+/// Everything that a search needs, and the log of its calls.
 class Space {
   public:
     Log log;

@@ -1,7 +1,7 @@
 // nmk2dSearchGoal.h: the goals of a search in the plane.
 //
 // An arrival is a node whose min_cost is exactly 0.0, with no tolerance, so start and goal must
-// stand on one lattice. Below, dx and dy lead from the node to the target and are signed. The
+// be on one lattice. Below, dx and dy lead from the node to the target and are signed. The
 // gradient is the greatest slope that a route may take: a change of dy needs |dy| / gradient of
 // travel in x. It is not guarded against zero.
 #pragma once
@@ -69,7 +69,7 @@ class NMKTOOLBOX_EXPORT nmk2dSearchGoalMovingXLine : public nmk2dSearchGoal {
 
     /// Moves the target on along the generator's lattice, by at least |dy| / gradient, when that
     /// is greater than |dx|; true when it did so. The target stops early only where a step no
-    /// longer changes x. For the library's own generators that place is computed at once; a
+    /// longer changes x. For the library's own generators the end is computed at once; a
     /// generator of a caller's own class is asked for each step, however many it takes. A gradient
     /// of zero, which no move can satisfy, leaves the target where it is.
     /// A node that is not of the plane throws std::bad_cast.

@@ -1,4 +1,4 @@
-// nmk2dSearchNodeVerifier.h: a rectangle of allowed places, and blocked places in it.
+// nmk2dSearchNodeVerifier.h: a rectangle of allowed points, and blocked points in it.
 #pragma once
 
 #include <geometry/giBox2.h>
@@ -8,13 +8,13 @@
 
 #include <memory>
 
-/// Accepts every place of a rectangle, its edge included. Nodes must be nodes of the plane.
+/// Accepts every point of a rectangle, its edge included. Nodes must be nodes of the plane.
 class NMKTOOLBOX_EXPORT nmk2dSearchNodeVerifier : public nmkSearchNodeVerifier {
   public:
     explicit nmk2dSearchNodeVerifier(giBox2 bounds);
     ~nmk2dSearchNodeVerifier() override;
 
-    /// accepted in bounds, else refused_for_good. `parent` is not looked at.
+    /// accepted in bounds, else refused_for_good. `parent` is not used.
     nmkSearchNodeVerifierResult verify(const nmkSearchNode& parent,
                                        const nmkSearchNode& node) const override;
     bool is_in_bounds(const nmkSearchNode& node) const override;
@@ -30,10 +30,10 @@ namespace nmk_search {
 class BlockedPoints;
 }
 
-/// Refuses blocked places too. They are places, not regions: a step may pass between them.
+/// Refuses blocked points too. They are points, not regions: a step may pass between them.
 ///
-/// A verdict walks all blocked nodes, whatever stands behind the iterator by then. Those of a
-/// coiFixedIterator, which never change, are looked up instead.
+/// Each verdict walks the blocked nodes that the iterator provides at that moment. Those of a
+/// coiFixedIterator never change and are looked up in an index instead.
 class NMKTOOLBOX_EXPORT nmk2dSearchNodeVerifierBlocked : public nmk2dSearchNodeVerifier {
   public:
     nmk2dSearchNodeVerifierBlocked(giBox2 bounds,
@@ -41,7 +41,7 @@ class NMKTOOLBOX_EXPORT nmk2dSearchNodeVerifierBlocked : public nmk2dSearchNodeV
     ~nmk2dSearchNodeVerifierBlocked() override;
 
     /// accepted in bounds and equal to no blocked node, else refused_for_good. The iterator itself
-    /// stays where it is; a copy is walked from its start.
+    /// is not moved; a copy is walked from its start.
     nmkSearchNodeVerifierResult verify(const nmkSearchNode& parent,
                                        const nmkSearchNode& node) const override;
 
@@ -49,5 +49,6 @@ class NMKTOOLBOX_EXPORT nmk2dSearchNodeVerifierBlocked : public nmk2dSearchNodeV
     bool is_blocked(const nmkSearchNode& node) const;
 
     coiIterator<std::shared_ptr<const nmkSearchNode>> m_blocked;
-    std::shared_ptr<const nmk_search::BlockedPoints> m_places;  // empty: they may change
+    std::shared_ptr<const nmk_search::BlockedPoints>
+        m_blocked_points;  // null where they may change
 };

@@ -1,20 +1,21 @@
 // nmkAStarSearch.h: best-first search of a route through a space that the caller supplies.
 //
 // The space is given by four small classes: a node, a goal, a generator of neighbours and a
-// verifier of nodes. The search asks them in an order that is part of its contract. Among records
-// of equal f the oldest is taken; a place may stand in the open list more than once, and all but
+// verifier of nodes. The order of the calls to them is part of the contract. Among records of equal
+// f the oldest is taken; a node may be in the open list more than once, and all records of it but
 // the cheapest are dropped when they are popped; a record's cost is never corrected later.
 //
-// Taking the best record costs the logarithm of their number, unless an f is not a number. Whether
-// a place is closed is looked up for nodes that are of class nmk2dSearchNode itself; nodes of any
-// other kind are asked one after the other. Fastest is a search of this very class whose start,
-// goal and generator are of the library's own classes of the plane, whatever its verifier: it makes
-// nodes for the verifier only. That ends where sums of steps round too much, and where another
-// start is set after a run.
+// Taking the best record is logarithmic in their number, unless an f is NaN. Nodes whose class is
+// nmk2dSearchNode itself are looked up in an index of the closed nodes; nodes of any other class
+// are compared with the closed ones one by one. Fastest is a search of this class itself, not a
+// derived one, whose start, goal and generator are of the library's own classes of the plane; its
+// verifier may be of any class. It makes nodes for the verifier only. It changes to the general
+// lists where sums of steps round too much, and where set_start is called after a run.
 //
-// One search belongs to one thread, and of what it asks only the filler of a route may call it
-// back. Nodes may be shared between searches, a goal that can move must not be. Exceptions of the
-// four collaborators and of the filler pass through; the lists then stand as they were.
+// One search belongs to one thread, and of the objects that it calls only the filler of a route may
+// call it back. Nodes may be shared between searches, a goal that can move must not be. Exceptions
+// of the four collaborators and of the filler pass through; the lists are then left as they were at
+// that moment.
 #pragma once
 
 #include <ncamcontainer/coiIterators.h>
@@ -44,13 +45,13 @@ class NMKTOOLBOX_EXPORT nmkAStarSearch {
     nmkAStarSearch& operator=(const nmkAStarSearch&) = delete;
     virtual ~nmkAStarSearch();
 
-    /// Empties the open list and puts `start` in it. The closed list stays: places that an earlier
+    /// Empties the open list and puts `start` in it. The closed list is kept: nodes that an earlier
     /// run closed are not entered again. For a clean search make a new object.
     void set_start(std::shared_ptr<const nmkSearchNode> start);
 
     /// Runs the search. The route goes to `filler` in the order of travel, start and arrival
-    /// included; when there is none nothing is added. May be called again, and then goes on with
-    /// the lists as they stand. Ends only where generator or verifier bound the space.
+    /// included; when there is none, nothing is added. May be called again, and then continues with
+    /// the lists as they are. Ends only where generator or verifier bound the space.
     void perform(coiFiller<std::shared_ptr<const nmkSearchNode>> filler);
 
   protected:
@@ -68,11 +69,11 @@ class NMKTOOLBOX_EXPORT nmkAStarSearch {
     /// Whether `node` is equal to one that is closed; the closed one is on the left.
     bool is_in_visited(const nmkSearchNode& node) const;
 
-    /// Gives the way from the root to `node` to `filler`. The spelling of the name is relied on.
+    /// Adds the route from the root to `node` to `filler`. Derived classes rely on the spelling.
     void reconstuct_route(std::shared_ptr<const nmkAStarSearchNode> node,
                           coiFiller<std::shared_ptr<const nmkSearchNode>> filler) const;
 
-    /// Scores every record of the open list anew, oldest first.
+    /// Computes h of every record of the open list again, oldest first.
     void update_goal();
 
   private:
@@ -91,5 +92,5 @@ class NMKTOOLBOX_EXPORT nmkAStarSearch {
     std::unique_ptr<nmk_search::ClosedList> m_visited;  // in the order of closing
     std::unique_ptr<nmk_search::OpenList> m_open;       // in the order of insertion
     std::unique_ptr<nmk_search::NodeLatticeSearch>
-        m_lattice_search;  // while it stands for both lists
+        m_lattice_search;  // while it replaces both lists
 };

@@ -11,10 +11,10 @@ namespace nmk_search {
 class OpenList;
 }
 
-/// A node, the record that it was reached from, and what the way through it costs.
+/// A node, the record that it was reached from, and the cost of the route through it.
 ///
-/// g, the cost from the root, stands as it was when the parent was chosen. h, the lower bound to
-/// the goal, is worked out anew when the goal has moved. A chain of parents of any length is freed
+/// g, the cost from the root, is fixed when the parent is chosen. h, the lower bound to the goal,
+/// is computed again when the goal has moved. A chain of parents of any length is freed
 /// without deep recursion.
 class NMKTOOLBOX_EXPORT nmkAStarSearchNode {
   public:
@@ -25,7 +25,7 @@ class NMKTOOLBOX_EXPORT nmkAStarSearchNode {
     nmkAStarSearchNode& operator=(const nmkAStarSearchNode&) = delete;
     virtual ~nmkAStarSearchNode();
 
-    /// Works h out anew.
+    /// Computes h again.
     virtual void calculate_h(const nmkSearchGoal& goal);
 
     /// h + g, added at each call.
@@ -35,7 +35,7 @@ class NMKTOOLBOX_EXPORT nmkAStarSearchNode {
     std::shared_ptr<const nmkAStarSearchNode> parent() const { return m_parent; }
 
   protected:
-    /// Works g out anew: 0.0 for a root, else the step from the parent plus the parent's g.
+    /// Computes g again: 0.0 for a root, else the step from the parent plus the parent's g.
     virtual void calculate_g();
     virtual void set_h(double h);
 
@@ -49,5 +49,5 @@ class NMKTOOLBOX_EXPORT nmkAStarSearchNode {
     std::shared_ptr<const nmkAStarSearchNode> m_parent;
     double m_g = 0.0;
     double m_h = 0.0;
-    std::shared_ptr<bool> m_score_changed;  // of the open list that wants to hear of new scores
+    std::shared_ptr<bool> m_score_changed;  // flag of the open list that holds this record
 };

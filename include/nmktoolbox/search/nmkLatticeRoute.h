@@ -5,8 +5,8 @@
 // stop the search. Wherever no coordinate of the lattice rounds, it asks the same questions in the
 // same order as nmkAStarSearch does with a generator of the plane, and finds the same route.
 //
-// The point of a cell is computed from its column and row, never added up on the way, so each cell
-// has one point and a goal at nmkLattice::point of a cell is met exactly.
+// The point of a cell is computed from its column and row, never added up step by step, so each
+// cell has one point and a goal at nmkLattice::point of a cell is met exactly.
 #pragma once
 
 #include <geometry/giPoint2.h>

@@ -14,15 +14,15 @@ class NMKTOOLBOX_EXPORT nmkSearchGoal {
     /// Whether `node` is an arrival.
     virtual bool contains(const nmkSearchNode& node) const = 0;
 
-    /// A lower bound of the cost from `node`: 0.0 unless a goal of the plane says more. This is
+    /// A lower bound of the cost from `node`: 0.0 unless a goal of the plane overrides it. This is
     /// the second half of a double dispatch from nmkSearchNode::min_cost; a further kind of node
     /// needs a further overload here.
     virtual double min_cost(const nmk2dSearchNode& node) const;
 
     virtual ~nmkSearchGoal() = 0;
 
-    /// Asked for each node that is chosen from the open list. True says that the goal has changed
-    /// itself and that every heuristic value is stale; the answer here is false.
+    /// Called for each node that is chosen from the open list. Returns whether the goal has changed
+    /// itself, so that every heuristic value is stale; false here.
     virtual bool overshoot_goal(const nmkSearchNode& node, const nmkSearchNodeGenerator& generator);
 
   protected:

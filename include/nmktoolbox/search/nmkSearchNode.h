@@ -1,4 +1,4 @@
-// nmkSearchNode.h: a place in a space that a search walks.
+// nmkSearchNode.h: a node of the space that a search walks.
 #pragma once
 
 #include <nmktoolbox/export.h>
@@ -16,7 +16,7 @@ class NMKTOOLBOX_EXPORT nmkSearchNode {
 
     virtual ~nmkSearchNode() = 0;
 
-    /// Whether the two are one place. Need be neither symmetric nor transitive.
+    /// Whether the two are the same node for a search. Need be neither symmetric nor transitive.
     bool operator==(const nmkSearchNode& other) const;
     bool operator!=(const nmkSearchNode& other) const;
 
@@ -25,6 +25,6 @@ class NMKTOOLBOX_EXPORT nmkSearchNode {
     nmkSearchNode(const nmkSearchNode&) = default;
     nmkSearchNode& operator=(const nmkSearchNode&) = default;
 
-    /// What operator== answers.
+    /// The result of operator==.
     virtual bool is_equal(const nmkSearchNode& other) const = 0;
 };

@@ -5,20 +5,20 @@
 
 class nmkSearchNode;
 
-/// What a verifier says of a node. A search takes any other value for refused_for_this_parent.
+/// The verdict on a node. A search takes any other value as refused_for_this_parent.
 enum class nmkSearchNodeVerifierResult : int {
     accepted = 0,
-    refused_for_good = 1,        // the place is closed and never tried again
-    refused_for_this_parent = 2  // the place may still be reached through another parent
+    refused_for_good = 1,        // the node is closed and never tried again
+    refused_for_this_parent = 2  // the node may still be reached through another parent
 };
 
 class NMKTOOLBOX_EXPORT nmkSearchNodeVerifier {
   public:
     /// Whether the step from `parent` to `node` may be taken.
     ///
-    /// For a node without a parent, `parent` refers to an object that stands for none and is of no
-    /// kind that a caller knows: an implementation must not touch it unless it knows that the node
-    /// is not a root.
+    /// For a node without a parent, `parent` refers to a placeholder of a class that is private
+    /// to the library: an implementation must not use it unless it knows that the node is not a
+    /// root.
     virtual nmkSearchNodeVerifierResult verify(const nmkSearchNode& parent,
                                                const nmkSearchNode& node) const = 0;
 
