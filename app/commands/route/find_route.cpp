@@ -2,13 +2,16 @@
 
 #include "commands/route/find_route.h"
 
+#include <nmkprogressbreak/nmkProgressBreak.h>
 #include <nmktoolbox/search.h>
 
 #include <algorithm>
 #include <cmath>
 #include <iterator>
 #include <memory>
+#include <utility>
 
+#include "commands/route/closing_observer.h"
 #include "commands/route/plane_verifier.h"
 
 namespace nmk_app {
@@ -17,28 +20,19 @@ namespace {
 
 constexpr const char* goal_kind_names[] = {"point", "line", "line-with-gradient", "moving-line"};
 
-std::shared_ptr<nmkSearchGoal> make_goal(const RoutePlane& plane, const RouteRequest& request) {
+std::unique_ptr<nmk2dSearchGoal> make_goal(const RoutePlane& plane, const RouteRequest& request) {
     const giPoint2 target = plane.search_point(request.goal);
     switch (request.kind) {
         case GoalKind::line:
-            return std::make_shared<nmk2dSearchGoalXLine>(target);
+            return std::make_unique<nmk2dSearchGoalXLine>(target);
         case GoalKind::line_with_gradient:
-            return std::make_shared<nmk2dSearchGoalXLineWithGrad>(target, request.gradient);
+            return std::make_unique<nmk2dSearchGoalXLineWithGrad>(target, request.gradient);
         case GoalKind::moving_line:
-            return std::make_shared<nmk2dSearchGoalMovingXLine>(target, request.gradient);
+            return std::make_unique<nmk2dSearchGoalMovingXLine>(target, request.gradient);
         case GoalKind::point:
             break;
     }
-    return std::make_shared<nmk2dSearchGoalPoint>(target);
-}
-
-std::shared_ptr<const nmkSearchNodeGenerator> make_generator(const RoutePlane& plane,
-                                                             bool forward) {
-    const giPoint2 steps = plane.search_steps();
-    if (forward) {
-        return std::make_shared<nmkForward2dSearchNodeGenerator>(steps.x, steps.y);
-    }
-    return std::make_shared<nmk2dSearchNodeGenerator>(steps.x, steps.y);
+    return std::make_unique<nmk2dSearchGoalPoint>(target);
 }
 
 double length_of(const RoutePlane& plane, const std::vector<LatticePlace>& nodes) {
@@ -50,9 +44,10 @@ double length_of(const RoutePlane& plane, const std::vector<LatticePlace>& nodes
 }
 
 /// The first of the closed places from which the goal, as it stands now, is cheapest.
-void find_nearest(const RoutePlane& plane, const nmkSearchGoal& goal, FoundRoute& route) {
+void find_nearest(const RoutePlane& plane, const nmk2dSearchGoal& goal, FoundRoute& route) {
+    const nmkLattice lattice = plane.search_lattice(false);
     for (std::size_t i = 0; i < route.closed.size(); ++i) {
-        const nmk2dSearchNode node(plane.search_point(route.closed[i]));
+        const nmk2dSearchNode node(lattice.point(route.closed[i]));
         const double cost = goal.min_cost(node);
         if (i == 0 || cost < route.short_of_goal) {
             route.nearest = route.closed[i];
@@ -63,7 +58,8 @@ void find_nearest(const RoutePlane& plane, const nmkSearchGoal& goal, FoundRoute
 
 /// Where a goal stands that may have moved: only in x, and never back over column 0. From there, at
 /// its own height, a moving line is as far as its x.
-giPoint2 goal_now(const RoutePlane& plane, const RouteRequest& request, const nmkSearchGoal& goal) {
+giPoint2 goal_now(const RoutePlane& plane, const RouteRequest& request,
+                  const nmk2dSearchGoal& goal) {
     if (request.kind != GoalKind::moving_line) {
         return request.goal;
     }
@@ -92,33 +88,23 @@ bool needs_gradient(GoalKind kind) {
 
 FoundRoute find_route(const RoutePlane& plane, const RouteRequest& request,
                       nmkProgressBreak* progress) {
-    ClosingRecord record;
-    record.progress = progress;
-    const std::shared_ptr<nmkSearchGoal> goal = make_goal(plane, request);
-    nmkAStarSearch search(
-        make_generator(plane, request.forward),
-        std::make_shared<PlaneVerifier>(plane, request.cut_corners, record),
-        std::make_shared<nmk2dSearchNode>(plane.search_point(*plane.place_at(request.start))),
-        goal);
-    std::vector<std::shared_ptr<const nmkSearchNode>> nodes;
-    FoundRoute route;
+    const std::unique_ptr<nmk2dSearchGoal> goal = make_goal(plane, request);
+    const PlaneVerifier verifier(plane, request.cut_corners);
+    ClosingObserver observer(progress);
     if (progress != nullptr) {
         progress->send_progress_bar_to_0("Searching");
         progress->set_range(static_cast<double>(plane.place_count() - plane.blocked_count()));
     }
-    try {
-        search.perform(coiFiller_from_container(nodes));
-    } catch (const SearchStopped&) {
-        route.stopped = true;
-    }
+    nmkLatticeRoute found =
+        nmk_find_lattice_route(plane.search_lattice(request.forward),
+                               *plane.place_at(request.start), *goal, verifier, &observer);
     if (progress != nullptr) {
         progress->send_progress_bar_to_100();
     }
-    for (const auto& node : nodes) {
-        route.nodes.push_back(
-            plane.searched_place(static_cast<const nmk2dSearchNode&>(*node).point()));
-    }
-    route.closed = std::move(record.closed);
+    FoundRoute route;
+    route.nodes = std::move(found.cells);
+    route.closed = std::move(observer.cells);
+    route.stopped = found.stop_reason == nmkLatticeStopReason::stopped;
     route.expanded = route.closed.size() - (route.is_found() ? 1U : 0U);
     route.length = length_of(plane, route.nodes);
     route.goal = goal_now(plane, request, *goal);

@@ -1,67 +1,22 @@
-// plane_verifier: which places of a lattice a route may pass, and a record of those it closed.
+// plane_verifier: which cells of a lattice a route may pass.
 
 #include "commands/route/plane_verifier.h"
 
-#include <nmktoolbox/search/nmk2dSearchNode.h>
-
 namespace nmk_app {
 
-namespace {
-
-constexpr std::size_t report_every = 1024;  // closings
-
-giBox2 box_of(const RoutePlane& plane) {
-    return {plane.search_point(LatticePlace{0, 0}),
-            plane.search_point(LatticePlace{plane.columns() - 1, plane.rows() - 1})};
-}
-
-}  // namespace
-
-PlaneVerifier::PlaneVerifier(const RoutePlane& plane, bool cut_corners, ClosingRecord& record)
-    : nmk2dSearchNodeVerifier(box_of(plane)),
-      m_plane(plane),
-      m_cut_corners(cut_corners),
-      m_record(record) {}
-
-nmkSearchNodeVerifierResult PlaneVerifier::verify(const nmkSearchNode& parent,
-                                                  const nmkSearchNode& node) const {
-    if (!is_in_bounds(node)) {
+nmkSearchNodeVerifierResult PlaneVerifier::verify(const LatticePlace* parent,
+                                                  LatticePlace cell) const {
+    if (!m_plane.contains(cell) || m_plane.is_blocked(cell)) {
         return nmkSearchNodeVerifierResult::refused_for_good;
     }
-    const auto& point = static_cast<const nmk2dSearchNode&>(node).point();
-    const LatticePlace place = m_plane.searched_place(point);
-    const nmkSearchNodeVerifierResult result = judge(parent, place);
-    if (result == nmkSearchNodeVerifierResult::accepted) {
-        note(place);
-    }
-    return result;
-}
-
-nmkSearchNodeVerifierResult PlaneVerifier::judge(const nmkSearchNode& parent,
-                                                 LatticePlace place) const {
-    if (m_plane.is_blocked(place)) {
-        return nmkSearchNodeVerifierResult::refused_for_good;
-    }
-    if (!m_cut_corners) {
-        // The parent of a root is of no kind that is known here.
-        const auto* from = dynamic_cast<const nmk2dSearchNode*>(&parent);
-        if (from != nullptr && cuts_a_corner(m_plane.searched_place(from->point()), place)) {
-            return nmkSearchNodeVerifierResult::refused_for_this_parent;
-        }
+    if (!m_cut_corners && parent != nullptr && cuts_a_corner(*parent, cell)) {
+        return nmkSearchNodeVerifierResult::refused_for_this_parent;
     }
     return nmkSearchNodeVerifierResult::accepted;
 }
 
 bool PlaneVerifier::cuts_a_corner(LatticePlace from, LatticePlace to) const {
     return m_plane.is_blocked({from.column, to.row}) || m_plane.is_blocked({to.column, from.row});
-}
-
-void PlaneVerifier::note(LatticePlace place) const {
-    m_record.closed.push_back(place);
-    if (m_record.progress != nullptr && m_record.closed.size() % report_every == 0 &&
-        m_record.progress->jump_to(static_cast<double>(m_record.closed.size())) != 0) {
-        throw SearchStopped();
-    }
 }
 
 }  // namespace nmk_app

@@ -1,48 +1,30 @@
-// plane_verifier.h: which places of a lattice a route may pass, and a record of those it closed.
+// plane_verifier.h: which cells of a lattice a route may pass.
 //
-// A place outside the lattice or blocked is refused for good. Where corners are to be left clear, a
-// diagonal step beside a blocked place is refused for this parent only: the place may still be
+// A cell outside the lattice or blocked is refused for good. Where corners are to be left clear, a
+// diagonal step beside a blocked cell is refused for this parent only: the cell may still be
 // reached from another side.
 #pragma once
 
-#include <nmkprogressbreak/nmkProgressBreak.h>
-#include <nmktoolbox/search/nmk2dSearchNodeVerifier.h>
-
-#include <stdexcept>
-#include <vector>
+#include <nmktoolbox/search/nmkLatticeRoute.h>
 
 #include "formats/lattice/route_plane.h"
 
 namespace nmk_app {
 
-/// Thrown out of a search that was asked to stop.
-struct SearchStopped : std::runtime_error {
-    SearchStopped() : std::runtime_error("stopped") {}
-};
-
-/// The places that a search has closed, in that order, and who wants to know of them.
-struct ClosingRecord {
-    std::vector<LatticePlace> closed;
-    nmkProgressBreak* progress = nullptr;  // borrowed; may be null
-};
-
-class PlaneVerifier : public nmk2dSearchNodeVerifier {
+class PlaneVerifier : public nmkLatticeVerifier {
   public:
-    /// Plane and record are borrowed.
-    PlaneVerifier(const RoutePlane& plane, bool cut_corners, ClosingRecord& record);
+    /// The plane is borrowed.
+    PlaneVerifier(const RoutePlane& plane, bool cut_corners)
+        : m_plane(plane), m_cut_corners(cut_corners) {}
 
-    /// Throws SearchStopped when the one who is told of the progress asks for it.
-    nmkSearchNodeVerifierResult verify(const nmkSearchNode& parent,
-                                       const nmkSearchNode& node) const override;
+    nmkSearchNodeVerifierResult verify(const LatticePlace* parent,
+                                       LatticePlace cell) const override;
 
   private:
-    nmkSearchNodeVerifierResult judge(const nmkSearchNode& parent, LatticePlace place) const;
     bool cuts_a_corner(LatticePlace from, LatticePlace to) const;
-    void note(LatticePlace place) const;
 
     const RoutePlane& m_plane;
     bool m_cut_corners;
-    ClosingRecord& m_record;
 };
 
 }  // namespace nmk_app

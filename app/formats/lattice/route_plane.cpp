@@ -75,13 +75,4 @@ giPoint2 RoutePlane::search_point(const giPoint2& point) const {
             coordinate(point.y - m_anchor.y, m_steps.y, m_anchor_place.row, m_search_steps.y)};
 }
 
-giPoint2 RoutePlane::search_point(LatticePlace place) const {
-    return {place.column * m_search_steps.x, place.row * m_search_steps.y};
-}
-
-LatticePlace RoutePlane::searched_place(const giPoint2& search_point) const {
-    return {static_cast<int>(std::lround(search_point.x / m_search_steps.x)),
-            static_cast<int>(std::lround(search_point.y / m_search_steps.y))};
-}
-
 }  // namespace nmk_app

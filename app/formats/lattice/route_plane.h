@@ -8,6 +8,7 @@
 #pragma once
 
 #include <geometry/giPoint2.h>
+#include <nmktoolbox/search/nmkLatticeRoute.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -25,12 +26,7 @@ constexpr double largest_route_coordinate = 1e6;
 /// Places no further apart than this are one place for the search, so steps must be larger.
 constexpr double smallest_step = 1e-5;
 
-struct LatticePlace {
-    int column = 0;
-    int row = 0;
-
-    bool operator==(const LatticePlace&) const = default;
-};
+using LatticePlace = nmkLatticeCell;
 
 class RoutePlane {
   public:
@@ -44,6 +40,11 @@ class RoutePlane {
 
     /// The steps of the search, rounded to 30 binary digits.
     giPoint2 search_steps() const { return m_search_steps; }
+
+    /// The lattice of the search: the same cells, with column and row 0 at the point (0, 0).
+    nmkLattice search_lattice(bool forward_only) const {
+        return {{0.0, 0.0}, m_search_steps, forward_only};
+    }
 
     bool contains(LatticePlace place) const;
     bool is_blocked(LatticePlace place) const { return m_blocked[index(place)] != 0; }
@@ -62,10 +63,6 @@ class RoutePlane {
 
     /// The point in the coordinates of the search. Places of the lattice are met exactly.
     giPoint2 search_point(const giPoint2& point) const;
-    giPoint2 search_point(LatticePlace place) const;
-
-    /// The place at these coordinates of the search.
-    LatticePlace searched_place(const giPoint2& search_point) const;
 
     bool is_map = false;  // rows are counted downwards, as they stand in the file
 

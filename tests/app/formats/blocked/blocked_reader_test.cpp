@@ -72,14 +72,15 @@ TEST(blocked_reader, a_place_of_the_lattice_is_met_to_a_hundred_thousandth) {
 TEST(blocked_reader, places_of_the_search_are_met_exactly_by_sums_of_any_order) {
     const auto made = plane_of_list(list_of("box,0,0,100,100\nsteps,0.1,0.3\n"), {0.0, 0.0});
     const RoutePlane& plane = std::get<ListPlane>(made).plane;
+    const nmkLattice lattice = plane.search_lattice(false);
     const giPoint2 steps = plane.search_steps();
     double up = 0.0;
     for (int i = 0; i < 1000; ++i) up += steps.x;
     double back = up;
     for (int i = 0; i < 400; ++i) back -= steps.x;
-    EXPECT_EQ(up, plane.search_point(LatticePlace{1000, 0}).x);
-    EXPECT_EQ(back, plane.search_point(LatticePlace{600, 0}).x);
-    EXPECT_EQ(plane.search_point(giPoint2(60.0, 0.3)), plane.search_point(LatticePlace{600, 1}));
+    EXPECT_EQ(up, lattice.point({1000, 0}).x);
+    EXPECT_EQ(back, lattice.point({600, 0}).x);
+    EXPECT_EQ(plane.search_point(giPoint2(60.0, 0.3)), lattice.point({600, 1}));
     EXPECT_NEAR(steps.x, 0.1, 1e-10);
 }
 
