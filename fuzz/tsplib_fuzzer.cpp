@@ -5,11 +5,9 @@
 #include "formats/job_files/read_job.h"
 #include "formats/tsplib/tsplib_reader.h"
 
-using namespace nmk_app;
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string text(reinterpret_cast<const char*>(data), size);
-    read_tsplib("fuzz.tsp", text, std::nullopt);
-    read_job_text("fuzz", text, std::nullopt);
+    nmk_tsplib::read_tsplib("fuzz.tsp", text, std::nullopt);
+    nmk_job_files::read_job_text("fuzz", text, std::nullopt);
     return 0;
 }

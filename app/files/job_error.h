@@ -4,10 +4,10 @@
 #include <cstddef>
 #include <string>
 
-namespace nmk_app {
+namespace nmk_files {
 
 /// One line for a person, naming the place.
-struct JobError {
+struct Error {
     std::string file_name;
     std::size_t line = 0;  // from 1; 0 where no line is meant
     std::string message;   // what was found, and what was expected
@@ -18,4 +18,4 @@ struct JobError {
     }
 };
 
-}  // namespace nmk_app
+}  // namespace nmk_files

@@ -7,7 +7,7 @@
 
 #include "files/write_whole_file.h"
 
-namespace nmk_app {
+namespace nmk_files {
 
 namespace {
 
@@ -41,4 +41,4 @@ std::optional<std::string> write_all_files(const std::vector<OutputFile>& files,
     return std::nullopt;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_files

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace nmk_app {
+namespace nmk_files {
 
 /// A file to write, and what is to stand in it.
 struct OutputFile {
@@ -27,4 +27,4 @@ struct WrittenFiles {
 std::optional<std::string> write_all_files(const std::vector<OutputFile>& files,
                                            WrittenFiles& written);
 
-}  // namespace nmk_app
+}  // namespace nmk_files

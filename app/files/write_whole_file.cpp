@@ -17,7 +17,7 @@
 #include <memory>
 #include <vector>
 
-namespace nmk_app {
+namespace nmk_files {
 
 namespace {
 
@@ -153,4 +153,4 @@ std::optional<std::string> write_whole_file(const std::string& file_name, std::s
     return write_beside(name, text, exists ? &facts : nullptr);
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_files

@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-namespace nmk_app {
+namespace nmk_files {
 
 /// Writes the text; answers why it could not be written, or nothing when it stands on the disk.
 ///
@@ -19,4 +19,4 @@ namespace nmk_app {
 /// owner where the process may.
 std::optional<std::string> write_whole_file(const std::string& file_name, std::string_view text);
 
-}  // namespace nmk_app
+}  // namespace nmk_files

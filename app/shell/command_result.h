@@ -9,7 +9,7 @@
 #include "files/write_all_files.h"
 #include "text/escaped_text.h"
 
-namespace nmk_app {
+namespace nmk_shell {
 
 // The exit codes of the tool.
 constexpr int done = 0;
@@ -18,14 +18,14 @@ constexpr int bad_input = 2;  // bad usage too, and an output that cannot be wri
 
 /// Prints the one line that says what is wrong.
 inline int refuse(std::ostream& err, std::string_view problem) {
-    err << line_text(problem) << "\n";
+    err << nmk_text::line_text(problem) << "\n";
     return bad_input;
 }
 
 /// A line for each file that was written.
-inline void tell_written(std::ostream& out, const WrittenFiles& written) {
+inline void print_written(std::ostream& out, const nmk_files::WrittenFiles& written) {
     for (const std::string& file_name : written.names) {
-        out << "Wrote " << line_text(file_name) << ".\n";
+        out << "Wrote " << nmk_text::line_text(file_name) << ".\n";
     }
 }
 
@@ -37,7 +37,7 @@ inline int finish(std::ostream& out, std::ostream& err, const std::string& what)
 
 /// The same for a run that wrote files, which are taken back where what was printed is lost.
 inline int finish(std::ostream& out, std::ostream& err, const std::string& what,
-                  const WrittenFiles& written) {
+                  const nmk_files::WrittenFiles& written) {
     const int answer = finish(out, err, what);
     if (answer != done) {
         written.take_back();
@@ -55,4 +55,4 @@ int run_with(const std::variant<Options, std::string>& read, const std::string& 
     return go(std::get<Options>(read));
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_shell

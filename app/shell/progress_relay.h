@@ -6,12 +6,12 @@
 
 #include <nmkprogressbreak/nmkProgressBreak.h>
 
-namespace nmk_app {
+namespace nmk_shell {
 
-class BreakMemory : public nmkProgressBreak {
+class ProgressRelay : public nmkProgressBreak {
   public:
     /// `reporter` is borrowed and may be null.
-    explicit BreakMemory(nmkProgressBreak* reporter) : m_reporter(reporter) {}
+    explicit ProgressRelay(nmkProgressBreak* reporter) : m_reporter(reporter) {}
 
     /// Whether any step so far was answered with a wish to stop.
     bool asked() const { return m_asked; }
@@ -42,4 +42,4 @@ class BreakMemory : public nmkProgressBreak {
     bool m_asked = false;
 };
 
-}  // namespace nmk_app
+}  // namespace nmk_shell

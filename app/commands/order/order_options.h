@@ -16,7 +16,7 @@
 #include "commands/order/order_job.h"
 #include "formats/job/machining_job.h"
 
-namespace nmk_app {
+namespace nmk_order {
 
 /// The command line of `nmk order`, checked.
 struct OrderOptions {
@@ -25,7 +25,7 @@ struct OrderOptions {
     bool across_tools = false;
     std::array<double, 3> start{0.0, 0.0, 0.0};
     std::optional<double> tolerance;  // empty: default_tolerance
-    std::optional<JobUnits> units;
+    std::optional<nmk_job::JobUnits> units;
     double rapid = 10000.0;  // mm per minute, a common rate of routers and drilling machines
     std::string output_file, svg_file, html_file;  // empty: not written
     DebugChannel debug_channel;                    // with a name only together with debug_svg_file
@@ -43,6 +43,6 @@ std::variant<OrderOptions, std::string> read_order_options(
     const std::vector<std::string>& arguments);
 
 /// What is to be done with a job in these file units.
-OrderRequest order_request(const OrderOptions& options, JobUnits file_units);
+OrderRequest order_request(const OrderOptions& options, nmk_job::JobUnits file_units);
 
-}  // namespace nmk_app
+}  // namespace nmk_order

@@ -9,19 +9,19 @@
 #include "commands/order/order_picture.h"
 #include "formats/job_files/write_job.h"
 
-namespace nmk_app {
+namespace nmk_order {
 
 namespace {
 
 /// All texts before the first is written, so that a job that has no text leaves no file.
-std::variant<std::vector<OutputFile>, std::string> outputs(const MachiningJob& job,
-                                                           const OrderedJob& ordered,
-                                                           const OrderReport& report) {
-    std::vector<OutputFile> result;
+std::variant<std::vector<nmk_files::OutputFile>, std::string> outputs(
+    const nmk_job::MachiningJob& job, const OrderedJob& ordered, const OrderReport& report) {
+    std::vector<nmk_files::OutputFile> result;
     const OrderOptions& options = report.options;
     if (!options.output_file.empty()) {
-        std::variant<std::string, JobError> text = job_text(ordered.job, options.output_file);
-        if (const auto* error = std::get_if<JobError>(&text)) {
+        std::variant<std::string, nmk_files::Error> text =
+            nmk_job_files::job_text(ordered.job, options.output_file);
+        if (const auto* error = std::get_if<nmk_files::Error>(&text)) {
             return error->text();
         }
         result.push_back({options.output_file, std::get<std::string>(std::move(text))});
@@ -40,13 +40,14 @@ std::variant<std::vector<OutputFile>, std::string> outputs(const MachiningJob& j
 
 }  // namespace
 
-std::optional<std::string> write_order_outputs(const MachiningJob& job, const OrderedJob& ordered,
-                                               const OrderReport& report, WrittenFiles& written) {
+std::optional<std::string> write_order_outputs(const nmk_job::MachiningJob& job,
+                                               const OrderedJob& ordered, const OrderReport& report,
+                                               nmk_files::WrittenFiles& written) {
     auto texts = outputs(job, ordered, report);
     if (const auto* problem = std::get_if<std::string>(&texts)) {
         return *problem;
     }
-    return write_all_files(std::get<std::vector<OutputFile>>(texts), written);
+    return nmk_files::write_all_files(std::get<std::vector<nmk_files::OutputFile>>(texts), written);
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_order

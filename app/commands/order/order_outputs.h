@@ -9,11 +9,12 @@
 #include "files/write_all_files.h"
 #include "formats/job/machining_job.h"
 
-namespace nmk_app {
+namespace nmk_order {
 
 /// Writes every file that the options name. Answers one line when one cannot be written; files that
 /// this run made new are then gone again.
-std::optional<std::string> write_order_outputs(const MachiningJob& job, const OrderedJob& ordered,
-                                               const OrderReport& report, WrittenFiles& written);
+std::optional<std::string> write_order_outputs(const nmk_job::MachiningJob& job,
+                                               const OrderedJob& ordered, const OrderReport& report,
+                                               nmk_files::WrittenFiles& written);
 
-}  // namespace nmk_app
+}  // namespace nmk_order

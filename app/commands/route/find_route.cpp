@@ -11,13 +11,14 @@
 
 #include "commands/route/plane_verifier.h"
 
-namespace nmk_app {
+namespace nmk_route {
 
 namespace {
 
 constexpr const char* goal_kind_names[] = {"point", "line", "line-with-gradient", "moving-line"};
 
-std::shared_ptr<nmkSearchGoal> make_goal(const RoutePlane& plane, const RouteRequest& request) {
+std::shared_ptr<nmkSearchGoal> make_goal(const nmk_lattice::RoutePlane& plane,
+                                         const RouteRequest& request) {
     const giPoint2 target = plane.search_point(request.goal);
     switch (request.kind) {
         case GoalKind::line:
@@ -32,7 +33,7 @@ std::shared_ptr<nmkSearchGoal> make_goal(const RoutePlane& plane, const RouteReq
     return std::make_shared<nmk2dSearchGoalPoint>(target);
 }
 
-std::shared_ptr<const nmkSearchNodeGenerator> make_generator(const RoutePlane& plane,
+std::shared_ptr<const nmkSearchNodeGenerator> make_generator(const nmk_lattice::RoutePlane& plane,
                                                              bool forward) {
     const giPoint2 steps = plane.search_steps();
     if (forward) {
@@ -41,7 +42,8 @@ std::shared_ptr<const nmkSearchNodeGenerator> make_generator(const RoutePlane& p
     return std::make_shared<nmk2dSearchNodeGenerator>(steps.x, steps.y);
 }
 
-double length_of(const RoutePlane& plane, const std::vector<LatticePlace>& nodes) {
+double length_of(const nmk_lattice::RoutePlane& plane,
+                 const std::vector<nmk_lattice::GridCell>& nodes) {
     double length = 0.0;
     for (std::size_t i = 1; i < nodes.size(); ++i) {
         length += plane.at(nodes[i - 1]).distance(plane.at(nodes[i]));
@@ -50,7 +52,8 @@ double length_of(const RoutePlane& plane, const std::vector<LatticePlace>& nodes
 }
 
 /// The first of the closed places from which the goal, as it stands now, is cheapest.
-void find_nearest(const RoutePlane& plane, const nmkSearchGoal& goal, FoundRoute& route) {
+void find_nearest(const nmk_lattice::RoutePlane& plane, const nmkSearchGoal& goal,
+                  FoundRoute& route) {
     for (std::size_t i = 0; i < route.closed.size(); ++i) {
         const nmk2dSearchNode node(plane.search_point(route.closed[i]));
         const double cost = goal.min_cost(node);
@@ -63,7 +66,8 @@ void find_nearest(const RoutePlane& plane, const nmkSearchGoal& goal, FoundRoute
 
 /// Where a goal stands that may have moved: only in x, and never back over column 0. From there, at
 /// its own height, a moving line is as far as its x.
-giPoint2 goal_now(const RoutePlane& plane, const RouteRequest& request, const nmkSearchGoal& goal) {
+giPoint2 goal_now(const nmk_lattice::RoutePlane& plane, const RouteRequest& request,
+                  const nmkSearchGoal& goal) {
     if (request.kind != GoalKind::moving_line) {
         return request.goal;
     }
@@ -90,7 +94,7 @@ bool needs_gradient(GoalKind kind) {
     return kind == GoalKind::line_with_gradient || kind == GoalKind::moving_line;
 }
 
-FoundRoute find_route(const RoutePlane& plane, const RouteRequest& request,
+FoundRoute find_route(const nmk_lattice::RoutePlane& plane, const RouteRequest& request,
                       nmkProgressBreak* progress) {
     ClosingRecord record;
     record.progress = progress;
@@ -98,13 +102,12 @@ FoundRoute find_route(const RoutePlane& plane, const RouteRequest& request,
     nmkAStarSearch search(
         make_generator(plane, request.forward),
         std::make_shared<PlaneVerifier>(plane, request.cut_corners, record),
-        std::make_shared<nmk2dSearchNode>(plane.search_point(*plane.place_at(request.start))),
-        goal);
+        std::make_shared<nmk2dSearchNode>(plane.search_point(*plane.cell_at(request.start))), goal);
     std::vector<std::shared_ptr<const nmkSearchNode>> nodes;
     FoundRoute route;
     if (progress != nullptr) {
         progress->send_progress_bar_to_0("Searching");
-        progress->set_range(static_cast<double>(plane.place_count() - plane.blocked_count()));
+        progress->set_range(static_cast<double>(plane.cell_count() - plane.blocked_count()));
     }
     try {
         search.perform(coiFiller_from_container(nodes));
@@ -116,7 +119,7 @@ FoundRoute find_route(const RoutePlane& plane, const RouteRequest& request,
     }
     for (const auto& node : nodes) {
         route.nodes.push_back(
-            plane.searched_place(static_cast<const nmk2dSearchNode&>(*node).point()));
+            plane.searched_cell(static_cast<const nmk2dSearchNode&>(*node).point()));
     }
     route.closed = std::move(record.closed);
     route.expanded = route.closed.size() - (route.is_found() ? 1U : 0U);
@@ -128,4 +131,4 @@ FoundRoute find_route(const RoutePlane& plane, const RouteRequest& request,
     return route;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_route

@@ -4,20 +4,21 @@
 
 #include <nmktoolbox/search/nmk2dSearchNode.h>
 
-namespace nmk_app {
+namespace nmk_route {
 
 namespace {
 
 constexpr std::size_t report_every = 1024;  // closings
 
-giBox2 box_of(const RoutePlane& plane) {
-    return {plane.search_point(LatticePlace{0, 0}),
-            plane.search_point(LatticePlace{plane.columns() - 1, plane.rows() - 1})};
+giBox2 box_of(const nmk_lattice::RoutePlane& plane) {
+    return {plane.search_point(nmk_lattice::GridCell{0, 0}),
+            plane.search_point(nmk_lattice::GridCell{plane.columns() - 1, plane.rows() - 1})};
 }
 
 }  // namespace
 
-PlaneVerifier::PlaneVerifier(const RoutePlane& plane, bool cut_corners, ClosingRecord& record)
+PlaneVerifier::PlaneVerifier(const nmk_lattice::RoutePlane& plane, bool cut_corners,
+                             ClosingRecord& record)
     : nmk2dSearchNodeVerifier(box_of(plane)),
       m_plane(plane),
       m_cut_corners(cut_corners),
@@ -29,7 +30,7 @@ nmkSearchNodeVerifierResult PlaneVerifier::verify(const nmkSearchNode& parent,
         return nmkSearchNodeVerifierResult::refused_for_good;
     }
     const auto& point = static_cast<const nmk2dSearchNode&>(node).point();
-    const LatticePlace place = m_plane.searched_place(point);
+    const nmk_lattice::GridCell place = m_plane.searched_cell(point);
     const nmkSearchNodeVerifierResult result = judge(parent, place);
     if (result == nmkSearchNodeVerifierResult::accepted) {
         note(place);
@@ -38,25 +39,25 @@ nmkSearchNodeVerifierResult PlaneVerifier::verify(const nmkSearchNode& parent,
 }
 
 nmkSearchNodeVerifierResult PlaneVerifier::judge(const nmkSearchNode& parent,
-                                                 LatticePlace place) const {
+                                                 nmk_lattice::GridCell place) const {
     if (m_plane.is_blocked(place)) {
         return nmkSearchNodeVerifierResult::refused_for_good;
     }
     if (!m_cut_corners) {
         // The parent of a root is of no kind that is known here.
         const auto* from = dynamic_cast<const nmk2dSearchNode*>(&parent);
-        if (from != nullptr && cuts_a_corner(m_plane.searched_place(from->point()), place)) {
+        if (from != nullptr && cuts_a_corner(m_plane.searched_cell(from->point()), place)) {
             return nmkSearchNodeVerifierResult::refused_for_this_parent;
         }
     }
     return nmkSearchNodeVerifierResult::accepted;
 }
 
-bool PlaneVerifier::cuts_a_corner(LatticePlace from, LatticePlace to) const {
+bool PlaneVerifier::cuts_a_corner(nmk_lattice::GridCell from, nmk_lattice::GridCell to) const {
     return m_plane.is_blocked({from.column, to.row}) || m_plane.is_blocked({to.column, from.row});
 }
 
-void PlaneVerifier::note(LatticePlace place) const {
+void PlaneVerifier::note(nmk_lattice::GridCell place) const {
     m_record.closed.push_back(place);
     if (m_record.progress != nullptr && m_record.closed.size() % report_every == 0 &&
         m_record.progress->jump_to(static_cast<double>(m_record.closed.size())) != 0) {
@@ -64,4 +65,4 @@ void PlaneVerifier::note(LatticePlace place) const {
     }
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_route

@@ -13,7 +13,7 @@
 
 #include "formats/lattice/route_plane.h"
 
-namespace nmk_app {
+namespace nmk_route {
 
 /// Thrown out of a search that was asked to stop.
 struct SearchStopped : std::runtime_error {
@@ -22,27 +22,28 @@ struct SearchStopped : std::runtime_error {
 
 /// The places that a search has closed, in that order, and who wants to know of them.
 struct ClosingRecord {
-    std::vector<LatticePlace> closed;
+    std::vector<nmk_lattice::GridCell> closed;
     nmkProgressBreak* progress = nullptr;  // borrowed; may be null
 };
 
 class PlaneVerifier : public nmk2dSearchNodeVerifier {
   public:
     /// Plane and record are borrowed.
-    PlaneVerifier(const RoutePlane& plane, bool cut_corners, ClosingRecord& record);
+    PlaneVerifier(const nmk_lattice::RoutePlane& plane, bool cut_corners, ClosingRecord& record);
 
     /// Throws SearchStopped when the one who is told of the progress asks for it.
     nmkSearchNodeVerifierResult verify(const nmkSearchNode& parent,
                                        const nmkSearchNode& node) const override;
 
   private:
-    nmkSearchNodeVerifierResult judge(const nmkSearchNode& parent, LatticePlace place) const;
-    bool cuts_a_corner(LatticePlace from, LatticePlace to) const;
-    void note(LatticePlace place) const;
+    nmkSearchNodeVerifierResult judge(const nmkSearchNode& parent,
+                                      nmk_lattice::GridCell place) const;
+    bool cuts_a_corner(nmk_lattice::GridCell from, nmk_lattice::GridCell to) const;
+    void note(nmk_lattice::GridCell place) const;
 
-    const RoutePlane& m_plane;
+    const nmk_lattice::RoutePlane& m_plane;
     bool m_cut_corners;
     ClosingRecord& m_record;
 };
 
-}  // namespace nmk_app
+}  // namespace nmk_route

@@ -7,7 +7,7 @@
 
 #include "commands/solve/solve_problem.h"
 
-namespace nmk_app {
+namespace nmk_solve {
 
 /// The command line of `nmk solve`, checked.
 struct SolveOptions {
@@ -24,4 +24,4 @@ struct SolveOptions {
 std::variant<SolveOptions, std::string> read_solve_options(
     const std::vector<std::string>& arguments);
 
-}  // namespace nmk_app
+}  // namespace nmk_solve

@@ -8,7 +8,7 @@
 #include <variant>
 #include <vector>
 
-namespace nmk_app {
+namespace nmk_solve {
 
 enum class ProblemKind {
     polynomial,
@@ -52,4 +52,4 @@ struct Problem {
 std::variant<Problem, std::string> read_problem(const KindFacts& facts,
                                                 std::span<const std::string_view> words);
 
-}  // namespace nmk_app
+}  // namespace nmk_solve

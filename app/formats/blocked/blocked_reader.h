@@ -16,7 +16,7 @@
 #include "files/job_error.h"
 #include "formats/lattice/route_plane.h"
 
-namespace nmk_app {
+namespace nmk_blocked {
 
 struct PlaneBox {
     giPoint2 lower, upper;
@@ -35,15 +35,15 @@ std::variant<PlaneBox, std::string> checked_box(const std::vector<double>& numbe
 std::variant<giPoint2, std::string> checked_steps(const std::vector<double>& numbers);
 
 /// The list, or one line on what is wrong with it.
-std::variant<BlockedList, JobError> read_blocked_list(const std::string& file_name,
-                                                      std::string_view text);
+std::variant<BlockedList, nmk_files::Error> read_blocked_list(const std::string& file_name,
+                                                              std::string_view text);
 
 /// The lattice through `start` that fills the box, and how many places of the list do not stand on
 /// it. Box and steps must be there. One line where it has too many places or `start` is outside.
 struct ListPlane {
-    RoutePlane plane;
+    nmk_lattice::RoutePlane plane;
     std::size_t off_lattice = 0;
 };
 std::variant<ListPlane, std::string> plane_of_list(const BlockedList& list, giPoint2 start);
 
-}  // namespace nmk_app
+}  // namespace nmk_blocked

@@ -9,16 +9,16 @@
 
 #include "formats/job/machining_job.h"
 
-namespace nmk_app {
+namespace nmk_job {
 
 /// `read_items(text, scale)` answers the items in mm, `scale` mm for each unit of the file, or
 /// throws a JobError without a file name.
 template <class ReadItems>
-std::variant<MachiningJob, JobError> read_one_tool_job(JobFormat format,
-                                                       const std::string& file_name,
-                                                       std::string text,
-                                                       std::optional<JobUnits> units,
-                                                       const ReadItems& read_items) {
+std::variant<MachiningJob, nmk_files::Error> read_toolless_job(JobFormat format,
+                                                               const std::string& file_name,
+                                                               std::string text,
+                                                               std::optional<JobUnits> units,
+                                                               const ReadItems& read_items) {
     MachiningJob job;
     job.file_name = file_name;
     job.format = format;
@@ -29,11 +29,11 @@ std::variant<MachiningJob, JobError> read_one_tool_job(JobFormat format,
         if (!items.empty()) {
             job.tools.push_back({"all", std::nullopt, std::move(items)});
         }
-    } catch (JobError& error) {
+    } catch (nmk_files::Error& error) {
         error.file_name = file_name;
         return error;
     }
     return job;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_job

@@ -8,15 +8,15 @@
 
 #include "formats/job/machining_job.h"
 
-namespace nmk_app {
+namespace nmk_job_files {
 
 /// Reads the file; the format is told by its content and name. `units` is used where the file does
 /// not tell its own. Nothing is thrown: a file that cannot be read answers a JobError.
-std::variant<MachiningJob, JobError> read_job_file(const std::string& file_name,
-                                                   std::optional<JobUnits> units);
+std::variant<nmk_job::MachiningJob, nmk_files::Error> read_job_file(
+    const std::string& file_name, std::optional<nmk_job::JobUnits> units);
 
 /// The same for text that is in memory; `file_name` is for messages and for telling the format.
-std::variant<MachiningJob, JobError> read_job_text(const std::string& file_name, std::string text,
-                                                   std::optional<JobUnits> units);
+std::variant<nmk_job::MachiningJob, nmk_files::Error> read_job_text(
+    const std::string& file_name, std::string text, std::optional<nmk_job::JobUnits> units);
 
-}  // namespace nmk_app
+}  // namespace nmk_job_files

@@ -13,13 +13,13 @@
 #include "files/job_error.h"
 #include "formats/lattice/route_plane.h"
 
-namespace nmk_app {
+namespace nmk_octile {
 
 /// Whether the text begins like such a map.
 bool is_octile_map(std::string_view text);
 
 /// The map, or one line on what is wrong with it.
-std::variant<RoutePlane, JobError> read_octile_map(const std::string& file_name,
-                                                   std::string_view text);
+std::variant<nmk_lattice::RoutePlane, nmk_files::Error> read_octile_map(
+    const std::string& file_name, std::string_view text);
 
-}  // namespace nmk_app
+}  // namespace nmk_octile

@@ -12,7 +12,7 @@
 #include "child_process.h"
 #include "scratch_folder.h"
 
-namespace nmk_app {
+namespace nmk_files {
 namespace {
 
 TEST(write_whole_file, makes_a_file_with_the_usual_rights) {
@@ -21,7 +21,7 @@ TEST(write_whole_file, makes_a_file_with_the_usual_rights) {
     const mode_t mask = ::umask(027);
     EXPECT_EQ(write_whole_file(name, "hello"), std::nullopt);
     ::umask(mask);
-    EXPECT_EQ(bytes_of_file(name), "hello");
+    EXPECT_EQ(nmk_job::bytes_of_file(name), "hello");
     struct stat facts {};
     ASSERT_EQ(::stat(name.c_str(), &facts), 0);
     EXPECT_EQ(facts.st_mode & 0777U, 0640U);
@@ -33,7 +33,7 @@ TEST(write_whole_file, replaces_a_file_and_keeps_its_rights) {
     const std::string name = folder.file("a.txt", "something longer than that");
     ::chmod(name.c_str(), 0600);
     EXPECT_EQ(write_whole_file(name, "new"), std::nullopt);
-    EXPECT_EQ(bytes_of_file(name), "new");
+    EXPECT_EQ(nmk_job::bytes_of_file(name), "new");
     struct stat facts {};
     ASSERT_EQ(::stat(name.c_str(), &facts), 0);
     EXPECT_EQ(facts.st_mode & 0777U, 0600U);
@@ -58,7 +58,7 @@ TEST(write_whole_file, replaces_a_file_and_keeps_its_owner) {
 TEST(write_whole_file, writes_an_empty_file) {
     const ScratchFolder folder;
     EXPECT_EQ(write_whole_file(folder.path() + "/a", ""), std::nullopt);
-    EXPECT_EQ(bytes_of_file(folder.path() + "/a"), "");
+    EXPECT_EQ(nmk_job::bytes_of_file(folder.path() + "/a"), "");
 }
 
 TEST(write_whole_file, follows_a_link_to_its_file) {
@@ -68,14 +68,14 @@ TEST(write_whole_file, follows_a_link_to_its_file) {
     ASSERT_EQ(::symlink("a.txt", link.c_str()), 0);
     EXPECT_EQ(write_whole_file(link, "new"), std::nullopt);
     EXPECT_TRUE(std::filesystem::is_symlink(link));
-    EXPECT_EQ(bytes_of_file(name), "new");
+    EXPECT_EQ(nmk_job::bytes_of_file(name), "new");
 }
 
 TEST(write_whole_file, takes_a_name_of_the_greatest_length) {
     const ScratchFolder folder;
     const std::string name = folder.path() + "/" + std::string(255, 'a');
     EXPECT_EQ(write_whole_file(name, "x"), std::nullopt);
-    EXPECT_EQ(bytes_of_file(name), "x");
+    EXPECT_EQ(nmk_job::bytes_of_file(name), "x");
 }
 
 TEST(write_whole_file, says_that_the_disk_is_full) {
@@ -121,7 +121,7 @@ TEST(write_whole_file, leaves_the_old_file_and_nothing_else_when_the_bytes_do_no
                    : 1;
     });
     EXPECT_EQ(status, 0);
-    EXPECT_EQ(bytes_of_file(name), "old");
+    EXPECT_EQ(nmk_job::bytes_of_file(name), "old");
     EXPECT_EQ(folder.file_count(), 1U);
 }
 
@@ -142,10 +142,10 @@ TEST(write_whole_file, leaves_one_whole_file_when_the_process_is_ended_at_any_ti
         ::waitpid(child, &status, 0);
         ASSERT_TRUE(WIFSIGNALED(status));
         ASSERT_EQ(folder.file_count(), 1U);
-        const std::string bytes = bytes_of_file(name);
+        const std::string bytes = nmk_job::bytes_of_file(name);
         ASSERT_TRUE(bytes == "old" || bytes == text) << bytes.size();
     }
 }
 
 }  // namespace
-}  // namespace nmk_app
+}  // namespace nmk_files

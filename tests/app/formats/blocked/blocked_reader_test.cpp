@@ -8,14 +8,14 @@
 
 #include "app/formats/job/job_fixtures.h"
 
-namespace nmk_app {
+namespace nmk_blocked {
 namespace {
 
 const std::string good = "x,y\nbox,-1,0,2,1\nsteps,0.5,0.25\n0.5,0.25\n# remark\n1,1\n";
 
 BlockedList list_of(const std::string& text) {
     auto read = read_blocked_list("a.csv", text);
-    if (const auto* error = std::get_if<JobError>(&read)) {
+    if (const auto* error = std::get_if<nmk_files::Error>(&read)) {
         ADD_FAILURE() << error->text();
         return {};
     }
@@ -24,7 +24,7 @@ BlockedList list_of(const std::string& text) {
 
 std::string error_of(const std::string& text) {
     const auto read = read_blocked_list("a.csv", text);
-    const auto* error = std::get_if<JobError>(&read);
+    const auto* error = std::get_if<nmk_files::Error>(&read);
     return error == nullptr ? "" : error->text();
 }
 
@@ -53,7 +53,7 @@ TEST(blocked_reader, the_lattice_goes_through_the_start_and_fills_the_box) {
     EXPECT_EQ(plane.columns(), 6);  // -0.75 to 1.75
     EXPECT_EQ(plane.rows(), 5);     // 0 to 1
     EXPECT_EQ(plane.at({0, 0}), giPoint2(-0.75, 0.0));
-    EXPECT_EQ(plane.place_at({0.25, 0.25}), (LatticePlace{2, 1}));
+    EXPECT_EQ(plane.cell_at({0.25, 0.25}), (nmk_lattice::GridCell{2, 1}));
     EXPECT_EQ(std::get<ListPlane>(made).off_lattice, 2U);
     EXPECT_EQ(plane.blocked_count(), 0U);
 }
@@ -71,15 +71,16 @@ TEST(blocked_reader, a_place_of_the_lattice_is_met_to_a_hundred_thousandth) {
 
 TEST(blocked_reader, places_of_the_search_are_met_exactly_by_sums_of_any_order) {
     const auto made = plane_of_list(list_of("box,0,0,100,100\nsteps,0.1,0.3\n"), {0.0, 0.0});
-    const RoutePlane& plane = std::get<ListPlane>(made).plane;
+    const nmk_lattice::RoutePlane& plane = std::get<ListPlane>(made).plane;
     const giPoint2 steps = plane.search_steps();
     double up = 0.0;
     for (int i = 0; i < 1000; ++i) up += steps.x;
     double back = up;
     for (int i = 0; i < 400; ++i) back -= steps.x;
-    EXPECT_EQ(up, plane.search_point(LatticePlace{1000, 0}).x);
-    EXPECT_EQ(back, plane.search_point(LatticePlace{600, 0}).x);
-    EXPECT_EQ(plane.search_point(giPoint2(60.0, 0.3)), plane.search_point(LatticePlace{600, 1}));
+    EXPECT_EQ(up, plane.search_point(nmk_lattice::GridCell{1000, 0}).x);
+    EXPECT_EQ(back, plane.search_point(nmk_lattice::GridCell{600, 0}).x);
+    EXPECT_EQ(plane.search_point(giPoint2(60.0, 0.3)),
+              plane.search_point(nmk_lattice::GridCell{600, 1}));
     EXPECT_NEAR(steps.x, 0.1, 1e-10);
 }
 
@@ -130,7 +131,7 @@ INSTANTIATE_TEST_SUITE_P(
         BadList{"binary", "1,2\n\x02\x7f,3\n",
                 "a.csv:2: cannot read \"\\x02\\x7f\" in column 1; expected a number from -1e6 to "
                 "1e6 with a decimal point"}),
-    CaseName());
+    nmk_job::CaseName());
 
 TEST(blocked_reader, refuses_a_lattice_without_bounds_and_a_start_outside) {
     const std::string box = "box,0,0,10,10\n";
@@ -155,4 +156,4 @@ TEST(blocked_reader, reads_every_prefix_of_a_list_without_a_look_past_its_end) {
 }
 
 }  // namespace
-}  // namespace nmk_app
+}  // namespace nmk_blocked

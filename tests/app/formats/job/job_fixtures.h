@@ -16,7 +16,7 @@
 
 #include "formats/job/machining_job.h"
 
-namespace nmk_app {
+namespace nmk_job {
 
 inline std::string bytes_of_file(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
@@ -25,8 +25,8 @@ inline std::string bytes_of_file(const std::filesystem::path& path) {
 }
 
 /// The job, or a failure that shows the error and an empty job.
-inline MachiningJob job_of(const std::variant<MachiningJob, JobError>& result) {
-    if (const JobError* error = std::get_if<JobError>(&result)) {
+inline MachiningJob job_of(const std::variant<MachiningJob, nmk_files::Error>& result) {
+    if (const nmk_files::Error* error = std::get_if<nmk_files::Error>(&result)) {
         ADD_FAILURE() << error->text();
         return {};
     }
@@ -34,8 +34,8 @@ inline MachiningJob job_of(const std::variant<MachiningJob, JobError>& result) {
 }
 
 /// The text of the error, or "" where the file was read.
-inline std::string error_of(const std::variant<MachiningJob, JobError>& result) {
-    const JobError* error = std::get_if<JobError>(&result);
+inline std::string error_of(const std::variant<MachiningJob, nmk_files::Error>& result) {
+    const nmk_files::Error* error = std::get_if<nmk_files::Error>(&result);
     return error == nullptr ? "" : error->text();
 }
 
@@ -79,12 +79,12 @@ void read_every_prefix(const std::string& text, Read read) {
     for (std::size_t length = 0; length <= text.size(); ++length) {
         std::string prefix(text, 0, length);
         prefix.shrink_to_fit();
-        const std::variant<MachiningJob, JobError> result = read(std::move(prefix));
-        if (const JobError* error = std::get_if<JobError>(&result)) {
+        const std::variant<MachiningJob, nmk_files::Error> result = read(std::move(prefix));
+        if (const nmk_files::Error* error = std::get_if<nmk_files::Error>(&result)) {
             ASSERT_FALSE(error->message.empty()) << "prefix of " << length << " bytes";
             ASSERT_EQ(error->message.find('\n'), std::string::npos);
         }
     }
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_job
