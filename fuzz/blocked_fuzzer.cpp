@@ -35,12 +35,12 @@ void search(const nmk_lattice::RoutePlane& plane, const nmk_blocked::BlockedList
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     const auto read = nmk_blocked::read_blocked_list("fuzz.csv", text);
-    const auto* list = std::get_if<nmk_blocked::BlockedList>(&read);
+    const auto* list = read ? &*read : nullptr;
     if (list == nullptr || !list->box || !list->steps) {
         return 0;
     }
     const auto made = nmk_blocked::plane_of_list(*list, list->box->lower);
-    const auto* of_list = std::get_if<nmk_blocked::ListPlane>(&made);
+    const auto* of_list = made ? &*made : nullptr;
     if (of_list == nullptr || of_list->plane.cell_count() > most_searched) {
         return 0;
     }

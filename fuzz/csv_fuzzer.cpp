@@ -10,7 +10,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::string text(reinterpret_cast<const char*>(data), size);
     auto read = nmk_csv::read_csv("fuzz.csv", std::move(text), std::nullopt);
-    auto* job = std::get_if<nmk_job::MachiningJob>(&read);
+    auto* job = read ? &*read : nullptr;
     if (job == nullptr || job->tools.empty()) {
         return 0;
     }
@@ -19,7 +19,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     nmk_json::write_json(*job);
     const auto again = nmk_csv::read_csv("again.csv", nmk_csv::write_csv(*job), std::nullopt);
-    const auto* same = std::get_if<nmk_job::MachiningJob>(&again);
+    const auto* same = again ? &*again : nullptr;
     if (same == nullptr || same->tools.empty() ||
         same->tools[0].items.size() != job->tools[0].items.size()) {
         std::abort();

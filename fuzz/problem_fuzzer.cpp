@@ -12,7 +12,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     bool is_drawn = false;  // one picture an input: drawing is far slower than all the rest
-    nmk_solve::read_problem_table(
+    const auto read = nmk_solve::read_problem_table(
         "fuzz.csv", text, nullptr, [&](const nmk_solve::Problem& problem, std::size_t line) {
             const nmk_solve::Answer answer = nmk_solve::solve_problem(problem);
             const std::string json = nmk_solve::answer_json(answer, line);
@@ -25,5 +25,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                 nmk_solve::polynomial_picture(problem.numbers, answer);
             }
         });
+    if (!read && read.error().message.empty()) {
+        std::abort();
+    }
     return 0;
 }

@@ -8,12 +8,12 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
 
 #include "files/same_file.h"
 #include "text/escaped_text.h"
 #include "text/number_reader.h"
+#include "text/result.h"
 
 namespace nmk_shell {
 
@@ -99,8 +99,8 @@ inline bool begins_negative_number(const std::string& argument) {
 
 /// Reads all arguments in their order and checks them; the first problem ends it.
 template <class Options>
-std::variant<Options, std::string> read_options(const OptionTable<Options>& table,
-                                                const std::vector<std::string>& arguments) {
+nmk_text::Result<Options> read_options(const OptionTable<Options>& table,
+                                       const std::vector<std::string>& arguments) {
     Options options;
     bool only_plain = false;  // after "--"
     for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -114,11 +114,11 @@ std::variant<Options, std::string> read_options(const OptionTable<Options>& tabl
         std::string problem = is_option ? read_option(options, table, arguments, i)
                                         : table.set_plain(options, argument);
         if (!problem.empty()) {
-            return problem;
+            return nmk_text::Error{{}, 0, std::move(problem)};
         }
     }
     if (std::string problem = table.check(options); !problem.empty()) {
-        return problem;
+        return nmk_text::Error{{}, 0, std::move(problem)};
     }
     return options;
 }

@@ -4,10 +4,10 @@
 #include <ostream>
 #include <string>
 #include <string_view>
-#include <variant>
 
 #include "files/write_all_files.h"
 #include "text/escaped_text.h"
+#include "text/result.h"
 
 namespace nmk_shell {
 
@@ -35,24 +35,24 @@ inline int finish(std::ostream& out, std::ostream& err, const std::string& what)
     return out ? done : refuse(err, "standard output: " + what + " cannot be written");
 }
 
-/// The same for a run that wrote files, which are taken back where what was printed is lost.
+/// The same for a run that wrote files, whose new ones are removed where what was printed is lost.
 inline int finish(std::ostream& out, std::ostream& err, const std::string& what,
                   const nmk_files::WrittenFiles& written) {
     const int answer = finish(out, err, what);
     if (answer != done) {
-        written.take_back();
+        written.remove_new();
     }
     return answer;
 }
 
 /// Answers what `go` answers to the options, or says why there are none.
 template <class Options, class Go>
-int run_with(const std::variant<Options, std::string>& read, const std::string& command,
-             std::ostream& err, Go go) {
-    if (const auto* problem = std::get_if<std::string>(&read)) {
-        return refuse(err, "nmk " + command + ": " + *problem);
+int run_with(const nmk_text::Result<Options>& read, const std::string& command, std::ostream& err,
+             Go go) {
+    if (!read) {
+        return refuse(err, "nmk " + command + ": " + read.error().message);
     }
-    return go(std::get<Options>(read));
+    return go(*read);
 }
 
 }  // namespace nmk_shell

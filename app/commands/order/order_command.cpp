@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <variant>
 
 #include "commands/order/order_figures.h"
 #include "commands/order/order_job.h"
@@ -82,12 +81,12 @@ int print_report(const OrderReport& report, const nmk_files::WrittenFiles& writt
 
 int order_with(const OrderOptions& options, nmkProgressBreak* progress, bool tell,
                std::ostream& out, std::ostream& err) {
-    const std::variant<nmk_job::MachiningJob, nmk_files::Error> read =
+    const nmk_text::Result<nmk_job::MachiningJob> read =
         nmk_job_files::read_job_file(options.file_name, options.units);
-    if (const auto* error = std::get_if<nmk_files::Error>(&read)) {
-        return nmk_shell::refuse(err, error->text());
+    if (!read) {
+        return nmk_shell::refuse(err, read.error().text());
     }
-    const auto& job = std::get<nmk_job::MachiningJob>(read);
+    const auto& job = *read;
     const OrderRequest request = order_request(options, job.units);
     if (tell) {
         announce_long_work(job, request, err);
@@ -98,11 +97,11 @@ int order_with(const OrderOptions& options, nmkProgressBreak* progress, bool tel
         ordered.notes.push_back("nothing was drawn on the debug channel");
     }
     const OrderReport report = report_of(options, request, ordered);
-    nmk_files::WrittenFiles written;
-    if (const auto problem = write_order_outputs(job, ordered, report, written)) {
-        return nmk_shell::refuse(err, *problem);
+    const auto written = write_order_outputs(job, ordered, report);
+    if (!written) {
+        return nmk_shell::refuse(err, written.error().text());
     }
-    return print_report(report, written, out, err);
+    return print_report(report, *written, out, err);
 }
 
 }  // namespace

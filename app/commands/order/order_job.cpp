@@ -91,7 +91,7 @@ struct Orderer {
     OrderedJob& result;
 
     std::vector<nmk_job::JobItem> order_run(const nmk_job::JobTool& run) {
-        if (breaks.asked()) {
+        if (breaks.stop_requested()) {
             result.stopped = true;
             result.notes.push_back(run.name + ": not begun, left in the order of the file");
             return run.items;

@@ -118,8 +118,7 @@ constexpr nmk_shell::OptionTable<OrderOptions> table{
 
 }  // namespace
 
-std::variant<OrderOptions, std::string> read_order_options(
-    const std::vector<std::string>& arguments) {
+nmk_text::Result<OrderOptions> read_order_options(const std::vector<std::string>& arguments) {
     return nmk_shell::read_options(table, arguments);
 }
 

@@ -9,12 +9,12 @@
 #include <array>
 #include <optional>
 #include <string>
-#include <variant>
 #include <vector>
 
 #include "commands/order/debug_drawing.h"
 #include "commands/order/order_job.h"
 #include "formats/job/machining_job.h"
+#include "text/result.h"
 
 namespace nmk_order {
 
@@ -39,8 +39,7 @@ struct OrderOptions {
 constexpr double default_tolerance = 0.1;
 
 /// The options, or one line that says what is wrong with them.
-std::variant<OrderOptions, std::string> read_order_options(
-    const std::vector<std::string>& arguments);
+nmk_text::Result<OrderOptions> read_order_options(const std::vector<std::string>& arguments);
 
 /// What is to be done with a job in these file units.
 OrderRequest order_request(const OrderOptions& options, nmk_job::JobUnits file_units);

@@ -3,7 +3,6 @@
 #include "commands/order/order_outputs.h"
 
 #include <utility>
-#include <variant>
 
 #include "commands/order/order_page.h"
 #include "commands/order/order_picture.h"
@@ -14,17 +13,18 @@ namespace nmk_order {
 namespace {
 
 /// All texts before the first is written, so that a job that has no text leaves no file.
-std::variant<std::vector<nmk_files::OutputFile>, std::string> outputs(
-    const nmk_job::MachiningJob& job, const OrderedJob& ordered, const OrderReport& report) {
+nmk_text::Result<std::vector<nmk_files::OutputFile>> outputs(const nmk_job::MachiningJob& job,
+                                                             const OrderedJob& ordered,
+                                                             const OrderReport& report) {
     std::vector<nmk_files::OutputFile> result;
     const OrderOptions& options = report.options;
     if (!options.output_file.empty()) {
-        std::variant<std::string, nmk_files::Error> text =
+        nmk_text::Result<std::string> text =
             nmk_job_files::job_text(ordered.job, options.output_file);
-        if (const auto* error = std::get_if<nmk_files::Error>(&text)) {
-            return error->text();
+        if (!text) {
+            return text.error();
         }
-        result.push_back({options.output_file, std::get<std::string>(std::move(text))});
+        result.push_back({options.output_file, *std::move(text)});
     }
     if (!options.svg_file.empty()) {
         result.push_back({options.svg_file, order_picture(job, ordered, report, true)});
@@ -40,14 +40,11 @@ std::variant<std::vector<nmk_files::OutputFile>, std::string> outputs(
 
 }  // namespace
 
-std::optional<std::string> write_order_outputs(const nmk_job::MachiningJob& job,
-                                               const OrderedJob& ordered, const OrderReport& report,
-                                               nmk_files::WrittenFiles& written) {
-    auto texts = outputs(job, ordered, report);
-    if (const auto* problem = std::get_if<std::string>(&texts)) {
-        return *problem;
-    }
-    return nmk_files::write_all_files(std::get<std::vector<nmk_files::OutputFile>>(texts), written);
+nmk_text::Result<nmk_files::WrittenFiles> write_order_outputs(const nmk_job::MachiningJob& job,
+                                                              const OrderedJob& ordered,
+                                                              const OrderReport& report) {
+    const auto files = outputs(job, ordered, report);
+    return files ? nmk_files::write_all_files(*files) : files.error();
 }
 
 }  // namespace nmk_order

@@ -2,12 +2,11 @@
 #pragma once
 
 #include <string>
-#include <variant>
 #include <vector>
 
 #include "commands/route/route_options.h"
-#include "files/job_error.h"
 #include "formats/lattice/route_plane.h"
+#include "text/result.h"
 
 namespace nmk_route {
 
@@ -18,10 +17,9 @@ struct PlaneOfFile {
 };
 
 /// Reads the file that the options name; one line where that cannot be.
-std::variant<PlaneOfFile, nmk_files::Error> read_plane_file(const RouteOptions& options);
+nmk_text::Result<PlaneOfFile> read_plane_file(const RouteOptions& options);
 
 /// The same for the text of that file.
-std::variant<PlaneOfFile, nmk_files::Error> read_plane_text(const RouteOptions& options,
-                                                            const std::string& text);
+nmk_text::Result<PlaneOfFile> read_plane_text(const RouteOptions& options, const std::string& text);
 
 }  // namespace nmk_route

@@ -5,7 +5,6 @@
 #include <nmkprogressbreak/nmkTerminalProgress.h>
 
 #include <cstdio>
-#include <variant>
 
 #include "commands/route/find_route.h"
 #include "commands/route/read_plane.h"
@@ -64,11 +63,11 @@ int print_report(const RouteReport& report, const nmk_files::WrittenFiles& writt
 
 int route_with(const RouteOptions& options, nmkProgressBreak* progress, std::ostream& out,
                std::ostream& err) {
-    std::variant<PlaneOfFile, nmk_files::Error> read = read_plane_file(options);
-    if (const auto* error = std::get_if<nmk_files::Error>(&read)) {
-        return nmk_shell::refuse(err, error->text());
+    nmk_text::Result<PlaneOfFile> read = read_plane_file(options);
+    if (!read) {
+        return nmk_shell::refuse(err, read.error().text());
     }
-    const auto& file = std::get<PlaneOfFile>(read);
+    const auto& file = *read;
     const RouteRequest request = request_of(options, file.plane);
     if (const std::string problem = check_request(file.plane, request); !problem.empty()) {
         return nmk_shell::refuse(err, options.file_name + ": " + problem);
@@ -79,11 +78,11 @@ int route_with(const RouteOptions& options, nmkProgressBreak* progress, std::ost
         return nmk_shell::no_result;
     }
     const RouteReport report{options, request, file.plane, route, file.notes};
-    nmk_files::WrittenFiles written;
-    if (const auto problem = nmk_files::write_all_files(outputs(report), written)) {
-        return nmk_shell::refuse(err, *problem);
+    const auto written = nmk_files::write_all_files(outputs(report));
+    if (!written) {
+        return nmk_shell::refuse(err, written.error().text());
     }
-    return print_report(report, written, out, err);
+    return print_report(report, *written, out, err);
 }
 
 }  // namespace

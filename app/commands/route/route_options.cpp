@@ -55,19 +55,19 @@ Problem set_gradient(RouteOptions& options, const std::string& value) {
 
 Problem set_box(RouteOptions& options, const std::string& value) {
     const auto box = nmk_blocked::checked_box(nmk_text::read_coordinates(value));
-    if (const auto* problem = std::get_if<std::string>(&box)) {
-        return "--box " + nmk_text::quoted(value) + ": " + *problem;
+    if (!box) {
+        return "--box " + nmk_text::quoted(value) + ": " + box.error().message;
     }
-    options.box = std::get<nmk_blocked::PlaneBox>(box);
+    options.box = *box;
     return {};
 }
 
 Problem set_steps(RouteOptions& options, const std::string& value) {
     const auto steps = nmk_blocked::checked_steps(nmk_text::read_coordinates(value));
-    if (const auto* problem = std::get_if<std::string>(&steps)) {
-        return "--steps " + nmk_text::quoted(value) + ": " + *problem;
+    if (!steps) {
+        return "--steps " + nmk_text::quoted(value) + ": " + steps.error().message;
     }
-    options.steps = std::get<giPoint2>(steps);
+    options.steps = *steps;
     return {};
 }
 
@@ -124,8 +124,7 @@ constexpr nmk_shell::OptionTable<RouteOptions> table{
 
 }  // namespace
 
-std::variant<RouteOptions, std::string> read_route_options(
-    const std::vector<std::string>& arguments) {
+nmk_text::Result<RouteOptions> read_route_options(const std::vector<std::string>& arguments) {
     return nmk_shell::read_options(table, arguments);
 }
 

@@ -3,11 +3,11 @@
 
 #include <optional>
 #include <string>
-#include <variant>
 #include <vector>
 
 #include "commands/route/find_route.h"
 #include "formats/blocked/blocked_reader.h"
+#include "text/result.h"
 
 namespace nmk_route {
 
@@ -27,7 +27,6 @@ struct RouteOptions {
 };
 
 /// The options, or one line that says what is wrong with them.
-std::variant<RouteOptions, std::string> read_route_options(
-    const std::vector<std::string>& arguments);
+nmk_text::Result<RouteOptions> read_route_options(const std::vector<std::string>& arguments);
 
 }  // namespace nmk_route

@@ -23,10 +23,12 @@ std::vector<std::string_view> cells_of(const nmk_text::CsvRow& row) {
     return cells;
 }
 
-std::variant<Problem, std::string> problem_of(const nmk_text::CsvRow& row, const KindFacts* kind) {
+nmk_text::Result<Problem> problem_of(const nmk_text::CsvRow& row, const KindFacts* kind) {
     if (row.count > nmk_text::max_csv_columns) {
-        return std::to_string(row.count) + " columns; no problem has more than " +
-               std::to_string(nmk_text::max_csv_columns);
+        return nmk_text::Error{{},
+                               0,
+                               std::to_string(row.count) + " columns; no problem has more than " +
+                                   std::to_string(nmk_text::max_csv_columns)};
     }
     const std::vector<std::string_view> cells = cells_of(row);
     if (kind != nullptr) {
@@ -35,14 +37,15 @@ std::variant<Problem, std::string> problem_of(const nmk_text::CsvRow& row, const
     const std::string_view name = cells.empty() ? std::string_view() : cells[0];
     const KindFacts* const named = kind_of_name(name);
     if (named == nullptr) {
-        return "cannot read " + nmk_text::quoted(name) + " as a kind; expected " + kind_list();
+        return nmk_text::Error{
+            {}, 0, "cannot read " + nmk_text::quoted(name) + " as a kind; expected " + kind_list()};
     }
     return read_problem(*named, std::span(cells).subspan(1));
 }
 
 }  // namespace
 
-std::optional<nmk_files::Error> read_problem_table(
+nmk_text::Result<void> read_problem_table(
     const std::string& file_name, std::string_view text, const KindFacts* kind,
     const std::function<void(const Problem&, std::size_t line)>& take) {
     nmk_text::CsvRows rows(text);
@@ -53,12 +56,12 @@ std::optional<nmk_files::Error> read_problem_table(
             continue;
         }
         const auto problem = problem_of(row, kind);
-        if (const auto* message = std::get_if<std::string>(&problem)) {
-            return nmk_files::Error{file_name, row.number, *message};
+        if (!problem) {
+            return nmk_text::Error{file_name, row.number, problem.error().message};
         }
-        take(std::get<Problem>(problem), row.number);
+        take(*problem, row.number);
     }
-    return std::nullopt;
+    return {};
 }
 
 }  // namespace nmk_solve

@@ -2,8 +2,6 @@
 
 #include "commands/solve/solve_command.h"
 
-#include <variant>
-
 #include "commands/solve/answer_text.h"
 #include "commands/solve/polynomial_picture.h"
 #include "commands/solve/problem_table.h"
@@ -18,41 +16,45 @@ namespace nmk_solve {
 namespace {
 
 /// Prints the answers to a table that was checked, each as soon as it is there.
-void print_table(const SolveOptions& options, const std::string& text, std::ostream& out) {
+nmk_text::Result<void> print_table(const SolveOptions& options, const std::string& text,
+                                   std::ostream& out) {
     bool is_first = true;
     if (options.json) {
         out << "[";
     }
-    read_problem_table(options.csv_file, text, options.kind,
-                       [&](const Problem& problem, std::size_t line) {
-                           const Answer answer = solve_problem(problem);
-                           if (options.json) {
-                               out << (is_first ? "\n  " : ",\n  ") << answer_json(answer, line);
-                           } else if (!options.quiet) {
-                               out << answer_text(answer, line);
-                           }
-                           is_first = false;
-                       });
+    auto checked = read_problem_table(
+        options.csv_file, text, options.kind, [&](const Problem& problem, std::size_t line) {
+            const Answer answer = solve_problem(problem);
+            if (options.json) {
+                out << (is_first ? "\n  " : ",\n  ") << answer_json(answer, line);
+            } else if (!options.quiet) {
+                out << answer_text(answer, line);
+            }
+            is_first = false;
+        });
     if (options.json) {
         out << (is_first ? "]\n" : "\n]\n");
     }
+    return checked;
 }
 
 int solve_table(const SolveOptions& options, std::ostream& out, std::ostream& err) {
-    const std::variant<std::string, nmk_files::Error> read =
-        nmk_files::read_whole_file(options.csv_file);
-    if (const auto* error = std::get_if<nmk_files::Error>(&read)) {
-        return nmk_shell::refuse(err, error->text());
+    const nmk_text::Result<std::string> read = nmk_files::read_whole_file(options.csv_file);
+    if (!read) {
+        return nmk_shell::refuse(err, read.error().text());
     }
-    const auto& text = std::get<std::string>(read);
-    if (const auto error = nmk_files::check_text_file(options.csv_file, text)) {
-        return nmk_shell::refuse(err, error->text());
+    const auto& text = *read;
+    if (const auto checked = nmk_files::check_text_file(options.csv_file, text); !checked) {
+        return nmk_shell::refuse(err, checked.error().text());
     }
     const auto ignore = [](const Problem&, std::size_t) {};
-    if (const auto error = read_problem_table(options.csv_file, text, options.kind, ignore)) {
-        return nmk_shell::refuse(err, error->text());
+    if (const auto checked = read_problem_table(options.csv_file, text, options.kind, ignore);
+        !checked) {
+        return nmk_shell::refuse(err, checked.error().text());
     }
-    print_table(options, text, out);
+    if (const auto printed = print_table(options, text, out); !printed) {
+        return nmk_shell::refuse(err, printed.error().text());
+    }
     return nmk_shell::finish(out, err, "the answers");
 }
 
@@ -61,10 +63,11 @@ int solve_one(const SolveOptions& options, std::ostream& out, std::ostream& err)
     nmk_files::WrittenFiles written;
     if (!options.svg_file.empty()) {
         const std::string picture = polynomial_picture(options.problem.numbers, answer);
-        if (const auto problem =
-                nmk_files::write_all_files({{options.svg_file, picture}}, written)) {
-            return nmk_shell::refuse(err, *problem);
+        auto files = nmk_files::write_all_files({{options.svg_file, picture}});
+        if (!files) {
+            return nmk_shell::refuse(err, files.error().text());
         }
+        written = *std::move(files);
     }
     if (options.json) {
         out << answer_json(answer, 0) << "\n";

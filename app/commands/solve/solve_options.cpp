@@ -53,10 +53,10 @@ Complaint check(SolveOptions& options) {
     }
     const std::vector<std::string_view> words(options.words.begin(), options.words.end());
     auto problem = read_problem(*options.kind, words);
-    if (const auto* line = std::get_if<std::string>(&problem)) {
-        return *line;
+    if (!problem) {
+        return problem.error().message;
     }
-    options.problem = std::get<Problem>(std::move(problem));
+    options.problem = *std::move(problem);
     return {};
 }
 
@@ -65,8 +65,7 @@ constexpr nmk_shell::OptionTable<SolveOptions> table{"solve",  value_options, sw
 
 }  // namespace
 
-std::variant<SolveOptions, std::string> read_solve_options(
-    const std::vector<std::string>& arguments) {
+nmk_text::Result<SolveOptions> read_solve_options(const std::vector<std::string>& arguments) {
     return nmk_shell::read_options(table, arguments);
 }
 

@@ -22,7 +22,7 @@ bool in_range(const std::vector<double>& numbers) {
     return true;
 }
 
-/// Reads row after row; throws a JobError without a file name.
+/// Reads row after row; throws an Error without a file name.
 class ListReader {
   public:
     void add(const nmk_text::CsvRow& row) {
@@ -40,7 +40,7 @@ class ListReader {
 
   private:
     [[noreturn]] static void refuse(const nmk_text::CsvRow& row, std::string message) {
-        throw nmk_files::Error{{}, row.number, std::move(message)};
+        throw nmk_text::Error{{}, row.number, std::move(message)};
     }
 
     static std::vector<double> numbers(const nmk_text::CsvRow& row, std::size_t first) {
@@ -59,14 +59,14 @@ class ListReader {
 
     template <class Value>
     static void set(std::optional<Value>& kept, const char* name,
-                    const std::variant<Value, std::string>& checked, const nmk_text::CsvRow& row) {
+                    const nmk_text::Result<Value>& checked, const nmk_text::CsvRow& row) {
         if (kept) {
             refuse(row, std::string("a second row ") + name);
         }
-        if (const auto* problem = std::get_if<std::string>(&checked)) {
-            refuse(row, *problem);
+        if (!checked) {
+            refuse(row, checked.error().message);
         }
-        kept = std::get<Value>(checked);
+        kept = *checked;
     }
 
     void add_place(const nmk_text::CsvRow& row) {
@@ -91,26 +91,31 @@ double steps_to(double distance, double step) {
 
 }  // namespace
 
-std::variant<PlaneBox, std::string> checked_box(const std::vector<double>& numbers) {
+nmk_text::Result<PlaneBox> checked_box(const std::vector<double>& numbers) {
     if (numbers.size() != 4 || !in_range(numbers)) {
-        return "a box has four numbers from -1e6 to 1e6: X0,Y0,X1,Y1";
+        return nmk_text::Error{{}, 0, "a box has four numbers from -1e6 to 1e6: X0,Y0,X1,Y1"};
     }
     const PlaneBox box{{numbers[0], numbers[1]}, {numbers[2], numbers[3]}};
     for (const bool is_x : {true, false}) {
         const double from = is_x ? box.lower.x : box.lower.y;
         const double to = is_x ? box.upper.x : box.upper.y;
         if (!(from <= to)) {
-            return std::string("the box is turned inside out, ") + (is_x ? "x" : "y") + " from " +
-                   nmk_text::short_number(from, 9) + " to " + nmk_text::short_number(to, 9) +
-                   "; expected the lower left corner before the upper right";
+            return nmk_text::Error{
+                {},
+                0,
+                std::string("the box is turned inside out, ") + (is_x ? "x" : "y") + " from " +
+                    nmk_text::short_number(from, 9) + " to " + nmk_text::short_number(to, 9) +
+                    "; expected the lower left corner before the upper right"};
         }
     }
     return box;
 }
 
-std::variant<giPoint2, std::string> checked_steps(const std::vector<double>& numbers) {
-    const std::string problem =
-        "steps are one or two numbers above 0.00001 and at most 1e6: SX,SY; nearer places are one";
+nmk_text::Result<giPoint2> checked_steps(const std::vector<double>& numbers) {
+    const nmk_text::Error problem{
+        {},
+        0,
+        "steps are one or two numbers above 0.00001 and at most 1e6: SX,SY; nearer places are one"};
     if (numbers.empty() || numbers.size() > 2 || !in_range(numbers)) {
         return problem;
     }
@@ -121,10 +126,10 @@ std::variant<giPoint2, std::string> checked_steps(const std::vector<double>& num
     return steps;
 }
 
-std::variant<BlockedList, nmk_files::Error> read_blocked_list(const std::string& file_name,
-                                                              std::string_view text) {
-    ListReader reader;
-    try {
+nmk_text::Result<BlockedList> read_blocked_list(const std::string& file_name,
+                                                std::string_view text) {
+    return nmk_text::value_or_error(file_name, [&] {
+        ListReader reader;
         nmk_text::CsvRows rows(text);
         nmk_text::CsvRow row;
         for (bool is_first = true; rows.next(row); is_first = false) {
@@ -133,14 +138,11 @@ std::variant<BlockedList, nmk_files::Error> read_blocked_list(const std::string&
                 reader.add(row);
             }
         }
-    } catch (nmk_files::Error& error) {
-        error.file_name = file_name;
-        return error;
-    }
-    return reader.take();
+        return reader.take();
+    });
 }
 
-std::variant<ListPlane, std::string> plane_of_list(const BlockedList& list, giPoint2 start) {
+nmk_text::Result<ListPlane> plane_of_list(const BlockedList& list, giPoint2 start) {
     const PlaneBox& box = *list.box;
     const giPoint2& steps = *list.steps;
     const double left = steps_to(start.x - box.lower.x, steps.x);
@@ -148,16 +150,20 @@ std::variant<ListPlane, std::string> plane_of_list(const BlockedList& list, giPo
     const double below = steps_to(start.y - box.lower.y, steps.y);
     const double above = steps_to(box.upper.y - start.y, steps.y);
     if (left < 0.0 || right < 0.0 || below < 0.0 || above < 0.0) {
-        return "the start (" + nmk_text::short_number(start.x, 9) + ", " +
-               nmk_text::short_number(start.y, 9) + ") is outside the box";
+        return nmk_text::Error{{},
+                               0,
+                               "the start (" + nmk_text::short_number(start.x, 9) + ", " +
+                                   nmk_text::short_number(start.y, 9) + ") is outside the box"};
     }
     const double columns = left + right + 1.0;
     const double rows = below + above + 1.0;
     if (!(columns * rows <= static_cast<double>(nmk_lattice::max_cells))) {
-        return "the box has " + nmk_text::fixed_number(columns, 0) + " by " +
-               nmk_text::fixed_number(rows, 0) + " places; at most " +
-               std::to_string(nmk_lattice::max_cells) +
-               " can be searched, expected larger steps or a smaller box";
+        return nmk_text::Error{{},
+                               0,
+                               "the box has " + nmk_text::fixed_number(columns, 0) + " by " +
+                                   nmk_text::fixed_number(rows, 0) + " places; at most " +
+                                   std::to_string(nmk_lattice::max_cells) +
+                                   " can be searched, expected larger steps or a smaller box"};
     }
     ListPlane result{
         nmk_lattice::RoutePlane(start, {static_cast<int>(left), static_cast<int>(below)}, steps,

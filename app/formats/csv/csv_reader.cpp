@@ -14,7 +14,7 @@ namespace {
 constexpr std::size_t point_columns = 3;
 constexpr std::size_t line_columns = 6;
 
-/// Reads row after row; throws a JobError without a file name.
+/// Reads row after row; throws an Error without a file name.
 class TableReader {
   public:
     explicit TableReader(double scale) : m_scale(scale) {}
@@ -39,7 +39,7 @@ class TableReader {
 
   private:
     [[noreturn]] static void refuse(const nmk_text::CsvRow& row, std::string message) {
-        throw nmk_files::Error{{}, row.number, std::move(message)};
+        throw nmk_text::Error{{}, row.number, std::move(message)};
     }
 
     void check_columns(const nmk_text::CsvRow& row) {
@@ -96,8 +96,8 @@ std::vector<nmk_job::JobItem> read_table(std::string_view text, double scale) {
 
 }  // namespace
 
-std::variant<nmk_job::MachiningJob, nmk_files::Error> read_csv(
-    const std::string& file_name, std::string text, std::optional<nmk_job::JobUnits> units) {
+nmk_text::Result<nmk_job::MachiningJob> read_csv(const std::string& file_name, std::string text,
+                                                 std::optional<nmk_job::JobUnits> units) {
     return nmk_job::read_toolless_job(nmk_job::JobFormat::csv, file_name, std::move(text), units,
                                       read_table);
 }

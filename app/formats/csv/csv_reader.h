@@ -9,17 +9,17 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
 
 #include "formats/job/machining_job.h"
+#include "text/result.h"
 
 namespace nmk_csv {
 
 /// The job of the table: one tool "all", or none where the table is empty. Lengths are in the
 /// given unit; millimetres where none is given.
-std::variant<nmk_job::MachiningJob, nmk_files::Error> read_csv(
-    const std::string& file_name, std::string text, std::optional<nmk_job::JobUnits> units);
+nmk_text::Result<nmk_job::MachiningJob> read_csv(const std::string& file_name, std::string text,
+                                                 std::optional<nmk_job::JobUnits> units);
 
 /// The table as text again: its rows as they stand in the file, in the order of their items.
 struct CsvTable {

@@ -77,17 +77,14 @@ void ExcellonWalk::read_words(std::string_view code) {
     }
 }
 
-std::optional<nmk_files::Error> parse_excellon(std::string_view text,
+nmk_text::Result<ExcellonFacts> parse_excellon(std::string_view text,
                                                std::optional<nmk_job::JobUnits> units_if_unstated,
-                                               ExcellonListener& listener, ExcellonFacts& facts) {
-    try {
+                                               ExcellonListener& listener) {
+    return nmk_text::value_or_error("", [&] {
         ExcellonWalk walk(text, units_if_unstated, listener);
         walk.walk();
-        facts = walk.facts();
-    } catch (const nmk_files::Error& error) {
-        return error;
-    }
-    return std::nullopt;
+        return walk.facts();
+    });
 }
 
 }  // namespace nmk_excellon

@@ -17,6 +17,7 @@
 
 #include "formats/excellon/excellon_number.h"
 #include "formats/job/machining_job.h"
+#include "text/result.h"
 
 namespace nmk_excellon {
 
@@ -70,9 +71,10 @@ struct ExcellonFacts {
     bool incremental = false;         // some positions may be increments
 };
 
-/// Walks the program. The error, if there is one, ends it; its file name is left empty.
-std::optional<nmk_files::Error> parse_excellon(std::string_view text,
+/// Walks the program and returns what is known at its end. The first error ends it; its file name
+/// is empty.
+nmk_text::Result<ExcellonFacts> parse_excellon(std::string_view text,
                                                std::optional<nmk_job::JobUnits> units_if_unstated,
-                                               ExcellonListener& listener, ExcellonFacts& facts);
+                                               ExcellonListener& listener);
 
 }  // namespace nmk_excellon

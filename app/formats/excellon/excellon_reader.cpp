@@ -52,7 +52,7 @@ giPoint3 excellon_point(const ExcellonPoint& point, nmk_job::JobUnits units) {
                     excellon_millimetres(point.y.value, units), 0.0);
 }
 
-std::variant<nmk_job::MachiningJob, nmk_files::Error> read_excellon(
+nmk_text::Result<nmk_job::MachiningJob> read_excellon(
     const std::string& file_name, std::string text,
     std::optional<nmk_job::JobUnits> units_if_unstated) {
     nmk_job::MachiningJob job;
@@ -60,14 +60,13 @@ std::variant<nmk_job::MachiningJob, nmk_files::Error> read_excellon(
     job.format = nmk_job::JobFormat::excellon;
     job.text = std::move(text);
     CutCollector collector(job.tools);
-    ExcellonFacts facts;
-    if (std::optional<nmk_files::Error> error =
-            parse_excellon(job.text, units_if_unstated, collector, facts)) {
-        error->file_name = file_name;
-        return *std::move(error);
+    const nmk_text::Result<ExcellonFacts> facts =
+        parse_excellon(job.text, units_if_unstated, collector);
+    if (!facts) {
+        return facts.error().in_file(file_name);
     }
-    collector.set_diameters(facts.diameters);
-    job.units = facts.units;
+    collector.set_diameters(facts->diameters);
+    job.units = facts->units;
     return job;
 }
 

@@ -4,15 +4,15 @@
 
 #include <optional>
 #include <string>
-#include <variant>
 
 #include "formats/job/machining_job.h"
+#include "text/result.h"
 
 namespace nmk_excellon {
 
 /// The job of a drill program: its tools in the order of their first cut, named "T1" whatever the
 /// leading zeros in the file; tools that cut nothing are left out.
-std::variant<nmk_job::MachiningJob, nmk_files::Error> read_excellon(
+nmk_text::Result<nmk_job::MachiningJob> read_excellon(
     const std::string& file_name, std::string text,
     std::optional<nmk_job::JobUnits> units_if_unstated);
 

@@ -18,7 +18,7 @@ constexpr int most_digits = 6;             // on either side of the point
 constexpr double largest_diameter = 1000;  // in the file's unit
 
 [[noreturn]] void refuse(std::size_t line, std::string message) {
-    throw nmk_files::Error{{}, line, std::move(message)};
+    throw nmk_text::Error{{}, line, std::move(message)};
 }
 
 [[noreturn]] void refuse_change(std::size_t line, std::string_view what) {

@@ -5,7 +5,7 @@
 // what the numbers themselves tell (kept_zeros_of). From the first coordinate on the format is
 // fixed: a file that changes it between its holes is refused, for its holes could not be moved.
 //
-// A function that meets something it cannot accept throws a JobError with the line and message
+// A function that meets something it cannot accept throws an Error with the line and message
 // set; parse_excellon catches it.
 #pragma once
 

@@ -3,7 +3,7 @@
 // The walk goes from line to line. What a line may hold is spread over files by idea: the header
 // (excellon_walk_header), modes and tools (excellon_walk_modes), holes, slots and repeats
 // (excellon_walk_cuts).
-// Whatever cannot be read or ordered is thrown as a JobError with its line.
+// Whatever cannot be read or ordered is thrown as an Error with its line.
 #pragma once
 
 #include <cstdint>
@@ -17,6 +17,7 @@
 #include "formats/excellon/excellon_state.h"
 #include "formats/excellon/excellon_words.h"
 #include "text/escaped_text.h"
+#include "text/result.h"
 #include "text/text_lines.h"
 
 namespace nmk_excellon {
@@ -52,7 +53,7 @@ class ExcellonWalk {
 
   private:
     [[noreturn]] void refuse(std::string message) const {
-        throw nmk_files::Error{{}, m_line.number, std::move(message)};
+        throw nmk_text::Error{{}, m_line.number, std::move(message)};
     }
 
     [[noreturn]] void refuse_rest(const ExcellonWords& words) const {

@@ -237,45 +237,45 @@ class ProgramText {
 };
 
 /// One way of writing the program; the error tells why the result would not be the ordered one.
-std::variant<std::string, nmk_files::Error> write_checked(const nmk_job::MachiningJob& ordered,
-                                                          bool all_with_point) {
+nmk_text::Result<std::string> write_checked(const nmk_job::MachiningJob& ordered,
+                                            bool all_with_point) {
     ProgramParts parts(all_with_point);
-    ExcellonFacts facts;
-    if (std::optional<nmk_files::Error> error =
-            parse_excellon(ordered.text, ordered.units, parts, facts)) {
-        error->file_name = ordered.file_name;
-        return *std::move(error);
+    const nmk_text::Result<ExcellonFacts> facts =
+        parse_excellon(ordered.text, ordered.units, parts);
+    if (!facts) {
+        return facts.error().in_file(ordered.file_name);
     }
     if (std::string problem = problem_of_order(ordered, parts); !problem.empty()) {
-        return nmk_files::Error{ordered.file_name, 0, std::move(problem)};
+        return nmk_text::Error{ordered.file_name, 0, std::move(problem)};
     }
     if (parts.count() == 0) {
         return ordered.text;
     }
-    std::string text = ProgramText(ordered, parts).put_together(facts.incremental);
+    std::string text = ProgramText(ordered, parts).put_together(facts->incremental);
     OrderCheck check(ordered);
-    ExcellonFacts written_facts;
-    const std::optional<nmk_files::Error> error =
-        parse_excellon(text, ordered.units, check, written_facts);
-    if (error || !check.same(parts.count()) || written_facts.diameters != facts.diameters) {
-        return nmk_files::Error{ordered.file_name, error ? error->line : 0,
-                                "its holes cannot be written in another order" +
-                                    (error ? ": " + error->message : std::string())};
+    const nmk_text::Result<ExcellonFacts> written = parse_excellon(text, ordered.units, check);
+    const std::string message = "its holes cannot be written in another order";
+    if (!written) {
+        return nmk_text::Error{ordered.file_name, written.error().line,
+                               message + ": " + written.error().message};
+    }
+    if (!check.same(parts.count()) || written->diameters != facts->diameters) {
+        return nmk_text::Error{ordered.file_name, 0, message};
     }
     return text;
 }
 
 }  // namespace
 
-std::variant<std::string, nmk_files::Error> write_excellon(const nmk_job::MachiningJob& ordered) {
-    std::variant<std::string, nmk_files::Error> text = write_checked(ordered, false);
-    if (std::holds_alternative<std::string>(text)) {
+nmk_text::Result<std::string> write_excellon(const nmk_job::MachiningJob& ordered) {
+    nmk_text::Result<std::string> text = write_checked(ordered, false);
+    if (text) {
         return text;
     }
     // Which zeros a file without LZ or TZ keeps is told by its numbers. Repeats and increments that
     // are written out can take that away; a point in every coordinate then says the same.
-    std::variant<std::string, nmk_files::Error> with_points = write_checked(ordered, true);
-    return std::holds_alternative<std::string>(with_points) ? with_points : text;
+    nmk_text::Result<std::string> with_points = write_checked(ordered, true);
+    return with_points ? with_points : text;
 }
 
 }  // namespace nmk_excellon

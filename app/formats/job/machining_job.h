@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-#include "files/job_error.h"
+#include "text/result.h"
 
 namespace nmk_job {
 

@@ -10,24 +10,26 @@
 
 namespace nmk_job_files {
 
-std::variant<nmk_job::MachiningJob, nmk_files::Error> read_job_file(
-    const std::string& file_name, std::optional<nmk_job::JobUnits> units) {
-    std::variant<std::string, nmk_files::Error> text = nmk_files::read_whole_file(file_name);
-    if (const nmk_files::Error* error = std::get_if<nmk_files::Error>(&text)) {
-        return *error;
+nmk_text::Result<nmk_job::MachiningJob> read_job_file(const std::string& file_name,
+                                                      std::optional<nmk_job::JobUnits> units) {
+    nmk_text::Result<std::string> text = nmk_files::read_whole_file(file_name);
+    if (!text) {
+        return text.error();
     }
-    return read_job_text(file_name, std::get<std::string>(std::move(text)), units);
+    return read_job_text(file_name, *std::move(text), units);
 }
 
-std::variant<nmk_job::MachiningJob, nmk_files::Error> read_job_text(
-    const std::string& file_name, std::string text, std::optional<nmk_job::JobUnits> units) {
-    if (const std::optional<nmk_files::Error> error = nmk_files::check_text_file(file_name, text)) {
-        return *error;
+nmk_text::Result<nmk_job::MachiningJob> read_job_text(const std::string& file_name,
+                                                      std::string text,
+                                                      std::optional<nmk_job::JobUnits> units) {
+    if (const auto checked = nmk_files::check_text_file(file_name, text); !checked) {
+        return checked.error();
     }
     const std::optional<nmk_job::JobFormat> format = format_of(file_name, text);
     if (!format) {
-        return nmk_files::Error{
-            file_name, 0, "is no drill file, table (x,y) or TSPLIB instance that can be told"};
+        return nmk_text::Error{
+            file_name, 0,
+            "unknown format; expected a drill file, a table x,y or a TSPLIB instance"};
     }
     switch (*format) {
         case nmk_job::JobFormat::excellon:

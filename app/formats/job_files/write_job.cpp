@@ -9,8 +9,8 @@
 
 namespace nmk_job_files {
 
-std::variant<std::string, nmk_files::Error> job_text(const nmk_job::MachiningJob& ordered,
-                                                     const std::string& file_name) {
+nmk_text::Result<std::string> job_text(const nmk_job::MachiningJob& ordered,
+                                       const std::string& file_name) {
     const std::string ending = name_ending(file_name);
     if (ending == "csv") {
         return nmk_csv::write_csv(ordered);
@@ -19,11 +19,11 @@ std::variant<std::string, nmk_files::Error> job_text(const nmk_job::MachiningJob
         return nmk_json::write_json(ordered);
     }
     if (!names_drill_program(file_name)) {
-        return nmk_files::Error{file_name, 0,
-                                "cannot write ." + ending + "; expected .drl, .csv or .json"};
+        return nmk_text::Error{file_name, 0,
+                               "cannot write ." + ending + "; expected .drl, .csv or .json"};
     }
     if (ordered.format != nmk_job::JobFormat::excellon) {
-        return nmk_files::Error{
+        return nmk_text::Error{
             file_name, 0, "a drill file can only be made of a drill file; expected .csv or .json"};
     }
     return nmk_excellon::write_excellon(ordered);

@@ -27,7 +27,7 @@ HeadLine split_head(std::string_view line) {
     return {text.substr(0, stop), nmk_text::trimmed(text.substr(stop))};
 }
 
-/// Reads line after line; throws a JobError without a file name.
+/// Reads line after line; throws an Error without a file name.
 class MapReader {
   public:
     explicit MapReader(std::string_view text) : m_text(text), m_lines(text) {}
@@ -50,7 +50,7 @@ class MapReader {
 
   private:
     [[noreturn]] void refuse(std::string message) const {
-        throw nmk_files::Error{{}, m_line.number, std::move(message)};
+        throw nmk_text::Error{{}, m_line.number, std::move(message)};
     }
 
     void next_line(const std::string& expected) {
@@ -152,14 +152,9 @@ bool is_octile_map(std::string_view text) {
     return nmk_text::TextLines(text).next(line) && split_head(line.text).word == "type";
 }
 
-std::variant<nmk_lattice::RoutePlane, nmk_files::Error> read_octile_map(
-    const std::string& file_name, std::string_view text) {
-    try {
-        return MapReader(text).read();
-    } catch (nmk_files::Error& error) {
-        error.file_name = file_name;
-        return error;
-    }
+nmk_text::Result<nmk_lattice::RoutePlane> read_octile_map(const std::string& file_name,
+                                                          std::string_view text) {
+    return nmk_text::value_or_error(file_name, [&] { return MapReader(text).read(); });
 }
 
 }  // namespace nmk_octile

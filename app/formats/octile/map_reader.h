@@ -8,10 +8,9 @@
 
 #include <string>
 #include <string_view>
-#include <variant>
 
-#include "files/job_error.h"
 #include "formats/lattice/route_plane.h"
+#include "text/result.h"
 
 namespace nmk_octile {
 
@@ -19,7 +18,7 @@ namespace nmk_octile {
 bool is_octile_map(std::string_view text);
 
 /// The map, or one line on what is wrong with it.
-std::variant<nmk_lattice::RoutePlane, nmk_files::Error> read_octile_map(
-    const std::string& file_name, std::string_view text);
+nmk_text::Result<nmk_lattice::RoutePlane> read_octile_map(const std::string& file_name,
+                                                          std::string_view text);
 
 }  // namespace nmk_octile

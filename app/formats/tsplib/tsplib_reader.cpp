@@ -30,7 +30,7 @@ std::string_view take_word(std::string_view& text) {
     return word;
 }
 
-/// Reads line after line; throws a JobError without a file name.
+/// Reads line after line; throws an Error without a file name.
 class InstanceReader {
   public:
     InstanceReader(std::string_view text, double scale) : m_lines(text), m_scale(scale) {}
@@ -62,7 +62,7 @@ class InstanceReader {
 
   private:
     [[noreturn]] void refuse(std::string message) const {
-        throw nmk_files::Error{{}, m_line.number, std::move(message)};
+        throw nmk_text::Error{{}, m_line.number, std::move(message)};
     }
 
     void read_specification(std::string_view text) {
@@ -171,8 +171,8 @@ class InstanceReader {
 
 }  // namespace
 
-std::variant<nmk_job::MachiningJob, nmk_files::Error> read_tsplib(
-    const std::string& file_name, std::string text, std::optional<nmk_job::JobUnits> units) {
+nmk_text::Result<nmk_job::MachiningJob> read_tsplib(const std::string& file_name, std::string text,
+                                                    std::optional<nmk_job::JobUnits> units) {
     return nmk_job::read_toolless_job(
         nmk_job::JobFormat::tsplib, file_name, std::move(text), units,
         [](std::string_view all, double scale) { return InstanceReader(all, scale).read(); });

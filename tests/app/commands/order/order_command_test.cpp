@@ -115,7 +115,7 @@ TEST_F(order_command, what_is_written_holds_every_item_of_the_sample_once) {
     EXPECT_EQ(lines_with("out.csv", ",") - lines_with("out.csv", "x") - lines_with("out.csv", "#"),
               403U);
     const auto again = nmk_job_files::read_job_file(file("out.drl"), std::nullopt);
-    ASSERT_TRUE(std::holds_alternative<nmk_job::MachiningJob>(again));
+    ASSERT_TRUE(bool(again));
 }
 
 TEST_F(order_command, the_written_file_has_the_travel_that_was_promised) {
@@ -348,7 +348,7 @@ TEST_F(order_command, real_files_come_out_with_every_item) {
     for (const char* const kind : {"drill", "tsp"}) {
         for (const auto& entry : fs::directory_iterator(data / kind)) {
             const auto job = nmk_job_files::read_job_file(entry.path().string(), std::nullopt);
-            if (!std::holds_alternative<nmk_job::MachiningJob>(job) || entry.file_size() > 50000) {
+            if (!bool(job) || entry.file_size() > 50000) {
                 continue;
             }
             const std::string out = std::string(kind) == "drill" ? file("o.drl") : file("o.csv");
@@ -359,13 +359,11 @@ TEST_F(order_command, real_files_come_out_with_every_item) {
             EXPECT_TRUE(plain_syntax::Xml::is_well_formed(nmk_shell::text_of(file("o.svg"))))
                 << entry.path();
             std::size_t items = 0;
-            for (const nmk_job::JobTool& tool : std::get<nmk_job::MachiningJob>(job).tools)
-                items += tool.items.size();
+            for (const nmk_job::JobTool& tool : job->tools) items += tool.items.size();
             const auto again = nmk_job_files::read_job_file(out, std::nullopt);
-            ASSERT_TRUE(std::holds_alternative<nmk_job::MachiningJob>(again)) << entry.path();
+            ASSERT_TRUE(bool(again)) << entry.path();
             std::size_t kept = 0;
-            for (const nmk_job::JobTool& tool : std::get<nmk_job::MachiningJob>(again).tools)
-                kept += tool.items.size();
+            for (const nmk_job::JobTool& tool : again->tools) kept += tool.items.size();
             EXPECT_EQ(kept, items) << entry.path();
             ++ordered;
         }

@@ -249,9 +249,8 @@ TEST(find_route, real_maps_give_the_lengths_of_their_scenarios_and_of_dijkstra) 
     for (const std::string name : {"maze512-32-0.map", "random512-10-0.map"}) {
         const std::string text = nmk_job::bytes_of_file(folder + name);
         auto read = nmk_octile::read_octile_map(name, text);
-        ASSERT_TRUE(std::holds_alternative<nmk_lattice::RoutePlane>(read))
-            << std::get<nmk_files::Error>(read).text();
-        const nmk_lattice::RoutePlane& plane = std::get<nmk_lattice::RoutePlane>(read);
+        ASSERT_TRUE(bool(read)) << read.error().text();
+        const nmk_lattice::RoutePlane& plane = *read;
         const PlainGrid grid = PlainGrid::of_map(text);
         const std::vector<Scenario> all =
             scenarios_of(nmk_job::bytes_of_file(folder + name + ".scen"));

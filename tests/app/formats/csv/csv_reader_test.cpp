@@ -16,7 +16,7 @@
 namespace nmk_csv {
 namespace {
 
-std::variant<nmk_job::MachiningJob, nmk_files::Error> read(const std::string& text) {
+nmk_text::Result<nmk_job::MachiningJob> read(const std::string& text) {
     return read_csv("holes.csv", text, std::nullopt);
 }
 
@@ -162,7 +162,7 @@ void expect_numbers_with_points() {
     EXPECT_EQ(job.tools[0].items[0].start.x, 1234.5);
     EXPECT_EQ(job.tools[0].items[0].start.y, 2.25);
     const auto json = nmk_job_files::job_text(job, "a.json");
-    EXPECT_NE(std::get<std::string>(json).find("[1234.5, 2.25, 0]"), std::string::npos);
+    EXPECT_NE(json->find("[1234.5, 2.25, 0]"), std::string::npos);
 }
 
 TEST(csv_reader, reads_decimal_points_in_a_locale_of_decimal_commas) {
@@ -202,7 +202,7 @@ TEST(csv_writer, makes_a_table_of_a_drill_file_that_reads_as_the_same_cuts) {
     const nmk_job::MachiningJob job =
         nmk_job::shuffled(nmk_job::job_of(nmk_job_files::read_job_file(path, std::nullopt)), 7);
     const auto text = nmk_job_files::job_text(job, "plate.csv");
-    const nmk_job::MachiningJob table = nmk_job::job_of(read(std::get<std::string>(text)));
+    const nmk_job::MachiningJob table = nmk_job::job_of(read(*text));
     ASSERT_EQ(nmk_job::item_count(table), nmk_job::item_count(job));
     std::size_t i = 0;
     for (const nmk_job::JobTool& tool : job.tools) {

@@ -17,7 +17,7 @@ namespace {
 
 const std::string metric_header = "M48\nMETRIC,TZ\nT1C1.0\nT2C2.0\n%\n";
 
-std::variant<nmk_job::MachiningJob, nmk_files::Error> read(const std::string& text) {
+nmk_text::Result<nmk_job::MachiningJob> read(const std::string& text) {
     return read_excellon("plate.drl", text, std::nullopt);
 }
 

@@ -17,10 +17,10 @@ namespace {
 
 std::string written(const nmk_job::MachiningJob& job) {
     const auto text = write_excellon(job);
-    if (const nmk_files::Error* error = std::get_if<nmk_files::Error>(&text)) {
-        return "error " + error->text();
+    if (!text) {
+        return "error " + text.error().text();
     }
-    return std::get<std::string>(text);
+    return *text;
 }
 
 nmk_job::MachiningJob job_of_text(const std::string& text) {

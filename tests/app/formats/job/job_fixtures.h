@@ -11,7 +11,6 @@
 #include <memory>
 #include <random>
 #include <string>
-#include <variant>
 #include <vector>
 
 #include "formats/job/machining_job.h"
@@ -25,17 +24,17 @@ inline std::string bytes_of_file(const std::filesystem::path& path) {
 }
 
 /// The job, or a failure that shows the error and an empty job.
-inline MachiningJob job_of(const std::variant<MachiningJob, nmk_files::Error>& result) {
-    if (const nmk_files::Error* error = std::get_if<nmk_files::Error>(&result)) {
-        ADD_FAILURE() << error->text();
+inline MachiningJob job_of(const nmk_text::Result<MachiningJob>& result) {
+    if (!result) {
+        ADD_FAILURE() << result.error().text();
         return {};
     }
-    return std::get<MachiningJob>(result);
+    return *result;
 }
 
 /// The text of the error, or "" where the file was read.
-inline std::string error_of(const std::variant<MachiningJob, nmk_files::Error>& result) {
-    const nmk_files::Error* error = std::get_if<nmk_files::Error>(&result);
+inline std::string error_of(const nmk_text::Result<MachiningJob>& result) {
+    const nmk_text::Error* error = result ? nullptr : &result.error();
     return error == nullptr ? "" : error->text();
 }
 
@@ -79,10 +78,10 @@ void read_every_prefix(const std::string& text, Read read) {
     for (std::size_t length = 0; length <= text.size(); ++length) {
         std::string prefix(text, 0, length);
         prefix.shrink_to_fit();
-        const std::variant<MachiningJob, nmk_files::Error> result = read(std::move(prefix));
-        if (const nmk_files::Error* error = std::get_if<nmk_files::Error>(&result)) {
-            ASSERT_FALSE(error->message.empty()) << "prefix of " << length << " bytes";
-            ASSERT_EQ(error->message.find('\n'), std::string::npos);
+        const nmk_text::Result<MachiningJob> result = read(std::move(prefix));
+        if (!result) {
+            ASSERT_FALSE(result.error().message.empty()) << "prefix of " << length << " bytes";
+            ASSERT_EQ(result.error().message.find('\n'), std::string::npos);
         }
     }
 }

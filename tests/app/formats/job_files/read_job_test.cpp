@@ -66,9 +66,9 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(read_job_text, refuses_what_it_cannot_tell) {
     EXPECT_EQ(nmk_job::error_of(read_job_text("a", "hello\n", std::nullopt)),
-              "a: is no drill file, table (x,y) or TSPLIB instance that can be told");
+              "a: unknown format; expected a drill file, a table x,y or a TSPLIB instance");
     EXPECT_EQ(nmk_job::error_of(read_job_text("a", "", std::nullopt)),
-              "a: is no drill file, table (x,y) or TSPLIB instance that can be told");
+              "a: unknown format; expected a drill file, a table x,y or a TSPLIB instance");
 }
 
 TEST(read_job_text, refuses_binary_files) {

@@ -21,8 +21,8 @@ nmk_job::MachiningJob one_hole() {
 /// The text, or the error behind a word that no text has.
 std::string text_for(const std::string& file_name) {
     const auto text = job_text(one_hole(), file_name);
-    const auto* error = std::get_if<nmk_files::Error>(&text);
-    return error != nullptr ? "error " + error->text() : std::get<std::string>(text);
+    const auto* error = text ? nullptr : &text.error();
+    return error != nullptr ? "error " + error->text() : *text;
 }
 
 TEST(job_text, tells_the_format_by_the_name) {

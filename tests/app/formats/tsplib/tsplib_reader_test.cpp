@@ -16,7 +16,7 @@ namespace {
 const std::string head = "NAME: a\nTYPE: TSP\nDIMENSION: 2\nEDGE_WEIGHT_TYPE : EUC_2D\n";
 const std::string section = "NODE_COORD_SECTION\n";
 
-std::variant<nmk_job::MachiningJob, nmk_files::Error> read(const std::string& text) {
+nmk_text::Result<nmk_job::MachiningJob> read(const std::string& text) {
     return read_tsplib("a.tsp", text, std::nullopt);
 }
 
@@ -36,7 +36,7 @@ TEST_P(tsplib_instance, is_read_or_refused_with_its_line) {
     const auto result = read(GetParam().text);
     EXPECT_EQ(nmk_job::error_of(result),
               GetParam().error.empty() ? "" : "a.tsp:" + GetParam().error);
-    if (const nmk_job::MachiningJob* job = std::get_if<nmk_job::MachiningJob>(&result)) {
+    if (const nmk_job::MachiningJob* job = result ? &*result : nullptr) {
         ASSERT_EQ(nmk_job::item_count(*job), 2U);
         EXPECT_EQ(job->tools[0].items[1].start, giPoint3(1214.88, -4.0, 0.0));
     }
