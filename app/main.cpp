@@ -12,16 +12,16 @@
 
 namespace {
 
-constexpr nmk_app::Command commands[] = {
-    nmk_app::order_command,
-    nmk_app::route_command,
-    nmk_app::solve_command,
-    nmk_app::levels_command,
+constexpr nmk_shell::Command commands[] = {
+    nmk_order::order_command,
+    nmk_route::route_command,
+    nmk_solve::solve_command,
+    nmk_levels::levels_command,
 };
 
 }  // namespace
 
 int main(int count, char** arguments) {
-    return nmk_app::run_tool(commands, {arguments + (count > 0 ? 1 : 0), arguments + count},
-                             std::cout, std::cerr);
+    return nmk_shell::run_tool(commands, {arguments + (count > 0 ? 1 : 0), arguments + count},
+                               std::cout, std::cerr);
 }

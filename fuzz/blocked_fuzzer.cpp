@@ -8,25 +8,24 @@
 #include "commands/route/find_route.h"
 #include "formats/blocked/blocked_reader.h"
 
-using namespace nmk_app;
-
 namespace {
 
 constexpr std::size_t most_searched = 300;  // places; more would only slow the fuzzer down
 
-void search(const RoutePlane& plane, const BlockedList& list, GoalKind kind) {
-    RouteRequest request;
+void search(const nmk_lattice::RoutePlane& plane, const nmk_blocked::BlockedList& list,
+            nmk_route::GoalKind kind) {
+    nmk_route::RouteRequest request;
     request.start = list.box->lower;
     request.goal = plane.at({plane.columns() - 1, plane.rows() / 2});
     request.kind = kind;
     request.gradient = 0.5;
     request.cut_corners = true;
-    if (!check_request(plane, request).empty()) {
+    if (!nmk_route::check_request(plane, request).empty()) {
         return;
     }
-    const FoundRoute route = find_route(plane, request, nullptr);
+    const nmk_route::FoundRoute route = nmk_route::find_route(plane, request, nullptr);
     // Exact steps: no place is ever closed twice under two names.
-    if (route.closed.size() > plane.place_count() - plane.blocked_count()) {
+    if (route.closed.size() > plane.cell_count() - plane.blocked_count()) {
         std::abort();
     }
 }
@@ -35,18 +34,19 @@ void search(const RoutePlane& plane, const BlockedList& list, GoalKind kind) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
-    const auto read = read_blocked_list("fuzz.csv", text);
-    const auto* list = std::get_if<BlockedList>(&read);
+    const auto read = nmk_blocked::read_blocked_list("fuzz.csv", text);
+    const auto* list = read ? &*read : nullptr;
     if (list == nullptr || !list->box || !list->steps) {
         return 0;
     }
-    const auto made = plane_of_list(*list, list->box->lower);
-    const auto* of_list = std::get_if<ListPlane>(&made);
-    if (of_list == nullptr || of_list->plane.place_count() > most_searched) {
+    const auto made = nmk_blocked::plane_of_list(*list, list->box->lower);
+    const auto* of_list = made ? &*made : nullptr;
+    if (of_list == nullptr || of_list->plane.cell_count() > most_searched) {
         return 0;
     }
-    for (const GoalKind kind :
-         {GoalKind::point, GoalKind::line, GoalKind::line_with_gradient, GoalKind::moving_line}) {
+    for (const nmk_route::GoalKind kind :
+         {nmk_route::GoalKind::point, nmk_route::GoalKind::line,
+          nmk_route::GoalKind::line_with_gradient, nmk_route::GoalKind::moving_line}) {
         search(of_list->plane, *list, kind);
     }
     return 0;

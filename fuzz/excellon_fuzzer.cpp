@@ -10,23 +10,21 @@
 #include "formats/excellon/excellon_reader.h"
 #include "formats/excellon/excellon_writer.h"
 
-using namespace nmk_app;
-
 namespace {
 
-void turn_around(MachiningJob& job) {
+void turn_around(nmk_job::MachiningJob& job) {
     std::reverse(job.tools.begin(), job.tools.end());
-    for (JobTool& tool : job.tools) {
+    for (nmk_job::JobTool& tool : job.tools) {
         std::reverse(tool.items.begin(), tool.items.end());
-        for (JobItem& item : tool.items) {
+        for (nmk_job::JobItem& item : tool.items) {
             item.reversed = item.end.has_value();
         }
     }
 }
 
-std::size_t count_of(const MachiningJob& job) {
+std::size_t count_of(const nmk_job::MachiningJob& job) {
     std::size_t count = 0;
-    for (const JobTool& tool : job.tools) {
+    for (const nmk_job::JobTool& tool : job.tools) {
         count += tool.items.size();
     }
     return count;
@@ -36,13 +34,13 @@ std::size_t count_of(const MachiningJob& job) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::string text(reinterpret_cast<const char*>(data), size);
-    auto read = read_excellon("fuzz.drl", std::move(text), std::nullopt);
-    if (auto* job = std::get_if<MachiningJob>(&read)) {
+    auto read = nmk_excellon::read_excellon("fuzz.drl", std::move(text), std::nullopt);
+    if (auto* job = read ? &*read : nullptr) {
         turn_around(*job);
-        const auto written = write_excellon(*job);
-        if (const auto* program = std::get_if<std::string>(&written)) {
-            const auto again = read_excellon("again.drl", *program, job->units);
-            const auto* same = std::get_if<MachiningJob>(&again);
+        const auto written = nmk_excellon::write_excellon(*job);
+        if (const auto* program = written ? &*written : nullptr) {
+            const auto again = nmk_excellon::read_excellon("again.drl", *program, job->units);
+            const auto* same = again ? &*again : nullptr;
             if (same == nullptr || count_of(*same) != count_of(*job)) {
                 std::abort();
             }

@@ -7,8 +7,6 @@
 #include "commands/route/find_route.h"
 #include "formats/octile/map_reader.h"
 
-using namespace nmk_app;
-
 namespace {
 
 constexpr std::size_t most_searched = 500;  // places; more would only slow the fuzzer down
@@ -17,20 +15,20 @@ constexpr std::size_t most_searched = 500;  // places; more would only slow the 
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
-    const auto read = read_octile_map("fuzz.map", text);
-    const auto* plane = std::get_if<RoutePlane>(&read);
-    if (plane == nullptr || plane->place_count() > most_searched) {
+    const auto read = nmk_octile::read_octile_map("fuzz.map", text);
+    const auto* plane = read ? &*read : nullptr;
+    if (plane == nullptr || plane->cell_count() > most_searched) {
         return 0;
     }
-    if (plane->place_count() > size) {
+    if (plane->cell_count() > size) {
         std::abort();  // a place without its letter
     }
-    RouteRequest request;
+    nmk_route::RouteRequest request;
     request.start = plane->at({0, 0});
     request.goal = plane->at({plane->columns() - 1, plane->rows() - 1});
-    if (check_request(*plane, request).empty()) {
-        const FoundRoute route = find_route(*plane, request, nullptr);
-        if (route.closed.size() > plane->place_count() - plane->blocked_count()) {
+    if (nmk_route::check_request(*plane, request).empty()) {
+        const nmk_route::FoundRoute route = nmk_route::find_route(*plane, request, nullptr);
+        if (route.closed.size() > plane->cell_count() - plane->blocked_count()) {
             std::abort();
         }
     }

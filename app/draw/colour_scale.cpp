@@ -7,7 +7,7 @@
 #include <cmath>
 #include <span>
 
-namespace nmk_app {
+namespace nmk_draw {
 
 namespace {
 
@@ -49,4 +49,4 @@ std::string closing_colour(double fraction) { return mixed_colour(closing_colour
 
 std::string tool_colour(std::size_t tool) { return tool_colours[tool % std::size(tool_colours)]; }
 
-}  // namespace nmk_app
+}  // namespace nmk_draw

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string>
 
-namespace nmk_app {
+namespace nmk_draw {
 
 /// Blue at 0 by way of teal and orange to crimson at 1; "#rrggbb". Values outside are brought in.
 std::string order_colour(double fraction);
@@ -15,4 +15,4 @@ std::string closing_colour(double fraction);
 /// A light filling for the tool at this place; after eight the colours come again.
 std::string tool_colour(std::size_t tool);
 
-}  // namespace nmk_app
+}  // namespace nmk_draw

@@ -2,7 +2,7 @@
 
 #include "draw/end_marks.h"
 
-namespace nmk_app {
+namespace nmk_draw {
 
 void draw_start_mark(SvgDocument& svg, SvgPoint at) {
     svg.circle(at, end_mark_radius, "fill=\"#1e8e3e\" stroke=\"#ffffff\" stroke-width=\"1.5\"");
@@ -13,4 +13,4 @@ void draw_end_mark(SvgDocument& svg, SvgPoint at) {
                   2 * end_mark_radius, "fill=\"#202124\" stroke=\"#ffffff\" stroke-width=\"1.5\"");
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_draw

@@ -3,7 +3,7 @@
 
 #include "draw/svg_document.h"
 
-namespace nmk_app {
+namespace nmk_draw {
 
 /// Half the size of a mark, in pixels.
 inline constexpr double end_mark_radius = 5.5;
@@ -14,4 +14,4 @@ void draw_start_mark(SvgDocument& svg, SvgPoint at);
 /// A dark square.
 void draw_end_mark(SvgDocument& svg, SvgPoint at);
 
-}  // namespace nmk_app
+}  // namespace nmk_draw

@@ -4,7 +4,7 @@
 
 #include "text/escaped_text.h"
 
-namespace nmk_app {
+namespace nmk_draw {
 
 namespace {
 
@@ -28,10 +28,10 @@ std::string html_frame(const std::string& title, const std::string& heading,
                        const std::string& content) {
     std::string page = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\"/>\n";
     page += "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"/>\n";
-    page += "<title>" + xml_text(title) + "</title>\n";
+    page += "<title>" + nmk_text::xml_text(title) + "</title>\n";
     page += std::string("<style>") + style + "</style>\n</head>\n<body>\n";
-    page += "<h1>" + xml_text(heading) + "</h1>\n" + content;
+    page += "<h1>" + nmk_text::xml_text(heading) + "</h1>\n" + content;
     return page + "</body>\n</html>\n";
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_draw

@@ -3,10 +3,10 @@
 
 #include <string>
 
-namespace nmk_app {
+namespace nmk_draw {
 
 /// The page as text. Title and heading are escaped here, `content` is taken as it is.
 std::string html_frame(const std::string& title, const std::string& heading,
                        const std::string& content);
 
-}  // namespace nmk_app
+}  // namespace nmk_draw

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace nmk_app {
+namespace nmk_draw {
 
 bool LabelBox::overlaps(const LabelBox& other) const {
     return left < other.left + other.width && other.left < left + width &&
@@ -45,4 +45,4 @@ bool LabelPlaces::place(const std::vector<SvgPoint>& middles, double width, doub
     return false;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_draw

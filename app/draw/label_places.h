@@ -6,7 +6,7 @@
 
 #include "draw/svg_document.h"
 
-namespace nmk_app {
+namespace nmk_draw {
 
 /// A rectangle in the drawing.
 struct LabelBox {
@@ -38,4 +38,4 @@ class LabelPlaces {
     std::vector<LabelBox> m_taken;
 };
 
-}  // namespace nmk_app
+}  // namespace nmk_draw

@@ -4,7 +4,7 @@
 
 #include "draw/label_places.h"
 
-namespace nmk_app {
+namespace nmk_draw {
 
 namespace {
 
@@ -35,4 +35,4 @@ void draw_entry(SvgDocument& svg, LegendLine& line, const std::string& words, do
     svg.text({at.x + symbol_width + 9.0, at.y + 5.0}, words, legend_text);
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_draw

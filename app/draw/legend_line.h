@@ -6,7 +6,7 @@
 
 #include "draw/svg_document.h"
 
-namespace nmk_app {
+namespace nmk_draw {
 
 /// Where something may be drawn, in pixels.
 struct PictureColumn {
@@ -36,4 +36,4 @@ class LegendLine {
 void draw_entry(SvgDocument& svg, LegendLine& line, const std::string& words, double symbol_width,
                 const std::function<void(SvgPoint)>& draw_symbol);
 
-}  // namespace nmk_app
+}  // namespace nmk_draw

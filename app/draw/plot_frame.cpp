@@ -8,7 +8,7 @@
 
 #include "draw/round_length.h"
 
-namespace nmk_app {
+namespace nmk_draw {
 
 namespace {
 
@@ -60,4 +60,4 @@ void draw_plot_frame(SvgDocument& svg, const PlotFrame& frame) {
     });
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_draw

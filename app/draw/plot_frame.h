@@ -5,7 +5,7 @@
 
 #include "draw/svg_document.h"
 
-namespace nmk_app {
+namespace nmk_draw {
 
 /// From the lowest value shown to the highest; not empty.
 struct PlotRange {
@@ -34,4 +34,4 @@ std::string plot_number(double value);
 /// Ground, rules at round numbers, the numbers, and the two axes where they are in sight.
 void draw_plot_frame(SvgDocument& svg, const PlotFrame& frame);
 
-}  // namespace nmk_app
+}  // namespace nmk_draw

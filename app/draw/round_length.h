@@ -1,9 +1,9 @@
 // round_length.h: round numbers for scale bars and rules.
 #pragma once
 
-namespace nmk_app {
+namespace nmk_draw {
 
 /// 1, 2 or 5 times a power of ten, at most `length`, which is above 0.
 double round_length(double length);
 
-}  // namespace nmk_app
+}  // namespace nmk_draw

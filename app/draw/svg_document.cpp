@@ -7,11 +7,11 @@
 #include "text/escaped_text.h"
 #include "text/number_format.h"
 
-namespace nmk_app {
+namespace nmk_draw {
 
 namespace {
 
-std::string pixels(double value) { return short_number(value, 2); }
+std::string pixels(double value) { return nmk_text::short_number(value, 2); }
 
 std::string attribute(std::string_view name, double value) {
     return " " + std::string(name) + "=\"" + pixels(value) + "\"";
@@ -68,7 +68,7 @@ void SvgDocument::separate_lines(const std::vector<SvgPoint>& pairs, std::string
 
 void SvgDocument::text(SvgPoint at, std::string_view words, std::string_view attributes) {
     m_body += "<text" + attribute("x", at.x) + attribute("y", at.y) + with_blank(attributes) + ">" +
-              xml_text(words) + "</text>\n";
+              nmk_text::xml_text(words) + "</text>\n";
 }
 
 std::string SvgDocument::str(double width, double height, std::string_view title) const {
@@ -78,7 +78,7 @@ std::string SvgDocument::str(double width, double height, std::string_view title
         "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + w + "\" height=\"" + h +
         "\" viewBox=\"0 0 " + w + " " + h +
         "\" font-family=\"'Segoe UI', 'Helvetica Neue', Arial, 'DejaVu Sans', sans-serif\">\n";
-    whole += "<title>" + xml_text(title) + "</title>\n";
+    whole += "<title>" + nmk_text::xml_text(title) + "</title>\n";
     whole += "<rect x=\"0\" y=\"0\" width=\"" + w + "\" height=\"" + h + "\" fill=\"#ffffff\"/>\n";
     whole += m_body;
     for (int i = 0; i < m_open_groups; ++i) {
@@ -87,4 +87,4 @@ std::string SvgDocument::str(double width, double height, std::string_view title
     return whole + "</svg>\n";
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_draw

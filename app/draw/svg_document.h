@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-namespace nmk_app {
+namespace nmk_draw {
 
 /// A place in the drawing.
 struct SvgPoint {
@@ -43,4 +43,4 @@ class SvgDocument {
     int m_open_groups = 0;
 };
 
-}  // namespace nmk_app
+}  // namespace nmk_draw

@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace nmk_app {
+namespace nmk_files {
 
 /// "plate.drl" of "parts/plate.drl".
 inline std::string base_name(const std::string& file_name) {
@@ -11,4 +11,4 @@ inline std::string base_name(const std::string& file_name) {
     return slash == std::string::npos ? file_name : file_name.substr(slash + 1);
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_files

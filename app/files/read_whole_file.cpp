@@ -14,7 +14,7 @@
 
 #include "text/text_lines.h"
 
-namespace nmk_app {
+namespace nmk_files {
 
 namespace {
 
@@ -46,7 +46,7 @@ class LineLengths {
                              ends_line) -
                 chunk.begin());
             m_length += stop - at;
-            if (m_length > longest_line) {
+            if (m_length > max_line_length) {
                 return m_line;
             }
             if (stop == chunk.size()) {
@@ -67,37 +67,38 @@ class LineLengths {
 };
 
 std::string too_long_line_message() {
-    return "a line longer than " + std::to_string(longest_line) + " bytes; expected lines of text";
+    return "a line longer than " + std::to_string(max_line_length) +
+           " bytes; expected lines of text";
 }
 
 std::string too_large_message() {
-    return "larger than " + std::to_string(largest_file >> 20U) + " MiB; no such file is read";
+    return "larger than " + std::to_string(max_file_size >> 20U) + " MiB; no such file is read";
 }
 
-JobError system_error(const std::string& file_name, const char* what) {
-    return JobError{file_name, 0, std::string(what) + ": " + std::strerror(errno)};
+nmk_text::Error system_error(const std::string& file_name, const char* what) {
+    return nmk_text::Error{file_name, 0, std::string(what) + ": " + std::strerror(errno)};
 }
 
 }  // namespace
 
 std::size_t first_too_long_line(const std::string& text) { return LineLengths().add(text); }
 
-std::optional<JobError> no_text_file(const std::string& file_name, const std::string& text) {
+nmk_text::Result<void> check_text_file(const std::string& file_name, const std::string& text) {
     if (const std::size_t line = first_too_long_line(text)) {
-        return JobError{file_name, line, too_long_line_message()};
+        return nmk_text::Error{file_name, line, too_long_line_message()};
     }
     const std::size_t at = text.find('\0');
     if (at == std::string::npos) {
-        return std::nullopt;
+        return {};
     }
-    TextLines lines(text);
-    TextLine line;
+    nmk_text::TextLines lines(text);
+    nmk_text::TextLine line;
     while (lines.next(line) && line.end <= at) {
     }
-    return JobError{file_name, line.number, "a zero byte; expected a text file"};
+    return nmk_text::Error{file_name, line.number, "a zero byte; expected a text file"};
 }
 
-std::variant<std::string, JobError> read_whole_file(const std::string& file_name) {
+nmk_text::Result<std::string> read_whole_file(const std::string& file_name) {
     const OpenFile file(::open(file_name.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
     if (file.descriptor < 0) {
         return system_error(file_name, "cannot be opened");
@@ -107,10 +108,10 @@ std::variant<std::string, JobError> read_whole_file(const std::string& file_name
         return system_error(file_name, "cannot be read");
     }
     if (S_ISDIR(facts.st_mode)) {
-        return JobError{file_name, 0, "is a directory; expected a file"};
+        return nmk_text::Error{file_name, 0, "is a directory; expected a file"};
     }
-    if (facts.st_size > static_cast<off_t>(largest_file)) {
-        return JobError{file_name, 0, too_large_message()};
+    if (facts.st_size > static_cast<off_t>(max_file_size)) {
+        return nmk_text::Error{file_name, 0, too_large_message()};
     }
     std::string text;
     LineLengths lines;
@@ -128,13 +129,13 @@ std::variant<std::string, JobError> read_whole_file(const std::string& file_name
         }
         const std::string_view bytes(chunk.data(), static_cast<std::size_t>(got));
         if (const std::size_t line = lines.add(bytes)) {
-            return JobError{file_name, line, too_long_line_message()};
+            return nmk_text::Error{file_name, line, too_long_line_message()};
         }
-        if (text.size() + bytes.size() > largest_file) {
-            return JobError{file_name, 0, too_large_message()};
+        if (text.size() + bytes.size() > max_file_size) {
+            return nmk_text::Error{file_name, 0, too_large_message()};
         }
         text += bytes;
     }
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_files

@@ -4,25 +4,24 @@
 #include <cstddef>
 #include <optional>
 #include <string>
-#include <variant>
 
-#include "files/job_error.h"
+#include "text/result.h"
 
-namespace nmk_app {
+namespace nmk_files {
 
 /// Past these a file is refused while it is read, so that neither a huge file nor one endless line
 /// is ever held in memory.
-constexpr std::size_t largest_file = std::size_t{256} << 20U;  // bytes
-constexpr std::size_t longest_line = std::size_t{64} << 10U;   // bytes
+constexpr std::size_t max_file_size = std::size_t{256} << 20U;   // bytes
+constexpr std::size_t max_line_length = std::size_t{64} << 10U;  // bytes
 
 /// The bytes of the file (a pipe will do), or one line on why they cannot be had.
-std::variant<std::string, JobError> read_whole_file(const std::string& file_name);
+nmk_text::Result<std::string> read_whole_file(const std::string& file_name);
 
 /// The first line that is longer than longest_line, counted from 1; 0 where none is.
 std::size_t first_too_long_line(const std::string& text);
 
 /// Why the text is no text file that a reader may be given: a line that is too long, or a zero
 /// byte, which binary files have and text never. Nothing where it is one.
-std::optional<JobError> no_text_file(const std::string& file_name, const std::string& text);
+nmk_text::Result<void> check_text_file(const std::string& file_name, const std::string& text);
 
-}  // namespace nmk_app
+}  // namespace nmk_files

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <system_error>
 
-namespace nmk_app {
+namespace nmk_files {
 
 bool is_same_file(std::string_view a, std::string_view b) {
     namespace fs = std::filesystem;
@@ -15,4 +15,4 @@ bool is_same_file(std::string_view a, std::string_view b) {
            (fs::is_regular_file(a, ignored) && fs::equivalent(a, b, ignored));
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_files

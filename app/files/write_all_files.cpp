@@ -5,40 +5,58 @@
 #include <filesystem>
 #include <system_error>
 
-#include "files/write_whole_file.h"
+#include "files/staged_file.h"
 
-namespace nmk_app {
+namespace nmk_files {
 
 namespace {
 
-bool exists(const std::string& file_name) {
-    std::error_code ignored;
-    return std::filesystem::exists(file_name, ignored);
+/// Puts the devices or all others in place, in their order.
+nmk_text::Result<void> put_in_place(std::vector<StagedFile>& staged, bool devices) {
+    for (StagedFile& file : staged) {
+        if (file.is_device() != devices) {
+            continue;
+        }
+        if (nmk_text::Result<void> done = file.put_in_place(); !done) {
+            return done;
+        }
+    }
+    return {};
 }
 
 }  // namespace
 
-void WrittenFiles::take_back() const {
-    for (const std::string& file_name : made_new) {
+void WrittenFiles::remove_new() const {
+    for (const std::string& file_name : new_names) {
         std::error_code ignored;
         std::filesystem::remove(file_name, ignored);
     }
 }
 
-std::optional<std::string> write_all_files(const std::vector<OutputFile>& files,
-                                           WrittenFiles& written) {
+nmk_text::Result<WrittenFiles> write_all_files(const std::vector<OutputFile>& files) {
+    const SignalBlock block;
+    WrittenFiles written;
+    std::vector<StagedFile> staged;
     for (const OutputFile& file : files) {
-        const bool is_new = !exists(file.file_name);
-        if (const auto problem = write_whole_file(file.file_name, file.text)) {
-            written.take_back();
-            return file.file_name + ": " + *problem;
+        nmk_text::Result<StagedFile> one = StagedFile::stage(file.file_name, file.text);
+        if (!one) {
+            return one.error();
         }
         written.names.push_back(file.file_name);
-        if (is_new) {
-            written.made_new.push_back(file.file_name);
+        if (!one->replaces_file()) {
+            written.new_names.push_back(file.file_name);
+        }
+        staged.push_back(*std::move(one));
+    }
+    for (const bool devices : {false, true}) {
+        if (const nmk_text::Result<void> done = put_in_place(staged, devices); !done) {
+            for (StagedFile& file : staged) {
+                file.take_back();
+            }
+            return done.error();
         }
     }
-    return std::nullopt;
+    return written;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_files

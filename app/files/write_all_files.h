@@ -1,13 +1,14 @@
 // write_all_files.h: writes several files, all of them or none.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
-namespace nmk_app {
+#include "text/result.h"
 
-/// A file to write, and what is to stand in it.
+namespace nmk_files {
+
+/// A file to write, and its content.
 struct OutputFile {
     std::string file_name;
     std::string text;
@@ -16,15 +17,16 @@ struct OutputFile {
 /// What was written; the names in the order of the files.
 struct WrittenFiles {
     std::vector<std::string> names;
-    std::vector<std::string> made_new;  // those that were not there before
+    std::vector<std::string> new_names;  // those that did not exist before
 
-    /// Removes what was made new, for a run that fails after all.
-    void take_back() const;
+    /// Removes the new files, for a run that fails after all. Files that were replaced stay: they
+    /// are whole, and what they held before is gone.
+    void remove_new() const;
 };
 
-/// Writes the files in their order. Answers one line when one cannot be written; what was made new
-/// is then taken back.
-std::optional<std::string> write_all_files(const std::vector<OutputFile>& files,
-                                           WrittenFiles& written);
+/// Writes all temporary files, then gives each its name, and writes to devices last. Where one
+/// cannot be written, the Error says which, new files are removed and replaced ones restored; only
+/// what a device has received cannot be taken back.
+nmk_text::Result<WrittenFiles> write_all_files(const std::vector<OutputFile>& files);
 
-}  // namespace nmk_app
+}  // namespace nmk_files

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace nmk_app {
+namespace nmk_shell {
 
 /// One command; each declares its own, and main.cpp lists them.
 struct Command {
@@ -20,4 +20,4 @@ struct Command {
     std::string (*help)();
 };
 
-}  // namespace nmk_app
+}  // namespace nmk_shell

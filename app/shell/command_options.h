@@ -8,14 +8,14 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
 
 #include "files/same_file.h"
 #include "text/escaped_text.h"
 #include "text/number_reader.h"
+#include "text/result.h"
 
-namespace nmk_app {
+namespace nmk_shell {
 
 template <class Options>
 struct ValueOption {
@@ -54,7 +54,7 @@ std::string set_output_file(Options& options, const std::string& value) {
 template <class Options>
 std::string set_file_name(Options& options, const std::string& argument) {
     if (!options.file_name.empty()) {
-        return "one file at a time; " + quoted(argument) + " is a second one";
+        return "one file at a time; " + nmk_text::quoted(argument) + " is a second one";
     }
     if (argument.empty()) {
         return "the name of the file is empty";
@@ -88,18 +88,19 @@ std::string read_option(Options& options, const OptionTable<Options>& table,
         }
         return known.set(options, arguments[++i]);
     }
-    return "unknown option " + quoted(argument) + "; see nmk help " + std::string(table.command);
+    return "unknown option " + nmk_text::quoted(argument) + "; see nmk help " +
+           std::string(table.command);
 }
 
 /// "-3", and "-1e999" too, which is too large to be one but not meant as an option.
 inline bool begins_negative_number(const std::string& argument) {
-    return read_number(argument) || argument.find_first_of("0123456789.") == 1;
+    return nmk_text::read_number(argument) || argument.find_first_of("0123456789.") == 1;
 }
 
 /// Reads all arguments in their order and checks them; the first problem ends it.
 template <class Options>
-std::variant<Options, std::string> read_options(const OptionTable<Options>& table,
-                                                const std::vector<std::string>& arguments) {
+nmk_text::Result<Options> read_options(const OptionTable<Options>& table,
+                                       const std::vector<std::string>& arguments) {
     Options options;
     bool only_plain = false;  // after "--"
     for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -113,11 +114,11 @@ std::variant<Options, std::string> read_options(const OptionTable<Options>& tabl
         std::string problem = is_option ? read_option(options, table, arguments, i)
                                         : table.set_plain(options, argument);
         if (!problem.empty()) {
-            return problem;
+            return nmk_text::Error{{}, 0, std::move(problem)};
         }
     }
     if (std::string problem = table.check(options); !problem.empty()) {
-        return problem;
+        return nmk_text::Error{{}, 0, std::move(problem)};
     }
     return options;
 }
@@ -126,8 +127,9 @@ std::variant<Options, std::string> read_options(const OptionTable<Options>& tabl
 inline std::string check_outputs_differ(std::span<const std::string_view> names) {
     for (std::size_t i = 0; i < names.size(); ++i) {
         for (std::size_t j = 0; j < i; ++j) {
-            if (!names[i].empty() && !names[j].empty() && is_same_file(names[i], names[j])) {
-                return quoted(names[i]) + " is named for two outputs";
+            if (!names[i].empty() && !names[j].empty() &&
+                nmk_files::is_same_file(names[i], names[j])) {
+                return nmk_text::quoted(names[i]) + " is named for two outputs";
             }
         }
     }
@@ -138,11 +140,12 @@ inline std::string check_outputs_differ(std::span<const std::string_view> names)
 inline std::string check_input_is_kept(std::string_view input,
                                        std::span<const std::string_view> names) {
     for (const std::string_view name : names) {
-        if (!name.empty() && is_same_file(input, name)) {
-            return quoted(name) + " is the file that is read; expected another name to write to";
+        if (!name.empty() && nmk_files::is_same_file(input, name)) {
+            return nmk_text::quoted(name) +
+                   " is the file that is read; expected another name to write to";
         }
     }
     return {};
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_shell

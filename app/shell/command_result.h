@@ -4,12 +4,12 @@
 #include <ostream>
 #include <string>
 #include <string_view>
-#include <variant>
 
 #include "files/write_all_files.h"
 #include "text/escaped_text.h"
+#include "text/result.h"
 
-namespace nmk_app {
+namespace nmk_shell {
 
 // The exit codes of the tool.
 constexpr int done = 0;
@@ -18,14 +18,14 @@ constexpr int bad_input = 2;  // bad usage too, and an output that cannot be wri
 
 /// Prints the one line that says what is wrong.
 inline int refuse(std::ostream& err, std::string_view problem) {
-    err << line_text(problem) << "\n";
+    err << nmk_text::line_text(problem) << "\n";
     return bad_input;
 }
 
 /// A line for each file that was written.
-inline void tell_written(std::ostream& out, const WrittenFiles& written) {
+inline void print_written(std::ostream& out, const nmk_files::WrittenFiles& written) {
     for (const std::string& file_name : written.names) {
-        out << "Wrote " << line_text(file_name) << ".\n";
+        out << "Wrote " << nmk_text::line_text(file_name) << ".\n";
     }
 }
 
@@ -35,24 +35,24 @@ inline int finish(std::ostream& out, std::ostream& err, const std::string& what)
     return out ? done : refuse(err, "standard output: " + what + " cannot be written");
 }
 
-/// The same for a run that wrote files, which are taken back where what was printed is lost.
+/// The same for a run that wrote files, whose new ones are removed where what was printed is lost.
 inline int finish(std::ostream& out, std::ostream& err, const std::string& what,
-                  const WrittenFiles& written) {
+                  const nmk_files::WrittenFiles& written) {
     const int answer = finish(out, err, what);
     if (answer != done) {
-        written.take_back();
+        written.remove_new();
     }
     return answer;
 }
 
 /// Answers what `go` answers to the options, or says why there are none.
 template <class Options, class Go>
-int run_with(const std::variant<Options, std::string>& read, const std::string& command,
-             std::ostream& err, Go go) {
-    if (const auto* problem = std::get_if<std::string>(&read)) {
-        return refuse(err, "nmk " + command + ": " + *problem);
+int run_with(const nmk_text::Result<Options>& read, const std::string& command, std::ostream& err,
+             Go go) {
+    if (!read) {
+        return refuse(err, "nmk " + command + ": " + read.error().message);
     }
-    return go(std::get<Options>(read));
+    return go(*read);
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_shell

@@ -12,7 +12,7 @@
 #include <numeric>
 #include <utility>
 
-namespace nmk_app {
+namespace nmk_shell {
 
 namespace {
 
@@ -54,7 +54,8 @@ bool refuse(std::string& error, std::string message) {
 // What was typed may hold anything; an error stays one line of readable text.
 std::string in_quotes(std::string_view text) {
     const bool is_cut = text.size() > longest_name_compared;
-    return "'" + line_text(text.substr(0, longest_name_compared)) + (is_cut ? "...'" : "'");
+    return "'" + nmk_text::line_text(text.substr(0, longest_name_compared)) +
+           (is_cut ? "...'" : "'");
 }
 
 bool set_number(nmkVersion& level, std::string_view setting, std::string& error) {
@@ -73,12 +74,12 @@ bool set_number(nmkVersion& level, std::string_view setting, std::string& error)
 
 std::vector<std::string> near_level_names(std::string_view name) {
     if (name.empty() || name.size() > longest_name_compared) return {};
-    const std::string wanted = lower_case(name);
+    const std::string wanted = nmk_text::lower_case(name);
     std::vector<std::pair<std::size_t, std::string>> found;
     const dbgLevelManager& levels = *nmkVersion::get_manager();
     for (int position = 0; position < levels.size(); ++position) {
         const char* const each = levels.level(position)->get_name();
-        const std::size_t distance = unlikeness(wanted, lower_case(each));
+        const std::size_t distance = unlikeness(wanted, nmk_text::lower_case(each));
         if (distance < too_unlike) found.emplace_back(distance, each);
     }
     std::sort(found.begin(), found.end());
@@ -125,4 +126,4 @@ bool apply_level_option(std::string_view text, std::string& error) {
     return set_number(*level, setting, error);
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_shell

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace nmk_app {
+namespace nmk_shell {
 
 /// Moves one version level of this process.
 ///
@@ -22,4 +22,4 @@ std::string unknown_level_message(std::string_view name);
 /// by it, and those that a few typing errors lead to. Case does not count.
 std::vector<std::string> near_level_names(std::string_view name);
 
-}  // namespace nmk_app
+}  // namespace nmk_shell

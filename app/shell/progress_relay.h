@@ -1,20 +1,19 @@
-// progress_relay.h: a progress reporter that hands everything on and remembers a wish to stop.
+// progress_relay.h: a progress reporter that forwards each call and remembers a request to stop.
 //
-// Annealing does not listen to a break; between two tools the tool itself can, if the wish was
-// remembered.
+// Annealing ignores a request to stop; the command stops between two tools instead.
 #pragma once
 
 #include <nmkprogressbreak/nmkProgressBreak.h>
 
-namespace nmk_app {
+namespace nmk_shell {
 
-class BreakMemory : public nmkProgressBreak {
+class ProgressRelay : public nmkProgressBreak {
   public:
     /// `reporter` is borrowed and may be null.
-    explicit BreakMemory(nmkProgressBreak* reporter) : m_reporter(reporter) {}
+    explicit ProgressRelay(nmkProgressBreak* reporter) : m_reporter(reporter) {}
 
-    /// Whether any step so far was answered with a wish to stop.
-    bool asked() const { return m_asked; }
+    /// Whether any call so far returned a request to stop.
+    bool stop_requested() const { return m_stop_requested; }
 
     int send_progress_bar_to_0(const char* text) override {
         return m_reporter == nullptr ? 0 : m_reporter->send_progress_bar_to_0(text);
@@ -33,13 +32,13 @@ class BreakMemory : public nmkProgressBreak {
     }
 
   private:
-    int noted(int answer) {
-        m_asked = m_asked || answer != 0;
-        return answer;
+    int noted(int request) {
+        m_stop_requested = m_stop_requested || request != 0;
+        return request;
     }
 
     nmkProgressBreak* m_reporter;
-    bool m_asked = false;
+    bool m_stop_requested = false;
 };
 
-}  // namespace nmk_app
+}  // namespace nmk_shell

@@ -9,7 +9,7 @@
 #include "shell/command_result.h"
 #include "shell/level_option.h"
 
-namespace nmk_app {
+namespace nmk_shell {
 
 namespace {
 
@@ -120,9 +120,9 @@ int run_tool(std::span<const Command> commands, const std::vector<std::string>& 
     try {
         return dispatch(commands, arguments, out, err);
     } catch (const std::exception& failure) {
-        err << "nmk: no result: " << line_text(failure.what()) << "\n";
+        err << "nmk: no result: " << nmk_text::line_text(failure.what()) << "\n";
         return no_result;
     }
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_shell

@@ -8,7 +8,7 @@
 
 #include "shell/command.h"
 
-namespace nmk_app {
+namespace nmk_shell {
 
 /// Runs `nmk` with the arguments that follow its name.
 ///
@@ -19,4 +19,4 @@ namespace nmk_app {
 int run_tool(std::span<const Command> commands, const std::vector<std::string>& arguments,
              std::ostream& out, std::ostream& err);
 
-}  // namespace nmk_app
+}  // namespace nmk_shell

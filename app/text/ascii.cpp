@@ -2,7 +2,7 @@
 
 #include "text/ascii.h"
 
-namespace nmk_app {
+namespace nmk_text {
 
 std::string_view trimmed(std::string_view text) {
     const std::size_t first = text.find_first_not_of(" \t");
@@ -22,4 +22,4 @@ std::string lower_case(std::string_view text) {
     return result;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_text

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace nmk_app {
+namespace nmk_text {
 
 /// The text without blanks and tabs at either end.
 std::string_view trimmed(std::string_view text);
@@ -12,4 +12,4 @@ std::string_view trimmed(std::string_view text);
 /// The same letters in lower case; only those of ASCII change.
 std::string lower_case(std::string_view text);
 
-}  // namespace nmk_app
+}  // namespace nmk_text

@@ -7,7 +7,7 @@
 #include "text/ascii.h"
 #include "text/number_reader.h"
 
-namespace nmk_app {
+namespace nmk_text {
 
 namespace {
 
@@ -31,7 +31,7 @@ std::string_view CsvRow::bare(std::size_t index) const {
 }
 
 bool CsvRow::is_header() const {
-    for (std::size_t i = 0; i < std::min(count, most_csv_columns); ++i) {
+    for (std::size_t i = 0; i < std::min(count, max_csv_columns); ++i) {
         const std::string_view cell = bare(i);
         if (read_number(cell) || cell.find_first_of("0123456789+-.") == 0) {
             return false;
@@ -63,7 +63,7 @@ void split_row(CsvRow& row, char separator) {
     row.cells = {};
     for (std::size_t at = 0; at <= row.line.size();) {
         const std::size_t stop = std::min(row.line.find(separator, at), row.line.size());
-        if (row.count < most_csv_columns) {
+        if (row.count < max_csv_columns) {
             row.cells[row.count] = trimmed(row.line.substr(at, stop - at));
         }
         ++row.count;
@@ -71,4 +71,4 @@ void split_row(CsvRow& row, char separator) {
     }
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_text

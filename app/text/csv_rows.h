@@ -7,16 +7,16 @@
 
 #include "text/text_lines.h"
 
-namespace nmk_app {
+namespace nmk_text {
 
-constexpr std::size_t most_csv_columns = 12;  // that any table of the tool has
+constexpr std::size_t max_csv_columns = 12;  // that any table of the tool has
 
 /// One row of a table.
 struct CsvRow {
     std::string_view line;
     std::size_t number = 0;  // of the line, from 1
     std::size_t count = 0;   // of the cells; those past most_csv_columns are counted, not kept
-    std::array<std::string_view, most_csv_columns> cells;
+    std::array<std::string_view, max_csv_columns> cells;
 
     /// The cell without quotation marks around it.
     std::string_view bare(std::size_t index) const;
@@ -43,4 +43,4 @@ class CsvRows {
     char m_separator = '\0';
 };
 
-}  // namespace nmk_app
+}  // namespace nmk_text

@@ -6,11 +6,11 @@
 
 #include <cstddef>
 
-namespace nmk_app {
+namespace nmk_text {
 
 namespace {
 
-constexpr std::size_t longest_quotation = 40;  // bytes; what a message shows of a text
+constexpr std::size_t max_quotation = 40;  // bytes; what a message shows of a text
 
 constexpr std::string_view replacement_character = "\xEF\xBF\xBD";
 
@@ -92,7 +92,7 @@ std::string line_text(std::string_view text) {
 std::string quoted(std::string_view text) {
     constexpr std::string_view digits = "0123456789abcdef";
     std::string result = "\"";
-    for (const char letter : text.substr(0, longest_quotation)) {
+    for (const char letter : text.substr(0, max_quotation)) {
         const auto byte = static_cast<unsigned char>(letter);
         if (byte >= 0x20 && byte < 0x7f) {
             result += letter;
@@ -102,7 +102,7 @@ std::string quoted(std::string_view text) {
             result += digits[byte & 15U];
         }
     }
-    return result + (text.size() > longest_quotation ? "\"..." : "\"");
+    return result + (text.size() > max_quotation ? "\"..." : "\"");
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_text

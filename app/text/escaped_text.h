@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace nmk_app {
+namespace nmk_text {
 
 /// For XML and HTML, in text and in quoted attributes. Control characters become U+FFFD.
 std::string xml_text(std::string_view text);
@@ -21,4 +21,4 @@ std::string line_text(std::string_view text);
 /// The text in quotation marks for a message: unprintable bytes as \xNN, long texts cut short.
 std::string quoted(std::string_view text);
 
-}  // namespace nmk_app
+}  // namespace nmk_text

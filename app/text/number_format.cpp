@@ -7,7 +7,7 @@
 #include <cmath>
 #include <system_error>
 
-namespace nmk_app {
+namespace nmk_text {
 
 std::string fixed_number(double value, int decimals) {
     char digits[400];  // 309 digits of the largest double, its decimals, a sign
@@ -49,4 +49,4 @@ std::string readable_number(double value) {
     return {room.data(), written.ptr};
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_text

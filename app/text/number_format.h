@@ -5,7 +5,7 @@
 
 #include <string>
 
-namespace nmk_app {
+namespace nmk_text {
 
 /// The number with exactly so many decimals, rounded to nearest: "12.50". Never an exponent, never
 /// a negative zero.
@@ -20,4 +20,4 @@ std::string exact_number(double value);
 /// The same for a person: without an exponent from 0.00001 up to 1e15, also where that is longer.
 std::string readable_number(double value);
 
-}  // namespace nmk_app
+}  // namespace nmk_text

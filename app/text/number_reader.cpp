@@ -7,7 +7,7 @@
 #include <cmath>
 #include <system_error>
 
-namespace nmk_app {
+namespace nmk_text {
 
 std::optional<double> read_number(std::string_view text) {
     if (text.starts_with('+') && text.substr(1, 1) != "-") {
@@ -24,7 +24,7 @@ std::optional<double> read_number(std::string_view text) {
 
 std::optional<double> read_coordinate(std::string_view text) {
     const std::optional<double> value = read_number(text);
-    if (!value || !(std::abs(*value) <= largest_coordinate)) {
+    if (!value || !(std::abs(*value) <= max_coordinate)) {
         return std::nullopt;
     }
     return value;
@@ -44,4 +44,4 @@ std::vector<double> read_coordinates(std::string_view text) {
     return numbers;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_text

@@ -9,7 +9,7 @@
 #include <cstddef>
 #include <string_view>
 
-namespace nmk_app {
+namespace nmk_text {
 
 /// One line and where it stands.
 struct TextLine {
@@ -56,4 +56,4 @@ inline std::string_view line_ending(std::string_view text) {
     return text.substr(stop, text.substr(stop, 2) == "\r\n" ? 2U : 1U);
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_text

@@ -10,7 +10,7 @@
 #include "app/shell/command_runner.h"
 #include "scratch_folder.h"
 
-namespace nmk_app {
+namespace nmk_shell {
 namespace {
 
 const std::string root = NMK_SOURCE_DIR "/";
@@ -38,7 +38,7 @@ std::string without(std::string text, const std::string& part) {
 /// Walks one document: runs its commands, and compares the block and the picture behind each.
 class DocumentWalk {
   public:
-    explicit DocumentWalk(const std::string& name) : m_lines(bytes_of_file(root + name)) {}
+    explicit DocumentWalk(const std::string& name) : m_lines(nmk_job::bytes_of_file(root + name)) {}
 
     void walk() {
         for (std::string line; std::getline(m_lines, line);) {
@@ -83,8 +83,8 @@ class DocumentWalk {
     }
 
     void compare_picture(const std::string& picture) {
-        EXPECT_EQ(bytes_of_file(m_folder.path() + "/" + m_drawn),
-                  bytes_of_file(root + "docs/" + picture))
+        EXPECT_EQ(nmk_job::bytes_of_file(m_folder.path() + "/" + m_drawn),
+                  nmk_job::bytes_of_file(root + "docs/" + picture))
             << picture;
         ++pictures;
     }
@@ -121,13 +121,14 @@ TEST(documents, name_the_options_that_the_help_names) {
     for (const std::string name : {"order", "route", "solve"}) {
         const std::set<std::string> options = options_in(run({"help", name}).out);
         EXPECT_GE(options.size(), 4U) << name;
-        EXPECT_EQ(options_in(bytes_of_file(root + "docs/nmk-" + name + ".md")), options) << name;
+        EXPECT_EQ(options_in(nmk_job::bytes_of_file(root + "docs/nmk-" + name + ".md")), options)
+            << name;
     }
 }
 
 TEST(documents, of_the_first_page_show_commands_that_work) {
     const ScratchFolder folder;
-    std::istringstream lines(bytes_of_file(root + "README.md"));
+    std::istringstream lines(nmk_job::bytes_of_file(root + "README.md"));
     int commands = 0;
     for (std::string line; std::getline(lines, line);) {
         constexpr std::string_view start = "| `./nmk ";
@@ -141,4 +142,4 @@ TEST(documents, of_the_first_page_show_commands_that_work) {
 }
 
 }  // namespace
-}  // namespace nmk_app
+}  // namespace nmk_shell

@@ -14,7 +14,7 @@
 #include <ostream>
 #include <string_view>
 
-namespace nmk_app {
+namespace nmk_levels {
 
 namespace {
 
@@ -59,15 +59,16 @@ Problem check(Request& request) {
                : "";
 }
 
-constexpr ValueOption<Request> value_options[] = {{"--find", set_find}, {"--state", set_state}};
+constexpr nmk_shell::ValueOption<Request> value_options[] = {{"--find", set_find},
+                                                             {"--state", set_state}};
 
-constexpr SwitchOption<Request> switches[] = {{"--json", &Request::json},
-                                              {"--quiet", &Request::quiet}};
+constexpr nmk_shell::SwitchOption<Request> switches[] = {{"--json", &Request::json},
+                                                         {"--quiet", &Request::quiet}};
 
-constexpr OptionTable<Request> table{"levels", value_options, switches, set_name, check};
+constexpr nmk_shell::OptionTable<Request> table{"levels", value_options, switches, set_name, check};
 
 bool holds(std::string_view text, std::string_view part) {
-    return lower_case(text).find(lower_case(part)) != std::string::npos;
+    return nmk_text::lower_case(text).find(nmk_text::lower_case(part)) != std::string::npos;
 }
 
 bool is_wanted(const nmkVersion& level, const Request& request) {
@@ -90,7 +91,8 @@ std::vector<const nmkVersion*> wanted_levels(const Request& request) {
 int show_levels(const Request& request, std::ostream& out, std::ostream& err) {
     const std::vector<const nmkVersion*> levels = wanted_levels(request);
     if (request.name && levels.empty()) {
-        return refuse(err, "nmk levels: " + unknown_level_message(*request.name));
+        return nmk_shell::refuse(err,
+                                 "nmk levels: " + nmk_shell::unknown_level_message(*request.name));
     }
     if (request.json) {
         print_levels_as_json(levels, out);
@@ -99,14 +101,15 @@ int show_levels(const Request& request, std::ostream& out, std::ostream& err) {
     } else if (!request.quiet) {
         print_levels_as_table(levels, out);
     }
-    return finish(out, err, "the levels");
+    return nmk_shell::finish(out, err, "the levels");
 }
 
 }  // namespace
 
 int run_levels(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
-    return run_with(read_options(table, arguments), "levels", err,
-                    [&](const Request& request) { return show_levels(request, out, err); });
+    return nmk_shell::run_with(
+        nmk_shell::read_options(table, arguments), "levels", err,
+        [&](const Request& request) { return show_levels(request, out, err); });
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_levels

@@ -7,7 +7,7 @@
 
 #include "shell/command.h"
 
-namespace nmk_app {
+namespace nmk_levels {
 
 /// Lists the levels in order of registration, or shows one.
 ///
@@ -23,7 +23,7 @@ int run_levels(const std::vector<std::string>& arguments, std::ostream& out, std
 /// What `nmk help levels` prints.
 std::string levels_help();
 
-inline constexpr Command levels_command{"levels", "list and show the version levels of the library",
-                                        run_levels, levels_help};
+inline constexpr nmk_shell::Command levels_command{
+    "levels", "list and show the version levels of the library", run_levels, levels_help};
 
-}  // namespace nmk_app
+}  // namespace nmk_levels

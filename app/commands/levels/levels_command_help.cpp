@@ -2,7 +2,7 @@
 
 #include "commands/levels/levels_command.h"
 
-namespace nmk_app {
+namespace nmk_levels {
 
 std::string levels_help() {
     return R"(nmk levels [NAME]: list the version levels of the library, or show one
@@ -22,4 +22,4 @@ Examples:
 )";
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_levels

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace nmk_app {
+namespace nmk_levels {
 
 namespace {
 
@@ -78,18 +78,18 @@ void print_levels_as_json(const std::vector<const nmkVersion*>& levels, std::ost
     out << "{\"levels\": [";
     const char* between = "\n";
     for (const nmkVersion* level : levels) {
-        out << between << "  {\"name\": " << json_text(level->get_name())
-            << ", \"state\": " << json_text(level->get_current())
+        out << between << "  {\"name\": " << nmk_text::json_text(level->get_name())
+            << ", \"state\": " << nmk_text::json_text(level->get_current())
             << ", \"level\": " << std::to_string(level->get_level())
             << ", \"previous\": " << setting(level->get_previous_level(), "null")
             << ", \"default\": " << setting(level->get_default_level(), "null")
             << ", \"preview\": " << setting(level->get_preview_level(), "null")
             << ", \"prerelease\": " << (level->get_prerelease() != 0 ? "true" : "false")
-            << ",\n   \"description\": " << json_text(level->get_description())
-            << ",\n   \"documentation\": " << json_text(level->get_link()) << "}";
+            << ",\n   \"description\": " << nmk_text::json_text(level->get_description())
+            << ",\n   \"documentation\": " << nmk_text::json_text(level->get_link()) << "}";
         between = ",\n";
     }
     out << "\n]}\n";
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_levels

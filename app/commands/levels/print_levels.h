@@ -6,7 +6,7 @@
 #include <iosfwd>
 #include <vector>
 
-namespace nmk_app {
+namespace nmk_levels {
 
 /// A heading, a line for each level, and a line with their number. A setting that does not exist
 /// shows as "-"; a line feed in a description shows as a space.
@@ -19,4 +19,4 @@ void print_one_level(const nmkVersion& level, std::ostream& out);
 /// "description", "documentation"}, ...]}; a setting that does not exist is null.
 void print_levels_as_json(const std::vector<const nmkVersion*>& levels, std::ostream& out);
 
-}  // namespace nmk_app
+}  // namespace nmk_levels

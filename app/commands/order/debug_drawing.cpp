@@ -9,7 +9,7 @@
 
 #include "text/escaped_text.h"
 
-namespace nmk_app {
+namespace nmk_order {
 
 namespace {
 
@@ -37,8 +37,8 @@ bool read_debug_channel(const std::string& text, DebugChannel& channel, std::str
         std::find_if(std::begin(known_channels), std::end(known_channels),
                      [&name](const DebugChannel& candidate) { return candidate.name == name; });
     if (known == std::end(known_channels)) {
-        problem =
-            "there is no debug channel " + quoted(name) + "; the channels are " + known_names();
+        problem = "there is no debug channel " + nmk_text::quoted(name) + "; the channels are " +
+                  known_names();
         return false;
     }
     channel = *known;
@@ -47,7 +47,7 @@ bool read_debug_channel(const std::string& text, DebugChannel& channel, std::str
     }
     const std::string level = text.substr(equals + 1);
     if (level.size() != 1 || level[0] < '1' || level[0] > '9') {
-        problem = "debug level " + quoted(level) + " is unknown; expected 1 to 9";
+        problem = "debug level " + nmk_text::quoted(level) + " is unknown; expected 1 to 9";
         return false;
     }
     channel.level = level[0] - '0';
@@ -78,4 +78,4 @@ std::string debug_drawing_svg(const DebugChannel& channel) {
     return text.str();
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_order

@@ -6,7 +6,7 @@
 
 #include <string>
 
-namespace nmk_app {
+namespace nmk_order {
 
 /// What the ordering of the library draws on; a channel is told with as much detail as it has.
 struct DebugChannel {
@@ -36,4 +36,4 @@ bool is_debug_drawing_empty(const DebugChannel& channel);
 /// What was drawn on the channel so far, as SVG.
 std::string debug_drawing_svg(const DebugChannel& channel);
 
-}  // namespace nmk_app
+}  // namespace nmk_order

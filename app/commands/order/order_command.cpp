@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <variant>
 
 #include "commands/order/order_figures.h"
 #include "commands/order/order_job.h"
@@ -19,7 +18,7 @@
 #include "formats/job_files/read_job.h"
 #include "shell/command_result.h"
 
-namespace nmk_app {
+namespace nmk_order {
 
 namespace {
 
@@ -30,10 +29,10 @@ bool anneals(nmkSortType type) {
     return type == nmkSortTypeShortest || type == nmkSortTypeShortestOneWay;
 }
 
-std::size_t largest_run(const MachiningJob& job, bool across_tools) {
+std::size_t largest_run(const nmk_job::MachiningJob& job, bool across_tools) {
     std::size_t largest = 0;
     std::size_t sum = 0;
-    for (const JobTool& tool : job.tools) {
+    for (const nmk_job::JobTool& tool : job.tools) {
         sum += tool.items.size();
         largest = std::max(largest, tool.items.size());
     }
@@ -42,7 +41,8 @@ std::size_t largest_run(const MachiningJob& job, bool across_tools) {
 
 /// The annealer tries a move for each item at 7,500 temperatures at least, and 7,500 times more at
 /// the end.
-void tell_long_work(const MachiningJob& job, const OrderRequest& request, std::ostream& err) {
+void announce_long_work(const nmk_job::MachiningJob& job, const OrderRequest& request,
+                        std::ostream& err) {
     const std::size_t items = largest_run(job, request.across_tools);
     if (anneals(request.type) && items >= many_items) {
         err << "nmk order: " << items << " items in one run: " << sort_type_name(request.type)
@@ -64,16 +64,16 @@ OrderReport report_of(const OrderOptions& options, const OrderRequest& request,
     return report;
 }
 
-int print_report(const OrderReport& report, const WrittenFiles& written, std::ostream& out,
-                 std::ostream& err) {
+int print_report(const OrderReport& report, const nmk_files::WrittenFiles& written,
+                 std::ostream& out, std::ostream& err) {
     if (report.options.json) {
         out << order_json(report);
     } else if (!report.options.quiet) {
         out << order_table(report);
-        tell_written(out, written);
+        nmk_shell::print_written(out, written);
     }
-    const int answer = finish(out, err, "the figures", written);
-    if (answer == done && report.stopped) {
+    const int answer = nmk_shell::finish(out, err, "the figures", written);
+    if (answer == nmk_shell::done && report.stopped) {
         err << "nmk order: stopped; what was not yet ordered stands as in the file\n";
     }
     return answer;
@@ -81,15 +81,15 @@ int print_report(const OrderReport& report, const WrittenFiles& written, std::os
 
 int order_with(const OrderOptions& options, nmkProgressBreak* progress, bool tell,
                std::ostream& out, std::ostream& err) {
-    const std::variant<MachiningJob, JobError> read =
-        read_job_file(options.file_name, options.units);
-    if (const auto* error = std::get_if<JobError>(&read)) {
-        return refuse(err, error->text());
+    const nmk_text::Result<nmk_job::MachiningJob> read =
+        nmk_job_files::read_job_file(options.file_name, options.units);
+    if (!read) {
+        return nmk_shell::refuse(err, read.error().text());
     }
-    const auto& job = std::get<MachiningJob>(read);
+    const auto& job = *read;
     const OrderRequest request = order_request(options, job.units);
     if (tell) {
-        tell_long_work(job, request, err);
+        announce_long_work(job, request, err);
     }
     const DebugDrawing drawing(options.debug_channel);
     OrderedJob ordered = order_job(job, request, progress);
@@ -97,29 +97,31 @@ int order_with(const OrderOptions& options, nmkProgressBreak* progress, bool tel
         ordered.notes.push_back("nothing was drawn on the debug channel");
     }
     const OrderReport report = report_of(options, request, ordered);
-    WrittenFiles written;
-    if (const auto problem = write_order_outputs(job, ordered, report, written)) {
-        return refuse(err, *problem);
+    const auto written = write_order_outputs(job, ordered, report);
+    if (!written) {
+        return nmk_shell::refuse(err, written.error().text());
     }
-    return print_report(report, written, out, err);
+    return print_report(report, *written, out, err);
 }
 
 }  // namespace
 
 int run_order(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
               nmkProgressBreak* progress) {
-    return run_with(read_order_options(arguments), "order", err, [&](const OrderOptions& options) {
-        return order_with(options, progress, false, out, err);
-    });
+    return nmk_shell::run_with(read_order_options(arguments), "order", err,
+                               [&](const OrderOptions& options) {
+                                   return order_with(options, progress, false, out, err);
+                               });
 }
 
 int run_order(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
-    return run_with(read_order_options(arguments), "order", err, [&](const OrderOptions& options) {
-        // Draws on a terminal only, but answers Ctrl-C everywhere.
-        nmkTerminalProgress progress(options.quiet ? nullptr : stderr);
-        const bool tell = !options.quiet && isatty(STDERR_FILENO) == 1;
-        return order_with(options, &progress, tell, out, err);
-    });
+    return nmk_shell::run_with(read_order_options(arguments), "order", err,
+                               [&](const OrderOptions& options) {
+                                   // Draws on a terminal only, but answers Ctrl-C everywhere.
+                                   nmkTerminalProgress progress(options.quiet ? nullptr : stderr);
+                                   const bool tell = !options.quiet && isatty(STDERR_FILENO) == 1;
+                                   return order_with(options, &progress, tell, out, err);
+                               });
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_order

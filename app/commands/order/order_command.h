@@ -9,7 +9,7 @@
 
 class nmkProgressBreak;
 
-namespace nmk_app {
+namespace nmk_order {
 
 /// Runs the command with the arguments that follow its name.
 ///
@@ -26,8 +26,8 @@ int run_order(const std::vector<std::string>& arguments, std::ostream& out, std:
 /// What `nmk help order` prints.
 std::string order_help();
 
-inline constexpr Command order_command{
+inline constexpr nmk_shell::Command order_command{
     "order", "put holes and slots in an order in which the cutter travels little", run_order,
     order_help};
 
-}  // namespace nmk_app
+}  // namespace nmk_order

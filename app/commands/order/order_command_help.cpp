@@ -3,7 +3,7 @@
 #include "commands/order/order_command.h"
 #include "commands/order/sort_type_names.h"
 
-namespace nmk_app {
+namespace nmk_order {
 
 std::string order_help() {
     return R"(nmk order FILE: put holes and slots in an order in which the cutter travels little
@@ -38,4 +38,4 @@ Example:
 )";
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_order

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace nmk_app {
+namespace nmk_order {
 
 namespace {
 
@@ -21,7 +21,7 @@ void add_to_total(TravelFigures& total, const TravelFigures& row) {
 
 }  // namespace
 
-TravelFigures measure_travel(const std::vector<JobItem>& items) {
+TravelFigures measure_travel(const std::vector<nmk_job::JobItem>& items) {
     TravelFigures figures;
     for (std::size_t i = 1; i < items.size(); ++i) {
         const giPoint3& from = items[i - 1].exit();
@@ -37,7 +37,8 @@ TravelFigures measure_travel(const std::vector<JobItem>& items) {
     return figures;
 }
 
-OrderFigures measure_order(const std::vector<JobTool>& before, const std::vector<JobTool>& after) {
+OrderFigures measure_order(const std::vector<nmk_job::JobTool>& before,
+                           const std::vector<nmk_job::JobTool>& after) {
     OrderFigures figures;
     figures.total.name = "total";
     for (std::size_t i = 0; i < before.size(); ++i) {
@@ -57,4 +58,4 @@ double saved_percent(double before, double after) {
 
 double rapid_seconds(double length, double mm_per_minute) { return length / mm_per_minute * 60.0; }
 
-}  // namespace nmk_app
+}  // namespace nmk_order

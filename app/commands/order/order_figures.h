@@ -12,7 +12,7 @@
 
 #include "formats/job/machining_job.h"
 
-namespace nmk_app {
+namespace nmk_order {
 
 /// The moves of one run, or of several together.
 struct TravelFigures {
@@ -37,10 +37,11 @@ struct OrderFigures {
     ToolFigures total;
 };
 
-TravelFigures measure_travel(const std::vector<JobItem>& items);
+TravelFigures measure_travel(const std::vector<nmk_job::JobItem>& items);
 
 /// Rows of the tools of `before`, which `after` has at the same places.
-OrderFigures measure_order(const std::vector<JobTool>& before, const std::vector<JobTool>& after);
+OrderFigures measure_order(const std::vector<nmk_job::JobTool>& before,
+                           const std::vector<nmk_job::JobTool>& after);
 
 /// What was saved, in percent of what was; 0 where nothing was travelled before.
 double saved_percent(double before, double after);
@@ -48,4 +49,4 @@ double saved_percent(double before, double after);
 /// Seconds for a length at a constant rapid rate, without acceleration.
 double rapid_seconds(double length, double mm_per_minute);
 
-}  // namespace nmk_app
+}  // namespace nmk_order

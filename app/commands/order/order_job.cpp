@@ -11,18 +11,18 @@
 #include "commands/order/order_figures.h"
 #include "shell/progress_relay.h"
 
-namespace nmk_app {
+namespace nmk_order {
 
 namespace {
 
-bool has_end(const JobItem& item) { return item.end.has_value(); }
+bool has_end(const nmk_job::JobItem& item) { return item.end.has_value(); }
 
 /// One library item for each of ours, numbered. A deque, since the library borrows them.
-std::deque<nmkSortItemLine> library_items(const std::vector<JobItem>& items) {
+std::deque<nmkSortItemLine> library_items(const std::vector<nmk_job::JobItem>& items) {
     const bool lines = std::any_of(items.begin(), items.end(), has_end);
     const giPoint3 no_end;  // unset, which the sorters take for none
     std::deque<nmkSortItemLine> result;
-    for (const JobItem& item : items) {
+    for (const nmk_job::JobItem& item : items) {
         const giPoint3& end = lines ? item.end.value_or(item.start) : no_end;
         result.emplace_back(item.start, end).set_index(static_cast<int>(result.size()) - 1);
     }
@@ -30,8 +30,8 @@ std::deque<nmkSortItemLine> library_items(const std::vector<JobItem>& items) {
 }
 
 /// Appends the items that a broken off sort did not come to, in the order in which they came.
-void append_missing(std::vector<JobItem>& result, const std::vector<JobItem>& items,
-                    const std::vector<bool>& taken) {
+void append_missing(std::vector<nmk_job::JobItem>& result,
+                    const std::vector<nmk_job::JobItem>& items, const std::vector<bool>& taken) {
     for (std::size_t i = 0; i < items.size(); ++i) {
         if (!taken[i]) {
             result.push_back(items[i]);
@@ -43,15 +43,16 @@ void append_missing(std::vector<JobItem>& result, const std::vector<JobItem>& it
 ///
 /// Where some items have two points and some one, a hole counts as a line of no length, because the
 /// sorters want either all items with an end or none.
-std::vector<JobItem> sorted_items(const std::vector<JobItem>& items, const OrderRequest& request,
-                                  nmkProgressBreak* progress, bool& stopped) {
+std::vector<nmk_job::JobItem> sorted_items(const std::vector<nmk_job::JobItem>& items,
+                                           const OrderRequest& request, nmkProgressBreak* progress,
+                                           bool& stopped) {
     std::deque<nmkSortItemLine> lines = library_items(items);
     nmkPointSorter sorter(request.type);
     for (nmkSortItemLine& line : lines) {
         sorter.add_item(nmkSortItemPrf(&line));
     }
     nmkSortList& sorted = sorter.sort(request.tolerance, request.start, progress);
-    std::vector<JobItem> result;
+    std::vector<nmk_job::JobItem> result;
     result.reserve(items.size());
     std::vector<bool> taken(items.size(), false);
     sorted.reset();
@@ -74,7 +75,7 @@ bool finds_shortest(nmkSortType type) {
 
 /// The library orders lines around a ring, which has no first item: cut it at its longest move, so
 /// that this move is not travelled. The order around the ring stays as it is.
-void cut_ring_at_longest_move(std::vector<JobItem>& items) {
+void cut_ring_at_longest_move(std::vector<nmk_job::JobItem>& items) {
     const double closing = items.back().exit().distance(items.front().entry());
     const TravelFigures open = measure_travel(items);
     if (open.longest > closing) {
@@ -85,18 +86,18 @@ void cut_ring_at_longest_move(std::vector<JobItem>& items) {
 
 struct Orderer {
     const OrderRequest& request;
-    BreakMemory& breaks;
+    nmk_shell::ProgressRelay& breaks;
     nmkProgressBreak* progress;
     OrderedJob& result;
 
-    std::vector<JobItem> order_run(const JobTool& run) {
-        if (breaks.asked()) {
+    std::vector<nmk_job::JobItem> order_run(const nmk_job::JobTool& run) {
+        if (breaks.stop_requested()) {
             result.stopped = true;
             result.notes.push_back(run.name + ": not begun, left in the order of the file");
             return run.items;
         }
         bool stopped = false;
-        std::vector<JobItem> items = sorted_items(run.items, request, progress, stopped);
+        std::vector<nmk_job::JobItem> items = sorted_items(run.items, request, progress, stopped);
         if (stopped) {
             result.stopped = true;
             result.notes.push_back(run.name +
@@ -107,7 +108,8 @@ struct Orderer {
     }
 
     /// Cuts the ring of lines, and never answers an order longer than the file's.
-    std::vector<JobItem> shortest(const JobTool& run, std::vector<JobItem> items) {
+    std::vector<nmk_job::JobItem> shortest(const nmk_job::JobTool& run,
+                                           std::vector<nmk_job::JobItem> items) {
         if (items.size() > 2 && std::any_of(items.begin(), items.end(), has_end)) {
             cut_ring_at_longest_move(items);
         }
@@ -120,26 +122,30 @@ struct Orderer {
 };
 
 /// All items of all tools as they stand in the file, and for each the place of its tool.
-JobTool all_items(const MachiningJob& job, std::vector<std::size_t>& tool_of_source) {
-    JobTool all{"all", std::nullopt, {}};
+nmk_job::JobTool all_items(const nmk_job::MachiningJob& job,
+                           std::vector<std::size_t>& tool_of_source) {
+    nmk_job::JobTool all{"all", std::nullopt, {}};
     for (std::size_t tool = 0; tool < job.tools.size(); ++tool) {
-        for (const JobItem& item : job.tools[tool].items) {
+        for (const nmk_job::JobItem& item : job.tools[tool].items) {
             tool_of_source.resize(std::max(tool_of_source.size(), item.source_index + 1));
             tool_of_source[item.source_index] = tool;
             all.items.push_back(item);
         }
     }
     std::sort(all.items.begin(), all.items.end(),
-              [](const JobItem& a, const JobItem& b) { return a.source_index < b.source_index; });
+              [](const nmk_job::JobItem& a, const nmk_job::JobItem& b) {
+                  return a.source_index < b.source_index;
+              });
     return all;
 }
 
 /// Cuts an order of all items into runs of one tool each.
-std::vector<JobTool> runs_of_one_tool(const std::vector<JobItem>& items, const MachiningJob& job,
-                                      const std::vector<std::size_t>& tool_of_source) {
-    std::vector<JobTool> runs;
+std::vector<nmk_job::JobTool> runs_of_one_tool(const std::vector<nmk_job::JobItem>& items,
+                                               const nmk_job::MachiningJob& job,
+                                               const std::vector<std::size_t>& tool_of_source) {
+    std::vector<nmk_job::JobTool> runs;
     std::size_t last_tool = job.tools.size();
-    for (const JobItem& item : items) {
+    for (const nmk_job::JobItem& item : items) {
         const std::size_t tool = tool_of_source[item.source_index];
         if (tool != last_tool) {
             runs.push_back({job.tools[tool].name, job.tools[tool].diameter, {}});
@@ -154,17 +160,17 @@ std::size_t changes(std::size_t runs) { return runs == 0 ? 0 : runs - 1; }
 
 }  // namespace
 
-OrderedJob order_job(const MachiningJob& job, const OrderRequest& request,
+OrderedJob order_job(const nmk_job::MachiningJob& job, const OrderRequest& request,
                      nmkProgressBreak* progress) {
     OrderedJob result;
     result.job = job;
     std::vector<std::size_t> tool_of_source;
-    const JobTool all = all_items(job, tool_of_source);
+    const nmk_job::JobTool all = all_items(job, tool_of_source);
     result.tool_changes_before = changes(runs_of_one_tool(all.items, job, tool_of_source).size());
-    result.before = request.across_tools ? std::vector<JobTool>{all} : job.tools;
-    BreakMemory breaks(progress);
+    result.before = request.across_tools ? std::vector<nmk_job::JobTool>{all} : job.tools;
+    nmk_shell::ProgressRelay breaks(progress);
     Orderer orderer{request, breaks, progress == nullptr ? nullptr : &breaks, result};
-    for (const JobTool& run : result.before) {
+    for (const nmk_job::JobTool& run : result.before) {
         result.after.push_back({run.name, run.diameter, orderer.order_run(run)});
     }
     result.job.tools = request.across_tools
@@ -174,4 +180,4 @@ OrderedJob order_job(const MachiningJob& job, const OrderRequest& request,
     return result;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_order

@@ -15,7 +15,7 @@
 
 #include "formats/job/machining_job.h"
 
-namespace nmk_app {
+namespace nmk_order {
 
 struct OrderRequest {
     nmkSortType type = nmkSortTypeShortest;
@@ -26,9 +26,10 @@ struct OrderRequest {
 
 /// A job in its new order, and what is compared.
 struct OrderedJob {
-    MachiningJob job;             // a tool for each run: a tool may come back when tools are mixed
-    std::vector<JobTool> before;  // runs in the order of the file; one run, "all", across tools
-    std::vector<JobTool> after;   // the same runs in their new order
+    nmk_job::MachiningJob job;  // a tool for each run: a tool may come back when tools are mixed
+    std::vector<nmk_job::JobTool>
+        before;  // runs in the order of the file; one run, "all", across tools
+    std::vector<nmk_job::JobTool> after;  // the same runs in their new order
     std::size_t tool_changes_before = 0;
     std::size_t tool_changes_after = 0;
     bool stopped = false;            // a break was asked for; what was not done stays in file order
@@ -36,7 +37,7 @@ struct OrderedJob {
 };
 
 /// Orders the job. `progress` may be null; a non-zero answer of its increment asks for a break.
-OrderedJob order_job(const MachiningJob& job, const OrderRequest& request,
+OrderedJob order_job(const nmk_job::MachiningJob& job, const OrderRequest& request,
                      nmkProgressBreak* progress);
 
-}  // namespace nmk_app
+}  // namespace nmk_order

@@ -6,11 +6,11 @@
 #include "text/escaped_text.h"
 #include "text/number_format.h"
 
-namespace nmk_app {
+namespace nmk_order {
 
 namespace {
 
-std::string number(double value) { return short_number(value, 6); }
+std::string number(double value) { return nmk_text::short_number(value, 6); }
 
 std::string boolean(bool value) { return value ? "true" : "false"; }
 
@@ -22,7 +22,7 @@ std::string travel_json(const TravelFigures& figures, double rapid) {
 }
 
 std::string row_json(const ToolFigures& row, double rapid) {
-    return "{\"tool\": " + json_text(row.name) +
+    return "{\"tool\": " + nmk_text::json_text(row.name) +
            ", \"diameter\": " + (row.diameter ? number(*row.diameter) : "null") +
            ", \"items\": " + std::to_string(row.items) +
            ", \"before\": " + travel_json(row.before, rapid) +
@@ -48,8 +48,8 @@ std::string start_json(const giPoint3& start) {
 
 std::string order_json(const OrderReport& report) {
     const double rapid = report.options.rapid;
-    std::string text = "{\n  \"file\": " + json_text(report.options.file_name);
-    text += ",\n  \"type\": " + json_text(sort_type_name(report.request.type));
+    std::string text = "{\n  \"file\": " + nmk_text::json_text(report.options.file_name);
+    text += ",\n  \"type\": " + nmk_text::json_text(sort_type_name(report.request.type));
     text += ",\n  \"across_tools\": " + boolean(report.request.across_tools);
     text += ",\n  \"start\": " + start_json(report.request.start);
     text += ",\n  \"tolerance\": " + number(report.request.tolerance);
@@ -61,9 +61,10 @@ std::string order_json(const OrderReport& report) {
                 return row_json(row, rapid);
             });
     text += ",\n  \"total\": " + row_json(report.figures.total, rapid);
-    text += ",\n  \"notes\": " +
-            array_json(report.notes, [](const std::string& note) { return json_text(note); });
+    text += ",\n  \"notes\": " + array_json(report.notes, [](const std::string& note) {
+                return nmk_text::json_text(note);
+            });
     return text + "\n}\n";
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_order

@@ -9,8 +9,8 @@
 
 #include "commands/order/order_table.h"
 
-namespace nmk_app {
+namespace nmk_order {
 
 std::string order_json(const OrderReport& report);
 
-}  // namespace nmk_app
+}  // namespace nmk_order

@@ -11,17 +11,19 @@
 #include "draw/svg_document.h"
 #include "formats/job/machining_job.h"
 
-namespace nmk_app {
+namespace nmk_order {
 
-double draw_marks_legend(SvgDocument& svg, PictureColumn column, double top);
+double draw_marks_legend(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, double top);
 
 /// The tools with their colours and diameters; as many lines as they need.
-double draw_tools_legend(SvgDocument& svg, PictureColumn column, double top,
-                         const std::vector<JobTool>& tools);
+double draw_tools_legend(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, double top,
+                         const std::vector<nmk_job::JobTool>& tools);
 
 /// A bar of a round number of millimetres, its right end at the column's.
-void draw_scale_bar(SvgDocument& svg, PictureColumn column, double top, double pixels_per_mm);
+void draw_scale_bar(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, double top,
+                    double pixels_per_mm);
 
-double draw_figures(SvgDocument& svg, PictureColumn column, double top, const OrderReport& report);
+double draw_figures(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, double top,
+                    const OrderReport& report);
 
-}  // namespace nmk_app
+}  // namespace nmk_order

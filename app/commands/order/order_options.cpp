@@ -10,7 +10,7 @@
 #include "text/escaped_text.h"
 #include "text/number_reader.h"
 
-namespace nmk_app {
+namespace nmk_order {
 
 namespace {
 
@@ -19,7 +19,7 @@ using Problem = std::string;  // empty: none
 Problem set_type(OrderOptions& options, const std::string& value) {
     const auto type = sort_type_of_name(value);
     if (!type) {
-        return "--type " + quoted(value) + " cannot be sorted; the types are " +
+        return "--type " + nmk_text::quoted(value) + " cannot be sorted; the types are " +
                sort_type_name_list();
     }
     options.type = *type;
@@ -27,27 +27,29 @@ Problem set_type(OrderOptions& options, const std::string& value) {
 }
 
 Problem set_start(OrderOptions& options, const std::string& value) {
-    const std::vector<double> numbers = read_coordinates(value);
+    const std::vector<double> numbers = nmk_text::read_coordinates(value);
     if (numbers.size() != 2 && numbers.size() != 3) {
-        return "--start " + quoted(value) + " is not a point; expected X,Y or X,Y,Z";
+        return "--start " + nmk_text::quoted(value) + " is not a point; expected X,Y or X,Y,Z";
     }
     options.start = {numbers[0], numbers[1], numbers.size() > 2 ? numbers[2] : 0.0};
     return {};
 }
 
 Problem set_tolerance(OrderOptions& options, const std::string& value) {
-    const auto number = read_coordinate(value);
+    const auto number = nmk_text::read_coordinate(value);
     if (!number || *number < 0.0) {
-        return "--tolerance " + quoted(value) + " is not a length; expected a number from 0 up";
+        return "--tolerance " + nmk_text::quoted(value) +
+               " is not a length; expected a number from 0 up";
     }
     options.tolerance = *number;
     return {};
 }
 
 Problem set_rapid(OrderOptions& options, const std::string& value) {
-    const auto number = read_coordinate(value);
+    const auto number = nmk_text::read_coordinate(value);
     if (!number || *number <= 0.0) {
-        return "--rapid " + quoted(value) + " is not a rate; expected mm per minute, above 0";
+        return "--rapid " + nmk_text::quoted(value) +
+               " is not a rate; expected mm per minute, above 0";
     }
     options.rapid = *number;
     return {};
@@ -55,18 +57,19 @@ Problem set_rapid(OrderOptions& options, const std::string& value) {
 
 Problem set_units(OrderOptions& options, const std::string& value) {
     if (value != "mm" && value != "inch") {
-        return "--units " + quoted(value) + " is unknown; expected mm or inch";
+        return "--units " + nmk_text::quoted(value) + " is unknown; expected mm or inch";
     }
-    options.units = value == "mm" ? JobUnits::millimetres : JobUnits::inches;
+    options.units = value == "mm" ? nmk_job::JobUnits::millimetres : nmk_job::JobUnits::inches;
     return {};
 }
 
 Problem set_output(OrderOptions& options, const std::string& value) {
-    const std::string ending = name_ending(value);
+    const std::string ending = nmk_job_files::name_ending(value);
     if (ending != "drl" && ending != "csv" && ending != "json") {
-        return "-o " + quoted(value) + " has no known ending; expected .drl, .csv or .json";
+        return "-o " + nmk_text::quoted(value) +
+               " has no known ending; expected .drl, .csv or .json";
     }
-    return set_output_file<OrderOptions, &OrderOptions::output_file>(options, value);
+    return nmk_shell::set_output_file<OrderOptions, &OrderOptions::output_file>(options, value);
 }
 
 Problem set_debug(OrderOptions& options, const std::string& value) {
@@ -75,7 +78,7 @@ Problem set_debug(OrderOptions& options, const std::string& value) {
     return problem;
 }
 
-constexpr ValueOption<OrderOptions> value_options[] = {
+constexpr nmk_shell::ValueOption<OrderOptions> value_options[] = {
     {"--type", set_type},
     {"--start", set_start},
     {"--tolerance", set_tolerance},
@@ -83,13 +86,13 @@ constexpr ValueOption<OrderOptions> value_options[] = {
     {"--rapid", set_rapid},
     {"-o", set_output},
     {"--output", set_output},
-    {"--svg", set_output_file<OrderOptions, &OrderOptions::svg_file>},
-    {"--html", set_output_file<OrderOptions, &OrderOptions::html_file>},
+    {"--svg", nmk_shell::set_output_file<OrderOptions, &OrderOptions::svg_file>},
+    {"--html", nmk_shell::set_output_file<OrderOptions, &OrderOptions::html_file>},
     {"--debug", set_debug},
-    {"--debug-svg", set_output_file<OrderOptions, &OrderOptions::debug_svg_file>},
+    {"--debug-svg", nmk_shell::set_output_file<OrderOptions, &OrderOptions::debug_svg_file>},
 };
 
-constexpr SwitchOption<OrderOptions> switches[] = {
+constexpr nmk_shell::SwitchOption<OrderOptions> switches[] = {
     {"--across-tools", &OrderOptions::across_tools},
     {"--json", &OrderOptions::json},
     {"--quiet", &OrderOptions::quiet},
@@ -105,22 +108,22 @@ Problem check(OrderOptions& options) {
     const std::string_view outputs[] = {options.output_file, options.svg_file, options.html_file,
                                         options.debug_svg_file};
     // -o may name the file itself, which is then put in order; a picture would be its end.
-    Problem problem = check_input_is_kept(options.file_name, std::span(outputs).subspan(1));
-    return problem.empty() ? check_outputs_differ(outputs) : problem;
+    Problem problem =
+        nmk_shell::check_input_is_kept(options.file_name, std::span(outputs).subspan(1));
+    return problem.empty() ? nmk_shell::check_outputs_differ(outputs) : problem;
 }
 
-constexpr OptionTable<OrderOptions> table{"order", value_options, switches,
-                                          &set_file_name<OrderOptions>, check};
+constexpr nmk_shell::OptionTable<OrderOptions> table{
+    "order", value_options, switches, &nmk_shell::set_file_name<OrderOptions>, check};
 
 }  // namespace
 
-std::variant<OrderOptions, std::string> read_order_options(
-    const std::vector<std::string>& arguments) {
-    return read_options(table, arguments);
+nmk_text::Result<OrderOptions> read_order_options(const std::vector<std::string>& arguments) {
+    return nmk_shell::read_options(table, arguments);
 }
 
-OrderRequest order_request(const OrderOptions& options, JobUnits file_units) {
-    const double mm = mm_of(options.units.value_or(file_units));
+OrderRequest order_request(const OrderOptions& options, nmk_job::JobUnits file_units) {
+    const double mm = nmk_job::mm_of(options.units.value_or(file_units));
     OrderRequest request;
     request.type = options.type;
     request.across_tools = options.across_tools;
@@ -129,4 +132,4 @@ OrderRequest order_request(const OrderOptions& options, JobUnits file_units) {
     return request;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_order

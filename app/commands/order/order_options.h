@@ -9,14 +9,14 @@
 #include <array>
 #include <optional>
 #include <string>
-#include <variant>
 #include <vector>
 
 #include "commands/order/debug_drawing.h"
 #include "commands/order/order_job.h"
 #include "formats/job/machining_job.h"
+#include "text/result.h"
 
-namespace nmk_app {
+namespace nmk_order {
 
 /// The command line of `nmk order`, checked.
 struct OrderOptions {
@@ -25,7 +25,7 @@ struct OrderOptions {
     bool across_tools = false;
     std::array<double, 3> start{0.0, 0.0, 0.0};
     std::optional<double> tolerance;  // empty: default_tolerance
-    std::optional<JobUnits> units;
+    std::optional<nmk_job::JobUnits> units;
     double rapid = 10000.0;  // mm per minute, a common rate of routers and drilling machines
     std::string output_file, svg_file, html_file;  // empty: not written
     DebugChannel debug_channel;                    // with a name only together with debug_svg_file
@@ -39,10 +39,9 @@ struct OrderOptions {
 constexpr double default_tolerance = 0.1;
 
 /// The options, or one line that says what is wrong with them.
-std::variant<OrderOptions, std::string> read_order_options(
-    const std::vector<std::string>& arguments);
+nmk_text::Result<OrderOptions> read_order_options(const std::vector<std::string>& arguments);
 
 /// What is to be done with a job in these file units.
-OrderRequest order_request(const OrderOptions& options, JobUnits file_units);
+OrderRequest order_request(const OrderOptions& options, nmk_job::JobUnits file_units);
 
-}  // namespace nmk_app
+}  // namespace nmk_order

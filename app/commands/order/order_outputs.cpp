@@ -3,28 +3,28 @@
 #include "commands/order/order_outputs.h"
 
 #include <utility>
-#include <variant>
 
 #include "commands/order/order_page.h"
 #include "commands/order/order_picture.h"
 #include "formats/job_files/write_job.h"
 
-namespace nmk_app {
+namespace nmk_order {
 
 namespace {
 
 /// All texts before the first is written, so that a job that has no text leaves no file.
-std::variant<std::vector<OutputFile>, std::string> outputs(const MachiningJob& job,
-                                                           const OrderedJob& ordered,
-                                                           const OrderReport& report) {
-    std::vector<OutputFile> result;
+nmk_text::Result<std::vector<nmk_files::OutputFile>> outputs(const nmk_job::MachiningJob& job,
+                                                             const OrderedJob& ordered,
+                                                             const OrderReport& report) {
+    std::vector<nmk_files::OutputFile> result;
     const OrderOptions& options = report.options;
     if (!options.output_file.empty()) {
-        std::variant<std::string, JobError> text = job_text(ordered.job, options.output_file);
-        if (const auto* error = std::get_if<JobError>(&text)) {
-            return error->text();
+        nmk_text::Result<std::string> text =
+            nmk_job_files::job_text(ordered.job, options.output_file);
+        if (!text) {
+            return text.error();
         }
-        result.push_back({options.output_file, std::get<std::string>(std::move(text))});
+        result.push_back({options.output_file, *std::move(text)});
     }
     if (!options.svg_file.empty()) {
         result.push_back({options.svg_file, order_picture(job, ordered, report, true)});
@@ -40,13 +40,11 @@ std::variant<std::vector<OutputFile>, std::string> outputs(const MachiningJob& j
 
 }  // namespace
 
-std::optional<std::string> write_order_outputs(const MachiningJob& job, const OrderedJob& ordered,
-                                               const OrderReport& report, WrittenFiles& written) {
-    auto texts = outputs(job, ordered, report);
-    if (const auto* problem = std::get_if<std::string>(&texts)) {
-        return *problem;
-    }
-    return write_all_files(std::get<std::vector<OutputFile>>(texts), written);
+nmk_text::Result<nmk_files::WrittenFiles> write_order_outputs(const nmk_job::MachiningJob& job,
+                                                              const OrderedJob& ordered,
+                                                              const OrderReport& report) {
+    const auto files = outputs(job, ordered, report);
+    return files ? nmk_files::write_all_files(*files) : files.error();
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_order

@@ -9,14 +9,14 @@
 #include "draw/html_frame.h"
 #include "text/escaped_text.h"
 
-namespace nmk_app {
+namespace nmk_order {
 
 namespace {
 
 std::string table_row(const std::vector<std::string>& cells, const std::string& tag) {
     std::string row = "<tr>";
     for (const std::string& cell : cells) {
-        row += "<" + tag + ">" + xml_text(cell) + "</" + tag + ">";
+        row += "<" + tag + ">" + nmk_text::xml_text(cell) + "</" + tag + ">";
     }
     return row + "</tr>\n";
 }
@@ -34,16 +34,16 @@ std::string figure_table(const OrderReport& report) {
 
 }  // namespace
 
-std::string order_page(const MachiningJob& job, const OrderedJob& ordered,
+std::string order_page(const nmk_job::MachiningJob& job, const OrderedJob& ordered,
                        const OrderReport& report) {
-    std::string content = "<p>" + xml_text(report_summary(report)) + "</p>\n";
+    std::string content = "<p>" + nmk_text::xml_text(report_summary(report)) + "</p>\n";
     content += "<figure>\n" + order_picture(job, ordered, report, false) + "</figure>\n";
-    content += figure_table(report) + "<p>" + xml_text(rapid_summary(report)) + "</p>\n";
+    content += figure_table(report) + "<p>" + nmk_text::xml_text(rapid_summary(report)) + "</p>\n";
     for (const std::string& note : report.notes) {
-        content += "<p>" + xml_text(note) + ".</p>\n";
+        content += "<p>" + nmk_text::xml_text(note) + ".</p>\n";
     }
     const std::string& name = report.options.file_name;
-    return html_frame(name + ": before and after ordering", name, content);
+    return nmk_draw::html_frame(name + ": before and after ordering", name, content);
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_order

@@ -7,9 +7,9 @@
 #include "commands/order/order_table.h"
 #include "formats/job/machining_job.h"
 
-namespace nmk_app {
+namespace nmk_order {
 
-std::string order_page(const MachiningJob& job, const OrderedJob& ordered,
+std::string order_page(const nmk_job::MachiningJob& job, const OrderedJob& ordered,
                        const OrderReport& report);
 
-}  // namespace nmk_app
+}  // namespace nmk_order

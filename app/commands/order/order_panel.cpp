@@ -12,7 +12,7 @@
 #include "draw/label_places.h"
 #include "text/number_format.h"
 
-namespace nmk_app {
+namespace nmk_order {
 
 namespace {
 
@@ -21,27 +21,27 @@ constexpr std::size_t many_items = 2000;  // are drawn small, or they would hide
 constexpr double smallest_radius = 1.5;   // pixels
 constexpr double label_size = 14.0;
 
-std::size_t count_items(const std::vector<JobTool>& tools) {
+std::size_t count_items(const std::vector<nmk_job::JobTool>& tools) {
     std::size_t count = 0;
-    for (const JobTool& tool : tools) {
+    for (const nmk_job::JobTool& tool : tools) {
         count += tool.items.size();
     }
     return count;
 }
 
 /// Half the width of a tool's cut in pixels, with a sensible dot where the width is unknown.
-double cut_radius(const PlanView& view, const JobTool& tool, std::size_t items) {
+double cut_radius(const PartView& view, const nmk_job::JobTool& tool, std::size_t items) {
     const double dot = items > many_items ? 0.8 : 2.5;
     return tool.diameter ? std::max(*tool.diameter / 2.0 * view.scale, smallest_radius) : dot;
 }
 
 /// A slot: its outline as a wider line under its filling.
-void draw_slot(SvgDocument& svg, const PlanView& view, const JobItem& item, double radius,
-               const std::string& colour) {
-    const SvgPoint from = view.at(item.start);
-    const SvgPoint to = view.at(*item.end);
+void draw_slot(nmk_draw::SvgDocument& svg, const PartView& view, const nmk_job::JobItem& item,
+               double radius, const std::string& colour) {
+    const nmk_draw::SvgPoint from = view.at(item.start);
+    const nmk_draw::SvgPoint to = view.at(*item.end);
     const auto stroke = [](const std::string& paint, double width) {
-        return "stroke=\"" + paint + "\" stroke-width=\"" + short_number(width, 2) + "\"";
+        return "stroke=\"" + paint + "\" stroke-width=\"" + nmk_text::short_number(width, 2) + "\"";
     };
     svg.line(from, to, stroke("#5c6b7a", 2 * radius + 1.0));
     svg.line(from, to, stroke(colour, std::max(2 * radius - 1.0, 1.0)));
@@ -49,13 +49,13 @@ void draw_slot(SvgDocument& svg, const PlanView& view, const JobItem& item, doub
 
 /// The moves of all runs, each with its place among them, from 0 to 1.
 struct Move {
-    SvgPoint from, to;
+    nmk_draw::SvgPoint from, to;
     double place;
 };
 
-std::vector<Move> moves_of(const PlanView& view, const std::vector<JobTool>& runs) {
+std::vector<Move> moves_of(const PartView& view, const std::vector<nmk_job::JobTool>& runs) {
     std::vector<Move> moves;
-    for (const JobTool& run : runs) {
+    for (const nmk_job::JobTool& run : runs) {
         for (std::size_t i = 1; i < run.items.size(); ++i) {
             moves.push_back({view.at(run.items[i - 1].exit()), view.at(run.items[i].entry()), 0.0});
         }
@@ -72,7 +72,7 @@ std::string travel_width(std::size_t moves) {
 }
 
 /// One path for each colour, in the order of travel.
-void draw_moves(SvgDocument& svg, const std::vector<Move>& moves) {
+void draw_moves(nmk_draw::SvgDocument& svg, const std::vector<Move>& moves) {
     svg.open_group("fill=\"none\" stroke-width=\"" + travel_width(moves.size()) +
                    "\" stroke-dasharray=\"4.5 2.5\" stroke-linejoin=\"round\"");
     const auto step_of = [](const Move& move) {
@@ -80,25 +80,25 @@ void draw_moves(SvgDocument& svg, const std::vector<Move>& moves) {
     };
     for (std::size_t i = 0; i < moves.size();) {
         const std::size_t step = step_of(moves[i]);
-        std::vector<SvgPoint> pairs;
+        std::vector<nmk_draw::SvgPoint> pairs;
         for (; i < moves.size() && step_of(moves[i]) == step; ++i) {
             pairs.push_back(moves[i].from);
             pairs.push_back(moves[i].to);
         }
         const double place = static_cast<double>(step) / static_cast<double>(colour_steps - 1);
-        svg.separate_lines(pairs, "stroke=\"" + order_colour(place) + "\"");
+        svg.separate_lines(pairs, "stroke=\"" + nmk_draw::order_colour(place) + "\"");
     }
     svg.close_group();
 }
 
 struct LongestMove {
-    SvgPoint from, to;
+    nmk_draw::SvgPoint from, to;
     double length = 0.0;  // mm
 };
 
-LongestMove longest_move(const PlanView& view, const std::vector<JobTool>& runs) {
+LongestMove longest_move(const PartView& view, const std::vector<nmk_job::JobTool>& runs) {
     LongestMove longest;
-    for (const JobTool& run : runs) {
+    for (const nmk_job::JobTool& run : runs) {
         const TravelFigures figures = measure_travel(run.items);
         if (figures.longest > longest.length) {
             longest = {view.at(run.items[figures.longest_after].exit()),
@@ -108,18 +108,18 @@ LongestMove longest_move(const PlanView& view, const std::vector<JobTool>& runs)
     return longest;
 }
 
-void draw_label(SvgDocument& svg, const LabelBox& box, const std::string& words,
+void draw_label(nmk_draw::SvgDocument& svg, const nmk_draw::LabelBox& box, const std::string& words,
                 const std::string& colour) {
     svg.rectangle({box.left, box.top}, box.width, box.height,
                   "rx=\"3\" fill=\"#ffffff\" fill-opacity=\"0.88\"");
     svg.text({box.left + box.width / 2, box.top + box.height - 4.5}, words,
              "text-anchor=\"middle\" font-weight=\"600\" font-size=\"" +
-                 short_number(label_size, 1) + "\" fill=\"" + colour + "\"");
+                 nmk_text::short_number(label_size, 1) + "\" fill=\"" + colour + "\"");
 }
 
 /// Along the move, in the middle first, then beside it.
-std::vector<SvgPoint> places_along(const LongestMove& move) {
-    std::vector<SvgPoint> places;
+std::vector<nmk_draw::SvgPoint> places_along(const LongestMove& move) {
+    std::vector<nmk_draw::SvgPoint> places;
     for (const double up : {0.0, -16.0, 16.0, -32.0, 32.0}) {
         for (const double part : {0.5, 0.4, 0.6, 0.3, 0.7, 0.2, 0.8}) {
             places.push_back({move.from.x + (move.to.x - move.from.x) * part,
@@ -130,68 +130,78 @@ std::vector<SvgPoint> places_along(const LongestMove& move) {
 }
 
 /// Around a mark, nearest first.
-std::vector<SvgPoint> places_around(SvgPoint mark, double width) {
-    std::vector<SvgPoint> places;
+std::vector<nmk_draw::SvgPoint> places_around(nmk_draw::SvgPoint mark, double width) {
+    std::vector<nmk_draw::SvgPoint> places;
     for (const double distance : {1.0, 1.8, 2.6}) {
         const double x = width / 2 + 8.0 * distance;
         const double y = 17.0 * distance;
-        for (const SvgPoint& step :
-             {SvgPoint{0, -y}, {0, y}, {x, 0}, {-x, 0}, {x, -y}, {-x, -y}, {x, y}, {-x, y}}) {
+        for (const nmk_draw::SvgPoint& step : {nmk_draw::SvgPoint{0, -y},
+                                               {0, y},
+                                               {x, 0},
+                                               {-x, 0},
+                                               {x, -y},
+                                               {-x, -y},
+                                               {x, y},
+                                               {-x, y}}) {
             places.push_back({mark.x + step.x, mark.y + step.y});
         }
     }
     return places;
 }
 
-LabelBox around(SvgPoint p, double radius) {
+nmk_draw::LabelBox around(nmk_draw::SvgPoint p, double radius) {
     return {p.x - radius, p.y - radius, 2 * radius, 2 * radius};
 }
 
 class Labels {
   public:
-    Labels(SvgDocument& svg, const LabelBox& within) : m_svg(svg), m_places(within) {}
+    Labels(nmk_draw::SvgDocument& svg, const nmk_draw::LabelBox& within)
+        : m_svg(svg), m_places(within) {}
 
-    void keep_off(SvgPoint mark) { m_places.take(around(mark, end_mark_radius + 1.0)); }
+    void keep_off(nmk_draw::SvgPoint mark) {
+        m_places.take(around(mark, nmk_draw::end_mark_radius + 1.0));
+    }
 
-    void write(const std::vector<SvgPoint>& middles, const std::string& words, double width,
-               const std::string& colour) {
-        LabelBox box;
+    void write(const std::vector<nmk_draw::SvgPoint>& middles, const std::string& words,
+               double width, const std::string& colour) {
+        nmk_draw::LabelBox box;
         if (m_places.place(middles, width, label_size + 5.0, box)) {
             draw_label(m_svg, box, words, colour);
         }
     }
 
   private:
-    SvgDocument& m_svg;
-    LabelPlaces m_places;
+    nmk_draw::SvgDocument& m_svg;
+    nmk_draw::LabelPlaces m_places;
 };
 
 double label_width(const std::string& words) {
-    return text_width(words, label_size) * 1.1 + 10.0;
+    return nmk_draw::text_width(words, label_size) * 1.1 + 10.0;
 }  // bold
 
 /// Ends under starts, so that a run of one hole shows both.
-void draw_run_marks(SvgDocument& svg, const PlanView& view, const std::vector<JobTool>& runs,
-                    Labels& labels) {
-    for (const JobTool& run : runs) {
+void draw_run_marks(nmk_draw::SvgDocument& svg, const PartView& view,
+                    const std::vector<nmk_job::JobTool>& runs, Labels& labels) {
+    for (const nmk_job::JobTool& run : runs) {
         if (!run.items.empty()) {
-            draw_end_mark(svg, view.at(run.items.back().exit()));
+            nmk_draw::draw_end_mark(svg, view.at(run.items.back().exit()));
             labels.keep_off(view.at(run.items.back().exit()));
         }
     }
-    for (const JobTool& run : runs) {
+    for (const nmk_job::JobTool& run : runs) {
         if (!run.items.empty()) {
-            draw_start_mark(svg, view.at(run.items.front().entry()));
+            nmk_draw::draw_start_mark(svg, view.at(run.items.front().entry()));
             labels.keep_off(view.at(run.items.front().entry()));
         }
     }
 }
 
-void write_run_names(const PlanView& view, const std::vector<JobTool>& runs, Labels& labels) {
+void write_run_names(const PartView& view, const std::vector<nmk_job::JobTool>& runs,
+                     Labels& labels) {
     if (runs.size() < 2) {
         return;
     }
-    for (const JobTool& run : runs) {
+    for (const nmk_job::JobTool& run : runs) {
         if (!run.items.empty()) {
             const double width = label_width(run.name);
             labels.write(places_around(view.at(run.items.front().entry()), width), run.name, width,
@@ -202,22 +212,24 @@ void write_run_names(const PlanView& view, const std::vector<JobTool>& runs, Lab
 
 }  // namespace
 
-void draw_longest_mark(SvgDocument& svg, SvgPoint from, SvgPoint to) {
+void draw_longest_mark(nmk_draw::SvgDocument& svg, nmk_draw::SvgPoint from, nmk_draw::SvgPoint to) {
     svg.line(from, to,
              "stroke=\"#ffb300\" stroke-opacity=\"0.55\" stroke-width=\"9\" "
              "stroke-linecap=\"round\"");
 }
 
-void draw_cuts(SvgDocument& svg, const PlanView& view, const std::vector<JobTool>& tools) {
+void draw_cuts(nmk_draw::SvgDocument& svg, const PartView& view,
+               const std::vector<nmk_job::JobTool>& tools) {
     const std::size_t items = count_items(tools);
     for (std::size_t i = 0; i < tools.size(); ++i) {
         const double radius = cut_radius(view, tools[i], items);
         const std::string rim = items > many_items ? "0.4" : "1";
-        svg.open_group("fill=\"" + tool_colour(i) + "\" stroke=\"#5c6b7a\" stroke-width=\"" + rim +
+        svg.open_group("fill=\"" + nmk_draw::tool_colour(i) +
+                       "\" stroke=\"#5c6b7a\" stroke-width=\"" + rim +
                        "\" stroke-linecap=\"round\"");
-        for (const JobItem& item : tools[i].items) {
+        for (const nmk_job::JobItem& item : tools[i].items) {
             if (item.end) {
-                draw_slot(svg, view, item, radius, tool_colour(i));
+                draw_slot(svg, view, item, radius, nmk_draw::tool_colour(i));
             } else {
                 svg.circle(view.at(item.start), radius);
             }
@@ -226,8 +238,8 @@ void draw_cuts(SvgDocument& svg, const PlanView& view, const std::vector<JobTool
     }
 }
 
-void draw_travel(SvgDocument& svg, const PlanView& view, const LabelBox& panel,
-                 const std::vector<JobTool>& runs) {
+void draw_travel(nmk_draw::SvgDocument& svg, const PartView& view, const nmk_draw::LabelBox& panel,
+                 const std::vector<nmk_job::JobTool>& runs) {
     Labels labels(svg, panel);
     const LongestMove longest = longest_move(view, runs);
     draw_moves(svg, moves_of(view, runs));
@@ -236,10 +248,10 @@ void draw_travel(SvgDocument& svg, const PlanView& view, const LabelBox& panel,
     }
     draw_run_marks(svg, view, runs, labels);
     if (longest.length > 0.0) {
-        const std::string words = "longest " + fixed_number(longest.length, 1) + " mm";
+        const std::string words = "longest " + nmk_text::fixed_number(longest.length, 1) + " mm";
         labels.write(places_along(longest), words, label_width(words), "#8a5300");
     }
     write_run_names(view, runs, labels);
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_order

@@ -13,17 +13,18 @@
 #include "draw/svg_document.h"
 #include "formats/job/machining_job.h"
 
-namespace nmk_app {
+namespace nmk_order {
 
 /// The holes and slots, filled in the colour of their tool.
-void draw_cuts(SvgDocument& svg, const PlanView& view, const std::vector<JobTool>& tools);
+void draw_cuts(nmk_draw::SvgDocument& svg, const PartView& view,
+               const std::vector<nmk_job::JobTool>& tools);
 
 /// Travel and marks of the runs, above the cuts; labels stay inside the panel, which is wider than
 /// the view where the part is narrow.
-void draw_travel(SvgDocument& svg, const PlanView& view, const LabelBox& panel,
-                 const std::vector<JobTool>& runs);
+void draw_travel(nmk_draw::SvgDocument& svg, const PartView& view, const nmk_draw::LabelBox& panel,
+                 const std::vector<nmk_job::JobTool>& runs);
 
 /// The mark of the longest move, also for the legend.
-void draw_longest_mark(SvgDocument& svg, SvgPoint from, SvgPoint to);
+void draw_longest_mark(nmk_draw::SvgDocument& svg, nmk_draw::SvgPoint from, nmk_draw::SvgPoint to);
 
-}  // namespace nmk_app
+}  // namespace nmk_order

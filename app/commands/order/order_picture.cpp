@@ -11,7 +11,7 @@
 #include "files/base_name.h"
 #include "text/number_format.h"
 
-namespace nmk_app {
+namespace nmk_order {
 
 namespace {
 
@@ -24,22 +24,22 @@ constexpr double smallest_width = 450.0;  // so that headings and legend have ro
 constexpr double heading_height = 120.0;
 
 struct Layout {
-    PlanView view;             // of the left panel, in its middle
+    PartView view;             // of the left panel, in its middle
     double panel_width = 0.0;  // at least that of the view
     double width = 0.0;
     double panel_bottom = 0.0;
 
     double panel_left(bool after) const { return margin + (after ? panel_width + gap : 0.0); }
-    PlanView view_of(bool after) const {
-        PlanView moved = view;
+    PartView view_of(bool after) const {
+        PartView moved = view;
         moved.corner.x = panel_left(after) + (panel_width - view.width()) / 2;
         return moved;
     }
 };
 
-Layout layout_of(const MachiningJob& job) {
+Layout layout_of(const nmk_job::MachiningJob& job) {
     Layout layout;
-    layout.view.extent = plan_extent(job.tools);
+    layout.view.extent = part_extent(job.tools);
     layout.view.scale = std::min(largest_width / layout.view.extent.width(),
                                  largest_height / layout.view.extent.height());
     layout.view.corner.y = heading_height;
@@ -49,8 +49,9 @@ Layout layout_of(const MachiningJob& job) {
     return layout;
 }
 
-void draw_panel(SvgDocument& svg, const Layout& layout, bool after, const MachiningJob& job,
-                const std::vector<JobTool>& runs, const std::string& figures) {
+void draw_panel(nmk_draw::SvgDocument& svg, const Layout& layout, bool after,
+                const nmk_job::MachiningJob& job, const std::vector<nmk_job::JobTool>& runs,
+                const std::string& figures) {
     const double left = layout.panel_left(after);
     const double y = heading_height - 13.0;
     svg.text({left, y}, after ? "After" : "Before",
@@ -60,35 +61,36 @@ void draw_panel(SvgDocument& svg, const Layout& layout, bool after, const Machin
     svg.rectangle({left, heading_height}, layout.panel_width, layout.view.height(),
                   "rx=\"6\" fill=\"#fbfcfd\" stroke=\"#c5ccd4\"");
     draw_cuts(svg, layout.view_of(after), job.tools);
-    const LabelBox panel{left, heading_height, layout.panel_width, layout.view.height()};
+    const nmk_draw::LabelBox panel{left, heading_height, layout.panel_width, layout.view.height()};
     draw_travel(svg, layout.view_of(after), panel, runs);
 }
 
-void draw_title(SvgDocument& svg, const Layout& layout, const OrderReport& report) {
-    svg.text({margin, 44.0}, base_name(report.options.file_name),
+void draw_title(nmk_draw::SvgDocument& svg, const Layout& layout, const OrderReport& report) {
+    svg.text({margin, 44.0}, nmk_files::base_name(report.options.file_name),
              "font-size=\"26\" font-weight=\"700\" fill=\"#1f2933\"");
     svg.text({margin, 70.0}, report_summary(report), "font-size=\"16\" fill=\"#6b7785\"");
     svg.line({margin, 82.0}, {layout.width - margin, 82.0}, "stroke=\"#e3e7eb\"");
 }
 
 std::string before_figures(const OrderReport& report) {
-    return "travel " + fixed_number(report.figures.total.before.travel, 1) + " mm";
+    return "travel " + nmk_text::fixed_number(report.figures.total.before.travel, 1) + " mm";
 }
 
 std::string after_figures(const OrderReport& report) {
     const double before = report.figures.total.before.travel;
     const double after = report.figures.total.after.travel;
-    return "travel " + fixed_number(after, 1) + " mm, saved " +
-           fixed_number(saved_percent(before, after), 1) + " %";
+    return "travel " + nmk_text::fixed_number(after, 1) + " mm, saved " +
+           nmk_text::fixed_number(saved_percent(before, after), 1) + " %";
 }
 
 /// Everything but the ground; answers the bottom.
-double draw_content(SvgDocument& svg, const Layout& layout, const MachiningJob& job,
-                    const OrderedJob& ordered, const OrderReport& report, bool figures) {
+double draw_content(nmk_draw::SvgDocument& svg, const Layout& layout,
+                    const nmk_job::MachiningJob& job, const OrderedJob& ordered,
+                    const OrderReport& report, bool figures) {
     draw_title(svg, layout, report);
     draw_panel(svg, layout, false, job, ordered.before, before_figures(report));
     draw_panel(svg, layout, true, job, ordered.after, after_figures(report));
-    const PictureColumn column{margin, layout.width - margin};
+    const nmk_draw::PictureColumn column{margin, layout.width - margin};
     double y = layout.panel_bottom + 14.0;
     draw_scale_bar(svg, column, y, layout.view.scale);
     y = draw_marks_legend(svg, {column.left, column.right - 260.0}, y);
@@ -98,13 +100,14 @@ double draw_content(SvgDocument& svg, const Layout& layout, const MachiningJob& 
 
 }  // namespace
 
-std::string order_picture(const MachiningJob& job, const OrderedJob& ordered,
+std::string order_picture(const nmk_job::MachiningJob& job, const OrderedJob& ordered,
                           const OrderReport& report, bool figures) {
     const Layout layout = layout_of(job);
-    const std::string title = base_name(report.options.file_name) + ": before and after ordering";
-    SvgDocument svg;
+    const std::string title =
+        nmk_files::base_name(report.options.file_name) + ": before and after ordering";
+    nmk_draw::SvgDocument svg;
     const double bottom = draw_content(svg, layout, job, ordered, report, figures);
     return svg.str(layout.width, bottom + margin / 2, title);
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_order

@@ -8,11 +8,11 @@
 #include "commands/order/order_table.h"
 #include "formats/job/machining_job.h"
 
-namespace nmk_app {
+namespace nmk_order {
 
 /// The picture as an SVG document. With `figures` the table stands below; a page that has its own
 /// table goes without.
-std::string order_picture(const MachiningJob& job, const OrderedJob& ordered,
+std::string order_picture(const nmk_job::MachiningJob& job, const OrderedJob& ordered,
                           const OrderReport& report, bool figures);
 
-}  // namespace nmk_app
+}  // namespace nmk_order

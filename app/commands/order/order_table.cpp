@@ -8,7 +8,7 @@
 #include "text/escaped_text.h"
 #include "text/number_format.h"
 
-namespace nmk_app {
+namespace nmk_order {
 
 namespace {
 
@@ -17,21 +17,21 @@ std::string counted(std::size_t count, const std::string& noun) {
 }
 
 std::string point_text(const giPoint3& p) {
-    std::string text = "(" + short_number(p.x, 3) + ", " + short_number(p.y, 3);
-    return text + (p.z == 0.0 ? "" : ", " + short_number(p.z, 3)) + ")";
+    std::string text = "(" + nmk_text::short_number(p.x, 3) + ", " + nmk_text::short_number(p.y, 3);
+    return text + (p.z == 0.0 ? "" : ", " + nmk_text::short_number(p.z, 3)) + ")";
 }
 
 std::vector<std::string> row_cells(const ToolFigures& row, double rapid) {
     const TravelFigures& after = row.after;
-    return {line_text(row.name),
-            row.diameter ? fixed_number(*row.diameter, 3) : "",
+    return {nmk_text::line_text(row.name),
+            row.diameter ? nmk_text::fixed_number(*row.diameter, 3) : "",
             std::to_string(row.items),
-            fixed_number(row.before.travel, 1),
-            fixed_number(after.travel, 1),
-            fixed_number(saved_percent(row.before.travel, after.travel), 1),
-            fixed_number(after.longest, 1),
-            fixed_number(rapid_seconds(after.travel, rapid), 1),
-            fixed_number(rapid_seconds(after.per_axis, rapid), 1)};
+            nmk_text::fixed_number(row.before.travel, 1),
+            nmk_text::fixed_number(after.travel, 1),
+            nmk_text::fixed_number(saved_percent(row.before.travel, after.travel), 1),
+            nmk_text::fixed_number(after.longest, 1),
+            nmk_text::fixed_number(rapid_seconds(after.travel, rapid), 1),
+            nmk_text::fixed_number(rapid_seconds(after.per_axis, rapid), 1)};
 }
 
 std::vector<std::size_t> column_widths(const FigureCells& cells) {
@@ -86,9 +86,9 @@ std::string rapid_summary(const OrderReport& report) {
     const TravelFigures& before = report.figures.total.before;
     const TravelFigures& after = report.figures.total.after;
     const auto seconds = [&](double length) {
-        return fixed_number(rapid_seconds(length, rapid), 1) + " s";
+        return nmk_text::fixed_number(rapid_seconds(length, rapid), 1) + " s";
     };
-    return "Rapids at " + short_number(rapid, 3) + " mm/min: straight (Euclidean) " +
+    return "Rapids at " + nmk_text::short_number(rapid, 3) + " mm/min: straight (Euclidean) " +
            seconds(before.travel) + " before, " + seconds(after.travel) +
            " after; longest axis (Chebyshev) " + seconds(before.per_axis) + " before, " +
            seconds(after.per_axis) + " after.";
@@ -97,7 +97,8 @@ std::string rapid_summary(const OrderReport& report) {
 std::string order_table(const OrderReport& report) {
     const FigureCells cells = figure_cells(report);
     const std::vector<std::size_t> widths = column_widths(cells);
-    std::string text = line_text(report.options.file_name) + ": " + report_summary(report) + "\n\n";
+    std::string text =
+        nmk_text::line_text(report.options.file_name) + ": " + report_summary(report) + "\n\n";
     const std::string headings = padded_line(cells.headings, widths);
     text += headings + padded_line(cells.units, widths);
     for (std::size_t i = 0; i < cells.rows.size(); ++i) {
@@ -112,9 +113,9 @@ std::string order_table(const OrderReport& report) {
                 std::to_string(report.tool_changes_after) + " after.\n";
     }
     for (const std::string& note : report.notes) {
-        text += line_text(note) + ".\n";
+        text += nmk_text::line_text(note) + ".\n";
     }
     return text;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_order

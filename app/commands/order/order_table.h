@@ -7,7 +7,7 @@
 #include "commands/order/order_figures.h"
 #include "commands/order/order_options.h"
 
-namespace nmk_app {
+namespace nmk_order {
 
 /// Everything that is reported of one run of `nmk order`.
 struct OrderReport {
@@ -38,4 +38,4 @@ std::string rapid_summary(const OrderReport& report);
 /// Summary, table, rapids and notes, in lines that each end with a line feed.
 std::string order_table(const OrderReport& report);
 
-}  // namespace nmk_app
+}  // namespace nmk_order

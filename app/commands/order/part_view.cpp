@@ -5,14 +5,14 @@
 #include <algorithm>
 #include <limits>
 
-namespace nmk_app {
+namespace nmk_order {
 
 namespace {
 
 constexpr double air = 0.06;             // of the larger side, around the cuts
 constexpr double smallest_extent = 1.0;  // mm, for a single hole without a diameter
 
-void include(PlanExtent& extent, const giPoint3& p, double radius) {
+void include(PartExtent& extent, const giPoint3& p, double radius) {
     extent.min_x = std::min(extent.min_x, p.x - radius);
     extent.max_x = std::max(extent.max_x, p.x + radius);
     extent.min_y = std::min(extent.min_y, p.y - radius);
@@ -21,12 +21,12 @@ void include(PlanExtent& extent, const giPoint3& p, double radius) {
 
 }  // namespace
 
-PlanExtent plan_extent(const std::vector<JobTool>& tools) {
+PartExtent part_extent(const std::vector<nmk_job::JobTool>& tools) {
     constexpr double far = std::numeric_limits<double>::max();
-    PlanExtent extent{far, far, -far, -far};
-    for (const JobTool& tool : tools) {
+    PartExtent extent{far, far, -far, -far};
+    for (const nmk_job::JobTool& tool : tools) {
         const double radius = tool.diameter.value_or(0.0) / 2.0;
-        for (const JobItem& item : tool.items) {
+        for (const nmk_job::JobItem& item : tool.items) {
             include(extent, item.start, radius);
             include(extent, item.end.value_or(item.start), radius);
         }
@@ -39,4 +39,4 @@ PlanExtent plan_extent(const std::vector<JobTool>& tools) {
             extent.max_y + side * air};
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_order

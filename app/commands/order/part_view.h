@@ -8,10 +8,10 @@
 #include "draw/svg_document.h"
 #include "formats/job/machining_job.h"
 
-namespace nmk_app {
+namespace nmk_order {
 
 /// What there is to see, in mm: from the lower left to the upper right corner.
-struct PlanExtent {
+struct PartExtent {
     double min_x = 0.0, min_y = 0.0, max_x = 0.0, max_y = 0.0;
 
     double width() const { return max_x - min_x; }
@@ -19,19 +19,19 @@ struct PlanExtent {
 };
 
 /// The extent of all cuts with the width of their tools and some air around; never empty.
-PlanExtent plan_extent(const std::vector<JobTool>& tools);
+PartExtent part_extent(const std::vector<nmk_job::JobTool>& tools);
 
 /// Maps millimetres to pixels, with the same scale in x and y.
-struct PlanView {
-    PlanExtent extent;
-    double scale = 1.0;  // pixels per mm
-    SvgPoint corner;     // upper left, in pixels
+struct PartView {
+    PartExtent extent;
+    double scale = 1.0;         // pixels per mm
+    nmk_draw::SvgPoint corner;  // upper left, in pixels
 
-    SvgPoint at(const giPoint3& p) const {
+    nmk_draw::SvgPoint at(const giPoint3& p) const {
         return {corner.x + (p.x - extent.min_x) * scale, corner.y + (extent.max_y - p.y) * scale};
     }
     double width() const { return extent.width() * scale; }
     double height() const { return extent.height() * scale; }
 };
 
-}  // namespace nmk_app
+}  // namespace nmk_order

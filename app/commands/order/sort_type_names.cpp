@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace nmk_app {
+namespace nmk_order {
 
 namespace {
 
@@ -60,4 +60,4 @@ std::string sort_type_name_list() {
     return list;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_order

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace nmk_app {
+namespace nmk_order {
 
 /// The type of a name, in small or capital letters; nothing for a name that is not in the list.
 std::optional<nmkSortType> sort_type_of_name(std::string_view name);
@@ -18,4 +18,4 @@ std::string_view sort_type_name(nmkSortType type);
 /// All names in the order of the types, "none, shortest, closest, ...".
 std::string sort_type_name_list();
 
-}  // namespace nmk_app
+}  // namespace nmk_order

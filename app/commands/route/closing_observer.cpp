@@ -6,7 +6,7 @@
 
 #include <cstddef>
 
-namespace nmk_app {
+namespace nmk_route {
 
 namespace {
 
@@ -22,4 +22,4 @@ bool ClosingObserver::cell_closed(nmkLatticeCell cell) {
     return m_progress->jump_to(static_cast<double>(cells.size())) == 0;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_route

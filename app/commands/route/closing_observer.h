@@ -8,7 +8,7 @@
 
 class nmkProgressBreak;
 
-namespace nmk_app {
+namespace nmk_route {
 
 class ClosingObserver : public nmkLatticeObserver {
   public:
@@ -26,4 +26,4 @@ class ClosingObserver : public nmkLatticeObserver {
     nmkProgressBreak* m_progress;
 };
 
-}  // namespace nmk_app
+}  // namespace nmk_route

@@ -14,13 +14,14 @@
 #include "commands/route/closing_observer.h"
 #include "commands/route/plane_verifier.h"
 
-namespace nmk_app {
+namespace nmk_route {
 
 namespace {
 
 constexpr const char* goal_kind_names[] = {"point", "line", "line-with-gradient", "moving-line"};
 
-std::unique_ptr<nmk2dSearchGoal> make_goal(const RoutePlane& plane, const RouteRequest& request) {
+std::unique_ptr<nmk2dSearchGoal> make_goal(const nmk_lattice::RoutePlane& plane,
+                                           const RouteRequest& request) {
     const giPoint2 target = plane.search_point(request.goal);
     switch (request.kind) {
         case GoalKind::line:
@@ -35,7 +36,8 @@ std::unique_ptr<nmk2dSearchGoal> make_goal(const RoutePlane& plane, const RouteR
     return std::make_unique<nmk2dSearchGoalPoint>(target);
 }
 
-double length_of(const RoutePlane& plane, const std::vector<LatticePlace>& nodes) {
+double length_of(const nmk_lattice::RoutePlane& plane,
+                 const std::vector<nmk_lattice::GridCell>& nodes) {
     double length = 0.0;
     for (std::size_t i = 1; i < nodes.size(); ++i) {
         length += plane.at(nodes[i - 1]).distance(plane.at(nodes[i]));
@@ -44,7 +46,8 @@ double length_of(const RoutePlane& plane, const std::vector<LatticePlace>& nodes
 }
 
 /// The first of the closed places from which the goal, as it stands now, is cheapest.
-void find_nearest(const RoutePlane& plane, const nmk2dSearchGoal& goal, FoundRoute& route) {
+void find_nearest(const nmk_lattice::RoutePlane& plane, const nmk2dSearchGoal& goal,
+                  FoundRoute& route) {
     const nmkLattice lattice = plane.search_lattice(false);
     for (std::size_t i = 0; i < route.closed.size(); ++i) {
         const nmk2dSearchNode node(lattice.point(route.closed[i]));
@@ -58,7 +61,7 @@ void find_nearest(const RoutePlane& plane, const nmk2dSearchGoal& goal, FoundRou
 
 /// Where a goal stands that may have moved: only in x, and never back over column 0. From there, at
 /// its own height, a moving line is as far as its x.
-giPoint2 goal_now(const RoutePlane& plane, const RouteRequest& request,
+giPoint2 goal_now(const nmk_lattice::RoutePlane& plane, const RouteRequest& request,
                   const nmk2dSearchGoal& goal) {
     if (request.kind != GoalKind::moving_line) {
         return request.goal;
@@ -86,18 +89,18 @@ bool needs_gradient(GoalKind kind) {
     return kind == GoalKind::line_with_gradient || kind == GoalKind::moving_line;
 }
 
-FoundRoute find_route(const RoutePlane& plane, const RouteRequest& request,
+FoundRoute find_route(const nmk_lattice::RoutePlane& plane, const RouteRequest& request,
                       nmkProgressBreak* progress) {
     const std::unique_ptr<nmk2dSearchGoal> goal = make_goal(plane, request);
     const PlaneVerifier verifier(plane, request.cut_corners);
     ClosingObserver observer(progress);
     if (progress != nullptr) {
         progress->send_progress_bar_to_0("Searching");
-        progress->set_range(static_cast<double>(plane.place_count() - plane.blocked_count()));
+        progress->set_range(static_cast<double>(plane.cell_count() - plane.blocked_count()));
     }
     nmkLatticeRoute found =
-        nmk_find_lattice_route(plane.search_lattice(request.forward),
-                               *plane.place_at(request.start), *goal, verifier, &observer);
+        nmk_find_lattice_route(plane.search_lattice(request.forward), *plane.cell_at(request.start),
+                               *goal, verifier, &observer);
     if (progress != nullptr) {
         progress->send_progress_bar_to_100();
     }
@@ -114,4 +117,4 @@ FoundRoute find_route(const RoutePlane& plane, const RouteRequest& request,
     return route;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_route

@@ -12,7 +12,7 @@
 
 class nmkProgressBreak;
 
-namespace nmk_app {
+namespace nmk_route {
 
 enum class GoalKind { point, line, line_with_gradient, moving_line };
 
@@ -31,23 +31,24 @@ struct RouteRequest {
 };
 
 struct FoundRoute {
-    std::vector<LatticePlace> nodes;   // in the order of travel; empty where there is no route
-    std::vector<LatticePlace> closed;  // in the order of closing
-    std::size_t expanded = 0;          // of the closed ones all but the arrival
+    std::vector<nmk_lattice::GridCell>
+        nodes;  // in the order of travel; empty where there is no route
+    std::vector<nmk_lattice::GridCell> closed;  // in the order of closing
+    std::size_t expanded = 0;                   // of the closed ones all but the arrival
     double length = 0.0;
-    LatticePlace nearest;        // where there is none: the closed place nearest to the goal
-    double short_of_goal = 0.0;  // what it then had before it; of a line as the goal counts it
-    giPoint2 goal;               // where it stands in the end; a moving line has moved on
+    nmk_lattice::GridCell nearest;  // where there is none: the closed place nearest to the goal
+    double short_of_goal = 0.0;     // what it then had before it; of a line as the goal counts it
+    giPoint2 goal;                  // where it stands in the end; a moving line has moved on
     bool stopped = false;
 
     bool is_found() const { return !nodes.empty(); }
 };
 
 /// Why the plane cannot be searched so, in one line; empty where it can.
-std::string check_request(const RoutePlane& plane, const RouteRequest& request);
+std::string check_request(const nmk_lattice::RoutePlane& plane, const RouteRequest& request);
 
 /// The route of a request that was checked. `progress` is borrowed and may be null.
-FoundRoute find_route(const RoutePlane& plane, const RouteRequest& request,
+FoundRoute find_route(const nmk_lattice::RoutePlane& plane, const RouteRequest& request,
                       nmkProgressBreak* progress);
 
-}  // namespace nmk_app
+}  // namespace nmk_route

@@ -6,25 +6,27 @@
 #include "commands/route/find_route.h"
 #include "commands/route/point_text.h"
 
-namespace nmk_app {
+namespace nmk_route {
 
 namespace {
 
-bool is_inside(const RoutePlane& plane, const giPoint2& point) {
+bool is_inside(const nmk_lattice::RoutePlane& plane, const giPoint2& point) {
     const giPoint2 first = plane.at({0, 0});
     const giPoint2 last = plane.at({plane.columns() - 1, plane.rows() - 1});
-    return point.x >= first.x - smallest_step && point.x <= last.x + smallest_step &&
-           point.y >= first.y - smallest_step && point.y <= last.y + smallest_step;
+    return point.x >= first.x - nmk_lattice::min_step &&
+           point.x <= last.x + nmk_lattice::min_step &&
+           point.y >= first.y - nmk_lattice::min_step && point.y <= last.y + nmk_lattice::min_step;
 }
 
-std::string check_place(const RoutePlane& plane, const giPoint2& point, const std::string& name) {
+std::string check_place(const nmk_lattice::RoutePlane& plane, const giPoint2& point,
+                        const std::string& name) {
     if (!is_inside(plane, point)) {
         const giPoint2 first = plane.at({0, 0});
         const giPoint2 last = plane.at({plane.columns() - 1, plane.rows() - 1});
         return "the " + name + " " + point_text(point) + " is outside; the places go from " +
                point_text(first) + " to " + point_text(last);
     }
-    if (!plane.place_at(point)) {
+    if (!plane.cell_at(point)) {
         return "the " + name + " " + point_text(point) + " is off the lattice; the nearest place " +
                "is " + point_text(plane.nearest_point(point));
     }
@@ -32,7 +34,7 @@ std::string check_place(const RoutePlane& plane, const giPoint2& point, const st
 }
 
 /// A line is reached from where it begins onwards, so only its y must be on the lattice.
-std::string check_goal(const RoutePlane& plane, const RouteRequest& request) {
+std::string check_goal(const nmk_lattice::RoutePlane& plane, const RouteRequest& request) {
     const bool is_line =
         request.kind == GoalKind::line || request.kind == GoalKind::line_with_gradient;
     giPoint2 point = request.goal;
@@ -45,33 +47,33 @@ std::string check_goal(const RoutePlane& plane, const RouteRequest& request) {
     if (std::string problem = check_place(plane, point, "goal"); !problem.empty()) {
         return problem;
     }
-    if (request.kind == GoalKind::point && plane.is_blocked(*plane.place_at(point))) {
+    if (request.kind == GoalKind::point && plane.is_blocked(*plane.cell_at(point))) {
         return "the goal " + point_text(point) + " is blocked";
     }
     return {};
 }
 
 /// With less the line would move on by more steps than any lattice has.
-std::string check_gradient(const RoutePlane& plane, const RouteRequest& request) {
+std::string check_gradient(const nmk_lattice::RoutePlane& plane, const RouteRequest& request) {
     if (!needs_gradient(request.kind)) {
         return {};
     }
     const double travel = plane.rows() * plane.steps().y / request.gradient;
-    if (!(travel / plane.steps().x <= static_cast<double>(most_places))) {
-        return "the gradient " + short_number(request.gradient, 12) +
+    if (!(travel / plane.steps().x <= static_cast<double>(nmk_lattice::max_cells))) {
+        return "the gradient " + nmk_text::short_number(request.gradient, 12) +
                " is too small; the way up the whole plane would take more than " +
-               std::to_string(most_places) + " steps";
+               std::to_string(nmk_lattice::max_cells) + " steps";
     }
     return {};
 }
 
 }  // namespace
 
-std::string check_request(const RoutePlane& plane, const RouteRequest& request) {
+std::string check_request(const nmk_lattice::RoutePlane& plane, const RouteRequest& request) {
     if (std::string problem = check_place(plane, request.start, "start"); !problem.empty()) {
         return problem;
     }
-    if (plane.is_blocked(*plane.place_at(request.start))) {
+    if (plane.is_blocked(*plane.cell_at(request.start))) {
         return "the start " + point_text(request.start) + " is blocked";
     }
     if (std::string problem = check_goal(plane, request); !problem.empty()) {
@@ -80,4 +82,4 @@ std::string check_request(const RoutePlane& plane, const RouteRequest& request) 
     return check_gradient(plane, request);
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_route

@@ -2,10 +2,10 @@
 
 #include "commands/route/plane_verifier.h"
 
-namespace nmk_app {
+namespace nmk_route {
 
-nmkSearchNodeVerifierResult PlaneVerifier::verify(const LatticePlace* parent,
-                                                  LatticePlace cell) const {
+nmkSearchNodeVerifierResult PlaneVerifier::verify(const nmkLatticeCell* parent,
+                                                  nmkLatticeCell cell) const {
     if (!m_plane.contains(cell) || m_plane.is_blocked(cell)) {
         return nmkSearchNodeVerifierResult::refused_for_good;
     }
@@ -15,8 +15,8 @@ nmkSearchNodeVerifierResult PlaneVerifier::verify(const LatticePlace* parent,
     return nmkSearchNodeVerifierResult::accepted;
 }
 
-bool PlaneVerifier::cuts_a_corner(LatticePlace from, LatticePlace to) const {
+bool PlaneVerifier::cuts_a_corner(nmkLatticeCell from, nmkLatticeCell to) const {
     return m_plane.is_blocked({from.column, to.row}) || m_plane.is_blocked({to.column, from.row});
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_route

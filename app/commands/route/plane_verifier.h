@@ -9,22 +9,22 @@
 
 #include "formats/lattice/route_plane.h"
 
-namespace nmk_app {
+namespace nmk_route {
 
 class PlaneVerifier : public nmkLatticeVerifier {
   public:
     /// The plane is borrowed.
-    PlaneVerifier(const RoutePlane& plane, bool cut_corners)
+    PlaneVerifier(const nmk_lattice::RoutePlane& plane, bool cut_corners)
         : m_plane(plane), m_cut_corners(cut_corners) {}
 
-    nmkSearchNodeVerifierResult verify(const LatticePlace* parent,
-                                       LatticePlace cell) const override;
+    nmkSearchNodeVerifierResult verify(const nmkLatticeCell* parent,
+                                       nmkLatticeCell cell) const override;
 
   private:
-    bool cuts_a_corner(LatticePlace from, LatticePlace to) const;
+    bool cuts_a_corner(nmkLatticeCell from, nmkLatticeCell to) const;
 
-    const RoutePlane& m_plane;
+    const nmk_lattice::RoutePlane& m_plane;
     bool m_cut_corners;
 };
 
-}  // namespace nmk_app
+}  // namespace nmk_route

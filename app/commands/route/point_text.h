@@ -7,13 +7,15 @@
 
 #include "text/number_format.h"
 
-namespace nmk_app {
+namespace nmk_route {
 
 /// Decimals that are shown: finer than two places that count as one.
 inline constexpr int route_decimals = 9;
 
 /// A number as routes show it.
-inline std::string route_number(double value) { return short_number(value, route_decimals); }
+inline std::string route_number(double value) {
+    return nmk_text::short_number(value, route_decimals);
+}
 
 /// "(3, 4.5)"
 inline std::string point_text(const giPoint2& point) {
@@ -25,4 +27,4 @@ inline std::string point_json(const giPoint2& point) {
     return "[" + route_number(point.x) + ", " + route_number(point.y) + "]";
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_route

@@ -6,22 +6,21 @@
 #include "formats/blocked/blocked_reader.h"
 #include "formats/octile/map_reader.h"
 
-namespace nmk_app {
+namespace nmk_route {
 
 namespace {
 
-std::variant<PlaneOfFile, JobError> plane_of_map(const RouteOptions& options,
-                                                 const std::string& text) {
+nmk_text::Result<PlaneOfFile> plane_of_map(const RouteOptions& options, const std::string& text) {
     if (options.box || options.steps) {
-        return JobError{options.file_name, 0,
-                        std::string(options.box ? "--box" : "--steps") +
-                            " is for lists of blocked places; a map has its own"};
+        return nmk_text::Error{options.file_name, 0,
+                               std::string(options.box ? "--box" : "--steps") +
+                                   " is for lists of blocked places; a map has its own"};
     }
-    auto plane = read_octile_map(options.file_name, text);
-    if (const auto* error = std::get_if<JobError>(&plane)) {
-        return *error;
+    auto plane = nmk_octile::read_octile_map(options.file_name, text);
+    if (!plane) {
+        return plane.error();
     }
-    return PlaneOfFile{std::get<RoutePlane>(std::move(plane)), {}};
+    return PlaneOfFile{*std::move(plane), {}};
 }
 
 std::string off_lattice_note(std::size_t off_lattice, std::size_t places) {
@@ -29,26 +28,26 @@ std::string off_lattice_note(std::size_t off_lattice, std::size_t places) {
            " blocked places are outside the box or off the lattice and block nothing";
 }
 
-std::variant<PlaneOfFile, JobError> plane_of_blocked(const RouteOptions& options,
-                                                     const std::string& text) {
-    auto read = read_blocked_list(options.file_name, text);
-    if (const auto* error = std::get_if<JobError>(&read)) {
-        return *error;
+nmk_text::Result<PlaneOfFile> plane_of_blocked(const RouteOptions& options,
+                                               const std::string& text) {
+    auto read = nmk_blocked::read_blocked_list(options.file_name, text);
+    if (!read) {
+        return read.error();
     }
-    auto& list = std::get<BlockedList>(read);
+    auto& list = *read;
     list.box = options.box ? options.box : list.box;
     list.steps = options.steps ? options.steps : list.steps;
     if (!list.box || !list.steps) {
-        return JobError{options.file_name, 0,
-                        std::string("has no row ") +
-                            (list.box ? "steps,SX,SY" : "box,X0,Y0,X1,Y1") + "; expected one, or " +
-                            (list.box ? "--steps SX,SY" : "--box X0,Y0,X1,Y1")};
+        return nmk_text::Error{
+            options.file_name, 0,
+            std::string("has no row ") + (list.box ? "steps,SX,SY" : "box,X0,Y0,X1,Y1") +
+                "; expected one, or " + (list.box ? "--steps SX,SY" : "--box X0,Y0,X1,Y1")};
     }
-    auto made = plane_of_list(list, *options.start);
-    if (const auto* problem = std::get_if<std::string>(&made)) {
-        return JobError{options.file_name, 0, *problem};
+    auto made = nmk_blocked::plane_of_list(list, *options.start);
+    if (!made) {
+        return made.error().in_file(options.file_name);
     }
-    auto& of_list = std::get<ListPlane>(made);
+    auto& of_list = *made;
     PlaneOfFile result{std::move(of_list.plane), {}};
     if (of_list.off_lattice > 0) {
         result.notes.push_back(off_lattice_note(of_list.off_lattice, list.places.size()));
@@ -58,20 +57,21 @@ std::variant<PlaneOfFile, JobError> plane_of_blocked(const RouteOptions& options
 
 }  // namespace
 
-std::variant<PlaneOfFile, JobError> read_plane_file(const RouteOptions& options) {
-    const std::variant<std::string, JobError> text = read_whole_file(options.file_name);
-    if (const auto* error = std::get_if<JobError>(&text)) {
-        return *error;
+nmk_text::Result<PlaneOfFile> read_plane_file(const RouteOptions& options) {
+    const nmk_text::Result<std::string> text = nmk_files::read_whole_file(options.file_name);
+    if (!text) {
+        return text.error();
     }
-    return read_plane_text(options, std::get<std::string>(text));
+    return read_plane_text(options, *text);
 }
 
-std::variant<PlaneOfFile, JobError> read_plane_text(const RouteOptions& options,
-                                                    const std::string& text) {
-    if (const auto error = no_text_file(options.file_name, text)) {
-        return *error;
+nmk_text::Result<PlaneOfFile> read_plane_text(const RouteOptions& options,
+                                              const std::string& text) {
+    if (const auto checked = nmk_files::check_text_file(options.file_name, text); !checked) {
+        return checked.error();
     }
-    return is_octile_map(text) ? plane_of_map(options, text) : plane_of_blocked(options, text);
+    return nmk_octile::is_octile_map(text) ? plane_of_map(options, text)
+                                           : plane_of_blocked(options, text);
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_route

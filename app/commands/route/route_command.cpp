@@ -5,7 +5,6 @@
 #include <nmkprogressbreak/nmkTerminalProgress.h>
 
 #include <cstdio>
-#include <variant>
 
 #include "commands/route/find_route.h"
 #include "commands/route/read_plane.h"
@@ -16,11 +15,11 @@
 #include "files/write_all_files.h"
 #include "shell/command_result.h"
 
-namespace nmk_app {
+namespace nmk_route {
 
 namespace {
 
-RouteRequest request_of(const RouteOptions& options, const RoutePlane& plane) {
+RouteRequest request_of(const RouteOptions& options, const nmk_lattice::RoutePlane& plane) {
     RouteRequest request;
     request.start = *options.start;
     request.goal = *options.goal;
@@ -31,8 +30,8 @@ RouteRequest request_of(const RouteOptions& options, const RoutePlane& plane) {
     return request;
 }
 
-std::vector<OutputFile> outputs(const RouteReport& report) {
-    std::vector<OutputFile> files;
+std::vector<nmk_files::OutputFile> outputs(const RouteReport& report) {
+    std::vector<nmk_files::OutputFile> files;
     const RouteOptions& options = report.options;
     if (!options.csv_file.empty()) {
         files.push_back({options.csv_file, route_csv(report)});
@@ -46,61 +45,62 @@ std::vector<OutputFile> outputs(const RouteReport& report) {
     return files;
 }
 
-int print_report(const RouteReport& report, const WrittenFiles& written, std::ostream& out,
-                 std::ostream& err) {
+int print_report(const RouteReport& report, const nmk_files::WrittenFiles& written,
+                 std::ostream& out, std::ostream& err) {
     if (report.options.json) {
         out << route_json(report);
     } else if (!report.options.quiet) {
         out << route_text(report);
-        tell_written(out, written);
+        nmk_shell::print_written(out, written);
     }
-    const int answer = finish(out, err, "the route", written);
-    if (answer == done && !report.route.is_found()) {
+    const int answer = nmk_shell::finish(out, err, "the route", written);
+    if (answer == nmk_shell::done && !report.route.is_found()) {
         err << "nmk route: " << no_route_line(report) << "\n";
-        return no_result;
+        return nmk_shell::no_result;
     }
     return answer;
 }
 
 int route_with(const RouteOptions& options, nmkProgressBreak* progress, std::ostream& out,
                std::ostream& err) {
-    std::variant<PlaneOfFile, JobError> read = read_plane_file(options);
-    if (const auto* error = std::get_if<JobError>(&read)) {
-        return refuse(err, error->text());
+    nmk_text::Result<PlaneOfFile> read = read_plane_file(options);
+    if (!read) {
+        return nmk_shell::refuse(err, read.error().text());
     }
-    const auto& file = std::get<PlaneOfFile>(read);
+    const auto& file = *read;
     const RouteRequest request = request_of(options, file.plane);
     if (const std::string problem = check_request(file.plane, request); !problem.empty()) {
-        return refuse(err, options.file_name + ": " + problem);
+        return nmk_shell::refuse(err, options.file_name + ": " + problem);
     }
     const FoundRoute route = find_route(file.plane, request, progress);
     if (route.stopped) {
         err << "nmk route: stopped after " << route.closed.size() << " places; no route yet\n";
-        return no_result;
+        return nmk_shell::no_result;
     }
     const RouteReport report{options, request, file.plane, route, file.notes};
-    WrittenFiles written;
-    if (const auto problem = write_all_files(outputs(report), written)) {
-        return refuse(err, *problem);
+    const auto written = nmk_files::write_all_files(outputs(report));
+    if (!written) {
+        return nmk_shell::refuse(err, written.error().text());
     }
-    return print_report(report, written, out, err);
+    return print_report(report, *written, out, err);
 }
 
 }  // namespace
 
 int run_route(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
               nmkProgressBreak* progress) {
-    return run_with(read_route_options(arguments), "route", err, [&](const RouteOptions& options) {
-        return route_with(options, progress, out, err);
-    });
+    return nmk_shell::run_with(
+        read_route_options(arguments), "route", err,
+        [&](const RouteOptions& options) { return route_with(options, progress, out, err); });
 }
 
 int run_route(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
-    return run_with(read_route_options(arguments), "route", err, [&](const RouteOptions& options) {
-        // Draws on a terminal only, but answers Ctrl-C everywhere.
-        nmkTerminalProgress progress(options.quiet ? nullptr : stderr);
-        return route_with(options, &progress, out, err);
-    });
+    return nmk_shell::run_with(read_route_options(arguments), "route", err,
+                               [&](const RouteOptions& options) {
+                                   // Draws on a terminal only, but answers Ctrl-C everywhere.
+                                   nmkTerminalProgress progress(options.quiet ? nullptr : stderr);
+                                   return route_with(options, &progress, out, err);
+                               });
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_route

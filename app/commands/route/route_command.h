@@ -9,7 +9,7 @@
 
 class nmkProgressBreak;
 
-namespace nmk_app {
+namespace nmk_route {
 
 /// Runs the command with the arguments that follow its name.
 ///
@@ -28,7 +28,7 @@ int run_route(const std::vector<std::string>& arguments, std::ostream& out, std:
 /// What `nmk help route` prints.
 std::string route_help();
 
-inline constexpr Command route_command{
+inline constexpr nmk_shell::Command route_command{
     "route", "search a short route through a plane with blocked places", run_route, route_help};
 
-}  // namespace nmk_app
+}  // namespace nmk_route

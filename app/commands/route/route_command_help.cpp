@@ -2,7 +2,7 @@
 
 #include "commands/route/route_command.h"
 
-namespace nmk_app {
+namespace nmk_route {
 
 std::string route_help() {
     return R"(nmk route FILE: search a short route through a plane with blocked places
@@ -38,4 +38,4 @@ Examples:
 )";
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_route

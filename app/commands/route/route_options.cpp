@@ -6,7 +6,7 @@
 
 #include "shell/command_options.h"
 
-namespace nmk_app {
+namespace nmk_route {
 
 namespace {
 
@@ -14,10 +14,10 @@ using Problem = std::string;  // empty: none
 
 template <std::optional<giPoint2> RouteOptions::*point>
 Problem set_point(RouteOptions& options, const std::string& value) {
-    const std::vector<double> numbers = read_coordinates(value);
-    if (numbers.size() != 2 || std::abs(numbers[0]) > largest_route_coordinate ||
-        std::abs(numbers[1]) > largest_route_coordinate) {
-        return quoted(value) + " is not a place; expected X,Y from -1e6 to 1e6";
+    const std::vector<double> numbers = nmk_text::read_coordinates(value);
+    if (numbers.size() != 2 || std::abs(numbers[0]) > nmk_lattice::max_route_coordinate ||
+        std::abs(numbers[1]) > nmk_lattice::max_route_coordinate) {
+        return nmk_text::quoted(value) + " is not a place; expected X,Y from -1e6 to 1e6";
     }
     options.*point = giPoint2(numbers[0], numbers[1]);
     return {};
@@ -36,7 +36,7 @@ Problem set_goal(RouteOptions& options, const std::string& value) {
 Problem set_kind(RouteOptions& options, const std::string& value) {
     const auto kind = goal_kind_of_name(value);
     if (!kind) {
-        return "--goal-kind " + quoted(value) +
+        return "--goal-kind " + nmk_text::quoted(value) +
                " is unknown; expected point, line, line-with-gradient or moving-line";
     }
     options.kind = *kind;
@@ -44,41 +44,42 @@ Problem set_kind(RouteOptions& options, const std::string& value) {
 }
 
 Problem set_gradient(RouteOptions& options, const std::string& value) {
-    const auto number = read_coordinate(value);
+    const auto number = nmk_text::read_coordinate(value);
     if (!number || !(*number > 0.0)) {
-        return "--gradient " + quoted(value) + " is not a slope; expected a number above 0";
+        return "--gradient " + nmk_text::quoted(value) +
+               " is not a slope; expected a number above 0";
     }
     options.gradient = *number;
     return {};
 }
 
 Problem set_box(RouteOptions& options, const std::string& value) {
-    const auto box = checked_box(read_coordinates(value));
-    if (const auto* problem = std::get_if<std::string>(&box)) {
-        return "--box " + quoted(value) + ": " + *problem;
+    const auto box = nmk_blocked::checked_box(nmk_text::read_coordinates(value));
+    if (!box) {
+        return "--box " + nmk_text::quoted(value) + ": " + box.error().message;
     }
-    options.box = std::get<PlaneBox>(box);
+    options.box = *box;
     return {};
 }
 
 Problem set_steps(RouteOptions& options, const std::string& value) {
-    const auto steps = checked_steps(read_coordinates(value));
-    if (const auto* problem = std::get_if<std::string>(&steps)) {
-        return "--steps " + quoted(value) + ": " + *problem;
+    const auto steps = nmk_blocked::checked_steps(nmk_text::read_coordinates(value));
+    if (!steps) {
+        return "--steps " + nmk_text::quoted(value) + ": " + steps.error().message;
     }
-    options.steps = std::get<giPoint2>(steps);
+    options.steps = *steps;
     return {};
 }
 
 Problem set_corners(RouteOptions& options, const std::string& value) {
     if (value != "cut" && value != "clear") {
-        return "--corners " + quoted(value) + " is unknown; expected cut or clear";
+        return "--corners " + nmk_text::quoted(value) + " is unknown; expected cut or clear";
     }
     options.cut_corners = value == "cut";
     return {};
 }
 
-constexpr ValueOption<RouteOptions> value_options[] = {
+constexpr nmk_shell::ValueOption<RouteOptions> value_options[] = {
     {"--start", set_start},
     {"--goal", set_goal},
     {"--goal-kind", set_kind},
@@ -86,12 +87,12 @@ constexpr ValueOption<RouteOptions> value_options[] = {
     {"--box", set_box},
     {"--steps", set_steps},
     {"--corners", set_corners},
-    {"--csv", set_output_file<RouteOptions, &RouteOptions::csv_file>},
-    {"--svg", set_output_file<RouteOptions, &RouteOptions::svg_file>},
-    {"--html", set_output_file<RouteOptions, &RouteOptions::html_file>},
+    {"--csv", nmk_shell::set_output_file<RouteOptions, &RouteOptions::csv_file>},
+    {"--svg", nmk_shell::set_output_file<RouteOptions, &RouteOptions::svg_file>},
+    {"--html", nmk_shell::set_output_file<RouteOptions, &RouteOptions::html_file>},
 };
 
-constexpr SwitchOption<RouteOptions> switches[] = {
+constexpr nmk_shell::SwitchOption<RouteOptions> switches[] = {
     {"--forward", &RouteOptions::forward},
     {"--json", &RouteOptions::json},
     {"--quiet", &RouteOptions::quiet},
@@ -114,18 +115,17 @@ Problem check(RouteOptions& options) {
                "; expected line-with-gradient or moving-line";
     }
     const std::string_view outputs[] = {options.csv_file, options.svg_file, options.html_file};
-    Problem problem = check_input_is_kept(options.file_name, outputs);
-    return problem.empty() ? check_outputs_differ(outputs) : problem;
+    Problem problem = nmk_shell::check_input_is_kept(options.file_name, outputs);
+    return problem.empty() ? nmk_shell::check_outputs_differ(outputs) : problem;
 }
 
-constexpr OptionTable<RouteOptions> table{"route", value_options, switches,
-                                          &set_file_name<RouteOptions>, check};
+constexpr nmk_shell::OptionTable<RouteOptions> table{
+    "route", value_options, switches, &nmk_shell::set_file_name<RouteOptions>, check};
 
 }  // namespace
 
-std::variant<RouteOptions, std::string> read_route_options(
-    const std::vector<std::string>& arguments) {
-    return read_options(table, arguments);
+nmk_text::Result<RouteOptions> read_route_options(const std::vector<std::string>& arguments) {
+    return nmk_shell::read_options(table, arguments);
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_route

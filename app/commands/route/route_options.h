@@ -3,13 +3,13 @@
 
 #include <optional>
 #include <string>
-#include <variant>
 #include <vector>
 
 #include "commands/route/find_route.h"
 #include "formats/blocked/blocked_reader.h"
+#include "text/result.h"
 
-namespace nmk_app {
+namespace nmk_route {
 
 /// The command line of `nmk route`, checked as far as that goes without the file.
 struct RouteOptions {
@@ -17,9 +17,9 @@ struct RouteOptions {
     std::optional<giPoint2> start, goal;
     GoalKind kind = GoalKind::point;
     std::optional<double> gradient;
-    std::optional<PlaneBox> box;      // in place of the one in the file
-    std::optional<giPoint2> steps;    // the same
-    std::optional<bool> cut_corners;  // empty: a map is not cut, a list of places is
+    std::optional<nmk_blocked::PlaneBox> box;  // in place of the one in the file
+    std::optional<giPoint2> steps;             // the same
+    std::optional<bool> cut_corners;           // empty: a map is not cut, a list of places is
     bool forward = false;
     std::string csv_file, svg_file, html_file;  // empty: not written
     bool json = false;
@@ -27,7 +27,6 @@ struct RouteOptions {
 };
 
 /// The options, or one line that says what is wrong with them.
-std::variant<RouteOptions, std::string> read_route_options(
-    const std::vector<std::string>& arguments);
+nmk_text::Result<RouteOptions> read_route_options(const std::vector<std::string>& arguments);
 
-}  // namespace nmk_app
+}  // namespace nmk_route

@@ -6,20 +6,21 @@
 #include "draw/html_frame.h"
 #include "text/escaped_text.h"
 
-namespace nmk_app {
+namespace nmk_route {
 
 std::string route_page(const RouteReport& report) {
-    std::string content = "<p>" + xml_text(route_summary(report)) + "</p>\n";
+    std::string content = "<p>" + nmk_text::xml_text(route_summary(report)) + "</p>\n";
     content += "<figure>\n" + route_picture(report) + "</figure>\n<table>\n<tbody>\n";
     for (const auto& [name, value] : route_figures(report)) {
-        content += "<tr><td>" + xml_text(name) + "</td><td>" + xml_text(value) + "</td></tr>\n";
+        content += "<tr><td>" + nmk_text::xml_text(name) + "</td><td>" + nmk_text::xml_text(value) +
+                   "</td></tr>\n";
     }
     content += "</tbody>\n</table>\n";
     for (const std::string& note : report.notes) {
-        content += "<p>" + xml_text(note) + ".</p>\n";
+        content += "<p>" + nmk_text::xml_text(note) + ".</p>\n";
     }
     const std::string& name = report.options.file_name;
-    return html_frame(name + ": a route through it", name, content);
+    return nmk_draw::html_frame(name + ": a route through it", name, content);
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_route

@@ -5,8 +5,8 @@
 
 #include "commands/route/route_report.h"
 
-namespace nmk_app {
+namespace nmk_route {
 
 std::string route_page(const RouteReport& report);
 
-}  // namespace nmk_app
+}  // namespace nmk_route

@@ -10,7 +10,7 @@
 #include "draw/end_marks.h"
 #include "text/number_format.h"
 
-namespace nmk_app {
+namespace nmk_route {
 
 namespace {
 
@@ -24,9 +24,9 @@ constexpr double smallest_ruled_cell = 7.0;  // pixels; below, lines would hide 
 constexpr double mark_size = 6.0;
 
 std::vector<std::uint8_t> cell_kinds(const RouteReport& report) {
-    const RoutePlane& plane = report.plane;
-    std::vector<std::uint8_t> cells(plane.place_count(), 0);
-    const auto cell = [&](LatticePlace place) -> std::uint8_t& {
+    const nmk_lattice::RoutePlane& plane = report.plane;
+    std::vector<std::uint8_t> cells(plane.cell_count(), 0);
+    const auto cell = [&](nmk_lattice::GridCell place) -> std::uint8_t& {
         return cells[static_cast<std::size_t>(place.row) *
                          static_cast<std::size_t>(plane.columns()) +
                      static_cast<std::size_t>(place.column)];
@@ -38,7 +38,7 @@ std::vector<std::uint8_t> cell_kinds(const RouteReport& report) {
             }
         }
     }
-    const std::vector<LatticePlace>& closed = report.route.closed;
+    const std::vector<nmk_lattice::GridCell>& closed = report.route.closed;
     for (std::size_t i = 0; i < closed.size(); ++i) {
         cell(closed[i]) = static_cast<std::uint8_t>(first_closed_kind + i * shades / closed.size());
     }
@@ -46,7 +46,7 @@ std::vector<std::uint8_t> cell_kinds(const RouteReport& report) {
 }
 
 /// One path for each kind: its runs of cells, row by row, as rectangles in cells.
-std::array<std::string, kinds> run_paths(const PlaneView& view,
+std::array<std::string, kinds> run_paths(const GridView& view,
                                          const std::vector<std::uint8_t>& cells) {
     std::array<std::string, kinds> paths;
     for (int row = 0; row < view.rows; ++row) {
@@ -71,14 +71,15 @@ std::string colour_of(std::size_t kind) {
     if (kind == blocked_kind) {
         return blocked_colour;
     }
-    return closing_colour(static_cast<double>(kind - first_closed_kind) / double{shades - 1});
+    return nmk_draw::closing_colour(static_cast<double>(kind - first_closed_kind) /
+                                    double{shades - 1});
 }
 
-void draw_rules(SvgDocument& svg, const PlaneView& view) {
+void draw_rules(nmk_draw::SvgDocument& svg, const GridView& view) {
     if (std::min(view.cell_width, view.cell_height) < smallest_ruled_cell) {
         return;
     }
-    std::vector<SvgPoint> pairs;
+    std::vector<nmk_draw::SvgPoint> pairs;
     const double right = view.corner.x + view.width();
     const double bottom = view.corner.y + view.height();
     for (int column = 1; column < view.columns; ++column) {
@@ -95,7 +96,8 @@ void draw_rules(SvgDocument& svg, const PlaneView& view) {
 }
 
 /// The middle of the cell at a point that need not stand on the lattice.
-SvgPoint middle_of_point(const PlaneView& view, const RoutePlane& plane, const giPoint2& point) {
+nmk_draw::SvgPoint middle_of_point(const GridView& view, const nmk_lattice::RoutePlane& plane,
+                                   const giPoint2& point) {
     const giPoint2 searched = plane.search_point(point);
     const giPoint2 steps = plane.search_steps();
     const double row = searched.y / steps.y;
@@ -105,8 +107,8 @@ SvgPoint middle_of_point(const PlaneView& view, const RoutePlane& plane, const g
 }
 
 /// The goal where it stands in the end: of a line what may be reached, of a moving one its way.
-void draw_goal_lines(SvgDocument& svg, const PlaneView& view, const RouteReport& report,
-                     SvgPoint goal) {
+void draw_goal_lines(nmk_draw::SvgDocument& svg, const GridView& view, const RouteReport& report,
+                     nmk_draw::SvgPoint goal) {
     if (report.request.kind == GoalKind::moving_line) {
         draw_goal_line(svg, middle_of_point(view, report.plane, report.request.goal), goal);
     } else if (report.request.kind != GoalKind::point) {
@@ -116,36 +118,37 @@ void draw_goal_lines(SvgDocument& svg, const PlaneView& view, const RouteReport&
 
 }  // namespace
 
-void draw_route_line(SvgDocument& svg, const std::vector<SvgPoint>& pairs, double width) {
+void draw_route_line(nmk_draw::SvgDocument& svg, const std::vector<nmk_draw::SvgPoint>& pairs,
+                     double width) {
     const auto stroke = [](const char* colour, double w) {
         return "fill=\"none\" stroke-linejoin=\"round\" stroke-linecap=\"round\" stroke=\"" +
-               std::string(colour) + "\" stroke-width=\"" + short_number(w, 2) + "\"";
+               std::string(colour) + "\" stroke-width=\"" + nmk_text::short_number(w, 2) + "\"";
     };
     svg.separate_lines(pairs, stroke("#ffffff", width + 2.4) + " stroke-opacity=\"0.9\"");
     svg.separate_lines(pairs, stroke("#c4144b", width));
 }
 
-void draw_goal_mark(SvgDocument& svg, SvgPoint at) {
+void draw_goal_mark(nmk_draw::SvgDocument& svg, nmk_draw::SvgPoint at) {
     svg.circle(at, mark_size + 3.0, "fill=\"#ffffff\" stroke=\"#202124\" stroke-width=\"1.5\"");
     svg.circle(at, mark_size - 2.0, "fill=\"#202124\"");
 }
 
-void draw_first_goal_mark(SvgDocument& svg, SvgPoint at) {
+void draw_first_goal_mark(nmk_draw::SvgDocument& svg, nmk_draw::SvgPoint at) {
     svg.circle(at, mark_size, "fill=\"#ffffff\" stroke=\"#202124\" stroke-width=\"1.5\"");
 }
 
-void draw_goal_line(SvgDocument& svg, SvgPoint from, SvgPoint to) {
+void draw_goal_line(nmk_draw::SvgDocument& svg, nmk_draw::SvgPoint from, nmk_draw::SvgPoint to) {
     svg.line(from, to, "stroke=\"#ffffff\" stroke-opacity=\"0.6\" stroke-width=\"4\"");
     svg.line(from, to, "stroke=\"#202124\" stroke-width=\"2\" stroke-dasharray=\"7 5\"");
 }
 
-void draw_nearest_mark(SvgDocument& svg, SvgPoint at) {
+void draw_nearest_mark(nmk_draw::SvgDocument& svg, nmk_draw::SvgPoint at) {
     svg.circle(at, mark_size + 2.0, "fill=\"none\" stroke=\"#ffffff\" stroke-width=\"6\"");
     svg.circle(at, mark_size + 2.0, "fill=\"none\" stroke=\"#e26d00\" stroke-width=\"3\"");
 }
 
-void draw_cells(SvgDocument& svg, const PlaneView& view, const RouteReport& report) {
-    const auto number = [](double value) { return short_number(value, 6); };
+void draw_cells(nmk_draw::SvgDocument& svg, const GridView& view, const RouteReport& report) {
+    const auto number = [](double value) { return nmk_text::short_number(value, 6); };
     svg.open_group("shape-rendering=\"crispEdges\" transform=\"translate(" + number(view.corner.x) +
                    " " + number(view.corner.y) + ") scale(" + number(view.cell_width) + " " +
                    number(view.cell_height) + ")\"");
@@ -159,14 +162,14 @@ void draw_cells(SvgDocument& svg, const PlaneView& view, const RouteReport& repo
     draw_rules(svg, view);
 }
 
-void draw_route(SvgDocument& svg, const PlaneView& view, const RouteReport& report) {
-    SvgPoint goal = middle_of_point(view, report.plane, report.route.goal);
+void draw_route(nmk_draw::SvgDocument& svg, const GridView& view, const RouteReport& report) {
+    nmk_draw::SvgPoint goal = middle_of_point(view, report.plane, report.route.goal);
     const double right = view.corner.x + view.width();
     const bool is_in_sight = goal.x <= right;  // a moving goal may have left the plane
     goal.x = std::min(goal.x, right);
     draw_goal_lines(svg, view, report, goal);
-    const std::vector<LatticePlace>& nodes = report.route.nodes;
-    std::vector<SvgPoint> pairs;
+    const std::vector<nmk_lattice::GridCell>& nodes = report.route.nodes;
+    std::vector<nmk_draw::SvgPoint> pairs;
     for (std::size_t i = 1; i < nodes.size(); ++i) {
         pairs.insert(pairs.end(), {view.middle(nodes[i - 1]), view.middle(nodes[i])});
     }
@@ -183,9 +186,9 @@ void draw_route(SvgDocument& svg, const PlaneView& view, const RouteReport& repo
     if (!report.route.is_found()) {
         draw_nearest_mark(svg, view.middle(report.route.nearest));
     } else if (report.arrives_elsewhere()) {
-        draw_end_mark(svg, view.middle(nodes.back()));
+        nmk_draw::draw_end_mark(svg, view.middle(nodes.back()));
     }
-    draw_start_mark(svg, view.middle(*report.plane.place_at(report.request.start)));
+    nmk_draw::draw_start_mark(svg, view.middle(*report.plane.cell_at(report.request.start)));
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_route

@@ -7,11 +7,11 @@
 #include "commands/route/route_report.h"
 #include "draw/svg_document.h"
 
-namespace nmk_app {
+namespace nmk_route {
 
 /// Where the cells stand in the drawing, in pixels.
-struct PlaneView {
-    SvgPoint corner;  // upper left
+struct GridView {
+    nmk_draw::SvgPoint corner;  // upper left
     double cell_width = 1.0;
     double cell_height = 1.0;
     int columns = 1;
@@ -21,25 +21,26 @@ struct PlaneView {
     double width() const { return cell_width * columns; }
     double height() const { return cell_height * rows; }
     int drawn_row(int row) const { return downwards ? row : rows - 1 - row; }
-    SvgPoint middle(LatticePlace place) const {
+    nmk_draw::SvgPoint middle(nmk_lattice::GridCell place) const {
         return {corner.x + (place.column + 0.5) * cell_width,
                 corner.y + (drawn_row(place.row) + 0.5) * cell_height};
     }
 };
 
 /// Blocked and closed places, and the lines between cells that are large enough.
-void draw_cells(SvgDocument& svg, const PlaneView& view, const RouteReport& report);
+void draw_cells(nmk_draw::SvgDocument& svg, const GridView& view, const RouteReport& report);
 
 /// The goal, the route, its start and its end, or the place that came nearest.
-void draw_route(SvgDocument& svg, const PlaneView& view, const RouteReport& report);
+void draw_route(nmk_draw::SvgDocument& svg, const GridView& view, const RouteReport& report);
 
 /// The marks of the legend, the same as in the panel.
-void draw_route_line(SvgDocument& svg, const std::vector<SvgPoint>& pairs, double width);
-void draw_goal_mark(SvgDocument& svg, SvgPoint at);
-void draw_first_goal_mark(SvgDocument& svg, SvgPoint at);
-void draw_goal_line(SvgDocument& svg, SvgPoint from, SvgPoint to);
-void draw_nearest_mark(SvgDocument& svg, SvgPoint at);
+void draw_route_line(nmk_draw::SvgDocument& svg, const std::vector<nmk_draw::SvgPoint>& pairs,
+                     double width);
+void draw_goal_mark(nmk_draw::SvgDocument& svg, nmk_draw::SvgPoint at);
+void draw_first_goal_mark(nmk_draw::SvgDocument& svg, nmk_draw::SvgPoint at);
+void draw_goal_line(nmk_draw::SvgDocument& svg, nmk_draw::SvgPoint from, nmk_draw::SvgPoint to);
+void draw_nearest_mark(nmk_draw::SvgDocument& svg, nmk_draw::SvgPoint at);
 
 inline constexpr const char* blocked_colour = "#46505c";
 
-}  // namespace nmk_app
+}  // namespace nmk_route

@@ -10,7 +10,7 @@
 #include "draw/legend_line.h"
 #include "files/base_name.h"
 
-namespace nmk_app {
+namespace nmk_route {
 
 namespace {
 
@@ -23,20 +23,20 @@ constexpr double smallest_width = 760.0;  // so that heading and legend have roo
 constexpr double heading_height = 118.0;
 
 struct Layout {
-    PlaneView view;
+    GridView view;
     double panel_width = 0.0;
     double panel_height = 0.0;
 
     double width() const { return 2 * margin + panel_width; }
 };
 
-Layout layout_of(const RoutePlane& plane) {
+Layout layout_of(const nmk_lattice::RoutePlane& plane) {
     const giPoint2 steps = plane.steps();
     const double scale = std::min({largest_width / (plane.columns() * steps.x),
                                    largest_height / (plane.rows() * steps.y),
                                    largest_cell / steps.x, largest_cell / steps.y});
     Layout layout;
-    PlaneView& view = layout.view;
+    GridView& view = layout.view;
     view.columns = plane.columns();
     view.rows = plane.rows();
     view.cell_width = steps.x * scale;
@@ -48,8 +48,8 @@ Layout layout_of(const RoutePlane& plane) {
     return layout;
 }
 
-void draw_title(SvgDocument& svg, const Layout& layout, const RouteReport& report) {
-    svg.text({margin, 44.0}, base_name(report.options.file_name),
+void draw_title(nmk_draw::SvgDocument& svg, const Layout& layout, const RouteReport& report) {
+    svg.text({margin, 44.0}, nmk_files::base_name(report.options.file_name),
              "font-size=\"26\" font-weight=\"700\" fill=\"#1f2933\"");
     const std::string summary = route_summary(report);
     const std::string colour = report.route.is_found() ? "#1f2933" : "#a23b00";
@@ -61,69 +61,73 @@ void draw_title(SvgDocument& svg, const Layout& layout, const RouteReport& repor
     svg.line({margin, 106.0}, {layout.width() - margin, 106.0}, "stroke=\"#e3e7eb\"");
 }
 
-void draw_closing_scale(SvgDocument& svg, SvgPoint at, double width) {
+void draw_closing_scale(nmk_draw::SvgDocument& svg, nmk_draw::SvgPoint at, double width) {
     constexpr int parts = 30;
     const double step = width / parts;
     for (int i = 0; i < parts; ++i) {
         svg.rectangle({at.x + i * step, at.y - 8.0}, step + 0.3, 16.0,
-                      "fill=\"" + closing_colour(i / double{parts - 1}) + "\"");
+                      "fill=\"" + nmk_draw::closing_colour(i / double{parts - 1}) + "\"");
     }
     svg.rectangle({at.x, at.y - 8.0}, width, 16.0, "fill=\"none\" stroke=\"#8b97a4\"");
 }
 
-void draw_goal_entries(SvgDocument& svg, LegendLine& line, const RouteReport& report) {
-    draw_entry(svg, line, "goal", 20, [&](SvgPoint at) { draw_goal_mark(svg, {at.x + 10, at.y}); });
+void draw_goal_entries(nmk_draw::SvgDocument& svg, nmk_draw::LegendLine& line,
+                       const RouteReport& report) {
+    nmk_draw::draw_entry(svg, line, "goal", 20, [&](nmk_draw::SvgPoint at) {
+        draw_goal_mark(svg, {at.x + 10, at.y});
+    });
     if (report.request.kind == GoalKind::point || report.request.kind == GoalKind::moving_line) {
         if (report.has_moved_goal()) {
-            draw_entry(svg, line, "goal at first", 14, [&](SvgPoint at) {
+            nmk_draw::draw_entry(svg, line, "goal at first", 14, [&](nmk_draw::SvgPoint at) {
                 draw_first_goal_mark(svg, {at.x + 7, at.y});
             });
         }
         return;
     }
-    draw_entry(svg, line, "goal line", 40, [&](SvgPoint at) {
+    nmk_draw::draw_entry(svg, line, "goal line", 40, [&](nmk_draw::SvgPoint at) {
         draw_goal_line(svg, at, {at.x + 40, at.y});
     });
 }
 
-double draw_legend(SvgDocument& svg, PictureColumn column, double top, const RouteReport& report) {
-    LegendLine line(column, top);
-    draw_entry(svg, line, "blocked", 16, [&](SvgPoint at) {
+double draw_legend(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, double top,
+                   const RouteReport& report) {
+    nmk_draw::LegendLine line(column, top);
+    nmk_draw::draw_entry(svg, line, "blocked", 16, [&](nmk_draw::SvgPoint at) {
         svg.rectangle({at.x, at.y - 8}, 16, 16,
                       "rx=\"3\" fill=\"" + std::string(blocked_colour) + "\"");
     });
-    draw_entry(svg, line, "visited, first to last", 110,
-               [&](SvgPoint at) { draw_closing_scale(svg, at, 110); });
-    draw_entry(svg, line, "start", 12, [&](SvgPoint at) {
-        draw_start_mark(svg, {at.x + 6, at.y});
+    nmk_draw::draw_entry(svg, line, "visited, first to last", 110,
+                         [&](nmk_draw::SvgPoint at) { draw_closing_scale(svg, at, 110); });
+    nmk_draw::draw_entry(svg, line, "start", 12, [&](nmk_draw::SvgPoint at) {
+        nmk_draw::draw_start_mark(svg, {at.x + 6, at.y});
     });
     draw_goal_entries(svg, line, report);
     if (!report.route.is_found()) {
-        draw_entry(svg, line, "nearest to the goal", 20, [&](SvgPoint at) {
+        nmk_draw::draw_entry(svg, line, "nearest to the goal", 20, [&](nmk_draw::SvgPoint at) {
             draw_nearest_mark(svg, {at.x + 10, at.y});
         });
         return line.bottom();
     }
-    draw_entry(svg, line, "route", 40, [&](SvgPoint at) {
+    nmk_draw::draw_entry(svg, line, "route", 40, [&](nmk_draw::SvgPoint at) {
         draw_route_line(svg, {at, {at.x + 40, at.y}}, 3.5);
     });
     if (report.arrives_elsewhere()) {
-        draw_entry(svg, line, "arrival", 12, [&](SvgPoint at) {
-            draw_end_mark(svg, {at.x + 6, at.y});
+        nmk_draw::draw_entry(svg, line, "arrival", 12, [&](nmk_draw::SvgPoint at) {
+            nmk_draw::draw_end_mark(svg, {at.x + 6, at.y});
         });
     }
     return line.bottom();
 }
 
 /// Everything but the ground; answers the bottom.
-double draw_content(SvgDocument& svg, const Layout& layout, const RouteReport& report) {
+double draw_content(nmk_draw::SvgDocument& svg, const Layout& layout, const RouteReport& report) {
     draw_title(svg, layout, report);
-    const PlaneView& view = layout.view;
+    const GridView& view = layout.view;
     svg.rectangle({view.corner.x - 1, view.corner.y - 1}, view.width() + 2, view.height() + 2,
                   "fill=\"#ffffff\" stroke=\"#8b97a4\"");
     draw_cells(svg, view, report);
     draw_route(svg, view, report);
-    const PictureColumn column{margin, layout.width() - margin};
+    const nmk_draw::PictureColumn column{margin, layout.width() - margin};
     return draw_legend(svg, column, heading_height + layout.panel_height + 16.0, report);
 }
 
@@ -131,10 +135,11 @@ double draw_content(SvgDocument& svg, const Layout& layout, const RouteReport& r
 
 std::string route_picture(const RouteReport& report) {
     const Layout layout = layout_of(report.plane);
-    const std::string title = base_name(report.options.file_name) + ": " + route_summary(report);
-    SvgDocument svg;
+    const std::string title =
+        nmk_files::base_name(report.options.file_name) + ": " + route_summary(report);
+    nmk_draw::SvgDocument svg;
     const double bottom = draw_content(svg, layout, report);
     return svg.str(layout.width(), bottom + margin / 2, title);
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_route

@@ -5,9 +5,9 @@
 
 #include "commands/route/route_report.h"
 
-namespace nmk_app {
+namespace nmk_route {
 
 /// The picture as an SVG document, with a legend.
 std::string route_picture(const RouteReport& report);
 
-}  // namespace nmk_app
+}  // namespace nmk_route

@@ -7,7 +7,7 @@
 #include "commands/route/point_text.h"
 #include "text/escaped_text.h"
 
-namespace nmk_app {
+namespace nmk_route {
 
 namespace {
 
@@ -28,7 +28,7 @@ std::string goal_text(const RouteReport& report) {
 std::string node_list(const RouteReport& report) {
     std::string text;
     std::string line = " ";
-    for (const LatticePlace& place : report.route.nodes) {
+    for (const nmk_lattice::GridCell& place : report.route.nodes) {
         const std::string node = point_text(report.plane.at(place));
         if (line.size() + 1 + node.size() > line_width) {
             text += line + "\n";
@@ -42,7 +42,7 @@ std::string node_list(const RouteReport& report) {
 }  // namespace
 
 std::string plane_summary(const RouteReport& report) {
-    const RoutePlane& plane = report.plane;
+    const nmk_lattice::RoutePlane& plane = report.plane;
     return std::to_string(plane.columns()) + " x " + std::to_string(plane.rows()) + " places, " +
            std::to_string(plane.blocked_count()) + " blocked; corners " +
            (report.request.cut_corners ? "may be cut" : "kept clear") +
@@ -55,8 +55,9 @@ std::string route_summary(const RouteReport& report) {
     }
     const std::size_t nodes = report.route.nodes.size();
     return "route of " + std::to_string(nodes) + (nodes == 1 ? " node" : " nodes") + ", length " +
-           short_number(report.route.length, 4) + ", from " + point_text(report.request.start) +
-           " to " + point_text(report.plane.at(report.route.nodes.back()));
+           nmk_text::short_number(report.route.length, 4) + ", from " +
+           point_text(report.request.start) + " to " +
+           point_text(report.plane.at(report.route.nodes.back()));
 }
 
 std::string no_route_line(const RouteReport& report) {
@@ -92,7 +93,8 @@ std::vector<std::pair<std::string, std::string>> route_figures(const RouteReport
 }
 
 std::string route_text(const RouteReport& report) {
-    std::string text = line_text(report.options.file_name) + ": " + plane_summary(report) + "\n\n";
+    std::string text =
+        nmk_text::line_text(report.options.file_name) + ": " + plane_summary(report) + "\n\n";
     for (const auto& [name, value] : route_figures(report)) {
         text += name + std::string(16 - std::min<std::size_t>(name.size(), 15), ' ') + value + "\n";
     }
@@ -100,7 +102,7 @@ std::string route_text(const RouteReport& report) {
         text += "\nRoute:\n" + node_list(report);
     }
     for (const std::string& note : report.notes) {
-        text += line_text(note) + ".\n";
+        text += nmk_text::line_text(note) + ".\n";
     }
     return text;
 }
@@ -109,7 +111,7 @@ std::string route_csv(const RouteReport& report) {
     std::string text = "x,y,length\n";
     double length = 0.0;
     giPoint2 last = report.request.start;
-    for (const LatticePlace& place : report.route.nodes) {
+    for (const nmk_lattice::GridCell& place : report.route.nodes) {
         const giPoint2 point = report.plane.at(place);
         length += last.distance(point);
         last = point;
@@ -119,4 +121,4 @@ std::string route_csv(const RouteReport& report) {
     return text;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_route

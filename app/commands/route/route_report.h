@@ -8,13 +8,13 @@
 #include "commands/route/find_route.h"
 #include "commands/route/route_options.h"
 
-namespace nmk_app {
+namespace nmk_route {
 
 /// Everything that is reported; plane and route are borrowed.
 struct RouteReport {
     const RouteOptions& options;
     const RouteRequest& request;
-    const RoutePlane& plane;
+    const nmk_lattice::RoutePlane& plane;
     const FoundRoute& route;
     std::vector<std::string> notes;
 
@@ -22,7 +22,7 @@ struct RouteReport {
 
     /// The route ends on a line, past where that begins.
     bool arrives_elsewhere() const {
-        return route.is_found() && plane.place_at(route.goal) != route.nodes.back();
+        return route.is_found() && plane.cell_at(route.goal) != route.nodes.back();
     }
 };
 
@@ -48,4 +48,4 @@ std::string route_json(const RouteReport& report);
 /// A row for each node: x, y, and the length of the way so far. Only the heading without a route.
 std::string route_csv(const RouteReport& report);
 
-}  // namespace nmk_app
+}  // namespace nmk_route

@@ -4,14 +4,14 @@
 #include "commands/route/route_report.h"
 #include "text/escaped_text.h"
 
-namespace nmk_app {
+namespace nmk_route {
 
 namespace {
 
 std::string boolean(bool value) { return value ? "true" : "false"; }
 
 std::string goal_json(const RouteRequest& request, const FoundRoute& route) {
-    std::string text = "{\"kind\": " + json_text(goal_kind_name(request.kind)) +
+    std::string text = "{\"kind\": " + nmk_text::json_text(goal_kind_name(request.kind)) +
                        ", \"at\": " + point_json(request.goal);
     if (needs_gradient(request.kind)) {
         text += ", \"gradient\": " + route_number(request.gradient);
@@ -29,7 +29,7 @@ std::string route_part(const RouteReport& report) {
                ", \"short\": " + route_number(route.short_of_goal) + "}";
     }
     std::string nodes;
-    for (const LatticePlace& place : route.nodes) {
+    for (const nmk_lattice::GridCell& place : route.nodes) {
         nodes += (nodes.empty() ? "" : ", ") + point_json(report.plane.at(place));
     }
     return "{\"length\": " + route_number(route.length) + ", \"nodes\": [" + nodes + "]}";
@@ -38,9 +38,9 @@ std::string route_part(const RouteReport& report) {
 }  // namespace
 
 std::string route_json(const RouteReport& report) {
-    const RoutePlane& plane = report.plane;
+    const nmk_lattice::RoutePlane& plane = report.plane;
     const giPoint2 steps = plane.steps();
-    std::string text = "{\n  \"file\": " + json_text(report.options.file_name);
+    std::string text = "{\n  \"file\": " + nmk_text::json_text(report.options.file_name);
     text += ",\n  \"columns\": " + std::to_string(plane.columns());
     text += ",\n  \"rows\": " + std::to_string(plane.rows());
     text += ",\n  \"steps\": " + point_json(steps);
@@ -53,9 +53,9 @@ std::string route_json(const RouteReport& report) {
     text += ",\n  \"expanded\": " + std::to_string(report.route.expanded);
     text += ",\n  \"notes\": [";
     for (std::size_t i = 0; i < report.notes.size(); ++i) {
-        text += (i == 0 ? "" : ", ") + json_text(report.notes[i]);
+        text += (i == 0 ? "" : ", ") + nmk_text::json_text(report.notes[i]);
     }
     return text + "]\n}\n";
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_route

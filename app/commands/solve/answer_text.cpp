@@ -8,7 +8,7 @@
 #include "text/escaped_text.h"
 #include "text/number_format.h"
 
-namespace nmk_app {
+namespace nmk_solve {
 
 namespace {
 
@@ -24,7 +24,7 @@ Cells cells_of(const Solution& solution) {
     Cells cells;
     for (const auto* const numbers : {&solution.values, &solution.residuals}) {
         for (const double number : *numbers) {
-            cells.push_back(readable_number(number));
+            cells.push_back(nmk_text::readable_number(number));
         }
     }
     return cells;
@@ -56,7 +56,7 @@ std::string table_text(const std::vector<Cells>& rows) {
 }
 
 std::string number_json(double value) {
-    return std::isfinite(value) ? readable_number(value) : "null";
+    return std::isfinite(value) ? nmk_text::readable_number(value) : "null";
 }
 
 std::string solution_json(const Cells& names, const Solution& solution) {
@@ -66,7 +66,8 @@ std::string solution_json(const Cells& names, const Solution& solution) {
         for (const double number : *numbers) {
             std::string name = names[column++];
             std::replace(name.begin(), name.end(), ' ', '_');
-            text += (text.empty() ? "" : ", ") + json_text(name) + ": " + number_json(number);
+            text +=
+                (text.empty() ? "" : ", ") + nmk_text::json_text(name) + ": " + number_json(number);
         }
     }
     return "{" + text + "}";
@@ -95,8 +96,10 @@ std::string answer_json(const Answer& answer, std::size_t line) {
     }
     std::string text = "{";
     text += line > 0 ? "\"line\": " + std::to_string(line) + ", " : "";
-    text += "\"problem\": " + json_text(answer.problem) + ", \"solutions\": [" + solutions + "]";
-    return text + (answer.note.empty() ? "" : ", \"note\": " + json_text(answer.note)) + "}";
+    text += "\"problem\": " + nmk_text::json_text(answer.problem) + ", \"solutions\": [" +
+            solutions + "]";
+    return text + (answer.note.empty() ? "" : ", \"note\": " + nmk_text::json_text(answer.note)) +
+           "}";
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_solve

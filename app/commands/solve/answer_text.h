@@ -8,7 +8,7 @@
 
 #include "commands/solve/solve_answer.h"
 
-namespace nmk_app {
+namespace nmk_solve {
 
 /// The problem with the number of solutions, a table of them, and the note. With a `line` of a
 /// table above 0 that stands in front.
@@ -18,4 +18,4 @@ std::string answer_text(const Answer& answer, std::size_t line);
 /// 0, and null for a number that is not finite. Without a line feed at its end.
 std::string answer_json(const Answer& answer, std::size_t line);
 
-}  // namespace nmk_app
+}  // namespace nmk_solve

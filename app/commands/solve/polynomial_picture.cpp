@@ -9,7 +9,7 @@
 #include "draw/plot_frame.h"
 #include "text/number_format.h"
 
-namespace nmk_app {
+namespace nmk_solve {
 
 namespace {
 
@@ -46,7 +46,7 @@ std::vector<double> places_to_see(const std::vector<double>& coefficients, const
     return places;
 }
 
-PlotRange x_range(const std::vector<double>& places) {
+nmk_draw::PlotRange x_range(const std::vector<double>& places) {
     if (places.empty()) {
         return {-1.0, 1.0};
     }
@@ -59,8 +59,8 @@ PlotRange x_range(const std::vector<double>& places) {
     return {*low - shown, *high + shown};
 }
 
-PlotRange y_range(const std::vector<double>& coefficients, const std::vector<double>& places,
-                  const PlotRange& x) {
+nmk_draw::PlotRange y_range(const std::vector<double>& coefficients,
+                            const std::vector<double>& places, const nmk_draw::PlotRange& x) {
     double low = 0.0;
     double high = 0.0;
     for (const double place : places) {
@@ -75,33 +75,34 @@ PlotRange y_range(const std::vector<double>& coefficients, const std::vector<dou
     const double beyond = (high - low) * most_beyond;
     // Values at roots are rounding, not height.
     const bool is_flat = high - low <= 1e-9 * (edge_high - edge_low);
-    PlotRange range{is_flat ? edge_low : std::max(edge_low, low - beyond),
-                    is_flat ? edge_high : std::min(edge_high, high + beyond)};
+    nmk_draw::PlotRange range{is_flat ? edge_low : std::max(edge_low, low - beyond),
+                              is_flat ? edge_high : std::min(edge_high, high + beyond)};
     const double span = range.span() > 0.0 ? range.span() : 2.0;
     range.low -= span * y_air;
     range.high += span * y_air;
     return range;
 }
 
-bool is_drawable(const PlotRange& range) {
+bool is_drawable(const nmk_draw::PlotRange& range) {
     return std::isfinite(range.span()) && std::isfinite(range.low) && range.span() > 0.0;
 }
 
 /// The curve, broken where it has no finite value.
-std::vector<SvgPoint> curve_pairs(const std::vector<double>& coefficients, const PlotFrame& frame) {
+std::vector<nmk_draw::SvgPoint> curve_pairs(const std::vector<double>& coefficients,
+                                            const nmk_draw::PlotFrame& frame) {
     const auto point = [&](int i) {
         const double x = frame.x.low + frame.x.span() * i / samples;
         return frame.at(x, polynomial_value(coefficients, x));
     };
     // What is far out of sight is brought nearer, for viewers that cannot draw so far.
-    const auto near = [&](SvgPoint p) {
+    const auto near = [&](nmk_draw::SvgPoint p) {
         const double far = 4 * frame.height;
-        return SvgPoint{p.x, std::clamp(p.y, frame.corner.y - far, frame.corner.y + far)};
+        return nmk_draw::SvgPoint{p.x, std::clamp(p.y, frame.corner.y - far, frame.corner.y + far)};
     };
-    std::vector<SvgPoint> pairs;
+    std::vector<nmk_draw::SvgPoint> pairs;
     for (int i = 0; i < samples; ++i) {
-        const SvgPoint from = point(i);
-        const SvgPoint to = point(i + 1);
+        const nmk_draw::SvgPoint from = point(i);
+        const nmk_draw::SvgPoint to = point(i + 1);
         if (std::isfinite(from.y) && std::isfinite(to.y)) {
             pairs.insert(pairs.end(), {near(from), near(to)});
         }
@@ -115,7 +116,7 @@ struct RootMark {
     int count;
 };
 
-std::vector<RootMark> root_marks(const Answer& answer, const PlotFrame& frame) {
+std::vector<RootMark> root_marks(const Answer& answer, const nmk_draw::PlotFrame& frame) {
     std::vector<RootMark> marks;
     for (const Solution& root : answer.solutions) {
         const double x = root.values[0];
@@ -133,13 +134,14 @@ std::vector<RootMark> root_marks(const Answer& answer, const PlotFrame& frame) {
 
 /// Where a label may stand: beside the curve first, or on the other side of the axis where the
 /// curve only touches that; then above and below.
-std::vector<SvgPoint> label_middles(SvgPoint at, double width,
-                                    const std::vector<double>& coefficients, const RootMark& mark) {
+std::vector<nmk_draw::SvgPoint> label_middles(nmk_draw::SvgPoint at, double width,
+                                              const std::vector<double>& coefficients,
+                                              const RootMark& mark) {
     const std::vector<double> slope = derivative_of(coefficients);
     const double rise = polynomial_value(slope, mark.x);
     const double bend = polynomial_value(derivative_of(slope), mark.x);
     const double aside = (rise > 0.0 ? -1.0 : 1.0) * (width / 2 + 2.0);
-    std::vector<SvgPoint> middles;
+    std::vector<nmk_draw::SvgPoint> middles;
     if (mark.count > 1) {
         middles = {{at.x, at.y + (bend > 0.0 ? 22.0 : -22.0)}};
     } else {
@@ -153,23 +155,24 @@ std::vector<SvgPoint> label_middles(SvgPoint at, double width,
     return middles;
 }
 
-void draw_roots(SvgDocument& svg, const PlotFrame& frame, const std::vector<double>& coefficients,
-                const Answer& answer) {
-    LabelPlaces places({frame.corner.x, frame.corner.y, frame.width, frame.height});
+void draw_roots(nmk_draw::SvgDocument& svg, const nmk_draw::PlotFrame& frame,
+                const std::vector<double>& coefficients, const Answer& answer) {
+    nmk_draw::LabelPlaces places({frame.corner.x, frame.corner.y, frame.width, frame.height});
     const std::vector<RootMark> marks = root_marks(answer, frame);
     for (const RootMark& mark : marks) {
-        const SvgPoint at = frame.at(mark.x, 0.0);
+        const nmk_draw::SvgPoint at = frame.at(mark.x, 0.0);
         svg.circle(at, 6.0, "fill=\"#c4144b\" stroke=\"#ffffff\" stroke-width=\"1.5\"");
         places.take({at.x - 7.0, at.y - 7.0, 14.0, 14.0});
     }
     for (const RootMark& mark : marks) {
-        const SvgPoint at = frame.at(mark.x, 0.0);
+        const nmk_draw::SvgPoint at = frame.at(mark.x, 0.0);
         const std::string words =
-            plot_number(mark.x) +
+            nmk_draw::plot_number(mark.x) +
             (mark.count > 1 ? ", " + std::to_string(mark.count) + " times" : "");
-        const double width = text_width(words, 14.0) * 1.1 + 14.0;
-        const std::vector<SvgPoint> middles = label_middles(at, width, coefficients, mark);
-        LabelBox box;
+        const double width = nmk_draw::text_width(words, 14.0) * 1.1 + 14.0;
+        const std::vector<nmk_draw::SvgPoint> middles =
+            label_middles(at, width, coefficients, mark);
+        nmk_draw::LabelBox box;
         if (places.place(middles, width, 20.0, box)) {
             svg.rectangle({box.left, box.top}, box.width, box.height,
                           "rx=\"3\" fill=\"#ffffff\" fill-opacity=\"0.88\"");
@@ -180,7 +183,7 @@ void draw_roots(SvgDocument& svg, const PlotFrame& frame, const std::vector<doub
     }
 }
 
-void draw_heading(SvgDocument& svg, const Answer& answer) {
+void draw_heading(nmk_draw::SvgDocument& svg, const Answer& answer) {
     svg.text({margin, 44.0}, answer.problem,
              "font-size=\"24\" font-weight=\"700\" fill=\"#1f2933\"");
     const std::size_t count = answer.solutions.size();
@@ -197,10 +200,10 @@ void draw_heading(SvgDocument& svg, const Answer& answer) {
 std::string polynomial_picture(const std::vector<double>& coefficients, const Answer& answer) {
     const double width = 2 * margin + number_width + plot_width;
     const double height = heading_height + plot_height + 54.0;
-    SvgDocument svg;
+    nmk_draw::SvgDocument svg;
     draw_heading(svg, answer);
     const std::vector<double> places = places_to_see(coefficients, answer);
-    PlotFrame frame;
+    nmk_draw::PlotFrame frame;
     frame.corner = {margin + number_width, heading_height};
     frame.width = plot_width;
     frame.height = plot_height;
@@ -211,11 +214,11 @@ std::string polynomial_picture(const std::vector<double>& coefficients, const An
                  "font-size=\"16\" fill=\"#3c4654\"");
         return svg.str(width, height, answer.problem);
     }
-    draw_plot_frame(svg, frame);
-    const std::string plot = "x=\"" + exact_number(frame.corner.x) + "\" y=\"" +
-                             exact_number(frame.corner.y) + "\" width=\"" +
-                             exact_number(frame.width) + "\" height=\"" +
-                             exact_number(frame.height) + "\"";
+    nmk_draw::draw_plot_frame(svg, frame);
+    const std::string plot = "x=\"" + nmk_text::exact_number(frame.corner.x) + "\" y=\"" +
+                             nmk_text::exact_number(frame.corner.y) + "\" width=\"" +
+                             nmk_text::exact_number(frame.width) + "\" height=\"" +
+                             nmk_text::exact_number(frame.height) + "\"";
     svg.raw("<clipPath id=\"plot\"><rect " + plot + "/></clipPath>\n");
     svg.open_group("clip-path=\"url(#plot)\"");
     svg.separate_lines(curve_pairs(coefficients, frame),
@@ -226,4 +229,4 @@ std::string polynomial_picture(const std::vector<double>& coefficients, const An
     return svg.str(width, height, answer.problem);
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_solve

@@ -6,9 +6,9 @@
 
 #include "commands/solve/solve_answer.h"
 
-namespace nmk_app {
+namespace nmk_solve {
 
 /// The picture as an SVG document. It shows every root and every turning point.
 std::string polynomial_picture(const std::vector<double>& coefficients, const Answer& answer);
 
-}  // namespace nmk_app
+}  // namespace nmk_solve

@@ -7,14 +7,14 @@
 #include "text/csv_rows.h"
 #include "text/escaped_text.h"
 
-namespace nmk_app {
+namespace nmk_solve {
 
 namespace {
 
 /// The cells without quotation marks, and without the empty ones at the end.
-std::vector<std::string_view> cells_of(const CsvRow& row) {
+std::vector<std::string_view> cells_of(const nmk_text::CsvRow& row) {
     std::vector<std::string_view> cells;
-    for (std::size_t i = 0; i < std::min(row.count, most_csv_columns); ++i) {
+    for (std::size_t i = 0; i < std::min(row.count, nmk_text::max_csv_columns); ++i) {
         cells.push_back(row.bare(i));
     }
     while (!cells.empty() && cells.back().empty()) {
@@ -23,10 +23,12 @@ std::vector<std::string_view> cells_of(const CsvRow& row) {
     return cells;
 }
 
-std::variant<Problem, std::string> problem_of(const CsvRow& row, const KindFacts* kind) {
-    if (row.count > most_csv_columns) {
-        return std::to_string(row.count) + " columns; no problem has more than " +
-               std::to_string(most_csv_columns);
+nmk_text::Result<Problem> problem_of(const nmk_text::CsvRow& row, const KindFacts* kind) {
+    if (row.count > nmk_text::max_csv_columns) {
+        return nmk_text::Error{{},
+                               0,
+                               std::to_string(row.count) + " columns; no problem has more than " +
+                                   std::to_string(nmk_text::max_csv_columns)};
     }
     const std::vector<std::string_view> cells = cells_of(row);
     if (kind != nullptr) {
@@ -35,30 +37,31 @@ std::variant<Problem, std::string> problem_of(const CsvRow& row, const KindFacts
     const std::string_view name = cells.empty() ? std::string_view() : cells[0];
     const KindFacts* const named = kind_of_name(name);
     if (named == nullptr) {
-        return "cannot read " + quoted(name) + " as a kind; expected " + kind_list();
+        return nmk_text::Error{
+            {}, 0, "cannot read " + nmk_text::quoted(name) + " as a kind; expected " + kind_list()};
     }
     return read_problem(*named, std::span(cells).subspan(1));
 }
 
 }  // namespace
 
-std::optional<JobError> read_problem_table(
+nmk_text::Result<void> read_problem_table(
     const std::string& file_name, std::string_view text, const KindFacts* kind,
     const std::function<void(const Problem&, std::size_t line)>& take) {
-    CsvRows rows(text);
-    CsvRow row;
+    nmk_text::CsvRows rows(text);
+    nmk_text::CsvRow row;
     for (bool is_first = true; rows.next(row); is_first = false) {
         const bool is_named = kind_of_name(row.bare(0)) != nullptr;
         if (is_first && !is_named && row.is_header()) {
             continue;
         }
         const auto problem = problem_of(row, kind);
-        if (const auto* message = std::get_if<std::string>(&problem)) {
-            return JobError{file_name, row.number, *message};
+        if (!problem) {
+            return nmk_text::Error{file_name, row.number, problem.error().message};
         }
-        take(std::get<Problem>(problem), row.number);
+        take(*problem, row.number);
     }
-    return std::nullopt;
+    return {};
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_solve

@@ -13,14 +13,14 @@
 #include <string_view>
 
 #include "commands/solve/solve_problem.h"
-#include "files/job_error.h"
+#include "text/result.h"
 
-namespace nmk_app {
+namespace nmk_solve {
 
 /// Calls `take` with each problem and the number of its line. The first row that is no problem ends
 /// it, and is answered. `kind` is null where each row names its own.
-std::optional<JobError> read_problem_table(
+nmk_text::Result<void> read_problem_table(
     const std::string& file_name, std::string_view text, const KindFacts* kind,
     const std::function<void(const Problem&, std::size_t line)>& take);
 
-}  // namespace nmk_app
+}  // namespace nmk_solve

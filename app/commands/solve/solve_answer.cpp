@@ -8,11 +8,11 @@
 
 #include "text/number_format.h"
 
-namespace nmk_app {
+namespace nmk_solve {
 
 Answer solve_normal(double x) {
     Answer answer;
-    answer.problem = "probability of a value of at most " + readable_number(x);
+    answer.problem = "probability of a value of at most " + nmk_text::readable_number(x);
     answer.value_names = {"probability"};
     answer.residual_names = {"off the exact one"};
     const double probability = nmkCumulativeGaussian::calculate(x);
@@ -35,4 +35,4 @@ Answer solve_problem(const Problem& problem) {
     }
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_solve

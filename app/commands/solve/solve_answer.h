@@ -9,7 +9,7 @@
 
 #include "commands/solve/solve_problem.h"
 
-namespace nmk_app {
+namespace nmk_solve {
 
 struct Solution {
     std::vector<double> values;
@@ -43,4 +43,4 @@ Answer solve_bracket(const Problem& problem);
 Answer solve_angles(const Problem& problem);
 Answer solve_normal(double x);
 
-}  // namespace nmk_app
+}  // namespace nmk_solve

@@ -10,7 +10,7 @@
 #include "commands/solve/solve_answer.h"
 #include "text/number_format.h"
 
-namespace nmk_app {
+namespace nmk_solve {
 
 namespace {
 
@@ -120,7 +120,7 @@ std::string problem_text(const Problem& problem) {
     for (std::size_t i = 0; i < problem.numbers.size(); ++i) {
         text += " ";
         text += facts.letters[2 * i];
-        text += "=" + readable_number(problem.numbers[i]);
+        text += "=" + nmk_text::readable_number(problem.numbers[i]);
     }
     return text;
 }
@@ -153,4 +153,4 @@ Answer solve_angles(const Problem& problem) {
     return answer;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_solve

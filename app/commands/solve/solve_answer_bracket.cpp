@@ -8,7 +8,7 @@
 #include "commands/solve/solve_answer.h"
 #include "text/number_format.h"
 
-namespace nmk_app {
+namespace nmk_solve {
 
 namespace {
 
@@ -87,7 +87,7 @@ Answer solve_bracket(const Problem& problem) {
     Answer answer;
     const std::string text = polynomial_text({problem.numbers.begin() + 2, problem.numbers.end()});
     answer.problem = (is_root ? text + " = 0" : "extremum of " + text) + " between " +
-                     readable_number(low) + " and " + readable_number(high);
+                     nmk_text::readable_number(low) + " and " + nmk_text::readable_number(high);
     answer.value_names =
         is_root ? std::vector<std::string>{"x"} : std::vector<std::string>{"x", "value"};
     answer.residual_names = {is_root ? "residual" : "slope"};
@@ -99,4 +99,4 @@ Answer solve_bracket(const Problem& problem) {
     return answer;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_solve

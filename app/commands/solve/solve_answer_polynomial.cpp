@@ -9,7 +9,7 @@
 #include "commands/solve/solve_answer.h"
 #include "text/number_format.h"
 
-namespace nmk_app {
+namespace nmk_solve {
 
 namespace {
 
@@ -61,7 +61,7 @@ std::string term_text(double coefficient, std::size_t power) {
     if (coefficient == 1.0 && power > 0) {
         return variable;
     }
-    return readable_number(coefficient) + (power > 0 ? " " : "") + variable;
+    return nmk_text::readable_number(coefficient) + (power > 0 ? " " : "") + variable;
 }
 
 }  // namespace
@@ -116,4 +116,4 @@ Answer solve_polynomial(const std::vector<double>& coefficients) {
     return answer;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_solve

@@ -2,8 +2,6 @@
 
 #include "commands/solve/solve_command.h"
 
-#include <variant>
-
 #include "commands/solve/answer_text.h"
 #include "commands/solve/polynomial_picture.h"
 #include "commands/solve/problem_table.h"
@@ -13,73 +11,81 @@
 #include "files/write_all_files.h"
 #include "shell/command_result.h"
 
-namespace nmk_app {
+namespace nmk_solve {
 
 namespace {
 
 /// Prints the answers to a table that was checked, each as soon as it is there.
-void print_table(const SolveOptions& options, const std::string& text, std::ostream& out) {
+nmk_text::Result<void> print_table(const SolveOptions& options, const std::string& text,
+                                   std::ostream& out) {
     bool is_first = true;
     if (options.json) {
         out << "[";
     }
-    read_problem_table(options.csv_file, text, options.kind,
-                       [&](const Problem& problem, std::size_t line) {
-                           const Answer answer = solve_problem(problem);
-                           if (options.json) {
-                               out << (is_first ? "\n  " : ",\n  ") << answer_json(answer, line);
-                           } else if (!options.quiet) {
-                               out << answer_text(answer, line);
-                           }
-                           is_first = false;
-                       });
+    auto checked = read_problem_table(
+        options.csv_file, text, options.kind, [&](const Problem& problem, std::size_t line) {
+            const Answer answer = solve_problem(problem);
+            if (options.json) {
+                out << (is_first ? "\n  " : ",\n  ") << answer_json(answer, line);
+            } else if (!options.quiet) {
+                out << answer_text(answer, line);
+            }
+            is_first = false;
+        });
     if (options.json) {
         out << (is_first ? "]\n" : "\n]\n");
     }
+    return checked;
 }
 
 int solve_table(const SolveOptions& options, std::ostream& out, std::ostream& err) {
-    const std::variant<std::string, JobError> read = read_whole_file(options.csv_file);
-    if (const auto* error = std::get_if<JobError>(&read)) {
-        return refuse(err, error->text());
+    const nmk_text::Result<std::string> read = nmk_files::read_whole_file(options.csv_file);
+    if (!read) {
+        return nmk_shell::refuse(err, read.error().text());
     }
-    const auto& text = std::get<std::string>(read);
-    if (const auto error = no_text_file(options.csv_file, text)) {
-        return refuse(err, error->text());
+    const auto& text = *read;
+    if (const auto checked = nmk_files::check_text_file(options.csv_file, text); !checked) {
+        return nmk_shell::refuse(err, checked.error().text());
     }
     const auto ignore = [](const Problem&, std::size_t) {};
-    if (const auto error = read_problem_table(options.csv_file, text, options.kind, ignore)) {
-        return refuse(err, error->text());
+    if (const auto checked = read_problem_table(options.csv_file, text, options.kind, ignore);
+        !checked) {
+        return nmk_shell::refuse(err, checked.error().text());
     }
-    print_table(options, text, out);
-    return finish(out, err, "the answers");
+    if (const auto printed = print_table(options, text, out); !printed) {
+        return nmk_shell::refuse(err, printed.error().text());
+    }
+    return nmk_shell::finish(out, err, "the answers");
 }
 
 int solve_one(const SolveOptions& options, std::ostream& out, std::ostream& err) {
     const Answer answer = solve_problem(options.problem);
-    WrittenFiles written;
+    nmk_files::WrittenFiles written;
     if (!options.svg_file.empty()) {
         const std::string picture = polynomial_picture(options.problem.numbers, answer);
-        if (const auto problem = write_all_files({{options.svg_file, picture}}, written)) {
-            return refuse(err, *problem);
+        auto files = nmk_files::write_all_files({{options.svg_file, picture}});
+        if (!files) {
+            return nmk_shell::refuse(err, files.error().text());
         }
+        written = *std::move(files);
     }
     if (options.json) {
         out << answer_json(answer, 0) << "\n";
     } else if (!options.quiet) {
         out << answer_text(answer, 0);
-        tell_written(out, written);
+        nmk_shell::print_written(out, written);
     }
-    return finish(out, err, "the answers", written);
+    return nmk_shell::finish(out, err, "the answers", written);
 }
 
 }  // namespace
 
 int run_solve(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
-    return run_with(read_solve_options(arguments), "solve", err, [&](const SolveOptions& options) {
-        return options.csv_file.empty() ? solve_one(options, out, err)
-                                        : solve_table(options, out, err);
-    });
+    return nmk_shell::run_with(read_solve_options(arguments), "solve", err,
+                               [&](const SolveOptions& options) {
+                                   return options.csv_file.empty() ? solve_one(options, out, err)
+                                                                   : solve_table(options, out, err);
+                               });
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_solve

@@ -7,7 +7,7 @@
 
 #include "shell/command.h"
 
-namespace nmk_app {
+namespace nmk_solve {
 
 /// Runs the command with the arguments that follow its name.
 ///
@@ -22,7 +22,7 @@ int run_solve(const std::vector<std::string>& arguments, std::ostream& out, std:
 /// What `nmk help solve` prints.
 std::string solve_help();
 
-inline constexpr Command solve_command{
+inline constexpr nmk_shell::Command solve_command{
     "solve", "solve polynomials, angles and the normal distribution", run_solve, solve_help};
 
-}  // namespace nmk_app
+}  // namespace nmk_solve

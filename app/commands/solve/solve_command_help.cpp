@@ -2,7 +2,7 @@
 
 #include "commands/solve/solve_command.h"
 
-namespace nmk_app {
+namespace nmk_solve {
 
 std::string solve_help() {
     return R"(nmk solve KIND NUMBERS: roots, angles and probabilities, with what is left when put back
@@ -37,4 +37,4 @@ Examples:
 )";
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_solve

@@ -4,7 +4,7 @@
 
 #include "shell/command_options.h"
 
-namespace nmk_app {
+namespace nmk_solve {
 
 namespace {
 
@@ -18,12 +18,12 @@ Complaint set_csv(SolveOptions& options, const std::string& value) {
     return {};
 }
 
-constexpr ValueOption<SolveOptions> value_options[] = {
+constexpr nmk_shell::ValueOption<SolveOptions> value_options[] = {
     {"--csv", set_csv},
-    {"--svg", set_output_file<SolveOptions, &SolveOptions::svg_file>},
+    {"--svg", nmk_shell::set_output_file<SolveOptions, &SolveOptions::svg_file>},
 };
 
-constexpr SwitchOption<SolveOptions> switches[] = {
+constexpr nmk_shell::SwitchOption<SolveOptions> switches[] = {
     {"--json", &SolveOptions::json},
     {"--quiet", &SolveOptions::quiet},
 };
@@ -34,9 +34,9 @@ Complaint set_word(SolveOptions& options, const std::string& argument) {
         return {};
     }
     options.kind = kind_of_name(argument);
-    return options.kind != nullptr
-               ? ""
-               : "cannot read " + quoted(argument) + " as a kind; expected " + kind_list();
+    return options.kind != nullptr ? ""
+                                   : "cannot read " + nmk_text::quoted(argument) +
+                                         " as a kind; expected " + kind_list();
 }
 
 Complaint check(SolveOptions& options) {
@@ -53,20 +53,20 @@ Complaint check(SolveOptions& options) {
     }
     const std::vector<std::string_view> words(options.words.begin(), options.words.end());
     auto problem = read_problem(*options.kind, words);
-    if (const auto* line = std::get_if<std::string>(&problem)) {
-        return *line;
+    if (!problem) {
+        return problem.error().message;
     }
-    options.problem = std::get<Problem>(std::move(problem));
+    options.problem = *std::move(problem);
     return {};
 }
 
-constexpr OptionTable<SolveOptions> table{"solve", value_options, switches, set_word, check, true};
+constexpr nmk_shell::OptionTable<SolveOptions> table{"solve",  value_options, switches,
+                                                     set_word, check,         true};
 
 }  // namespace
 
-std::variant<SolveOptions, std::string> read_solve_options(
-    const std::vector<std::string>& arguments) {
-    return read_options(table, arguments);
+nmk_text::Result<SolveOptions> read_solve_options(const std::vector<std::string>& arguments) {
+    return nmk_shell::read_options(table, arguments);
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_solve

@@ -2,12 +2,12 @@
 #pragma once
 
 #include <string>
-#include <variant>
 #include <vector>
 
 #include "commands/solve/solve_problem.h"
+#include "text/result.h"
 
-namespace nmk_app {
+namespace nmk_solve {
 
 /// The command line of `nmk solve`, checked.
 struct SolveOptions {
@@ -21,7 +21,6 @@ struct SolveOptions {
 };
 
 /// The options, or one line that says what is wrong with them.
-std::variant<SolveOptions, std::string> read_solve_options(
-    const std::vector<std::string>& arguments);
+nmk_text::Result<SolveOptions> read_solve_options(const std::vector<std::string>& arguments);
 
-}  // namespace nmk_app
+}  // namespace nmk_solve

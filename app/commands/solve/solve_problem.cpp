@@ -8,7 +8,7 @@
 #include "text/escaped_text.h"
 #include "text/number_reader.h"
 
-namespace nmk_app {
+namespace nmk_solve {
 
 namespace {
 
@@ -54,30 +54,37 @@ std::string kind_list() {
     return text;
 }
 
-std::variant<Problem, std::string> read_problem(const KindFacts& facts,
-                                                std::span<const std::string_view> words) {
+nmk_text::Result<Problem> read_problem(const KindFacts& facts,
+                                       std::span<const std::string_view> words) {
     const std::string name(facts.name);
     if (words.size() < facts.least || words.size() > facts.most) {
-        return name + " has " + std::to_string(words.size()) +
-               (words.size() == 1 ? " number" : " numbers") + "; expected " + counts(facts) + ": " +
-               std::string(facts.letters);
+        return nmk_text::Error{{},
+                               0,
+                               name + " has " + std::to_string(words.size()) +
+                                   (words.size() == 1 ? " number" : " numbers") + "; expected " +
+                                   counts(facts) + ": " + std::string(facts.letters)};
     }
     Problem problem{facts.kind, {}};
     problem.numbers.reserve(words.size());
     for (const std::string_view word : words) {
-        const std::optional<double> number = read_number(word);
+        const std::optional<double> number = nmk_text::read_number(word);
         if (!number || !std::isfinite(*number)) {
-            return "cannot read " + quoted(word) + " as a number of " + name +
-                   "; expected a finite number with a decimal point";
+            return nmk_text::Error{{},
+                                   0,
+                                   "cannot read " + nmk_text::quoted(word) + " as a number of " +
+                                       name + "; expected a finite number with a decimal point"};
         }
         problem.numbers.push_back(*number);
     }
     const bool has_bracket = facts.kind == ProblemKind::root || facts.kind == ProblemKind::extremum;
     if (has_bracket && !(problem.numbers[0] < problem.numbers[1])) {
-        return name + " between " + quoted(words[0]) + " and " + quoted(words[1]) +
-               "; expected the lower end before the upper";
+        return nmk_text::Error{{},
+                               0,
+                               name + " between " + nmk_text::quoted(words[0]) + " and " +
+                                   nmk_text::quoted(words[1]) +
+                                   "; expected the lower end before the upper"};
     }
     return problem;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_solve

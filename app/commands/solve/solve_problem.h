@@ -5,10 +5,11 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
 
-namespace nmk_app {
+#include "text/result.h"
+
+namespace nmk_solve {
 
 enum class ProblemKind {
     polynomial,
@@ -49,7 +50,7 @@ struct Problem {
 };
 
 /// The problem of these words, or one line that says what is wrong with them. Numbers are finite.
-std::variant<Problem, std::string> read_problem(const KindFacts& facts,
-                                                std::span<const std::string_view> words);
+nmk_text::Result<Problem> read_problem(const KindFacts& facts,
+                                       std::span<const std::string_view> words);
 
-}  // namespace nmk_app
+}  // namespace nmk_solve

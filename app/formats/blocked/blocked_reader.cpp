@@ -9,23 +9,23 @@
 #include "text/number_format.h"
 #include "text/number_reader.h"
 
-namespace nmk_app {
+namespace nmk_blocked {
 
 namespace {
 
 bool in_range(const std::vector<double>& numbers) {
     for (const double number : numbers) {
-        if (!(std::abs(number) <= largest_route_coordinate)) {
+        if (!(std::abs(number) <= nmk_lattice::max_route_coordinate)) {
             return false;
         }
     }
     return true;
 }
 
-/// Reads row after row; throws a JobError without a file name.
+/// Reads row after row; throws an Error without a file name.
 class ListReader {
   public:
-    void add(const CsvRow& row) {
+    void add(const nmk_text::CsvRow& row) {
         const std::string_view word = row.bare(0);
         if (word == "box") {
             set(m_list.box, "box", checked_box(numbers(row, 1)), row);
@@ -39,16 +39,16 @@ class ListReader {
     BlockedList take() { return std::move(m_list); }
 
   private:
-    [[noreturn]] static void refuse(const CsvRow& row, std::string message) {
-        throw JobError{{}, row.number, std::move(message)};
+    [[noreturn]] static void refuse(const nmk_text::CsvRow& row, std::string message) {
+        throw nmk_text::Error{{}, row.number, std::move(message)};
     }
 
-    static std::vector<double> numbers(const CsvRow& row, std::size_t first) {
+    static std::vector<double> numbers(const nmk_text::CsvRow& row, std::size_t first) {
         std::vector<double> result;
-        for (std::size_t i = first; i < std::min(row.count, most_csv_columns); ++i) {
-            const std::optional<double> value = read_coordinate(row.bare(i));
-            if (!value || std::abs(*value) > largest_route_coordinate) {
-                refuse(row, "cannot read " + quoted(row.bare(i)) + " in column " +
+        for (std::size_t i = first; i < std::min(row.count, nmk_text::max_csv_columns); ++i) {
+            const std::optional<double> value = nmk_text::read_coordinate(row.bare(i));
+            if (!value || std::abs(*value) > nmk_lattice::max_route_coordinate) {
+                refuse(row, "cannot read " + nmk_text::quoted(row.bare(i)) + " in column " +
                                 std::to_string(i + 1) +
                                 "; expected a number from -1e6 to 1e6 with a decimal point");
             }
@@ -59,23 +59,23 @@ class ListReader {
 
     template <class Value>
     static void set(std::optional<Value>& kept, const char* name,
-                    const std::variant<Value, std::string>& checked, const CsvRow& row) {
+                    const nmk_text::Result<Value>& checked, const nmk_text::CsvRow& row) {
         if (kept) {
             refuse(row, std::string("a second row ") + name);
         }
-        if (const auto* problem = std::get_if<std::string>(&checked)) {
-            refuse(row, *problem);
+        if (!checked) {
+            refuse(row, checked.error().message);
         }
-        kept = std::get<Value>(checked);
+        kept = *checked;
     }
 
-    void add_place(const CsvRow& row) {
+    void add_place(const nmk_text::CsvRow& row) {
         if (row.count != 2) {
             refuse(row, std::to_string(row.count) +
                             " columns; expected x,y or box,X0,Y0,X1,Y1 or steps,SX,SY");
         }
-        if (m_list.places.size() == most_places) {
-            refuse(row, "more than " + std::to_string(most_places) + " places");
+        if (m_list.places.size() == nmk_lattice::max_cells) {
+            refuse(row, "more than " + std::to_string(nmk_lattice::max_cells) + " places");
         }
         const std::vector<double> point = numbers(row, 0);
         m_list.places.emplace_back(point[0], point[1]);
@@ -86,61 +86,63 @@ class ListReader {
 
 /// How many steps fit between the start and an edge; a place on the edge belongs to the box.
 double steps_to(double distance, double step) {
-    return std::floor((distance + smallest_step) / step);
+    return std::floor((distance + nmk_lattice::min_step) / step);
 }
 
 }  // namespace
 
-std::variant<PlaneBox, std::string> checked_box(const std::vector<double>& numbers) {
+nmk_text::Result<PlaneBox> checked_box(const std::vector<double>& numbers) {
     if (numbers.size() != 4 || !in_range(numbers)) {
-        return "a box has four numbers from -1e6 to 1e6: X0,Y0,X1,Y1";
+        return nmk_text::Error{{}, 0, "a box has four numbers from -1e6 to 1e6: X0,Y0,X1,Y1"};
     }
     const PlaneBox box{{numbers[0], numbers[1]}, {numbers[2], numbers[3]}};
     for (const bool is_x : {true, false}) {
         const double from = is_x ? box.lower.x : box.lower.y;
         const double to = is_x ? box.upper.x : box.upper.y;
         if (!(from <= to)) {
-            return std::string("the box is turned inside out, ") + (is_x ? "x" : "y") + " from " +
-                   short_number(from, 9) + " to " + short_number(to, 9) +
-                   "; expected the lower left corner before the upper right";
+            return nmk_text::Error{
+                {},
+                0,
+                std::string("the box is turned inside out, ") + (is_x ? "x" : "y") + " from " +
+                    nmk_text::short_number(from, 9) + " to " + nmk_text::short_number(to, 9) +
+                    "; expected the lower left corner before the upper right"};
         }
     }
     return box;
 }
 
-std::variant<giPoint2, std::string> checked_steps(const std::vector<double>& numbers) {
-    const std::string problem =
-        "steps are one or two numbers above 0.00001 and at most 1e6: SX,SY; nearer places are one";
+nmk_text::Result<giPoint2> checked_steps(const std::vector<double>& numbers) {
+    const nmk_text::Error problem{
+        {},
+        0,
+        "steps are one or two numbers above 0.00001 and at most 1e6: SX,SY; nearer places are one"};
     if (numbers.empty() || numbers.size() > 2 || !in_range(numbers)) {
         return problem;
     }
     const giPoint2 steps(numbers[0], numbers[numbers.size() - 1]);
-    if (!(steps.x > smallest_step && steps.y > smallest_step)) {
+    if (!(steps.x > nmk_lattice::min_step && steps.y > nmk_lattice::min_step)) {
         return problem;
     }
     return steps;
 }
 
-std::variant<BlockedList, JobError> read_blocked_list(const std::string& file_name,
-                                                      std::string_view text) {
-    ListReader reader;
-    try {
-        CsvRows rows(text);
-        CsvRow row;
+nmk_text::Result<BlockedList> read_blocked_list(const std::string& file_name,
+                                                std::string_view text) {
+    return nmk_text::value_or_error(file_name, [&] {
+        ListReader reader;
+        nmk_text::CsvRows rows(text);
+        nmk_text::CsvRow row;
         for (bool is_first = true; rows.next(row); is_first = false) {
             const bool is_named = row.bare(0) == "box" || row.bare(0) == "steps";
             if (!is_first || is_named || !row.is_header()) {
                 reader.add(row);
             }
         }
-    } catch (JobError& error) {
-        error.file_name = file_name;
-        return error;
-    }
-    return reader.take();
+        return reader.take();
+    });
 }
 
-std::variant<ListPlane, std::string> plane_of_list(const BlockedList& list, giPoint2 start) {
+nmk_text::Result<ListPlane> plane_of_list(const BlockedList& list, giPoint2 start) {
     const PlaneBox& box = *list.box;
     const giPoint2& steps = *list.steps;
     const double left = steps_to(start.x - box.lower.x, steps.x);
@@ -148,20 +150,26 @@ std::variant<ListPlane, std::string> plane_of_list(const BlockedList& list, giPo
     const double below = steps_to(start.y - box.lower.y, steps.y);
     const double above = steps_to(box.upper.y - start.y, steps.y);
     if (left < 0.0 || right < 0.0 || below < 0.0 || above < 0.0) {
-        return "the start (" + short_number(start.x, 9) + ", " + short_number(start.y, 9) +
-               ") is outside the box";
+        return nmk_text::Error{{},
+                               0,
+                               "the start (" + nmk_text::short_number(start.x, 9) + ", " +
+                                   nmk_text::short_number(start.y, 9) + ") is outside the box"};
     }
     const double columns = left + right + 1.0;
     const double rows = below + above + 1.0;
-    if (!(columns * rows <= static_cast<double>(most_places))) {
-        return "the box has " + fixed_number(columns, 0) + " by " + fixed_number(rows, 0) +
-               " places; at most " + std::to_string(most_places) +
-               " can be searched, expected larger steps or a smaller box";
+    if (!(columns * rows <= static_cast<double>(nmk_lattice::max_cells))) {
+        return nmk_text::Error{{},
+                               0,
+                               "the box has " + nmk_text::fixed_number(columns, 0) + " by " +
+                                   nmk_text::fixed_number(rows, 0) + " places; at most " +
+                                   std::to_string(nmk_lattice::max_cells) +
+                                   " can be searched, expected larger steps or a smaller box"};
     }
-    ListPlane result{RoutePlane(start, {static_cast<int>(left), static_cast<int>(below)}, steps,
+    ListPlane result{
+        nmk_lattice::RoutePlane(start, {static_cast<int>(left), static_cast<int>(below)}, steps,
                                 static_cast<int>(columns), static_cast<int>(rows))};
     for (const giPoint2& point : list.places) {
-        if (const std::optional<LatticePlace> place = result.plane.place_at(point)) {
+        if (const std::optional<nmk_lattice::GridCell> place = result.plane.cell_at(point)) {
             result.plane.block(*place);
         } else {
             ++result.off_lattice;
@@ -170,4 +178,4 @@ std::variant<ListPlane, std::string> plane_of_list(const BlockedList& list, giPo
     return result;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_blocked

@@ -10,13 +10,12 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
 
-#include "files/job_error.h"
 #include "formats/lattice/route_plane.h"
+#include "text/result.h"
 
-namespace nmk_app {
+namespace nmk_blocked {
 
 struct PlaneBox {
     giPoint2 lower, upper;
@@ -29,21 +28,21 @@ struct BlockedList {
 };
 
 /// The box of four numbers, or one line that says what is wrong with them.
-std::variant<PlaneBox, std::string> checked_box(const std::vector<double>& numbers);
+nmk_text::Result<PlaneBox> checked_box(const std::vector<double>& numbers);
 
 /// The steps of one number, for both directions, or of two; or one line.
-std::variant<giPoint2, std::string> checked_steps(const std::vector<double>& numbers);
+nmk_text::Result<giPoint2> checked_steps(const std::vector<double>& numbers);
 
 /// The list, or one line on what is wrong with it.
-std::variant<BlockedList, JobError> read_blocked_list(const std::string& file_name,
-                                                      std::string_view text);
+nmk_text::Result<BlockedList> read_blocked_list(const std::string& file_name,
+                                                std::string_view text);
 
 /// The lattice through `start` that fills the box, and how many places of the list do not stand on
 /// it. Box and steps must be there. One line where it has too many places or `start` is outside.
 struct ListPlane {
-    RoutePlane plane;
+    nmk_lattice::RoutePlane plane;
     std::size_t off_lattice = 0;
 };
-std::variant<ListPlane, std::string> plane_of_list(const BlockedList& list, giPoint2 start);
+nmk_text::Result<ListPlane> plane_of_list(const BlockedList& list, giPoint2 start);
 
-}  // namespace nmk_app
+}  // namespace nmk_blocked

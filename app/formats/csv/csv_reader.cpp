@@ -7,26 +7,26 @@
 #include "text/escaped_text.h"
 #include "text/number_reader.h"
 
-namespace nmk_app {
+namespace nmk_csv {
 
 namespace {
 
 constexpr std::size_t point_columns = 3;
 constexpr std::size_t line_columns = 6;
 
-/// Reads row after row; throws a JobError without a file name.
+/// Reads row after row; throws an Error without a file name.
 class TableReader {
   public:
     explicit TableReader(double scale) : m_scale(scale) {}
 
-    void add_header(const CsvRow& row) { check_columns(row); }
+    void add_header(const nmk_text::CsvRow& row) { check_columns(row); }
 
-    void add(const CsvRow& row) {
+    void add(const nmk_text::CsvRow& row) {
         check_columns(row);
-        if (m_items.size() == most_items) {
-            refuse(row, "more than " + std::to_string(most_items) + " items");
+        if (m_items.size() == nmk_job::max_items) {
+            refuse(row, "more than " + std::to_string(nmk_job::max_items) + " items");
         }
-        JobItem item;
+        nmk_job::JobItem item;
         item.start = point(row, 0);
         if (row.count == line_columns && !has_empty_end(row)) {
             item.end = point(row, point_columns);
@@ -35,14 +35,14 @@ class TableReader {
         m_items.push_back(item);
     }
 
-    std::vector<JobItem> take() { return std::move(m_items); }
+    std::vector<nmk_job::JobItem> take() { return std::move(m_items); }
 
   private:
-    [[noreturn]] static void refuse(const CsvRow& row, std::string message) {
-        throw JobError{{}, row.number, std::move(message)};
+    [[noreturn]] static void refuse(const nmk_text::CsvRow& row, std::string message) {
+        throw nmk_text::Error{{}, row.number, std::move(message)};
     }
 
-    void check_columns(const CsvRow& row) {
+    void check_columns(const nmk_text::CsvRow& row) {
         if (row.count != 2 && row.count != 3 && row.count != 6) {
             refuse(row,
                    std::to_string(row.count) + " columns; expected x,y or x,y,z or x,y,z,x2,y2,z2");
@@ -54,21 +54,22 @@ class TableReader {
         m_columns = row.count;
     }
 
-    static bool has_empty_end(const CsvRow& row) {
+    static bool has_empty_end(const nmk_text::CsvRow& row) {
         return row.bare(3).empty() && row.bare(4).empty() && row.bare(5).empty();
     }
 
-    double coordinate(const CsvRow& row, std::size_t index) const {
+    double coordinate(const nmk_text::CsvRow& row, std::size_t index) const {
         const std::string_view cell = row.bare(index);
-        const std::optional<double> value = read_coordinate(cell);
+        const std::optional<double> value = nmk_text::read_coordinate(cell);
         if (!value) {
-            refuse(row, "cannot read " + quoted(cell) + " in column " + std::to_string(index + 1) +
+            refuse(row, "cannot read " + nmk_text::quoted(cell) + " in column " +
+                            std::to_string(index + 1) +
                             "; expected a number from -1e9 to 1e9 with a decimal point");
         }
         return *value * m_scale;
     }
 
-    giPoint3 point(const CsvRow& row, std::size_t first) const {
+    giPoint3 point(const nmk_text::CsvRow& row, std::size_t first) const {
         const double x = coordinate(row, first);
         const double y = coordinate(row, first + 1);
         return giPoint3(x, y, row.count > 2 ? coordinate(row, first + 2) : 0.0);
@@ -76,13 +77,13 @@ class TableReader {
 
     double m_scale;
     std::size_t m_columns = 0;
-    std::vector<JobItem> m_items;
+    std::vector<nmk_job::JobItem> m_items;
 };
 
-std::vector<JobItem> read_table(std::string_view text, double scale) {
+std::vector<nmk_job::JobItem> read_table(std::string_view text, double scale) {
     TableReader table(scale);
-    CsvRows rows(text);
-    CsvRow row;
+    nmk_text::CsvRows rows(text);
+    nmk_text::CsvRow row;
     for (bool is_first = true; rows.next(row); is_first = false) {
         if (is_first && row.is_header()) {
             table.add_header(row);
@@ -95,15 +96,16 @@ std::vector<JobItem> read_table(std::string_view text, double scale) {
 
 }  // namespace
 
-std::variant<MachiningJob, JobError> read_csv(const std::string& file_name, std::string text,
-                                              std::optional<JobUnits> units) {
-    return read_one_tool_job(JobFormat::csv, file_name, std::move(text), units, read_table);
+nmk_text::Result<nmk_job::MachiningJob> read_csv(const std::string& file_name, std::string text,
+                                                 std::optional<nmk_job::JobUnits> units) {
+    return nmk_job::read_toolless_job(nmk_job::JobFormat::csv, file_name, std::move(text), units,
+                                      read_table);
 }
 
 CsvTable split_csv(std::string_view text) {
     CsvTable table;
-    CsvRows rows(text);
-    CsvRow row;
+    nmk_text::CsvRows rows(text);
+    nmk_text::CsvRow row;
     for (bool is_first = true; rows.next(row); is_first = false) {
         if (is_first && row.is_header()) {
             table.header = row.line;
@@ -115,4 +117,4 @@ CsvTable split_csv(std::string_view text) {
     return table;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_csv

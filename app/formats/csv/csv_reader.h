@@ -9,17 +9,17 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
 
 #include "formats/job/machining_job.h"
+#include "text/result.h"
 
-namespace nmk_app {
+namespace nmk_csv {
 
 /// The job of the table: one tool "all", or none where the table is empty. Lengths are in the
 /// given unit; millimetres where none is given.
-std::variant<MachiningJob, JobError> read_csv(const std::string& file_name, std::string text,
-                                              std::optional<JobUnits> units);
+nmk_text::Result<nmk_job::MachiningJob> read_csv(const std::string& file_name, std::string text,
+                                                 std::optional<nmk_job::JobUnits> units);
 
 /// The table as text again: its rows as they stand in the file, in the order of their items.
 struct CsvTable {
@@ -31,4 +31,4 @@ struct CsvTable {
 /// Splits a table that read_csv has accepted.
 CsvTable split_csv(std::string_view text);
 
-}  // namespace nmk_app
+}  // namespace nmk_csv

@@ -10,8 +10,8 @@
 
 #include "formats/job/machining_job.h"
 
-namespace nmk_app {
+namespace nmk_csv {
 
-std::string write_csv(const MachiningJob& ordered);
+std::string write_csv(const nmk_job::MachiningJob& ordered);
 
-}  // namespace nmk_app
+}  // namespace nmk_csv

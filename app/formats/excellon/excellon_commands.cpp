@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <iterator>
 
-namespace nmk_app {
+namespace nmk_excellon {
 
 namespace {
 
@@ -42,4 +42,4 @@ std::string excellon_command_name(char letter, int number) {
     return letter + std::string(number < 10 ? "0" : "") + std::to_string(number);
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_excellon

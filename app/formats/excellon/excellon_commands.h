@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace nmk_app {
+namespace nmk_excellon {
 
 /// What a G or M word asks for.
 enum class ExcellonCommand {
@@ -30,4 +30,4 @@ ExcellonCommand excellon_command(char letter, int number);
 /// The word as messages name it, "G01".
 std::string excellon_command_name(char letter, int number);
 
-}  // namespace nmk_app
+}  // namespace nmk_excellon

@@ -6,7 +6,7 @@
 
 #include "text/text_lines.h"
 
-namespace nmk_app {
+namespace nmk_excellon {
 
 namespace {
 
@@ -51,7 +51,7 @@ std::optional<std::int64_t> value_of_digits(std::string_view digits) {
     std::int64_t value = 0;
     for (const char digit : digits) {
         value = value * 10 + (digit - '0');
-        if (value > largest_excellon_coordinate) {
+        if (value > max_excellon_coordinate) {
             return std::nullopt;
         }
     }
@@ -162,20 +162,20 @@ std::string excellon_number_text(std::int64_t value, const ExcellonFormat& forma
     return sign + digits;
 }
 
-double excellon_millimetres(std::int64_t value, JobUnits units) {
+double excellon_millimetres(std::int64_t value, nmk_job::JobUnits units) {
     // An inch has 254 tenths of a millimetre; both products are exact for every board.
-    return units == JobUnits::inches ? static_cast<double>(value * 254) / 1e10
-                                     : static_cast<double>(value) / 1e9;
+    return units == nmk_job::JobUnits::inches ? static_cast<double>(value * 254) / 1e10
+                                              : static_cast<double>(value) / 1e9;
 }
 
 KeptZeros kept_zeros_of(std::string_view program) {
     ZeroEvidence evidence;
-    TextLines lines(program);
-    TextLine line;
+    nmk_text::TextLines lines(program);
+    nmk_text::TextLine line;
     while (lines.next(line) && !line.text.starts_with("M30")) {
         evidence.add_line(line.text);
     }
     return evidence.leading && !evidence.trailing ? KeptZeros::leading : KeptZeros::trailing;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_excellon

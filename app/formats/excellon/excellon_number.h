@@ -15,13 +15,13 @@
 
 #include "formats/job/machining_job.h"
 
-namespace nmk_app {
+namespace nmk_excellon {
 
 enum class KeptZeros { leading, trailing };
 
 /// How a file writes its numbers.
 struct ExcellonFormat {
-    JobUnits units = JobUnits::inches;
+    nmk_job::JobUnits units = nmk_job::JobUnits::inches;
     KeptZeros zeros = KeptZeros::trailing;
     int whole_digits = 2;
     int decimal_digits = 4;
@@ -29,7 +29,7 @@ struct ExcellonFormat {
 
 /// Billionths of the unit in one unit, and the largest size of a coordinate: a million units.
 constexpr std::int64_t excellon_unit = 1'000'000'000;
-constexpr std::int64_t largest_excellon_coordinate = 1'000'000 * excellon_unit;
+constexpr std::int64_t max_excellon_coordinate = 1'000'000 * excellon_unit;
 
 /// The value of a coordinate's text in billionths of the unit. Empty where it is no such number,
 /// has more than nine decimals that count, or is larger than largest_excellon_coordinate.
@@ -41,10 +41,10 @@ std::optional<std::int64_t> read_excellon_number(std::string_view text,
 std::string excellon_number_text(std::int64_t value, const ExcellonFormat& format, bool with_point);
 
 /// Millimetres, rounded once.
-double excellon_millimetres(std::int64_t value, JobUnits units);
+double excellon_millimetres(std::int64_t value, nmk_job::JobUnits units);
 
 /// Which zeros the coordinates of a program without LZ or TZ keep, told by the numbers themselves:
 /// leading ones where some number begins with a zero and none ends with one, otherwise trailing.
 KeptZeros kept_zeros_of(std::string_view program);
 
-}  // namespace nmk_app
+}  // namespace nmk_excellon

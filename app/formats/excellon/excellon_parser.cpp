@@ -8,11 +8,11 @@
 #include "text/ascii.h"
 #include "text/number_reader.h"
 
-namespace nmk_app {
+namespace nmk_excellon {
 
 void ExcellonWalk::read_line() {
     const std::size_t semicolon = std::min(m_line.text.find(';'), m_line.text.size());
-    const std::string_view code = trimmed(m_line.text.substr(0, semicolon));
+    const std::string_view code = nmk_text::trimmed(m_line.text.substr(0, semicolon));
     if (semicolon < m_line.text.size()) {
         m_state.read_comment(m_line.text.substr(semicolon), m_line.number);
     }
@@ -65,7 +65,7 @@ void ExcellonWalk::read_words(std::string_view code) {
                 break;
             case 'F':
             case 'S':
-                if (!read_number(word->number)) {
+                if (!nmk_text::read_number(word->number)) {
                     refuse_rest(words);
                 }
                 words.take();
@@ -77,17 +77,14 @@ void ExcellonWalk::read_words(std::string_view code) {
     }
 }
 
-std::optional<JobError> parse_excellon(std::string_view text,
-                                       std::optional<JobUnits> units_if_unstated,
-                                       ExcellonListener& listener, ExcellonFacts& facts) {
-    try {
+nmk_text::Result<ExcellonFacts> parse_excellon(std::string_view text,
+                                               std::optional<nmk_job::JobUnits> units_if_unstated,
+                                               ExcellonListener& listener) {
+    return nmk_text::value_or_error("", [&] {
         ExcellonWalk walk(text, units_if_unstated, listener);
         walk.walk();
-        facts = walk.facts();
-    } catch (const JobError& error) {
-        return error;
-    }
-    return std::nullopt;
+        return walk.facts();
+    });
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_excellon

@@ -17,11 +17,12 @@
 
 #include "formats/excellon/excellon_number.h"
 #include "formats/job/machining_job.h"
+#include "text/result.h"
 
-namespace nmk_app {
+namespace nmk_excellon {
 
 /// Past these a file is refused: a few bytes of repeats would otherwise make any number of holes.
-constexpr std::size_t most_repeated_items = 100'000;
+constexpr std::size_t max_repeated_holes = 100'000;
 
 /// One coordinate. The text is a view into the file, empty where the file has no such text (the
 /// coordinate was added up, or was never given and is zero).
@@ -65,14 +66,15 @@ class ExcellonListener {
 
 /// What is known at the end of a program.
 struct ExcellonFacts {
-    JobUnits units = JobUnits::inches;
+    nmk_job::JobUnits units = nmk_job::JobUnits::inches;
     std::map<int, double> diameters;  // mm, of the tools that have one
     bool incremental = false;         // some positions may be increments
 };
 
-/// Walks the program. The error, if there is one, ends it; its file name is left empty.
-std::optional<JobError> parse_excellon(std::string_view text,
-                                       std::optional<JobUnits> units_if_unstated,
-                                       ExcellonListener& listener, ExcellonFacts& facts);
+/// Walks the program and returns what is known at its end. The first error ends it; its file name
+/// is empty.
+nmk_text::Result<ExcellonFacts> parse_excellon(std::string_view text,
+                                               std::optional<nmk_job::JobUnits> units_if_unstated,
+                                               ExcellonListener& listener);
 
-}  // namespace nmk_app
+}  // namespace nmk_excellon

@@ -6,18 +6,18 @@
 
 #include "formats/excellon/excellon_parser.h"
 
-namespace nmk_app {
+namespace nmk_excellon {
 
 namespace {
 
 /// Gathers the cuts of each tool.
 class CutCollector : public ExcellonListener {
   public:
-    explicit CutCollector(std::vector<JobTool>& tools) : m_tools(tools) {}
+    explicit CutCollector(std::vector<nmk_job::JobTool>& tools) : m_tools(tools) {}
 
     void cut(int tool, const ExcellonCut& cut, const ExcellonFormat& format, std::size_t,
              std::size_t) override {
-        JobItem item;
+        nmk_job::JobItem item;
         item.start = excellon_point(cut.start, format.units);
         if (cut.end) {
             item.end = excellon_point(*cut.end, format.units);
@@ -40,34 +40,34 @@ class CutCollector : public ExcellonListener {
     }
 
   private:
-    std::vector<JobTool>& m_tools;
+    std::vector<nmk_job::JobTool>& m_tools;
     std::map<int, std::size_t> m_index;
     std::size_t m_count = 0;
 };
 
 }  // namespace
 
-giPoint3 excellon_point(const ExcellonPoint& point, JobUnits units) {
+giPoint3 excellon_point(const ExcellonPoint& point, nmk_job::JobUnits units) {
     return giPoint3(excellon_millimetres(point.x.value, units),
                     excellon_millimetres(point.y.value, units), 0.0);
 }
 
-std::variant<MachiningJob, JobError> read_excellon(const std::string& file_name, std::string text,
-                                                   std::optional<JobUnits> units_if_unstated) {
-    MachiningJob job;
+nmk_text::Result<nmk_job::MachiningJob> read_excellon(
+    const std::string& file_name, std::string text,
+    std::optional<nmk_job::JobUnits> units_if_unstated) {
+    nmk_job::MachiningJob job;
     job.file_name = file_name;
-    job.format = JobFormat::excellon;
+    job.format = nmk_job::JobFormat::excellon;
     job.text = std::move(text);
     CutCollector collector(job.tools);
-    ExcellonFacts facts;
-    if (std::optional<JobError> error =
-            parse_excellon(job.text, units_if_unstated, collector, facts)) {
-        error->file_name = file_name;
-        return *std::move(error);
+    const nmk_text::Result<ExcellonFacts> facts =
+        parse_excellon(job.text, units_if_unstated, collector);
+    if (!facts) {
+        return facts.error().in_file(file_name);
     }
-    collector.set_diameters(facts.diameters);
-    job.units = facts.units;
+    collector.set_diameters(facts->diameters);
+    job.units = facts->units;
     return job;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_excellon

@@ -4,18 +4,19 @@
 
 #include <optional>
 #include <string>
-#include <variant>
 
 #include "formats/job/machining_job.h"
+#include "text/result.h"
 
-namespace nmk_app {
+namespace nmk_excellon {
 
 /// The job of a drill program: its tools in the order of their first cut, named "T1" whatever the
 /// leading zeros in the file; tools that cut nothing are left out.
-std::variant<MachiningJob, JobError> read_excellon(const std::string& file_name, std::string text,
-                                                   std::optional<JobUnits> units_if_unstated);
+nmk_text::Result<nmk_job::MachiningJob> read_excellon(
+    const std::string& file_name, std::string text,
+    std::optional<nmk_job::JobUnits> units_if_unstated);
 
 /// The point in millimetres; drill files are flat, z is zero.
-giPoint3 excellon_point(const struct ExcellonPoint& point, JobUnits units);
+giPoint3 excellon_point(const struct ExcellonPoint& point, nmk_job::JobUnits units);
 
-}  // namespace nmk_app
+}  // namespace nmk_excellon

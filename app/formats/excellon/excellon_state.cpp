@@ -10,7 +10,7 @@
 #include "text/number_format.h"
 #include "text/number_reader.h"
 
-namespace nmk_app {
+namespace nmk_excellon {
 
 namespace {
 
@@ -18,7 +18,7 @@ constexpr int most_digits = 6;             // on either side of the point
 constexpr double largest_diameter = 1000;  // in the file's unit
 
 [[noreturn]] void refuse(std::size_t line, std::string message) {
-    throw JobError{{}, line, std::move(message)};
+    throw nmk_text::Error{{}, line, std::move(message)};
 }
 
 [[noreturn]] void refuse_change(std::size_t line, std::string_view what) {
@@ -30,7 +30,7 @@ constexpr double largest_diameter = 1000;  // in the file's unit
 /// What stands between commas, blanks taken off; moves `text` behind the comma.
 std::string_view take_field(std::string_view& text) {
     const std::size_t comma = std::min(text.find(','), text.size());
-    const std::string_view field = trimmed(text.substr(0, comma));
+    const std::string_view field = nmk_text::trimmed(text.substr(0, comma));
     text.remove_prefix(std::min(comma + 1, text.size()));
     return field;
 }
@@ -52,14 +52,14 @@ std::optional<std::pair<int, int>> digits_of_ratio(std::string_view text) {
     if (colon == std::string_view::npos || colon + 1 >= text.size()) {
         return std::nullopt;
     }
-    const std::optional<int> whole = small_number(trimmed(text.substr(0, colon)));
+    const std::optional<int> whole = small_number(nmk_text::trimmed(text.substr(0, colon)));
     const std::optional<int> decimal = small_number(text.substr(colon + 1, 1));
     return whole && decimal ? std::optional(std::pair(*whole, *decimal)) : std::nullopt;
 }
 
 }  // namespace
 
-void ExcellonState::state_units(JobUnits units, std::size_t line) {
+void ExcellonState::state_units(nmk_job::JobUnits units, std::size_t line) {
     if (m_format && m_format->units != units) {
         refuse_change(line, "units");
     }
@@ -90,12 +90,12 @@ void ExcellonState::read_comment(std::string_view comment, std::size_t line) {
     if (m_format) {
         return;
     }
-    const std::string text = lower_case(comment);
+    const std::string text = nmk_text::lower_case(comment);
     const std::size_t at = text.find("format=");
     if (at == std::string::npos) {
         return;
     }
-    std::string_view stated = trimmed(std::string_view(text).substr(at + 7));
+    std::string_view stated = nmk_text::trimmed(std::string_view(text).substr(at + 7));
     if (stated.starts_with('{')) {
         stated.remove_prefix(1);
     }
@@ -113,7 +113,7 @@ bool ExcellonState::read_statement(std::string_view text, std::size_t line) {
     if (text.find_first_of("IiMm") != 0) {
         return false;  // most lines are holes
     }
-    const std::string lowered = lower_case(text);
+    const std::string lowered = nmk_text::lower_case(text);
     std::string_view rest = lowered;
     const std::string_view keyword = take_field(rest);
     if (keyword == "ici") {
@@ -123,7 +123,8 @@ bool ExcellonState::read_statement(std::string_view text, std::size_t line) {
     if (keyword != "inch" && keyword != "metric") {
         return false;
     }
-    state_units(keyword == "inch" ? JobUnits::inches : JobUnits::millimetres, line);
+    state_units(keyword == "inch" ? nmk_job::JobUnits::inches : nmk_job::JobUnits::millimetres,
+                line);
     while (!rest.empty()) {
         const std::string_view field = take_field(rest);
         if (field == "lz" || field == "tz") {
@@ -131,7 +132,8 @@ bool ExcellonState::read_statement(std::string_view text, std::size_t line) {
         } else if (const auto digits = digits_of_picture(field)) {
             state_digits(digits->first, digits->second, line);
         } else {
-            refuse(line, "cannot read " + quoted(field) + " behind " + quoted(keyword) +
+            refuse(line, "cannot read " + nmk_text::quoted(field) + " behind " +
+                             nmk_text::quoted(keyword) +
                              "; expected LZ, TZ or a picture such as 000.000");
         }
     }
@@ -144,12 +146,12 @@ void ExcellonState::define_tool(int number, std::string_view parameters, std::si
     while (!words.rest().empty()) {
         const std::optional<ExcellonWord> word = words.take();
         if (!word || !is_tool_parameter(word->letter)) {
-            refuse(line, "cannot read " + quoted(parameters) + " in the definition of T" +
+            refuse(line, "cannot read " + nmk_text::quoted(parameters) + " in the definition of T" +
                              std::to_string(number));
         }
-        const std::optional<double> value = read_number(word->number);
+        const std::optional<double> value = nmk_text::read_number(word->number);
         if (!value || !std::isfinite(*value)) {
-            refuse(line, "cannot read the number " + quoted(word->number) + " of T" +
+            refuse(line, "cannot read the number " + nmk_text::quoted(word->number) + " of T" +
                              std::to_string(number) + word->letter);
         }
         if (word->letter == 'C') {
@@ -157,8 +159,8 @@ void ExcellonState::define_tool(int number, std::string_view parameters, std::si
         }
     }
     if (diameter && !(*diameter >= 0.0 && *diameter <= largest_diameter)) {
-        refuse(line, "T" + std::to_string(number) + " has the diameter " + exact_number(*diameter) +
-                         "; expected 0 to 1000");
+        refuse(line, "T" + std::to_string(number) + " has the diameter " +
+                         nmk_text::exact_number(*diameter) + "; expected 0 to 1000");
     }
     ExcellonTool& tool = tools[number];
     if (tool.has_cut && diameter && tool.diameter != diameter) {
@@ -173,7 +175,7 @@ void ExcellonState::define_tool(int number, std::string_view parameters, std::si
 
 const ExcellonFormat& ExcellonState::format(std::string_view program) {
     if (!m_format) {
-        const bool inches = units() == JobUnits::inches;
+        const bool inches = units() == nmk_job::JobUnits::inches;
         m_format = ExcellonFormat{units(), m_zeros ? *m_zeros : kept_zeros_of(program),
                                   m_whole_digits.value_or(inches ? 2 : 3),
                                   m_decimal_digits.value_or(inches ? 4 : 3)};
@@ -181,8 +183,8 @@ const ExcellonFormat& ExcellonState::format(std::string_view program) {
     return *m_format;
 }
 
-JobUnits ExcellonState::units() const {
-    return m_units.value_or(m_units_if_unstated.value_or(JobUnits::inches));
+nmk_job::JobUnits ExcellonState::units() const {
+    return m_units.value_or(m_units_if_unstated.value_or(nmk_job::JobUnits::inches));
 }
 
 std::optional<double> ExcellonState::diameter_of(int number) const {
@@ -190,7 +192,7 @@ std::optional<double> ExcellonState::diameter_of(int number) const {
     if (found == tools.end() || !found->second.diameter) {
         return std::nullopt;
     }
-    return *found->second.diameter * mm_of(found->second.units.value_or(units()));
+    return *found->second.diameter * nmk_job::mm_of(found->second.units.value_or(units()));
 }
 
 std::string ExcellonState::known_tools() const {
@@ -206,4 +208,4 @@ std::string ExcellonState::known_tools() const {
     return names.empty() ? "no tool" : names;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_excellon

@@ -5,7 +5,7 @@
 // what the numbers themselves tell (kept_zeros_of). From the first coordinate on the format is
 // fixed: a file that changes it between its holes is refused, for its holes could not be moved.
 //
-// A function that meets something it cannot accept throws a JobError with the line and message
+// A function that meets something it cannot accept throws an Error with the line and message
 // set; parse_excellon catches it.
 #pragma once
 
@@ -17,22 +17,22 @@
 #include "formats/excellon/excellon_number.h"
 #include "formats/job/machining_job.h"
 
-namespace nmk_app {
+namespace nmk_excellon {
 
 /// A tool of the file's tables.
 struct ExcellonTool {
-    std::optional<double> diameter;  // in the file's unit at the place of its definition
-    std::optional<JobUnits> units;   // empty where none was stated before the tool
+    std::optional<double> diameter;          // in the file's unit at the place of its definition
+    std::optional<nmk_job::JobUnits> units;  // empty where none was stated before the tool
     bool has_cut = false;
 };
 
 /// Facts of a drill program as they stand at one of its lines.
 class ExcellonState {
   public:
-    explicit ExcellonState(std::optional<JobUnits> units_if_unstated)
+    explicit ExcellonState(std::optional<nmk_job::JobUnits> units_if_unstated)
         : m_units_if_unstated(units_if_unstated) {}
 
-    void state_units(JobUnits units, std::size_t line);
+    void state_units(nmk_job::JobUnits units, std::size_t line);
     void state_zeros(KeptZeros zeros, std::size_t line);
     void state_digits(int whole, int decimal, std::size_t line);
 
@@ -50,7 +50,7 @@ class ExcellonState {
     const ExcellonFormat& format(std::string_view program);
 
     /// The unit of the file as far as it is known.
-    JobUnits units() const;
+    nmk_job::JobUnits units() const;
 
     /// The diameter in millimetres, where the table has one.
     std::optional<double> diameter_of(int number) const;
@@ -62,12 +62,12 @@ class ExcellonState {
     bool incremental = false;
 
   private:
-    std::optional<JobUnits> m_units_if_unstated;
-    std::optional<JobUnits> m_units;
+    std::optional<nmk_job::JobUnits> m_units_if_unstated;
+    std::optional<nmk_job::JobUnits> m_units;
     std::optional<KeptZeros> m_zeros;
     std::optional<int> m_whole_digits;
     std::optional<int> m_decimal_digits;
     std::optional<ExcellonFormat> m_format;
 };
 
-}  // namespace nmk_app
+}  // namespace nmk_excellon

@@ -3,7 +3,7 @@
 // The walk goes from line to line. What a line may hold is spread over files by idea: the header
 // (excellon_walk_header), modes and tools (excellon_walk_modes), holes, slots and repeats
 // (excellon_walk_cuts).
-// Whatever cannot be read or ordered is thrown as a JobError with its line.
+// Whatever cannot be read or ordered is thrown as an Error with its line.
 #pragma once
 
 #include <cstdint>
@@ -17,18 +17,20 @@
 #include "formats/excellon/excellon_state.h"
 #include "formats/excellon/excellon_words.h"
 #include "text/escaped_text.h"
+#include "text/result.h"
 #include "text/text_lines.h"
 
-namespace nmk_app {
+namespace nmk_excellon {
 
 /// The walk itself: one object for one program.
 class ExcellonWalk {
   public:
-    ExcellonWalk(std::string_view text, std::optional<JobUnits> units, ExcellonListener& listener)
+    ExcellonWalk(std::string_view text, std::optional<nmk_job::JobUnits> units,
+                 ExcellonListener& listener)
         : m_text(text), m_listener(listener), m_state(units) {}
 
     void walk() {
-        TextLines lines(m_text);
+        nmk_text::TextLines lines(m_text);
         while (lines.next(m_line)) {
             read_line();
             m_incremental_seen = m_incremental_seen || m_state.incremental;
@@ -51,11 +53,11 @@ class ExcellonWalk {
 
   private:
     [[noreturn]] void refuse(std::string message) const {
-        throw JobError{{}, m_line.number, std::move(message)};
+        throw nmk_text::Error{{}, m_line.number, std::move(message)};
     }
 
     [[noreturn]] void refuse_rest(const ExcellonWords& words) const {
-        refuse("cannot read " + quoted(words.rest()) + " in a drill program");
+        refuse("cannot read " + nmk_text::quoted(words.rest()) + " in a drill program");
     }
 
     void keep(std::string_view text, ExcellonLine kind = ExcellonLine::remark) {
@@ -92,7 +94,7 @@ class ExcellonWalk {
     std::string_view m_text;
     ExcellonListener& m_listener;
     ExcellonState m_state;
-    TextLine m_line;
+    nmk_text::TextLine m_line;
     std::string_view m_comment;  // of the line, until it is kept
     ExcellonPoint m_at;
     std::optional<int> m_tool;
@@ -106,4 +108,4 @@ class ExcellonWalk {
     std::size_t m_repeated = 0;
 };
 
-}  // namespace nmk_app
+}  // namespace nmk_excellon

@@ -2,7 +2,7 @@
 
 #include "formats/excellon/excellon_walk.h"
 
-namespace nmk_app {
+namespace nmk_excellon {
 
 void ExcellonWalk::read_cut(ExcellonWords& words) {
     check_tool();
@@ -33,7 +33,7 @@ void ExcellonWalk::read_cut(ExcellonWords& words) {
 void ExcellonWalk::repeat_hole(const ExcellonWord& word, ExcellonWords& words) {
     const std::optional<int> count = small_number(word.number);
     if (!count || *count == 0) {
-        refuse("cannot read the count of the repeat " + quoted(word.number) +
+        refuse("cannot read the count of the repeat " + nmk_text::quoted(word.number) +
                "; expected 1 to 99999");
     }
     if (!m_last_was_hole) {
@@ -49,8 +49,8 @@ void ExcellonWalk::repeat_hole(const ExcellonWord& word, ExcellonWords& words) {
         refuse("cannot read the repeat; expected a line such as R5X1000Y200");
     }
     m_repeated += static_cast<std::size_t>(*count);
-    if (m_repeated > most_repeated_items) {
-        refuse("more than " + std::to_string(most_repeated_items) + " repeated holes");
+    if (m_repeated > max_repeated_holes) {
+        refuse("more than " + std::to_string(max_repeated_holes) + " repeated holes");
     }
     for (int i = 0; i < *count; ++i) {
         move(m_at.x, step_x.value);
@@ -87,7 +87,8 @@ bool ExcellonWalk::take_axis(ExcellonWords& words, char letter, ExcellonCoordina
 std::int64_t ExcellonWalk::read_value(const ExcellonWord& word) {
     const std::optional<std::int64_t> value = read_excellon_number(word.number, format());
     if (!value) {
-        refuse("cannot read the coordinate " + std::string(1, word.letter) + quoted(word.number) +
+        refuse("cannot read the coordinate " + std::string(1, word.letter) +
+               nmk_text::quoted(word.number) +
                "; expected a number of at most a million units and nine decimals");
     }
     return *value;
@@ -98,7 +99,7 @@ void ExcellonWalk::move(ExcellonCoordinate& axis, std::int64_t by) const {
     if (by == 0) {
         return;
     }
-    if (value > largest_excellon_coordinate || value < -largest_excellon_coordinate) {
+    if (value > max_excellon_coordinate || value < -max_excellon_coordinate) {
         refuse("the increments add up to more than a million units");
     }
     axis = {value, {}};
@@ -112,12 +113,12 @@ void ExcellonWalk::check_tool() {
 }
 
 void ExcellonWalk::emit(const ExcellonPoint& start, const std::optional<ExcellonPoint>& end) {
-    if (++m_items > most_items) {
-        refuse("more than " + std::to_string(most_items) + " holes and slots");
+    if (++m_items > nmk_job::max_items) {
+        refuse("more than " + std::to_string(nmk_job::max_items) + " holes and slots");
     }
     keep_comment();
     m_listener.cut(*m_tool, ExcellonCut{start, end, m_with_point}, format(), m_line.begin,
                    m_line.end);
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_excellon

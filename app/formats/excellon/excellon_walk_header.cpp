@@ -2,7 +2,7 @@
 
 #include "formats/excellon/excellon_walk.h"
 
-namespace nmk_app {
+namespace nmk_excellon {
 
 void ExcellonWalk::read_header_line(std::string_view code) {
     keep(m_line.text, ExcellonLine::definition);
@@ -26,7 +26,7 @@ void ExcellonWalk::read_header_words(std::string_view code) {
     const std::optional<int> number = small_number(word->number);
     if (word->letter == 'T') {
         if (!number) {
-            refuse("cannot read the tool number " + quoted(word->number));
+            refuse("cannot read the tool number " + nmk_text::quoted(word->number));
         }
         m_state.define_tool(*number, words.rest(), m_line.number);
     } else if (number && (word->letter == 'M' || word->letter == 'G')) {
@@ -49,4 +49,4 @@ void ExcellonWalk::read_header_command(ExcellonCommand command) {
     }
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_excellon

@@ -3,7 +3,7 @@
 #include "formats/excellon/excellon_walk.h"
 #include "text/ascii.h"
 
-namespace nmk_app {
+namespace nmk_excellon {
 
 void ExcellonWalk::read_command(const ExcellonWord& word, ExcellonWords& words) {
     const std::optional<int> number = small_number(word.number);
@@ -75,10 +75,10 @@ void ExcellonWalk::set_mode(ExcellonCommand command) {
             m_state.incremental = command == ExcellonCommand::incremental;
             return;
         case ExcellonCommand::millimetres:
-            m_state.state_units(JobUnits::millimetres, m_line.number);
+            m_state.state_units(nmk_job::JobUnits::millimetres, m_line.number);
             return;
         case ExcellonCommand::inches:
-            m_state.state_units(JobUnits::inches, m_line.number);
+            m_state.state_units(nmk_job::JobUnits::inches, m_line.number);
             return;
         default:
             return;
@@ -105,7 +105,7 @@ std::string ExcellonWalk::take_zero_point(ExcellonWords& words) {
 void ExcellonWalk::select_tool(const ExcellonWord& word, ExcellonWords& words) {
     const std::optional<int> number = small_number(word.number);
     if (!number) {
-        refuse("cannot read the tool number " + quoted(word.number));
+        refuse("cannot read the tool number " + nmk_text::quoted(word.number));
     }
     std::size_t end = word.end;
     while (const std::optional<ExcellonWord> parameter = words.peek()) {
@@ -121,7 +121,7 @@ void ExcellonWalk::select_tool(const ExcellonWord& word, ExcellonWords& words) {
         m_tool.reset();  // the tool is put away
     } else {
         if (m_state.tools.count(*number) == 0 &&
-            lower_case(parameters).find('c') == std::string::npos) {
+            nmk_text::lower_case(parameters).find('c') == std::string::npos) {
             refuse("unknown tool T" + std::to_string(*number) + "; the file defines " +
                    m_state.known_tools());
         }
@@ -132,4 +132,4 @@ void ExcellonWalk::select_tool(const ExcellonWord& word, ExcellonWords& words) {
     m_listener.tool_selected(*number, text, m_line.begin);
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_excellon

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace nmk_app {
+namespace nmk_excellon {
 
 namespace {
 
@@ -60,4 +60,4 @@ std::optional<int> small_number(std::string_view text) {
     return text.empty() ? std::nullopt : std::optional<int>(value);
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_excellon

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-namespace nmk_app {
+namespace nmk_excellon {
 
 /// One word, "X-0150": its letter in upper case and the text of its number, which may be empty.
 struct ExcellonWord {
@@ -42,4 +42,4 @@ inline bool is_tool_parameter(char letter) {
 /// The whole number from 0 to 99999 that the text is, leading zeros allowed; otherwise empty.
 std::optional<int> small_number(std::string_view text);
 
-}  // namespace nmk_app
+}  // namespace nmk_excellon

@@ -13,7 +13,7 @@
 #include "formats/excellon/excellon_words.h"
 #include "text/text_lines.h"
 
-namespace nmk_app {
+namespace nmk_excellon {
 
 namespace {
 
@@ -120,7 +120,7 @@ class ProgramParts : public ExcellonListener {
 /// Compares the cuts of a written program with those that were meant.
 class OrderCheck : public ExcellonListener {
   public:
-    explicit OrderCheck(const MachiningJob& ordered) : m_job(ordered) {}
+    explicit OrderCheck(const nmk_job::MachiningJob& ordered) : m_job(ordered) {}
 
     void cut(int tool, const ExcellonCut& cut, const ExcellonFormat& format, std::size_t,
              std::size_t) override {
@@ -132,7 +132,7 @@ class OrderCheck : public ExcellonListener {
             m_same = false;
             return;
         }
-        const JobItem& item = m_job.tools[m_tool].items[m_item++];
+        const nmk_job::JobItem& item = m_job.tools[m_tool].items[m_item++];
         const giPoint3 start = excellon_point(cut.start, format.units);
         const giPoint3 end = cut.end ? excellon_point(*cut.end, format.units) : start;
         m_same = m_same && m_job.tools[m_tool].name == "T" + std::to_string(tool) &&
@@ -144,7 +144,7 @@ class OrderCheck : public ExcellonListener {
     bool same(std::size_t count) const { return m_same && m_count == count; }
 
   private:
-    const MachiningJob& m_job;
+    const nmk_job::MachiningJob& m_job;
     std::size_t m_tool = 0;
     std::size_t m_item = 0;
     std::size_t m_count = 0;
@@ -156,11 +156,11 @@ std::optional<int> tool_number(const std::string& name) {
 }
 
 /// Why the order is no order of the file's cuts: empty when all is well.
-std::string problem_of_order(const MachiningJob& ordered, const ProgramParts& parts) {
+std::string problem_of_order(const nmk_job::MachiningJob& ordered, const ProgramParts& parts) {
     std::vector<bool> seen(parts.count(), false);
     std::size_t count = 0;
-    for (const JobTool& tool : ordered.tools) {
-        for (const JobItem& item : tool.items) {
+    for (const nmk_job::JobTool& tool : ordered.tools) {
+        for (const nmk_job::JobItem& item : tool.items) {
             const std::string name = "item " + std::to_string(item.source_index);
             if (item.source_index >= seen.size() || seen[item.source_index]) {
                 return name + " of the order is not in the file or stands twice in the order";
@@ -183,8 +183,8 @@ std::string problem_of_order(const MachiningJob& ordered, const ProgramParts& pa
 /// Puts the parts together.
 class ProgramText {
   public:
-    ProgramText(const MachiningJob& ordered, ProgramParts& parts)
-        : m_job(ordered), m_parts(parts), m_ending(line_ending(ordered.text)) {}
+    ProgramText(const nmk_job::MachiningJob& ordered, ProgramParts& parts)
+        : m_job(ordered), m_parts(parts), m_ending(nmk_text::line_ending(ordered.text)) {}
 
     std::string put_together(bool with_absolute_positions) {
         const std::string_view source = m_job.text;
@@ -193,7 +193,7 @@ class ProgramText {
         if (with_absolute_positions) {
             add_line("G90");
         }
-        for (const JobTool& tool : m_job.tools) {
+        for (const nmk_job::JobTool& tool : m_job.tools) {
             if (!tool.items.empty()) {
                 add_tool(tool);
             }
@@ -215,7 +215,7 @@ class ProgramText {
         lines.clear();  // a tool that is taken up again does not repeat its remarks
     }
 
-    void add_tool(const JobTool& tool) {
+    void add_tool(const nmk_job::JobTool& tool) {
         const int number = tool_number(tool.name).value_or(0);
         ToolText& text = m_parts.tools[number];
         add_lines(text.before);
@@ -224,12 +224,12 @@ class ProgramText {
         }
         m_current_tool = number;
         add_lines(text.after);
-        for (const JobItem& item : tool.items) {
+        for (const nmk_job::JobItem& item : tool.items) {
             add_line(m_parts.cut_text(item.source_index, item.reversed));
         }
     }
 
-    const MachiningJob& m_job;
+    const nmk_job::MachiningJob& m_job;
     ProgramParts& m_parts;
     std::string_view m_ending;
     std::string m_text;
@@ -237,43 +237,45 @@ class ProgramText {
 };
 
 /// One way of writing the program; the error tells why the result would not be the ordered one.
-std::variant<std::string, JobError> write_checked(const MachiningJob& ordered,
-                                                  bool all_with_point) {
+nmk_text::Result<std::string> write_checked(const nmk_job::MachiningJob& ordered,
+                                            bool all_with_point) {
     ProgramParts parts(all_with_point);
-    ExcellonFacts facts;
-    if (std::optional<JobError> error = parse_excellon(ordered.text, ordered.units, parts, facts)) {
-        error->file_name = ordered.file_name;
-        return *std::move(error);
+    const nmk_text::Result<ExcellonFacts> facts =
+        parse_excellon(ordered.text, ordered.units, parts);
+    if (!facts) {
+        return facts.error().in_file(ordered.file_name);
     }
     if (std::string problem = problem_of_order(ordered, parts); !problem.empty()) {
-        return JobError{ordered.file_name, 0, std::move(problem)};
+        return nmk_text::Error{ordered.file_name, 0, std::move(problem)};
     }
     if (parts.count() == 0) {
         return ordered.text;
     }
-    std::string text = ProgramText(ordered, parts).put_together(facts.incremental);
+    std::string text = ProgramText(ordered, parts).put_together(facts->incremental);
     OrderCheck check(ordered);
-    ExcellonFacts written_facts;
-    const std::optional<JobError> error = parse_excellon(text, ordered.units, check, written_facts);
-    if (error || !check.same(parts.count()) || written_facts.diameters != facts.diameters) {
-        return JobError{ordered.file_name, error ? error->line : 0,
-                        "its holes cannot be written in another order" +
-                            (error ? ": " + error->message : std::string())};
+    const nmk_text::Result<ExcellonFacts> written = parse_excellon(text, ordered.units, check);
+    const std::string message = "its holes cannot be written in another order";
+    if (!written) {
+        return nmk_text::Error{ordered.file_name, written.error().line,
+                               message + ": " + written.error().message};
+    }
+    if (!check.same(parts.count()) || written->diameters != facts->diameters) {
+        return nmk_text::Error{ordered.file_name, 0, message};
     }
     return text;
 }
 
 }  // namespace
 
-std::variant<std::string, JobError> write_excellon(const MachiningJob& ordered) {
-    std::variant<std::string, JobError> text = write_checked(ordered, false);
-    if (std::holds_alternative<std::string>(text)) {
+nmk_text::Result<std::string> write_excellon(const nmk_job::MachiningJob& ordered) {
+    nmk_text::Result<std::string> text = write_checked(ordered, false);
+    if (text) {
         return text;
     }
     // Which zeros a file without LZ or TZ keeps is told by its numbers. Repeats and increments that
     // are written out can take that away; a point in every coordinate then says the same.
-    std::variant<std::string, JobError> with_points = write_checked(ordered, true);
-    return std::holds_alternative<std::string>(with_points) ? with_points : text;
+    nmk_text::Result<std::string> with_points = write_checked(ordered, true);
+    return with_points ? with_points : text;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_excellon

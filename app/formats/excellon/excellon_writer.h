@@ -9,14 +9,14 @@
 #pragma once
 
 #include <string>
-#include <variant>
 
 #include "formats/job/machining_job.h"
+#include "text/result.h"
 
-namespace nmk_app {
+namespace nmk_excellon {
 
 /// The text of the ordered program. The text is read again before it is handed out: an order that
 /// would lose, double or move a hole answers an error in its place.
-std::variant<std::string, JobError> write_excellon(const MachiningJob& ordered);
+nmk_text::Result<std::string> write_excellon(const nmk_job::MachiningJob& ordered);
 
-}  // namespace nmk_app
+}  // namespace nmk_excellon

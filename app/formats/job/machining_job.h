@@ -14,9 +14,9 @@
 #include <string>
 #include <vector>
 
-#include "files/job_error.h"
+#include "text/result.h"
 
-namespace nmk_app {
+namespace nmk_job {
 
 /// A hole (one point) or a slot or line (two points) to be machined.
 struct JobItem {
@@ -37,7 +37,7 @@ struct JobTool {
 };
 
 /// Past these a file is refused, since every item costs memory.
-constexpr std::size_t most_items = 5'000'000;
+constexpr std::size_t max_items = 5'000'000;
 
 enum class JobFormat { excellon, csv, tsplib };
 enum class JobUnits { millimetres, inches };
@@ -54,4 +54,4 @@ struct MachiningJob {
     std::vector<JobTool> tools;  // in the order of their first use
 };
 
-}  // namespace nmk_app
+}  // namespace nmk_job

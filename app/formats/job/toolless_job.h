@@ -1,39 +1,36 @@
-// toolless_job.h: reads a format that knows no tools into a job with one tool, "all".
+// toolless_job.h: reads a format without tools into a job with one tool, "all".
 #pragma once
 
 #include <optional>
 #include <string>
 #include <utility>
-#include <variant>
 #include <vector>
 
 #include "formats/job/machining_job.h"
+#include "text/result.h"
 
-namespace nmk_app {
+namespace nmk_job {
 
-/// `read_items(text, scale)` answers the items in mm, `scale` mm for each unit of the file, or
-/// throws a JobError without a file name.
+/// `read_items(text, scale)` returns the items in mm, `scale` mm for each unit of the file, or
+/// throws an Error without a file name.
 template <class ReadItems>
-std::variant<MachiningJob, JobError> read_one_tool_job(JobFormat format,
-                                                       const std::string& file_name,
-                                                       std::string text,
-                                                       std::optional<JobUnits> units,
-                                                       const ReadItems& read_items) {
+nmk_text::Result<MachiningJob> read_toolless_job(JobFormat format, const std::string& file_name,
+                                                 std::string text, std::optional<JobUnits> units,
+                                                 const ReadItems& read_items) {
     MachiningJob job;
     job.file_name = file_name;
     job.format = format;
     job.units = units.value_or(JobUnits::millimetres);
     job.text = std::move(text);
-    try {
-        std::vector<JobItem> items = read_items(job.text, mm_of(job.units));
-        if (!items.empty()) {
-            job.tools.push_back({"all", std::nullopt, std::move(items)});
-        }
-    } catch (JobError& error) {
-        error.file_name = file_name;
-        return error;
+    nmk_text::Result<std::vector<JobItem>> items =
+        nmk_text::value_or_error(file_name, [&] { return read_items(job.text, mm_of(job.units)); });
+    if (!items) {
+        return items.error();
+    }
+    if (!items->empty()) {
+        job.tools.push_back({"all", std::nullopt, *std::move(items)});
     }
     return job;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_job

@@ -9,7 +9,7 @@
 #include "text/number_reader.h"
 #include "text/text_lines.h"
 
-namespace nmk_app {
+namespace nmk_job_files {
 
 namespace {
 
@@ -30,34 +30,34 @@ bool begins_drill_line(std::string_view line) {
     return (has_number && has_letter) || line.starts_with("INCH") || line.starts_with("METRIC");
 }
 
-std::optional<JobFormat> format_of_line(std::string_view line) {
+std::optional<nmk_job::JobFormat> format_of_line(std::string_view line) {
     for (const std::string_view keyword :
          {"NAME", "TYPE", "COMMENT", "DIMENSION", "EDGE_WEIGHT_TYPE", "NODE_COORD_SECTION"}) {
         const std::string_view behind = line.substr(std::min(line.size(), keyword.size()));
         if (line.starts_with(keyword) &&
             (behind.empty() ||
              std::string_view(": \t").find(behind[0]) != std::string_view::npos)) {
-            return JobFormat::tsplib;
+            return nmk_job::JobFormat::tsplib;
         }
     }
     if (begins_drill_line(line)) {
-        return JobFormat::excellon;
+        return nmk_job::JobFormat::excellon;
     }
-    const std::string_view cell = trimmed(line.substr(0, line.find_first_of(",;\t")));
+    const std::string_view cell = nmk_text::trimmed(line.substr(0, line.find_first_of(",;\t")));
     if (cell.size() < line.size() && !line.starts_with(';') &&
-        (read_number(cell) || lower_case(cell) == "x")) {
-        return JobFormat::csv;
+        (nmk_text::read_number(cell) || nmk_text::lower_case(cell) == "x")) {
+        return nmk_job::JobFormat::csv;
     }
     return std::nullopt;
 }
 
-std::optional<JobFormat> format_of_name(const std::string& file_name) {
+std::optional<nmk_job::JobFormat> format_of_name(const std::string& file_name) {
     const std::string ending = name_ending(file_name);
     if (names_drill_program(file_name)) {
-        return JobFormat::excellon;
+        return nmk_job::JobFormat::excellon;
     }
-    return ending == "csv"   ? std::optional(JobFormat::csv)
-           : ending == "tsp" ? std::optional(JobFormat::tsplib)
+    return ending == "csv"   ? std::optional(nmk_job::JobFormat::csv)
+           : ending == "tsp" ? std::optional(nmk_job::JobFormat::tsplib)
                              : std::nullopt;
 }
 
@@ -67,7 +67,7 @@ std::string name_ending(const std::string& file_name) {
     const std::size_t point = file_name.find_last_of("./");
     return point == std::string::npos || file_name[point] == '/'
                ? std::string()
-               : lower_case(std::string_view(file_name).substr(point + 1));
+               : nmk_text::lower_case(std::string_view(file_name).substr(point + 1));
 }
 
 bool names_drill_program(const std::string& file_name) {
@@ -75,15 +75,16 @@ bool names_drill_program(const std::string& file_name) {
            drill_endings.end();
 }
 
-std::optional<JobFormat> format_of(const std::string& file_name, std::string_view text) {
-    TextLines lines(text);
-    TextLine line;
+std::optional<nmk_job::JobFormat> format_of(const std::string& file_name, std::string_view text) {
+    nmk_text::TextLines lines(text);
+    nmk_text::TextLine line;
     for (std::size_t i = 0; i < lines_looked_at && lines.next(line); ++i) {
-        if (const std::optional<JobFormat> format = format_of_line(trimmed(line.text))) {
+        if (const std::optional<nmk_job::JobFormat> format =
+                format_of_line(nmk_text::trimmed(line.text))) {
             return format;
         }
     }
     return format_of_name(file_name);
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_job_files

@@ -8,36 +8,38 @@
 #include "formats/job_files/job_format.h"
 #include "formats/tsplib/tsplib_reader.h"
 
-namespace nmk_app {
+namespace nmk_job_files {
 
-std::variant<MachiningJob, JobError> read_job_file(const std::string& file_name,
-                                                   std::optional<JobUnits> units) {
-    std::variant<std::string, JobError> text = read_whole_file(file_name);
-    if (const JobError* error = std::get_if<JobError>(&text)) {
-        return *error;
+nmk_text::Result<nmk_job::MachiningJob> read_job_file(const std::string& file_name,
+                                                      std::optional<nmk_job::JobUnits> units) {
+    nmk_text::Result<std::string> text = nmk_files::read_whole_file(file_name);
+    if (!text) {
+        return text.error();
     }
-    return read_job_text(file_name, std::get<std::string>(std::move(text)), units);
+    return read_job_text(file_name, *std::move(text), units);
 }
 
-std::variant<MachiningJob, JobError> read_job_text(const std::string& file_name, std::string text,
-                                                   std::optional<JobUnits> units) {
-    if (const std::optional<JobError> error = no_text_file(file_name, text)) {
-        return *error;
+nmk_text::Result<nmk_job::MachiningJob> read_job_text(const std::string& file_name,
+                                                      std::string text,
+                                                      std::optional<nmk_job::JobUnits> units) {
+    if (const auto checked = nmk_files::check_text_file(file_name, text); !checked) {
+        return checked.error();
     }
-    const std::optional<JobFormat> format = format_of(file_name, text);
+    const std::optional<nmk_job::JobFormat> format = format_of(file_name, text);
     if (!format) {
-        return JobError{file_name, 0,
-                        "is no drill file, table (x,y) or TSPLIB instance that can be told"};
+        return nmk_text::Error{
+            file_name, 0,
+            "unknown format; expected a drill file, a table x,y or a TSPLIB instance"};
     }
     switch (*format) {
-        case JobFormat::excellon:
-            return read_excellon(file_name, std::move(text), units);
-        case JobFormat::csv:
-            return read_csv(file_name, std::move(text), units);
-        case JobFormat::tsplib:
+        case nmk_job::JobFormat::excellon:
+            return nmk_excellon::read_excellon(file_name, std::move(text), units);
+        case nmk_job::JobFormat::csv:
+            return nmk_csv::read_csv(file_name, std::move(text), units);
+        case nmk_job::JobFormat::tsplib:
             break;
     }
-    return read_tsplib(file_name, std::move(text), units);
+    return nmk_tsplib::read_tsplib(file_name, std::move(text), units);
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_job_files

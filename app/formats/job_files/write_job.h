@@ -2,15 +2,15 @@
 #pragma once
 
 #include <string>
-#include <variant>
 
 #include "formats/job/machining_job.h"
+#include "text/result.h"
 
-namespace nmk_app {
+namespace nmk_job_files {
 
 /// The text of a file of this name, or why there is none (a .drl can only be made of a job that was
 /// read from a drill file).
-std::variant<std::string, JobError> job_text(const MachiningJob& ordered,
-                                             const std::string& file_name);
+nmk_text::Result<std::string> job_text(const nmk_job::MachiningJob& ordered,
+                                       const std::string& file_name);
 
-}  // namespace nmk_app
+}  // namespace nmk_job_files

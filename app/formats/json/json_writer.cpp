@@ -5,16 +5,16 @@
 #include "text/escaped_text.h"
 #include "text/number_format.h"
 
-namespace nmk_app {
+namespace nmk_json {
 
 namespace {
 
 std::string point_array(const giPoint3& point) {
-    return "[" + exact_number(point.x) + ", " + exact_number(point.y) + ", " +
-           exact_number(point.z) + "]";
+    return "[" + nmk_text::exact_number(point.x) + ", " + nmk_text::exact_number(point.y) + ", " +
+           nmk_text::exact_number(point.z) + "]";
 }
 
-void add_item(std::string& text, const JobItem& item) {
+void add_item(std::string& text, const nmk_job::JobItem& item) {
     text += R"({"source": )" + std::to_string(item.source_index);
     text += item.reversed ? R"(, "reversed": true)" : R"(, "reversed": false)";
     text += R"(, "start": )" + point_array(item.entry());
@@ -24,11 +24,11 @@ void add_item(std::string& text, const JobItem& item) {
     text += "}";
 }
 
-void add_tool(std::string& text, const JobTool& tool) {
-    text += R"({"name": )" + json_text(tool.name) + R"(, "diameter": )" +
-            (tool.diameter ? exact_number(*tool.diameter) : "null") + R"(, "items": [)";
+void add_tool(std::string& text, const nmk_job::JobTool& tool) {
+    text += R"({"name": )" + nmk_text::json_text(tool.name) + R"(, "diameter": )" +
+            (tool.diameter ? nmk_text::exact_number(*tool.diameter) : "null") + R"(, "items": [)";
     const char* separator = "\n";
-    for (const JobItem& item : tool.items) {
+    for (const nmk_job::JobItem& item : tool.items) {
         text += separator;
         text += "    ";
         add_item(text, item);
@@ -39,11 +39,11 @@ void add_tool(std::string& text, const JobTool& tool) {
 
 }  // namespace
 
-std::string write_json(const MachiningJob& ordered) {
+std::string write_json(const nmk_job::MachiningJob& ordered) {
     std::string text =
-        R"({"file": )" + json_text(ordered.file_name) + R"(, "units": "mm", "tools": [)";
+        R"({"file": )" + nmk_text::json_text(ordered.file_name) + R"(, "units": "mm", "tools": [)";
     const char* separator = "\n  ";
-    for (const JobTool& tool : ordered.tools) {
+    for (const nmk_job::JobTool& tool : ordered.tools) {
         text += separator;
         add_tool(text, tool);
         separator = ",\n  ";
@@ -51,4 +51,4 @@ std::string write_json(const MachiningJob& ordered) {
     return text + "]}\n";
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_json

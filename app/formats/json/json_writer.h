@@ -12,8 +12,8 @@
 
 #include "formats/job/machining_job.h"
 
-namespace nmk_app {
+namespace nmk_json {
 
-std::string write_json(const MachiningJob& ordered);
+std::string write_json(const nmk_job::MachiningJob& ordered);
 
-}  // namespace nmk_app
+}  // namespace nmk_json

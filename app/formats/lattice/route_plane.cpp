@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-namespace nmk_app {
+namespace nmk_lattice {
 
 namespace {
 
@@ -19,29 +19,28 @@ double rounded_step(double step) {
 
 }  // namespace
 
-RoutePlane::RoutePlane(giPoint2 anchor, LatticePlace anchor_place, giPoint2 steps, int columns,
-                       int rows)
+RoutePlane::RoutePlane(giPoint2 anchor, GridCell anchor_cell, giPoint2 steps, int columns, int rows)
     : m_anchor(anchor),
-      m_anchor_place(anchor_place),
+      m_anchor_cell(anchor_cell),
       m_steps(steps),
       m_search_steps(rounded_step(steps.x), rounded_step(steps.y)),
       m_columns(columns),
       m_rows(rows),
       m_blocked(static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows)) {}
 
-bool RoutePlane::contains(LatticePlace place) const {
+bool RoutePlane::contains(GridCell place) const {
     return place.column >= 0 && place.column < m_columns && place.row >= 0 && place.row < m_rows;
 }
 
-void RoutePlane::block(LatticePlace place) {
+void RoutePlane::block(GridCell place) {
     std::uint8_t& blocked = m_blocked[index(place)];
     m_blocked_count += blocked == 0 ? 1U : 0U;
     blocked = 1;
 }
 
-giPoint2 RoutePlane::at(LatticePlace place) const {
-    return {m_anchor.x + (place.column - m_anchor_place.column) * m_steps.x,
-            m_anchor.y + (place.row - m_anchor_place.row) * m_steps.y};
+giPoint2 RoutePlane::at(GridCell place) const {
+    return {m_anchor.x + (place.column - m_anchor_cell.column) * m_steps.x,
+            m_anchor.y + (place.row - m_anchor_cell.row) * m_steps.y};
 }
 
 giPoint2 RoutePlane::nearest_point(const giPoint2& point) const {
@@ -49,16 +48,16 @@ giPoint2 RoutePlane::nearest_point(const giPoint2& point) const {
             m_anchor.y + std::nearbyint((point.y - m_anchor.y) / m_steps.y) * m_steps.y};
 }
 
-std::optional<LatticePlace> RoutePlane::place_at(const giPoint2& point) const {
+std::optional<GridCell> RoutePlane::cell_at(const giPoint2& point) const {
     const double column = std::nearbyint((point.x - m_anchor.x) / m_steps.x);
     const double row = std::nearbyint((point.y - m_anchor.y) / m_steps.y);
     constexpr double far = 1e9;  // no lattice has such a place, and an int can hold it
     if (!(std::abs(column) < far && std::abs(row) < far)) {
         return std::nullopt;
     }
-    const LatticePlace place{static_cast<int>(column) + m_anchor_place.column,
-                             static_cast<int>(row) + m_anchor_place.row};
-    if (!contains(place) || at(place).coincident(point, smallest_step) == 0) {
+    const GridCell place{static_cast<int>(column) + m_anchor_cell.column,
+                         static_cast<int>(row) + m_anchor_cell.row};
+    if (!contains(place) || at(place).coincident(point, min_step) == 0) {
         return std::nullopt;
     }
     return place;
@@ -68,11 +67,11 @@ giPoint2 RoutePlane::search_point(const giPoint2& point) const {
     const auto coordinate = [](double offset, double step, int anchor, double search_step) {
         const double count = offset / step;
         const double whole = std::nearbyint(count);
-        const bool is_met = std::abs(whole - count) * step <= smallest_step;
+        const bool is_met = std::abs(whole - count) * step <= min_step;
         return ((is_met ? whole : count) + anchor) * search_step;
     };
-    return {coordinate(point.x - m_anchor.x, m_steps.x, m_anchor_place.column, m_search_steps.x),
-            coordinate(point.y - m_anchor.y, m_steps.y, m_anchor_place.row, m_search_steps.y)};
+    return {coordinate(point.x - m_anchor.x, m_steps.x, m_anchor_cell.column, m_search_steps.x),
+            coordinate(point.y - m_anchor.y, m_steps.y, m_anchor_cell.row, m_search_steps.y)};
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_lattice

@@ -15,24 +15,24 @@
 #include <optional>
 #include <vector>
 
-namespace nmk_app {
+namespace nmk_lattice {
 
 /// The largest lattice that is searched, 2048 by 2048.
-constexpr std::size_t most_places = std::size_t{1} << 22U;
+constexpr std::size_t max_cells = std::size_t{1} << 22U;
 
 /// The largest size of a coordinate of a lattice: a place must be told from its neighbours.
-constexpr double largest_route_coordinate = 1e6;
+constexpr double max_route_coordinate = 1e6;
 
 /// Places no further apart than this are one place for the search, so steps must be larger.
-constexpr double smallest_step = 1e-5;
+constexpr double min_step = 1e-5;
 
-using LatticePlace = nmkLatticeCell;
+using GridCell = nmkLatticeCell;
 
 class RoutePlane {
   public:
     /// A lattice without blocked places, through `anchor`, which stands at `anchor_place`. The
     /// steps are above smallest_step, columns times rows at most most_places.
-    RoutePlane(giPoint2 anchor, LatticePlace anchor_place, giPoint2 steps, int columns, int rows);
+    RoutePlane(giPoint2 anchor, GridCell anchor_cell, giPoint2 steps, int columns, int rows);
 
     int columns() const { return m_columns; }
     int rows() const { return m_rows; }
@@ -46,17 +46,17 @@ class RoutePlane {
         return {{0.0, 0.0}, m_search_steps, forward_only};
     }
 
-    bool contains(LatticePlace place) const;
-    bool is_blocked(LatticePlace place) const { return m_blocked[index(place)] != 0; }
-    void block(LatticePlace place);
+    bool contains(GridCell place) const;
+    bool is_blocked(GridCell place) const { return m_blocked[index(place)] != 0; }
+    void block(GridCell place);
     std::size_t blocked_count() const { return m_blocked_count; }
-    std::size_t place_count() const { return m_blocked.size(); }
+    std::size_t cell_count() const { return m_blocked.size(); }
 
     /// Where the place stands.
-    giPoint2 at(LatticePlace place) const;
+    giPoint2 at(GridCell place) const;
 
     /// The place that stands at the point, to 1e-5; none where the point is off the lattice.
-    std::optional<LatticePlace> place_at(const giPoint2& point) const;
+    std::optional<GridCell> cell_at(const giPoint2& point) const;
 
     /// The place of the lattice, which may be carried on past its edges, nearest to the point.
     giPoint2 nearest_point(const giPoint2& point) const;
@@ -67,13 +67,13 @@ class RoutePlane {
     bool is_map = false;  // rows are counted downwards, as they stand in the file
 
   private:
-    std::size_t index(LatticePlace place) const {
+    std::size_t index(GridCell place) const {
         return static_cast<std::size_t>(place.row) * static_cast<std::size_t>(m_columns) +
                static_cast<std::size_t>(place.column);
     }
 
     giPoint2 m_anchor;
-    LatticePlace m_anchor_place;
+    GridCell m_anchor_cell;
     giPoint2 m_steps;
     giPoint2 m_search_steps;
     int m_columns;
@@ -82,4 +82,4 @@ class RoutePlane {
     std::size_t m_blocked_count = 0;
 };
 
-}  // namespace nmk_app
+}  // namespace nmk_lattice

@@ -9,7 +9,7 @@
 #include "text/number_reader.h"
 #include "text/text_lines.h"
 
-namespace nmk_app {
+namespace nmk_octile {
 
 namespace {
 
@@ -22,26 +22,26 @@ struct HeadLine {
 };
 
 HeadLine split_head(std::string_view line) {
-    const std::string_view text = trimmed(line);
+    const std::string_view text = nmk_text::trimmed(line);
     const std::size_t stop = std::min(text.find_first_of(" \t"), text.size());
-    return {text.substr(0, stop), trimmed(text.substr(stop))};
+    return {text.substr(0, stop), nmk_text::trimmed(text.substr(stop))};
 }
 
-/// Reads line after line; throws a JobError without a file name.
+/// Reads line after line; throws an Error without a file name.
 class MapReader {
   public:
     explicit MapReader(std::string_view text) : m_text(text), m_lines(text) {}
 
-    RoutePlane read() {
+    nmk_lattice::RoutePlane read() {
         read_head();
         check_size();
-        RoutePlane plane({0.0, 0.0}, {0, 0}, {1.0, 1.0}, m_width, m_height);
+        nmk_lattice::RoutePlane plane({0.0, 0.0}, {0, 0}, {1.0, 1.0}, m_width, m_height);
         plane.is_map = true;
         for (int row = 0; row < m_height; ++row) {
             read_row(plane, row);
         }
         while (m_lines.next(m_line)) {
-            if (!trimmed(m_line.text).empty()) {
+            if (!nmk_text::trimmed(m_line.text).empty()) {
                 refuse("more rows than the height of " + std::to_string(m_height));
             }
         }
@@ -50,7 +50,7 @@ class MapReader {
 
   private:
     [[noreturn]] void refuse(std::string message) const {
-        throw JobError{{}, m_line.number, std::move(message)};
+        throw nmk_text::Error{{}, m_line.number, std::move(message)};
     }
 
     void next_line(const std::string& expected) {
@@ -63,7 +63,8 @@ class MapReader {
         next_line("\"type octile\"");
         const HeadLine type = split_head(m_line.text);
         if (type.word != "type" || type.value != "octile") {
-            refuse("cannot read " + quoted(trimmed(m_line.text)) + "; expected \"type octile\"");
+            refuse("cannot read " + nmk_text::quoted(nmk_text::trimmed(m_line.text)) +
+                   "; expected \"type octile\"");
         }
         for (;;) {
             next_line("height, width and map");
@@ -76,7 +77,7 @@ class MapReader {
             } else if (line.word == "width") {
                 read_size(m_width, line);
             } else {
-                refuse("cannot read " + quoted(trimmed(m_line.text)) +
+                refuse("cannot read " + nmk_text::quoted(nmk_text::trimmed(m_line.text)) +
                        "; expected height, width or map");
             }
         }
@@ -92,13 +93,15 @@ class MapReader {
         }
         const bool digits = !line.value.empty() &&
                             line.value.find_first_not_of("0123456789") == std::string_view::npos;
-        const std::optional<double> value = digits ? read_number(line.value) : std::nullopt;
+        const std::optional<double> value =
+            digits ? nmk_text::read_number(line.value) : std::nullopt;
         if (!value || *value < 1.0) {
-            refuse(name + " " + quoted(line.value) + "; expected a whole number from 1 up");
+            refuse(name + " " + nmk_text::quoted(line.value) +
+                   "; expected a whole number from 1 up");
         }
-        if (*value > static_cast<double>(most_places)) {
-            refuse(name + " " + quoted(line.value) + "; at most " + std::to_string(most_places) +
-                   " places can be searched");
+        if (*value > static_cast<double>(nmk_lattice::max_cells)) {
+            refuse(name + " " + nmk_text::quoted(line.value) + "; at most " +
+                   std::to_string(nmk_lattice::max_cells) + " places can be searched");
         }
         size = static_cast<int>(*value);
     }
@@ -107,9 +110,9 @@ class MapReader {
     void check_size() const {
         const std::size_t places =
             static_cast<std::size_t>(m_width) * static_cast<std::size_t>(m_height);
-        if (places > most_places) {
+        if (places > nmk_lattice::max_cells) {
             refuse(std::to_string(m_width) + " by " + std::to_string(m_height) + "; at most " +
-                   std::to_string(most_places) + " places can be searched");
+                   std::to_string(nmk_lattice::max_cells) + " places can be searched");
         }
         if (places > m_text.size()) {
             refuse("the file ends early; expected " + std::to_string(m_height) + " rows of " +
@@ -117,7 +120,7 @@ class MapReader {
         }
     }
 
-    void read_row(RoutePlane& plane, int row) {
+    void read_row(nmk_lattice::RoutePlane& plane, int row) {
         next_line("row " + std::to_string(row + 1) + " of " + std::to_string(m_height));
         const std::string_view letters = m_line.text;
         if (letters.size() != static_cast<std::size_t>(m_width)) {
@@ -129,15 +132,15 @@ class MapReader {
             if (blocked_letters.find(letter) != std::string_view::npos) {
                 plane.block({column, row});
             } else if (free_letters.find(letter) == std::string_view::npos) {
-                refuse("unknown letter " + quoted({&letter, 1}) + " in column " +
+                refuse("unknown letter " + nmk_text::quoted({&letter, 1}) + " in column " +
                        std::to_string(column + 1) + "; expected one of . G S @ O T W");
             }
         }
     }
 
     std::string_view m_text;
-    TextLines m_lines;
-    TextLine m_line;
+    nmk_text::TextLines m_lines;
+    nmk_text::TextLine m_line;
     int m_height = 0;
     int m_width = 0;
 };
@@ -145,18 +148,13 @@ class MapReader {
 }  // namespace
 
 bool is_octile_map(std::string_view text) {
-    TextLine line;
-    return TextLines(text).next(line) && split_head(line.text).word == "type";
+    nmk_text::TextLine line;
+    return nmk_text::TextLines(text).next(line) && split_head(line.text).word == "type";
 }
 
-std::variant<RoutePlane, JobError> read_octile_map(const std::string& file_name,
-                                                   std::string_view text) {
-    try {
-        return MapReader(text).read();
-    } catch (JobError& error) {
-        error.file_name = file_name;
-        return error;
-    }
+nmk_text::Result<nmk_lattice::RoutePlane> read_octile_map(const std::string& file_name,
+                                                          std::string_view text) {
+    return nmk_text::value_or_error(file_name, [&] { return MapReader(text).read(); });
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_octile

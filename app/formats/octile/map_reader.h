@@ -8,18 +8,17 @@
 
 #include <string>
 #include <string_view>
-#include <variant>
 
-#include "files/job_error.h"
 #include "formats/lattice/route_plane.h"
+#include "text/result.h"
 
-namespace nmk_app {
+namespace nmk_octile {
 
 /// Whether the text begins like such a map.
 bool is_octile_map(std::string_view text);
 
 /// The map, or one line on what is wrong with it.
-std::variant<RoutePlane, JobError> read_octile_map(const std::string& file_name,
-                                                   std::string_view text);
+nmk_text::Result<nmk_lattice::RoutePlane> read_octile_map(const std::string& file_name,
+                                                          std::string_view text);
 
-}  // namespace nmk_app
+}  // namespace nmk_octile

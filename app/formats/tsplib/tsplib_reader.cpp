@@ -13,7 +13,7 @@
 #include "text/number_reader.h"
 #include "text/text_lines.h"
 
-namespace nmk_app {
+namespace nmk_tsplib {
 
 namespace {
 
@@ -23,22 +23,22 @@ constexpr std::array<std::string_view, 6> passed_over = {
 
 /// Takes the front up to a blank.
 std::string_view take_word(std::string_view& text) {
-    text = trimmed(text);
+    text = nmk_text::trimmed(text);
     const std::size_t stop = std::min(text.find_first_of(" \t"), text.size());
     const std::string_view word = text.substr(0, stop);
     text.remove_prefix(stop);
     return word;
 }
 
-/// Reads line after line; throws a JobError without a file name.
+/// Reads line after line; throws an Error without a file name.
 class InstanceReader {
   public:
     InstanceReader(std::string_view text, double scale) : m_lines(text), m_scale(scale) {}
 
-    std::vector<JobItem> read() {
+    std::vector<nmk_job::JobItem> read() {
         bool has_section = false;
         while (m_lines.next(m_line)) {
-            const std::string_view text = trimmed(m_line.text);
+            const std::string_view text = nmk_text::trimmed(m_line.text);
             if (text == "EOF") {
                 break;
             }
@@ -62,15 +62,15 @@ class InstanceReader {
 
   private:
     [[noreturn]] void refuse(std::string message) const {
-        throw JobError{{}, m_line.number, std::move(message)};
+        throw nmk_text::Error{{}, m_line.number, std::move(message)};
     }
 
     void read_specification(std::string_view text) {
         const std::size_t stop = std::min(text.find_first_of(": \t"), text.size());
         const std::string_view keyword = text.substr(0, stop);
-        std::string_view value = trimmed(text.substr(stop));
+        std::string_view value = nmk_text::trimmed(text.substr(stop));
         if (value.starts_with(':')) {
-            value = trimmed(value.substr(1));
+            value = nmk_text::trimmed(value.substr(1));
         }
         if (keyword == "TYPE") {
             read_type(value);
@@ -80,31 +80,31 @@ class InstanceReader {
             read_weight_type(value);
         } else if (std::find(passed_over.begin(), passed_over.end(), keyword) ==
                    passed_over.end()) {
-            refuse("cannot read " + quoted(text) + " before the NODE_COORD_SECTION");
+            refuse("cannot read " + nmk_text::quoted(text) + " before the NODE_COORD_SECTION");
         }
     }
 
     void read_type(std::string_view value) const {
         if (value.substr(0, value.find_first_of(" \t")) != "TSP") {
-            refuse("TYPE " + quoted(value) + "; expected TSP");
+            refuse("TYPE " + nmk_text::quoted(value) + "; expected TSP");
         }
     }
 
     void read_dimension(std::string_view value) {
-        const std::optional<double> dimension = read_number(value);
+        const std::optional<double> dimension = nmk_text::read_number(value);
         if (!dimension || value.find_first_not_of("0123456789") != std::string_view::npos) {
-            refuse("cannot read the DIMENSION " + quoted(value));
+            refuse("cannot read the DIMENSION " + nmk_text::quoted(value));
         }
-        if (*dimension > static_cast<double>(most_items)) {
-            refuse("DIMENSION " + quoted(value) + "; at most " + std::to_string(most_items) +
-                   " points can be ordered");
+        if (*dimension > static_cast<double>(nmk_job::max_items)) {
+            refuse("DIMENSION " + nmk_text::quoted(value) + "; at most " +
+                   std::to_string(nmk_job::max_items) + " points can be ordered");
         }
         m_dimension = static_cast<std::size_t>(*dimension);
     }
 
     void read_weight_type(std::string_view value) const {
         if (value != "EUC_2D" && value != "CEIL_2D") {
-            refuse("EDGE_WEIGHT_TYPE " + quoted(value) + "; expected EUC_2D or CEIL_2D");
+            refuse("EDGE_WEIGHT_TYPE " + nmk_text::quoted(value) + "; expected EUC_2D or CEIL_2D");
         }
     }
 
@@ -115,21 +115,21 @@ class InstanceReader {
         if (m_dimension && m_items.size() == *m_dimension) {
             refuse("more points than the DIMENSION of " + std::to_string(*m_dimension));
         }
-        if (m_items.size() == most_items) {
-            refuse("more than " + std::to_string(most_items) + " points");
+        if (m_items.size() == nmk_job::max_items) {
+            refuse("more than " + std::to_string(nmk_job::max_items) + " points");
         }
         const std::string_view name = take_word(text);
-        const std::optional<double> number = read_number(name);
-        const std::optional<double> x = read_coordinate(take_word(text));
-        const std::optional<double> y = read_coordinate(take_word(text));
+        const std::optional<double> number = nmk_text::read_number(name);
+        const std::optional<double> x = nmk_text::read_coordinate(take_word(text));
+        const std::optional<double> y = nmk_text::read_coordinate(take_word(text));
         if (!number || name.find_first_not_of("0123456789") != std::string_view::npos || !x || !y ||
-            !trimmed(text).empty()) {
-            refuse("cannot read " + quoted(trimmed(m_line.text)) +
+            !nmk_text::trimmed(text).empty()) {
+            refuse("cannot read " + nmk_text::quoted(nmk_text::trimmed(m_line.text)) +
                    " as a node; expected its number and two coordinates from -1e9 to 1e9");
         }
         m_largest_name = std::max(m_largest_name, *number);
         check_name(*number);
-        JobItem item;
+        nmk_job::JobItem item;
         item.start = giPoint3(*x * m_scale, *y * m_scale, 0.0);
         item.source_index = m_items.size();
         m_items.push_back(item);
@@ -137,8 +137,9 @@ class InstanceReader {
 
     /// Gathers the numbers; that each stands once is checked at the end.
     void check_name(double number) {
-        if (number < 1.0 || number > static_cast<double>(most_items)) {
-            refuse("node number " + exact_number(number) + "; expected 1 to the DIMENSION");
+        if (number < 1.0 || number > static_cast<double>(nmk_job::max_items)) {
+            refuse("node number " + nmk_text::exact_number(number) +
+                   "; expected 1 to the DIMENSION");
         }
         m_names.push_back(static_cast<std::uint32_t>(number));
     }
@@ -154,27 +155,27 @@ class InstanceReader {
             refuse("node " + std::to_string(*twice) + " stands twice");
         }
         if (m_largest_name > static_cast<double>(m_items.size())) {
-            refuse("node " + exact_number(m_largest_name) + " among " +
+            refuse("node " + nmk_text::exact_number(m_largest_name) + " among " +
                    std::to_string(m_items.size()) + " points; expected the numbers from 1 on");
         }
     }
 
-    TextLines m_lines;
+    nmk_text::TextLines m_lines;
     double m_scale;
-    TextLine m_line;
+    nmk_text::TextLine m_line;
     std::optional<std::size_t> m_dimension;
     double m_largest_name = 0.0;
     std::vector<std::uint32_t> m_names;
-    std::vector<JobItem> m_items;
+    std::vector<nmk_job::JobItem> m_items;
 };
 
 }  // namespace
 
-std::variant<MachiningJob, JobError> read_tsplib(const std::string& file_name, std::string text,
-                                                 std::optional<JobUnits> units) {
-    return read_one_tool_job(
-        JobFormat::tsplib, file_name, std::move(text), units,
+nmk_text::Result<nmk_job::MachiningJob> read_tsplib(const std::string& file_name, std::string text,
+                                                    std::optional<nmk_job::JobUnits> units) {
+    return nmk_job::read_toolless_job(
+        nmk_job::JobFormat::tsplib, file_name, std::move(text), units,
         [](std::string_view all, double scale) { return InstanceReader(all, scale).read(); });
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_tsplib

@@ -7,15 +7,15 @@
 
 #include <optional>
 #include <string>
-#include <variant>
 
 #include "formats/job/machining_job.h"
+#include "text/result.h"
 
-namespace nmk_app {
+namespace nmk_tsplib {
 
 /// The job of the instance: one tool "all", or none for an instance without nodes. Lengths are in
 /// the given unit; millimetres where none is given.
-std::variant<MachiningJob, JobError> read_tsplib(const std::string& file_name, std::string text,
-                                                 std::optional<JobUnits> units);
+nmk_text::Result<nmk_job::MachiningJob> read_tsplib(const std::string& file_name, std::string text,
+                                                    std::optional<nmk_job::JobUnits> units);
 
-}  // namespace nmk_app
+}  // namespace nmk_tsplib

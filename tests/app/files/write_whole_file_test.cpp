@@ -12,16 +12,22 @@
 #include "child_process.h"
 #include "scratch_folder.h"
 
-namespace nmk_app {
+namespace nmk_files {
 namespace {
+
+/// Why the file could not be written, or "".
+std::string problem_of(const std::string& name, std::string_view text) {
+    const nmk_text::Result<void> written = write_whole_file(name, text);
+    return written ? "" : written.error().message;
+}
 
 TEST(write_whole_file, makes_a_file_with_the_usual_rights) {
     const ScratchFolder folder;
     const std::string name = folder.path() + "/a.txt";
     const mode_t mask = ::umask(027);
-    EXPECT_EQ(write_whole_file(name, "hello"), std::nullopt);
+    EXPECT_EQ(problem_of(name, "hello"), "");
     ::umask(mask);
-    EXPECT_EQ(bytes_of_file(name), "hello");
+    EXPECT_EQ(nmk_job::bytes_of_file(name), "hello");
     struct stat facts {};
     ASSERT_EQ(::stat(name.c_str(), &facts), 0);
     EXPECT_EQ(facts.st_mode & 0777U, 0640U);
@@ -32,8 +38,8 @@ TEST(write_whole_file, replaces_a_file_and_keeps_its_rights) {
     const ScratchFolder folder;
     const std::string name = folder.file("a.txt", "something longer than that");
     ::chmod(name.c_str(), 0600);
-    EXPECT_EQ(write_whole_file(name, "new"), std::nullopt);
-    EXPECT_EQ(bytes_of_file(name), "new");
+    EXPECT_EQ(problem_of(name, "new"), "");
+    EXPECT_EQ(nmk_job::bytes_of_file(name), "new");
     struct stat facts {};
     ASSERT_EQ(::stat(name.c_str(), &facts), 0);
     EXPECT_EQ(facts.st_mode & 0777U, 0600U);
@@ -48,7 +54,7 @@ TEST(write_whole_file, replaces_a_file_and_keeps_its_owner) {
     const std::string name = folder.file("a.txt", "old");
     constexpr uid_t somebody = 65534;
     ASSERT_EQ(::chown(name.c_str(), somebody, somebody), 0);
-    EXPECT_EQ(write_whole_file(name, "new"), std::nullopt);
+    EXPECT_EQ(problem_of(name, "new"), "");
     struct stat facts {};
     ASSERT_EQ(::stat(name.c_str(), &facts), 0);
     EXPECT_EQ(facts.st_uid, somebody);
@@ -57,8 +63,8 @@ TEST(write_whole_file, replaces_a_file_and_keeps_its_owner) {
 
 TEST(write_whole_file, writes_an_empty_file) {
     const ScratchFolder folder;
-    EXPECT_EQ(write_whole_file(folder.path() + "/a", ""), std::nullopt);
-    EXPECT_EQ(bytes_of_file(folder.path() + "/a"), "");
+    EXPECT_EQ(problem_of(folder.path() + "/a", ""), "");
+    EXPECT_EQ(nmk_job::bytes_of_file(folder.path() + "/a"), "");
 }
 
 TEST(write_whole_file, follows_a_link_to_its_file) {
@@ -66,36 +72,36 @@ TEST(write_whole_file, follows_a_link_to_its_file) {
     const std::string name = folder.file("a.txt", "old");
     const std::string link = folder.path() + "/link";
     ASSERT_EQ(::symlink("a.txt", link.c_str()), 0);
-    EXPECT_EQ(write_whole_file(link, "new"), std::nullopt);
+    EXPECT_EQ(problem_of(link, "new"), "");
     EXPECT_TRUE(std::filesystem::is_symlink(link));
-    EXPECT_EQ(bytes_of_file(name), "new");
+    EXPECT_EQ(nmk_job::bytes_of_file(name), "new");
 }
 
 TEST(write_whole_file, takes_a_name_of_the_greatest_length) {
     const ScratchFolder folder;
     const std::string name = folder.path() + "/" + std::string(255, 'a');
-    EXPECT_EQ(write_whole_file(name, "x"), std::nullopt);
-    EXPECT_EQ(bytes_of_file(name), "x");
+    EXPECT_EQ(problem_of(name, "x"), "");
+    EXPECT_EQ(nmk_job::bytes_of_file(name), "x");
 }
 
 TEST(write_whole_file, says_that_the_disk_is_full) {
-    EXPECT_EQ(write_whole_file("/dev/full", "x"), "cannot be written: No space left on device");
+    EXPECT_EQ(problem_of("/dev/full", "x"), "cannot be written: No space left on device");
     const ScratchFolder folder;
     const std::string link = folder.path() + "/link";
     ASSERT_EQ(::symlink("/dev/full", link.c_str()), 0);
-    EXPECT_EQ(write_whole_file(link, "x"), "cannot be written: No space left on device");
+    EXPECT_EQ(problem_of(link, "x"), "cannot be written: No space left on device");
 }
 
 TEST(write_whole_file, writes_to_devices_without_replacing_them) {
-    EXPECT_EQ(write_whole_file("/dev/null", "x"), std::nullopt);
+    EXPECT_EQ(problem_of("/dev/null", "x"), "");
     EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
 }
 
 TEST(write_whole_file, refuses_a_directory_and_a_missing_folder) {
     const ScratchFolder folder;
-    EXPECT_EQ(write_whole_file(folder.path(), "x"), "is a directory; expected the name of a file");
-    EXPECT_EQ(write_whole_file(folder.path() + "/none/a", "x"),
-              "no file can be made in its folder: No such file or directory");
+    EXPECT_EQ(problem_of(folder.path(), "x"), "is a directory; expected the name of a file");
+    EXPECT_EQ(problem_of(folder.path() + "/none/a", "x"),
+              "no file can be created in its directory: No such file or directory");
     EXPECT_EQ(folder.file_count(), 0U);
 }
 
@@ -103,8 +109,8 @@ TEST(write_whole_file, refuses_a_folder_that_may_not_be_written) {
     const ScratchFolder folder;
     ::chmod(folder.path().c_str(), 0555);
     const int answer = without_rights([&] {
-        return write_whole_file(folder.path() + "/a", "x") ==
-                       "no file can be made in its folder: Permission denied"
+        return problem_of(folder.path() + "/a", "x") ==
+                       "no file can be created in its directory: Permission denied"
                    ? 0
                    : 1;
     });
@@ -116,12 +122,11 @@ TEST(write_whole_file, leaves_the_old_file_and_nothing_else_when_the_bytes_do_no
     const ScratchFolder folder;
     const std::string name = folder.file("a.txt", "old");
     const int status = with_little_room(100, [&] {
-        return write_whole_file(name, std::string(1000, 'x')) == "cannot be written: File too large"
-                   ? 0
-                   : 1;
+        return problem_of(name, std::string(1000, 'x')) == "cannot be written: File too large" ? 0
+                                                                                               : 1;
     });
     EXPECT_EQ(status, 0);
-    EXPECT_EQ(bytes_of_file(name), "old");
+    EXPECT_EQ(nmk_job::bytes_of_file(name), "old");
     EXPECT_EQ(folder.file_count(), 1U);
 }
 
@@ -133,7 +138,7 @@ TEST(write_whole_file, leaves_one_whole_file_when_the_process_is_ended_at_any_ti
         const pid_t child = ::fork();
         if (child == 0) {
             for (;;) {
-                write_whole_file(name, text);
+                problem_of(name, text);
             }
         }
         ::usleep(delay);
@@ -142,10 +147,10 @@ TEST(write_whole_file, leaves_one_whole_file_when_the_process_is_ended_at_any_ti
         ::waitpid(child, &status, 0);
         ASSERT_TRUE(WIFSIGNALED(status));
         ASSERT_EQ(folder.file_count(), 1U);
-        const std::string bytes = bytes_of_file(name);
+        const std::string bytes = nmk_job::bytes_of_file(name);
         ASSERT_TRUE(bytes == "old" || bytes == text) << bytes.size();
     }
 }
 
 }  // namespace
-}  // namespace nmk_app
+}  // namespace nmk_files

@@ -16,11 +16,11 @@
 #include "commands/solve/solve_command.h"
 #include "shell/run_tool.h"
 
-namespace nmk_app {
+namespace nmk_shell {
 
 /// The commands of the tool, as main lists them.
-inline constexpr Command tool_commands[] = {order_command, route_command, solve_command,
-                                            levels_command};
+inline constexpr Command tool_commands[] = {nmk_order::order_command, nmk_route::route_command,
+                                            nmk_solve::solve_command, nmk_levels::levels_command};
 
 struct Printed {
     int code;
@@ -48,4 +48,4 @@ inline void expect_refused(const Printed& printed, const std::string& words) {
     EXPECT_NE(printed.err.find(words), std::string::npos) << printed.err;
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_shell

@@ -9,7 +9,7 @@
 #include "app/shell/command_runner.h"
 #include "scratch_folder.h"
 
-namespace nmk_app {
+namespace nmk_shell {
 namespace {
 
 const std::string commands[] = {"order", "route", "solve", "levels"};
@@ -87,4 +87,4 @@ TEST(run_tool, no_new_file_is_left_where_standard_output_cannot_be_written) {
 }
 
 }  // namespace
-}  // namespace nmk_app
+}  // namespace nmk_shell

@@ -14,7 +14,7 @@
 
 namespace {
 
-using namespace nmk_app;
+using namespace nmk_text;
 
 TEST(escaped_text, xml_has_no_character_that_means_something) {
     EXPECT_EQ(xml_text("<a href=\"x\">&'"), "&lt;a href=&quot;x&quot;&gt;&amp;&#39;");
@@ -69,9 +69,9 @@ TEST(number_text, is_the_same_in_every_locale) {
 }
 
 TEST(label_places, no_two_labels_overlap_and_none_leaves_the_bounds) {
-    LabelPlaces places({0, 0, 100, 50});
+    nmk_draw::LabelPlaces places({0, 0, 100, 50});
     places.take({0, 0, 20, 20});
-    LabelBox box;
+    nmk_draw::LabelBox box;
     EXPECT_FALSE(places.place({{10, 10}}, 10, 10, box));
     EXPECT_TRUE(places.place({{10, 10}, {40, 10}}, 10, 10, box));
     EXPECT_EQ(box.left, 35.0);
@@ -80,8 +80,8 @@ TEST(label_places, no_two_labels_overlap_and_none_leaves_the_bounds) {
 }
 
 TEST(label_places, moves_a_label_inside_that_would_stick_out) {
-    LabelPlaces places({0, 0, 100, 50});
-    LabelBox box;
+    nmk_draw::LabelPlaces places({0, 0, 100, 50});
+    nmk_draw::LabelBox box;
     EXPECT_TRUE(places.place({{97, 60}}, 10, 10, box));
     EXPECT_EQ(box.left, 90.0);
     EXPECT_EQ(box.top, 40.0);
@@ -94,12 +94,12 @@ TEST(label_places, moves_a_label_inside_that_would_stick_out) {
 }
 
 TEST(colour_scale, runs_from_blue_to_crimson_and_stays_inside) {
-    EXPECT_EQ(order_colour(0.0), "#2646be");
-    EXPECT_EQ(order_colour(1.0), "#c41446");
-    EXPECT_EQ(order_colour(-1.0), order_colour(0.0));
-    EXPECT_EQ(order_colour(7.0), order_colour(1.0));
-    EXPECT_EQ(tool_colour(9), tool_colour(1));
-    EXPECT_NE(tool_colour(0), tool_colour(1));
+    EXPECT_EQ(nmk_draw::order_colour(0.0), "#2646be");
+    EXPECT_EQ(nmk_draw::order_colour(1.0), "#c41446");
+    EXPECT_EQ(nmk_draw::order_colour(-1.0), nmk_draw::order_colour(0.0));
+    EXPECT_EQ(nmk_draw::order_colour(7.0), nmk_draw::order_colour(1.0));
+    EXPECT_EQ(nmk_draw::tool_colour(9), nmk_draw::tool_colour(1));
+    EXPECT_NE(nmk_draw::tool_colour(0), nmk_draw::tool_colour(1));
 }
 
 }  // namespace

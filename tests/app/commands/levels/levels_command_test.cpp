@@ -14,11 +14,11 @@
 
 namespace {
 
-using nmk_app::Printed;
+using nmk_shell::Printed;
 
-Printed levels(std::vector<std::string> arguments) {
+nmk_shell::Printed levels(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "levels");
-    return nmk_app::run(arguments);
+    return nmk_shell::run(arguments);
 }
 
 std::ptrdiff_t lines(const std::string& text) { return std::count(text.begin(), text.end(), '\n'); }
@@ -40,14 +40,14 @@ class levels_command : public testing::Test {
 
 class level_option : public levels_command {
   protected:
-    bool apply(const std::string& text) { return nmk_app::apply_level_option(text, error); }
+    bool apply(const std::string& text) { return nmk_shell::apply_level_option(text, error); }
     std::string error;
 };
 
 }  // namespace
 
 TEST_F(levels_command, lists_every_level_on_a_line_of_its_own) {
-    const Printed answer = levels({});
+    const nmk_shell::Printed answer = levels({});
     EXPECT_EQ(answer.code, 0);
     EXPECT_EQ(lines(answer.out), 198);  // a heading, 196 levels, their number
     EXPECT_TRUE(holds(answer.out, "\n196 levels\n"));
@@ -56,21 +56,21 @@ TEST_F(levels_command, lists_every_level_on_a_line_of_its_own) {
 }
 
 TEST_F(levels_command, finds_by_name_and_by_description_whatever_the_case) {
-    const Printed by_name = levels({"--find", "ITEMSORTER"});
+    const nmk_shell::Printed by_name = levels({"--find", "ITEMSORTER"});
     EXPECT_EQ(lines(by_name.out), 3);
     EXPECT_TRUE(holds(by_name.out, "\nitemsorter "));
-    const Printed by_description = levels({"--find=point ordering"});
+    const nmk_shell::Printed by_description = levels({"--find=point ordering"});
     EXPECT_EQ(by_description.out, by_name.out);
 }
 
 TEST_F(levels_command, finding_nothing_is_no_error) {
-    const Printed answer = levels({"--find", "no such words"});
+    const nmk_shell::Printed answer = levels({"--find", "no such words"});
     EXPECT_EQ(answer.code, 0);
     EXPECT_TRUE(holds(answer.out, "\n0 levels\n"));
 }
 
 TEST_F(levels_command, filters_by_state) {
-    const Printed answer = levels({"--state", "unavailable"});
+    const nmk_shell::Printed answer = levels({"--state", "unavailable"});
     EXPECT_TRUE(holds(answer.out, "\n5 levels\n")) << answer.out;
     EXPECT_TRUE(holds(answer.out, "\ncutfile "));
     EXPECT_TRUE(holds(levels({"--state", "previous"}).out, "\n0 levels\n"));
@@ -79,13 +79,13 @@ TEST_F(levels_command, filters_by_state) {
 }
 
 TEST_F(levels_command, both_filters_must_hold) {
-    const Printed answer = levels({"--find", "sort", "--state", "unavailable"});
+    const nmk_shell::Printed answer = levels({"--find", "sort", "--state", "unavailable"});
     EXPECT_TRUE(holds(answer.out, "\n1 level\n")) << answer.out;
     EXPECT_TRUE(holds(answer.out, "\ncylinder_sort "));
 }
 
 TEST_F(levels_command, shows_one_level) {
-    const Printed answer = levels({"itemsorter"});
+    const nmk_shell::Printed answer = levels({"itemsorter"});
     EXPECT_EQ(answer.code, 0);
     EXPECT_EQ(answer.out,
               "name           itemsorter\n"
@@ -100,7 +100,7 @@ TEST_F(levels_command, shows_one_level) {
 }
 
 TEST_F(levels_command, shows_one_level_for_programs) {
-    const Printed answer = levels({"--json", "stitch_smoothing"});
+    const nmk_shell::Printed answer = levels({"--json", "stitch_smoothing"});
     EXPECT_EQ(answer.out,
               "{\"levels\": [\n"
               "  {\"name\": \"stitch_smoothing\", \"state\": \"default\", \"level\": 2, "
@@ -112,12 +112,12 @@ TEST_F(levels_command, shows_one_level_for_programs) {
 }
 
 TEST_F(levels_command, a_setting_that_does_not_exist_is_null_for_programs) {
-    const Printed answer = levels({"SafetyNetTolerance", "--json"});
+    const nmk_shell::Printed answer = levels({"SafetyNetTolerance", "--json"});
     EXPECT_TRUE(holds(answer.out, "\"previous\": null, \"default\": 0, \"preview\": 1"));
 }
 
 TEST_F(levels_command, shows_the_state_after_a_move) {
-    const Printed answer = levels({"--level", "itemsorter=previous", "itemsorter"});
+    const nmk_shell::Printed answer = levels({"--level", "itemsorter=previous", "itemsorter"});
     EXPECT_EQ(answer.code, 0);
     EXPECT_TRUE(holds(answer.out, "state          previous\nlevel          0\n"));
 }
@@ -125,36 +125,36 @@ TEST_F(levels_command, shows_the_state_after_a_move) {
 TEST_F(levels_command, quiet_prints_nothing_but_json_when_asked_for) {
     for (const std::vector<std::string>& words :
          {std::vector<std::string>{"--quiet"}, {"itemsorter", "--quiet"}}) {
-        const Printed answer = levels(words);
+        const nmk_shell::Printed answer = levels(words);
         EXPECT_EQ(answer.code, 0);
         EXPECT_EQ(answer.out, "");
         EXPECT_EQ(answer.err, "");
     }
     EXPECT_EQ(levels({"--quiet", "--json"}).out, levels({"--json"}).out);
-    nmk_app::expect_refused(levels({"itemsroter", "--quiet"}), "did you mean itemsorter");
+    nmk_shell::expect_refused(levels({"itemsroter", "--quiet"}), "did you mean itemsorter");
 }
 
 TEST_F(levels_command, an_unknown_name_brings_the_near_ones) {
-    nmk_app::expect_refused(levels({"itemsroter"}), "did you mean itemsorter");
-    nmk_app::expect_refused(levels({"qqqqqqqqqq"}), "there is no level 'qqqqqqqqqq'");
+    nmk_shell::expect_refused(levels({"itemsroter"}), "did you mean itemsorter");
+    nmk_shell::expect_refused(levels({"qqqqqqqqqq"}), "there is no level 'qqqqqqqqqq'");
 }
 
 TEST_F(levels_command, refuses_wrong_arguments_with_one_line) {
-    nmk_app::expect_refused(levels({"--state", "sleepy"}), "expected unavailable, default");
-    nmk_app::expect_refused(levels({"--find"}), "--find needs a value");
-    nmk_app::expect_refused(levels({"--frob"}), "unknown option \"--frob\"; see nmk help levels");
-    nmk_app::expect_refused(levels({"--finder=x"}), "unknown option");
-    nmk_app::expect_refused(levels({"sorter", "itemsorter"}), "one NAME at most");
-    nmk_app::expect_refused(levels({"sorter", "--find", "x"}), "neither --find nor --state");
-    nmk_app::expect_refused(levels({"--two\nlines"}), "unknown option");
-    nmk_app::expect_refused(levels({"--level", "sorter"}), "NAME=NUMBER");
+    nmk_shell::expect_refused(levels({"--state", "sleepy"}), "expected unavailable, default");
+    nmk_shell::expect_refused(levels({"--find"}), "--find needs a value");
+    nmk_shell::expect_refused(levels({"--frob"}), "unknown option \"--frob\"; see nmk help levels");
+    nmk_shell::expect_refused(levels({"--finder=x"}), "unknown option");
+    nmk_shell::expect_refused(levels({"sorter", "itemsorter"}), "one NAME at most");
+    nmk_shell::expect_refused(levels({"sorter", "--find", "x"}), "neither --find nor --state");
+    nmk_shell::expect_refused(levels({"--two\nlines"}), "unknown option");
+    nmk_shell::expect_refused(levels({"--level", "sorter"}), "NAME=NUMBER");
 }
 
 TEST_F(levels_command, says_so_when_the_output_cannot_be_written) {
     std::ostringstream out;
     std::ostringstream err;
     out.setstate(std::ios::badbit);
-    EXPECT_EQ(nmk_app::run_levels({}, out, err), 2);
+    EXPECT_EQ(nmk_levels::run_levels({}, out, err), 2);
     EXPECT_TRUE(holds(err.str(), "cannot be written"));
 }
 
@@ -203,7 +203,7 @@ TEST_F(level_option, lists_near_names_for_an_unknown_one) {
 
 TEST_F(level_option, names_nothing_near_for_a_name_without_end) {
     const std::string name(1'000'000, 'a');
-    EXPECT_TRUE(nmk_app::near_level_names(name).empty());
+    EXPECT_TRUE(nmk_shell::near_level_names(name).empty());
     EXPECT_FALSE(apply(name + "=1"));
     EXPECT_LT(error.size(), 400U);
 }

@@ -18,9 +18,7 @@
 
 namespace {
 
-using namespace nmk_app;
-using plain_syntax::Json;
-using plain_syntax::Xml;
+using namespace nmk_order;
 namespace fs = std::filesystem;
 
 const std::string cover_plate = NMK_SOURCE_DIR "/samples/cover_plate.drl";
@@ -39,7 +37,8 @@ class order_command : public testing::Test {
 const char* const square = "x,y\n0,0\n30,40\n0,40\n30,0\n";
 
 TEST_F(order_command, prints_a_table_with_a_row_for_each_tool_and_a_total) {
-    const Printed printed = run({"order", write("s.csv", square), "--rapid", "6000"});
+    const nmk_shell::Printed printed =
+        nmk_shell::run({"order", write("s.csv", square), "--rapid", "6000"});
     EXPECT_EQ(printed.code, 0);
     EXPECT_EQ(printed.err, "");
     EXPECT_EQ(printed.out,
@@ -62,8 +61,8 @@ TEST_F(order_command, prints_a_table_with_a_row_for_each_tool_and_a_total) {
 }
 
 TEST_F(order_command, the_page_has_the_total_below_the_rows_of_the_tools) {
-    ASSERT_EQ(run({"order", write("s.csv", square), "--html", file("a.html")}).code, 0);
-    const std::string page = text_of(file("a.html"));
+    ASSERT_EQ(nmk_shell::run({"order", write("s.csv", square), "--html", file("a.html")}).code, 0);
+    const std::string page = nmk_shell::text_of(file("a.html"));
     const auto tools = page.find("<tbody>\n<tr><td>all</td>");
     const auto total = page.find("</tbody>\n<tfoot>\n<tr><td>total</td>");
     EXPECT_NE(tools, std::string::npos);
@@ -74,33 +73,37 @@ TEST_F(order_command, the_page_has_the_total_below_the_rows_of_the_tools) {
 TEST_F(order_command, json_is_valid_whatever_the_name_of_the_file) {
     for (const std::string name : {"plain.csv", "q\"uote\\.csv", "tab\t\x01.csv", "caf\xC3\xA9.csv",
                                    "broken\xFF\xC3.csv", "<a&b>'.csv"}) {
-        const Printed printed = run({"order", write(name, square), "--json", "--svg", file("a"),
-                                     "--html", file("b"), "-o", file("c.json")});
+        const nmk_shell::Printed printed =
+            nmk_shell::run({"order", write(name, square), "--json", "--svg", file("a"), "--html",
+                            file("b"), "-o", file("c.json")});
         EXPECT_EQ(printed.code, 0) << printed.err;
-        EXPECT_TRUE(Json::is_valid(printed.out)) << printed.out;
-        EXPECT_TRUE(Json::is_valid(text_of(file("c.json"))));
-        EXPECT_TRUE(Xml::is_well_formed(text_of(file("a")))) << name;
-        std::string page = text_of(file("b"));
+        EXPECT_TRUE(plain_syntax::Json::is_valid(printed.out)) << printed.out;
+        EXPECT_TRUE(plain_syntax::Json::is_valid(nmk_shell::text_of(file("c.json"))));
+        EXPECT_TRUE(plain_syntax::Xml::is_well_formed(nmk_shell::text_of(file("a")))) << name;
+        std::string page = nmk_shell::text_of(file("b"));
         page.replace(page.find("<meta charset=\"utf-8\"/>"), 0, "");
-        EXPECT_TRUE(Xml::is_well_formed(page)) << name;
+        EXPECT_TRUE(plain_syntax::Xml::is_well_formed(page)) << name;
     }
-    const Printed sample = run({"order", cover_plate, "--json", "--type", "y"});
-    EXPECT_TRUE(Json::is_valid(sample.out));
+    const nmk_shell::Printed sample =
+        nmk_shell::run({"order", cover_plate, "--json", "--type", "y"});
+    EXPECT_TRUE(plain_syntax::Json::is_valid(sample.out));
     EXPECT_NE(sample.out.find("\"items\": 403"), std::string::npos);
 }
 
 TEST_F(order_command, quiet_prints_nothing_but_json_when_asked_for) {
     const std::string name = write("s.csv", square);
-    EXPECT_EQ(run({"order", name, "--quiet"}).out, "");
-    EXPECT_TRUE(Json::is_valid(run({"order", name, "--quiet", "--json"}).out));
+    EXPECT_EQ(nmk_shell::run({"order", name, "--quiet"}).out, "");
+    EXPECT_TRUE(
+        plain_syntax::Json::is_valid(nmk_shell::run({"order", name, "--quiet", "--json"}).out));
 }
 
 TEST_F(order_command, what_is_written_holds_every_item_of_the_sample_once) {
     for (const std::string name : {"out.drl", "out.csv", "out.json"}) {
-        EXPECT_EQ(run({"order", cover_plate, "--type", "closest", "-o", file(name)}).code, 0);
+        EXPECT_EQ(
+            nmk_shell::run({"order", cover_plate, "--type", "closest", "-o", file(name)}).code, 0);
     }
     const auto lines_with = [&](const std::string& name, const std::string& word) {
-        std::istringstream lines(text_of(file(name)));
+        std::istringstream lines(nmk_shell::text_of(file(name)));
         std::size_t count = 0;
         for (std::string line; std::getline(lines, line);) {
             count += line.find(word) != std::string::npos ? 1 : 0;
@@ -111,8 +114,8 @@ TEST_F(order_command, what_is_written_holds_every_item_of_the_sample_once) {
     EXPECT_EQ(lines_with("out.drl", "G85"), 38U);
     EXPECT_EQ(lines_with("out.csv", ",") - lines_with("out.csv", "x") - lines_with("out.csv", "#"),
               403U);
-    const auto again = read_job_file(file("out.drl"), std::nullopt);
-    ASSERT_TRUE(std::holds_alternative<MachiningJob>(again));
+    const auto again = nmk_job_files::read_job_file(file("out.drl"), std::nullopt);
+    ASSERT_TRUE(bool(again));
 }
 
 TEST_F(order_command, the_written_file_has_the_travel_that_was_promised) {
@@ -122,8 +125,9 @@ TEST_F(order_command, the_written_file_has_the_travel_that_was_promised) {
         return std::stod(json.substr(after + 21));
     };
     const double promised =
-        after_of(run({"order", cover_plate, "--json", "-o", file("o.drl")}).out);
-    const double kept = after_of(run({"order", file("o.drl"), "--json", "--type", "none"}).out);
+        after_of(nmk_shell::run({"order", cover_plate, "--json", "-o", file("o.drl")}).out);
+    const double kept =
+        after_of(nmk_shell::run({"order", file("o.drl"), "--json", "--type", "none"}).out);
     EXPECT_NEAR(promised, kept, 1e-6);
     EXPECT_LT(promised, 5000.0);
 }
@@ -131,16 +135,22 @@ TEST_F(order_command, the_written_file_has_the_travel_that_was_promised) {
 TEST_F(order_command, outputs_that_cannot_be_written_leave_no_file) {
     const std::string name = write("s.csv", square);
     const std::string lost = file("no/such/folder.svg");
-    expect_refused(run({"order", name, "--svg", lost}), lost + ": ");
-    expect_refused(run({"order", name, "--svg", file("a.svg"), "--html", lost}), lost + ": ");
-    expect_refused(run({"order", name, "-o", file("a.csv"), "--svg", lost}), lost + ": ");
-    expect_refused(run({"order", name, "-o", file("a.drl"), "--svg", file("a.svg")}),
-                   "a drill file can only be made of a drill file");
-    expect_refused(run({"order", name, "--svg", folder.path()}), "is a directory");
+    nmk_shell::expect_refused(nmk_shell::run({"order", name, "--svg", lost}), lost + ": ");
+    nmk_shell::expect_refused(
+        nmk_shell::run({"order", name, "--svg", file("a.svg"), "--html", lost}), lost + ": ");
+    nmk_shell::expect_refused(nmk_shell::run({"order", name, "-o", file("a.csv"), "--svg", lost}),
+                              lost + ": ");
+    nmk_shell::expect_refused(
+        nmk_shell::run({"order", name, "-o", file("a.drl"), "--svg", file("a.svg")}),
+        "a drill file can only be made of a drill file");
+    nmk_shell::expect_refused(nmk_shell::run({"order", name, "--svg", folder.path()}),
+                              "is a directory");
     if (fs::exists("/dev/full")) {
-        expect_refused(run({"order", name, "--svg", "/dev/full"}), "/dev/full: cannot be written");
-        expect_refused(run({"order", name, "--html", file("a.html"), "--svg", "/dev/full"}),
-                       "/dev/full: cannot be written");
+        nmk_shell::expect_refused(nmk_shell::run({"order", name, "--svg", "/dev/full"}),
+                                  "/dev/full: cannot be written");
+        nmk_shell::expect_refused(
+            nmk_shell::run({"order", name, "--html", file("a.html"), "--svg", "/dev/full"}),
+            "/dev/full: cannot be written");
     }
     EXPECT_EQ(files(), 1U);
 }
@@ -150,22 +160,25 @@ TEST_F(order_command, the_file_that_is_read_may_be_put_in_order_but_not_be_drawn
     fs::create_symlink(name, file("link.csv"));
     fs::create_directory(file("sub"));
     for (const std::string& same : {name, file("link.csv"), file("sub/../s.csv")}) {
-        expect_refused(run({"order", name, "--svg", same}), "is the file that is read");
-        expect_refused(run({"order", name, "--html", same}), "is the file that is read");
-        expect_refused(run({"order", same, "--debug", "nmkPointSorter", "--debug-svg", name}),
-                       "is the file that is read");
-        EXPECT_EQ(text_of(name), square);
+        nmk_shell::expect_refused(nmk_shell::run({"order", name, "--svg", same}),
+                                  "is the file that is read");
+        nmk_shell::expect_refused(nmk_shell::run({"order", name, "--html", same}),
+                                  "is the file that is read");
+        nmk_shell::expect_refused(
+            nmk_shell::run({"order", same, "--debug", "nmkPointSorter", "--debug-svg", name}),
+            "is the file that is read");
+        EXPECT_EQ(nmk_shell::text_of(name), square);
     }
-    EXPECT_EQ(run({"order", name, "-o", file("sub/../s.csv")}).code, 0);
-    EXPECT_EQ(text_of(name).size(), std::string(square).size());
-    EXPECT_NE(text_of(name), square);
+    EXPECT_EQ(nmk_shell::run({"order", name, "-o", file("sub/../s.csv")}).code, 0);
+    EXPECT_EQ(nmk_shell::text_of(name).size(), std::string(square).size());
+    EXPECT_NE(nmk_shell::text_of(name), square);
 }
 
 TEST_F(order_command, tells_the_longest_move_in_both_halves_of_the_picture_of_a_narrow_part) {
     for (const std::string part :
          {"0,0\n1,90\n0,10\n1,60\n0,100\n1,20\n", "0,0\n90,1\n10,0\n60,1\n100,0\n20,1\n"}) {
-        run({"order", write("n.csv", part), "--svg", file("n.svg"), "--quiet"});
-        const std::string drawing = text_of(file("n.svg"));
+        nmk_shell::run({"order", write("n.csv", part), "--svg", file("n.svg"), "--quiet"});
+        const std::string drawing = nmk_shell::text_of(file("n.svg"));
         int labels = 0;
         for (std::size_t at = 0; (at = drawing.find(">longest ", at)) != std::string::npos; ++at) {
             labels += drawing.compare(at, 13, ">longest move") != 0 ? 1 : 0;
@@ -176,12 +189,12 @@ TEST_F(order_command, tells_the_longest_move_in_both_halves_of_the_picture_of_a_
 
 TEST_F(order_command, draws_a_debug_channel_of_the_library_when_asked) {
     const std::string name = write("s.csv", square);
-    const Printed printed = run(
+    const nmk_shell::Printed printed = nmk_shell::run(
         {"order", name, "--type", "x", "--debug", "nmkPointSorter", "--debug-svg", file("d.svg")});
     EXPECT_EQ(printed.code, 0) << printed.err;
     EXPECT_NE(printed.out.find("Wrote "), std::string::npos);
-    const std::string drawing = text_of(file("d.svg"));
-    EXPECT_TRUE(Xml::is_well_formed(drawing));
+    const std::string drawing = nmk_shell::text_of(file("d.svg"));
+    EXPECT_TRUE(plain_syntax::Xml::is_well_formed(drawing));
     EXPECT_NE(drawing.find(">unsorted_points<"), std::string::npos);
     EXPECT_NE(drawing.find(">sorted_points<"), std::string::npos);
     EXPECT_EQ(nmkDebugGeometry::get_from_manager("nmkPointSorter").on(1), 0);
@@ -190,35 +203,41 @@ TEST_F(order_command, draws_a_debug_channel_of_the_library_when_asked) {
 
 TEST_F(order_command, says_that_a_debug_channel_got_nothing_below_its_level) {
     const std::string name = write("s.csv", square);
-    const Printed printed = run(
+    const nmk_shell::Printed printed = nmk_shell::run(
         {"order", name, "--type", "x", "--debug=nmkPointSorter=1", "--debug-svg", file("d.svg")});
     EXPECT_EQ(printed.code, 0) << printed.err;
     EXPECT_NE(printed.out.find("nothing was drawn on the debug channel"), std::string::npos);
-    EXPECT_EQ(text_of(file("d.svg")).find("sorted_points"), std::string::npos);
+    EXPECT_EQ(nmk_shell::text_of(file("d.svg")).find("sorted_points"), std::string::npos);
 }
 
 TEST_F(order_command, draws_one_way_lines_on_the_channel_of_their_state) {
     const std::string name = write("l.csv", "0,0,0,1,0,0\n5,5,0,6,5,0\n9,0,0,8,0,0\n");
-    const Printed printed = run({"order", name, "--type", "one-way", "--debug",
-                                 "nmkAnnealStateNonReversible", "--debug-svg", file("d.svg")});
+    const nmk_shell::Printed printed =
+        nmk_shell::run({"order", name, "--type", "one-way", "--debug",
+                        "nmkAnnealStateNonReversible", "--debug-svg", file("d.svg")});
     EXPECT_EQ(printed.code, 0) << printed.err;
-    EXPECT_NE(text_of(file("d.svg")).find(">Before ordering<"), std::string::npos);
+    EXPECT_NE(nmk_shell::text_of(file("d.svg")).find(">Before ordering<"), std::string::npos);
 }
 
 TEST_F(order_command, refuses_an_unknown_debug_channel_or_half_of_the_request) {
     const std::string name = write("s.csv", square);
     const std::string drawing = file("d.svg");
-    expect_refused(run({"order", name, "--debug", "nobody", "--debug-svg", drawing}),
-                   "there is no debug channel");
-    expect_refused(run({"order", name, "--debug", "nmkPointSorter=0", "--debug-svg", drawing}),
-                   "expected 1 to 9");
-    expect_refused(run({"order", name, "--debug", "nmkPointSorter=x", "--debug-svg", drawing}),
-                   "expected 1 to 9");
-    expect_refused(run({"order", name, "--debug", "nmkPointSorter"}), "go together");
-    expect_refused(run({"order", name, "--debug-svg", drawing}), "go together");
-    expect_refused(
-        run({"order", name, "--debug", "nmkPointSorter", "--debug-svg", drawing, "--svg", drawing}),
-        "two outputs");
+    nmk_shell::expect_refused(
+        nmk_shell::run({"order", name, "--debug", "nobody", "--debug-svg", drawing}),
+        "there is no debug channel");
+    nmk_shell::expect_refused(
+        nmk_shell::run({"order", name, "--debug", "nmkPointSorter=0", "--debug-svg", drawing}),
+        "expected 1 to 9");
+    nmk_shell::expect_refused(
+        nmk_shell::run({"order", name, "--debug", "nmkPointSorter=x", "--debug-svg", drawing}),
+        "expected 1 to 9");
+    nmk_shell::expect_refused(nmk_shell::run({"order", name, "--debug", "nmkPointSorter"}),
+                              "go together");
+    nmk_shell::expect_refused(nmk_shell::run({"order", name, "--debug-svg", drawing}),
+                              "go together");
+    nmk_shell::expect_refused(nmk_shell::run({"order", name, "--debug", "nmkPointSorter",
+                                              "--debug-svg", drawing, "--svg", drawing}),
+                              "two outputs");
     EXPECT_EQ(files(), 1U);
 }
 
@@ -229,7 +248,7 @@ TEST_F(order_command, standard_output_that_is_full_is_told) {
     if (!full) {
         GTEST_SKIP() << "there is no /dev/full here";
     }
-    EXPECT_EQ(run_tool(tool_commands, {"order", name}, full, err), 2);
+    EXPECT_EQ(nmk_shell::run_tool(nmk_shell::tool_commands, {"order", name}, full, err), 2);
     EXPECT_NE(err.str().find("standard output"), std::string::npos);
 }
 
@@ -242,14 +261,16 @@ TEST_F(order_command, bad_input_is_refused_with_one_line_and_no_output) {
                                write("b.drl", std::string("M48\0\xFF\x01", 6))};
     const std::size_t before = files();
     for (const std::string& name : bad) {
-        expect_refused(run({"order", name, "-o", file("o.csv"), "--svg", file("o.svg")}), name);
+        nmk_shell::expect_refused(
+            nmk_shell::run({"order", name, "-o", file("o.csv"), "--svg", file("o.svg")}), name);
     }
     EXPECT_EQ(files(), before);
 }
 
 TEST_F(order_command, refuses_a_missing_name_and_an_unknown_type) {
-    expect_refused(run({"order"}), "expected the name of a file");
-    expect_refused(run({"order", cover_plate, "--type", "cylinder"}), "cannot be sorted");
+    nmk_shell::expect_refused(nmk_shell::run({"order"}), "expected the name of a file");
+    nmk_shell::expect_refused(nmk_shell::run({"order", cover_plate, "--type", "cylinder"}),
+                              "cannot be sorted");
 }
 
 TEST_F(order_command, the_level_of_the_sorter_chooses_the_older_method) {
@@ -261,10 +282,10 @@ TEST_F(order_command, the_level_of_the_sorter_chooses_the_older_method) {
         points += i % 2 == 0 ? "," : "\n";
     }
     const std::string name = write("p.csv", points);
-    const std::string plain = run({"order", name}).out;
-    const std::string old = run({"order", name, "--level", "itemsorter=0"}).out;
+    const std::string plain = nmk_shell::run({"order", name}).out;
+    const std::string old = nmk_shell::run({"order", name, "--level", "itemsorter=0"}).out;
     EXPECT_NE(plain, old);
-    EXPECT_EQ(run({"order", name, "--level=itemsorter=default"}).out, plain);
+    EXPECT_EQ(nmk_shell::run({"order", name, "--level=itemsorter=default"}).out, plain);
 }
 
 struct StopAtOnce : nmkProgressBreak {
@@ -280,21 +301,22 @@ TEST_F(order_command, a_break_still_writes_every_item_and_says_so) {
     EXPECT_NE(err.str().find("stopped"), std::string::npos);
     EXPECT_NE(out.str().find("T1: stopped"), std::string::npos);
     EXPECT_NE(out.str().find("T4: not begun"), std::string::npos);
-    EXPECT_NE(run({"order", file("o.drl"), "--type", "none"}).out.find("403 items"),
+    EXPECT_NE(nmk_shell::run({"order", file("o.drl"), "--type", "none"}).out.find("403 items"),
               std::string::npos);
 }
 
 TEST_F(order_command, the_picture_shows_every_cut_twice_with_y_upwards) {
-    EXPECT_EQ(run({"order", cover_plate, "--type", "xz", "--svg", file("a.svg")}).code, 0);
-    const std::string svg = text_of(file("a.svg"));
-    EXPECT_TRUE(Xml::is_well_formed(svg));
+    EXPECT_EQ(nmk_shell::run({"order", cover_plate, "--type", "xz", "--svg", file("a.svg")}).code,
+              0);
+    const std::string svg = nmk_shell::text_of(file("a.svg"));
+    EXPECT_TRUE(plain_syntax::Xml::is_well_formed(svg));
     EXPECT_LT(svg.size(), 300000U);
     std::size_t circles = 0;
     for (std::size_t at = 0; (at = svg.find("<circle", at)) != svg.npos; ++at) ++circles;
     // 365 holes and 4 starts in each panel; a hole and a start in the legend.
     EXPECT_EQ(circles, 2U * (365U + 4U) + 2U);
-    run({"order", write("two.csv", "0,0\n0,10\n"), "--svg", file("b.svg")});
-    const std::string two = text_of(file("b.svg"));
+    nmk_shell::run({"order", write("two.csv", "0,0\n0,10\n"), "--svg", file("b.svg")});
+    const std::string two = nmk_shell::text_of(file("b.svg"));
     const auto cy = [&](std::size_t at) {
         return std::stod(two.substr(two.find("cy=\"", at) + 4));
     };
@@ -308,10 +330,10 @@ TEST_F(order_command, pictures_of_odd_jobs_are_well_formed) {
                                write("thin.csv", "0,0\n0,1000\n0,500\n"),
                                write("small.csv", "0,0\n1e-7,0\n")};
     for (const std::string& name : odd) {
-        const Printed printed = run({"order", name, "--svg", file("a.svg")});
+        const nmk_shell::Printed printed = nmk_shell::run({"order", name, "--svg", file("a.svg")});
         EXPECT_EQ(printed.code, 0) << printed.err;
-        const std::string svg = text_of(file("a.svg"));
-        EXPECT_TRUE(Xml::is_well_formed(svg)) << name;
+        const std::string svg = nmk_shell::text_of(file("a.svg"));
+        EXPECT_TRUE(plain_syntax::Xml::is_well_formed(svg)) << name;
         EXPECT_EQ(svg.find("nan"), std::string::npos) << name;
         EXPECT_EQ(svg.find("inf"), std::string::npos) << name;
     }
@@ -325,23 +347,23 @@ TEST_F(order_command, real_files_come_out_with_every_item) {
     std::size_t ordered = 0;
     for (const char* const kind : {"drill", "tsp"}) {
         for (const auto& entry : fs::directory_iterator(data / kind)) {
-            const auto job = read_job_file(entry.path().string(), std::nullopt);
-            if (!std::holds_alternative<MachiningJob>(job) || entry.file_size() > 50000) {
+            const auto job = nmk_job_files::read_job_file(entry.path().string(), std::nullopt);
+            if (!bool(job) || entry.file_size() > 50000) {
                 continue;
             }
             const std::string out = std::string(kind) == "drill" ? file("o.drl") : file("o.csv");
-            const Printed printed = run({"order", entry.path().string(), "--type", "closest",
-                                         "--json", "-o", out, "--svg", file("o.svg")});
+            const nmk_shell::Printed printed =
+                nmk_shell::run({"order", entry.path().string(), "--type", "closest", "--json", "-o",
+                                out, "--svg", file("o.svg")});
             EXPECT_EQ(printed.code, 0) << printed.err;
-            EXPECT_TRUE(Xml::is_well_formed(text_of(file("o.svg")))) << entry.path();
+            EXPECT_TRUE(plain_syntax::Xml::is_well_formed(nmk_shell::text_of(file("o.svg"))))
+                << entry.path();
             std::size_t items = 0;
-            for (const JobTool& tool : std::get<MachiningJob>(job).tools)
-                items += tool.items.size();
-            const auto again = read_job_file(out, std::nullopt);
-            ASSERT_TRUE(std::holds_alternative<MachiningJob>(again)) << entry.path();
+            for (const nmk_job::JobTool& tool : job->tools) items += tool.items.size();
+            const auto again = nmk_job_files::read_job_file(out, std::nullopt);
+            ASSERT_TRUE(bool(again)) << entry.path();
             std::size_t kept = 0;
-            for (const JobTool& tool : std::get<MachiningJob>(again).tools)
-                kept += tool.items.size();
+            for (const nmk_job::JobTool& tool : again->tools) kept += tool.items.size();
             EXPECT_EQ(kept, items) << entry.path();
             ++ordered;
         }

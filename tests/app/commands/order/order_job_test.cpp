@@ -17,7 +17,7 @@
 
 namespace {
 
-using namespace nmk_app;
+using namespace nmk_order;
 
 const nmkSortType all_types[] = {nmkSortTypeNone,    nmkSortTypeShortest,
                                  nmkSortTypeClosest, nmkSortTypeConcentric,
@@ -27,22 +27,23 @@ const nmkSortType all_types[] = {nmkSortTypeNone,    nmkSortTypeShortest,
                                  nmkSortTypeYZ,      nmkSortTypeDiag1Z,
                                  nmkSortTypeDiag2Z,  nmkSortTypeShortestOneWay};
 
-MachiningJob sample() {
-    auto read = read_job_file(NMK_SOURCE_DIR "/samples/cover_plate.drl", std::nullopt);
-    EXPECT_TRUE(std::holds_alternative<MachiningJob>(read));
-    return std::get<MachiningJob>(std::move(read));
+nmk_job::MachiningJob sample() {
+    auto read =
+        nmk_job_files::read_job_file(NMK_SOURCE_DIR "/samples/cover_plate.drl", std::nullopt);
+    EXPECT_TRUE(bool(read));
+    return *std::move(read);
 }
 
-std::vector<std::size_t> indices(const std::vector<JobItem>& items) {
+std::vector<std::size_t> indices(const std::vector<nmk_job::JobItem>& items) {
     std::vector<std::size_t> result;
-    for (const JobItem& item : items) result.push_back(item.source_index);
+    for (const nmk_job::JobItem& item : items) result.push_back(item.source_index);
     return result;
 }
 
-std::vector<std::size_t> all_indices(const std::vector<JobTool>& tools) {
+std::vector<std::size_t> all_indices(const std::vector<nmk_job::JobTool>& tools) {
     std::vector<std::size_t> result;
-    for (const JobTool& tool : tools) {
-        for (const JobItem& item : tool.items) result.push_back(item.source_index);
+    for (const nmk_job::JobTool& tool : tools) {
+        for (const nmk_job::JobItem& item : tool.items) result.push_back(item.source_index);
     }
     std::sort(result.begin(), result.end());
     return result;
@@ -54,12 +55,13 @@ struct Direct {
     std::vector<bool> turned;
 };
 
-Direct ask_library(const std::vector<JobItem>& items, nmkSortType type, double tolerance) {
-    const bool lines = std::any_of(items.begin(), items.end(),
-                                   [](const JobItem& item) { return item.end.has_value(); });
+Direct ask_library(const std::vector<nmk_job::JobItem>& items, nmkSortType type, double tolerance) {
+    const bool lines = std::any_of(items.begin(), items.end(), [](const nmk_job::JobItem& item) {
+        return item.end.has_value();
+    });
     std::deque<nmkSortItemLine> borrowed;
     nmkPointSorter sorter(type);
-    for (const JobItem& item : items) {
+    for (const nmk_job::JobItem& item : items) {
         borrowed.emplace_back(item.start, lines ? item.end.value_or(item.start) : giPoint3());
         borrowed.back().set_index(static_cast<int>(borrowed.size() - 1));
         sorter.add_item(&borrowed.back());
@@ -82,14 +84,14 @@ OrderRequest request_of(nmkSortType type) {
 }
 
 TEST(order_job, gives_the_order_of_the_library_for_every_type) {
-    const MachiningJob job = sample();
+    const nmk_job::MachiningJob job = sample();
     for (const nmkSortType type : all_types) {
         const OrderedJob ordered = order_job(job, request_of(type), nullptr);
         ASSERT_EQ(ordered.after.size(), job.tools.size());
         EXPECT_TRUE(ordered.notes.empty()) << type;
         for (std::size_t tool = 0; tool < job.tools.size(); ++tool) {
             Direct direct = ask_library(job.tools[tool].items, type, 0.1);
-            const std::vector<JobItem>& items = ordered.after[tool].items;
+            const std::vector<nmk_job::JobItem>& items = ordered.after[tool].items;
             // A ring of slots may be cut elsewhere: turn the library's to the same beginning.
             const auto first =
                 std::find(direct.order.begin(), direct.order.end(), items[0].source_index);
@@ -108,13 +110,13 @@ TEST(order_job, gives_the_order_of_the_library_for_every_type) {
 }
 
 TEST(order_job, turns_slots_only_where_they_may_be_turned) {
-    const MachiningJob job = sample();
+    const nmk_job::MachiningJob job = sample();
     const auto turned = [&](nmkSortType type) {
         std::size_t count = 0;
-        for (const JobTool& tool : order_job(job, request_of(type), nullptr).after) {
+        for (const nmk_job::JobTool& tool : order_job(job, request_of(type), nullptr).after) {
             count += static_cast<std::size_t>(
                 std::count_if(tool.items.begin(), tool.items.end(),
-                              [](const JobItem& item) { return item.reversed; }));
+                              [](const nmk_job::JobItem& item) { return item.reversed; }));
         }
         return count;
     };
@@ -124,28 +126,28 @@ TEST(order_job, turns_slots_only_where_they_may_be_turned) {
 }
 
 TEST(order_job, cuts_the_ring_of_slots_at_its_longest_move) {
-    const MachiningJob job = sample();
+    const nmk_job::MachiningJob job = sample();
     const OrderedJob ordered = order_job(job, request_of(nmkSortTypeShortest), nullptr);
-    const std::vector<JobItem>& slots = ordered.after.back().items;
+    const std::vector<nmk_job::JobItem>& slots = ordered.after.back().items;
     ASSERT_TRUE(slots.front().end);
     const double closing = slots.back().exit().distance(slots.front().entry());
     EXPECT_LE(measure_travel(slots).longest, closing);
 }
 
 TEST(order_job, across_tools_keeps_every_item_with_its_tool) {
-    const MachiningJob job = sample();
+    const nmk_job::MachiningJob job = sample();
     OrderRequest request = request_of(nmkSortTypeClosest);
     request.across_tools = true;
     const OrderedJob ordered = order_job(job, request, nullptr);
     ASSERT_EQ(ordered.after.size(), 1U);
     EXPECT_EQ(all_indices(ordered.job.tools), all_indices(job.tools));
     std::vector<std::string> tool_of(ordered.after[0].items.size());
-    for (const JobTool& tool : job.tools) {
-        for (const JobItem& item : tool.items) tool_of[item.source_index] = tool.name;
+    for (const nmk_job::JobTool& tool : job.tools) {
+        for (const nmk_job::JobItem& item : tool.items) tool_of[item.source_index] = tool.name;
     }
     std::vector<std::size_t> walked;
-    for (const JobTool& run : ordered.job.tools) {
-        for (const JobItem& item : run.items) {
+    for (const nmk_job::JobTool& run : ordered.job.tools) {
+        for (const nmk_job::JobItem& item : run.items) {
             EXPECT_EQ(tool_of[item.source_index], run.name);
             walked.push_back(item.source_index);
         }
@@ -154,27 +156,28 @@ TEST(order_job, across_tools_keeps_every_item_with_its_tool) {
     EXPECT_EQ(ordered.tool_changes_after, ordered.job.tools.size() - 1);
 }
 
-JobItem hole(double x, double y, std::size_t index) {
+nmk_job::JobItem hole(double x, double y, std::size_t index) {
     return {giPoint3(x, y, 0.0), std::nullopt, index, false};
 }
 
-JobItem slot(double x, double y, double x2, double y2, std::size_t index) {
+nmk_job::JobItem slot(double x, double y, double x2, double y2, std::size_t index) {
     return {giPoint3(x, y, 0.0), giPoint3(x2, y2, 0.0), index, false};
 }
 
-MachiningJob job_of(std::vector<JobItem> items) {
-    MachiningJob job;
+nmk_job::MachiningJob one_tool_job(std::vector<nmk_job::JobItem> items) {
+    nmk_job::MachiningJob job;
     job.tools.push_back({"T1", 1.0, std::move(items)});
     return job;
 }
 
 TEST(order_job, takes_holes_and_slots_of_one_tool_together) {
-    const MachiningJob job = job_of({hole(0, 0, 0), slot(30, 0, 10, 0, 1), hole(40, 0, 2),
-                                     slot(60, 0, 50, 0, 3), hole(5, 0, 4)});
+    const nmk_job::MachiningJob job =
+        one_tool_job({hole(0, 0, 0), slot(30, 0, 10, 0, 1), hole(40, 0, 2), slot(60, 0, 50, 0, 3),
+                      hole(5, 0, 4)});
     for (const nmkSortType type : all_types) {
         const OrderedJob ordered = order_job(job, request_of(type), nullptr);
         EXPECT_EQ(all_indices(ordered.after), (std::vector<std::size_t>{0, 1, 2, 3, 4})) << type;
-        for (const JobItem& item : ordered.after[0].items) {
+        for (const nmk_job::JobItem& item : ordered.after[0].items) {
             EXPECT_TRUE(item.end || !item.reversed);
         }
     }
@@ -182,11 +185,11 @@ TEST(order_job, takes_holes_and_slots_of_one_tool_together) {
 
 TEST(order_job, empty_jobs_single_and_coincident_holes_come_back_whole) {
     for (const nmkSortType type : all_types) {
-        EXPECT_TRUE(order_job(MachiningJob{}, request_of(type), nullptr).after.empty());
+        EXPECT_TRUE(order_job(nmk_job::MachiningJob{}, request_of(type), nullptr).after.empty());
         for (std::size_t count = 0; count <= 6; ++count) {
-            std::vector<JobItem> items;
+            std::vector<nmk_job::JobItem> items;
             for (std::size_t i = 0; i < count; ++i) items.push_back(hole(3.0, 4.0, i));
-            const MachiningJob job = job_of(items);
+            const nmk_job::MachiningJob job = one_tool_job(items);
             EXPECT_EQ(all_indices(order_job(job, request_of(type), nullptr).after),
                       all_indices(job.tools));
         }
@@ -194,13 +197,13 @@ TEST(order_job, empty_jobs_single_and_coincident_holes_come_back_whole) {
 }
 
 /// The shortest open way through a few slots, by trying every order and every turning.
-std::vector<JobItem> shortest_open_way(const std::vector<JobItem>& slots) {
+std::vector<nmk_job::JobItem> shortest_open_way(const std::vector<nmk_job::JobItem>& slots) {
     std::vector<std::size_t> order(slots.size());
     std::iota(order.begin(), order.end(), 0U);
-    std::vector<JobItem> best = slots;
+    std::vector<nmk_job::JobItem> best = slots;
     do {
         for (unsigned turns = 0; turns < 1U << slots.size(); ++turns) {
-            std::vector<JobItem> way;
+            std::vector<nmk_job::JobItem> way;
             for (std::size_t i = 0; i < order.size(); ++i) {
                 way.push_back(slots[order[i]]);
                 way.back().reversed = ((turns >> i) & 1U) != 0;
@@ -218,17 +221,17 @@ TEST(order_job, shortest_keeps_the_order_of_the_file_where_that_is_shorter) {
     const auto draw = [&] { return (word = word * 1664525U + 1013904223U) >> 24U; };
     for (int round = 0; round < 8; ++round) {
         SCOPED_TRACE(round);
-        std::vector<JobItem> slots;
+        std::vector<nmk_job::JobItem> slots;
         for (std::size_t i = 0; i < 5; ++i)
             slots.push_back(slot(draw(), draw(), draw(), draw(), i));
-        std::vector<JobItem> file;
-        for (const JobItem& item : shortest_open_way(slots)) {
+        std::vector<nmk_job::JobItem> file;
+        for (const nmk_job::JobItem& item : shortest_open_way(slots)) {
             const giPoint3 from = item.entry();
             const giPoint3 to = item.exit();
             file.push_back({from, to, file.size(), false});
         }
         const OrderedJob ordered =
-            order_job(job_of(file), request_of(nmkSortTypeShortest), nullptr);
+            order_job(one_tool_job(file), request_of(nmkSortTypeShortest), nullptr);
         EXPECT_LE(measure_travel(ordered.after[0].items).travel, measure_travel(file).travel);
         if (!ordered.notes.empty()) {
             ++kept;
@@ -248,7 +251,7 @@ struct StopAt : nmkProgressBreak {
 };
 
 TEST(order_job, a_break_while_taking_the_closest_keeps_what_was_done) {
-    const MachiningJob job = sample();
+    const nmk_job::MachiningJob job = sample();
     const OrderedJob whole = order_job(job, request_of(nmkSortTypeClosest), nullptr);
     StopAt stop(51);
     const OrderedJob ordered = order_job(job, request_of(nmkSortTypeClosest), &stop);
@@ -265,7 +268,7 @@ TEST(order_job, a_break_while_taking_the_closest_keeps_what_was_done) {
 }
 
 TEST(order_job, a_break_while_annealing_lets_the_tool_finish_and_leaves_the_others) {
-    const MachiningJob job = sample();
+    const nmk_job::MachiningJob job = sample();
     const OrderedJob whole = order_job(job, request_of(nmkSortTypeShortest), nullptr);
     StopAt stop(10);
     const OrderedJob ordered = order_job(job, request_of(nmkSortTypeShortest), &stop);
@@ -279,12 +282,12 @@ TEST(order_job, a_break_while_annealing_lets_the_tool_finish_and_leaves_the_othe
 
 TEST(order_job, a_break_in_the_elastic_net_loses_no_item) {
     std::string error;
-    ASSERT_TRUE(apply_level_option("itemsorter=0", error)) << error;
-    const MachiningJob job = sample();
+    ASSERT_TRUE(nmk_shell::apply_level_option("itemsorter=0", error)) << error;
+    const nmk_job::MachiningJob job = sample();
     StopAt stop(20);
     const OrderedJob ordered = order_job(job, request_of(nmkSortTypeShortest), &stop);
     const OrderedJob whole = order_job(job, request_of(nmkSortTypeShortest), nullptr);
-    ASSERT_TRUE(apply_level_option("itemsorter=default", error)) << error;
+    ASSERT_TRUE(nmk_shell::apply_level_option("itemsorter=default", error)) << error;
     EXPECT_TRUE(ordered.stopped);
     EXPECT_EQ(all_indices(ordered.after), all_indices(job.tools));
     EXPECT_EQ(all_indices(whole.after), all_indices(job.tools));
@@ -292,7 +295,7 @@ TEST(order_job, a_break_in_the_elastic_net_loses_no_item) {
 }
 
 TEST(order_figures, travel_goes_from_each_exit_to_the_next_entry) {
-    std::vector<JobItem> items = {hole(0, 0, 0), slot(3, 4, 13, 4, 1), hole(13, 10, 2)};
+    std::vector<nmk_job::JobItem> items = {hole(0, 0, 0), slot(3, 4, 13, 4, 1), hole(13, 10, 2)};
     TravelFigures figures = measure_travel(items);
     EXPECT_DOUBLE_EQ(figures.travel, 5.0 + 6.0);
     EXPECT_DOUBLE_EQ(figures.per_axis, 4.0 + 6.0);

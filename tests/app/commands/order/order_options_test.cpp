@@ -12,17 +12,17 @@
 
 namespace {
 
-using namespace nmk_app;
+using namespace nmk_order;
 
 using Words = std::vector<std::string>;
 
 OrderOptions read(const Words& words) {
     const auto options = read_order_options(words);
-    if (const auto* problem = std::get_if<std::string>(&options)) {
-        ADD_FAILURE() << *problem;
+    if (!options) {
+        ADD_FAILURE() << options.error().message;
         return {};
     }
-    return std::get<OrderOptions>(options);
+    return *options;
 }
 
 TEST(order_options, a_file_alone_gives_the_defaults) {
@@ -31,7 +31,7 @@ TEST(order_options, a_file_alone_gives_the_defaults) {
     EXPECT_EQ(options.type, nmkSortTypeShortest);
     EXPECT_FALSE(options.across_tools || options.json || options.quiet);
     EXPECT_EQ(options.rapid, 10000.0);
-    const OrderRequest request = order_request(options, JobUnits::inches);
+    const OrderRequest request = order_request(options, nmk_job::JobUnits::inches);
     EXPECT_EQ(request.tolerance, default_tolerance);
     EXPECT_EQ(request.start, giPoint3(0.0, 0.0, 0.0));
 }
@@ -48,7 +48,7 @@ TEST(order_options, every_option_is_taken_with_a_blank_or_an_equals_sign) {
         EXPECT_EQ(options.type, nmkSortTypeXZ);
         EXPECT_EQ(options.start, (std::array<double, 3>{1.0, -2.5, 3.0}));
         EXPECT_EQ(options.tolerance, 0.5);
-        EXPECT_EQ(options.units, JobUnits::millimetres);
+        EXPECT_EQ(options.units, nmk_job::JobUnits::millimetres);
         EXPECT_EQ(options.rapid, 6000.0);
         EXPECT_EQ(options.output_file, "a.csv");
         EXPECT_EQ(options.svg_file, "a.svg");
@@ -65,11 +65,12 @@ TEST(order_options, the_ending_of_what_is_written_may_stand_in_capital_letters) 
 
 TEST(order_options, lengths_are_in_the_unit_of_the_file_unless_told) {
     OrderOptions options = read({"f", "--start", "1,2", "--tolerance", "0.5"});
-    EXPECT_EQ(order_request(options, JobUnits::inches).start, giPoint3(25.4, 50.8, 0.0));
-    EXPECT_EQ(order_request(options, JobUnits::inches).tolerance, 12.7);
-    EXPECT_EQ(order_request(options, JobUnits::millimetres).start, giPoint3(1.0, 2.0, 0.0));
-    options.units = JobUnits::millimetres;
-    EXPECT_EQ(order_request(options, JobUnits::inches).start, giPoint3(1.0, 2.0, 0.0));
+    EXPECT_EQ(order_request(options, nmk_job::JobUnits::inches).start, giPoint3(25.4, 50.8, 0.0));
+    EXPECT_EQ(order_request(options, nmk_job::JobUnits::inches).tolerance, 12.7);
+    EXPECT_EQ(order_request(options, nmk_job::JobUnits::millimetres).start,
+              giPoint3(1.0, 2.0, 0.0));
+    options.units = nmk_job::JobUnits::millimetres;
+    EXPECT_EQ(order_request(options, nmk_job::JobUnits::inches).start, giPoint3(1.0, 2.0, 0.0));
 }
 
 TEST(order_options, after_two_dashes_a_name_may_begin_with_a_dash) {
@@ -103,8 +104,8 @@ class order_options_bad : public testing::TestWithParam<BadLine> {};
 
 TEST_P(order_options_bad, is_refused_with_one_line) {
     const auto options = read_order_options(GetParam().words);
-    ASSERT_TRUE(std::holds_alternative<std::string>(options));
-    const auto& problem = std::get<std::string>(options);
+    ASSERT_FALSE(options);
+    const std::string& problem = options.error().message;
     EXPECT_NE(problem.find(GetParam().expected), std::string::npos) << problem;
     EXPECT_EQ(problem.find('\n'), std::string::npos);
 }

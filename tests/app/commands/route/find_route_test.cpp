@@ -13,11 +13,12 @@
 #include "app/formats/job/job_fixtures.h"
 #include "formats/octile/map_reader.h"
 
-namespace nmk_app {
+namespace nmk_route {
 namespace {
 
-RoutePlane plane_of(const PlainGrid& grid, giPoint2 anchor = {0.0, 0.0}) {
-    RoutePlane plane(anchor, {0, 0}, {grid.step_x, grid.step_y}, grid.width, grid.height);
+nmk_lattice::RoutePlane plane_of(const PlainGrid& grid, giPoint2 anchor = {0.0, 0.0}) {
+    nmk_lattice::RoutePlane plane(anchor, {0, 0}, {grid.step_x, grid.step_y}, grid.width,
+                                  grid.height);
     for (int y = 0; y < grid.height; ++y) {
         for (int x = 0; x < grid.width; ++x) {
             if (!grid.is_free(x, y)) plane.block({x, y});
@@ -26,7 +27,8 @@ RoutePlane plane_of(const PlainGrid& grid, giPoint2 anchor = {0.0, 0.0}) {
     return plane;
 }
 
-RouteRequest request_of(const RoutePlane& plane, LatticePlace from, LatticePlace to) {
+RouteRequest request_of(const nmk_lattice::RoutePlane& plane, nmk_lattice::GridCell from,
+                        nmk_lattice::GridCell to) {
     RouteRequest request;
     request.start = plane.at(from);
     request.goal = plane.at(to);
@@ -34,11 +36,12 @@ RouteRequest request_of(const RoutePlane& plane, LatticePlace from, LatticePlace
 }
 
 /// Every step goes to a neighbour and is allowed, and the steps add up to the length.
-void expect_walkable(const PlainGrid& grid, const RoutePlane& plane, const FoundRoute& route) {
+void expect_walkable(const PlainGrid& grid, const nmk_lattice::RoutePlane& plane,
+                     const FoundRoute& route) {
     double length = 0.0;
     for (std::size_t i = 1; i < route.nodes.size(); ++i) {
-        const LatticePlace from = route.nodes[i - 1];
-        const LatticePlace to = route.nodes[i];
+        const nmk_lattice::GridCell from = route.nodes[i - 1];
+        const nmk_lattice::GridCell to = route.nodes[i];
         const int dx = to.column - from.column;
         const int dy = to.row - from.row;
         ASSERT_LE(std::abs(dx), 1);
@@ -72,13 +75,15 @@ TEST(find_route, lengths_are_those_of_dijkstra_whatever_the_steps_and_the_rule) 
     int missing = 0;
     for (int round = 0; round < 400; ++round) {
         PlainGrid grid = random_grid(random);
-        const LatticePlace from{static_cast<int>(random() % static_cast<unsigned>(grid.width)),
-                                static_cast<int>(random() % static_cast<unsigned>(grid.height))};
-        const LatticePlace to{static_cast<int>(random() % static_cast<unsigned>(grid.width)),
-                              static_cast<int>(random() % static_cast<unsigned>(grid.height))};
+        const nmk_lattice::GridCell from{
+            static_cast<int>(random() % static_cast<unsigned>(grid.width)),
+            static_cast<int>(random() % static_cast<unsigned>(grid.height))};
+        const nmk_lattice::GridCell to{
+            static_cast<int>(random() % static_cast<unsigned>(grid.width)),
+            static_cast<int>(random() % static_cast<unsigned>(grid.height))};
         grid.blocked[grid.index(from.column, from.row)] = false;
         grid.blocked[grid.index(to.column, to.row)] = false;
-        const RoutePlane plane = plane_of(grid, {-3.7, 1234.5});
+        const nmk_lattice::RoutePlane plane = plane_of(grid, {-3.7, 1234.5});
         RouteRequest request = request_of(plane, from, to);
         request.cut_corners = grid.cut_corners;
         request.forward = grid.forward;
@@ -103,17 +108,17 @@ TEST(find_route, lengths_are_those_of_dijkstra_whatever_the_steps_and_the_rule) 
 
 TEST(find_route, closes_everything_it_can_reach_and_no_more_when_there_is_no_route) {
     const PlainGrid grid = PlainGrid::of_rows({"..@..", "..@..", "@@@..", "....."});
-    const RoutePlane plane = plane_of(grid);
+    const nmk_lattice::RoutePlane plane = plane_of(grid);
     const FoundRoute route = find_route(plane, request_of(plane, {0, 0}, {4, 1}), nullptr);
     EXPECT_FALSE(route.is_found());
     EXPECT_EQ(route.closed.size(), 4U);
     EXPECT_EQ(route.expanded, 4U);
-    EXPECT_EQ(route.nearest, (LatticePlace{1, 1}));
+    EXPECT_EQ(route.nearest, (nmk_lattice::GridCell{1, 1}));
     EXPECT_EQ(route.short_of_goal, 3.0);
 }
 
 TEST(find_route, a_start_that_is_the_goal_is_a_route_of_one_node) {
-    const RoutePlane plane = plane_of(PlainGrid::of_rows({"..", ".."}));
+    const nmk_lattice::RoutePlane plane = plane_of(PlainGrid::of_rows({"..", ".."}));
     const FoundRoute route = find_route(plane, request_of(plane, {1, 0}, {1, 0}), nullptr);
     ASSERT_EQ(route.nodes.size(), 1U);
     EXPECT_EQ(route.length, 0.0);
@@ -121,7 +126,7 @@ TEST(find_route, a_start_that_is_the_goal_is_a_route_of_one_node) {
 }
 
 TEST(find_route, corners_may_be_cut_only_where_that_is_asked_for) {
-    const RoutePlane plane = plane_of(PlainGrid::of_rows({".@", "@."}));
+    const nmk_lattice::RoutePlane plane = plane_of(PlainGrid::of_rows({".@", "@."}));
     RouteRequest request = request_of(plane, {0, 0}, {1, 1});
     EXPECT_FALSE(find_route(plane, request, nullptr).is_found());
     request.cut_corners = true;
@@ -129,7 +134,7 @@ TEST(find_route, corners_may_be_cut_only_where_that_is_asked_for) {
 }
 
 TEST(find_route, forward_steps_never_reach_a_goal_behind_the_start) {
-    const RoutePlane plane = plane_of(PlainGrid::of_rows({".....", "....."}));
+    const nmk_lattice::RoutePlane plane = plane_of(PlainGrid::of_rows({".....", "....."}));
     RouteRequest request = request_of(plane, {3, 0}, {1, 0});
     request.forward = true;
     const FoundRoute route = find_route(plane, request, nullptr);
@@ -138,12 +143,13 @@ TEST(find_route, forward_steps_never_reach_a_goal_behind_the_start) {
 }
 
 TEST(find_route, a_line_may_be_reached_past_its_beginning) {
-    const RoutePlane plane = plane_of(PlainGrid::of_rows({".....@.", "...@@@.", "......."}));
+    const nmk_lattice::RoutePlane plane =
+        plane_of(PlainGrid::of_rows({".....@.", "...@@@.", "......."}));
     RouteRequest request = request_of(plane, {0, 2}, {3, 1});
     request.kind = GoalKind::line;
     const FoundRoute route = find_route(plane, request, nullptr);
     ASSERT_TRUE(route.is_found());
-    EXPECT_EQ(route.nodes.back(), (LatticePlace{6, 1}));
+    EXPECT_EQ(route.nodes.back(), (nmk_lattice::GridCell{6, 1}));
     request.goal.x = 2.5;  // a line may begin between two places
     EXPECT_EQ(check_request(plane, request), "");
     EXPECT_TRUE(find_route(plane, request, nullptr).is_found());
@@ -152,7 +158,7 @@ TEST(find_route, a_line_may_be_reached_past_its_beginning) {
 TEST(find_route, a_moving_line_moves_on_along_the_lattice_and_is_told) {
     PlainGrid grid = PlainGrid::of_rows(std::vector<std::string>(9, std::string(40, '.')));
     for (int y = 0; y < 8; ++y) grid.blocked[grid.index(6, y)] = true;
-    const RoutePlane plane = plane_of(grid);
+    const nmk_lattice::RoutePlane plane = plane_of(grid);
     RouteRequest request = request_of(plane, {0, 4}, {8, 4});
     request.kind = GoalKind::moving_line;
     request.gradient = 0.5;
@@ -165,7 +171,7 @@ TEST(find_route, a_moving_line_moves_on_along_the_lattice_and_is_told) {
 }
 
 TEST(find_route, requests_that_no_search_could_answer_are_told_in_a_line) {
-    const RoutePlane plane = plane_of(PlainGrid::of_rows({".@.", "...", "..."}));
+    const nmk_lattice::RoutePlane plane = plane_of(PlainGrid::of_rows({".@.", "...", "..."}));
     const auto problem = [&](giPoint2 start, giPoint2 goal, GoalKind kind, double gradient = 1.0) {
         RouteRequest request;
         request.start = start;
@@ -198,7 +204,7 @@ class StopAtOnce : public nmkProgressBreak {
 };
 
 TEST(find_route, stops_when_it_is_asked_to) {
-    const RoutePlane plane =
+    const nmk_lattice::RoutePlane plane =
         plane_of(PlainGrid::of_rows(std::vector<std::string>(60, std::string(60, '.'))));
     RouteRequest request = request_of(plane, {30, 30}, {59, 59});
     request.kind = GoalKind::moving_line;
@@ -212,7 +218,7 @@ TEST(find_route, stops_when_it_is_asked_to) {
 /// One line of a file of scenarios: two places, and the length of the shortest way that leaves
 /// corners clear.
 struct Scenario {
-    LatticePlace from, to;
+    nmk_lattice::GridCell from, to;
     double length;
 };
 
@@ -241,12 +247,13 @@ TEST(find_route, real_maps_give_the_lengths_of_their_scenarios_and_of_dijkstra) 
         GTEST_SKIP() << "the folder of real maps is not here: " << folder;
     }
     for (const std::string name : {"maze512-32-0.map", "random512-10-0.map"}) {
-        const std::string text = bytes_of_file(folder + name);
-        auto read = read_octile_map(name, text);
-        ASSERT_TRUE(std::holds_alternative<RoutePlane>(read)) << std::get<JobError>(read).text();
-        const RoutePlane& plane = std::get<RoutePlane>(read);
+        const std::string text = nmk_job::bytes_of_file(folder + name);
+        auto read = nmk_octile::read_octile_map(name, text);
+        ASSERT_TRUE(bool(read)) << read.error().text();
+        const nmk_lattice::RoutePlane& plane = *read;
         const PlainGrid grid = PlainGrid::of_map(text);
-        const std::vector<Scenario> all = scenarios_of(bytes_of_file(folder + name + ".scen"));
+        const std::vector<Scenario> all =
+            scenarios_of(nmk_job::bytes_of_file(folder + name + ".scen"));
         ASSERT_GT(all.size(), walked_scenarios) << name;
         for (std::size_t k = 0; k < walked_scenarios; ++k) {
             const Scenario& scenario = all[k * (all.size() - 1) / (walked_scenarios - 1)];
@@ -263,4 +270,4 @@ TEST(find_route, real_maps_give_the_lengths_of_their_scenarios_and_of_dijkstra) 
 }
 
 }  // namespace
-}  // namespace nmk_app
+}  // namespace nmk_route

@@ -13,11 +13,8 @@
 #include "app/text/plain_syntax.h"
 #include "scratch_folder.h"
 
-namespace nmk_app {
+namespace nmk_route {
 namespace {
-
-using plain_syntax::Json;
-using plain_syntax::Xml;
 
 const std::string workshop = NMK_SOURCE_DIR "/samples/workshop.map";
 const std::string clamps = NMK_SOURCE_DIR "/samples/clamps.csv";
@@ -36,7 +33,8 @@ class route_command : public testing::Test {
 
 TEST_F(route_command, prints_the_length_the_nodes_and_how_many_were_expanded) {
     const std::string name = write("s.map", small_map);
-    const Printed printed = run({"route", name, "--start", "0,1", "--goal", "3,1"});
+    const nmk_shell::Printed printed =
+        nmk_shell::run({"route", name, "--start", "0,1", "--goal", "3,1"});
     EXPECT_EQ(printed.code, 0);
     EXPECT_EQ(printed.err, "");
     EXPECT_EQ(printed.out, name +
@@ -54,17 +52,19 @@ TEST_F(route_command, prints_the_length_the_nodes_and_how_many_were_expanded) {
 }
 
 TEST_F(route_command, the_examples_of_its_help_work) {
-    const std::string help = run({"help", "route"}).out;
+    const std::string help = nmk_shell::run({"help", "route"}).out;
     EXPECT_NE(help.find("nmk route samples/workshop.map --start 3,36 --goal 92,36"),
               std::string::npos);
     EXPECT_NE(help.find("nmk route samples/clamps.csv --start 0,5 --goal 8,8 --goal-kind "
                         "moving-line --gradient 0.5 --forward"),
               std::string::npos);
-    EXPECT_EQ(
-        run({"route", workshop, "--start", "3,36", "--goal", "92,36", "--svg", file("r.svg")}).code,
-        0);
-    const Printed moving = run({"route", clamps, "--start", "0,5", "--goal", "8,8", "--goal-kind",
-                                "moving-line", "--gradient", "0.5", "--forward"});
+    EXPECT_EQ(nmk_shell::run(
+                  {"route", workshop, "--start", "3,36", "--goal", "92,36", "--svg", file("r.svg")})
+                  .code,
+              0);
+    const nmk_shell::Printed moving =
+        nmk_shell::run({"route", clamps, "--start", "0,5", "--goal", "8,8", "--goal-kind",
+                        "moving-line", "--gradient", "0.5", "--forward"});
     EXPECT_EQ(moving.code, 0) << moving.err;
     EXPECT_NE(moving.out.find("Goal moved to   (17, 8)"), std::string::npos) << moving.out;
 }
@@ -72,13 +72,13 @@ TEST_F(route_command, the_examples_of_its_help_work) {
 TEST_F(route_command, json_and_pictures_are_well_formed_whatever_the_name_of_the_file) {
     for (const std::string name : {"plain.map", "q\"uote\\.map", "tab\t\x01.map", "<a&b>'.map"}) {
         for (const char* const text : {small_map, walled_map}) {
-            const Printed printed =
-                run({"route", write(name, text), "--start", "0,0", "--goal", "3,1", "--json",
-                     "--svg", file("a"), "--html", file("b"), "--csv", file("c")});
+            const nmk_shell::Printed printed = nmk_shell::run(
+                {"route", write(name, text), "--start", "0,0", "--goal", "3,1", "--json", "--svg",
+                 file("a"), "--html", file("b"), "--csv", file("c")});
             EXPECT_EQ(printed.code, text == walled_map ? 1 : 0) << printed.err;
-            EXPECT_TRUE(Json::is_valid(printed.out)) << printed.out;
-            EXPECT_TRUE(Xml::is_well_formed(text_of(file("a")))) << name;
-            EXPECT_TRUE(Xml::is_well_formed(text_of(file("b")))) << name;
+            EXPECT_TRUE(plain_syntax::Json::is_valid(printed.out)) << printed.out;
+            EXPECT_TRUE(plain_syntax::Xml::is_well_formed(nmk_shell::text_of(file("a")))) << name;
+            EXPECT_TRUE(plain_syntax::Xml::is_well_formed(nmk_shell::text_of(file("b")))) << name;
         }
     }
 }
@@ -86,8 +86,10 @@ TEST_F(route_command, json_and_pictures_are_well_formed_whatever_the_name_of_the
 TEST_F(route_command, the_page_lists_the_figures_and_stresses_none_as_a_total) {
     const std::string name = write("s.map", small_map);
     ASSERT_EQ(
-        run({"route", name, "--start", "0,0", "--goal", "1,0", "--html", file("a.html")}).code, 0);
-    const std::string page = text_of(file("a.html"));
+        nmk_shell::run({"route", name, "--start", "0,0", "--goal", "1,0", "--html", file("a.html")})
+            .code,
+        0);
+    const std::string page = nmk_shell::text_of(file("a.html"));
     EXPECT_NE(page.find("<tr><td>Nodes expanded</td><td>"), std::string::npos);
     EXPECT_EQ(page.find("<tfoot>"), std::string::npos);
 }
@@ -100,25 +102,26 @@ TEST_F(route_command, every_goal_kind_can_be_drawn) {
         if (kind.ends_with("gradient") || kind == "moving-line") {
             words.insert(words.end(), {"--gradient", "0.5"});
         }
-        EXPECT_EQ(run(words).code, 0);
-        const std::string svg = text_of(file("r.svg"));
-        EXPECT_TRUE(Xml::is_well_formed(svg));
+        EXPECT_EQ(nmk_shell::run(words).code, 0);
+        const std::string svg = nmk_shell::text_of(file("r.svg"));
+        EXPECT_TRUE(plain_syntax::Xml::is_well_formed(svg));
         EXPECT_EQ(svg.find("nan"), std::string::npos);
         EXPECT_EQ(svg.find("inf"), std::string::npos);
     }
 }
 
 TEST_F(route_command, the_table_of_the_route_has_a_row_for_each_node) {
-    EXPECT_EQ(run({"route", write("s.map", small_map), "--start", "0,0", "--goal", "2,0", "--csv",
-                   file("r.csv"), "--quiet"})
+    EXPECT_EQ(nmk_shell::run({"route", write("s.map", small_map), "--start", "0,0", "--goal", "2,0",
+                              "--csv", file("r.csv"), "--quiet"})
                   .out,
               "");
-    EXPECT_EQ(text_of(file("r.csv")), "x,y,length\n0,0,0\n1,0,1\n2,0,2\n");
+    EXPECT_EQ(nmk_shell::text_of(file("r.csv")), "x,y,length\n0,0,0\n1,0,1\n2,0,2\n");
 }
 
 TEST_F(route_command, steps_of_a_tenth_arrive_at_a_goal_of_three_tenths) {
     const std::string name = write("l.csv", "box,0,0,1,1\nsteps,0.1\n0.2,0\n");
-    const Printed printed = run({"route", name, "--start", "0,0", "--goal", "0.3,0"});
+    const nmk_shell::Printed printed =
+        nmk_shell::run({"route", name, "--start", "0,0", "--goal", "0.3,0"});
     EXPECT_EQ(printed.code, 0) << printed.err;
     EXPECT_NE(printed.out.find("(0, 0) (0.1, 0) (0.2, 0.1) (0.3, 0)"), std::string::npos)
         << printed.out;
@@ -126,15 +129,16 @@ TEST_F(route_command, steps_of_a_tenth_arrive_at_a_goal_of_three_tenths) {
 
 TEST_F(route_command, says_plainly_that_there_is_no_route_and_what_came_nearest) {
     const std::string name = write("w.map", walled_map);
-    const Printed printed = run({"route", name, "--start", "0,0", "--goal", "3,1", "--quiet",
-                                 "--svg", file("w.svg"), "--csv", file("w.csv")});
+    const nmk_shell::Printed printed =
+        nmk_shell::run({"route", name, "--start", "0,0", "--goal", "3,1", "--quiet", "--svg",
+                        file("w.svg"), "--csv", file("w.csv")});
     EXPECT_EQ(printed.code, 1);
     EXPECT_EQ(printed.out, "");
     EXPECT_EQ(printed.err,
               "nmk route: no route from (0, 0) to (3, 1); of 2 places closed (0, 1) is nearest to "
               "the goal, 3 short of it\n");
-    EXPECT_NE(text_of(file("w.svg")).find("nearest to the goal"), std::string::npos);
-    EXPECT_EQ(text_of(file("w.csv")), "x,y,length\n");
+    EXPECT_NE(nmk_shell::text_of(file("w.svg")).find("nearest to the goal"), std::string::npos);
+    EXPECT_EQ(nmk_shell::text_of(file("w.csv")), "x,y,length\n");
 }
 
 struct StopAtOnce : nmkProgressBreak {
@@ -159,7 +163,8 @@ TEST_F(route_command, a_break_ends_with_one_and_writes_nothing) {
 
 TEST_F(route_command, blocked_places_off_the_lattice_are_told) {
     const std::string name = write("l.csv", "box,0,0,4,4\nsteps,1\n1.5,1\n2,2\n9,9\n");
-    const Printed printed = run({"route", name, "--start", "0,0", "--goal", "4,4"});
+    const nmk_shell::Printed printed =
+        nmk_shell::run({"route", name, "--start", "0,0", "--goal", "4,4"});
     EXPECT_EQ(printed.code, 0);
     EXPECT_NE(printed.out.find("2 of 3 blocked places are outside the box or off the lattice"),
               std::string::npos)
@@ -184,7 +189,7 @@ TEST_P(route_command_refuses, in_one_line_with_two) {
         words.push_back(word == "MAP" ? map : word == "LIST" ? list : word == "BARE" ? bare : word);
     }
     words.insert(words.end(), {"--svg", folder.path() + "/out.svg"});
-    expect_refused(run(words), GetParam().expected);
+    nmk_shell::expect_refused(nmk_shell::run(words), GetParam().expected);
     EXPECT_EQ(folder.file_count(), 3U);
 }
 
@@ -264,29 +269,31 @@ INSTANTIATE_TEST_SUITE_P(
         BadUse{"endless_line",
                {"/dev/zero", "--start", "0,0", "--goal", "1,0"},
                "/dev/zero:1: a line longer than 65536 bytes"}),
-    CaseName());
+    nmk_job::CaseName());
 
 TEST_F(route_command, binary_files_are_refused_with_their_line) {
     const std::string name = write("b.map", std::string("type octile\nhei\0ght 3\n", 21));
-    expect_refused(run({"route", name, "--start", "0,0", "--goal", "1,0"}),
-                   name + ":2: a zero byte; expected a text file");
+    nmk_shell::expect_refused(nmk_shell::run({"route", name, "--start", "0,0", "--goal", "1,0"}),
+                              name + ":2: a zero byte; expected a text file");
 }
 
 TEST_F(route_command, a_gigabyte_is_refused_unread) {
     const std::string name = write("g.map", "type octile\n");
     std::filesystem::resize_file(name, std::uintmax_t{1} << 30U);
-    expect_refused(run({"route", name, "--start", "0,0", "--goal", "1,0"}), "larger than 256 MiB");
+    nmk_shell::expect_refused(nmk_shell::run({"route", name, "--start", "0,0", "--goal", "1,0"}),
+                              "larger than 256 MiB");
 }
 
 TEST_F(route_command, outputs_that_cannot_be_written_leave_nothing) {
     const std::string name = write("s.map", small_map);
     for (const std::string bad : {"/nowhere/out.svg", "/dev/full"}) {
-        const Printed printed = run({"route", name, "--start", "0,0", "--goal", "3,0", "--csv",
-                                     file("first.csv"), "--html", bad});
-        expect_refused(printed, bad + ": ");
+        const nmk_shell::Printed printed =
+            nmk_shell::run({"route", name, "--start", "0,0", "--goal", "3,0", "--csv",
+                            file("first.csv"), "--html", bad});
+        nmk_shell::expect_refused(printed, bad + ": ");
         EXPECT_EQ(folder.file_count(), 1U);
     }
 }
 
 }  // namespace
-}  // namespace nmk_app
+}  // namespace nmk_route

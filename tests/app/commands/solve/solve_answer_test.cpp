@@ -7,7 +7,7 @@
 #include <cmath>
 #include <random>
 
-namespace nmk_app {
+namespace nmk_solve {
 namespace {
 
 Answer solve(std::string_view kind, std::vector<double> numbers) {
@@ -172,4 +172,4 @@ TEST(solve_answer, hostile_numbers_are_answered_by_every_kind) {
 }
 
 }  // namespace
-}  // namespace nmk_app
+}  // namespace nmk_solve

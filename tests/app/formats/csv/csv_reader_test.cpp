@@ -13,10 +13,10 @@
 #include "formats/job_files/read_job.h"
 #include "formats/job_files/write_job.h"
 
-namespace nmk_app {
+namespace nmk_csv {
 namespace {
 
-std::variant<MachiningJob, JobError> read(const std::string& text) {
+nmk_text::Result<nmk_job::MachiningJob> read(const std::string& text) {
     return read_csv("holes.csv", text, std::nullopt);
 }
 
@@ -28,10 +28,10 @@ std::string point_text(const giPoint3& point) {
 }
 
 /// "1,2,0 3,4,0>5,6,0": the items in millimetres.
-std::string items_of(const MachiningJob& job) {
+std::string items_of(const nmk_job::MachiningJob& job) {
     std::string text;
-    for (const JobTool& tool : job.tools) {
-        for (const JobItem& item : tool.items) {
+    for (const nmk_job::JobTool& tool : job.tools) {
+        for (const nmk_job::JobItem& item : tool.items) {
             text += (text.empty() ? "" : " ") + point_text(item.start);
             text += item.end ? ">" + point_text(*item.end) : "";
         }
@@ -50,7 +50,7 @@ std::ostream& operator<<(std::ostream& out, const TableCase& table) { return out
 class csv_table : public testing::TestWithParam<TableCase> {};
 
 TEST_P(csv_table, gives_its_items) {
-    EXPECT_EQ(items_of(job_of(read(GetParam().text))), GetParam().items);
+    EXPECT_EQ(items_of(nmk_job::job_of(read(GetParam().text))), GetParam().items);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -73,7 +73,7 @@ INSTANTIATE_TEST_SUITE_P(
                     TableCase{"empty_rows_and_remarks", "\n# x\n1,2\n\n3,4\n", "1,2,0 3,4,0"},
                     TableCase{"no_last_line_end", "1,2", "1,2,0"},
                     TableCase{"only_a_header", "x,y\n", ""}, TableCase{"nothing", "", ""}),
-    CaseName());
+    nmk_job::CaseName());
 
 struct RefusedTable {
     const char* name;
@@ -86,7 +86,8 @@ std::ostream& operator<<(std::ostream& out, const RefusedTable& table) { return 
 class csv_refusal : public testing::TestWithParam<RefusedTable> {};
 
 TEST_P(csv_refusal, names_the_line_and_the_reason) {
-    EXPECT_EQ(error_of(read(GetParam().text)), std::string("holes.csv:") + GetParam().error);
+    EXPECT_EQ(nmk_job::error_of(read(GetParam().text)),
+              std::string("holes.csv:") + GetParam().error);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -139,28 +140,29 @@ INSTANTIATE_TEST_SUITE_P(
         RefusedTable{"half_an_end", "1,2,3,4,,\n",
                      "1: cannot read \"\" in column 5; expected a number from -1e9 to 1e9 with a "
                      "decimal point"}),
-    CaseName());
+    nmk_job::CaseName());
 
 TEST(csv_reader, scales_inches) {
-    const MachiningJob job = job_of(read_csv("holes.csv", "1,2\n", JobUnits::inches));
+    const nmk_job::MachiningJob job =
+        nmk_job::job_of(read_csv("holes.csv", "1,2\n", nmk_job::JobUnits::inches));
     EXPECT_EQ(items_of(job), "25.4,50.8,0");
 }
 
 TEST(csv_reader, survives_every_prefix_of_a_good_file) {
     for (const char* name : {"points.csv", "lines.csv", "semicolons.csv", "tabs.csv"}) {
-        read_every_prefix(
-            bytes_of_file(std::string(NMK_CASES_DIR "/csv/") + name),
+        nmk_job::read_every_prefix(
+            nmk_job::bytes_of_file(std::string(NMK_CASES_DIR "/csv/") + name),
             [](std::string text) { return read_csv("a.csv", std::move(text), std::nullopt); });
     }
 }
 
 void expect_numbers_with_points() {
-    const MachiningJob job = job_of(read("1234.5,2.25\n"));
-    ASSERT_EQ(item_count(job), 1U);
+    const nmk_job::MachiningJob job = nmk_job::job_of(read("1234.5,2.25\n"));
+    ASSERT_EQ(nmk_job::item_count(job), 1U);
     EXPECT_EQ(job.tools[0].items[0].start.x, 1234.5);
     EXPECT_EQ(job.tools[0].items[0].start.y, 2.25);
-    const auto json = job_text(job, "a.json");
-    EXPECT_NE(std::get<std::string>(json).find("[1234.5, 2.25, 0]"), std::string::npos);
+    const auto json = nmk_job_files::job_text(job, "a.json");
+    EXPECT_NE(json->find("[1234.5, 2.25, 0]"), std::string::npos);
 }
 
 TEST(csv_reader, reads_decimal_points_in_a_locale_of_decimal_commas) {
@@ -169,41 +171,43 @@ TEST(csv_reader, reads_decimal_points_in_a_locale_of_decimal_commas) {
     expect_numbers_with_points();
 }
 
-std::string written(const MachiningJob& job) { return write_csv(job); }
+std::string written(const nmk_job::MachiningJob& job) { return write_csv(job); }
 
 TEST(csv_writer, keeps_the_letters_of_the_table) {
     const std::string text = "x;y\r\n1.50;2e1\r\n3;4.0\r\n";
-    EXPECT_EQ(written(job_of(read(text))), text);
+    EXPECT_EQ(written(nmk_job::job_of(read(text))), text);
 }
 
 TEST(csv_writer, turns_lines_and_leaves_points_among_them) {
-    MachiningJob job = job_of(read("x,y,z,x2,y2,z2\n1,2,3,4,5,6\n7,8,9,,,\n"));
+    nmk_job::MachiningJob job = nmk_job::job_of(read("x,y,z,x2,y2,z2\n1,2,3,4,5,6\n7,8,9,,,\n"));
     std::swap(job.tools[0].items[0], job.tools[0].items[1]);
     job.tools[0].items[1].reversed = true;
     EXPECT_EQ(written(job), "x,y,z,x2,y2,z2\n7,8,9,,,\n4,5,6,1,2,3\n");
 }
 
 TEST(csv_writer, writes_nothing_that_could_be_taken_for_a_separator) {
-    MachiningJob job = job_of(read("1,24,5,6,5,62\t\n"));
+    nmk_job::MachiningJob job = nmk_job::job_of(read("1,24,5,6,5,62\t\n"));
     job.tools[0].items[0].reversed = true;
     EXPECT_EQ(written(job), "6,5,62,1,24,5\n");
 }
 
 TEST(csv_writer, writes_inches_as_the_table_has_them) {
-    const MachiningJob job = job_of(read_csv("holes.csv", "0.1,0.3\n", JobUnits::inches));
+    const nmk_job::MachiningJob job =
+        nmk_job::job_of(read_csv("holes.csv", "0.1,0.3\n", nmk_job::JobUnits::inches));
     EXPECT_EQ(written(job), "0.1,0.3\n");
 }
 
 TEST(csv_writer, makes_a_table_of_a_drill_file_that_reads_as_the_same_cuts) {
     const std::string path = NMK_SOURCE_DIR "/samples/cover_plate.drl";
-    const MachiningJob job = shuffled(job_of(read_job_file(path, std::nullopt)), 7);
-    const auto text = job_text(job, "plate.csv");
-    const MachiningJob table = job_of(read(std::get<std::string>(text)));
-    ASSERT_EQ(item_count(table), item_count(job));
+    const nmk_job::MachiningJob job =
+        nmk_job::shuffled(nmk_job::job_of(nmk_job_files::read_job_file(path, std::nullopt)), 7);
+    const auto text = nmk_job_files::job_text(job, "plate.csv");
+    const nmk_job::MachiningJob table = nmk_job::job_of(read(*text));
+    ASSERT_EQ(nmk_job::item_count(table), nmk_job::item_count(job));
     std::size_t i = 0;
-    for (const JobTool& tool : job.tools) {
-        for (const JobItem& item : tool.items) {
-            const JobItem& same = table.tools.at(0).items[i++];
+    for (const nmk_job::JobTool& tool : job.tools) {
+        for (const nmk_job::JobItem& item : tool.items) {
+            const nmk_job::JobItem& same = table.tools.at(0).items[i++];
             EXPECT_EQ(same.start, item.entry());
             EXPECT_EQ(same.end.value_or(same.start), item.exit());
         }
@@ -211,4 +215,4 @@ TEST(csv_writer, makes_a_table_of_a_drill_file_that_reads_as_the_same_cuts) {
 }
 
 }  // namespace
-}  // namespace nmk_app
+}  // namespace nmk_csv

@@ -10,13 +10,13 @@
 
 #include "app/formats/job/job_fixtures.h"
 
-namespace nmk_app {
+namespace nmk_excellon {
 namespace {
 
-constexpr ExcellonFormat inch_trailing{JobUnits::inches, KeptZeros::trailing, 2, 4};
-constexpr ExcellonFormat inch_leading{JobUnits::inches, KeptZeros::leading, 2, 4};
-constexpr ExcellonFormat metric_trailing{JobUnits::millimetres, KeptZeros::trailing, 3, 3};
-constexpr ExcellonFormat metric_leading{JobUnits::millimetres, KeptZeros::leading, 3, 3};
+constexpr ExcellonFormat inch_trailing{nmk_job::JobUnits::inches, KeptZeros::trailing, 2, 4};
+constexpr ExcellonFormat inch_leading{nmk_job::JobUnits::inches, KeptZeros::leading, 2, 4};
+constexpr ExcellonFormat metric_trailing{nmk_job::JobUnits::millimetres, KeptZeros::trailing, 3, 3};
+constexpr ExcellonFormat metric_leading{nmk_job::JobUnits::millimetres, KeptZeros::leading, 3, 3};
 
 struct NumberCase {
     const char* name;
@@ -73,13 +73,13 @@ INSTANTIATE_TEST_SUITE_P(
                    "00000000000000000000000000000000000000000000000000"
                    "00000000000000000000000000000000000000000000000000",
                    inch_trailing, std::nullopt}),
-    CaseName());
+    nmk_job::CaseName());
 
 TEST(excellon_number_text, reads_as_the_same_value_in_every_format) {
     const unsigned seed = 20;
     std::mt19937_64 random(seed);
-    std::uniform_int_distribution<std::int64_t> any(-largest_excellon_coordinate,
-                                                    largest_excellon_coordinate);
+    std::uniform_int_distribution<std::int64_t> any(-max_excellon_coordinate,
+                                                    max_excellon_coordinate);
     for (const ExcellonFormat& format :
          {inch_trailing, inch_leading, metric_trailing, metric_leading}) {
         for (int i = 0; i < 20000; ++i) {
@@ -109,9 +109,9 @@ TEST(excellon_number_text, takes_a_point_where_the_format_has_too_few_digits) {
 }
 
 TEST(excellon_millimetres, of_an_inch_are_exactly_those_of_its_decimals) {
-    EXPECT_EQ(excellon_millimetres(1'000'000'000, JobUnits::inches), 25.4);
-    EXPECT_EQ(excellon_millimetres(100'000'000, JobUnits::inches), 2.54);
-    EXPECT_EQ(excellon_millimetres(12'345'000'000, JobUnits::millimetres), 12.345);
+    EXPECT_EQ(excellon_millimetres(1'000'000'000, nmk_job::JobUnits::inches), 25.4);
+    EXPECT_EQ(excellon_millimetres(100'000'000, nmk_job::JobUnits::inches), 2.54);
+    EXPECT_EQ(excellon_millimetres(12'345'000'000, nmk_job::JobUnits::millimetres), 12.345);
 }
 
 TEST(kept_zeros_of, is_told_by_the_ends_of_the_numbers) {
@@ -125,4 +125,4 @@ TEST(kept_zeros_of, is_told_by_the_ends_of_the_numbers) {
 }
 
 }  // namespace
-}  // namespace nmk_app
+}  // namespace nmk_excellon

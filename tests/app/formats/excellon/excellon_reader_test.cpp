@@ -12,21 +12,21 @@
 #include "formats/excellon/excellon_parser.h"
 #include "formats/job_files/read_job.h"
 
-namespace nmk_app {
+namespace nmk_excellon {
 namespace {
 
 const std::string metric_header = "M48\nMETRIC,TZ\nT1C1.0\nT2C2.0\n%\n";
 
-std::variant<MachiningJob, JobError> read(const std::string& text) {
+nmk_text::Result<nmk_job::MachiningJob> read(const std::string& text) {
     return read_excellon("plate.drl", text, std::nullopt);
 }
 
 /// "T1 1,2 3,4>5,6 T2 ...": the cuts in millimetres, for comparison.
-std::string cuts_of(const MachiningJob& job) {
+std::string cuts_of(const nmk_job::MachiningJob& job) {
     std::ostringstream text;
-    for (const JobTool& tool : job.tools) {
+    for (const nmk_job::JobTool& tool : job.tools) {
         text << (text.tellp() > 0 ? " " : "") << tool.name;
-        for (const JobItem& item : tool.items) {
+        for (const nmk_job::JobItem& item : tool.items) {
             text << " " << item.start.x << "," << item.start.y;
             if (item.end) {
                 text << ">" << item.end->x << "," << item.end->y;
@@ -49,7 +49,7 @@ std::ostream& operator<<(std::ostream& out, const ProgramCase& program) {
 class excellon_program : public testing::TestWithParam<ProgramCase> {};
 
 TEST_P(excellon_program, cuts_what_its_words_say) {
-    EXPECT_EQ(cuts_of(job_of(read(GetParam().text))), GetParam().cuts);
+    EXPECT_EQ(cuts_of(nmk_job::job_of(read(GetParam().text))), GetParam().cuts);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -119,7 +119,7 @@ INSTANTIATE_TEST_SUITE_P(
         ProgramCase{"no_holes", metric_header + "T1\nM30\n", ""},
         ProgramCase{"text_behind_the_end", metric_header + "T1\nX1000\nM30\n;LEADER\nblah\n",
                     "T1 1,0"}),
-    CaseName());
+    nmk_job::CaseName());
 
 struct RefusedCase {
     const char* name;
@@ -134,7 +134,8 @@ std::ostream& operator<<(std::ostream& out, const RefusedCase& refused) {
 class excellon_refusal : public testing::TestWithParam<RefusedCase> {};
 
 TEST_P(excellon_refusal, names_the_line_and_the_reason) {
-    EXPECT_EQ(error_of(read(GetParam().text)), std::string("plate.drl:") + GetParam().error);
+    EXPECT_EQ(nmk_job::error_of(read(GetParam().text)),
+              std::string("plate.drl:") + GetParam().error);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -231,28 +232,31 @@ INSTANTIATE_TEST_SUITE_P(
                     "1: cannot read \"\\x7fELF\\x02\\x01\\x01\" in a drill program"},
         RefusedCase{"a_tool_number_past_all_bounds", metric_header + "T99999999999\n",
                     "6: cannot read the tool number \"99999999999\""}),
-    CaseName());
+    nmk_job::CaseName());
 
 TEST(excellon_reader, takes_the_units_it_is_given_only_where_the_file_states_none) {
     const std::string holes = "%\nT1\nX1000Y1000\nM30\n";
-    const auto metric = JobUnits::millimetres;
-    const MachiningJob unstated = job_of(read_excellon("a.drl", "M48\nT1C1\n" + holes, metric));
+    const auto metric = nmk_job::JobUnits::millimetres;
+    const nmk_job::MachiningJob unstated =
+        nmk_job::job_of(read_excellon("a.drl", "M48\nT1C1\n" + holes, metric));
     EXPECT_EQ(cuts_of(unstated), "T1 1,1");
-    EXPECT_EQ(unstated.units, JobUnits::millimetres);
+    EXPECT_EQ(unstated.units, nmk_job::JobUnits::millimetres);
     EXPECT_EQ(unstated.tools.at(0).diameter, 1.0);
-    const MachiningJob stated = job_of(read_excellon("a.drl", "M48\nINCH\nT1C1\n" + holes, metric));
+    const nmk_job::MachiningJob stated =
+        nmk_job::job_of(read_excellon("a.drl", "M48\nINCH\nT1C1\n" + holes, metric));
     EXPECT_EQ(cuts_of(stated), "T1 2.54,2.54");
 }
 
 TEST(excellon_reader, gives_diameters_in_millimetres) {
-    const MachiningJob job =
-        job_of(read("M48\nINCH,TZ\nT1C0.1\nT2F00S00\n%\nT2\nX1\nT1\nX2\nM30\n"));
+    const nmk_job::MachiningJob job =
+        nmk_job::job_of(read("M48\nINCH,TZ\nT1C0.1\nT2F00S00\n%\nT2\nX1\nT1\nX2\nM30\n"));
     EXPECT_EQ(job.tools.at(0).diameter, std::nullopt);
     EXPECT_DOUBLE_EQ(job.tools.at(1).diameter.value_or(0.0), 2.54);
 }
 
 TEST(excellon_reader, numbers_the_items_as_they_stand_in_the_file) {
-    const MachiningJob job = job_of(read(metric_header + "T1\nX1\nT2\nX2\nR2X1\nT1\nX3\nM30\n"));
+    const nmk_job::MachiningJob job =
+        nmk_job::job_of(read(metric_header + "T1\nX1\nT2\nX2\nR2X1\nT1\nX3\nM30\n"));
     ASSERT_EQ(job.tools.size(), 2U);
     EXPECT_EQ(job.tools[0].items.at(1).source_index, 4U);
     EXPECT_EQ(job.tools[1].items.at(2).source_index, 3U);
@@ -261,8 +265,8 @@ TEST(excellon_reader, numbers_the_items_as_they_stand_in_the_file) {
 TEST(excellon_reader, survives_every_prefix_of_a_good_file) {
     for (const char* name : {"metric_decimal_slots.drl", "inch_leading.drl", "repeats.drl",
                              "increments.drl", "two_headers.drl", "remarks.drl"}) {
-        read_every_prefix(
-            bytes_of_file(std::string(NMK_CASES_DIR "/excellon/") + name),
+        nmk_job::read_every_prefix(
+            nmk_job::bytes_of_file(std::string(NMK_CASES_DIR "/excellon/") + name),
             [](std::string text) { return read_excellon("a.drl", std::move(text), std::nullopt); });
     }
 }
@@ -273,7 +277,7 @@ TEST(excellon_reader, takes_two_million_holes) {
         text += "X" + std::to_string(i % 100'000) + "Y" + std::to_string(i / 1000) + "\n";
     }
     text += "M30\n";
-    EXPECT_EQ(item_count(job_of(read(text))), 2'000'000U);
+    EXPECT_EQ(nmk_job::item_count(nmk_job::job_of(read(text))), 2'000'000U);
 }
 
 TEST(excellon_reader, refuses_more_holes_than_it_can_hold) {
@@ -281,17 +285,17 @@ TEST(excellon_reader, refuses_more_holes_than_it_can_hold) {
     GTEST_SKIP() << "five million holes take half a minute without optimisation";
 #endif
     std::string text = metric_header + "T1\n";
-    for (std::size_t i = 0; i <= most_items; ++i) {
+    for (std::size_t i = 0; i <= nmk_job::max_items; ++i) {
         text += "X1\n";
     }
-    EXPECT_EQ(error_of(read(text)), "plate.drl:" + std::to_string(most_items + 7) +
-                                        ": more than 5000000 holes and slots");
+    EXPECT_EQ(nmk_job::error_of(read(text)), "plate.drl:" + std::to_string(nmk_job::max_items + 7) +
+                                                 ": more than 5000000 holes and slots");
 }
 
 struct RealFile {
     const char* name;
     PlainFormat format;
-    JobUnits units;
+    nmk_job::JobUnits units;
     std::size_t tools;
 };
 
@@ -302,14 +306,15 @@ TEST_P(real_drill_file, reads_as_a_plain_reading_does) {
     if (!std::filesystem::exists(path)) {
         GTEST_SKIP() << path << " is not there";
     }
-    const MachiningJob job = job_of(read_job_file(path, std::nullopt));
+    const nmk_job::MachiningJob job =
+        nmk_job::job_of(nmk_job_files::read_job_file(path, std::nullopt));
     EXPECT_EQ(job.units, GetParam().units);
     EXPECT_EQ(job.tools.size(), GetParam().tools);
-    const double unit = job.units == JobUnits::inches ? 25.4 : 1.0;
+    const double unit = job.units == nmk_job::JobUnits::inches ? 25.4 : 1.0;
     std::vector<PlainCut> cuts;
-    for (const JobTool& tool : job.tools) {
+    for (const nmk_job::JobTool& tool : job.tools) {
         EXPECT_TRUE(tool.diameter.has_value());
-        for (const JobItem& item : tool.items) {
+        for (const nmk_job::JobItem& item : tool.items) {
             const auto fixed = [&](double value) { return std::llround(value / unit * 1e5); };
             const giPoint3 end = item.end.value_or(item.start);
             PlainCut cut{std::atoi(tool.name.c_str() + 1), fixed(item.start.x), fixed(item.start.y),
@@ -321,7 +326,8 @@ TEST_P(real_drill_file, reads_as_a_plain_reading_does) {
             cuts.push_back(cut);
         }
     }
-    const std::vector<PlainCut> plain = PlainExcellon(GetParam().format).read(bytes_of_file(path));
+    const std::vector<PlainCut> plain =
+        PlainExcellon(GetParam().format).read(nmk_job::bytes_of_file(path));
     EXPECT_EQ(cuts.size(), plain.size());
     EXPECT_EQ(PlainExcellon::sorted(cuts), PlainExcellon::sorted(plain));
 }
@@ -333,16 +339,16 @@ constexpr PlainFormat metric_lz{false, 3, 3};
 
 INSTANTIATE_TEST_SUITE_P(
     files, real_drill_file,
-    testing::Values(RealFile{"gerbv_ekf2_drill0.exc", inch_tz, JobUnits::inches, 12},
-                    RealFile{"gerbv_nolle.ncd", metric_tz, JobUnits::millimetres, 6},
-                    RealFile{"gerbv_protel_SE_SG.txt", inch_lz_2_3, JobUnits::inches, 10},
-                    RealFile{"gerbv_repeat.exc", inch_tz, JobUnits::inches, 1},
-                    RealFile{"gerbv_tz.exc", metric_lz, JobUnits::millimetres, 8},
-                    RealFile{"p2g_multivibrator.drl", metric_tz, JobUnits::millimetres, 2},
-                    RealFile{"p2g_slots.drl", metric_tz, JobUnits::millimetres, 3},
-                    RealFile{"ts_arduino-uno.drd", inch_tz, JobUnits::inches, 6},
-                    RealFile{"ts_core.TXT", inch_tz, JobUnits::inches, 3}),
-    CaseName());
+    testing::Values(RealFile{"gerbv_ekf2_drill0.exc", inch_tz, nmk_job::JobUnits::inches, 12},
+                    RealFile{"gerbv_nolle.ncd", metric_tz, nmk_job::JobUnits::millimetres, 6},
+                    RealFile{"gerbv_protel_SE_SG.txt", inch_lz_2_3, nmk_job::JobUnits::inches, 10},
+                    RealFile{"gerbv_repeat.exc", inch_tz, nmk_job::JobUnits::inches, 1},
+                    RealFile{"gerbv_tz.exc", metric_lz, nmk_job::JobUnits::millimetres, 8},
+                    RealFile{"p2g_multivibrator.drl", metric_tz, nmk_job::JobUnits::millimetres, 2},
+                    RealFile{"p2g_slots.drl", metric_tz, nmk_job::JobUnits::millimetres, 3},
+                    RealFile{"ts_arduino-uno.drd", inch_tz, nmk_job::JobUnits::inches, 6},
+                    RealFile{"ts_core.TXT", inch_tz, nmk_job::JobUnits::inches, 3}),
+    nmk_job::CaseName());
 
 TEST(real_drill_files, that_rout_are_refused_with_their_line) {
     for (const char* name : {"ts_linear-route.drl", "ts_arc-route.drl"}) {
@@ -350,10 +356,11 @@ TEST(real_drill_files, that_rout_are_refused_with_their_line) {
         if (!std::filesystem::exists(path)) {
             GTEST_SKIP() << path << " is not there";
         }
-        EXPECT_NE(error_of(read_job_file(path, std::nullopt)).find(":7: routed path (G00)"),
+        EXPECT_NE(nmk_job::error_of(nmk_job_files::read_job_file(path, std::nullopt))
+                      .find(":7: routed path (G00)"),
                   std::string::npos);
     }
 }
 
 }  // namespace
-}  // namespace nmk_app
+}  // namespace nmk_excellon

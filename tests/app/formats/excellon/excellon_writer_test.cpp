@@ -12,26 +12,26 @@
 #include "formats/job_files/read_job.h"
 #include "formats/job_files/write_job.h"
 
-namespace nmk_app {
+namespace nmk_excellon {
 namespace {
 
-std::string written(const MachiningJob& job) {
+std::string written(const nmk_job::MachiningJob& job) {
     const auto text = write_excellon(job);
-    if (const JobError* error = std::get_if<JobError>(&text)) {
-        return "error " + error->text();
+    if (!text) {
+        return "error " + text.error().text();
     }
-    return std::get<std::string>(text);
+    return *text;
 }
 
-MachiningJob job_of_text(const std::string& text) {
-    return job_of(read_excellon("plate.drl", text, std::nullopt));
+nmk_job::MachiningJob job_of_text(const std::string& text) {
+    return nmk_job::job_of(read_excellon("plate.drl", text, std::nullopt));
 }
 
-MachiningJob backwards(MachiningJob job) {
+nmk_job::MachiningJob backwards(nmk_job::MachiningJob job) {
     std::reverse(job.tools.begin(), job.tools.end());
-    for (JobTool& tool : job.tools) {
+    for (nmk_job::JobTool& tool : job.tools) {
         std::reverse(tool.items.begin(), tool.items.end());
-        for (JobItem& item : tool.items) {
+        for (nmk_job::JobItem& item : tool.items) {
             item.reversed = item.end.has_value();
         }
     }
@@ -117,32 +117,32 @@ TEST(excellon_writer, moves_a_second_header_before_the_first_tool) {
 
 TEST(excellon_writer, takes_a_tool_up_again_where_the_order_comes_back_to_it) {
     const std::string head = "M48\nMETRIC,TZ\nT1C1.0\nT2C2.0\n%\n";
-    MachiningJob job = job_of_text(head + "T1\nX1Y1\nX2Y2\nT2\nX3Y3\nM30\n");
-    JobTool second_run{"T1", 1.0, {job.tools[0].items[1]}};
+    nmk_job::MachiningJob job = job_of_text(head + "T1\nX1Y1\nX2Y2\nT2\nX3Y3\nM30\n");
+    nmk_job::JobTool second_run{"T1", 1.0, {job.tools[0].items[1]}};
     job.tools[0].items.pop_back();
     job.tools.push_back(second_run);
     EXPECT_EQ(written(job), head + "T1\nX1Y1\nT2\nX3Y3\nT1\nX2Y2\nM30\n");
 }
 
 TEST(excellon_writer, refuses_an_order_that_is_no_order_of_the_file) {
-    const MachiningJob job =
+    const nmk_job::MachiningJob job =
         job_of_text("M48\nMETRIC,TZ\nT1C1.0\nT2C1.0\n%\nT1\nX1Y1\nX2Y2\nT2\nX3Y3\nM30\n");
-    MachiningJob lost = job;
+    nmk_job::MachiningJob lost = job;
     lost.tools[0].items.pop_back();
     EXPECT_EQ(written(lost), "error plate.drl: the order leaves out 1 of 3 items");
-    MachiningJob doubled = job;
+    nmk_job::MachiningJob doubled = job;
     doubled.tools[0].items[1] = doubled.tools[0].items[0];
     EXPECT_EQ(written(doubled),
               "error plate.drl: item 0 of the order is not in the file or stands "
               "twice in the order");
-    MachiningJob swapped = job;
+    nmk_job::MachiningJob swapped = job;
     std::swap(swapped.tools[0].name, swapped.tools[1].name);
     EXPECT_EQ(written(swapped),
               "error plate.drl: item 0 is ordered with T2, which does not cut it");
-    MachiningJob turned = job;
+    nmk_job::MachiningJob turned = job;
     turned.tools[0].items[0].reversed = true;
     EXPECT_EQ(written(turned), "error plate.drl: item 0 is turned but has no end");
-    MachiningJob moved = job;
+    nmk_job::MachiningJob moved = job;
     moved.tools[0].items[0].start.x += 1.0;
     EXPECT_EQ(written(moved), "error plate.drl: its holes cannot be written in another order");
 }
@@ -172,12 +172,13 @@ TEST_P(written_drill_file, holds_every_cut_once_by_a_plain_reading) {
     if (!std::filesystem::exists(path)) {
         GTEST_SKIP() << path << " is not there";
     }
-    const std::string before = bytes_of_file(path);
+    const std::string before = nmk_job::bytes_of_file(path);
     const auto plain_before = PlainExcellon(GetParam().format).read(before);
-    const MachiningJob job = job_of(read_job_file(path, std::nullopt));
-    ASSERT_EQ(item_count(job), plain_before.size());
+    const nmk_job::MachiningJob job =
+        nmk_job::job_of(nmk_job_files::read_job_file(path, std::nullopt));
+    ASSERT_EQ(nmk_job::item_count(job), plain_before.size());
     for (unsigned seed = 1; seed <= 5; ++seed) {
-        const std::string after = written(shuffled(job, seed));
+        const std::string after = written(nmk_job::shuffled(job, seed));
         const auto plain_after = PlainExcellon(GetParam().format).read(after);
         EXPECT_NE(plain_after, plain_before) << "seed " << seed;
         EXPECT_EQ(PlainExcellon::sorted(plain_after), PlainExcellon::sorted(plain_before))
@@ -197,7 +198,7 @@ INSTANTIATE_TEST_SUITE_P(files, written_drill_file,
                                          WrittenFile{"p2g_slots.drl", {true, 3, 3}},
                                          WrittenFile{"ts_arduino-uno.drd", {true, 2, 4}},
                                          WrittenFile{"ts_core.TXT", {true, 2, 4}}),
-                         CaseName());
+                         nmk_job::CaseName());
 
 /// A random program of all that can be ordered, and its number format.
 std::string random_program(unsigned seed, PlainFormat& format) {
@@ -251,8 +252,8 @@ TEST(excellon_writer, writes_random_programs_in_random_orders) {
     for (unsigned seed = 1; seed <= 500; ++seed) {
         PlainFormat format;
         const std::string before = random_program(seed, format);
-        const MachiningJob job = job_of_text(before);
-        const std::string after = written(shuffled(job, seed));
+        const nmk_job::MachiningJob job = job_of_text(before);
+        const std::string after = written(nmk_job::shuffled(job, seed));
         ASSERT_EQ(PlainExcellon::sorted(PlainExcellon(format).read(after)),
                   PlainExcellon::sorted(PlainExcellon(format).read(before)))
             << "seed " << seed << "\n"
@@ -262,4 +263,4 @@ TEST(excellon_writer, writes_random_programs_in_random_orders) {
 }
 
 }  // namespace
-}  // namespace nmk_app
+}  // namespace nmk_excellon

@@ -11,12 +11,11 @@
 #include <memory>
 #include <random>
 #include <string>
-#include <variant>
 #include <vector>
 
 #include "formats/job/machining_job.h"
 
-namespace nmk_app {
+namespace nmk_job {
 
 inline std::string bytes_of_file(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
@@ -25,17 +24,17 @@ inline std::string bytes_of_file(const std::filesystem::path& path) {
 }
 
 /// The job, or a failure that shows the error and an empty job.
-inline MachiningJob job_of(const std::variant<MachiningJob, JobError>& result) {
-    if (const JobError* error = std::get_if<JobError>(&result)) {
-        ADD_FAILURE() << error->text();
+inline MachiningJob job_of(const nmk_text::Result<MachiningJob>& result) {
+    if (!result) {
+        ADD_FAILURE() << result.error().text();
         return {};
     }
-    return std::get<MachiningJob>(result);
+    return *result;
 }
 
 /// The text of the error, or "" where the file was read.
-inline std::string error_of(const std::variant<MachiningJob, JobError>& result) {
-    const JobError* error = std::get_if<JobError>(&result);
+inline std::string error_of(const nmk_text::Result<MachiningJob>& result) {
+    const nmk_text::Error* error = result ? nullptr : &result.error();
     return error == nullptr ? "" : error->text();
 }
 
@@ -79,12 +78,12 @@ void read_every_prefix(const std::string& text, Read read) {
     for (std::size_t length = 0; length <= text.size(); ++length) {
         std::string prefix(text, 0, length);
         prefix.shrink_to_fit();
-        const std::variant<MachiningJob, JobError> result = read(std::move(prefix));
-        if (const JobError* error = std::get_if<JobError>(&result)) {
-            ASSERT_FALSE(error->message.empty()) << "prefix of " << length << " bytes";
-            ASSERT_EQ(error->message.find('\n'), std::string::npos);
+        const nmk_text::Result<MachiningJob> result = read(std::move(prefix));
+        if (!result) {
+            ASSERT_FALSE(result.error().message.empty()) << "prefix of " << length << " bytes";
+            ASSERT_EQ(result.error().message.find('\n'), std::string::npos);
         }
     }
 }
 
-}  // namespace nmk_app
+}  // namespace nmk_job

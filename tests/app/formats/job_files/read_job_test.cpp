@@ -13,14 +13,14 @@
 #include "files/read_whole_file.h"
 #include "scratch_folder.h"
 
-namespace nmk_app {
+namespace nmk_job_files {
 namespace {
 
 struct FormatCase {
     const char* name;
     const char* file_name;
     const char* text;
-    JobFormat format;
+    nmk_job::JobFormat format;
     std::size_t items;
 };
 
@@ -29,83 +29,86 @@ std::ostream& operator<<(std::ostream& out, const FormatCase& format) { return o
 class job_format : public testing::TestWithParam<FormatCase> {};
 
 TEST_P(job_format, is_told_by_content_and_name) {
-    const MachiningJob job =
-        job_of(read_job_text(GetParam().file_name, GetParam().text, std::nullopt));
+    const nmk_job::MachiningJob job =
+        nmk_job::job_of(read_job_text(GetParam().file_name, GetParam().text, std::nullopt));
     EXPECT_EQ(job.format, GetParam().format);
-    EXPECT_EQ(item_count(job), GetParam().items);
+    EXPECT_EQ(nmk_job::item_count(job), GetParam().items);
     EXPECT_EQ(job.text, GetParam().text);
     EXPECT_EQ(job.file_name, GetParam().file_name);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     files, job_format,
-    testing::Values(FormatCase{"a_drill_file_by_content", "a", "M48\nT1C1\n%\nT1\nX1Y1\n",
-                               JobFormat::excellon, 1},
-                    FormatCase{"a_drill_file_named_as_text", "a.txt", "%\nM48\nT1C1\n%\nT1\nX1\n",
-                               JobFormat::excellon, 1},
-                    FormatCase{"a_drill_file_behind_a_byte_order_mark", "a",
-                               "\xef\xbb\xbfM48\nT1C1\n%\nT1\nX1Y1\n", JobFormat::excellon, 1},
-                    FormatCase{"an_instance_behind_a_byte_order_mark", "a",
-                               "\xef\xbb\xbfNAME: a\nDIMENSION: 1\nNODE_COORD_SECTION\n1 2 3\n",
-                               JobFormat::tsplib, 1},
-                    FormatCase{"a_table_behind_a_byte_order_mark", "a",
-                               "\xef\xbb\xbf"
-                               "1,2\n",
-                               JobFormat::csv, 1},
-                    FormatCase{"a_table_by_content", "a", "1,2\n", JobFormat::csv, 1},
-                    FormatCase{"a_table_named_as_text", "a.txt", "1,2\n3,4\n", JobFormat::csv, 2},
-                    FormatCase{"a_table_with_a_header", "a", "X;Y\n3;4\n", JobFormat::csv, 1},
-                    FormatCase{"a_table_by_name", "a.CSV", "left,top\n3,4\n", JobFormat::csv, 1},
-                    FormatCase{"an_instance_by_content", "a",
-                               "NAME : a\nDIMENSION : 1\nNODE_COORD_SECTION\n1 0 0\n",
-                               JobFormat::tsplib, 1},
-                    FormatCase{"an_empty_drill_file", "a.drl", "", JobFormat::excellon, 0},
-                    FormatCase{"an_empty_table", "a.csv", "", JobFormat::csv, 0}),
-    CaseName());
+    testing::Values(
+        FormatCase{"a_drill_file_by_content", "a", "M48\nT1C1\n%\nT1\nX1Y1\n",
+                   nmk_job::JobFormat::excellon, 1},
+        FormatCase{"a_drill_file_named_as_text", "a.txt", "%\nM48\nT1C1\n%\nT1\nX1\n",
+                   nmk_job::JobFormat::excellon, 1},
+        FormatCase{"a_drill_file_behind_a_byte_order_mark", "a",
+                   "\xef\xbb\xbfM48\nT1C1\n%\nT1\nX1Y1\n", nmk_job::JobFormat::excellon, 1},
+        FormatCase{"an_instance_behind_a_byte_order_mark", "a",
+                   "\xef\xbb\xbfNAME: a\nDIMENSION: 1\nNODE_COORD_SECTION\n1 2 3\n",
+                   nmk_job::JobFormat::tsplib, 1},
+        FormatCase{"a_table_behind_a_byte_order_mark", "a",
+                   "\xef\xbb\xbf"
+                   "1,2\n",
+                   nmk_job::JobFormat::csv, 1},
+        FormatCase{"a_table_by_content", "a", "1,2\n", nmk_job::JobFormat::csv, 1},
+        FormatCase{"a_table_named_as_text", "a.txt", "1,2\n3,4\n", nmk_job::JobFormat::csv, 2},
+        FormatCase{"a_table_with_a_header", "a", "X;Y\n3;4\n", nmk_job::JobFormat::csv, 1},
+        FormatCase{"a_table_by_name", "a.CSV", "left,top\n3,4\n", nmk_job::JobFormat::csv, 1},
+        FormatCase{"an_instance_by_content", "a",
+                   "NAME : a\nDIMENSION : 1\nNODE_COORD_SECTION\n1 0 0\n",
+                   nmk_job::JobFormat::tsplib, 1},
+        FormatCase{"an_empty_drill_file", "a.drl", "", nmk_job::JobFormat::excellon, 0},
+        FormatCase{"an_empty_table", "a.csv", "", nmk_job::JobFormat::csv, 0}),
+    nmk_job::CaseName());
 
 TEST(read_job_text, refuses_what_it_cannot_tell) {
-    EXPECT_EQ(error_of(read_job_text("a", "hello\n", std::nullopt)),
-              "a: is no drill file, table (x,y) or TSPLIB instance that can be told");
-    EXPECT_EQ(error_of(read_job_text("a", "", std::nullopt)),
-              "a: is no drill file, table (x,y) or TSPLIB instance that can be told");
+    EXPECT_EQ(nmk_job::error_of(read_job_text("a", "hello\n", std::nullopt)),
+              "a: unknown format; expected a drill file, a table x,y or a TSPLIB instance");
+    EXPECT_EQ(nmk_job::error_of(read_job_text("a", "", std::nullopt)),
+              "a: unknown format; expected a drill file, a table x,y or a TSPLIB instance");
 }
 
 TEST(read_job_text, refuses_binary_files) {
-    EXPECT_EQ(error_of(read_job_text("a.drl", std::string("M48\n\0\n", 6), std::nullopt)),
+    EXPECT_EQ(nmk_job::error_of(read_job_text("a.drl", std::string("M48\n\0\n", 6), std::nullopt)),
               "a.drl:2: a zero byte; expected a text file");
 }
 
 TEST(read_job_text, tells_the_line_of_a_zero_byte_whatever_ends_the_lines) {
     for (const std::string end : {"\n", "\r\n", "\r"}) {
         const std::string text = "1,2" + end + end + "3" + std::string(1, '\0') + end + "5,6" + end;
-        EXPECT_EQ(error_of(read_job_text("a.csv", text, std::nullopt)),
+        EXPECT_EQ(nmk_job::error_of(read_job_text("a.csv", text, std::nullopt)),
                   "a.csv:3: a zero byte; expected a text file");
     }
-    EXPECT_EQ(error_of(read_job_text("a.csv", std::string(1, '\0'), std::nullopt)),
+    EXPECT_EQ(nmk_job::error_of(read_job_text("a.csv", std::string(1, '\0'), std::nullopt)),
               "a.csv:1: a zero byte; expected a text file");
 }
 
 TEST(read_job_text, refuses_an_endless_line) {
-    EXPECT_EQ(error_of(read_job_text("a.csv", "1,2\n" + std::string(longest_line + 1, '1'),
-                                     std::nullopt)),
-              "a.csv:2: a line longer than 65536 bytes; expected lines of text");
-    EXPECT_EQ(error_of(read_job_text("a.drl", ";" + std::string(longest_line - 1, '1') + "\r\n",
-                                     std::nullopt)),
+    EXPECT_EQ(
+        nmk_job::error_of(read_job_text(
+            "a.csv", "1,2\n" + std::string(nmk_files::max_line_length + 1, '1'), std::nullopt)),
+        "a.csv:2: a line longer than 65536 bytes; expected lines of text");
+    EXPECT_EQ(nmk_job::error_of(read_job_text(
+                  "a.drl", ";" + std::string(nmk_files::max_line_length - 1, '1') + "\r\n",
+                  std::nullopt)),
               "");
 }
 
 TEST(read_job_text, counts_lines_the_same_whatever_ends_them) {
-    const std::string line(longest_line + 1, '1');
+    const std::string line(nmk_files::max_line_length + 1, '1');
     for (const std::string end : {"\n", "\r\n", "\r"}) {
-        EXPECT_EQ(first_too_long_line("1" + end + end + "2" + end + line), 4U);
+        EXPECT_EQ(nmk_files::first_too_long_line("1" + end + end + "2" + end + line), 4U);
     }
 }
 
 TEST(read_job_file, names_what_is_wrong_with_the_file) {
     const ScratchFolder folder;
-    EXPECT_EQ(error_of(read_job_file("/no/such/file.drl", std::nullopt)),
+    EXPECT_EQ(nmk_job::error_of(read_job_file("/no/such/file.drl", std::nullopt)),
               "/no/such/file.drl: cannot be opened: No such file or directory");
-    EXPECT_EQ(error_of(read_job_file(folder.path(), std::nullopt)),
+    EXPECT_EQ(nmk_job::error_of(read_job_file(folder.path(), std::nullopt)),
               folder.path() + ": is a directory; expected a file");
 }
 
@@ -113,19 +116,19 @@ TEST(read_job_file, counts_a_line_that_two_reads_share_once) {
     // The first read ends within a line behind one that a carriage return ends.
     std::string text;
     for (int i = 0; i < 131071; ++i) text += "1\r";
-    text += "11\n" + std::string(longest_line + 1, '1');
+    text += "11\n" + std::string(nmk_files::max_line_length + 1, '1');
     const ScratchFolder folder;
     EXPECT_EQ(
-        error_of(read_job_file(folder.file("a.csv", text), std::nullopt)),
+        nmk_job::error_of(read_job_file(folder.file("a.csv", text), std::nullopt)),
         folder.path() + "/a.csv:131073: a line longer than 65536 bytes; expected lines of text");
-    EXPECT_EQ(first_too_long_line(text), 131073U);
+    EXPECT_EQ(nmk_files::first_too_long_line(text), 131073U);
 }
 
 TEST(read_job_file, refuses_a_huge_file_before_reading_it) {
     const ScratchFolder folder;
     const std::string name = folder.file("huge.drl", "M48\n");
     std::filesystem::resize_file(name, std::uintmax_t{1} << 40U);  // sparse
-    EXPECT_EQ(error_of(read_job_file(name, std::nullopt)),
+    EXPECT_EQ(nmk_job::error_of(read_job_file(name, std::nullopt)),
               name + ": larger than 256 MiB; no such file is read");
 }
 
@@ -135,7 +138,7 @@ TEST(read_job_file, refuses_one_line_of_a_hundred_megabytes_in_little_memory) {
     std::filesystem::resize_file(name, 100U << 20U);  // sparse: one line of zero bytes
     struct rusage before {};
     getrusage(RUSAGE_SELF, &before);
-    EXPECT_EQ(error_of(read_job_file(name, std::nullopt)),
+    EXPECT_EQ(nmk_job::error_of(read_job_file(name, std::nullopt)),
               name + ":2: a line longer than 65536 bytes; expected lines of text");
     struct rusage after {};
     getrusage(RUSAGE_SELF, &after);
@@ -143,17 +146,22 @@ TEST(read_job_file, refuses_one_line_of_a_hundred_megabytes_in_little_memory) {
 }
 
 TEST(read_job_file, refuses_an_endless_device) {
-    EXPECT_EQ(error_of(read_job_file("/dev/zero", std::nullopt)),
+    EXPECT_EQ(nmk_job::error_of(read_job_file("/dev/zero", std::nullopt)),
               "/dev/zero:1: a line longer than 65536 bytes; expected lines of text");
 }
 
 TEST(samples, are_read_with_their_counts) {
     const std::string folder = NMK_SOURCE_DIR "/samples/";
-    const MachiningJob plate = job_of(read_job_file(folder + "cover_plate.drl", std::nullopt));
+    const nmk_job::MachiningJob plate =
+        nmk_job::job_of(read_job_file(folder + "cover_plate.drl", std::nullopt));
     EXPECT_EQ(plate.tools.size(), 4U);
-    EXPECT_EQ(item_count(plate), 403U);
-    EXPECT_EQ(item_count(job_of(read_job_file(folder + "holes.csv", std::nullopt))), 13U);
-    EXPECT_EQ(item_count(job_of(read_job_file(folder + "slots.csv", std::nullopt))), 9U);
+    EXPECT_EQ(nmk_job::item_count(plate), 403U);
+    EXPECT_EQ(
+        nmk_job::item_count(nmk_job::job_of(read_job_file(folder + "holes.csv", std::nullopt))),
+        13U);
+    EXPECT_EQ(
+        nmk_job::item_count(nmk_job::job_of(read_job_file(folder + "slots.csv", std::nullopt))),
+        9U);
 }
 
 TEST(samples, of_the_cover_plate_are_what_its_script_makes) {
@@ -164,9 +172,9 @@ TEST(samples, of_the_cover_plate_are_what_its_script_makes) {
     const std::string script = folder.path() + "/make_cover_plate.py";
     std::filesystem::copy_file(NMK_SOURCE_DIR "/samples/make_cover_plate.py", script);
     ASSERT_EQ(std::system(("python3 '" + script + "'").c_str()), 0);
-    EXPECT_EQ(bytes_of_file(folder.path() + "/cover_plate.drl"),
-              bytes_of_file(NMK_SOURCE_DIR "/samples/cover_plate.drl"));
+    EXPECT_EQ(nmk_job::bytes_of_file(folder.path() + "/cover_plate.drl"),
+              nmk_job::bytes_of_file(NMK_SOURCE_DIR "/samples/cover_plate.drl"));
 }
 
 }  // namespace
-}  // namespace nmk_app
+}  // namespace nmk_job_files

@@ -6,23 +6,23 @@
 
 #include "app/formats/job/job_fixtures.h"
 
-namespace nmk_app {
+namespace nmk_job_files {
 namespace {
 
-MachiningJob one_hole() {
-    MachiningJob job;
+nmk_job::MachiningJob one_hole() {
+    nmk_job::MachiningJob job;
     job.file_name = "a \"b\".csv";
     job.text = "1,2\n";
     job.tools.push_back(
-        {"all", std::nullopt, {JobItem{giPoint3(1, 2, 0), std::nullopt, 0, false}}});
+        {"all", std::nullopt, {nmk_job::JobItem{giPoint3(1, 2, 0), std::nullopt, 0, false}}});
     return job;
 }
 
 /// The text, or the error behind a word that no text has.
 std::string text_for(const std::string& file_name) {
     const auto text = job_text(one_hole(), file_name);
-    const auto* error = std::get_if<JobError>(&text);
-    return error != nullptr ? "error " + error->text() : std::get<std::string>(text);
+    const auto* error = text ? nullptr : &text.error();
+    return error != nullptr ? "error " + error->text() : *text;
 }
 
 TEST(job_text, tells_the_format_by_the_name) {
@@ -40,4 +40,4 @@ TEST(job_text, refuses_names_and_jobs_that_do_not_go_together) {
 }
 
 }  // namespace
-}  // namespace nmk_app
+}  // namespace nmk_job_files

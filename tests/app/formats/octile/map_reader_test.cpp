@@ -8,29 +8,29 @@
 
 #include "app/formats/job/job_fixtures.h"
 
-namespace nmk_app {
+namespace nmk_octile {
 namespace {
 
 const std::string head = "type octile\nheight 2\nwidth 3\nmap\n";
 const std::string good = head + ".@G\nSTO\n";
 
-RoutePlane plane_of(const std::string& text) {
+nmk_lattice::RoutePlane plane_of(const std::string& text) {
     auto read = read_octile_map("a.map", text);
-    if (const auto* error = std::get_if<JobError>(&read)) {
-        ADD_FAILURE() << error->text();
-        return RoutePlane({0, 0}, {0, 0}, {1, 1}, 1, 1);
+    if (!read) {
+        ADD_FAILURE() << read.error().text();
+        return nmk_lattice::RoutePlane({0, 0}, {0, 0}, {1, 1}, 1, 1);
     }
-    return std::get<RoutePlane>(std::move(read));
+    return *std::move(read);
 }
 
 std::string error_of(const std::string& text) {
     const auto read = read_octile_map("a.map", text);
-    const auto* error = std::get_if<JobError>(&read);
+    const auto* error = read ? nullptr : &read.error();
     return error == nullptr ? "" : error->text();
 }
 
 TEST(map_reader, tells_ground_and_swamp_from_what_blocks) {
-    const RoutePlane plane = plane_of(good);
+    const nmk_lattice::RoutePlane plane = plane_of(good);
     EXPECT_EQ(plane.columns(), 3);
     EXPECT_EQ(plane.rows(), 2);
     EXPECT_FALSE(plane.is_blocked({0, 0}));
@@ -44,13 +44,13 @@ TEST(map_reader, tells_ground_and_swamp_from_what_blocks) {
 }
 
 TEST(map_reader, counts_x_from_the_left_and_y_from_the_top) {
-    const RoutePlane plane = plane_of(good);
+    const nmk_lattice::RoutePlane plane = plane_of(good);
     EXPECT_EQ(plane.at({2, 1}), giPoint2(2.0, 1.0));
-    EXPECT_EQ(plane.place_at({2.0, 1.0}), (LatticePlace{2, 1}));
-    EXPECT_EQ(plane.place_at({2.5, 1.0}), std::nullopt);
-    EXPECT_EQ(plane.place_at({3.0, 1.0}), std::nullopt);
-    EXPECT_EQ(plane.place_at({-1.0, 0.0}), std::nullopt);
-    EXPECT_EQ(plane.place_at({1e300, 0.0}), std::nullopt);
+    EXPECT_EQ(plane.cell_at({2.0, 1.0}), (nmk_lattice::GridCell{2, 1}));
+    EXPECT_EQ(plane.cell_at({2.5, 1.0}), std::nullopt);
+    EXPECT_EQ(plane.cell_at({3.0, 1.0}), std::nullopt);
+    EXPECT_EQ(plane.cell_at({-1.0, 0.0}), std::nullopt);
+    EXPECT_EQ(plane.cell_at({1e300, 0.0}), std::nullopt);
 }
 
 TEST(map_reader, takes_any_line_ending_and_the_sizes_in_either_order) {
@@ -106,7 +106,7 @@ INSTANTIATE_TEST_SUITE_P(
         BadMap{"missing_row", head + ".@G\n\n", "a.map:6: 0 letters; expected the width of 3"},
         BadMap{"truncated", head + ".@G\n", "a.map:5: the file ends early; expected row 2 of 2"},
         BadMap{"further_row", good + "...\n", "a.map:7: more rows than the height of 2"}),
-    CaseName());
+    nmk_job::CaseName());
 
 TEST(map_reader, reads_every_prefix_of_a_map_without_a_look_past_its_end) {
     const std::string text = good + "\n";
@@ -115,10 +115,10 @@ TEST(map_reader, reads_every_prefix_of_a_map_without_a_look_past_its_end) {
         const std::vector<char> exact(text.begin(),
                                       text.begin() + static_cast<std::ptrdiff_t>(length));
         const auto result = read_octile_map("a.map", std::string_view(exact.data(), length));
-        read += std::holds_alternative<RoutePlane>(result) ? 1 : 0;
+        read += bool(result) ? 1 : 0;
     }
     EXPECT_EQ(read, 3U);  // with and without the last line feeds
 }
 
 }  // namespace
-}  // namespace nmk_app
+}  // namespace nmk_octile

@@ -10,13 +10,13 @@
 #include "app/formats/job/job_fixtures.h"
 #include "formats/job_files/read_job.h"
 
-namespace nmk_app {
+namespace nmk_tsplib {
 namespace {
 
 const std::string head = "NAME: a\nTYPE: TSP\nDIMENSION: 2\nEDGE_WEIGHT_TYPE : EUC_2D\n";
 const std::string section = "NODE_COORD_SECTION\n";
 
-std::variant<MachiningJob, JobError> read(const std::string& text) {
+nmk_text::Result<nmk_job::MachiningJob> read(const std::string& text) {
     return read_tsplib("a.tsp", text, std::nullopt);
 }
 
@@ -34,9 +34,10 @@ class tsplib_instance : public testing::TestWithParam<InstanceCase> {};
 
 TEST_P(tsplib_instance, is_read_or_refused_with_its_line) {
     const auto result = read(GetParam().text);
-    EXPECT_EQ(error_of(result), GetParam().error.empty() ? "" : "a.tsp:" + GetParam().error);
-    if (const MachiningJob* job = std::get_if<MachiningJob>(&result)) {
-        ASSERT_EQ(item_count(*job), 2U);
+    EXPECT_EQ(nmk_job::error_of(result),
+              GetParam().error.empty() ? "" : "a.tsp:" + GetParam().error);
+    if (const nmk_job::MachiningJob* job = result ? &*result : nullptr) {
+        ASSERT_EQ(nmk_job::item_count(*job), 2U);
         EXPECT_EQ(job->tools[0].items[1].start, giPoint3(1214.88, -4.0, 0.0));
     }
 }
@@ -107,12 +108,12 @@ INSTANTIATE_TEST_SUITE_P(
                      "8: a second NODE_COORD_SECTION"},
         InstanceCase{"an_unknown_keyword", "HELLO: 1\n",
                      "1: cannot read \"HELLO: 1\" before the NODE_COORD_SECTION"}),
-    CaseName());
+    nmk_job::CaseName());
 
 TEST(tsplib_reader, survives_every_prefix_of_a_good_file) {
     for (const char* name : {"four.tsp", "ceiling.tsp"}) {
-        read_every_prefix(
-            bytes_of_file(std::string(NMK_CASES_DIR "/tsplib/") + name),
+        nmk_job::read_every_prefix(
+            nmk_job::bytes_of_file(std::string(NMK_CASES_DIR "/tsplib/") + name),
             [](std::string text) { return read_tsplib("a.tsp", std::move(text), std::nullopt); });
     }
 }
@@ -123,9 +124,10 @@ TEST(real_instances, hold_the_points_that_a_plain_reading_finds) {
         GTEST_SKIP() << folder << " is not there";
     }
     for (const auto& file : std::filesystem::directory_iterator(folder)) {
-        const MachiningJob job = job_of(read_job_file(file.path().string(), std::nullopt));
+        const nmk_job::MachiningJob job =
+            nmk_job::job_of(nmk_job_files::read_job_file(file.path().string(), std::nullopt));
         ASSERT_EQ(job.tools.size(), 1U) << file.path();
-        std::istringstream text(bytes_of_file(file.path()));
+        std::istringstream text(nmk_job::bytes_of_file(file.path()));
         std::string word;
         while (text >> word && word != "NODE_COORD_SECTION") {
         }
@@ -141,4 +143,4 @@ TEST(real_instances, hold_the_points_that_a_plain_reading_finds) {
 }
 
 }  // namespace
-}  // namespace nmk_app
+}  // namespace nmk_tsplib

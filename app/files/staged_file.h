@@ -1,0 +1,66 @@
+// staged_file.h: a file that is complete before it takes its name, and can be taken back.
+//
+// The text goes to a temporary file of an unguessable name beside the target and is flushed to the
+// disk; put_in_place then renames it. The file that it replaces keeps a second, temporary name
+// until the StagedFile is destroyed, so that take_back can restore it. Whatever fails on the way,
+// the target stays as it was and no temporary file is left.
+#pragma once
+
+#include <csignal>
+#include <string>
+#include <string_view>
+
+#include "text/result.h"
+
+namespace nmk_files {
+
+/// Holds back the signals that would end the process (Ctrl-C, a hangup, SIGTERM) while temporary
+/// files exist.
+class SignalBlock {
+  public:
+    SignalBlock();
+    SignalBlock(const SignalBlock&) = delete;
+    SignalBlock& operator=(const SignalBlock&) = delete;
+    ~SignalBlock();
+
+  private:
+    sigset_t m_before{};
+};
+
+class StagedFile {
+  public:
+    /// Writes the temporary file. The text is borrowed until put_in_place.
+    ///
+    /// A symlink is followed to the file that it names. A device (a pipe, a terminal, /dev/full)
+    /// has no temporary file: put_in_place writes to it. A new file gets the usual mode; a replaced
+    /// one keeps its own, and its owner where the process may set it.
+    static nmk_text::Result<StagedFile> stage(const std::string& file_name, std::string_view text);
+
+    StagedFile(StagedFile&& other) noexcept;
+    StagedFile(const StagedFile&) = delete;
+    StagedFile& operator=(const StagedFile&) = delete;
+    ~StagedFile();
+
+    bool is_device() const { return m_is_device; }
+    bool replaces_file() const { return m_replaces_file; }
+
+    nmk_text::Result<void> put_in_place();
+
+    /// Restores what had the name before put_in_place; a device cannot be taken back.
+    void take_back();
+
+  private:
+    StagedFile() = default;
+    bool keep_replaced();
+
+    std::string m_file_name;  // as the caller gave it, for messages
+    std::string m_target;     // behind symlinks
+    std::string m_temporary;  // empty: none
+    std::string m_replaced;   // the second name of the replaced file; empty: none
+    std::string_view m_text;  // borrowed
+    bool m_is_device = false;
+    bool m_replaces_file = false;
+    bool m_is_in_place = false;
+};
+
+}  // namespace nmk_files
