@@ -45,7 +45,7 @@ double length_of(const nmk_lattice::RoutePlane& plane,
     return length;
 }
 
-/// The first of the closed places from which the goal, as it stands now, is cheapest.
+/// Finds the first of the closed cells from which the goal, where it is now, is cheapest.
 void find_nearest(const nmk_lattice::RoutePlane& plane, const nmk2dSearchGoal& goal,
                   FoundRoute& route) {
     const nmkLattice lattice = plane.search_lattice(false);
@@ -59,8 +59,8 @@ void find_nearest(const nmk_lattice::RoutePlane& plane, const nmk2dSearchGoal& g
     }
 }
 
-/// Where a goal stands that may have moved: only in x, and never back over column 0. From there, at
-/// its own height, a moving line is as far as its x.
+/// The goal after the search. A moving line moves in x only, and never back over column 0, so its x
+/// is its distance from column 0 at its own height.
 giPoint2 goal_now(const nmk_lattice::RoutePlane& plane, const RouteRequest& request,
                   const nmk2dSearchGoal& goal) {
     if (request.kind != GoalKind::moving_line) {

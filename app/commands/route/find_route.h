@@ -27,7 +27,7 @@ struct RouteRequest {
     GoalKind kind = GoalKind::point;
     double gradient = 0.0;     // of the kinds that need one
     bool forward = false;      // only steps ahead in x
-    bool cut_corners = false;  // a diagonal step may pass beside a blocked place
+    bool cut_corners = false;  // a diagonal step may pass beside a blocked cell
 };
 
 struct FoundRoute {
@@ -36,9 +36,9 @@ struct FoundRoute {
     std::vector<nmk_lattice::GridCell> closed;  // in the order of closing
     std::size_t expanded = 0;                   // of the closed ones all but the arrival
     double length = 0.0;
-    nmk_lattice::GridCell nearest;  // where there is none: the closed place nearest to the goal
+    nmk_lattice::GridCell nearest;  // without a route: the closed cell nearest to the goal
     double short_of_goal = 0.0;     // what it then had before it; of a line as the goal counts it
-    giPoint2 goal;                  // where it stands in the end; a moving line has moved on
+    giPoint2 goal;                  // after the search; a moving line has moved on
     bool stopped = false;
 
     bool is_found() const { return !nodes.empty(); }

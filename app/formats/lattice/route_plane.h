@@ -1,10 +1,9 @@
-// route_plane.h: the lattice that a route is searched on, and which of its places are blocked.
+// route_plane.h: the lattice that a route is searched on, and which of its cells are blocked.
 //
-// A place is counted by its column and row from one corner of the lattice. The search walks
-// coordinates of its own: the column times a step and the row times a step, with steps that have so
-// few digits that no product or sum is ever rounded. So every way to a place arrives at the same
-// coordinates exactly, also with steps such as 0.1, and an arrival, which needs equality to the
-// last bit, is found. They differ from the true steps by less than a part in a thousand million.
+// Cells are counted by column and row from one corner of the lattice. The search uses coordinates
+// of its own: the column times a step and the row times a step, with steps of so few binary digits
+// that no product is ever rounded. So a goal on the lattice is met exactly, which an arrival needs,
+// also with steps such as 0.1. The steps differ from the true ones by less than one part in 10^9.
 #pragma once
 
 #include <geometry/giPoint2.h>
@@ -20,18 +19,18 @@ namespace nmk_lattice {
 /// The largest lattice that is searched, 2048 by 2048.
 constexpr std::size_t max_cells = std::size_t{1} << 22U;
 
-/// The largest size of a coordinate of a lattice: a place must be told from its neighbours.
+/// The largest size of a coordinate of a lattice: cells must differ from their neighbours.
 constexpr double max_route_coordinate = 1e6;
 
-/// Places no further apart than this are one place for the search, so steps must be larger.
+/// Points no further apart than this are taken as one cell, so steps must be larger.
 constexpr double min_step = 1e-5;
 
 using GridCell = nmkLatticeCell;
 
 class RoutePlane {
   public:
-    /// A lattice without blocked places, through `anchor`, which stands at `anchor_place`. The
-    /// steps are above smallest_step, columns times rows at most most_places.
+    /// A lattice without blocked cells, with the cell `anchor_cell` at the point `anchor`. The
+    /// steps are above min_step, columns times rows at most max_cells.
     RoutePlane(giPoint2 anchor, GridCell anchor_cell, giPoint2 steps, int columns, int rows);
 
     int columns() const { return m_columns; }
@@ -46,30 +45,30 @@ class RoutePlane {
         return {{0.0, 0.0}, m_search_steps, forward_only};
     }
 
-    bool contains(GridCell place) const;
-    bool is_blocked(GridCell place) const { return m_blocked[index(place)] != 0; }
-    void block(GridCell place);
+    bool contains(GridCell cell) const;
+    bool is_blocked(GridCell cell) const { return m_blocked[index(cell)] != 0; }
+    void block(GridCell cell);
     std::size_t blocked_count() const { return m_blocked_count; }
     std::size_t cell_count() const { return m_blocked.size(); }
 
-    /// Where the place stands.
-    giPoint2 at(GridCell place) const;
+    /// The point of the cell.
+    giPoint2 at(GridCell cell) const;
 
-    /// The place that stands at the point, to 1e-5; none where the point is off the lattice.
+    /// The cell at the point, within 1e-5; empty where the point is off the lattice.
     std::optional<GridCell> cell_at(const giPoint2& point) const;
 
-    /// The place of the lattice, which may be carried on past its edges, nearest to the point.
+    /// The point of the lattice, continued past its edges, that is nearest to the point.
     giPoint2 nearest_point(const giPoint2& point) const;
 
-    /// The point in the coordinates of the search. Places of the lattice are met exactly.
+    /// The point in the coordinates of the search. Points of the lattice are met exactly.
     giPoint2 search_point(const giPoint2& point) const;
 
-    bool is_map = false;  // rows are counted downwards, as they stand in the file
+    bool is_map = false;  // rows are counted downwards, as in the file
 
   private:
-    std::size_t index(GridCell place) const {
-        return static_cast<std::size_t>(place.row) * static_cast<std::size_t>(m_columns) +
-               static_cast<std::size_t>(place.column);
+    std::size_t index(GridCell cell) const {
+        return static_cast<std::size_t>(cell.row) * static_cast<std::size_t>(m_columns) +
+               static_cast<std::size_t>(cell.column);
     }
 
     giPoint2 m_anchor;

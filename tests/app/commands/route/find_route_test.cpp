@@ -150,12 +150,12 @@ TEST(find_route, a_line_may_be_reached_past_its_beginning) {
     const FoundRoute route = find_route(plane, request, nullptr);
     ASSERT_TRUE(route.is_found());
     EXPECT_EQ(route.nodes.back(), (nmk_lattice::GridCell{6, 1}));
-    request.goal.x = 2.5;  // a line may begin between two places
+    request.goal.x = 2.5;  // a line may begin between two cells
     EXPECT_EQ(check_request(plane, request), "");
     EXPECT_TRUE(find_route(plane, request, nullptr).is_found());
 }
 
-TEST(find_route, a_moving_line_moves_on_along_the_lattice_and_is_told) {
+TEST(find_route, a_moving_line_moves_on_along_the_lattice_and_is_reported) {
     PlainGrid grid = PlainGrid::of_rows(std::vector<std::string>(9, std::string(40, '.')));
     for (int y = 0; y < 8; ++y) grid.blocked[grid.index(6, y)] = true;
     const nmk_lattice::RoutePlane plane = plane_of(grid);
@@ -170,7 +170,7 @@ TEST(find_route, a_moving_line_moves_on_along_the_lattice_and_is_told) {
     EXPECT_EQ(find_route(plane, request, nullptr).goal, request.goal);
 }
 
-TEST(find_route, requests_that_no_search_could_answer_are_told_in_a_line) {
+TEST(find_route, impossible_requests_are_reported_in_one_line) {
     const nmk_lattice::RoutePlane plane = plane_of(PlainGrid::of_rows({".@.", "...", "..."}));
     const auto problem = [&](giPoint2 start, giPoint2 goal, GoalKind kind, double gradient = 1.0) {
         RouteRequest request;
@@ -215,7 +215,7 @@ TEST(find_route, stops_when_it_is_asked_to) {
     EXPECT_FALSE(route.is_found());
 }
 
-/// One line of a file of scenarios: two places, and the length of the shortest way that leaves
+/// One line of a file of scenarios: two cells, and the length of the shortest route that leaves
 /// corners clear.
 struct Scenario {
     nmk_lattice::GridCell from, to;
