@@ -11,6 +11,7 @@
 #include "files/read_whole_file.h"
 #include "formats/excellon/excellon_parser.h"
 #include "formats/job_files/read_job.h"
+#include "real_inputs.h"
 
 namespace nmk_app {
 namespace {
@@ -298,10 +299,9 @@ struct RealFile {
 class real_drill_file : public testing::TestWithParam<RealFile> {};
 
 TEST_P(real_drill_file, reads_as_a_plain_reading_does) {
-    const std::string path = std::string(NMK_SHARED_DATA_DIR "/drill/") + GetParam().name;
-    if (!std::filesystem::exists(path)) {
-        GTEST_SKIP() << path << " is not there";
-    }
+    const std::string name = std::string("drill/") + GetParam().name;
+    if (const auto missing = real_inputs::missing(name)) GTEST_SKIP() << *missing;
+    const std::string path = real_inputs::path(name);
     const MachiningJob job = job_of(read_job_file(path, std::nullopt));
     EXPECT_EQ(job.units, GetParam().units);
     EXPECT_EQ(job.tools.size(), GetParam().tools);
@@ -345,11 +345,9 @@ INSTANTIATE_TEST_SUITE_P(
     CaseName());
 
 TEST(real_drill_files, that_rout_are_refused_with_their_line) {
+    if (const auto missing = real_inputs::missing("drill")) GTEST_SKIP() << *missing;
     for (const char* name : {"ts_linear-route.drl", "ts_arc-route.drl"}) {
-        const std::string path = std::string(NMK_SHARED_DATA_DIR "/drill/") + name;
-        if (!std::filesystem::exists(path)) {
-            GTEST_SKIP() << path << " is not there";
-        }
+        const std::string path = real_inputs::path(std::string("drill/") + name);
         EXPECT_NE(error_of(read_job_file(path, std::nullopt)).find(":7: routed path (G00)"),
                   std::string::npos);
     }
