@@ -1,14 +1,31 @@
 // stopwatch: how long something takes, and the line a benchmark prints about it.
+//
+// A run is small where the environment has NMK_BENCHMARK_SMALL=1: sizes are cut down, everything is
+// done once, and only the results are judged, so that the run shows in seconds that the program
+// works and that both ways still give the same.
 #pragma once
 
 #include <apsl/apHighResTime.h>
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <limits>
+#include <string_view>
 
 namespace stopwatch {
+
+inline bool is_small() {
+    static const char* const value = std::getenv("NMK_BENCHMARK_SMALL");
+    return value != nullptr && std::string_view(value) == "1";
+}
+
+/// The size or count of a full run, or that of a small one.
+inline int size(int full, int small) { return is_small() ? small : full; }
+
+/// How often something is done: in a small run once.
+inline int rounds(int full) { return size(full, 1); }
 
 /// Seconds that a call takes.
 template <class Work>
@@ -30,11 +47,11 @@ double processor_seconds(const Work& work) {
 template <class Work>
 double least_seconds(int calls, const Work& work) {
     double least = seconds(work);
-    for (int i = 1; i < calls; ++i) least = std::min(least, seconds(work));
+    for (int i = 1; i < rounds(calls); ++i) least = std::min(least, seconds(work));
     return least;
 }
 
-/// The least times of ours and of the peer, and whether their answers were always the same.
+/// The least times of ours and of the peer, and whether their results were always the same.
 struct Taken {
     double ours = std::numeric_limits<double>::max();
     double peer = std::numeric_limits<double>::max();
@@ -43,31 +60,35 @@ struct Taken {
 
 /// Calls both in turn, so that what else the machine does troubles both alike.
 template <class Ours, class Peer>
-Taken in_turns(int rounds, const Ours& ours, const Peer& peer) {
+Taken in_turns(int turns, const Ours& ours, const Peer& peer) {
     Taken taken;
-    for (int round = 0; round < rounds; ++round) {
-        decltype(ours()) our_answer{};
-        decltype(peer()) peer_answer{};
-        taken.ours = std::min(taken.ours, seconds([&] { our_answer = ours(); }));
-        taken.peer = std::min(taken.peer, seconds([&] { peer_answer = peer(); }));
-        taken.same = taken.same && our_answer == peer_answer;
+    for (int turn = 0; turn < rounds(turns); ++turn) {
+        decltype(ours()) our_result{};
+        decltype(peer()) peer_result{};
+        taken.ours = std::min(taken.ours, seconds([&] { our_result = ours(); }));
+        taken.peer = std::min(taken.peer, seconds([&] { peer_result = peer(); }));
+        taken.same = taken.same && our_result == peer_result;
     }
     return taken;
 }
 
-/// Prints one measurement, and answers whether it reached its target and gave the right answer.
-inline bool report(const char* name, double ours, double peer, double target, bool same_answer) {
+/// Whether a measured value is within its target; in a small run it always is.
+inline bool within(double value, double target) { return is_small() || value <= target; }
+
+/// Prints one measurement, and returns whether it reached its target and both results were the
+/// same.
+inline bool report(const char* name, double ours, double peer, double target, bool same_result) {
     const double ratio = ours / peer;
-    const bool reached = same_answer && ratio <= target;
+    const bool reached = same_result && within(ratio, target);
     std::printf("%-44s %11.6f %11.6f %9.4f  at most %.4g%s%s\n", name, ours, peer, ratio, target,
-                same_answer ? "" : "  ANSWERS DIFFER", reached ? "" : "  MISSED");
+                same_result ? "" : "  RESULTS DIFFER", reached ? "" : "  MISSED");
     std::fflush(stdout);
     return reached;
 }
 
-/// Prints one measurement that has nothing to reach.
-inline void tell(const char* name, double ours, double peer) {
-    std::printf("%-44s %11.6f %11.6f %9.4f  told\n", name, ours, peer, ours / peer);
+/// Prints one measurement without a target.
+inline void print(const char* name, double ours, double peer) {
+    std::printf("%-44s %11.6f %11.6f %9.4f  no target\n", name, ours, peer, ours / peer);
     std::fflush(stdout);
 }
 

@@ -10,7 +10,14 @@ set(NMKTOOLBOX_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize= takes them")
 
 find_program(NMKTOOLBOX_CCACHE ccache)
 if(NMKTOOLBOX_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    set(CMAKE_CXX_COMPILER_LAUNCHER "${NMKTOOLBOX_CCACHE}")
+    # Precompiled headers are taken for what they were made of: without these settings ccache misses
+    # every source that uses one, whenever the header was compiled anew.
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
+        CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+        "${NMKTOOLBOX_CCACHE}")
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        add_compile_options(-fpch-preprocess)
+    endif()
 endif()
 
 # One formula gives the same bits on every compiler, level of optimisation and processor.

@@ -78,7 +78,8 @@ build() {
     if ! grep -qsxF "CMAKE_HOME_DIRECTORY:INTERNAL=$root" "$folder/CMakeCache.txt"; then
         rm -rf "$folder"
     fi
-    if [ ! -e "$folder/build.ninja" ] || [ $# -gt 0 ]; then
+    if [ ! -e "$folder/build.ninja" ] || [ "$root/CMakePresets.json" -nt "$folder/build.ninja" ] ||
+        [ $# -gt 0 ]; then
         (cd "$root" && cmake --preset "$preset" "$@") </dev/null >"$log" 2>&1 9>&- ||
             show_and_fail "$log" "Configuring $preset failed"
     fi

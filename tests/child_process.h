@@ -8,7 +8,7 @@
 
 #include <functional>
 
-/// Runs it in a child process and answers its exit code; 1000 and the signal if one ended it.
+/// Runs it in a child process and returns its exit code; 1000 and the signal if one ended it.
 inline int in_a_child(const std::function<int()>& what) {
     const pid_t child = ::fork();
     if (child == 0) {

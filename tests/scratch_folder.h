@@ -25,7 +25,7 @@ class ScratchFolder {
 
     const std::string& path() const { return m_path; }
 
-    /// Makes a file and answers its whole name.
+    /// Makes a file and returns its whole name.
     std::string file(const std::string& name, const std::string& bytes) const {
         std::ofstream(m_path + "/" + name, std::ios::binary) << bytes;
         return m_path + "/" + name;

@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr int items_count = 1000000;
+const int items_count = stopwatch::size(1000000, 20000);
 constexpr int rounds = 5;
 constexpr double target = 1.0;
 
@@ -63,7 +63,7 @@ bool measure(const char* name, const std::vector<int>& items) {
 }  // namespace
 
 int main() {
-    std::vector<int> items(items_count);
+    std::vector<int> items(static_cast<std::size_t>(items_count));
     for (std::size_t i = 0; i < items.size(); ++i) items[i] = static_cast<int>(i);
     const bool ascending = measure("nmkBalBinTree_1e6_ascending_and_walk", items);
     std::shuffle(items.begin(), items.end(), std::mt19937(1));

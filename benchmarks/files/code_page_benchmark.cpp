@@ -17,8 +17,8 @@
 
 namespace {
 
-constexpr std::size_t text_size = 1000000;  // bytes
-constexpr int rounds = 60;
+const auto text_size = static_cast<std::size_t>(stopwatch::size(1000000, 20000));  // bytes
+const int rounds = stopwatch::rounds(60);
 constexpr double target = 1.3;
 
 struct IcuBuffers {
@@ -33,7 +33,7 @@ struct IcuBuffers {
 
 int32_t signed_size(std::size_t size) { return static_cast<int32_t>(size); }
 
-/// Answers the bytes written back into `buffers`, which have room for a text of that size.
+/// Returns the bytes written back into `buffers`, which have room for a text of that size.
 std::size_t there_and_back_by_icu(std::string_view text, IcuBuffers& buffers) {
     UErrorCode error = U_ZERO_ERROR;
     int32_t units = 0;
@@ -89,7 +89,7 @@ bool measure(const std::string& name, std::string_view sample) {
     }
     const bool same = our_text == text && icu_text == text && icu_size == text.size();
     const bool reached = stopwatch::report(name.c_str(), ours, anew, target, same);
-    stopwatch::tell((name + "_into_ready_buffers").c_str(), ours, into_ready);
+    stopwatch::print((name + "_into_ready_buffers").c_str(), ours, into_ready);
     return reached;
 }
 

@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr int count = 200'000;
+const auto count = static_cast<std::size_t>(stopwatch::size(200'000, 5'000));
 constexpr int calls = 5;
 
 using Numbers = std::vector<double>;
@@ -74,7 +74,7 @@ bool same_texts(const Numbers& numbers) {
 }
 
 bool report(const char* name, const Numbers& numbers) {
-    return stopwatch::report(name, exact_seconds(numbers), shortest_seconds(numbers), 3.0,
+    return stopwatch::report(name, exact_seconds(numbers), shortest_seconds(numbers), 2.2,
                              same_texts(numbers));
 }
 

@@ -7,8 +7,8 @@ using namespace sort_samples;
 
 namespace {
 
-constexpr int points = 10000;
-constexpr double target = 0.05;
+const int points = stopwatch::size(10000, 500);
+constexpr double target = 0.001;
 
 bool measure(const char* name, Holes& holes) {
     std::vector<int> ours, plain;

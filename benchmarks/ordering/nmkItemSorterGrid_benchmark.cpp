@@ -11,16 +11,17 @@ using namespace sort_samples;
 
 namespace {
 
-constexpr int few = 10000;
-constexpr int many = 100000;
-constexpr int rows = 1000;
+const int few = stopwatch::size(10000, 500);
+const int many = stopwatch::size(100000, 5000);
+const int rows = stopwatch::size(1000, 50);
+constexpr double target_beside_plain = 0.5;
 constexpr double tolerance = 0.01;
 
 // Rows one apart in the key that makes rows of a type, items in them in no order.
 void fill_rows(Holes& holes, nmkSortType type, int n) {
     std::mt19937 words(1);
     for (int i = 0; i < n; ++i) {
-        const double row = static_cast<double>(words() % rows);
+        const double row = static_cast<double>(words() % static_cast<unsigned>(rows));
         const double along = static_cast<double>(words() % 1000000) * 0.001;
         if (type == nmkSortTypeX) holes.add(along, row);
         if (type == nmkSortTypeY) holes.add(row, along);
@@ -40,7 +41,7 @@ std::vector<int> order_of(nmkSortType type, Holes& holes) {
 // The least processor time of some sorts of the items, without giving them and reading them back.
 double sort_seconds(nmkSortType type, Holes& holes) {
     double least = 1e9;
-    for (int run = 0; run < 20; ++run) {
+    for (int run = 0; run < stopwatch::rounds(20); ++run) {
         nmkPointSorter sorter(type);
         holes.give_to(sorter);
         least = std::min(least, stopwatch::processor_seconds(
@@ -49,7 +50,7 @@ double sort_seconds(nmkSortType type, Holes& holes) {
     return least;
 }
 
-// The comparator stands as the point sorter has left it for the type.
+// The comparator is as the point sorter has left it for the type.
 std::vector<int> plain_order(Holes& holes) {
     nmkItemComparator::set_comparison_point(giPoint3(0, 0, 0));
     nmkSortList source, result;
@@ -67,9 +68,10 @@ bool measure(const char* name, nmkSortType type) {
     ours = order_of(type, small);
     const double our_time = stopwatch::least_seconds(10, [&] { all = order_of(type, large); });
     const double plain_time = stopwatch::seconds([&] { plain = plain_order(small); });
-    const bool same = ours == plain && all.size() == many;
+    const bool same = ours == plain && all.size() == static_cast<std::size_t>(many);
     const std::string title = std::string("grid ") + name + ", 100,000 in 1,000 rows";
-    const bool reached = stopwatch::report(title.c_str(), our_time, plain_time, growth, same);
+    const bool reached =
+        stopwatch::report(title.c_str(), our_time, plain_time, target_beside_plain, same);
     const std::string growing = std::string("grid ") + name + ", beside itself at 10,000";
     const double few_seconds = sort_seconds(type, small);
     return stopwatch::report(growing.c_str(), sort_seconds(type, large), few_seconds, growth,

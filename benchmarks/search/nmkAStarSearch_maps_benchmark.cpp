@@ -3,7 +3,7 @@
 //
 // Both know the map before the clock starts, the one as a verifier, the other as an adjacency list,
 // and both use the distance to the goal as their lower bound. The lengths must agree. Without the
-// maps, or without Boost, there is nothing to measure.
+// maps, or without Boost, nothing is measured, and the program says so and ends with 1.
 #include <cmath>
 #include <cstdio>
 #include <string>
@@ -87,9 +87,9 @@ double peer_length(const grid::Map& map, const Graph& graph, const grid::Scenari
 bool measure(const char* name) {
     const std::string path = std::string(NMK_SHARED_DATA_DIR "/maps/") + name + ".map";
     const grid::Map map = grid::read_map(path);
-    if (map.rows.empty()) return std::printf("no %s\n", path.c_str()), true;
+    if (map.rows.empty()) return std::printf("NOT MEASURED: no %s\n", path.c_str()), false;
     auto scenarios = grid::read_scenarios(path + ".scen");
-    constexpr std::size_t longest = 5;
+    const auto longest = stopwatch::size(5, 1);
     scenarios.erase(scenarios.begin(), scenarios.end() - longest);
     const Graph graph = graph_of(map);
     const auto verifier = grid::cutting_verifier(map);
@@ -104,8 +104,8 @@ bool measure(const char* name) {
         peer += stopwatch::least_seconds(3, [&] { length = peer_length(map, graph, s); });
         same = same && std::abs(grid::length_of(cells, rule) - length) < 1e-8;
     }
-    const std::string title = std::string("A-star, 5 longest of ") + name;
-    return stopwatch::report(title.c_str(), ours, peer, 3.0, same);
+    const std::string title = std::string("A-star, the longest of ") + name;
+    return stopwatch::report(title.c_str(), ours, peer, 1.6, same);
 }
 
 }  // namespace
@@ -115,5 +115,8 @@ int main() {
     return measure("maze512-32-0") && reached ? 0 : 1;
 }
 #else
-int main() { std::puts("built without Boost.Graph, nothing to compare with"); }
+int main() {
+    std::puts("NOT MEASURED: built without Boost.Graph");
+    return 1;
+}
 #endif

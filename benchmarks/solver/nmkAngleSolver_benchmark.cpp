@@ -25,8 +25,8 @@ void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace {
 
-constexpr int problems = 200000;
-constexpr int runs = 9;
+const int problems = stopwatch::size(200000, 2000);
+const int runs = stopwatch::rounds(9);
 constexpr int parameters = 9;
 
 /// Room for the largest count of each system.
@@ -46,7 +46,7 @@ std::vector<double> random_systems(int used) {
     return all;
 }
 
-/// Prints the time a call; answers whether there was no allocation.
+/// Prints the time of a call; returns whether there was no allocation.
 template <class Solve>
 bool measure(const char* name, int used, const Solve& solve) {
     const std::vector<double> all = random_systems(used);

@@ -11,6 +11,7 @@
 #include <string>
 
 #include "ordering/plain_problems.h"
+#include "real_inputs.h"
 
 namespace {
 
@@ -131,8 +132,8 @@ giPoint3coPageArr read_tsp(const std::string& path) {
 }
 
 TEST(nmkAnneal, orders_a_hundred_real_points_nearly_as_well_as_is_known) {
-    const giPoint3coPageArr points = read_tsp(NMK_SHARED_DATA_DIR "/tsp/kroA100.tsp");
-    if (points.size() == 0) GTEST_SKIP() << "no " NMK_SHARED_DATA_DIR "/tsp/kroA100.tsp";
+    if (const auto missing = real_inputs::missing("tsp/kroA100.tsp")) GTEST_SKIP() << *missing;
+    const giPoint3coPageArr points = read_tsp(real_inputs::path("tsp/kroA100.tsp"));
     ASSERT_EQ(points.size(), 100);
     nmkAnnealStatePoints state(&points), best(&points);
     const std::vector<int> order = annealed(state, best);

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "real_inputs.h"
 #include "search/grid_search.h"
 
 namespace {
@@ -12,11 +13,12 @@ using namespace nmk_search::grid;
 
 class nmk2dSearch_maps : public testing::TestWithParam<const char*> {
   protected:
-    std::string path() const { return std::string(NMK_SHARED_DATA_DIR "/maps/") + GetParam(); }
+    std::string path() const { return real_inputs::path(std::string("maps/") + GetParam()); }
 
     void SetUp() override {
+        const auto missing = real_inputs::missing(std::string("maps/") + GetParam());
+        if (missing) GTEST_SKIP() << *missing;
         map = read_map(path());
-        if (map.rows.empty()) GTEST_SKIP() << "no " << path();
         scenarios = read_scenarios(path() + ".scen");
         ASSERT_EQ(map.rows.size(), 512u);
         ASSERT_GT(scenarios.size(), 100u);

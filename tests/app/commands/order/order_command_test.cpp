@@ -14,6 +14,7 @@
 #include "app/shell/command_runner.h"
 #include "app/text/plain_syntax.h"
 #include "formats/job_files/read_job.h"
+#include "real_inputs.h"
 #include "scratch_folder.h"
 
 namespace {
@@ -340,9 +341,9 @@ TEST_F(order_command, pictures_of_odd_jobs_are_well_formed) {
 }
 
 TEST_F(order_command, real_files_come_out_with_every_item) {
-    const fs::path data(NMK_SHARED_DATA_DIR);
-    if (!fs::exists(data / "drill")) {
-        GTEST_SKIP() << "the folder of real files is not here: " << data;
+    const fs::path data(real_inputs::path(""));
+    for (const char* const kind : {"drill", "tsp"}) {
+        if (const auto missing = real_inputs::missing(kind)) GTEST_SKIP() << *missing;
     }
     std::size_t ordered = 0;
     for (const char* const kind : {"drill", "tsp"}) {

@@ -12,6 +12,7 @@
 #include "app/commands/route/plain_grid.h"
 #include "app/formats/job/job_fixtures.h"
 #include "formats/octile/map_reader.h"
+#include "real_inputs.h"
 
 namespace nmk_route {
 namespace {
@@ -242,10 +243,8 @@ std::vector<Scenario> scenarios_of(const std::string& text) {
 constexpr std::size_t walked_scenarios = 4;
 
 TEST(find_route, real_maps_give_the_lengths_of_their_scenarios_and_of_dijkstra) {
-    const std::string folder = NMK_SHARED_DATA_DIR "/maps/";
-    if (!std::filesystem::exists(folder)) {
-        GTEST_SKIP() << "the folder of real maps is not here: " << folder;
-    }
+    if (const auto missing = real_inputs::missing("maps")) GTEST_SKIP() << *missing;
+    const std::string folder = real_inputs::path("maps/");
     for (const std::string name : {"maze512-32-0.map", "random512-10-0.map"}) {
         const std::string text = nmk_job::bytes_of_file(folder + name);
         auto read = nmk_octile::read_octile_map(name, text);

@@ -11,6 +11,7 @@
 #include "files/read_whole_file.h"
 #include "formats/excellon/excellon_parser.h"
 #include "formats/job_files/read_job.h"
+#include "real_inputs.h"
 
 namespace nmk_excellon {
 namespace {
@@ -302,10 +303,9 @@ struct RealFile {
 class real_drill_file : public testing::TestWithParam<RealFile> {};
 
 TEST_P(real_drill_file, reads_as_a_plain_reading_does) {
-    const std::string path = std::string(NMK_SHARED_DATA_DIR "/drill/") + GetParam().name;
-    if (!std::filesystem::exists(path)) {
-        GTEST_SKIP() << path << " is not there";
-    }
+    const std::string name = std::string("drill/") + GetParam().name;
+    if (const auto missing = real_inputs::missing(name)) GTEST_SKIP() << *missing;
+    const std::string path = real_inputs::path(name);
     const nmk_job::MachiningJob job =
         nmk_job::job_of(nmk_job_files::read_job_file(path, std::nullopt));
     EXPECT_EQ(job.units, GetParam().units);
@@ -351,13 +351,10 @@ INSTANTIATE_TEST_SUITE_P(
     nmk_job::CaseName());
 
 TEST(real_drill_files, that_rout_are_refused_with_their_line) {
+    if (const auto missing = real_inputs::missing("drill")) GTEST_SKIP() << *missing;
     for (const char* name : {"ts_linear-route.drl", "ts_arc-route.drl"}) {
-        const std::string path = std::string(NMK_SHARED_DATA_DIR "/drill/") + name;
-        if (!std::filesystem::exists(path)) {
-            GTEST_SKIP() << path << " is not there";
-        }
-        EXPECT_NE(nmk_job::error_of(nmk_job_files::read_job_file(path, std::nullopt))
-                      .find(":7: routed path (G00)"),
+        const std::string path = real_inputs::path(std::string("drill/") + name);
+        EXPECT_NE(error_of(read_job_file(path, std::nullopt)).find(":7: routed path (G00)"),
                   std::string::npos);
     }
 }

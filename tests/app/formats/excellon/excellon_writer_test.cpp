@@ -11,6 +11,7 @@
 #include "formats/excellon/excellon_reader.h"
 #include "formats/job_files/read_job.h"
 #include "formats/job_files/write_job.h"
+#include "real_inputs.h"
 
 namespace nmk_excellon {
 namespace {
@@ -167,10 +168,12 @@ class written_drill_file : public testing::TestWithParam<WrittenFile> {};
 
 TEST_P(written_drill_file, holds_every_cut_once_by_a_plain_reading) {
     std::string path = GetParam().name;
-    path = path.starts_with("samples/") ? NMK_SOURCE_DIR "/" + path
-                                        : NMK_SHARED_DATA_DIR "/drill/" + path;
-    if (!std::filesystem::exists(path)) {
-        GTEST_SKIP() << path << " is not there";
+    if (path.starts_with("samples/")) {
+        path = NMK_SOURCE_DIR "/" + path;
+    } else if (const auto missing = real_inputs::missing("drill/" + path)) {
+        GTEST_SKIP() << *missing;
+    } else {
+        path = real_inputs::path("drill/" + path);
     }
     const std::string before = nmk_job::bytes_of_file(path);
     const auto plain_before = PlainExcellon(GetParam().format).read(before);

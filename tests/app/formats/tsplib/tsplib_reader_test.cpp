@@ -9,6 +9,7 @@
 
 #include "app/formats/job/job_fixtures.h"
 #include "formats/job_files/read_job.h"
+#include "real_inputs.h"
 
 namespace nmk_tsplib {
 namespace {
@@ -119,10 +120,8 @@ TEST(tsplib_reader, survives_every_prefix_of_a_good_file) {
 }
 
 TEST(real_instances, hold_the_points_that_a_plain_reading_finds) {
-    const std::filesystem::path folder = NMK_SHARED_DATA_DIR "/tsp";
-    if (!std::filesystem::exists(folder)) {
-        GTEST_SKIP() << folder << " is not there";
-    }
+    if (const auto missing = real_inputs::missing("tsp")) GTEST_SKIP() << *missing;
+    const std::filesystem::path folder = real_inputs::path("tsp");
     for (const auto& file : std::filesystem::directory_iterator(folder)) {
         const nmk_job::MachiningJob job =
             nmk_job::job_of(nmk_job_files::read_job_file(file.path().string(), std::nullopt));
