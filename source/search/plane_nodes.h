@@ -8,7 +8,7 @@
 
 namespace nmk_search {
 
-// Compared with the distance of two nodes, which are equal when it is no greater.
+// Two nodes whose distance is at most this are equal.
 constexpr double node_tolerance = 1e-5;
 
 /// The equality of two nodes whose class is nmk2dSearchNode itself.

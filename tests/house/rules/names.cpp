@@ -127,9 +127,9 @@ Token data_member(const Statement& statement) {
 /// The name of a function or constant that a statement declares; empty for members of a class that
 /// are defined outside of it, operators and everything else.
 Token helper(const Statement& statement) {
-    constexpr std::array others = {"using",    "typedef",  "friend", "static_assert",
-                                   "template", "operator", "class",  "struct",
-                                   "enum",     "union",    ",",      "extern"};
+    constexpr std::array others = {"using",    "typedef", "friend",   "static_assert", "template",
+                                   "operator", "class",   "struct",   "enum",          "union",
+                                   ",",        "extern",  "decltype", "alignas"};
     for (const Token& token : statement) {
         if (token.text == "(" || token.text == "=") break;
         if (std::ranges::any_of(others, [&](auto other) { return token.text == other; })) return {};
