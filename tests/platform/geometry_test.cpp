@@ -111,6 +111,20 @@ TEST(giVector3, multiplies_and_adds) {
     EXPECT_EQ(giVector3(3, 4, 0).length().length(), 5.0);
 }
 
+TEST(giPoint3, minus_another_point_is_the_vector_between_them) {
+    const giPoint3 from(1, 2, 3), to(4, 6, 8);
+    EXPECT_EQ(to - from, giVector3(3, 4, 5));
+    EXPECT_EQ(from + (to - from), to);
+    EXPECT_EQ(to - from, giVector3(from, to));
+}
+
+TEST(giUnitVec3, keeps_components_that_are_unit_already_to_the_bit) {
+    const double x = -0.9792291343701904, y = -0.018250430468946345, z = -0.20193371236201613;
+    const giUnitVec3 direction(giUnit::already, x, y, z);
+    EXPECT_EQ(direction.vector(), giVector3(x, y, z));
+    EXPECT_NE(giUnitVec3(x, y, z).x, x);  // another division rounds once more
+}
+
 TEST(giUnitVec3, has_length_one_or_is_unset) {
     const giUnitVec3 direction(3, 4, 0);
     EXPECT_EQ(direction, giUnitVec3(0.6, 0.8, 0));

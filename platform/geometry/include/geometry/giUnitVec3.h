@@ -12,6 +12,9 @@
 /// The directions of the axes of space.
 enum class giAxis { x = 0, y = 1, z = 2 };
 
+/// Says that components have length 1 already.
+enum class giUnit { already };
+
 class giUnitVec3 {
   public:
     /// An unset direction.
@@ -31,6 +34,10 @@ class giUnitVec3 {
         y = vector.y / length;
         z = vector.z / length;
     }
+
+    /// Takes the components as they are, to the bit; their length must be 1.
+    giUnitVec3(giUnit, double x_value, double y_value, double z_value) noexcept
+        : x(x_value), y(y_value), z(z_value) {}
 
     bool is_set() const noexcept { return x != gi_unset_low; }
 
