@@ -144,6 +144,7 @@ void nmkPointSorter::set_directions(const giPoint3& start, nmkItemSorterGrid* gr
     const int zigzag = is_zigzag(sort_type) ? 1 : 0;
     giBox2 box;
     unsorted.get_box(box);
+    unsorted.reset();  // the rows are those of all items, so a walk that was broken off ends here
     const int near_max_x =
         std::fabs(start.x - box.min().x) > std::fabs(start.x - box.max().x) ? 1 : 0;
     const int near_max_y =

@@ -12,8 +12,8 @@ nmkSortPointList::~nmkSortPointList() = default;
 
 void nmkSortPointList::get_box(giBox2& box) {
     box = giBox2();
-    while (forwards() != 0) {
-        const giPoint3& point = item_point(read());
+    for (const nmkSortItemPrf& item : *this) {
+        const giPoint3& point = item_point(item);
         box.add(giPoint2(point.x, point.y));
     }
 }
@@ -22,8 +22,8 @@ int nmkSortPointList::get_closest(const giPoint3& p) {
     int closest = 0;
     int position = 0;
     double least = std::numeric_limits<double>::max();
-    while (forwards() != 0) {
-        const double d2 = sort_keys::closest(item_point(read()), p);
+    for (const nmkSortItemPrf& item : *this) {
+        const double d2 = sort_keys::closest(item_point(item), p);
         if (d2 < least) {
             least = d2;
             closest = position;
@@ -37,8 +37,8 @@ void nmkSortPointList::normalize_points() {
     giBox2 box;
     get_box(box);
     const double scale = std::max(box.width(), box.height());
-    while (forwards() != 0) {
-        auto* item = nmkSortItemWithPoint::ut_dynamic_cast(read().item());
+    for (nmkSortItemPrf& reference : *this) {
+        auto* item = nmkSortItemWithPoint::ut_dynamic_cast(reference.item());
         if (item != nullptr) item->transform_point(scale, box.min().x, box.min().y);
     }
 }

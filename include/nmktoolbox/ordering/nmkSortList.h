@@ -19,6 +19,9 @@ using nmkSortItemPrfcoDList = coDList<nmkSortItemPrf>;
 /// Items in a row, with a cursor.
 class NMKTOOLBOX_EXPORT nmkSortList {
   public:
+    using iterator = nmkSortItemPrfcoDList::Walk<nmkSortItemPrf>;
+    using const_iterator = nmkSortItemPrfcoDList::Walk<const nmkSortItemPrf>;
+
     nmkSortList();
     nmkSortList(const nmkSortList&) = delete;
     nmkSortList& operator=(const nmkSortList&) = delete;
@@ -45,6 +48,12 @@ class NMKTOOLBOX_EXPORT nmkSortList {
 
     /// Moves the cursor to a position, counted from 0, and gives the item there.
     nmkSortItemPrf& operator[](int position);
+
+    /// For `for (const nmkSortItemPrf& item : list)`: all items, without the cursor.
+    iterator begin() { return items.begin(); }
+    iterator end() { return items.end(); }
+    const_iterator begin() const { return items.begin(); }
+    const_iterator end() const { return items.end(); }
 
   private:
     friend class nmkPointSorter;

@@ -20,6 +20,8 @@ using nmkSortItemPrfcoSortedList = coSortedList<nmkSortItemPrf, nmkSortItemPrfOr
 /// A row: a reference to its representative, and its items in order.
 class NMKTOOLBOX_EXPORT nmkSortedList : public nmkSortItemPrf {
   public:
+    using const_iterator = nmkSortItemPrfcoSortedList::const_iterator;
+
     nmkSortedList() = default;
     /// An empty row with that representative, which is not added to it.
     explicit nmkSortedList(const nmkSortItemPrf& representative);
@@ -28,6 +30,10 @@ class NMKTOOLBOX_EXPORT nmkSortedList : public nmkSortItemPrf {
 
     nmkSortItemPrfcoSortedList* operator->() const { return row.get(); }
     nmkSortItemPrfcoSortedList& list() const { return *row.get(); }
+
+    /// The items of the row in order; none where the row was made without a list.
+    const_iterator begin() const { return row.get() != nullptr ? row->begin() : const_iterator(); }
+    const_iterator end() const { return row.get() != nullptr ? row->end() : const_iterator(); }
 
     /// A borrowing reference to the representative.
     nmkSortItemPrf sort_value() const;
