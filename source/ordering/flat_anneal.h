@@ -46,7 +46,8 @@ class Flat_anneal {
     void run(int moves) {
         engine.iterations_used += anneal(moves);
         if (!best_is_current) problem.restore_best(engine.best_energy);
-        if (engine.progress != nullptr) problem.store_best(best_state, engine.best_energy, false);
+        // The current order is the best one now, whichever of the two copies held it.
+        if (engine.progress != nullptr) problem.store_best(best_state, engine.best_energy, true);
         quench(moves);
         problem.store(state, last_move, last_accepted);
     }

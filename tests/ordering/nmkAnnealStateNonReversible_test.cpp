@@ -15,7 +15,7 @@ namespace {
 using plain::Inside;
 using plain::items_of;
 using plain::Spread;
-using plain::Two_arrays;
+using plain::TwoArrays;
 
 struct Open_one_way : nmkAnnealStateNonReversible {
     using nmkAnnealStateNonReversible::nmkAnnealStateNonReversible;
@@ -56,9 +56,9 @@ TEST(nmkAnnealStateNonReversible, does_not_count_heights) {
 }
 
 TEST(nmkAnnealStateNonReversible, solves_up_to_nine_lines_exactly) {
-    for (int n = 2; n <= 7; ++n) {
+    for (int n = 2; n <= 9; ++n) {
         for (int closed = 0; closed < 2; ++closed) {
-            const Two_arrays arrays(Spread::space, n, static_cast<std::uint32_t>(n));
+            const TwoArrays arrays(Spread::space, n, static_cast<std::uint32_t>(n));
             nmkAnnealStateNonReversible state(arrays.starts, arrays.ends, closed);
             EXPECT_EQ(state.initialise(), -1.0);
             EXPECT_NEAR(state.length(), shortest_by_trying_all(state, n, closed != 0), 1e-9);
@@ -91,7 +91,7 @@ TEST(nmkAnnealStateNonReversible, keeps_the_first_of_two_orders_that_are_equally
 
 TEST(nmkAnnealStateNonReversible, is_not_solved_with_one_line_or_none) {
     for (int n = 0; n <= 1; ++n) {
-        const Two_arrays arrays(Spread::space, n, 4);
+        const TwoArrays arrays(Spread::space, n, 4);
         nmkAnnealStateNonReversible state(arrays.starts, arrays.ends, 1);
         EXPECT_EQ(state.initialise(), -1.0);
         EXPECT_EQ(Inside::length_of(state), -1.0);
@@ -100,14 +100,14 @@ TEST(nmkAnnealStateNonReversible, is_not_solved_with_one_line_or_none) {
 }
 
 TEST(nmkAnnealStateNonReversible, keeps_item_1_last_in_a_closed_tour_of_two) {
-    const Two_arrays arrays(Spread::space, 2, 6);
+    const TwoArrays arrays(Spread::space, 2, 6);
     nmkAnnealStateNonReversible state(arrays.starts, arrays.ends, 1);
     EXPECT_EQ(state.initialise(), -1.0);
     EXPECT_EQ(items_of(state), (std::vector<int>{0, 1}));
 }
 
 TEST(nmkAnnealStateNonReversible, solves_nine_lines_and_anneals_ten) {
-    const Two_arrays nine(Spread::square, 9, 13), ten(Spread::square, 10, 13);
+    const TwoArrays nine(Spread::square, 9, 13), ten(Spread::square, 10, 13);
     nmkAnnealStateNonReversible state9(nine.starts, nine.ends, 0), best9(nine.starts, nine.ends, 0);
     nmkAnneal anneal9(state9, best9);
     anneal9.simulate();
@@ -121,7 +121,7 @@ TEST(nmkAnnealStateNonReversible, solves_nine_lines_and_anneals_ten) {
 
 TEST(nmkAnnealStateNonReversible, foretells_the_length_of_every_move_with_ten_distances) {
     for (int closed = 0; closed < 2; ++closed) {
-        const Two_arrays arrays(Spread::space, 11, 15);
+        const TwoArrays arrays(Spread::space, 11, 15);
         Open_one_way state(arrays.starts, arrays.ends, closed);
         state.initialise();
         state.randomise();
@@ -142,7 +142,7 @@ TEST(nmkAnnealStateNonReversible, foretells_the_length_of_every_move_with_ten_di
 }
 
 TEST(nmkAnnealStateNonReversible, counts_no_edge_twice_between_adjacent_blocks) {
-    const Two_arrays arrays(Spread::space, 12, 17);
+    const TwoArrays arrays(Spread::space, 12, 17);
     Open_one_way state(arrays.starts, arrays.ends, 1);
     state.initialise();
     state.candidate_1 = 3;
@@ -163,7 +163,7 @@ TEST(nmkAnnealStateNonReversible, counts_no_edge_twice_between_adjacent_blocks) 
 }
 
 TEST(nmkAnnealStateNonReversible, copies_neither_closedness_nor_another_kind) {
-    const Two_arrays arrays(Spread::space, 12, 19);
+    const TwoArrays arrays(Spread::space, 12, 19);
     Open_one_way open(arrays.starts, arrays.ends, 0), closed(arrays.starts, arrays.ends, 1);
     open.initialise();
     open.randomise();
@@ -176,7 +176,7 @@ TEST(nmkAnnealStateNonReversible, copies_neither_closedness_nor_another_kind) {
 }
 
 TEST(nmkAnnealStateNonReversible, draws_its_lines_on_the_debug_channel) {
-    const Two_arrays arrays(Spread::space, 3, 20);
+    const TwoArrays arrays(Spread::space, 3, 20);
     nmkDebugGeometry& channel = nmkDebugGeometry::get_from_manager("nmkAnnealStateNonReversible");
     nmkAnnealStateNonReversible state(arrays.starts, arrays.ends, 0);
     channel.clear();

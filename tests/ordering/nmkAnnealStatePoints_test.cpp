@@ -10,7 +10,7 @@ namespace {
 
 using plain::items_of;
 using plain::Spread;
-using plain::Two_arrays;
+using plain::TwoArrays;
 
 TEST(nmkAnnealStatePoints, measures_in_space) {
     giPoint3coPageArr points;
@@ -22,7 +22,7 @@ TEST(nmkAnnealStatePoints, measures_in_space) {
 }
 
 TEST(nmkAnnealStatePoints, takes_over_the_array_of_its_source) {
-    const Two_arrays arrays(Spread::space, 6, 1);
+    const TwoArrays arrays(Spread::space, 6, 1);
     nmkAnnealStatePoints from(&arrays.starts), to(&arrays.ends);
     from.initialise();
     from.randomise();

@@ -11,7 +11,7 @@ namespace {
 
 using plain::items_of;
 using plain::Spread;
-using plain::Two_arrays;
+using plain::TwoArrays;
 
 struct Open_reversible : nmkAnnealStateReversibleLines {
     using nmkAnnealStateReversibleLines::nmkAnnealStateReversibleLines;
@@ -62,7 +62,7 @@ TEST(nmkAnnealStateReversibleLines, measures_a_closed_tour) {
 }
 
 TEST(nmkAnnealStateReversibleLines, wraps_the_span_when_first_is_above_second) {
-    const Two_arrays arrays(Spread::space, 7, 3);
+    const TwoArrays arrays(Spread::space, 7, 3);
     Open_reversible state(arrays.starts, arrays.ends);
     state.initialise();
     state.move(4, 1);  // positions 5, 6, 0, 1
@@ -76,7 +76,7 @@ TEST(nmkAnnealStateReversibleLines, wraps_the_span_when_first_is_above_second) {
 
 // After one move the flags read the same by position and by item; after two they do not.
 TEST(nmkAnnealStateReversibleLines, gives_the_flags_by_position_not_by_item) {
-    const Two_arrays arrays(Spread::space, 7, 3);
+    const TwoArrays arrays(Spread::space, 7, 3);
     Open_reversible state(arrays.starts, arrays.ends);
     state.initialise();
     state.move(0, 3);
@@ -88,7 +88,7 @@ TEST(nmkAnnealStateReversibleLines, gives_the_flags_by_position_not_by_item) {
 }
 
 TEST(nmkAnnealStateReversibleLines, turns_a_single_line_by_a_span_of_one) {
-    const Two_arrays arrays(Spread::space, 5, 5);
+    const TwoArrays arrays(Spread::space, 5, 5);
     Open_reversible state(arrays.starts, arrays.ends);
     state.initialise();
     state.move(4, 0);
@@ -99,7 +99,7 @@ TEST(nmkAnnealStateReversibleLines, turns_a_single_line_by_a_span_of_one) {
 }
 
 TEST(nmkAnnealStateReversibleLines, foretells_the_length_of_every_move) {
-    const Two_arrays arrays(Spread::space, 6, 7);
+    const TwoArrays arrays(Spread::space, 6, 7);
     for (int first = 0; first < 6; ++first) {
         for (int second = 0; second < 6; ++second) {
             if (first == second) continue;
@@ -114,7 +114,7 @@ TEST(nmkAnnealStateReversibleLines, foretells_the_length_of_every_move) {
 }
 
 TEST(nmkAnnealStateReversibleLines, stores_a_sum_below_zero_as_zero) {
-    const Two_arrays arrays(Spread::space, 6, 8);
+    const TwoArrays arrays(Spread::space, 6, 8);
     Open_reversible state(arrays.starts, arrays.ends);
     state.initialise();
     state.distance_value = -1e6;
@@ -124,7 +124,7 @@ TEST(nmkAnnealStateReversibleLines, stores_a_sum_below_zero_as_zero) {
 }
 
 TEST(nmkAnnealStateReversibleLines, draws_two_positions_that_differ_in_either_order) {
-    const Two_arrays arrays(Spread::space, 4, 9);
+    const TwoArrays arrays(Spread::space, 4, 9);
     Open_reversible state(arrays.starts, arrays.ends);
     int falling = 0, rising = 0;
     for (int k = 0; k < 500; ++k) {
@@ -139,7 +139,7 @@ TEST(nmkAnnealStateReversibleLines, draws_two_positions_that_differ_in_either_or
 }
 
 TEST(nmkAnnealStateReversibleLines, copies_the_flags) {
-    const Two_arrays arrays(Spread::space, 5, 11);
+    const TwoArrays arrays(Spread::space, 5, 11);
     Open_reversible from(arrays.starts, arrays.ends), to(arrays.ends, arrays.starts);
     from.initialise();
     from.switch_item_to_state(3, 1);

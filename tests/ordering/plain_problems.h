@@ -62,8 +62,8 @@ inline giPoint3coPageArr paged(const std::vector<Point>& points) {
 }
 
 // The ends of `n` lines.
-struct Two_arrays {
-    Two_arrays(Spread spread, int n, std::uint32_t seed)
+struct TwoArrays {
+    TwoArrays(Spread spread, int n, std::uint32_t seed)
         : starts(plain::paged(plain::spread_points(spread, n, seed))),
           ends(plain::paged(plain::spread_points(spread, n, seed + 1))) {}
     giPoint3coPageArr starts, ends;
