@@ -1,7 +1,8 @@
 #include <nmktoolbox/ordering/nmkAnnealOrderState.h>
 
 #include "ordering/anneal_draw.h"
-#include "ordering/type_family.h"
+#include "ordering/run_time_type.h"
+#include "ordering/whole_assignment.h"
 
 #include <cstdlib>
 #include <utility>
@@ -22,7 +23,7 @@ nmkAnnealOrderState::nmkAnnealOrderState(int n) : items(n), item_states(n) {}
 const utTypeID& nmkAnnealOrderState::ut_dynamic_type() const { return ut_static_type(); }
 
 int nmkAnnealOrderState::ut_is_kind_of(const utTypeID& type) const {
-    return ut_static_type().is_kind_of(type) ? 1 : 0;
+    return nmk_ordering::is_kind(*this, type);
 }
 
 int nmkAnnealOrderState::size() { return items.size(); }
@@ -77,8 +78,7 @@ nmkAnnealState& nmkAnnealOrderState::operator=(const nmkAnnealState& other) {
 }
 
 nmkAnnealOrderState& nmkAnnealOrderState::operator=(const nmkAnnealOrderState& other) {
-    *this = static_cast<const nmkAnnealState&>(other);
-    return *this;
+    return nmk_ordering::assign_whole(*this, other);
 }
 
 nmkAnnealOrderState::~nmkAnnealOrderState() = default;

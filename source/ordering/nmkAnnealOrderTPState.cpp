@@ -4,7 +4,8 @@
 #include <geometry/giPoint2.h>
 
 #include "ordering/anneal_draw.h"
-#include "ordering/type_family.h"
+#include "ordering/run_time_type.h"
+#include "ordering/whole_assignment.h"
 
 #include <cmath>
 #include <cstddef>
@@ -29,7 +30,7 @@ nmkAnnealOrderTPState::nmkAnnealOrderTPState(
 const utTypeID& nmkAnnealOrderTPState::ut_dynamic_type() const { return ut_static_type(); }
 
 int nmkAnnealOrderTPState::ut_is_kind_of(const utTypeID& type) const {
-    return ut_static_type().is_kind_of(type) ? 1 : 0;
+    return nmk_ordering::is_kind(*this, type);
 }
 
 double nmkAnnealOrderTPState::randomise() {
@@ -74,7 +75,7 @@ nmkAnnealOrderTPState& nmkAnnealOrderTPState::operator=(const nmkAnnealState& ot
 }
 
 nmkAnnealOrderTPState& nmkAnnealOrderTPState::operator=(const nmkAnnealOrderTPState& other) {
-    return *this = static_cast<const nmkAnnealState&>(other);
+    return nmk_ordering::assign_whole(*this, other);
 }
 
 nmkAnnealOrderTPState::~nmkAnnealOrderTPState() = default;

@@ -6,7 +6,8 @@
 
 #include "ordering/anneal_block_exchange.h"
 #include "ordering/anneal_draw.h"
-#include "ordering/type_family.h"
+#include "ordering/run_time_type.h"
+#include "ordering/whole_assignment.h"
 
 #include <utility>
 
@@ -35,7 +36,7 @@ nmkAnnealStateNonReversible::nmkAnnealStateNonReversible(const giPoint3coPageArr
 const utTypeID& nmkAnnealStateNonReversible::ut_dynamic_type() const { return ut_static_type(); }
 
 int nmkAnnealStateNonReversible::ut_is_kind_of(const utTypeID& type) const {
-    return ut_static_type().is_kind_of(type) ? 1 : 0;
+    return nmk_ordering::is_kind(*this, type);
 }
 
 double nmkAnnealStateNonReversible::initialise() {
@@ -65,8 +66,7 @@ nmkAnnealState& nmkAnnealStateNonReversible::operator=(const nmkAnnealState& oth
 
 nmkAnnealStateNonReversible& nmkAnnealStateNonReversible::operator=(
     const nmkAnnealStateNonReversible& other) {
-    *this = static_cast<const nmkAnnealState&>(other);
-    return *this;
+    return nmk_ordering::assign_whole(*this, other);
 }
 
 nmkAnnealStateNonReversible::~nmkAnnealStateNonReversible() = default;

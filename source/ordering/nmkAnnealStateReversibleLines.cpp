@@ -1,7 +1,8 @@
 #include <nmktoolbox/ordering/nmkAnnealStateReversibleLines.h>
 
 #include "ordering/anneal_draw.h"
-#include "ordering/type_family.h"
+#include "ordering/run_time_type.h"
+#include "ordering/whole_assignment.h"
 
 #include <utility>
 
@@ -18,7 +19,7 @@ nmkAnnealStateReversibleLines::nmkAnnealStateReversibleLines(const giPoint3coPag
 const utTypeID& nmkAnnealStateReversibleLines::ut_dynamic_type() const { return ut_static_type(); }
 
 int nmkAnnealStateReversibleLines::ut_is_kind_of(const utTypeID& type) const {
-    return ut_static_type().is_kind_of(type) ? 1 : 0;
+    return nmk_ordering::is_kind(*this, type);
 }
 
 void nmkAnnealStateReversibleLines::accept_new_state() {
@@ -51,8 +52,7 @@ nmkAnnealState& nmkAnnealStateReversibleLines::operator=(const nmkAnnealState& o
 
 nmkAnnealStateReversibleLines& nmkAnnealStateReversibleLines::operator=(
     const nmkAnnealStateReversibleLines& other) {
-    *this = static_cast<const nmkAnnealState&>(other);
-    return *this;
+    return nmk_ordering::assign_whole(*this, other);
 }
 
 nmkAnnealStateReversibleLines::~nmkAnnealStateReversibleLines() = default;

@@ -2,7 +2,8 @@
 
 #include "ordering/anneal_block_exchange.h"
 #include "ordering/anneal_draw.h"
-#include "ordering/type_family.h"
+#include "ordering/run_time_type.h"
+#include "ordering/whole_assignment.h"
 
 #include <utility>
 
@@ -25,7 +26,7 @@ nmkAnnealStateTwoItemStates::nmkAnnealStateTwoItemStates(
 const utTypeID& nmkAnnealStateTwoItemStates::ut_dynamic_type() const { return ut_static_type(); }
 
 int nmkAnnealStateTwoItemStates::ut_is_kind_of(const utTypeID& type) const {
-    return ut_static_type().is_kind_of(type) ? 1 : 0;
+    return nmk_ordering::is_kind(*this, type);
 }
 
 // Deliberate: two items are annealed, though other states want four.
@@ -82,8 +83,7 @@ nmkAnnealState& nmkAnnealStateTwoItemStates::operator=(const nmkAnnealState& oth
 
 nmkAnnealStateTwoItemStates& nmkAnnealStateTwoItemStates::operator=(
     const nmkAnnealStateTwoItemStates& other) {
-    *this = static_cast<const nmkAnnealState&>(other);
-    return *this;
+    return nmk_ordering::assign_whole(*this, other);
 }
 
 nmkAnnealStateTwoItemStates::~nmkAnnealStateTwoItemStates() = default;

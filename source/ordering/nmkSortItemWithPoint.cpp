@@ -1,6 +1,8 @@
 // nmkSortItemWithPoint: the scaled point and the weights of an item for the elastic ring.
 #include <nmktoolbox/ordering/nmkSortItemWithPoint.h>
 
+#include "ordering/run_time_type.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -111,15 +113,13 @@ const utTypeID& nmkSortItemWithPoint::ut_static_type() {
 const utTypeID& nmkSortItemWithPoint::ut_dynamic_type() const { return ut_static_type(); }
 
 int nmkSortItemWithPoint::ut_is_kind_of(const utTypeID& type) const {
-    return ut_dynamic_type().is_kind_of(type) ? 1 : 0;
+    return nmk_ordering::is_kind(*this, type);
 }
 
 nmkSortItemWithPoint* nmkSortItemWithPoint::ut_dynamic_cast(nmkSortItem* item) {
-    const bool is_one = item != nullptr && item->ut_is_kind_of(ut_static_type()) != 0;
-    return is_one ? static_cast<nmkSortItemWithPoint*>(item) : nullptr;
+    return nmk_ordering::cast_to_kind<nmkSortItemWithPoint>(item);
 }
 
 const nmkSortItemWithPoint* nmkSortItemWithPoint::ut_dynamic_cast(const nmkSortItem* item) {
-    const bool is_one = item != nullptr && item->ut_is_kind_of(ut_static_type()) != 0;
-    return is_one ? static_cast<const nmkSortItemWithPoint*>(item) : nullptr;
+    return nmk_ordering::cast_to_kind<const nmkSortItemWithPoint>(item);
 }

@@ -65,6 +65,37 @@ TEST(nmkSortItem, casts_down_only_to_what_an_item_is) {
     EXPECT_EQ(nmkSortItemLine::ut_dynamic_cast(static_cast<const nmkSortItem*>(nullptr)), nullptr);
 }
 
+struct Slot : nmkSortItemLine {
+    using nmkSortItemLine::nmkSortItemLine;
+    const utTypeID& ut_dynamic_type() const override { return ut_static_type(); }
+    static const utTypeID& ut_static_type() {
+        static const utTypeID type("Slot", &nmkSortItemLine::ut_static_type());
+        return type;
+    }
+};
+
+TEST(nmkSortItem, is_of_its_own_kind_when_it_only_reports_its_dynamic_type) {
+    const Slot slot(giPoint3(0, 0, 0), giPoint3(1, 0, 0));
+    EXPECT_NE(slot.ut_is_kind_of(Slot::ut_static_type()), 0);
+    EXPECT_NE(slot.ut_is_kind_of(nmkSortItemLine::ut_static_type()), 0);
+    EXPECT_NE(slot.ut_is_kind_of(nmkSortItem::ut_static_type()), 0);
+}
+
+// The C++ class decides as well as the type that is reported.
+TEST(nmkSortItem, is_of_the_kind_it_derives_from_though_its_own_type_names_no_base) {
+    struct Unrelated : nmkSortItemLine {
+        using nmkSortItemLine::nmkSortItemLine;
+        const utTypeID& ut_dynamic_type() const override {
+            static const utTypeID type("Unrelated");
+            return type;
+        }
+    };
+    Unrelated item(giPoint3(0, 0, 0), giPoint3(1, 0, 0));
+    EXPECT_NE(item.ut_is_kind_of(item.ut_dynamic_type()), 0);
+    EXPECT_EQ(nmkSortItemLine::ut_dynamic_cast(&item), &item);
+    EXPECT_EQ(nmkSortItemWithPoint::ut_dynamic_cast(&item), &item);
+}
+
 TEST(nmkSortItem, has_a_run_time_class_under_the_framework_root) {
     nmkSortItemLine line(giPoint3(0, 0, 0), giPoint3(1, 0, 0));
     EXPECT_EQ(line.GetRuntimeClass(), nmkSortItemLine::GetThisClass());

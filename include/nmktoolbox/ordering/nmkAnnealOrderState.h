@@ -44,7 +44,8 @@ class NMKTOOLBOX_EXPORT nmkAnnealOrderState : public nmkAnnealState {
     /// A source of another kind changes nothing.
     nmkAnnealState& operator=(const nmkAnnealState& other) override;
 
-    /// The same, through the virtual operator.
+    /// The same. It calls the virtual operator, so that references to this class copy the whole of
+    /// a derived state; called by the operator of a derived class, it copies what this class holds.
     nmkAnnealOrderState& operator=(const nmkAnnealOrderState& other);
 
     ~nmkAnnealOrderState() override;
