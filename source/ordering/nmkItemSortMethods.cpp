@@ -8,6 +8,8 @@
 
 namespace {
 
+namespace sort_keys = nmk_ordering::sort_keys;
+
 int sorts_before(sort_keys::Key key, const nmkSortItemPrf& a, const nmkSortItemPrf& b,
                  const giPoint3& c) {
     return key(item_point(a), c) < key(item_point(b), c) ? 1 : 0;

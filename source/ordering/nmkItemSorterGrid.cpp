@@ -4,54 +4,19 @@
 // keys (grid_rows.h). Any other comparison, and keys that are not finite, take the general way:
 // pair by pair, through the sorted lists. Both give the same order.
 #include <nmktoolbox/ordering/nmkItemComparator.h>
-#include <nmktoolbox/ordering/nmkItemSortMethods.h>
 #include <nmktoolbox/ordering/nmkItemSorterGrid.h>
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
 #include <vector>
 
 #include "grid_rows.h"
 #include "item_point.h"
-#include "sort_keys.h"
+#include "sort_methods.h"
 
 namespace {
 
-// What one of the known equalities compares.
-struct RowRule {
-    sort_keys::Key key;
-    double limit;
-};
-
-double no_key(const giPoint3&, const giPoint3&) { return 0.0; }
-
-std::optional<RowRule> rule_of(nmkItemComparator::Equality equality, double tolerance) {
-    using Methods = nmkItemSortMethods;
-    if (equality == &Methods::equal_x) return RowRule{sort_keys::x, tolerance};
-    if (equality == &Methods::equal_y) return RowRule{sort_keys::y, tolerance};
-    if (equality == &Methods::equal_z) return RowRule{sort_keys::z, tolerance};
-    if (equality == &Methods::equal_xy) return RowRule{sort_keys::xy, tolerance};
-    if (equality == &Methods::equal_yx) return RowRule{sort_keys::yx, tolerance};
-    if (equality == &Methods::equal_closest) {
-        return RowRule{sort_keys::closest, sort_keys::closest_limit(tolerance)};
-    }
-    if (equality == &Methods::equal_radial) return RowRule{no_key, 0.0};
-    return std::nullopt;
-}
-
-// Null for a comparison of a caller's own.
-sort_keys::Key key_of(nmkItemComparator::Comparison comparison) {
-    using Methods = nmkItemSortMethods;
-    if (comparison == &Methods::compare_x) return sort_keys::x;
-    if (comparison == &Methods::compare_y) return sort_keys::y;
-    if (comparison == &Methods::compare_z) return sort_keys::z;
-    if (comparison == &Methods::compare_xy) return sort_keys::xy;
-    if (comparison == &Methods::compare_yx) return sort_keys::yx;
-    if (comparison == &Methods::compare_closest) return sort_keys::closest;
-    if (comparison == &Methods::compare_radial) return sort_keys::radial;
-    return nullptr;
-}
+namespace sort_keys = nmk_ordering::sort_keys;
 
 std::vector<giPoint3> points_of(nmkSortList& items) {
     std::vector<giPoint3> points;
@@ -102,9 +67,9 @@ void nmkItemSorterGrid::set_sort_directions(int new_zigzag, int new_reverse_firs
 }
 
 bool nmkItemSorterGrid::sort_by_keys(double tolerance) {
-    const auto rule = rule_of(nmkItemComparator::equality_method(), tolerance);
-    const sort_keys::Key primary = key_of(nmkItemComparator::primary_sort());
-    const sort_keys::Key secondary = key_of(nmkItemComparator::secondary_sort());
+    const auto rule = nmk_ordering::row_rule_of(nmkItemComparator::equality_method(), tolerance);
+    const sort_keys::Key primary = nmk_ordering::key_of(nmkItemComparator::primary_sort());
+    const sort_keys::Key secondary = nmk_ordering::key_of(nmkItemComparator::secondary_sort());
     if (!rule.has_value() || primary == nullptr || secondary == nullptr) return false;
     const std::vector<giPoint3> points = points_of(source);
     const std::vector<double> row_keys = keys_of(points, rule->key);

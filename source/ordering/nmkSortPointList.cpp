@@ -23,7 +23,7 @@ int nmkSortPointList::get_closest(const giPoint3& p) {
     int position = 0;
     double least = std::numeric_limits<double>::max();
     for (const nmkSortItemPrf& item : *this) {
-        const double d2 = sort_keys::closest(item_point(item), p);
+        const double d2 = nmk_ordering::sort_keys::closest(item_point(item), p);
         if (d2 < least) {
             least = d2;
             closest = position;
