@@ -14,8 +14,8 @@ namespace {
 // library's pow is near enough for a bound that is guarded on both sides.
 double bound_of(int draw) {
     // With draw 0 any probability above zero will do: until the power passes the largest double.
-    const double power =
-        draw == 0 ? std::numeric_limits<double>::max() : largest_draw / static_cast<double>(draw);
+    const double power = draw == 0 ? std::numeric_limits<double>::max()
+                                   : mlRandom::max_drawn / static_cast<double>(draw);
     return std::pow(power, 1.0 / reciprocal_of_q_less_one) - 1.0;
 }
 
@@ -28,8 +28,8 @@ const Acceptance& Acceptance::table() {
     return only_one;
 }
 
-Acceptance::Acceptance() : bounds(largest_draw + 1) {
-    for (int draw = 0; draw <= largest_draw; ++draw) {
+Acceptance::Acceptance() : bounds(mlRandom::max_drawn + 1) {
+    for (int draw = 0; draw <= mlRandom::max_drawn; ++draw) {
         bounds[static_cast<std::size_t>(draw)] = static_cast<float>(bound_of(draw));
     }
     sure_rise = bound_of(1) * (1.0 + 2.0 * guard) / scale;
@@ -42,7 +42,7 @@ double Acceptance::probability(double current, double candidate, double temperat
 }
 
 bool Acceptance::accepts_exactly(double current, double candidate, double temperature, int draw) {
-    return probability(current, candidate, temperature) > draw / double{largest_draw};
+    return probability(current, candidate, temperature) > draw / double{mlRandom::max_drawn};
 }
 
 }  // namespace nmk_ordering

@@ -13,7 +13,7 @@
 namespace nmk_ordering {
 
 /// One move; `first` is below `second`.
-struct Block_exchange {
+struct BlockExchange {
     int first;
     int second;
     int length;
@@ -25,7 +25,7 @@ inline int longest_block(int first, int second, int n) {
 }
 
 /// The positions that hold the items which stand last and first once the move is made.
-inline std::pair<int, int> ends_after_exchange(const Block_exchange& move, int n) {
+inline std::pair<int, int> ends_after_exchange(const BlockExchange& move, int n) {
     const auto [i, j, length] = move;
     int first = 0;
     if (i == 0 || i + length > n) {
@@ -48,7 +48,7 @@ inline std::pair<int, int> ends_after_exchange(const Block_exchange& move, int n
 ///   closed    whether the order leads back to its first item
 ///   distance  called with two item numbers, at most ten times
 template <class Distance>
-double length_after_exchange(const intcoFixedArr& items, const Block_exchange& move, double current,
+double length_after_exchange(const intcoFixedArr& items, const BlockExchange& move, double current,
                              bool closed, const Distance& distance) {
     const int n = items.size();
     const auto item = [&items, n](int position) { return items[(position + n) % n]; };
@@ -87,7 +87,7 @@ double length_after_exchange(const intcoFixedArr& items, const Block_exchange& m
 }
 
 /// Makes the move.
-inline void exchange_blocks(intcoFixedArr& items, const Block_exchange& move) {
+inline void exchange_blocks(intcoFixedArr& items, const BlockExchange& move) {
     const int n = items.size();
     for (int m = 0; m < move.length; ++m) {
         std::swap(items[(move.first + m) % n], items[(move.second + m) % n]);

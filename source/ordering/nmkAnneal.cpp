@@ -71,7 +71,7 @@ void nmkAnneal::anneal_cycle(double at_temperature) {
 int nmkAnneal::anneal(int moves) {
     int stall = 0;
     int k = 0;
-    for (; k < nmk_ordering::most_temperature_steps; ++k) {
+    for (; k < nmk_ordering::max_temperature_steps; ++k) {
         const double at_temperature = temperature(k);
         for (int move = 0; move < moves; ++move) {
             anneal_cycle(at_temperature);
@@ -81,7 +81,7 @@ int nmkAnneal::anneal(int moves) {
                 best_energy = current_energy;
             }
         }
-        if (++stall > nmk_ordering::most_steps_without_a_new_best) break;
+        if (++stall > nmk_ordering::max_steps_without_a_new_best) break;
         if (progress != nullptr) progress->increment();
     }
     return k;

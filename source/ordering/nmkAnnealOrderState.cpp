@@ -1,6 +1,7 @@
 #include <nmktoolbox/ordering/nmkAnnealOrderState.h>
 
 #include "ordering/anneal_draw.h"
+#include "ordering/anneal_schedule.h"
 #include "ordering/run_time_type.h"
 #include "ordering/whole_assignment.h"
 
@@ -9,14 +10,7 @@
 
 using nmk_ordering::cast_to_kind;
 using nmk_ordering::draw_index;
-
-namespace {
-
-// With this many items or fewer no 2-opt move can be drawn: the modulus of the second position is
-// the number of items less this.
-constexpr int too_few_to_anneal = 3;
-
-}  // namespace
+using nmk_ordering::max_items_not_annealed;
 
 nmkAnnealOrderState::nmkAnnealOrderState(int n) : items(n), item_states(n) {}
 
@@ -35,7 +29,7 @@ double nmkAnnealOrderState::initialise() {
         switch_item_to_state(k, 0);
         item_states[k] = 0;
     }
-    if (n <= too_few_to_anneal) return -1.0;
+    if (n <= max_items_not_annealed) return -1.0;
     distance_value = total_distance();
     return distance_value;
 }
@@ -123,7 +117,7 @@ void nmkAnnealOrderState::switch_item_to_state(int, int) {}
 void nmkAnnealOrderState::get_candidates(int& first, int& second) {
     const int n = items.size();
     first = draw_index(random, n);
-    second = draw_index(random, n - too_few_to_anneal);
+    second = draw_index(random, n - max_items_not_annealed);
     while (std::abs(first - second) < 2) ++second;
     if (first > second) std::swap(first, second);
 }

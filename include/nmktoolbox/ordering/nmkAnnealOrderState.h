@@ -13,7 +13,7 @@
 #include <nmktoolbox/ordering/nmkAnnealState.h>
 
 namespace nmk_ordering {
-class Flat_access;
+class FlatAccess;
 }
 
 class NMKTOOLBOX_EXPORT nmkAnnealOrderState : public nmkAnnealState {
@@ -98,7 +98,7 @@ class NMKTOOLBOX_EXPORT nmkAnnealOrderState : public nmkAnnealState {
     int candidate_2 = -1;
 
   private:
-    friend class nmk_ordering::Flat_access;
+    friend class nmk_ordering::FlatAccess;
 
     /// 1 if every item stands in the permutation, else 0. For debugging; takes n squared steps.
     int verify_result();

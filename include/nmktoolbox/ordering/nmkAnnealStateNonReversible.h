@@ -53,7 +53,7 @@ class NMKTOOLBOX_EXPORT nmkAnnealStateNonReversible : public nmkAnnealOrderState
     void update_candidate_distance() override;
 
   private:
-    friend class nmk_ordering::Flat_access;
+    friend class nmk_ordering::FlatAccess;
 
     void draw_lines_before_ordering() const;
     void solve_exactly();

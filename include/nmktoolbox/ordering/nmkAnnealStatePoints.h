@@ -27,7 +27,7 @@ class NMKTOOLBOX_EXPORT nmkAnnealStatePoints : public nmkAnnealOrderState {
     static const nmkAnnealStatePoints* ut_dynamic_cast(const nmkAnnealState* state);
 
   private:
-    friend class nmk_ordering::Flat_access;
+    friend class nmk_ordering::FlatAccess;
 
     const giPoint3coPageArr* points;
 };

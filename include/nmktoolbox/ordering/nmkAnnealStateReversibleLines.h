@@ -61,7 +61,7 @@ class NMKTOOLBOX_EXPORT nmkAnnealStateReversibleLines : public nmkAnnealOrderSta
     const giPoint3& end_point(int item) const;
 
   private:
-    friend class nmk_ordering::Flat_access;
+    friend class nmk_ordering::FlatAccess;
 
     const giPoint3coPageArr* start_points;
     const giPoint3coPageArr* end_points;
