@@ -1,6 +1,6 @@
-// giUnitVec3: a direction in space, or a direction that is not given.
+// giUnitVec3: a direction in space, or an unset direction.
 //
-// Unset means that x is minus the largest double. A set one has length 1, as well as doubles can.
+// Unset means that x is minus the largest double. Otherwise the length is 1, within rounding.
 #pragma once
 
 #include <geometry/giAngle.h>
