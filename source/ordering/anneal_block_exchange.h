@@ -1,8 +1,9 @@
 // anneal_block_exchange.h: the move that exchanges two equally long blocks of positions.
 //
-// It keeps every item the way round it is. Positions are taken on a ring of n; block A starts at
+// It keeps the direction of every item. Positions are taken on a ring of n; block A starts at
 // `first`, block B at `second`, both of `length` items, and they never overlap, even on the ring.
-// An open path is treated as a ring too: its missing edge is put in first and taken out last.
+// An open path is treated as a ring too: the edge from last to first is added before the sum and
+// removed after it.
 #pragma once
 
 #include <ncamcontainer/builtin_containers.h>
@@ -19,12 +20,12 @@ struct BlockExchange {
     int length;
 };
 
-/// The longest blocks that two positions leave room for.
+/// The length of the longest blocks that fit between two positions.
 inline int longest_block(int first, int second, int n) {
     return std::min(second - first, (first - second) + n);
 }
 
-/// The positions that hold the items which stand last and first once the move is made.
+/// The positions that now hold the items that will be last and first after the move.
 inline std::pair<int, int> ends_after_exchange(const BlockExchange& move, int n) {
     const auto [i, j, length] = move;
     int first = 0;

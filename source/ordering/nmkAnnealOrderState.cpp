@@ -47,7 +47,7 @@ double nmkAnnealOrderState::candidate_new_state() {
     return candidate_distance;
 }
 
-// Deliberate: position 0 is never moved, so the first item is whichever one randomise left there.
+// Deliberate: position 0 is never moved, so the first item is the one that randomise left there.
 void nmkAnnealOrderState::accept_new_state() {
     for (int lo = candidate_1 + 1, hi = candidate_2; lo < hi; ++lo, --hi) {
         std::swap(items[lo], items[hi]);
@@ -146,9 +146,9 @@ int nmkAnnealOrderState::normalise_index(int index) const {
 int nmkAnnealOrderState::verify_result() {
     const int n = items.size();
     for (int item = 0; item < n; ++item) {
-        bool stands = false;
-        for (int k = 0; k < n && !stands; ++k) stands = items[k] == item;
-        if (!stands) return 0;
+        bool is_found = false;
+        for (int k = 0; k < n && !is_found; ++k) is_found = items[k] == item;
+        if (!is_found) return 0;
     }
     return 1;
 }

@@ -55,7 +55,7 @@ double nmkAnnealOrderTPState::randomise() {
 }
 
 void nmkAnnealOrderTPState::accept_new_state() {
-    if (candidate_1 < 0 || candidate_2 < 0) return;  // nothing was ever proposed
+    if (candidate_1 < 0 || candidate_2 < 0) return;  // no move was ever proposed
     const int held = items[candidate_1];
     for (int pos = candidate_1; pos != candidate_2; pos += move_direction) {
         items[pos] = items[pos + move_direction];
@@ -86,7 +86,7 @@ double nmkAnnealOrderTPState::distance(int item_a, int item_b) {
     const giPoint3 end_a = a.end_point(item_states[item_a]);
     const giPoint3 start_b = b.start_point(item_states[item_b]);
     const giPoint3 end_b = b.end_point(item_states[item_b]);
-    // Deliberate: in the plan the way is measured to the end of b, not to its start.
+    // Deliberate: the plan distance is measured to the end of b, not to its start.
     const double plan = giPoint2(end_a.x, end_a.y).distance(giPoint2(end_b.x, end_b.y));
     double cost = plan + std::abs(start_b.z - end_b.z);
     if (start_b.z > end_a.z) cost += extra_cost_of_climbing * (start_b.z - end_a.z);

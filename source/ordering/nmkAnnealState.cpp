@@ -8,7 +8,7 @@ int nmkAnnealState::ut_is_kind_of(const utTypeID& type) const {
     return nmk_ordering::is_kind(*this, type);
 }
 
-// Pure, yet with a body: the implicit assignment of a caller's own state calls it.
+// Pure, but with a body: the implicit assignment of a caller's own state calls it.
 nmkAnnealState& nmkAnnealState::operator=(const nmkAnnealState&) { return *this; }
 
 nmkAnnealState::~nmkAnnealState() = default;

@@ -33,7 +33,7 @@ void nmkAnnealStateReversibleLines::accept_new_state() {
         reverse(p);
         reverse(q);
     }
-    // The middle line of an odd span turns round without moving.
+    // The middle line of an odd span is reversed without moving.
     if (lo == hi) reverse(normalise_index(lo));
     distance_value = candidate_distance;
     candidate_distance = -1.0;
@@ -115,8 +115,8 @@ void nmkAnnealStateReversibleLines::update_candidate_distance() {
     const double added = start_b.distance(start_d) + end_a.distance(end_c);
     const double removed = end_c.distance(start_d) + end_a.distance(start_b);
     candidate_distance = (added - removed) + distance_value;
-    // Deliberate: rounding must not bring the energy below zero, or the temperature of a later
-    // run would mean nothing.
+    // Deliberate: rounding must not bring the energy below zero, so that the temperature, which
+    // starts at an energy, stays meaningful.
     if (candidate_distance <= 0.0) candidate_distance = 0.0;
 }
 

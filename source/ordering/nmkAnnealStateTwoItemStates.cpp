@@ -12,7 +12,7 @@ using nmk_ordering::draw_index;
 
 namespace {
 
-// The share of moves that turn one toolpath.
+// The share of moves that flip one toolpath.
 constexpr double share_of_flips = 0.25;
 
 }  // namespace
@@ -29,7 +29,7 @@ int nmkAnnealStateTwoItemStates::ut_is_kind_of(const utTypeID& type) const {
     return nmk_ordering::is_kind(*this, type);
 }
 
-// Deliberate: two items are annealed, though other states want four.
+// Deliberate: two items are annealed, though other states need four.
 double nmkAnnealStateTwoItemStates::initialise() {
     invalidate_candidate();
     const int n = items.size();
@@ -181,7 +181,7 @@ void nmkAnnealStateTwoItemStates::invalidate_candidate() {
     flip_position = swap_length = candidate_1 = candidate_2 = -1;
 }
 
-// The edges into and out of `position`; an open path lacks one at either end.
+// The length of the edges to and from `position`; an open path has only one at either end.
 double nmkAnnealStateTwoItemStates::distance_around(int position) {
     const int n = items.size();
     int prev = position - 1;

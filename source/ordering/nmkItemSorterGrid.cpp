@@ -11,8 +11,10 @@
 #include <vector>
 
 #include "grid_rows.h"
-#include "item_point.h"
+#include "point_of_item.h"
 #include "sort_methods.h"
+
+using nmk_ordering::point_of_item;
 
 namespace {
 
@@ -21,7 +23,7 @@ namespace sort_keys = nmk_ordering::sort_keys;
 std::vector<giPoint3> points_of(nmkSortList& items) {
     std::vector<giPoint3> points;
     points.reserve(static_cast<std::size_t>(items.size()));
-    while (items.forwards() != 0) points.push_back(item_point(items.read()));
+    while (items.forwards() != 0) points.push_back(point_of_item(items.read()));
     return points;
 }
 
@@ -84,18 +86,18 @@ bool nmkItemSorterGrid::sort_by_keys(double tolerance) {
 }
 
 void nmkItemSorterGrid::lay_out(const std::vector<std::vector<int>>& rows) {
-    std::vector<int> places;
-    places.reserve(static_cast<std::size_t>(source.size()));
+    std::vector<int> positions;
+    positions.reserve(static_cast<std::size_t>(source.size()));
     int direction = reverse_first_row;
     for (const std::vector<int>& row : rows) {
         if (direction == 0) {
-            places.insert(places.end(), row.begin(), row.end());
+            positions.insert(positions.end(), row.begin(), row.end());
         } else {
-            places.insert(places.end(), row.rbegin(), row.rend());
+            positions.insert(positions.end(), row.rbegin(), row.rend());
         }
         if (zigzag != 0) direction = direction == 0 ? 1 : 0;
     }
-    result.take_items(source, places);
+    result.take_items(source, positions);
 }
 
 // Deliberate: an item is compared with the first of the row only, so two that are each within the
@@ -115,19 +117,19 @@ void nmkItemSorterGrid::form_rows(double tolerance, nmkSortedListcoSortedList& r
     }
 }
 
-void nmkItemSorterGrid::go_forwards(const nmkSortedListcoSortedList& rows, int turning,
+void nmkItemSorterGrid::go_forwards(const nmkSortedListcoSortedList& rows, int is_zigzag,
                                     int direction) {
     for (auto row = rows.begin(); row != rows.end(); ++row) {
         add_items_from_list(*row, direction);
-        if (turning != 0) direction = direction == 0 ? 1 : 0;
+        if (is_zigzag != 0) direction = direction == 0 ? 1 : 0;
     }
 }
 
-void nmkItemSorterGrid::go_backwards(const nmkSortedListcoSortedList& rows, int turning,
+void nmkItemSorterGrid::go_backwards(const nmkSortedListcoSortedList& rows, int is_zigzag,
                                      int direction) {
     for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
         add_items_from_list(*row, direction);
-        if (turning != 0) direction = direction == 0 ? 1 : 0;
+        if (is_zigzag != 0) direction = direction == 0 ? 1 : 0;
     }
 }
 

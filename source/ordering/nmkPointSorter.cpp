@@ -9,8 +9,10 @@
 #include <cmath>
 #include <memory>
 
-#include "item_point.h"
+#include "point_of_item.h"
 #include "sort_types.h"
+
+using nmk_ordering::point_of_item;
 
 namespace {
 
@@ -18,7 +20,7 @@ using nmk_ordering::RowLayout;
 using nmk_ordering::SorterKind;
 using nmk_ordering::SortType;
 
-// The channel that is sent the points before and after a sort.
+// The debug channel on which the points are drawn before and after a sort.
 constexpr const char* debug_channel = "nmkPointSorter";
 constexpr int debug_level = 2;
 constexpr double size_in_tolerances = 3.0;
@@ -31,7 +33,7 @@ void draw_points(nmkSortList& items, double size, const char* label) {
     nmkDebugGeometry& channel = nmkDebugGeometry::get_from_manager(debug_channel);
     items.reset();
     while (items.forwards() != 0) {
-        channel.append_cross_drawing(item_point(items.read()), size, cross_colour, cross_weight,
+        channel.append_cross_drawing(point_of_item(items.read()), size, cross_colour, cross_weight,
                                      label, debug_level);
     }
 }
@@ -81,7 +83,7 @@ nmkSortList& nmkPointSorter::sort(double tolerance, const giPoint3& start,
     return sorted;
 }
 
-// The sorter that is used for the largest numbers of items does without a copy of the list.
+// The shortest sorter, which gets the largest numbers of items, does not need a copy of the list.
 void nmkPointSorter::give_items(nmkItemSorter& sorter) {
     if (auto* shortest = dynamic_cast<nmkItemSorterShortest*>(&sorter)) {
         shortest->lend(unsorted);
@@ -118,7 +120,7 @@ void nmkPointSorter::set_directions(const giPoint3& start, nmkItemSorterGrid* gr
     const int zigzag = type.is_zigzag ? 1 : 0;
     giBox2 box;
     unsorted.get_box(box);
-    unsorted.reset();  // the rows are those of all items, so a walk that was broken off ends here
+    unsorted.reset();  // the box is that of all items, so all of them are sorted
     const int near_max_x =
         std::fabs(start.x - box.min().x) > std::fabs(start.x - box.max().x) ? 1 : 0;
     const int near_max_y =

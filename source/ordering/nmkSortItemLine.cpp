@@ -10,8 +10,8 @@ nmkSortItemLine::nmkSortItemLine(const nmkSortItemLine&) = default;
 nmkSortItemLine& nmkSortItemLine::operator=(const nmkSortItemLine&) = default;
 nmkSortItemLine::~nmkSortItemLine() = default;
 
-// Deliberate: the points do not change places with the flag, so that the caller gets back exactly
-// what it gave; reversed() says which way to travel.
+// Deliberate: the points are not swapped with the flag, so that the caller gets back exactly what
+// it gave; reversed() gives the direction of travel.
 const giPoint3& nmkSortItemLine::get_point() const { return point; }
 const giPoint3& nmkSortItemLine::get_end_point() const { return end_point; }
 

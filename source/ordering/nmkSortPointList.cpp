@@ -1,11 +1,12 @@
-// nmkSortPointList: what the points of a list have in common.
 #include <nmktoolbox/ordering/nmkSortPointList.h>
 
 #include <algorithm>
 #include <limits>
 
-#include "item_point.h"
+#include "point_of_item.h"
 #include "sort_keys.h"
+
+using nmk_ordering::point_of_item;
 
 nmkSortPointList::nmkSortPointList() = default;
 nmkSortPointList::~nmkSortPointList() = default;
@@ -13,7 +14,7 @@ nmkSortPointList::~nmkSortPointList() = default;
 void nmkSortPointList::get_box(giBox2& box) {
     box = giBox2();
     for (const nmkSortItemPrf& item : *this) {
-        const giPoint3& point = item_point(item);
+        const giPoint3& point = point_of_item(item);
         box.add(giPoint2(point.x, point.y));
     }
 }
@@ -23,7 +24,7 @@ int nmkSortPointList::get_closest(const giPoint3& p) {
     int position = 0;
     double least = std::numeric_limits<double>::max();
     for (const nmkSortItemPrf& item : *this) {
-        const double d2 = nmk_ordering::sort_keys::closest(item_point(item), p);
+        const double d2 = nmk_ordering::sort_keys::closest(point_of_item(item), p);
         if (d2 < least) {
             least = d2;
             closest = position;

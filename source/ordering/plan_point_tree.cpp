@@ -1,5 +1,5 @@
-// place_tree: build by halves, search the nearer half first, forget a half that is empty.
-#include "place_tree.h"
+// plan_point_tree: built by halving; a search takes the nearer half first and skips empty ones.
+#include "plan_point_tree.h"
 
 #include <algorithm>
 #include <limits>
@@ -10,7 +10,7 @@ namespace nmk_ordering {
 
 namespace {
 
-constexpr int most_places_of_a_leaf = 8;
+constexpr int max_points_of_a_leaf = 8;
 
 std::size_t at(int index) { return static_cast<std::size_t>(index); }
 
@@ -22,69 +22,69 @@ double outside(double value, double low, double high) {
 
 }  // namespace
 
-struct PlaceTree::Search {
-    Place from;
+struct PlanPointTree::Search {
+    PlanPoint from;
     std::vector<int>& found;
     double least = std::numeric_limits<double>::infinity();
 };
 
-PlaceTree::PlaceTree(std::vector<Place> all_places)
-    : places(std::move(all_places)),
-      order(places.size()),
-      leaf_of(places.size()),
-      taken(places.size(), 0) {
-    std::iota(order.begin(), order.end(), 0);
-    if (!places.empty()) build(0, static_cast<int>(places.size()), -1);
+PlanPointTree::PlanPointTree(std::vector<PlanPoint> points)
+    : m_points(std::move(points)),
+      m_order(m_points.size()),
+      m_leaf_of(m_points.size()),
+      m_is_removed(m_points.size(), 0) {
+    std::iota(m_order.begin(), m_order.end(), 0);
+    if (!m_points.empty()) build(0, static_cast<int>(m_points.size()), -1);
 }
 
-int PlaceTree::build(int begin, int end, int parent) {
-    Place low = places[at(order[at(begin)])];
-    Place high = low;
+int PlanPointTree::build(int begin, int end, int parent) {
+    PlanPoint low = m_points[at(m_order[at(begin)])];
+    PlanPoint high = low;
     for (int i = begin; i < end; ++i) {
-        const Place& place = places[at(order[at(i)])];
-        low = {std::min(low.x, place.x), std::min(low.y, place.y)};
-        high = {std::max(high.x, place.x), std::max(high.y, place.y)};
+        const PlanPoint& point = m_points[at(m_order[at(i)])];
+        low = {std::min(low.x, point.x), std::min(low.y, point.y)};
+        high = {std::max(high.x, point.x), std::max(high.y, point.y)};
     }
-    const int node = static_cast<int>(nodes.size());
-    nodes.push_back({low, high, begin, end, -1, -1, parent, end - begin});
-    if (end - begin > most_places_of_a_leaf) {
+    const int node = static_cast<int>(m_nodes.size());
+    m_nodes.push_back({low, high, begin, end, -1, -1, parent, end - begin});
+    if (end - begin > max_points_of_a_leaf) {
         split(node);
     } else {
-        for (int i = begin; i < end; ++i) leaf_of[at(order[at(i)])] = node;
+        for (int i = begin; i < end; ++i) m_leaf_of[at(m_order[at(i)])] = node;
     }
     return node;
 }
 
-void PlaceTree::split(int node) {
-    const Node whole = nodes[at(node)];
+void PlanPointTree::split(int node) {
+    const Node whole = m_nodes[at(node)];
     const bool by_x = whole.high.x - whole.low.x >= whole.high.y - whole.low.y;
     const int middle = whole.begin + (whole.end - whole.begin) / 2;
-    std::nth_element(order.begin() + whole.begin, order.begin() + middle, order.begin() + whole.end,
-                     [&](int a, int b) {
-                         return by_x ? places[at(a)].x < places[at(b)].x
-                                     : places[at(a)].y < places[at(b)].y;
+    std::nth_element(m_order.begin() + whole.begin, m_order.begin() + middle,
+                     m_order.begin() + whole.end, [&](int a, int b) {
+                         return by_x ? m_points[at(a)].x < m_points[at(b)].x
+                                     : m_points[at(a)].y < m_points[at(b)].y;
                      });
     const int left = build(whole.begin, middle, node);
     const int right = build(middle, whole.end, node);
-    nodes[at(node)].left = left;
-    nodes[at(node)].right = right;
+    m_nodes[at(node)].left = left;
+    m_nodes[at(node)].right = right;
 }
 
-double PlaceTree::bound_of(int node, const Place& from) const {
-    const Node& box = nodes[at(node)];
+double PlanPointTree::bound_of(int node, const PlanPoint& from) const {
+    const Node& box = m_nodes[at(node)];
     const double dx = outside(from.x, box.low.x, box.high.x);
     const double dy = outside(from.y, box.low.y, box.high.y);
     return dx * dx + dy * dy;
 }
 
-void PlaceTree::nearest(const Place& from, std::vector<int>& found) const {
+void PlanPointTree::nearest(const PlanPoint& from, std::vector<int>& found) const {
     found.clear();
     Search whole{from, found};
-    if (!nodes.empty()) search(0, 0.0, whole);
+    if (!m_nodes.empty()) search(0, 0.0, whole);
 }
 
-void PlaceTree::search(int node, double bound, Search& state) const {
-    const Node& here = nodes[at(node)];
+void PlanPointTree::search(int node, double bound, Search& state) const {
+    const Node& here = m_nodes[at(node)];
     if (here.count == 0 || bound > state.least) return;
     if (here.left < 0) {
         search_leaf(here, state);
@@ -102,22 +102,22 @@ void PlaceTree::search(int node, double bound, Search& state) const {
     search(farther, farther_bound, state);
 }
 
-void PlaceTree::search_leaf(const Node& leaf, Search& state) const {
+void PlanPointTree::search_leaf(const Node& leaf, Search& state) const {
     for (int i = leaf.begin; i < leaf.end; ++i) {
-        const int place = order[at(i)];
-        if (taken[at(place)] != 0) continue;
-        const double distance = squared_distance(places[at(place)], state.from);
+        const int point = m_order[at(i)];
+        if (m_is_removed[at(point)] != 0) continue;
+        const double distance = squared_distance(m_points[at(point)], state.from);
         if (distance > state.least) continue;
         if (distance < state.least) state.found.clear();
         state.least = distance;
-        state.found.push_back(place);
+        state.found.push_back(point);
     }
 }
 
-void PlaceTree::remove(int place) {
-    taken[at(place)] = 1;
-    for (int node = leaf_of[at(place)]; node >= 0; node = nodes[at(node)].parent) {
-        --nodes[at(node)].count;
+void PlanPointTree::remove(int point) {
+    m_is_removed[at(point)] = 1;
+    for (int node = m_leaf_of[at(point)]; node >= 0; node = m_nodes[at(node)].parent) {
+        --m_nodes[at(node)].count;
     }
 }
 

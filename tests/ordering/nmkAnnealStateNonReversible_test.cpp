@@ -17,7 +17,7 @@ using plain::items_of;
 using plain::Spread;
 using plain::TwoArrays;
 
-struct Open_one_way : nmkAnnealStateNonReversible {
+struct OpenOneWay : nmkAnnealStateNonReversible {
     using nmkAnnealStateNonReversible::nmkAnnealStateNonReversible;
     using nmkAnnealStateNonReversible::operator=;
     using nmkAnnealOrderState::candidate_1;
@@ -48,7 +48,7 @@ double shortest_by_trying_all(nmkAnnealStateNonReversible& state, int n, bool cl
     return shortest;
 }
 
-TEST(nmkAnnealStateNonReversible, does_not_count_heights) {
+TEST(nmkAnnealStateNonReversible, ignores_z_in_distances) {
     giPoint3coPageArr starts, ends;
     starts.add(giPoint3(1, 2, 3));
     ends.add(giPoint3(1, 2, 300));
@@ -89,7 +89,7 @@ TEST(nmkAnnealStateNonReversible, keeps_the_first_of_two_orders_that_are_equally
     EXPECT_EQ(Inside::length_of(state), 10.0);
 }
 
-TEST(nmkAnnealStateNonReversible, is_not_solved_with_one_line_or_none) {
+TEST(nmkAnnealStateNonReversible, is_left_in_order_with_one_line_or_none) {
     for (int n = 0; n <= 1; ++n) {
         const TwoArrays arrays(Spread::space, n, 4);
         nmkAnnealStateNonReversible state(arrays.starts, arrays.ends, 1);
@@ -119,20 +119,20 @@ TEST(nmkAnnealStateNonReversible, solves_nine_lines_and_anneals_ten) {
     EXPECT_GE(anneal10.num_iterations_used(), 15000);
 }
 
-TEST(nmkAnnealStateNonReversible, foretells_the_length_of_every_move_with_ten_distances) {
+TEST(nmkAnnealStateNonReversible, predicts_the_length_of_every_move_with_ten_distances) {
     for (int closed = 0; closed < 2; ++closed) {
         const TwoArrays arrays(Spread::space, 11, 15);
-        Open_one_way state(arrays.starts, arrays.ends, closed);
+        OpenOneWay state(arrays.starts, arrays.ends, closed);
         state.initialise();
         state.randomise();
         for (int k = 0; k < 3000; ++k) {
             state.distances = 0;
-            const double foretold = state.candidate_new_state();
+            const double predicted = state.candidate_new_state();
             ASSERT_LE(state.distances, 10);
             state.accept_new_state();
-            ASSERT_NEAR(foretold, state.length(), 1e-8) << k;
-            ASSERT_EQ(state.distance_value, foretold);
-            ASSERT_EQ(state.candidate_distance, foretold);  // stays as it is
+            ASSERT_NEAR(predicted, state.length(), 1e-8) << k;
+            ASSERT_EQ(state.distance_value, predicted);
+            ASSERT_EQ(state.candidate_distance, predicted);  // stays as it is
             ASSERT_LT(state.candidate_1, state.candidate_2);
         }
         std::vector<int> items = items_of(state);
@@ -143,7 +143,7 @@ TEST(nmkAnnealStateNonReversible, foretells_the_length_of_every_move_with_ten_di
 
 TEST(nmkAnnealStateNonReversible, counts_no_edge_twice_between_adjacent_blocks) {
     const TwoArrays arrays(Spread::space, 12, 17);
-    Open_one_way state(arrays.starts, arrays.ends, 1);
+    OpenOneWay state(arrays.starts, arrays.ends, 1);
     state.initialise();
     state.candidate_1 = 3;
     state.candidate_2 = 4;  // room for blocks of one only, which touch
@@ -164,7 +164,7 @@ TEST(nmkAnnealStateNonReversible, counts_no_edge_twice_between_adjacent_blocks) 
 
 TEST(nmkAnnealStateNonReversible, copies_neither_closedness_nor_another_kind) {
     const TwoArrays arrays(Spread::space, 12, 19);
-    Open_one_way open(arrays.starts, arrays.ends, 0), closed(arrays.starts, arrays.ends, 1);
+    OpenOneWay open(arrays.starts, arrays.ends, 0), closed(arrays.starts, arrays.ends, 1);
     open.initialise();
     open.randomise();
     closed = static_cast<const nmkAnnealState&>(open);

@@ -1,4 +1,4 @@
-// nmkAnnealStatePoints_test.cpp: bare points.
+// nmkAnnealStatePoints_test.cpp: points on an open path.
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,5 @@
-// nmkAnnealStateTester_test.cpp: the exerciser of ordering states.
+// nmkAnnealStateTester_test.cpp: the checks that the annealer does at least as well as nearest
+// neighbour.
 
 #include <gtest/gtest.h>
 #include <utils/utAssert.h>

@@ -137,7 +137,7 @@ TYPED_TEST(nmkAnnealState_derived, is_of_its_own_kind_when_it_only_reports_its_d
     EXPECT_EQ(nmkAnnealOrderState(4).ut_is_kind_of(TypeParam::ut_static_type()), 0);
 }
 
-TEST(nmkAnnealState, goes_on_assigning_after_an_assignment_that_threw) {
+TEST(nmkAnnealState, can_be_assigned_to_after_an_assignment_that_threw) {
     struct Refusing : nmkAnnealOrderState {
         using nmkAnnealOrderState::nmkAnnealOrderState;
         Refusing& operator=(const nmkAnnealState& other) override {

@@ -16,8 +16,8 @@ namespace {
 
 using plain::Engine;
 
-// A state whose energies are told by functions, and which writes down what it is asked.
-class Told_state : public nmkAnnealState {
+// A state whose energies come from a function, and which logs its calls.
+class ScriptedState : public nmkAnnealState {
   public:
     int moves = 1;
     double start = 10.0;
@@ -42,7 +42,7 @@ class Told_state : public nmkAnnealState {
     nmkAnnealState& operator=(const nmkAnnealState& other) override {
         note("copy");
         ++copies;
-        configuration = static_cast<const Told_state&>(other).configuration;
+        configuration = static_cast<const ScriptedState&>(other).configuration;
         return *this;
     }
 
@@ -52,7 +52,7 @@ class Told_state : public nmkAnnealState {
     }
 };
 
-class Told_progress : public nmkProgressBreak {
+class LoggingProgress : public nmkProgressBreak {
   public:
     int send_progress_bar_to_0(const char* text) override {
         log += std::string("start[") + text + "] ";
@@ -106,7 +106,7 @@ std::string first_words(const std::string& text, int count) {
 }
 
 TEST(nmkAnneal, calls_the_state_in_the_order_of_the_schedule) {
-    Told_state state, best;
+    ScriptedState state, best;
     std::string calls;
     state.calls = best.calls = &calls;
     best.name = 'b';
@@ -123,10 +123,10 @@ TEST(nmkAnneal, calls_the_state_in_the_order_of_the_schedule) {
 }
 
 TEST(nmkAnneal, leaves_the_start_configuration_when_there_is_nothing_to_anneal) {
-    Told_state state, best;
+    ScriptedState state, best;
     state.start = -1.0;
     state.configuration = 7;
-    Told_progress progress;
+    LoggingProgress progress;
     Engine anneal(state, best);
     anneal.set_progress(&progress);
     anneal.simulate();
@@ -140,7 +140,7 @@ TEST(nmkAnneal, leaves_the_start_configuration_when_there_is_nothing_to_anneal) 
 }
 
 TEST(nmkAnneal, ends_by_the_stall_limit_when_there_are_no_moves) {
-    Told_state state, best;
+    ScriptedState state, best;
     state.moves = 0;
     nmkAnneal anneal(state, best);
     anneal.simulate();
@@ -149,7 +149,7 @@ TEST(nmkAnneal, ends_by_the_stall_limit_when_there_are_no_moves) {
 }
 
 TEST(nmkAnneal, ends_after_7501_steps_without_any_improvement) {
-    Told_state state, best;
+    ScriptedState state, best;
     nmkAnneal anneal(state, best);
     anneal.simulate();
     EXPECT_EQ(state.proposals, 7501 + 7500);
@@ -159,7 +159,7 @@ TEST(nmkAnneal, ends_after_7501_steps_without_any_improvement) {
 }
 
 TEST(nmkAnneal, keeps_the_start_when_every_move_is_worse) {
-    Told_state state, best;
+    ScriptedState state, best;
     state.configuration = 3;
     state.proposal = [](int) { return std::numeric_limits<double>::infinity(); };
     nmkAnneal anneal(state, best);
@@ -169,7 +169,7 @@ TEST(nmkAnneal, keeps_the_start_when_every_move_is_worse) {
 }
 
 TEST(nmkAnneal, counts_the_steps_before_a_late_improvement_too) {
-    Told_state state, best;
+    ScriptedState state, best;
     state.proposal = [](int k) { return k == 99 ? 1.0 : std::numeric_limits<double>::infinity(); };
     nmkAnneal anneal(state, best);
     anneal.simulate();
@@ -177,10 +177,10 @@ TEST(nmkAnneal, counts_the_steps_before_a_late_improvement_too) {
     EXPECT_EQ(anneal.num_iterations_used(), 99 + 7500 + 7500);
 }
 
-TEST(nmkAnneal, reports_progress_and_does_not_heed_the_answers) {
-    Told_state state, best;
+TEST(nmkAnneal, reports_progress_and_ignores_what_the_reporter_returns) {
+    ScriptedState state, best;
     state.moves = 2;
-    Told_progress progress;
+    LoggingProgress progress;
     nmkAnneal anneal(state, best);
     anneal.set_progress(&progress);
     anneal.simulate();
@@ -188,7 +188,7 @@ TEST(nmkAnneal, reports_progress_and_does_not_heed_the_answers) {
 }
 
 TEST(nmkAnneal, keeps_a_random_start_that_is_better_after_the_first_move) {
-    Told_state state, best;
+    ScriptedState state, best;
     state.random_energy = 2.0;
     state.proposal = [](int) { return std::numeric_limits<double>::infinity(); };
     Engine anneal(state, best);
@@ -199,7 +199,7 @@ TEST(nmkAnneal, keeps_a_random_start_that_is_better_after_the_first_move) {
 }
 
 TEST(nmkAnneal, never_accepts_an_equal_move_at_temperature_zero_but_draws_for_it) {
-    Told_state state, best;
+    ScriptedState state, best;
     state.random_energy = 0.0;  // so is the temperature
     state.proposal = [](int) { return 0.0; };
     Engine anneal(state, best);
@@ -222,7 +222,7 @@ std::int32_t seed_that_draws(int number) {
 
 TEST(nmkAnneal, accepts_an_equal_move_unless_the_number_drawn_is_one) {
     for (const int drawn : {32766, 32767}) {
-        Told_state state, best;
+        ScriptedState state, best;
         state.proposal = [](int k) { return k == 0 ? 10.0 : 1e300; };
         nmkAnneal anneal(state, best);
         anneal.seed(seed_that_draws(drawn));
@@ -231,8 +231,8 @@ TEST(nmkAnneal, accepts_an_equal_move_unless_the_number_drawn_is_one) {
     }
 }
 
-TEST(nmkAnneal, goes_on_with_its_generator_in_a_second_run) {
-    Told_state state, best;
+TEST(nmkAnneal, continues_the_sequence_of_its_generator_in_a_second_run) {
+    ScriptedState state, best;
     state.random_energy = 0.0;
     state.proposal = [](int) { return 0.0; };
     Engine anneal(state, best);
@@ -244,7 +244,7 @@ TEST(nmkAnneal, goes_on_with_its_generator_in_a_second_run) {
 }
 
 TEST(nmkAnneal, draws_nothing_for_an_improving_move) {
-    Told_state state, best;
+    ScriptedState state, best;
     state.random_energy = 1e9;
     Engine anneal(state, best);
     anneal.seed(42);
@@ -257,8 +257,8 @@ TEST(nmkAnneal, draws_nothing_for_an_improving_move) {
 }
 
 TEST(nmkAnneal, compares_the_quench_with_the_last_energy_of_the_annealing) {
-    Told_state state, best;
-    // One accepted rise at the first step; the quench then takes 11 as an improvement on 12,
+    ScriptedState state, best;
+    // One accepted rise at the first step; the quench then accepts 11 as an improvement on 12,
     // though the restored configuration had 10.
     state.random_energy = 1e9;
     int quench_starts_at = -1;
@@ -274,8 +274,8 @@ TEST(nmkAnneal, compares_the_quench_with_the_last_energy_of_the_annealing) {
     EXPECT_EQ(state.accepted, 2);
 }
 
-TEST(nmkAnneal, ends_also_with_energies_that_are_no_numbers) {
-    Told_state state, best;
+TEST(nmkAnneal, ends_also_when_energies_are_nan) {
+    ScriptedState state, best;
     state.random_energy = std::nan("");
     state.proposal = [](int) { return std::nan(""); };
     nmkAnneal anneal(state, best);
@@ -293,7 +293,7 @@ TEST(nmkAnneal, accepts_by_the_power_law) {
 }
 
 TEST(nmkAnneal, cools_by_a_hundredth_a_step) {
-    Told_state state, best;
+    ScriptedState state, best;
     state.random_energy = 50.0;
     Engine anneal(state, best);
     anneal.simulate();
@@ -319,7 +319,7 @@ TEST(nmkAnneal, gives_equal_results_for_equal_seeds_and_leaves_the_states_genera
     EXPECT_EQ(orders[0], orders[1]);
 }
 
-// With a reporter the states are brought up to date at each step; what comes out is the same.
+// With a reporter the states are brought up to date at each step; the result is the same.
 TEST(nmkAnneal, gives_the_same_order_with_a_reporter) {
     const auto starts = plain::spread_points(plain::Spread::square, 12, 32);
     const auto ends = plain::spread_points(plain::Spread::square, 12, 33);
@@ -330,7 +330,7 @@ TEST(nmkAnneal, gives_the_same_order_with_a_reporter) {
         anneal.simulate();
         return plain::items_of(best);
     };
-    Told_progress progress;
+    LoggingProgress progress;
     nmkAnnealStatePoints p1(&from), p2(&from), p3(&from), p4(&from);
     EXPECT_EQ(order(p1, p2, nullptr), order(p3, p4, &progress));
     nmkAnnealStateReversibleLines l1(from, to), l2(from, to), l3(from, to), l4(from, to);

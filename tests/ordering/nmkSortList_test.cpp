@@ -73,7 +73,7 @@ TEST(nmkSortItemPrf, is_unique_when_null_or_the_only_owner_never_when_borrowing)
     EXPECT_EQ(owner.unique(), 0);
 }
 
-TEST(nmkSortList, walks_its_items_and_stands_before_the_head_again) {
+TEST(nmkSortList, walks_its_items_and_ends_before_the_head_again) {
     Holes holes;
     for (int i = 0; i < 3; ++i) holes.add(double(i), 0.0);
     nmkSortList list;
@@ -124,7 +124,7 @@ TEST(nmkSortList, jumps_to_a_position_and_removes_backwards) {
     EXPECT_EQ(list.read()->index(), 2);
 }
 
-TEST(nmkSortList, answers_an_invalid_reference_where_there_is_no_item) {
+TEST(nmkSortList, returns_an_invalid_reference_where_there_is_no_item) {
     nmkSortList list;
     Hole hole(1, 2);
     EXPECT_TRUE(list.read_first().invalid());

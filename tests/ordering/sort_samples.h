@@ -16,11 +16,11 @@ namespace sort_samples {
 /// A hole: the least that a caller's own item needs.
 class Hole : public nmkSortItemWithPoint {
   public:
-    Hole(double x, double y, double z = 0.0) : place(x, y, z) {}
-    const giPoint3& get_point() const override { return place; }
+    Hole(double x, double y, double z = 0.0) : m_point(x, y, z) {}
+    const giPoint3& get_point() const override { return m_point; }
 
   private:
-    giPoint3 place;
+    giPoint3 m_point;
 };
 
 /// An item of another class that pulls half as hard at the elastic ring as others do.
@@ -35,7 +35,7 @@ class WeakHole : public Hole {
     }
 };
 
-/// Items that live as long as the sample, numbered from 0.
+/// Items owned by the sample, numbered from 0.
 template <class Item>
 class Sample {
   public:
@@ -67,7 +67,7 @@ inline std::vector<int> indices(nmkSortList& list) {
     return order;
 }
 
-/// Writes down every call, and asks for a stop at one of the increments.
+/// Logs every call, and requests a stop at one of the increments.
 class Reporter : public nmkProgressBreak {
   public:
     explicit Reporter(int stop_at_increment = 0) : stop_at(stop_at_increment) {}
@@ -92,13 +92,13 @@ class Reporter : public nmkProgressBreak {
     int stop_at;
 };
 
-/// How the points of a generated sample lie.
+/// The layout of the points of a generated sample.
 enum class Layout { random, grid, coincident, ring, mirrored };
 
 constexpr Layout layouts[] = {Layout::random, Layout::grid, Layout::coincident, Layout::ring,
                               Layout::mirrored};
 
-inline giPoint3 place(Layout layout, int i, int n, std::mt19937& words) {
+inline giPoint3 point_of(Layout layout, int i, int n, std::mt19937& words) {
     const auto draw = [&](int limit) {
         return static_cast<int>(words() % static_cast<unsigned>(limit));
     };
@@ -122,12 +122,12 @@ inline giPoint3 place(Layout layout, int i, int n, std::mt19937& words) {
 inline void fill(Holes& holes, Layout layout, int n, std::uint32_t seed) {
     std::mt19937 words(seed);
     for (int i = 0; i < n; ++i) {
-        const giPoint3 p = place(layout, i, n, words);
+        const giPoint3 p = point_of(layout, i, n, words);
         holes.add(p.x, p.y, p.z);
     }
 }
 
-/// Puts the settings of the process-wide comparator back when a test ends.
+/// Restores the settings of the process-wide comparator when a test ends.
 class KeepsComparator {
   public:
     KeepsComparator()

@@ -1,7 +1,7 @@
 // nmkSortPointList: a list of items that all have points.
 //
-// Adds the operations on the points as a whole. All of them look at the plan view only and at every
-// item, wherever the cursor is, and leave the cursor there.
+// Adds operations on all points together. They use x and y only, take every item of the list into
+// account, and do not use the cursor.
 #pragma once
 
 #include <geometry/giBox2.h>
@@ -21,6 +21,6 @@ class NMKTOOLBOX_EXPORT nmkSortPointList : public nmkSortList {
     /// and 0 for an empty list.
     int get_closest(const giPoint3& p);
 
-    /// Gives every item its normal point: all of them in the unit square, proportions kept.
+    /// Sets the normal point of every item: all of them in the unit square, proportions kept.
     void normalize_points();
 };
