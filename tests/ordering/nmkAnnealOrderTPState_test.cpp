@@ -223,4 +223,45 @@ TEST(nmkAnnealOrderTPState, is_annealed_to_a_cheaper_order_that_keeps_the_sequen
     EXPECT_LT(best.length(), start);
 }
 
+TEST(nmkAnnealOrderTPState, accepts_nothing_before_a_move_was_proposed) {
+    OpenState state(runs({2, 3}));
+    state.initialise();
+    const std::vector<int> before = items_of(state);
+    state.accept_new_state();
+    EXPECT_EQ(items_of(state), before);
+}
+
+TEST(nmkAnnealOrderTPState, stays_as_it_is_when_assigned_to_itself) {
+    OpenState state(runs({2, 3}));
+    state.initialise();
+    state.randomise();
+    const std::vector<int> before = items_of(state);
+    const nmkAnnealState& same = state;
+    state = same;
+    EXPECT_EQ(items_of(state), before);
+}
+
+TEST(nmkAnnealOrderTPState, slides_a_toolpath_to_either_end_of_the_order) {
+    const Paths paths = runs({1, 1, 1, 1});
+    OpenState state(paths);
+    for (const auto& [from, to] : {std::pair(3, 0), std::pair(0, 3), std::pair(1, 2)}) {
+        state.initialise();
+        state.candidate_1 = from;
+        state.candidate_2 = to;
+        state.update_candidate_distance();
+        state.accept_new_state();
+        EXPECT_EQ(items_of(state)[static_cast<std::size_t>(to)], from);
+        EXPECT_NEAR(state.distance_value, state.length(), 1e-9);
+    }
+}
+
+TEST(nmkAnnealOrderTPState, is_cast_down_from_a_state_of_its_kind_only) {
+    const OpenState state(runs({4}));
+    const nmkAnnealOrderState other(4);
+    const nmkAnnealState* const pointer = &state;
+    EXPECT_EQ(nmkAnnealOrderTPState::ut_dynamic_cast(pointer), &state);
+    EXPECT_EQ(nmkAnnealOrderTPState::ut_dynamic_cast(static_cast<const nmkAnnealState*>(&other)),
+              nullptr);
+}
+
 }  // namespace

@@ -35,4 +35,19 @@ TEST(nmkAnnealStatePoints, takes_over_the_array_of_its_source) {
     EXPECT_EQ(items_of(from), before);
 }
 
+TEST(nmkAnnealStatePoints, is_cast_down_from_a_state_of_its_kind_only) {
+    const TwoArrays arrays(Spread::space, 4, 1);
+    const nmkAnnealStatePoints points(&arrays.starts);
+    const nmkAnnealStateReversibleLines lines(arrays.starts, arrays.ends);
+    const nmkAnnealState* const pointer = &points;
+    EXPECT_EQ(nmkAnnealStatePoints::ut_dynamic_cast(pointer), &points);
+    EXPECT_EQ(nmkAnnealStateReversibleLines::ut_dynamic_cast(pointer), nullptr);
+    EXPECT_EQ(nmkAnnealStateNonReversible::ut_dynamic_cast(pointer), nullptr);
+    EXPECT_EQ(nmkAnnealStateTwoItemStates::ut_dynamic_cast(pointer), nullptr);
+    EXPECT_EQ(nmkAnnealOrderState::ut_dynamic_cast(pointer), &points);
+    const nmkAnnealState* const other = &lines;
+    EXPECT_EQ(nmkAnnealStatePoints::ut_dynamic_cast(other), nullptr);
+    EXPECT_EQ(nmkAnnealStateReversibleLines::ut_dynamic_cast(other), &lines);
+}
+
 }  // namespace

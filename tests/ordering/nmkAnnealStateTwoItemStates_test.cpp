@@ -159,4 +159,55 @@ TEST(nmkAnnealStateTwoItemStates, does_not_copy_the_block_length) {
     EXPECT_FALSE(to.has_valid_swap_candidate());
 }
 
+// A swap is valid between two positions in order, with blocks that fit between them.
+TEST(nmkAnnealStateTwoItemStates, accepts_only_swaps_that_fit_into_the_order) {
+    struct Swap {
+        const char* name;
+        int first, second;
+        bool is_valid;
+    };
+    const Swap swaps[] = {{"as drawn", 1, 4, true},
+                          {"before the first position", -1, 4, false},
+                          {"past the last position", 1, 6, false},
+                          {"one position only", 2, 2, false},
+                          {"in falling order", 4, 1, false}};
+    OpenState state(toolpaths(6), 0);
+    for (const Swap& swap : swaps) {
+        do {
+            state.candidate_swap_state();
+        } while (state.candidate_2 - state.candidate_1 != 1);  // blocks of one
+        state.candidate_1 = swap.first;
+        state.candidate_2 = swap.second;
+        EXPECT_EQ(state.has_valid_swap_candidate(), swap.is_valid) << swap.name;
+    }
+}
+
+TEST(nmkAnnealStateTwoItemStates, accepts_no_block_that_is_too_long) {
+    OpenState state(toolpaths(6), 0);
+    const auto needs_room = [&state] {  // drawn blocks that are longer than one
+        state.candidate_swap_state();
+        state.candidate_1 = 0;
+        state.candidate_2 = 1;
+        return !state.has_valid_swap_candidate();
+    };
+    while (!needs_room()) {
+    }
+    const std::vector<int> before = items_of(state);
+    state.accept_new_state();
+    EXPECT_EQ(items_of(state), before);
+    state.candidate_2 = 3;
+    EXPECT_TRUE(state.has_valid_swap_candidate());
+}
+
+TEST(nmkAnnealStateTwoItemStates, stays_as_it_is_when_assigned_to_itself) {
+    OpenState state(toolpaths(5), 1);
+    state.randomise();
+    const std::vector<int> before = items_of(state);
+    const double length = state.length();
+    const nmkAnnealState& same = state;
+    state = same;
+    EXPECT_EQ(items_of(state), before);
+    EXPECT_EQ(state.length(), length);
+}
+
 }  // namespace

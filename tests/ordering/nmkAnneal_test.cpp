@@ -72,10 +72,10 @@ class LoggingProgress : public nmkProgressBreak {
 // the running sum of the energy differs from a length that is computed afresh.
 class NonRising : public nmkProgressBreak {
   public:
-    explicit NonRising(nmkAnnealOrderState& state) : best(state) {}
+    explicit NonRising(nmkAnnealOrderState& state) : m_best(state) {}
     int increment() override {
         ++increments;
-        const double now = best.length();
+        const double now = m_best.length();
         if (now > length + 1e-9 && rises++ == 0) first_rise = increments;
         length = now;
         return 0;
@@ -87,7 +87,7 @@ class NonRising : public nmkProgressBreak {
     int first_rise = 0;
 
   private:
-    nmkAnnealOrderState& best;
+    nmkAnnealOrderState& m_best;
 };
 
 int rises_seen(nmkAnnealOrderState& state, nmkAnnealOrderState& best) {

@@ -16,16 +16,16 @@ namespace {
 // Chooses the generation for the length of a test.
 class ItemSorterLevel {
   public:
-    explicit ItemSorterLevel(int level) : before(version().get_level()) {
+    explicit ItemSorterLevel(int level) : m_before(version().get_level()) {
         version().set_level(level);
     }
-    ~ItemSorterLevel() { version().set_level(before); }
+    ~ItemSorterLevel() { version().set_level(m_before); }
     ItemSorterLevel(const ItemSorterLevel&) = delete;
     ItemSorterLevel& operator=(const ItemSorterLevel&) = delete;
 
   private:
     static nmkVersion& version() { return nmkVersion::get_from_manager("itemsorter"); }
-    int before;
+    int m_before;
 };
 
 template <class Items>

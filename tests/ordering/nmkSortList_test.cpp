@@ -12,11 +12,11 @@ namespace {
 
 class Counted : public Hole {
   public:
-    explicit Counted(int& alive_count) : Hole(0, 0), alive(alive_count) { ++alive; }
-    ~Counted() override { --alive; }
+    explicit Counted(int& alive_count) : Hole(0, 0), m_alive(alive_count) { ++m_alive; }
+    ~Counted() override { --m_alive; }
 
   private:
-    int& alive;
+    int& m_alive;
 };
 
 void expect_order(nmkSortList& list, const std::vector<int>& expected) {
@@ -277,4 +277,16 @@ TEST(nmkSortedList, shares_its_list_with_copies_and_lends_its_representative) {
     EXPECT_EQ(row.list().size(), 1);
     EXPECT_EQ(row.sort_value().item(), &hole);
     EXPECT_TRUE(row.sort_value().external());
+}
+
+TEST(nmkSortPointList, normalizes_only_the_items_that_have_a_point) {
+    nmkSortItem without_point;
+    Hole hole(3.0, 4.0);
+    nmkSortPointList list;
+    list.add_item(&hole);
+    list.add_item(&without_point);
+    list.add_item(nmkSortItemPrf());
+    list.normalize_points();
+    EXPECT_EQ(list.size(), 3);
+    EXPECT_EQ(list.get_closest(giPoint3(3, 4, 0)), 0);
 }

@@ -41,19 +41,19 @@ class Sample {
   public:
     template <class... Arguments>
     Item& add(const Arguments&... arguments) {
-        items.push_back(std::make_unique<Item>(arguments...));
-        items.back()->set_index(static_cast<int>(items.size()) - 1);
-        return *items.back();
+        m_items.push_back(std::make_unique<Item>(arguments...));
+        m_items.back()->set_index(static_cast<int>(m_items.size()) - 1);
+        return *m_items.back();
     }
     template <class Sorter>
     void give_to(Sorter& sorter) {
-        for (auto& item : items) sorter.add_item(nmkSortItemPrf(item.get()));
+        for (auto& item : m_items) sorter.add_item(nmkSortItemPrf(item.get()));
     }
-    Item& operator[](int i) { return *items[static_cast<std::size_t>(i)]; }
-    int size() const { return static_cast<int>(items.size()); }
+    Item& operator[](int i) { return *m_items[static_cast<std::size_t>(i)]; }
+    int size() const { return static_cast<int>(m_items.size()); }
 
   private:
-    std::vector<std::unique_ptr<Item>> items;
+    std::vector<std::unique_ptr<Item>> m_items;
 };
 
 using Holes = Sample<Hole>;
@@ -70,7 +70,7 @@ inline std::vector<int> indices(nmkSortList& list) {
 /// Logs every call, and requests a stop at one of the increments.
 class Reporter : public nmkProgressBreak {
   public:
-    explicit Reporter(int stop_at_increment = 0) : stop_at(stop_at_increment) {}
+    explicit Reporter(int stop_at_increment = 0) : m_stop_at(stop_at_increment) {}
     int send_progress_bar_to_0(const char* text) override {
         calls.push_back(std::string("0 ") + text);
         return 0;
@@ -78,7 +78,7 @@ class Reporter : public nmkProgressBreak {
     void set_range(double range) override { calls.push_back("range " + std::to_string(range)); }
     int increment() override {
         calls.push_back("increment");
-        return ++increments == stop_at ? 1 : 0;
+        return ++increments == m_stop_at ? 1 : 0;
     }
     int send_progress_bar_to_100() override {
         calls.push_back("100");
@@ -89,7 +89,7 @@ class Reporter : public nmkProgressBreak {
     int increments = 0;
 
   private:
-    int stop_at;
+    int m_stop_at;
 };
 
 /// The layout of the points of a generated sample.
@@ -131,24 +131,24 @@ inline void fill(Holes& holes, Layout layout, int n, std::uint32_t seed) {
 class KeepsComparator {
   public:
     KeepsComparator()
-        : primary(nmkItemComparator::primary_sort()),
-          secondary(nmkItemComparator::secondary_sort()),
-          equality(nmkItemComparator::equality_method()),
-          point(nmkItemComparator::comparison_point()) {}
+        : m_primary(nmkItemComparator::primary_sort()),
+          m_secondary(nmkItemComparator::secondary_sort()),
+          m_equality(nmkItemComparator::equality_method()),
+          m_point(nmkItemComparator::comparison_point()) {}
     ~KeepsComparator() {
-        nmkItemComparator::primary_sort(primary);
-        nmkItemComparator::secondary_sort(secondary);
-        nmkItemComparator::equality_method(equality);
-        nmkItemComparator::set_comparison_point(point);
+        nmkItemComparator::primary_sort(m_primary);
+        nmkItemComparator::secondary_sort(m_secondary);
+        nmkItemComparator::equality_method(m_equality);
+        nmkItemComparator::set_comparison_point(m_point);
     }
     KeepsComparator(const KeepsComparator&) = delete;
     KeepsComparator& operator=(const KeepsComparator&) = delete;
 
   private:
-    nmkItemComparator::Comparison primary;
-    nmkItemComparator::Comparison secondary;
-    nmkItemComparator::Equality equality;
-    giPoint3 point;
+    nmkItemComparator::Comparison m_primary;
+    nmkItemComparator::Comparison m_secondary;
+    nmkItemComparator::Equality m_equality;
+    giPoint3 m_point;
 };
 
 }  // namespace sort_samples

@@ -184,3 +184,54 @@ TEST(giPoint3coPageArr, starts_its_points_unset) {
     EXPECT_FALSE(points[0].is_set());
     EXPECT_EQ(points.size(), 4);
 }
+
+TEST(giPoint2, coincides_within_a_circle_of_the_tolerance) {
+    const giPoint2 origin(0, 0);
+    EXPECT_NE(origin.coincident(giPoint2(3, 4), 5.0), 0);
+    EXPECT_EQ(origin.coincident(giPoint2(3.1, 4), 5.0), 0);
+    EXPECT_EQ(origin.coincident(giPoint2(5, 5), 5.0), 0);  // in the square, not in the circle
+}
+
+TEST(giBox2, is_not_empty_with_one_point_and_extends_to_every_side) {
+    giBox2 box;
+    box.add(giPoint2(1, 1));
+    EXPECT_FALSE(box.is_empty());
+    for (const giPoint2& point :
+         {giPoint2(-1, 1), giPoint2(3, 1), giPoint2(1, -2), giPoint2(1, 4)}) {
+        EXPECT_EQ(box.contains(point), 0);
+        box.add(point);
+        EXPECT_NE(box.contains(point), 0);
+    }
+    EXPECT_EQ(box.width(), 4.0);
+    EXPECT_EQ(box.height(), 6.0);
+}
+
+TEST(giBox3, contains_no_point_beyond_any_of_its_faces) {
+    const giBox3 box(giPoint3(1, 1, 1), giPoint3(0, 0, 0));
+    EXPECT_FALSE(box.is_empty());
+    EXPECT_NE(box.contains(giPoint3(0.5, 0.5, 0.5)), 0);
+    for (const giPoint3& point : {giPoint3(-1, 0, 0), giPoint3(2, 0, 0), giPoint3(0, -1, 0),
+                                  giPoint3(0, 2, 0), giPoint3(0, 0, -1), giPoint3(0, 0, 2)}) {
+        EXPECT_EQ(box.contains(point), 0);
+    }
+}
+
+TEST(giPoint3, differs_when_any_coordinate_does) {
+    const giPoint3 point(1, 2, 3);
+    EXPECT_EQ(point, giPoint3(1, 2, 3));
+    EXPECT_NE(point, giPoint3(0, 2, 3));
+    EXPECT_NE(point, giPoint3(1, 0, 3));
+    EXPECT_NE(point, giPoint3(1, 2, 0));
+    EXPECT_NE(giUnitVec3(giAxis::x), giUnitVec3(giAxis::y));
+    EXPECT_NE(giUnitVec3(giAxis::y), giUnitVec3(giAxis::z));
+    EXPECT_NE(giVector3(1, 2, 3), giVector3(1, 2, 4));
+    EXPECT_NE(giPoint2(1, 2), giPoint2(1, 3));
+}
+
+TEST(giAngle, is_ordered_by_size) {
+    const giAngle small(giDegrees, 10.0), large(giDegrees, 20.0);
+    EXPECT_TRUE(small < large);
+    EXPECT_TRUE(large > small);
+    EXPECT_FALSE(small == large);
+    EXPECT_TRUE(small == giAngle(giDegrees, 10.0));
+}

@@ -184,3 +184,53 @@ TEST_F(nmkDebugGeometry_drawing, is_written_whole_or_not_at_all) {
     EXPECT_TRUE(std::filesystem::is_empty(directory));
     std::filesystem::remove_all(directory);
 }
+
+TEST_F(nmkDebugGeometry_drawing, draws_a_circle_about_an_axis_of_no_direction_in_the_plan) {
+    channel.switch_on(1);
+    const giUnitVec3 no_direction(giUnit::already, 0.0, 0.0, 0.0);
+    channel.append_circle_drawing({0.0, 0.0, 0.0}, 2.0, no_direction, "circle", 1);
+    EXPECT_NE(svg().find("width=\"840.000\" height=\"840.000\""), std::string::npos) << svg();
+}
+
+TEST_F(nmkDebugGeometry_drawing, shows_a_circle_about_a_slanted_axis_as_an_ellipse) {
+    channel.switch_on(1);
+    channel.append_circle_drawing({0.0, 0.0, 0.0}, 1.0, giUnitVec3(0.6, 0.0, 0.8), "circle", 1);
+    EXPECT_NE(svg().find("width=\"680.000\" height=\"840.000\""), std::string::npos) << svg();
+}
+
+TEST_F(nmkDebugGeometry_drawing, takes_colours_modulo_the_palette_and_weights_from_1_up) {
+    channel.switch_on(1);
+    channel.append_cross_drawing({0.0, 0.0, 0.0}, 1.0, -1, 0, "cross", 1);
+    channel.append_cross_drawing({0.0, 0.0, 0.0}, 1.0, 8, -3, "cross", 1);
+    EXPECT_EQ(count(svg(), "stroke=\"#7f7f7f\" stroke-width=\"1\""), 2U) << svg();
+    EXPECT_EQ(count(svg(), "stroke=\"#1f77b4\" stroke-width=\"1\""), 2U) << svg();
+}
+
+TEST_F(nmkDebugGeometry_drawing, replaces_control_characters_of_a_label_by_spaces) {
+    channel.switch_on(1);
+    channel.append_cross_drawing({0.0, 0.0, 0.0}, 1.0, 0, 1, "a\x01\nb", 1);
+    EXPECT_EQ(count(svg(), "<title>a  b</title>"), 1U);
+}
+
+TEST_F(nmkDebugGeometry_drawing, leaves_a_directory_of_its_name_alone) {
+    const std::filesystem::path directory = std::filesystem::temp_directory_path() /
+                                            ("nmkDebugGeometry_taken_" + std::to_string(getpid()));
+    std::filesystem::create_directories(directory / "drawing.svg");
+    EXPECT_FALSE(channel.write_svg((directory / "drawing.svg").string()));
+    EXPECT_TRUE(std::filesystem::is_directory(directory / "drawing.svg"));
+    EXPECT_FALSE(std::filesystem::exists(directory / "drawing.svg.part"));
+    std::filesystem::remove_all(directory);
+}
+
+TEST_F(nmkDebugGeometry_channel, drops_a_list_of_paths_while_it_is_off) {
+    nmkAbsPolyArcLineVecListIter paths;
+    paths.insert_last(nmkDebugGeometryUtils::line_drawing({0.0, 0.0, 0.0}, {1.0, 0.0, 0.0}));
+    channel.copy_iter(paths, "line", 1);
+    EXPECT_EQ(channel.size(), 0);
+    channel.switch_on(-2);  // as good as off
+    EXPECT_EQ(channel.on(1), 0);
+    EXPECT_NE(paths.next(), nullptr);
+    EXPECT_EQ(paths.next(), nullptr);
+    paths.reset();
+    EXPECT_NE(paths.next(), nullptr);
+}

@@ -3,6 +3,7 @@
 #include <nmkprogressbreak/nmkTerminalProgress.h>
 
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <cmath>
@@ -10,6 +11,7 @@
 #include <cstdlib>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -207,4 +209,53 @@ TEST(nmkTerminalProgress, clamps_a_fraction_outside_its_range) {
     EXPECT_EQ(nmkTerminalProgress::line({"", 7.0, "", {}}, 10), "100%");
     EXPECT_EQ(nmkTerminalProgress::line({"", -7.0, "", {}}, 10), "  0%");
     EXPECT_EQ(nmkTerminalProgress::line({"", 0.0 * HUGE_VAL, "", {}}, 10), "  0%");
+}
+
+TEST(nmkTerminalProgress, shows_the_time_left_once_a_second_has_passed) {
+    const PseudoTerminal terminal;
+    ASSERT_NE(terminal.stream(), nullptr);
+    nmkTerminalProgress progress(terminal.stream());
+    progress.send_progress_bar_to_0("Sorting");
+    progress.set_range(2.0);
+    EXPECT_EQ(terminal.read_all().find(" left"), std::string::npos);
+    usleep(1'050'000);
+    progress.increment();
+    const std::string drawn = terminal.read_all();
+    EXPECT_NE(drawn.find(" 50%  0:0"), std::string::npos) << drawn;
+    EXPECT_NE(drawn.find(" left"), std::string::npos) << drawn;
+}
+
+TEST(nmkTerminalProgress, is_as_wide_as_its_terminal) {
+    const PseudoTerminal terminal;
+    ASSERT_NE(terminal.stream(), nullptr);
+    winsize size{};
+    size.ws_col = 31;
+    ASSERT_EQ(ioctl(fileno(terminal.stream()), TIOCSWINSZ, &size), 0);
+    nmkTerminalProgress progress(terminal.stream());
+    progress.send_progress_bar_to_0("Sorting");
+    EXPECT_EQ(terminal.read_all(), "\rSorting [" + std::string(15, '.') + "]   0%\x1b[K");
+}
+
+TEST(nmkTerminalProgress, takes_the_title_from_the_first_line_up_to_a_conversion) {
+    for (const auto& [text, title] : {std::pair("Sorting\n%3d%% completed", "Sorting ["),
+                                      {"Half %d%% done", "Half ["},
+                                      {"\x1b[31mred\x7f", "[31mred ["},
+                                      {"", "["},
+                                      {static_cast<const char*>(nullptr), "["}}) {
+        const PseudoTerminal terminal;
+        ASSERT_NE(terminal.stream(), nullptr);
+        nmkTerminalProgress progress(terminal.stream());
+        progress.send_progress_bar_to_0(text);
+        const std::string drawn = terminal.read_all();
+        EXPECT_TRUE(drawn.starts_with(std::string("\r") + title)) << drawn;
+    }
+}
+
+TEST(nmkTerminalProgress, shows_no_progress_for_a_position_that_is_nan) {
+    const PseudoTerminal terminal;
+    ASSERT_NE(terminal.stream(), nullptr);
+    nmkTerminalProgress progress(terminal.stream());
+    progress.set_range(4.0);
+    progress.jump_to(std::nan(""));
+    EXPECT_NE(terminal.read_all().find("]   0%"), std::string::npos);
 }
