@@ -10,29 +10,27 @@
 namespace nmk_ordering {
 namespace {
 
-// The argument of the power at which the probability falls to that of `draw`, less 1. The C
-// library's pow is near enough for a bound that is guarded on both sides.
+// The argument of the power, less 1, at which the probability falls to that of `draw`. The C
+// library's pow is accurate enough for a bound that has a guard on both sides.
 double bound_of(int draw) {
-    // With draw 0 any probability above zero will do: until the power passes the largest double.
-    const double power =
-        draw == 0 ? std::numeric_limits<double>::max() : largest_draw / static_cast<double>(draw);
+    // Draw 0 accepts any probability above zero: until the power exceeds the largest double.
+    const double power = draw == 0 ? std::numeric_limits<double>::max()
+                                   : mlRandom::max_drawn / static_cast<double>(draw);
     return std::pow(power, 1.0 / reciprocal_of_q_less_one) - 1.0;
 }
 
 }  // namespace
-
-const double Acceptance::scale = q_less_one;
 
 const Acceptance& Acceptance::table() {
     static const Acceptance only_one;
     return only_one;
 }
 
-Acceptance::Acceptance() : bounds(largest_draw + 1) {
-    for (int draw = 0; draw <= largest_draw; ++draw) {
-        bounds[static_cast<std::size_t>(draw)] = static_cast<float>(bound_of(draw));
+Acceptance::Acceptance() : m_bounds(mlRandom::max_drawn + 1) {
+    for (int draw = 0; draw <= mlRandom::max_drawn; ++draw) {
+        m_bounds[static_cast<std::size_t>(draw)] = static_cast<float>(bound_of(draw));
     }
-    sure_rise = bound_of(1) * (1.0 + 2.0 * guard) / scale;
+    m_sure_rise = bound_of(1) * (1.0 + 2.0 * guard) / q_less_one;
 }
 
 double Acceptance::probability(double current, double candidate, double temperature) {
@@ -42,7 +40,7 @@ double Acceptance::probability(double current, double candidate, double temperat
 }
 
 bool Acceptance::accepts_exactly(double current, double candidate, double temperature, int draw) {
-    return probability(current, candidate, temperature) > draw / double{largest_draw};
+    return probability(current, candidate, temperature) > draw / double{mlRandom::max_drawn};
 }
 
 }  // namespace nmk_ordering

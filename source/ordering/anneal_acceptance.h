@@ -2,18 +2,20 @@
 //
 // A move is accepted when its probability is above a random number, of which there are only 32768.
 // So instead of a power for each move there is a table of the bounds that the power's argument must
-// stay below. Bounds are known to a relative width of `guard` only; within it the decision is made
-// with the exact power, so that it is always the one that the formula gives.
+// stay below. The bounds are accurate to a relative width of `guard` only; within it the decision
+// is made with the exact power, so that it is always the one of the formula.
 #pragma once
 
 #include <cstddef>
 #include <vector>
 
+#include "ordering/anneal_schedule.h"
+
 namespace nmk_ordering {
 
 class Acceptance {
   public:
-    /// The one table, made on first use.
+    /// The only table, computed on first use.
     static const Acceptance& table();
 
     /// The probability that a move from energy `current` to `candidate` is accepted.
@@ -23,8 +25,8 @@ class Acceptance {
     bool accepts(double current, double candidate, double temperature, int draw) const {
         if (temperature == 0.0) return false;
         if (temperature > 0.0) {
-            const double rise = (candidate - current) * scale / temperature;
-            const double bound = bounds[static_cast<std::size_t>(draw)];
+            const double rise = (candidate - current) * q_less_one / temperature;
+            const double bound = m_bounds[static_cast<std::size_t>(draw)];
             if (rise < bound * (1.0 - guard)) return true;
             if (rise > bound * (1.0 + guard)) return false;
         }
@@ -32,17 +34,16 @@ class Acceptance {
     }
 
     /// For a `rise` of energy of at least this times the temperature, only draw 0 accepts.
-    double sure_rejection() const { return sure_rise; }
+    double sure_rejection() const { return m_sure_rise; }
 
   private:
     static constexpr double guard = 1e-5;
-    static const double scale;
 
     Acceptance();
     static bool accepts_exactly(double current, double candidate, double temperature, int draw);
 
-    std::vector<float> bounds;  // by draw, of (candidate - current) * scale / temperature
-    double sure_rise;
+    std::vector<float> m_bounds;  // by draw, of (candidate - current) * q_less_one / temperature
+    double m_sure_rise;
 };
 
 }  // namespace nmk_ordering

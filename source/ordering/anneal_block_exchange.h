@@ -1,8 +1,9 @@
 // anneal_block_exchange.h: the move that exchanges two equally long blocks of positions.
 //
-// It keeps every item the way round it is. Positions are taken on a ring of n; block A starts at
+// It keeps the direction of every item. Positions are taken on a ring of n; block A starts at
 // `first`, block B at `second`, both of `length` items, and they never overlap, even on the ring.
-// An open path is treated as a ring too: its missing edge is put in first and taken out last.
+// An open path is treated as a ring too: the edge from last to first is added before the sum and
+// removed after it.
 #pragma once
 
 #include <ncamcontainer/builtin_containers.h>
@@ -13,19 +14,19 @@
 namespace nmk_ordering {
 
 /// One move; `first` is below `second`.
-struct Block_exchange {
+struct BlockExchange {
     int first;
     int second;
     int length;
 };
 
-/// The longest blocks that two positions leave room for.
+/// The length of the longest blocks that fit between two positions.
 inline int longest_block(int first, int second, int n) {
     return std::min(second - first, (first - second) + n);
 }
 
-/// The positions that hold the items which stand last and first once the move is made.
-inline std::pair<int, int> ends_after_exchange(const Block_exchange& move, int n) {
+/// The positions that now hold the items that will be last and first after the move.
+inline std::pair<int, int> ends_after_exchange(const BlockExchange& move, int n) {
     const auto [i, j, length] = move;
     int first = 0;
     if (i == 0 || i + length > n) {
@@ -48,7 +49,7 @@ inline std::pair<int, int> ends_after_exchange(const Block_exchange& move, int n
 ///   closed    whether the order leads back to its first item
 ///   distance  called with two item numbers, at most ten times
 template <class Distance>
-double length_after_exchange(const intcoFixedArr& items, const Block_exchange& move, double current,
+double length_after_exchange(const intcoFixedArr& items, const BlockExchange& move, double current,
                              bool closed, const Distance& distance) {
     const int n = items.size();
     const auto item = [&items, n](int position) { return items[(position + n) % n]; };
@@ -87,7 +88,7 @@ double length_after_exchange(const intcoFixedArr& items, const Block_exchange& m
 }
 
 /// Makes the move.
-inline void exchange_blocks(intcoFixedArr& items, const Block_exchange& move) {
+inline void exchange_blocks(intcoFixedArr& items, const BlockExchange& move) {
     const int n = items.size();
     for (int m = 0; m < move.length; ++m) {
         std::swap(items[(move.first + m) % n], items[(move.second + m) % n]);

@@ -12,14 +12,13 @@
 
 namespace nmk_ordering {
 
-class Flat_access {
+class FlatAccess {
   public:
     /// `state` as a State if it is exactly that, else null.
     template <class State>
     static State* exactly(nmkAnnealState& state) {
         if (typeid(state) != typeid(State)) return nullptr;
-        const bool says_so = &state.ut_dynamic_type() == &State::ut_static_type();
-        return says_so ? static_cast<State*>(&state) : nullptr;
+        return static_cast<State*>(&state);
     }
 
     static intcoFixedArr& items(nmkAnnealOrderState& s) { return s.items; }
@@ -31,6 +30,7 @@ class Flat_access {
         s.candidate_2 = second;
         s.candidate_distance = length;
     }
+    static void clear_pending(nmkAnnealOrderState& s) { set_pending(s, -1, -1, -1.0); }
 
     static const giPoint3coPageArr& points(const nmkAnnealStatePoints& s) { return *s.points; }
 
@@ -43,9 +43,17 @@ class Flat_access {
         return *s.end_points;
     }
 
-    static intcoFixedArr& reverse_flags(nmkAnnealStateReversibleLines& s) {
-        return s.reverse_flags;
+    /// Whether a line is cut backwards; never where lines have one direction.
+    static bool is_reversed(const nmkAnnealStateReversibleLines& s, int item) {
+        return s.reverse_flags[item] != 0;
     }
+    static bool is_reversed(const nmkAnnealStateNonReversible&, int) { return false; }
+
+    static void set_reversed(nmkAnnealStateReversibleLines& s, int item, bool reversed) {
+        s.reverse_flags[item] = reversed ? 1 : 0;
+    }
+    static void set_reversed(nmkAnnealStateNonReversible&, int, bool) {}
+
     static bool closed(const nmkAnnealStateNonReversible& s) { return s.closed != 0; }
     static int& swap_length(nmkAnnealStateNonReversible& s) { return s.swap_length; }
 };

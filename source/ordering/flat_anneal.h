@@ -1,8 +1,9 @@
-// flat_anneal.h: the annealing schedule for problems that lie in flat arrays.
+// flat_anneal.h: the annealing schedule for problems in flat arrays.
 //
-// The same moves, draws and sums as nmkAnneal makes through the operations of a state, and the same
-// end to the last bit, with three things spared: virtual calls, square roots of moves that are far
-// too long whatever their exact length, and copies of a best order that the next move makes better.
+// It makes the same moves, draws and sums as nmkAnneal makes through the operations of a state, and
+// ends with the same result to the last bit. It saves three things: virtual calls, square roots of
+// moves that are far too long whatever their exact length, and copies of a best order that the next
+// move improves.
 //
 // A Problem is one order with its points. It has:
 //   Move                     with default construction
@@ -11,8 +12,10 @@
 //   double length_after(move)     the exact length after the move
 //   void accept(move, length)     makes the move
 //   double length, rounding()     the length, and a bound on the rounding of any length_after
-//   step_done(work)               told after each temperature step how far moves reached
-//   save_best(), restore_best(), store(...), store_best(...)
+//   void step_done(moves)         called after each temperature step with its number of moves
+//   save_best(), restore_best(length)      to and from the Problem's own copy of the best order
+//   store(state, last_move, accepted)      writes the current order to a state
+//   store_best(state, length, is_current)  writes the best one, which may be the current one
 #pragma once
 
 #include <maths/mlRandom.h>
@@ -26,8 +29,8 @@
 
 namespace nmk_ordering {
 
-/// The fields of the engine that the schedule goes on from and leaves.
-struct Flat_engine {
+/// The fields of the engine that the schedule starts from and updates.
+struct FlatEngine {
     nmkProgressBreak* progress;
     int& iterations_used;
     double& best_energy;
@@ -37,30 +40,33 @@ struct Flat_engine {
 };
 
 template <class Problem, class State>
-class Flat_anneal {
+class FlatAnneal {
   public:
-    Flat_anneal(const Flat_engine& fields, Problem& flat_problem, State& working, State& result)
-        : engine(fields), problem(flat_problem), state(working), best_state(result) {}
+    FlatAnneal(const FlatEngine& engine, Problem& problem, State& state, State& best_state)
+        : m_engine(engine), m_problem(problem), m_state(state), m_best_state(best_state) {}
 
-    /// From the random start to the end of the quench. The working state holds the answer.
+    /// From the random start to the end of the quench. The result is in the working state.
     void run(int moves) {
-        engine.iterations_used += anneal(moves);
-        if (!best_is_current) problem.restore_best(engine.best_energy);
-        if (engine.progress != nullptr) problem.store_best(best_state, engine.best_energy, false);
+        m_engine.iterations_used += anneal(moves);
+        if (!m_best_is_current) m_problem.restore_best(m_engine.best_energy);
+        // The current order is the best one now, whichever of the two copies held it.
+        if (m_engine.progress != nullptr) {
+            m_problem.store_best(m_best_state, m_engine.best_energy, true);
+        }
         quench(moves);
-        problem.store(state, last_move, last_accepted);
+        m_problem.store(m_state, m_last_move, m_last_accepted);
     }
 
   private:
     int anneal(int moves) {
         int k = 0;
-        for (int stall = 0; k < most_temperature_steps; ++k) {
+        for (int stall = 0; k < max_temperature_steps; ++k) {
             const double temperature =
-                engine.start_temperature * nmk_exact::exact_exp(k * cooling_rate);
+                m_engine.start_temperature * nmk_exact::exact_exp(k * cooling_rate);
             bool improved = k == 0 ? first_move_improves(temperature) : false;
             if (sweep<true>(temperature, k == 0 ? moves - 1 : moves)) improved = true;
             if (improved) stall = 0;
-            if (++stall > most_steps_without_a_new_best) break;
+            if (++stall > max_steps_without_a_new_best) break;
             report(true);
         }
         return k;
@@ -70,9 +76,9 @@ class Flat_anneal {
     // the first move whether or not that is accepted.
     bool first_move_improves(double temperature) {
         const bool improved = sweep<true>(temperature, 1);
-        if (!(engine.best_energy > engine.current_energy)) return improved;
-        engine.best_energy = engine.current_energy;
-        return best_is_current = true;
+        if (!(m_engine.best_energy > m_engine.current_energy)) return improved;
+        m_engine.best_energy = m_engine.current_energy;
+        return m_best_is_current = true;
     }
 
     void quench(int moves) {
@@ -84,78 +90,80 @@ class Flat_anneal {
 
     // A rise of energy that only draw 0 accepts, whatever the rounding; infinity for none.
     double sure_rise(double temperature, double current) const {
-        if (!(temperature >= 0.0) || current > problem.length) {
+        if (!(temperature >= 0.0) || current > m_problem.length) {
             return std::numeric_limits<double>::infinity();
         }
-        return acceptance.sure_rejection() * 1.001 * temperature + problem.rounding();
+        return m_acceptance.sure_rejection() * 1.001 * temperature + m_problem.rounding();
     }
 
-    // `moves` moves at one temperature; true if a new best was met.
+    // `moves` moves at one temperature; true if a new best was found.
     template <bool watch_best>
     bool sweep(double temperature, int moves) {
-        mlRandom random = engine.random;
-        double current = engine.current_energy;
+        mlRandom random = m_engine.random;
+        double current = m_engine.current_energy;
         double rise = sure_rise(temperature, current);
         bool improved = false;
-        typename Problem::Move move = last_move;
-        bool accepted = last_accepted;
+        typename Problem::Move move = m_last_move;
+        bool accepted = m_last_accepted;
         for (int m = 0; m < moves; ++m) {
-            move = problem.draw();
+            move = m_problem.draw();
             accepted = false;
-            if (problem.surely_rises(move, rise)) {
+            if (m_problem.surely_rises(move, rise)) {
                 if (random.draw() != 0) continue;
-                const double energy = problem.length_after(move);
-                if (!acceptance.accepts(current, energy, temperature, 0)) continue;
+                const double energy = m_problem.length_after(move);
+                if (!m_acceptance.accepts(current, energy, temperature, 0)) continue;
                 accepted = true;
                 current = energy;
             } else {
-                const double energy = problem.length_after(move);
+                const double energy = m_problem.length_after(move);
                 if (!(current > energy) &&
-                    !acceptance.accepts(current, energy, temperature, random.draw())) {
+                    !m_acceptance.accepts(current, energy, temperature, random.draw())) {
                     continue;
                 }
                 accepted = true;
                 current = energy;
             }
             if constexpr (watch_best) improved |= watch(current);
-            problem.accept(move, current);
+            m_problem.accept(move, current);
             rise = sure_rise(temperature, current);
         }
-        engine.random = random;
-        engine.current_energy = current;
-        last_move = move;
-        last_accepted = accepted;
-        problem.step_done(moves);
+        m_engine.random = random;
+        m_engine.current_energy = current;
+        m_last_move = move;
+        m_last_accepted = accepted;
+        m_problem.step_done(moves);
         return improved;
     }
 
-    // Before a move to `energy`: the best order is only copied when the move spoils it.
+    // Called before a move to `energy`: the best order is only copied when the move worsens it.
     bool watch(double energy) {
-        if (engine.best_energy > energy) {
-            engine.best_energy = energy;
-            return best_is_current = true;
+        if (m_engine.best_energy > energy) {
+            m_engine.best_energy = energy;
+            return m_best_is_current = true;
         }
-        if (best_is_current) problem.save_best();
-        best_is_current = false;
+        if (m_best_is_current) m_problem.save_best();
+        m_best_is_current = false;
         return false;
     }
 
     // A reporter may look at both states, so they are brought up to date for it.
     void report(bool with_best) {
-        if (engine.progress == nullptr) return;
-        problem.store(state, last_move, last_accepted);
-        if (with_best) problem.store_best(best_state, engine.best_energy, best_is_current);
-        engine.progress->increment();
+        if (m_engine.progress == nullptr) return;
+        m_problem.store(m_state, m_last_move, m_last_accepted);
+        if (with_best) {
+            m_problem.store_best(m_best_state, m_engine.best_energy, m_best_is_current);
+        }
+        m_engine.progress->increment();
     }
 
-    Flat_engine engine;
-    Problem& problem;
-    State& state;
-    State& best_state;
-    const Acceptance& acceptance = Acceptance::table();
-    typename Problem::Move last_move{};
-    bool last_accepted = false;
-    bool best_is_current = false;
+    FlatEngine m_engine;
+    Problem& m_problem;
+    State& m_state;
+    State& m_best_state;
+    const Acceptance& m_acceptance = Acceptance::table();
+    typename Problem::Move m_last_move{};
+    bool m_last_accepted = false;
+    bool m_best_is_current = false;
 };
 
 }  // namespace nmk_ordering

@@ -16,11 +16,11 @@
 namespace nmk_ordering {
 
 template <int dimensions>
-using Flat_point = std::array<double, dimensions>;
+using FlatPoint = std::array<double, dimensions>;
 
-/// The square of the distance of two points.
+/// The square of the distance between two points.
 template <int dimensions>
-double square_between(const Flat_point<dimensions>& a, const Flat_point<dimensions>& b) {
+double square_between(const FlatPoint<dimensions>& a, const FlatPoint<dimensions>& b) {
     const double dx = a[0] - b[0];
     const double dy = a[1] - b[1];
     double sum = dx * dx + dy * dy;
@@ -32,12 +32,12 @@ double square_between(const Flat_point<dimensions>& a, const Flat_point<dimensio
 }
 
 template <int dimensions>
-double length_between(const Flat_point<dimensions>& a, const Flat_point<dimensions>& b) {
+double length_between(const FlatPoint<dimensions>& a, const FlatPoint<dimensions>& b) {
     return std::sqrt(square_between<dimensions>(a, b));
 }
 
 template <int dimensions>
-Flat_point<dimensions> flat(const giPoint3& point) {
+FlatPoint<dimensions> flat(const giPoint3& point) {
     if constexpr (dimensions == 3) {
         return {point.x, point.y, point.z};
     } else {
@@ -45,8 +45,8 @@ Flat_point<dimensions> flat(const giPoint3& point) {
     }
 }
 
-/// Whether every point lies at the height `z`, so that heights add exactly nothing to a distance.
-inline bool lie_at_height(const giPoint3coPageArr& points, int count, double z) {
+/// Whether every point is at the height `z`, so that heights add exactly nothing to a distance.
+inline bool are_at_height(const giPoint3coPageArr& points, int count, double z) {
     if (!std::isfinite(z)) return false;
     for (int k = 0; k < count; ++k) {
         if (points[k].z != z) return false;
@@ -54,42 +54,49 @@ inline bool lie_at_height(const giPoint3coPageArr& points, int count, double z) 
     return true;
 }
 
+/// Different numbers that a generator draws.
+constexpr int draws = mlRandom::max_drawn + 1;
+
 /// The remainder of a draw by a fixed divisor, without a division.
 ///
 /// Method: Lemire, Kaser and Kurz, "Faster remainder by direct computation", Software: Practice
 /// and Experience 49 (2019); exact for 15 bits by up to 15 bits.
-class Draw_remainder {
+class DrawRemainder {
   public:
-    explicit Draw_remainder(int divisor)
-        : by(static_cast<std::uint32_t>(std::min(divisor, 32768))), magic(0xFFFFFFFFU / by + 1U) {}
+    explicit DrawRemainder(int divisor)
+        : m_divisor(static_cast<std::uint32_t>(std::min(divisor, draws))),
+          m_reciprocal(reciprocal_of(m_divisor)) {}
 
-    int of(std::uint32_t draw) const { return of(draw, by, magic); }
+    int of(int draw) const { return of(draw, m_divisor, m_reciprocal); }
 
-    static int of(std::uint32_t draw, std::uint32_t by, std::uint32_t magic) {
-        const std::uint32_t fraction = magic * draw;
-        return static_cast<int>((static_cast<std::uint64_t>(fraction) * by) >> 32);
+    /// The same for a divisor (1 to 32768) whose reciprocal the caller keeps.
+    static int of(int draw, std::uint32_t divisor, std::uint32_t reciprocal) {
+        const std::uint32_t fraction = reciprocal * static_cast<std::uint32_t>(draw);
+        return static_cast<int>((static_cast<std::uint64_t>(fraction) * divisor) >> 32);
     }
+    static std::uint32_t reciprocal_of(std::uint32_t divisor) { return 0xFFFFFFFFU / divisor + 1U; }
 
   private:
-    std::uint32_t by;
-    std::uint32_t magic;
+    std::uint32_t m_divisor;
+    std::uint32_t m_reciprocal;  // 2^32 over the divisor, rounded up
 };
 
 /// Steps of the generator taken at once: the word after `count` steps is word * factor + term.
-struct Generator_leap {
+struct GeneratorLeap {
     std::uint32_t factor = 1;
     std::uint32_t term = 0;
 
-    explicit constexpr Generator_leap(int count) {
+    explicit constexpr GeneratorLeap(int count) {
         for (int k = 0; k < count; ++k) {
-            factor *= 214013U;
-            term = term * 214013U + 2531011U;
+            factor *= mlRandom::multiplier;
+            term = term * mlRandom::multiplier + mlRandom::increment;
         }
     }
     constexpr std::uint32_t from(std::uint32_t word) const { return word * factor + term; }
 };
 
-/// The 15 bits that a word draws.
-constexpr std::uint32_t drawn(std::uint32_t word) { return (word >> 16) & 0x7FFFU; }
+inline constexpr GeneratorLeap one_step{1};
+inline constexpr GeneratorLeap two_steps{2};
+inline constexpr GeneratorLeap three_steps{3};
 
 }  // namespace nmk_ordering

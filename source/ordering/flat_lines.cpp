@@ -1,211 +1,125 @@
-// flat_lines.cpp: lines that may be cut either way on a closed tour, annealed on flat arrays.
-//
-// Each position holds its line as it is turned now, with the length of the way to the next.
+// flat_lines.cpp: lines that may be cut in either direction, annealed on flat arrays.
 
-#include "ordering/flat_access.h"
-#include "ordering/flat_arithmetic.h"
 #include "ordering/flat_problems.h"
+#include "ordering/flat_tour.h"
 
+#include <algorithm>
 #include <utility>
-#include <vector>
 
 namespace nmk_ordering {
 namespace {
 
 template <int dimensions>
-class Lines {
+class FlatLines : public FlatTour<dimensions, nmkAnnealStateReversibleLines> {
+    using Tour = FlatTour<dimensions, nmkAnnealStateReversibleLines>;
+    using Tour::after;
+    using Tour::at;
+    using Tour::before;
+    using Tour::edge;
+    using Tour::n;
+    using Tour::random;
+    using Tour::remainder;
+    using Tour::update_edge;
+    using typename Tour::Visit;
+
   public:
-    using Point = Flat_point<dimensions>;
+    using Tour::length;
+
     struct Move {
         int first = -1;
         int second = -1;
     };
 
-    double length;
-
-    Lines(nmkAnnealStateReversibleLines& state, nmkAnnealStateReversibleLines& best_state)
-        : length(Flat_access::length(state)),
-          n(state.num_items()),
-          random(Flat_access::random(state)),
-          remainder(n),
-          starts(&Flat_access::starts(state)),
-          ends(&Flat_access::ends(state)),
-          tour(static_cast<std::size_t>(n)),
-          links(static_cast<std::size_t>(n)),
-          best(static_cast<std::size_t>(n)) {
-        for (int k = 0; k < n; ++k) place(k, code_at(state, k));
-        for (int k = 0; k < n; ++k) set_link(k);
-        for (int k = 0; k < n; ++k) best[static_cast<std::size_t>(k)] = code_at(best_state, k);
-    }
+    FlatLines(nmkAnnealStateReversibleLines& state, nmkAnnealStateReversibleLines& best_state)
+        : Tour(state, best_state) {}
 
     Move draw() {
         const std::uint32_t next = one_step.from(random.word);
         random.word = two_steps.from(random.word);
-        const int first = remainder.of(drawn(next));
-        int second = remainder.of(drawn(random.word));
+        const int first = remainder.of(mlRandom::drawn_from(next));
+        int second = remainder.of(mlRandom::drawn_from(random.word));
         if (first == second) second = after(second);
         return {first, second};
     }
 
     bool surely_rises(const Move& move, double by) const {
         const auto [i, j] = move;
-        const Stop& a = at(i);
-        const Stop& b = at(after(i));
-        const Stop& c = at(j);
-        const Stop& d = at(after(j));
-        const double farther = std::max(square_between<dimensions>(b.in, d.in),
-                                        square_between<dimensions>(a.out, c.out));
-        const double least = (link(j) + link(i)) + by;
+        const Visit& a = at(i);
+        const Visit& b = at(after(i));
+        const Visit& c = at(j);
+        const Visit& d = at(after(j));
+        const double farther = std::max(square_between<dimensions>(b.entry, d.entry),
+                                        square_between<dimensions>(a.exit, c.exit));
+        const double least = (edge(j) + edge(i)) + by;
         return farther > least * least * (1.0 + 1e-12);
     }
 
     double length_after(const Move& move) const {
         const auto [i, j] = move;
-        const double b_to_d = length_between<dimensions>(at(after(i)).in, at(after(j)).in);
-        const double a_to_c = length_between<dimensions>(at(i).out, at(j).out);
-        const double result = ((b_to_d + a_to_c) - (link(j) + link(i))) + length;
+        const double b_to_d = length_between<dimensions>(at(after(i)).entry, at(after(j)).entry);
+        const double a_to_c = length_between<dimensions>(at(i).exit, at(j).exit);
+        const double result = ((b_to_d + a_to_c) - (edge(j) + edge(i))) + length;
         return result <= 0.0 ? 0.0 : result;
     }
 
     void accept(const Move& move, double new_length) {
         const int lines = move.second - move.first + (move.second > move.first ? 0 : n);
-        reverse_links(after(move.first), move.second, lines - 1);
-        reverse_stops(after(move.first), move.second, lines);
-        set_link(move.first);
-        set_link(move.second);
+        reverse_edges(after(move.first), move.second, lines - 1);
+        reverse_visits(after(move.first), move.second, lines);
+        update_edge(move.first);
+        update_edge(move.second);
         length = new_length;
     }
 
     double rounding() const { return 1e-14 * length; }
-    void step_done(int) {}
-
-    void save_best() {
-        for (std::size_t k = 0; k < tour.size(); ++k) best[k] = tour[k].code;
-    }
-
-    void restore_best(double best_length) {
-        for (int k = 0; k < n; ++k) place(k, best[static_cast<std::size_t>(k)]);
-        for (int k = 0; k < n; ++k) set_link(k);
-        length = best_length;
-    }
 
     void store(nmkAnnealStateReversibleLines& state, const Move& last, bool accepted) const {
-        for (int k = 0; k < n; ++k) store_code(state, k, at(k).code);
-        Flat_access::random(state) = random;
-        Flat_access::length(state) = length;
+        this->store_order(state);
         if (accepted) {
-            Flat_access::set_pending(state, -1, -1, -1.0);
+            FlatAccess::clear_pending(state);
         } else {
-            Flat_access::set_pending(state, last.first, last.second, length_after(last));
+            FlatAccess::set_pending(state, last.first, last.second, length_after(last));
         }
-    }
-
-    void store_best(nmkAnnealStateReversibleLines& state, double best_length,
-                    bool is_current) const {
-        for (int k = 0; k < n; ++k) {
-            store_code(state, k, is_current ? at(k).code : best[static_cast<std::size_t>(k)]);
-        }
-        Flat_access::length(state) = best_length;
     }
 
   private:
-    static constexpr Generator_leap one_step{1};
-    static constexpr Generator_leap two_steps{2};
-
-    // A line as it is turned now; its code is twice the item, and one more if it is turned.
-    struct Stop {
-        Point in;
-        Point out;
-        unsigned code;
-    };
-
-    int after(int position) const { return position + 1 < n ? position + 1 : 0; }
-    int before(int position) const { return position > 0 ? position - 1 : n - 1; }
-    Stop& at(int position) { return tour[static_cast<std::size_t>(position)]; }
-    const Stop& at(int position) const { return tour[static_cast<std::size_t>(position)]; }
-    double& link(int position) { return links[static_cast<std::size_t>(position)]; }
-    double link(int position) const { return links[static_cast<std::size_t>(position)]; }
-
-    static unsigned code_at(nmkAnnealStateReversibleLines& state, int position) {
-        const int item = Flat_access::items(state)[position];
-        const bool turned = Flat_access::reverse_flags(state)[item] != 0;
-        return static_cast<unsigned>(item) * 2U + (turned ? 1U : 0U);
+    void change_direction(int position) {
+        Visit& visit = at(position);
+        std::swap(visit.entry, visit.exit);
+        visit.code ^= 1U;
     }
 
-    static void store_code(nmkAnnealStateReversibleLines& state, int position, unsigned code) {
-        const int item = static_cast<int>(code >> 1);
-        Flat_access::items(state)[position] = item;
-        Flat_access::reverse_flags(state)[item] = static_cast<int>(code & 1U);
-    }
-
-    void place(int position, unsigned code) {
-        const int item = static_cast<int>(code >> 1);
-        const Point start = flat<dimensions>((*starts)[item]);
-        const Point end = flat<dimensions>((*ends)[item]);
-        at(position) = (code & 1U) != 0 ? Stop{end, start, code} : Stop{start, end, code};
-    }
-
-    void set_link(int position) {
-        link(position) = length_between<dimensions>(at(position).out, at(after(position)).in);
-    }
-
-    void turn(int position) {
-        Stop& stop = at(position);
-        std::swap(stop.in, stop.out);
-        stop.code ^= 1U;
-    }
-
-    void reverse_links(int low, int high, int count) {
+    void reverse_edges(int low, int high, int count) {
         high = before(high);
         for (; count > 1; count -= 2, low = after(low), high = before(high)) {
-            std::swap(link(low), link(high));
+            std::swap(edge(low), edge(high));
         }
     }
 
-    void reverse_stops(int low, int high, int count) {
+    void reverse_visits(int low, int high, int count) {
         for (; count > 1; count -= 2, low = after(low), high = before(high)) {
             std::swap(at(low), at(high));
-            turn(low);
-            turn(high);
+            change_direction(low);
+            change_direction(high);
         }
-        if (count == 1) turn(low);
+        if (count == 1) change_direction(low);
     }
-
-    int n;
-    mlRandom random;
-    Draw_remainder remainder;
-    const giPoint3coPageArr* starts;
-    const giPoint3coPageArr* ends;
-    std::vector<Stop> tour;
-    std::vector<double> links;  // by position, to the next
-    std::vector<unsigned> best;
 };
-
-template <int dimensions>
-void run(const Flat_engine& engine, nmkAnnealStateReversibleLines& state,
-         nmkAnnealStateReversibleLines& best, int moves) {
-    using Problem = Lines<dimensions>;
-    Problem problem(state, best);
-    Flat_anneal<Problem, nmkAnnealStateReversibleLines>(engine, problem, state, best).run(moves);
-}
 
 }  // namespace
 
-bool anneal_reversible_flat(const Flat_engine& engine, nmkAnnealState& state, nmkAnnealState& best,
-                            int moves) {
-    auto* working = Flat_access::exactly<nmkAnnealStateReversibleLines>(state);
-    auto* result = Flat_access::exactly<nmkAnnealStateReversibleLines>(best);
-    if (working == nullptr || result == nullptr || working->num_items() <= 3) return false;
-    const giPoint3coPageArr& starts = Flat_access::starts(*working);
-    const giPoint3coPageArr& ends = Flat_access::ends(*working);
-    const int n = working->num_items();
-    const double z = starts[0].z;
-    if (lie_at_height(starts, n, z) && lie_at_height(ends, n, z)) {
-        run<2>(engine, *working, *result, moves);
-    } else {
-        run<3>(engine, *working, *result, moves);
-    }
-    return true;
+bool anneal_reversible_flat(const FlatEngine& engine, nmkAnnealState& state,
+                            nmkAnnealState& best_state, int moves) {
+    using State = nmkAnnealStateReversibleLines;
+    return with_exact_states<State>(state, best_state, [&](State& working, State& best) {
+        const giPoint3coPageArr& starts = FlatAccess::starts(working);
+        const giPoint3coPageArr& ends = FlatAccess::ends(working);
+        const int n = working.num_items();
+        const double z = starts[0].z;
+        const bool is_flat = are_at_height(starts, n, z) && are_at_height(ends, n, z);
+        is_flat ? run_flat<FlatLines<2>>(engine, working, best, moves)
+                : run_flat<FlatLines<3>>(engine, working, best, moves);
+    });
 }
 
 }  // namespace nmk_ordering

@@ -1,10 +1,8 @@
 #include "ordering/flat_problems.h"
 
-#include <nmktoolbox/ordering/nmkAnnealState.h>
-
 namespace nmk_ordering {
 
-bool anneal_flat(const Flat_engine& engine, nmkAnnealState& state, nmkAnnealState& best_state,
+bool anneal_flat(const FlatEngine& engine, nmkAnnealState& state, nmkAnnealState& best_state,
                  int moves) {
     if (&state == &best_state) return false;
     return anneal_points_flat(engine, state, best_state, moves) ||

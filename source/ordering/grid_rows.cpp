@@ -1,4 +1,4 @@
-// grid_rows: a sorted array of keys whose links skip the items that have a row already.
+// grid_rows: a sorted array of keys, linked so that items that have a row already are skipped.
 #include "grid_rows.h"
 
 #include <algorithm>
@@ -14,8 +14,8 @@ std::size_t at(int index) { return static_cast<std::size_t>(index); }
 
 class LinkedKeys {
   public:
-    LinkedKeys(const std::vector<double>& item_keys, double row_limit)
-        : keys(item_keys), limit(row_limit), below(keys.size(), -1), above(keys.size(), -1) {
+    LinkedKeys(const std::vector<double>& keys, double limit)
+        : m_keys(keys), m_limit(limit), m_below(keys.size(), -1), m_above(keys.size(), -1) {
         std::vector<int> order(keys.size());
         std::iota(order.begin(), order.end(), 0);
         std::stable_sort(order.begin(), order.end(),
@@ -26,10 +26,10 @@ class LinkedKeys {
     // The row that `first` opens, taken out of the links.
     std::vector<int> take_row(int first) {
         std::vector<int> row = {first};
-        int lower = below[at(first)];
-        for (; belongs(lower, first); lower = below[at(lower)]) row.push_back(lower);
-        int upper = above[at(first)];
-        for (; belongs(upper, first); upper = above[at(upper)]) row.push_back(upper);
+        int lower = m_below[at(first)];
+        for (; belongs(lower, first); lower = m_below[at(lower)]) row.push_back(lower);
+        int upper = m_above[at(first)];
+        for (; belongs(upper, first); upper = m_above[at(upper)]) row.push_back(upper);
         link(lower, upper);
         std::sort(row.begin(), row.end());
         return row;
@@ -37,18 +37,18 @@ class LinkedKeys {
 
   private:
     void link(int lower, int upper) {
-        if (lower >= 0) above[at(lower)] = upper;
-        if (upper >= 0) below[at(upper)] = lower;
+        if (lower >= 0) m_above[at(lower)] = upper;
+        if (upper >= 0) m_below[at(upper)] = lower;
     }
 
     bool belongs(int item, int first) const {
-        return item >= 0 && std::fabs(keys[at(item)] - keys[at(first)]) <= limit;
+        return item >= 0 && std::fabs(m_keys[at(item)] - m_keys[at(first)]) <= m_limit;
     }
 
-    const std::vector<double>& keys;
-    double limit;
-    std::vector<int> below;  // the neighbour of the next lower key, -1 for none
-    std::vector<int> above;
+    const std::vector<double>& m_keys;
+    double m_limit;
+    std::vector<int> m_below;  // the neighbour of the next lower key, -1 for none
+    std::vector<int> m_above;
 };
 
 }  // namespace

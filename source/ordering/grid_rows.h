@@ -1,8 +1,8 @@
-// grid_rows: which items share a row, found by key instead of by asking every pair.
+// grid_rows: which items share a row, found by sorting keys instead of comparing every pair.
 //
 // The rows are those of a plain scan: the first item left opens a row and takes every item whose
 // key differs from its own by the limit or less. Since a rounded difference grows with the true
-// one, those keys stand side by side in a sorted array, and n items cost n log n however many rows
+// one, those keys are neighbours in a sorted array, and n items cost n log n however many rows
 // there are.
 #pragma once
 
@@ -12,10 +12,10 @@ namespace nmk_ordering {
 
 /// Groups items by their keys.
 ///
-///   keys    one for each item, in the order of the items; finite
-///   limit   how far a key may be from that of the row's first item; not a number takes nothing
-///   answer  the rows in the order in which they are opened, each the ascending positions of its
-///           items; the first of them opened the row
+///   keys     one for each item, in the order of the items; finite
+///   limit    largest difference from the key of the row's first item; with NaN every item is a row
+///   returns  the rows in the order in which they are opened, each the ascending positions of its
+///            items; the first of them opened the row
 std::vector<std::vector<int>> rows_by_key(const std::vector<double>& keys, double limit);
 
 /// Puts the items of each row in the order of `item_keys`, and the rows in the order of the

@@ -27,8 +27,8 @@ void nmkAnneal::simulate() {
     if (energy < 0.0) return;
 
     begin_progress(moves);
-    // Deliberate: best_energy stays that of the start configuration, so a random one that is worse
-    // does not take its place.
+    // Deliberate: best_energy stays that of the start configuration, so that a worse random one
+    // does not replace it.
     current_energy = start_temperature = state.randomise();
     if (!nmk_ordering::anneal_flat(
             {progress, iterations_used, best_energy, current_energy, start_temperature, random},
@@ -40,7 +40,7 @@ void nmkAnneal::simulate() {
         quench(moves);
     }
     if (progress != nullptr) progress->send_progress_bar_to_100();
-    // Deliberate: the end of the quench is the answer, whatever was best before.
+    // Deliberate: the end of the quench is the result, whatever was best before.
     best_state = state;
     iterations_used += nmk_ordering::quench_steps;
 }
@@ -67,11 +67,11 @@ void nmkAnneal::anneal_cycle(double at_temperature) {
     current_energy = energy;
 }
 
-// The steps until nothing has improved for long; the step that ends it so is not counted.
+// Returns the number of steps until the stall limit is reached, without the step that reached it.
 int nmkAnneal::anneal(int moves) {
     int stall = 0;
     int k = 0;
-    for (; k < nmk_ordering::most_temperature_steps; ++k) {
+    for (; k < nmk_ordering::max_temperature_steps; ++k) {
         const double at_temperature = temperature(k);
         for (int move = 0; move < moves; ++move) {
             anneal_cycle(at_temperature);
@@ -81,13 +81,13 @@ int nmkAnneal::anneal(int moves) {
                 best_energy = current_energy;
             }
         }
-        if (++stall > nmk_ordering::most_steps_without_a_new_best) break;
+        if (++stall > nmk_ordering::max_steps_without_a_new_best) break;
         if (progress != nullptr) progress->increment();
     }
     return k;
 }
 
-// Deliberate: nothing looks at the best energy here.
+// Deliberate: neither the best energy nor the best state is updated here.
 void nmkAnneal::quench(int moves) {
     for (int step = 0; step < nmk_ordering::quench_steps; ++step) {
         for (int move = 0; move < moves; ++move) anneal_cycle(0.0);

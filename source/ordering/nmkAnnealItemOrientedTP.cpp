@@ -10,7 +10,7 @@ nmkAnnealItemOrientedTP::nmkAnnealItemOrientedTP(giPoint3 from, giPoint3 to, int
       orientation_number(axis_number),
       order_number(sequence_number) {}
 
-// A toolpath with one state only has one answer to each accessor, so any state number will do.
+// The ends are the same in every state, so any state number will do.
 nmkAnnealItemOrientedTP& nmkAnnealItemOrientedTP::operator=(const nmkAnnealItemOrientedTP& other) {
     start = other.start_point(0);
     end = other.end_point(0);

@@ -1,28 +1,23 @@
 #include <nmktoolbox/ordering/nmkAnnealOrderState.h>
 
 #include "ordering/anneal_draw.h"
-#include "ordering/type_family.h"
+#include "ordering/anneal_schedule.h"
+#include "ordering/run_time_type.h"
+#include "ordering/whole_assignment.h"
 
 #include <cstdlib>
 #include <utility>
 
 using nmk_ordering::cast_to_kind;
 using nmk_ordering::draw_index;
-
-namespace {
-
-// With this many items or fewer no 2-opt move can be drawn: the modulus of the second position is
-// the number of items less this.
-constexpr int too_few_to_anneal = 3;
-
-}  // namespace
+using nmk_ordering::max_items_not_annealed;
 
 nmkAnnealOrderState::nmkAnnealOrderState(int n) : items(n), item_states(n) {}
 
 const utTypeID& nmkAnnealOrderState::ut_dynamic_type() const { return ut_static_type(); }
 
 int nmkAnnealOrderState::ut_is_kind_of(const utTypeID& type) const {
-    return ut_static_type().is_kind_of(type) ? 1 : 0;
+    return nmk_ordering::is_kind(*this, type);
 }
 
 int nmkAnnealOrderState::size() { return items.size(); }
@@ -34,7 +29,7 @@ double nmkAnnealOrderState::initialise() {
         switch_item_to_state(k, 0);
         item_states[k] = 0;
     }
-    if (n <= too_few_to_anneal) return -1.0;
+    if (n <= max_items_not_annealed) return -1.0;
     distance_value = total_distance();
     return distance_value;
 }
@@ -52,7 +47,7 @@ double nmkAnnealOrderState::candidate_new_state() {
     return candidate_distance;
 }
 
-// Deliberate: position 0 is never moved, so the first item is whichever one randomise left there.
+// Deliberate: position 0 is never moved, so the first item is the one that randomise left there.
 void nmkAnnealOrderState::accept_new_state() {
     for (int lo = candidate_1 + 1, hi = candidate_2; lo < hi; ++lo, --hi) {
         std::swap(items[lo], items[hi]);
@@ -77,8 +72,7 @@ nmkAnnealState& nmkAnnealOrderState::operator=(const nmkAnnealState& other) {
 }
 
 nmkAnnealOrderState& nmkAnnealOrderState::operator=(const nmkAnnealOrderState& other) {
-    *this = static_cast<const nmkAnnealState&>(other);
-    return *this;
+    return nmk_ordering::assign_whole(*this, other);
 }
 
 nmkAnnealOrderState::~nmkAnnealOrderState() = default;
@@ -123,7 +117,7 @@ void nmkAnnealOrderState::switch_item_to_state(int, int) {}
 void nmkAnnealOrderState::get_candidates(int& first, int& second) {
     const int n = items.size();
     first = draw_index(random, n);
-    second = draw_index(random, n - too_few_to_anneal);
+    second = draw_index(random, n - max_items_not_annealed);
     while (std::abs(first - second) < 2) ++second;
     if (first > second) std::swap(first, second);
 }
@@ -152,9 +146,9 @@ int nmkAnnealOrderState::normalise_index(int index) const {
 int nmkAnnealOrderState::verify_result() {
     const int n = items.size();
     for (int item = 0; item < n; ++item) {
-        bool stands = false;
-        for (int k = 0; k < n && !stands; ++k) stands = items[k] == item;
-        if (!stands) return 0;
+        bool is_found = false;
+        for (int k = 0; k < n && !is_found; ++k) is_found = items[k] == item;
+        if (!is_found) return 0;
     }
     return 1;
 }

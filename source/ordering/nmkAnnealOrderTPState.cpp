@@ -4,7 +4,8 @@
 #include <geometry/giPoint2.h>
 
 #include "ordering/anneal_draw.h"
-#include "ordering/type_family.h"
+#include "ordering/run_time_type.h"
+#include "ordering/whole_assignment.h"
 
 #include <cmath>
 #include <cstddef>
@@ -29,7 +30,7 @@ nmkAnnealOrderTPState::nmkAnnealOrderTPState(
 const utTypeID& nmkAnnealOrderTPState::ut_dynamic_type() const { return ut_static_type(); }
 
 int nmkAnnealOrderTPState::ut_is_kind_of(const utTypeID& type) const {
-    return ut_static_type().is_kind_of(type) ? 1 : 0;
+    return nmk_ordering::is_kind(*this, type);
 }
 
 double nmkAnnealOrderTPState::randomise() {
@@ -54,7 +55,7 @@ double nmkAnnealOrderTPState::randomise() {
 }
 
 void nmkAnnealOrderTPState::accept_new_state() {
-    if (candidate_1 < 0 || candidate_2 < 0) return;  // nothing was ever proposed
+    if (candidate_1 < 0 || candidate_2 < 0) return;  // no move was ever proposed
     const int held = items[candidate_1];
     for (int pos = candidate_1; pos != candidate_2; pos += move_direction) {
         items[pos] = items[pos + move_direction];
@@ -74,7 +75,7 @@ nmkAnnealOrderTPState& nmkAnnealOrderTPState::operator=(const nmkAnnealState& ot
 }
 
 nmkAnnealOrderTPState& nmkAnnealOrderTPState::operator=(const nmkAnnealOrderTPState& other) {
-    return *this = static_cast<const nmkAnnealState&>(other);
+    return nmk_ordering::assign_whole(*this, other);
 }
 
 nmkAnnealOrderTPState::~nmkAnnealOrderTPState() = default;
@@ -85,7 +86,7 @@ double nmkAnnealOrderTPState::distance(int item_a, int item_b) {
     const giPoint3 end_a = a.end_point(item_states[item_a]);
     const giPoint3 start_b = b.start_point(item_states[item_b]);
     const giPoint3 end_b = b.end_point(item_states[item_b]);
-    // Deliberate: in the plan the way is measured to the end of b, not to its start.
+    // Deliberate: the plan distance is measured to the end of b, not to its start.
     const double plan = giPoint2(end_a.x, end_a.y).distance(giPoint2(end_b.x, end_b.y));
     double cost = plan + std::abs(start_b.z - end_b.z);
     if (start_b.z > end_a.z) cost += extra_cost_of_climbing * (start_b.z - end_a.z);

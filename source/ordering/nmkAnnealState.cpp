@@ -1,12 +1,14 @@
 #include <nmktoolbox/ordering/nmkAnnealState.h>
 
+#include "ordering/run_time_type.h"
+
 const utTypeID& nmkAnnealState::ut_dynamic_type() const { return ut_static_type(); }
 
 int nmkAnnealState::ut_is_kind_of(const utTypeID& type) const {
-    return ut_static_type().is_kind_of(type) ? 1 : 0;
+    return nmk_ordering::is_kind(*this, type);
 }
 
-// Pure, yet with a body: the implicit assignment of a caller's own state calls it.
+// Pure, but with a body: the implicit assignment of a caller's own state calls it.
 nmkAnnealState& nmkAnnealState::operator=(const nmkAnnealState&) { return *this; }
 
 nmkAnnealState::~nmkAnnealState() = default;

@@ -6,19 +6,20 @@
 
 #include "ordering/anneal_block_exchange.h"
 #include "ordering/anneal_draw.h"
-#include "ordering/type_family.h"
+#include "ordering/run_time_type.h"
+#include "ordering/whole_assignment.h"
 
 #include <utility>
 
-using nmk_ordering::Block_exchange;
+using nmk_ordering::BlockExchange;
 using nmk_ordering::cast_to_kind;
 using nmk_ordering::draw_index;
 
 namespace {
 
-// The numbers of lines that are solved exactly; factorial growth forbids more.
-constexpr int fewest_solved_exactly = 2;
-constexpr int most_solved_exactly = 9;
+// The numbers of lines that are solved exactly. The time grows as the factorial.
+constexpr int min_solved_exactly = 2;
+constexpr int max_solved_exactly = 9;
 
 constexpr int debug_level = 1;
 
@@ -35,14 +36,14 @@ nmkAnnealStateNonReversible::nmkAnnealStateNonReversible(const giPoint3coPageArr
 const utTypeID& nmkAnnealStateNonReversible::ut_dynamic_type() const { return ut_static_type(); }
 
 int nmkAnnealStateNonReversible::ut_is_kind_of(const utTypeID& type) const {
-    return ut_static_type().is_kind_of(type) ? 1 : 0;
+    return nmk_ordering::is_kind(*this, type);
 }
 
 double nmkAnnealStateNonReversible::initialise() {
     draw_lines_before_ordering();
     const double energy = nmkAnnealOrderState::initialise();
     const int n = items.size();
-    if (n < fewest_solved_exactly || n > most_solved_exactly) return energy;
+    if (n < min_solved_exactly || n > max_solved_exactly) return energy;
     solve_exactly();
     return -1.0;
 }
@@ -65,13 +66,12 @@ nmkAnnealState& nmkAnnealStateNonReversible::operator=(const nmkAnnealState& oth
 
 nmkAnnealStateNonReversible& nmkAnnealStateNonReversible::operator=(
     const nmkAnnealStateNonReversible& other) {
-    *this = static_cast<const nmkAnnealState&>(other);
-    return *this;
+    return nmk_ordering::assign_whole(*this, other);
 }
 
 nmkAnnealStateNonReversible::~nmkAnnealStateNonReversible() = default;
 
-// Deliberate: z does not count here, though it does for the other states.
+// Deliberate: z is ignored here, though the other states measure in three dimensions.
 double nmkAnnealStateNonReversible::distance(int item_a, int item_b) {
     const giPoint3& from = (*end_points)[item_a];
     const giPoint3& to = (*start_points)[item_b];
@@ -139,7 +139,7 @@ void nmkAnnealStateNonReversible::solve_exactly() {
         permute(n, 0.0, items, work, table);
         return;
     }
-    // A ring has no start, so the item in the last position stays there.
+    // A ring has no start, so the item in the last position can stay there.
     if (!(distance_value >= 0.0)) return;
     for (int m = 0; m <= n - 2; ++m) {
         std::swap(work[m], work[n - 2]);
@@ -148,8 +148,9 @@ void nmkAnnealStateNonReversible::solve_exactly() {
     }
 }
 
-// Builds the order from its end backwards: positions k and up of `work` are settled, and `length`
-// is theirs. Deliberate: a branch is cut only when it is longer than the best, not when equal.
+// Builds the order from its end backwards: positions k and up of `work` are fixed, and `length` is
+// that of the path through them. Deliberate: a branch is pruned only when it is longer than the
+// best order, not when it is equal.
 void nmkAnnealStateNonReversible::permute(int k, double length, intcoFixedArr& best,
                                           intcoFixedArr& work, const doublecoDynArr& table) {
     const int n = work.size();

@@ -1,6 +1,7 @@
 #include <nmktoolbox/ordering/nmkAnnealStatePoints.h>
 
-#include "ordering/type_family.h"
+#include "ordering/run_time_type.h"
+#include "ordering/whole_assignment.h"
 
 using nmk_ordering::cast_to_kind;
 
@@ -10,7 +11,7 @@ nmkAnnealStatePoints::nmkAnnealStatePoints(const giPoint3coPageArr* array)
 const utTypeID& nmkAnnealStatePoints::ut_dynamic_type() const { return ut_static_type(); }
 
 int nmkAnnealStatePoints::ut_is_kind_of(const utTypeID& type) const {
-    return ut_static_type().is_kind_of(type) ? 1 : 0;
+    return nmk_ordering::is_kind(*this, type);
 }
 
 nmkAnnealState& nmkAnnealStatePoints::operator=(const nmkAnnealState& other) {
@@ -21,8 +22,7 @@ nmkAnnealState& nmkAnnealStatePoints::operator=(const nmkAnnealState& other) {
 }
 
 nmkAnnealStatePoints& nmkAnnealStatePoints::operator=(const nmkAnnealStatePoints& other) {
-    *this = static_cast<const nmkAnnealState&>(other);
-    return *this;
+    return nmk_ordering::assign_whole(*this, other);
 }
 
 nmkAnnealStatePoints::~nmkAnnealStatePoints() = default;

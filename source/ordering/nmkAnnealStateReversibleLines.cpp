@@ -1,7 +1,8 @@
 #include <nmktoolbox/ordering/nmkAnnealStateReversibleLines.h>
 
 #include "ordering/anneal_draw.h"
-#include "ordering/type_family.h"
+#include "ordering/run_time_type.h"
+#include "ordering/whole_assignment.h"
 
 #include <utility>
 
@@ -18,7 +19,7 @@ nmkAnnealStateReversibleLines::nmkAnnealStateReversibleLines(const giPoint3coPag
 const utTypeID& nmkAnnealStateReversibleLines::ut_dynamic_type() const { return ut_static_type(); }
 
 int nmkAnnealStateReversibleLines::ut_is_kind_of(const utTypeID& type) const {
-    return ut_static_type().is_kind_of(type) ? 1 : 0;
+    return nmk_ordering::is_kind(*this, type);
 }
 
 void nmkAnnealStateReversibleLines::accept_new_state() {
@@ -32,7 +33,7 @@ void nmkAnnealStateReversibleLines::accept_new_state() {
         reverse(p);
         reverse(q);
     }
-    // The middle line of an odd span turns round without moving.
+    // The middle line of an odd span is reversed without moving.
     if (lo == hi) reverse(normalise_index(lo));
     distance_value = candidate_distance;
     candidate_distance = -1.0;
@@ -51,8 +52,7 @@ nmkAnnealState& nmkAnnealStateReversibleLines::operator=(const nmkAnnealState& o
 
 nmkAnnealStateReversibleLines& nmkAnnealStateReversibleLines::operator=(
     const nmkAnnealStateReversibleLines& other) {
-    *this = static_cast<const nmkAnnealState&>(other);
-    return *this;
+    return nmk_ordering::assign_whole(*this, other);
 }
 
 nmkAnnealStateReversibleLines::~nmkAnnealStateReversibleLines() = default;
@@ -115,8 +115,8 @@ void nmkAnnealStateReversibleLines::update_candidate_distance() {
     const double added = start_b.distance(start_d) + end_a.distance(end_c);
     const double removed = end_c.distance(start_d) + end_a.distance(start_b);
     candidate_distance = (added - removed) + distance_value;
-    // Deliberate: rounding must not bring the energy below zero, or the temperature of a later
-    // run would mean nothing.
+    // Deliberate: rounding must not bring the energy below zero, so that the temperature, which
+    // starts at an energy, stays meaningful.
     if (candidate_distance <= 0.0) candidate_distance = 0.0;
 }
 

@@ -62,7 +62,7 @@ void nmkAnnealStateTester::test(nmkAnnealOrderState& state, nmkAnnealOrderState&
         anneal.seed(r + first_seed);
         anneal.simulate();
         const double elapsed = apHighResTime::time() - started;
-        state = best;
+        static_cast<nmkAnnealState&>(state) = best;
         const double final_length = state.length();
         out << state.num_items() << '\t' << r << '\t' << initial << '\t' << nearest_neighbour
             << '\t' << final_length << '\t' << anneal.num_iterations_used() << '\t' << elapsed

@@ -2,7 +2,8 @@
 
 #include "ordering/anneal_block_exchange.h"
 #include "ordering/anneal_draw.h"
-#include "ordering/type_family.h"
+#include "ordering/run_time_type.h"
+#include "ordering/whole_assignment.h"
 
 #include <utility>
 
@@ -11,7 +12,7 @@ using nmk_ordering::draw_index;
 
 namespace {
 
-// The share of moves that turn one toolpath.
+// The share of moves that flip one toolpath.
 constexpr double share_of_flips = 0.25;
 
 }  // namespace
@@ -25,10 +26,10 @@ nmkAnnealStateTwoItemStates::nmkAnnealStateTwoItemStates(
 const utTypeID& nmkAnnealStateTwoItemStates::ut_dynamic_type() const { return ut_static_type(); }
 
 int nmkAnnealStateTwoItemStates::ut_is_kind_of(const utTypeID& type) const {
-    return ut_static_type().is_kind_of(type) ? 1 : 0;
+    return nmk_ordering::is_kind(*this, type);
 }
 
-// Deliberate: two items are annealed, though other states want four.
+// Deliberate: two items are annealed, though other states need four.
 double nmkAnnealStateTwoItemStates::initialise() {
     invalidate_candidate();
     const int n = items.size();
@@ -82,8 +83,7 @@ nmkAnnealState& nmkAnnealStateTwoItemStates::operator=(const nmkAnnealState& oth
 
 nmkAnnealStateTwoItemStates& nmkAnnealStateTwoItemStates::operator=(
     const nmkAnnealStateTwoItemStates& other) {
-    *this = static_cast<const nmkAnnealState&>(other);
-    return *this;
+    return nmk_ordering::assign_whole(*this, other);
 }
 
 nmkAnnealStateTwoItemStates::~nmkAnnealStateTwoItemStates() = default;
@@ -181,7 +181,7 @@ void nmkAnnealStateTwoItemStates::invalidate_candidate() {
     flip_position = swap_length = candidate_1 = candidate_2 = -1;
 }
 
-// The edges into and out of `position`; an open path lacks one at either end.
+// The length of the edges to and from `position`; an open path has only one at either end.
 double nmkAnnealStateTwoItemStates::distance_around(int position) {
     const int n = items.size();
     int prev = position - 1;

@@ -11,7 +11,7 @@ struct Configuration {
     giPoint3 compare_point = giPoint3(0.0, 0.0, 0.0);
 };
 
-// Made on first use, so that another static object may sort while the program starts.
+// Constructed on first use, so that another static object may sort while the program starts.
 Configuration& configuration() {
     static Configuration shared;
     return shared;

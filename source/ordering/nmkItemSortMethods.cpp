@@ -3,19 +3,23 @@
 
 #include <cmath>
 
-#include "item_point.h"
+#include "point_of_item.h"
 #include "sort_keys.h"
+
+using nmk_ordering::point_of_item;
 
 namespace {
 
+namespace sort_keys = nmk_ordering::sort_keys;
+
 int sorts_before(sort_keys::Key key, const nmkSortItemPrf& a, const nmkSortItemPrf& b,
                  const giPoint3& c) {
-    return key(item_point(a), c) < key(item_point(b), c) ? 1 : 0;
+    return key(point_of_item(a), c) < key(point_of_item(b), c) ? 1 : 0;
 }
 
 int differ_by_at_most(double limit, sort_keys::Key key, const nmkSortItemPrf& a,
                       const nmkSortItemPrf& b, const giPoint3& c) {
-    return std::fabs(key(item_point(a), c) - key(item_point(b), c)) <= limit ? 1 : 0;
+    return std::fabs(key(point_of_item(a), c) - key(point_of_item(b), c)) <= limit ? 1 : 0;
 }
 
 }  // namespace
@@ -81,7 +85,7 @@ int nmkItemSortMethods::equal_closest(nmkSortItemPrf a, nmkSortItemPrf b, const 
     return differ_by_at_most(sort_keys::closest_limit(tolerance), sort_keys::closest, a, b, c);
 }
 
-// Deliberate: all items are in one row, which is read round the comparison point.
+// Deliberate: all items are in one row, which runs clockwise around the comparison point.
 int nmkItemSortMethods::equal_radial(nmkSortItemPrf, nmkSortItemPrf, const giPoint3&, double) {
     return 1;
 }

@@ -1,4 +1,4 @@
-// nmkItemSorter: the sorter that leaves everything as it came.
+// nmkItemSorter: the sorter that keeps the order in which items are added.
 #include <nmktoolbox/ordering/nmkItemSorter.h>
 
 nmkItemSorter::nmkItemSorter() = default;

@@ -1,6 +1,6 @@
 // nmkItemSorterClosest: two ways to one order.
 //
-// The general way sorts all items anew for each one taken, whatever the comparison is. For the
+// The general way sorts all items again for each one taken, whatever the comparison is. For the
 // squared plan distance a ClosestWalk gives the same order; it reads every point once, at the
 // start, and needs finite coordinates.
 #include <nmktoolbox/ordering/nmkItemComparator.h>
@@ -12,16 +12,17 @@
 #include <vector>
 
 #include "closest_walk.h"
-#include "item_point.h"
+#include "point_of_item.h"
 
 namespace {
 
 using nmk_ordering::ClosestWalk;
-using nmk_ordering::Place;
+using nmk_ordering::PlanPoint;
+using nmk_ordering::point_of_item;
 
 bool is_finite(const giPoint3& point) { return std::isfinite(point.x) && std::isfinite(point.y); }
 
-Place place_of(const giPoint3& point) { return {point.x, point.y}; }
+PlanPoint plan_point(const giPoint3& point) { return {point.x, point.y}; }
 
 }  // namespace
 
@@ -47,19 +48,19 @@ nmkSortList& nmkItemSorterClosest::sort(double) {
 bool nmkItemSorterClosest::distance_decides() {
     if (nmkItemComparator::primary_sort() != &nmkItemSortMethods::compare_closest) return false;
     bool finite = is_finite(nmkItemComparator::comparison_point());
-    while (source.forwards() != 0) finite = is_finite(item_point(source.read())) && finite;
+    while (source.forwards() != 0) finite = is_finite(point_of_item(source.read())) && finite;
     return finite;
 }
 
 bool nmkItemSorterClosest::sort_by_distance() {
     std::vector<nmkSortItemPrf> items;
-    std::vector<Place> places;
+    std::vector<PlanPoint> points;
     while (source.forwards() != 0) {
         items.push_back(source.read());
-        places.push_back(place_of(item_point(source.read())));
+        points.push_back(plan_point(point_of_item(source.read())));
     }
     source.clear();
-    ClosestWalk walk(places, place_of(nmkItemComparator::comparison_point()));
+    ClosestWalk walk(points, plan_point(nmkItemComparator::comparison_point()));
     for (std::size_t taken = 0; taken < items.size(); ++taken) {
         if (stopped()) {
             for (const int left : walk.left())
@@ -93,5 +94,5 @@ bool nmkItemSorterClosest::stopped() { return progress != nullptr && progress->i
 // Deliberate: the item's point, where a line starts, becomes the next reference, not its end.
 void nmkItemSorterClosest::take(const nmkSortItemPrf& item) {
     result.add_item(item);
-    nmkItemComparator::set_comparison_point(item_point(item));
+    nmkItemComparator::set_comparison_point(point_of_item(item));
 }

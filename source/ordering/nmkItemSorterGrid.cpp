@@ -4,59 +4,26 @@
 // keys (grid_rows.h). Any other comparison, and keys that are not finite, take the general way:
 // pair by pair, through the sorted lists. Both give the same order.
 #include <nmktoolbox/ordering/nmkItemComparator.h>
-#include <nmktoolbox/ordering/nmkItemSortMethods.h>
 #include <nmktoolbox/ordering/nmkItemSorterGrid.h>
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
 #include <vector>
 
 #include "grid_rows.h"
-#include "item_point.h"
-#include "sort_keys.h"
+#include "point_of_item.h"
+#include "sort_methods.h"
+
+using nmk_ordering::point_of_item;
 
 namespace {
 
-// What one of the known equalities compares.
-struct RowRule {
-    sort_keys::Key key;
-    double limit;
-};
-
-double no_key(const giPoint3&, const giPoint3&) { return 0.0; }
-
-std::optional<RowRule> rule_of(nmkItemComparator::Equality equality, double tolerance) {
-    using Methods = nmkItemSortMethods;
-    if (equality == &Methods::equal_x) return RowRule{sort_keys::x, tolerance};
-    if (equality == &Methods::equal_y) return RowRule{sort_keys::y, tolerance};
-    if (equality == &Methods::equal_z) return RowRule{sort_keys::z, tolerance};
-    if (equality == &Methods::equal_xy) return RowRule{sort_keys::xy, tolerance};
-    if (equality == &Methods::equal_yx) return RowRule{sort_keys::yx, tolerance};
-    if (equality == &Methods::equal_closest) {
-        return RowRule{sort_keys::closest, sort_keys::closest_limit(tolerance)};
-    }
-    if (equality == &Methods::equal_radial) return RowRule{no_key, 0.0};
-    return std::nullopt;
-}
-
-// Null for a comparison of a caller's own.
-sort_keys::Key key_of(nmkItemComparator::Comparison comparison) {
-    using Methods = nmkItemSortMethods;
-    if (comparison == &Methods::compare_x) return sort_keys::x;
-    if (comparison == &Methods::compare_y) return sort_keys::y;
-    if (comparison == &Methods::compare_z) return sort_keys::z;
-    if (comparison == &Methods::compare_xy) return sort_keys::xy;
-    if (comparison == &Methods::compare_yx) return sort_keys::yx;
-    if (comparison == &Methods::compare_closest) return sort_keys::closest;
-    if (comparison == &Methods::compare_radial) return sort_keys::radial;
-    return nullptr;
-}
+namespace sort_keys = nmk_ordering::sort_keys;
 
 std::vector<giPoint3> points_of(nmkSortList& items) {
     std::vector<giPoint3> points;
     points.reserve(static_cast<std::size_t>(items.size()));
-    while (items.forwards() != 0) points.push_back(item_point(items.read()));
+    while (items.forwards() != 0) points.push_back(point_of_item(items.read()));
     return points;
 }
 
@@ -102,9 +69,9 @@ void nmkItemSorterGrid::set_sort_directions(int new_zigzag, int new_reverse_firs
 }
 
 bool nmkItemSorterGrid::sort_by_keys(double tolerance) {
-    const auto rule = rule_of(nmkItemComparator::equality_method(), tolerance);
-    const sort_keys::Key primary = key_of(nmkItemComparator::primary_sort());
-    const sort_keys::Key secondary = key_of(nmkItemComparator::secondary_sort());
+    const auto rule = nmk_ordering::row_rule_of(nmkItemComparator::equality_method(), tolerance);
+    const sort_keys::Key primary = nmk_ordering::key_of(nmkItemComparator::primary_sort());
+    const sort_keys::Key secondary = nmk_ordering::key_of(nmkItemComparator::secondary_sort());
     if (!rule.has_value() || primary == nullptr || secondary == nullptr) return false;
     const std::vector<giPoint3> points = points_of(source);
     const std::vector<double> row_keys = keys_of(points, rule->key);
@@ -119,18 +86,18 @@ bool nmkItemSorterGrid::sort_by_keys(double tolerance) {
 }
 
 void nmkItemSorterGrid::lay_out(const std::vector<std::vector<int>>& rows) {
-    std::vector<int> places;
-    places.reserve(static_cast<std::size_t>(source.size()));
+    std::vector<int> positions;
+    positions.reserve(static_cast<std::size_t>(source.size()));
     int direction = reverse_first_row;
     for (const std::vector<int>& row : rows) {
         if (direction == 0) {
-            places.insert(places.end(), row.begin(), row.end());
+            positions.insert(positions.end(), row.begin(), row.end());
         } else {
-            places.insert(places.end(), row.rbegin(), row.rend());
+            positions.insert(positions.end(), row.rbegin(), row.rend());
         }
         if (zigzag != 0) direction = direction == 0 ? 1 : 0;
     }
-    result.take_items(source, places);
+    result.take_items(source, positions);
 }
 
 // Deliberate: an item is compared with the first of the row only, so two that are each within the
@@ -150,19 +117,19 @@ void nmkItemSorterGrid::form_rows(double tolerance, nmkSortedListcoSortedList& r
     }
 }
 
-void nmkItemSorterGrid::go_forwards(const nmkSortedListcoSortedList& rows, int turning,
+void nmkItemSorterGrid::go_forwards(const nmkSortedListcoSortedList& rows, int is_zigzag,
                                     int direction) {
     for (auto row = rows.begin(); row != rows.end(); ++row) {
         add_items_from_list(*row, direction);
-        if (turning != 0) direction = direction == 0 ? 1 : 0;
+        if (is_zigzag != 0) direction = direction == 0 ? 1 : 0;
     }
 }
 
-void nmkItemSorterGrid::go_backwards(const nmkSortedListcoSortedList& rows, int turning,
+void nmkItemSorterGrid::go_backwards(const nmkSortedListcoSortedList& rows, int is_zigzag,
                                      int direction) {
     for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
         add_items_from_list(*row, direction);
-        if (turning != 0) direction = direction == 0 ? 1 : 0;
+        if (is_zigzag != 0) direction = direction == 0 ? 1 : 0;
     }
 }
 

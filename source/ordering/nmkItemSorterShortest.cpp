@@ -1,4 +1,4 @@
-// nmkItemSorterShortest: which algorithm, and the annealing one. The elastic ring stands in
+// nmkItemSorterShortest: the choice of the algorithm, and annealing. The elastic ring is in
 // nmkItemSorterShortest_ring.cpp.
 #include <nmktoolbox/ordering/nmkAnneal.h>
 #include <nmktoolbox/ordering/nmkAnnealStateNonReversible.h>
@@ -11,7 +11,9 @@
 #include <utility>
 #include <vector>
 
-#include "item_point.h"
+#include "point_of_item.h"
+
+using nmk_ordering::point_of_item;
 
 namespace {
 
@@ -24,7 +26,7 @@ void append_points(const nmkSortItemPrf& reference, giPoint3coPageArr& starts,
                    giPoint3coPageArr& ends) {
     const auto* item = nmkSortItemWithEndPoint::ut_dynamic_cast(reference.get());
     if (item != nullptr && is_given(item->get_end_point())) ends.add(item->get_end_point());
-    starts.add(item_point(reference));
+    starts.add(point_of_item(reference));
 }
 
 void reverse_line(nmkSortItemPrf& reference) {
@@ -34,10 +36,10 @@ void reverse_line(nmkSortItemPrf& reference) {
 
 }  // namespace
 
-// Which item stands at each position, and for lines that may be turned whether it is turned.
+// The item at each position, and for reversible lines whether it is reversed.
 struct nmkItemSorterShortest::Route {
     intcoFixedArr order;
-    intcoFixedArr turned;
+    intcoFixedArr reversed;
 };
 
 nmkItemSorterShortest::nmkItemSorterShortest() = default;
@@ -47,12 +49,12 @@ void nmkItemSorterShortest::add_item(nmkSortItemPrf item) { source.add_item(item
 
 void nmkItemSorterShortest::add_items(nmkSortList& items) { source.add_items(items); }
 
-// A list that was half read gives its other half, and that is copied.
+// Of a list whose walk was broken off only the rest is sorted, and that is copied.
 void nmkItemSorterShortest::lend(nmkSortPointList& items) {
     int walked = 0;
     while (items.forwards() != 0) ++walked;
     if (walked == items.size()) {
-        lent = &items;
+        m_lent = &items;
         return;
     }
     for (int skipped = items.size() - walked; skipped > 0; --skipped) items.forwards();
@@ -61,7 +63,7 @@ void nmkItemSorterShortest::lend(nmkSortPointList& items) {
 
 nmkSortList& nmkItemSorterShortest::sort(double tolerance) {
     if (nmkVersion::get_from_manager("itemsorter").get_level() == level_of_elastic_ring) {
-        if (lent != nullptr) source.add_items(*std::exchange(lent, nullptr));
+        if (m_lent != nullptr) source.add_items(*std::exchange(m_lent, nullptr));
         sort_old(tolerance);
     } else {
         lay_out(find_route());
@@ -69,7 +71,7 @@ nmkSortList& nmkItemSorterShortest::sort(double tolerance) {
     return result;
 }
 
-// All that the annealing needs goes before the route is laid out, as many items take much of it.
+// The memory of the annealing is freed before the route is laid out: many items need much of it.
 nmkItemSorterShortest::Route nmkItemSorterShortest::find_route() {
     giPoint3coPageArr starts;
     giPoint3coPageArr ends;
@@ -85,7 +87,7 @@ nmkItemSorterShortest::Route nmkItemSorterShortest::find_route() {
         nmkAnnealStateNonReversible best(starts, ends, closed);
         return perform_annealing(state, best);
     }
-    // Deliberate: `closed` is not asked for, as lines that may be turned always form a tour.
+    // Deliberate: `closed` is not used here: reversible lines are always ordered as a tour.
     nmkAnnealStateReversibleLines state(starts, ends);
     nmkAnnealStateReversibleLines best(starts, ends);
     return perform_annealing(state, best);
@@ -99,7 +101,7 @@ nmkItemSorterShortest::Route nmkItemSorterShortest::perform_annealing(nmkAnnealO
     Route route;
     best.get_items(route.order);
     const auto* lines = nmkAnnealStateReversibleLines::ut_dynamic_cast(&best);
-    if (lines != nullptr) lines->get_reverse_flags(route.turned);
+    if (lines != nullptr) lines->get_reverse_flags(route.reversed);
     return route;
 }
 
@@ -112,8 +114,8 @@ void nmkItemSorterShortest::lay_out(const Route& route) {
     result.clear();
     for (int k = 0; k < route.order.size(); ++k) {
         nmkSortItemPrf& item = *references[static_cast<std::size_t>(route.order[k])];
-        // Deliberate: the line turns about from how it stood, so a second sort can turn it back.
-        if (k < route.turned.size() && route.turned[k] != 0) reverse_line(item);
+        // Deliberate: the flag of the line is negated, not set, so a second sort can cancel it.
+        if (k < route.reversed.size() && route.reversed[k] != 0) reverse_line(item);
         result.add_item(item);
     }
 }

@@ -1,10 +1,11 @@
 // nmkItemSorterShortest, elastic ring: the older generation.
 //
-// As many ring points as items start on a small circle in the unit square. Step by step every item
-// draws the ring points towards it, those near by most, while the ring's own tension holds it
-// together; both reach less far with each step. At the end each item belongs to the ring point
-// nearest to it, and the ring is read off once round. After R. Durbin and D. Willshaw, An analogue
-// approach to the travelling salesman problem using an elastic net method, Nature 326, 1987.
+// As many ring points as items start on a small circle in the unit square. In each step every item
+// pulls the ring points towards itself, the nearest ones most, while the tension of the ring holds
+// it together; the reach of both shrinks with each step. At the end each item belongs to the ring
+// point nearest to it, and the items are read off once around the ring. After R. Durbin and D.
+// Willshaw, An analogue approach to the travelling salesman problem using an elastic net method,
+// Nature 326, 1987.
 #include <nmktoolbox/ordering/nmkItemComparator.h>
 #include <nmktoolbox/ordering/nmkItemSorterClosest.h>
 #include <nmktoolbox/ordering/nmkItemSorterShortest.h>
@@ -13,8 +14,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "item_point.h"
+#include "point_of_item.h"
 #include "ring_pull.h"
+
+using nmk_ordering::point_of_item;
 
 namespace {
 
@@ -24,9 +27,9 @@ constexpr double ring_centre = 0.5;
 
 constexpr double first_k = 0.2;
 constexpr double shrinking_of_k = 0.99;  // with each step
-constexpr int most_steps = 500;
+constexpr int max_steps = 500;
 
-// Squared movement of the ring point that moved most; below, the ring has come to rest.
+// Largest squared movement of a ring point in a step; below, the ring is at rest.
 constexpr double movement_at_rest = 1e-08;
 
 // Deliberate: the tension falls with k while the pull of the items does not, so that in the end
@@ -77,10 +80,10 @@ void nmkItemSorterShortest::create_test_array(giPoint3coDynArr& ring, int n) {
 bool nmkItemSorterShortest::shrink_ring(giPoint3coDynArr& ring) {
     if (progress != nullptr) {
         progress->send_progress_bar_to_0("Sorting\n%3d%% completed");
-        progress->set_range(most_steps);
+        progress->set_range(max_steps);
     }
     double k = first_k;
-    for (int step = 0; step < most_steps; ++step) {
+    for (int step = 0; step < max_steps; ++step) {
         if (progress != nullptr && progress->increment() != 0) return false;
         k = k * shrinking_of_k;
         if (adjust_points(source, ring, k) < movement_at_rest) break;
@@ -121,12 +124,12 @@ void nmkItemSorterShortest::read_off_ring(giPoint3coDynArr& ring) {
         nmkSortPointList group;
         int count = 0;
         add_next(group, count, nearest, ring_index);
-        nmkItemComparator::set_comparison_point(item_point(last));
+        nmkItemComparator::set_comparison_point(point_of_item(last));
         if (count == 1) {
             last = group.read_first();
             result.add_item(last);
         } else if (count >= 2) {
-            // Deliberate: `last` stays, and the next group too is entered as seen from it.
+            // Deliberate: `last` stays the comparison point for the next group too.
             nmkItemSorterClosest closest;
             closest.add_items(group);
             result.add_items(closest.sort(0.0));
@@ -145,7 +148,7 @@ void nmkItemSorterShortest::add_next(nmkSortPointList& group, int& count, intcoD
     }
 }
 
-// Kept for callers of old: nothing is checked, and the distance is always zero.
+// Nothing is checked; the distance is always zero.
 double nmkItemSorterShortest::check_distance(giPoint3coDynArr&, giPoint3coDynArr&, doublecoDynArr&,
                                              double) {
     return 0.0;

@@ -1,6 +1,8 @@
 // nmkSortItem: the index and the run-time type of an item.
 #include <nmktoolbox/ordering/nmkSortItem.h>
 
+#include "ordering/run_time_type.h"
+
 nmkSortItem::nmkSortItem() : m_index(no_index) {}
 nmkSortItem::nmkSortItem(const nmkSortItem& other) : CObject(), m_index(other.m_index) {}
 nmkSortItem::~nmkSortItem() = default;
@@ -28,7 +30,7 @@ const utTypeID& nmkSortItem::ut_static_type() {
 const utTypeID& nmkSortItem::ut_dynamic_type() const { return ut_static_type(); }
 
 int nmkSortItem::ut_is_kind_of(const utTypeID& type) const {
-    return ut_dynamic_type().is_kind_of(type) ? 1 : 0;
+    return nmk_ordering::is_kind(*this, type);
 }
 
 nmkSortItem* nmkSortItem::ut_dynamic_cast(nmkSortItem* item) { return item; }

@@ -1,6 +1,8 @@
 // nmkSortItemLine: two points and the direction of travel.
 #include <nmktoolbox/ordering/nmkSortItemLine.h>
 
+#include "ordering/run_time_type.h"
+
 nmkSortItemLine::nmkSortItemLine(const giPoint3& start, const giPoint3& end) : end_point(end) {
     point = start;
 }
@@ -8,8 +10,8 @@ nmkSortItemLine::nmkSortItemLine(const nmkSortItemLine&) = default;
 nmkSortItemLine& nmkSortItemLine::operator=(const nmkSortItemLine&) = default;
 nmkSortItemLine::~nmkSortItemLine() = default;
 
-// Deliberate: the points do not change places with the flag, so that the caller gets back exactly
-// what it gave; reversed() says which way to travel.
+// Deliberate: the points are not swapped with the flag, so that the caller gets back exactly what
+// it gave; reversed() gives the direction of travel.
 const giPoint3& nmkSortItemLine::get_point() const { return point; }
 const giPoint3& nmkSortItemLine::get_end_point() const { return end_point; }
 
@@ -33,15 +35,13 @@ const utTypeID& nmkSortItemLine::ut_static_type() {
 const utTypeID& nmkSortItemLine::ut_dynamic_type() const { return ut_static_type(); }
 
 int nmkSortItemLine::ut_is_kind_of(const utTypeID& type) const {
-    return ut_dynamic_type().is_kind_of(type) ? 1 : 0;
+    return nmk_ordering::is_kind(*this, type);
 }
 
 nmkSortItemLine* nmkSortItemLine::ut_dynamic_cast(nmkSortItem* item) {
-    const bool is_one = item != nullptr && item->ut_is_kind_of(ut_static_type()) != 0;
-    return is_one ? static_cast<nmkSortItemLine*>(item) : nullptr;
+    return nmk_ordering::cast_to_kind<nmkSortItemLine>(item);
 }
 
 const nmkSortItemLine* nmkSortItemLine::ut_dynamic_cast(const nmkSortItem* item) {
-    const bool is_one = item != nullptr && item->ut_is_kind_of(ut_static_type()) != 0;
-    return is_one ? static_cast<const nmkSortItemLine*>(item) : nullptr;
+    return nmk_ordering::cast_to_kind<const nmkSortItemLine>(item);
 }

@@ -1,4 +1,3 @@
-// nmkSortItemPrf: who holds the item.
 #include <nmktoolbox/ordering/nmkSortItemPrf.h>
 
 int nmkSortItemPrf::unique() const {

@@ -1,6 +1,8 @@
 // nmkSortItemWithEndPoint: the run-time type of an item with a start and an end.
 #include <nmktoolbox/ordering/nmkSortItemWithEndPoint.h>
 
+#include "ordering/run_time_type.h"
+
 nmkSortItemWithEndPoint::nmkSortItemWithEndPoint() = default;
 nmkSortItemWithEndPoint::nmkSortItemWithEndPoint(const nmkSortItemWithEndPoint&) = default;
 nmkSortItemWithEndPoint& nmkSortItemWithEndPoint::operator=(const nmkSortItemWithEndPoint&) =
@@ -28,15 +30,13 @@ const utTypeID& nmkSortItemWithEndPoint::ut_static_type() {
 const utTypeID& nmkSortItemWithEndPoint::ut_dynamic_type() const { return ut_static_type(); }
 
 int nmkSortItemWithEndPoint::ut_is_kind_of(const utTypeID& type) const {
-    return ut_dynamic_type().is_kind_of(type) ? 1 : 0;
+    return nmk_ordering::is_kind(*this, type);
 }
 
 nmkSortItemWithEndPoint* nmkSortItemWithEndPoint::ut_dynamic_cast(nmkSortItem* item) {
-    const bool is_one = item != nullptr && item->ut_is_kind_of(ut_static_type()) != 0;
-    return is_one ? static_cast<nmkSortItemWithEndPoint*>(item) : nullptr;
+    return nmk_ordering::cast_to_kind<nmkSortItemWithEndPoint>(item);
 }
 
 const nmkSortItemWithEndPoint* nmkSortItemWithEndPoint::ut_dynamic_cast(const nmkSortItem* item) {
-    const bool is_one = item != nullptr && item->ut_is_kind_of(ut_static_type()) != 0;
-    return is_one ? static_cast<const nmkSortItemWithEndPoint*>(item) : nullptr;
+    return nmk_ordering::cast_to_kind<const nmkSortItemWithEndPoint>(item);
 }

@@ -1,11 +1,15 @@
 // nmkSortItemWithPoint: the scaled point and the weights of an item for the elastic ring.
 #include <nmktoolbox/ordering/nmkSortItemWithPoint.h>
 
+#include "ordering/run_time_type.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
 #include "elastic_limits.h"
+
+namespace elastic_limits = nmk_ordering::elastic_limits;
 
 namespace {
 
@@ -34,26 +38,26 @@ nmkSortItemWithPoint& nmkSortItemWithPoint::operator=(const nmkSortItemWithPoint
     return *this;
 }
 
-nmkSortItemWithPoint::Ring_part& nmkSortItemWithPoint::ring_part() {
-    if (m_ring_part == nullptr) m_ring_part = std::make_unique<Ring_part>();
+nmkSortItemWithPoint::RingPart& nmkSortItemWithPoint::ring_part() {
+    if (m_ring_part == nullptr) m_ring_part = std::make_unique<RingPart>();
     return *m_ring_part;
 }
 
-const nmkSortItemWithPoint::Ring_part& nmkSortItemWithPoint::ring_part() const {
-    static const Ring_part of_an_item_without_a_ring;
-    return m_ring_part != nullptr ? *m_ring_part : of_an_item_without_a_ring;
+const nmkSortItemWithPoint::RingPart& nmkSortItemWithPoint::ring_part() const {
+    static const RingPart without_a_ring;
+    return m_ring_part != nullptr ? *m_ring_part : without_a_ring;
 }
 
 void nmkSortItemWithPoint::get_weighted_distance(double& dx, double& dy, int ring_index,
                                                  giPoint3& ring_point) const {
-    const Ring_part& part = ring_part();
+    const RingPart& part = ring_part();
     const double weight = part.weights[ring_index];
     dx = (part.normal_point.x - ring_point.x) * weight / part.weight_sum;
     dy = (part.normal_point.y - ring_point.y) * weight / part.weight_sum;
 }
 
 double nmkSortItemWithPoint::set_distance_array(giPoint3coDynArr& ring, double k) {
-    Ring_part& part = ring_part();
+    RingPart& part = ring_part();
     part.weights.resize(ring.size());
     part.weight_sum = 0.0;
     double least = std::numeric_limits<double>::max();
@@ -64,7 +68,7 @@ double nmkSortItemWithPoint::set_distance_array(giPoint3coDynArr& ring, double k
         part.weights[j] = out_of_reach ? 0.0 : std::exp(-d2 / ((k + k) * k));
         part.weight_sum += part.weights[j];
     }
-    if (ring.size() == 0 || part.weight_sum < elastic_limits::least_weight_sum) {
+    if (ring.size() == 0 || part.weight_sum < elastic_limits::min_weight_sum) {
         part.weight_sum = 1.0;
     }
     return least;
@@ -111,15 +115,13 @@ const utTypeID& nmkSortItemWithPoint::ut_static_type() {
 const utTypeID& nmkSortItemWithPoint::ut_dynamic_type() const { return ut_static_type(); }
 
 int nmkSortItemWithPoint::ut_is_kind_of(const utTypeID& type) const {
-    return ut_dynamic_type().is_kind_of(type) ? 1 : 0;
+    return nmk_ordering::is_kind(*this, type);
 }
 
 nmkSortItemWithPoint* nmkSortItemWithPoint::ut_dynamic_cast(nmkSortItem* item) {
-    const bool is_one = item != nullptr && item->ut_is_kind_of(ut_static_type()) != 0;
-    return is_one ? static_cast<nmkSortItemWithPoint*>(item) : nullptr;
+    return nmk_ordering::cast_to_kind<nmkSortItemWithPoint>(item);
 }
 
 const nmkSortItemWithPoint* nmkSortItemWithPoint::ut_dynamic_cast(const nmkSortItem* item) {
-    const bool is_one = item != nullptr && item->ut_is_kind_of(ut_static_type()) != 0;
-    return is_one ? static_cast<const nmkSortItemWithPoint*>(item) : nullptr;
+    return nmk_ordering::cast_to_kind<const nmkSortItemWithPoint>(item);
 }

@@ -1,61 +1,61 @@
-// nmkSortList: every operation is one of the list's cursor.
+// nmkSortList: every operation is one of the list's m_cursor.
 #include <nmktoolbox/ordering/nmkSortList.h>
 
-nmkSortList::nmkSortList() : cursor(items) {}
+nmkSortList::nmkSortList() : m_cursor(m_items) {}
 nmkSortList::~nmkSortList() = default;
 
-void nmkSortList::add_item(const nmkSortItemPrf& item) { cursor.insert_last(item); }
+void nmkSortList::add_item(const nmkSortItemPrf& item) { m_cursor.insert_last(item); }
 
-// Deliberate: the walk is by the other list's own cursor, from where it stands, so a list that was
-// half read gives its other half. Its items do not change, and in that sense it is const.
+// Deliberate: the other list is walked by its own cursor, so that of a list whose walk was broken
+// off only the rest is added. Its items do not change, and in that sense it is const.
 void nmkSortList::add_items(const nmkSortList& other) {
     nmkSortList& walked = const_cast<nmkSortList&>(other);
     if (&walked != this) {
         while (walked.forwards() != 0) add_item(walked.read());
         return;
     }
-    std::vector<nmkSortItemPrf> found;  // first all, then added, or the walk would never end
+    std::vector<nmkSortItemPrf> found;  // adding while walking would never end
     while (forwards() != 0) found.push_back(read());
     for (const nmkSortItemPrf& item : found) add_item(item);
 }
 
-int nmkSortList::size() const { return items.size(); }
+int nmkSortList::size() const { return m_items.size(); }
 
-int nmkSortList::forwards() { return ++cursor; }
+int nmkSortList::forwards() { return ++m_cursor; }
 
 void nmkSortList::clear() {
-    cursor.reset();
-    items.clear();
+    m_cursor.reset();
+    m_items.clear();
 }
 
-void nmkSortList::remove_first() { cursor.remove_first(); }
+void nmkSortList::remove_first() { m_cursor.remove_first(); }
 
 nmkSortItemPrf& nmkSortList::read_first() {
-    return items.size() == 0 ? no_item() : items.read_first();
+    return m_items.size() == 0 ? no_item() : m_items.read_first();
 }
 
-void nmkSortList::remove_backwards() { cursor.remove_backwards(); }
+void nmkSortList::remove_backwards() { m_cursor.remove_backwards(); }
 
-void nmkSortList::reset() { cursor.reset(); }
+void nmkSortList::reset() { m_cursor.reset(); }
 
-nmkSortItemPrf& nmkSortList::read() { return cursor.valid() ? cursor.read() : no_item(); }
+nmkSortItemPrf& nmkSortList::read() { return m_cursor.valid() ? m_cursor.read() : no_item(); }
 
 nmkSortItemPrf& nmkSortList::operator[](int position) {
-    return cursor.set_index(position) != 0 ? cursor.read() : no_item();
+    return m_cursor.set_index(position) != 0 ? m_cursor.read() : no_item();
 }
 
 void nmkSortList::take_items(nmkSortList& other) {
     other.reset();
-    items.take_last(other.items);
+    m_items.take_last(other.m_items);
 }
 
-void nmkSortList::take_items(nmkSortList& other, const std::vector<int>& places) {
+void nmkSortList::take_items(nmkSortList& other, const std::vector<int>& positions) {
     other.reset();
-    items.take_last(other.items, places);
+    m_items.take_last(other.m_items, positions);
 }
 
-// Made void anew each time: a caller may have written to the one handed out before.
+// Reset each time: a caller may have written to the reference that was returned before.
 nmkSortItemPrf& nmkSortList::no_item() {
-    nothing = nmkSortItemPrf();
-    return nothing;
+    m_nothing = nmkSortItemPrf();
+    return m_nothing;
 }

@@ -1,19 +1,20 @@
-// nmkSortPointList: what the points of a list have in common.
 #include <nmktoolbox/ordering/nmkSortPointList.h>
 
 #include <algorithm>
 #include <limits>
 
-#include "item_point.h"
+#include "point_of_item.h"
 #include "sort_keys.h"
+
+using nmk_ordering::point_of_item;
 
 nmkSortPointList::nmkSortPointList() = default;
 nmkSortPointList::~nmkSortPointList() = default;
 
 void nmkSortPointList::get_box(giBox2& box) {
     box = giBox2();
-    while (forwards() != 0) {
-        const giPoint3& point = item_point(read());
+    for (const nmkSortItemPrf& item : *this) {
+        const giPoint3& point = point_of_item(item);
         box.add(giPoint2(point.x, point.y));
     }
 }
@@ -22,8 +23,8 @@ int nmkSortPointList::get_closest(const giPoint3& p) {
     int closest = 0;
     int position = 0;
     double least = std::numeric_limits<double>::max();
-    while (forwards() != 0) {
-        const double d2 = sort_keys::closest(item_point(read()), p);
+    for (const nmkSortItemPrf& item : *this) {
+        const double d2 = nmk_ordering::sort_keys::closest(point_of_item(item), p);
         if (d2 < least) {
             least = d2;
             closest = position;
@@ -37,8 +38,8 @@ void nmkSortPointList::normalize_points() {
     giBox2 box;
     get_box(box);
     const double scale = std::max(box.width(), box.height());
-    while (forwards() != 0) {
-        auto* item = nmkSortItemWithPoint::ut_dynamic_cast(read().item());
+    for (nmkSortItemPrf& reference : *this) {
+        auto* item = nmkSortItemWithPoint::ut_dynamic_cast(reference.item());
         if (item != nullptr) item->transform_point(scale, box.min().x, box.min().y);
     }
 }

@@ -1,4 +1,3 @@
-// nmkSortedList: rows, and the order of items and rows.
 #include <nmktoolbox/ordering/nmkItemComparator.h>
 #include <nmktoolbox/ordering/nmkSortedList.h>
 
@@ -11,7 +10,7 @@ nmkSortedList::nmkSortedList(const nmkSortItemPrf& representative)
 
 nmkSortedList::nmkSortedList(nmkSortItemPrfcoSortedList* claimed,
                              const nmkSortItemPrf& representative)
-    : nmkSortItemPrf(representative), row(claimed) {}
+    : nmkSortItemPrf(representative), m_row(claimed) {}
 
 nmkSortItemPrf nmkSortedList::sort_value() const { return nmkSortItemPrf(get()); }
 

@@ -8,7 +8,7 @@
 
 #include <cmath>
 
-namespace sort_keys {
+namespace nmk_ordering::sort_keys {
 
 using Key = double (*)(const giPoint3& p, const giPoint3& c);
 
@@ -32,4 +32,4 @@ inline double radial(const giPoint3& p, const giPoint3& c) {
 /// How far two `closest` keys of one row may differ. They are squares, and so is the limit.
 inline double closest_limit(double tolerance) { return tolerance * tolerance * 10.0; }
 
-}  // namespace sort_keys
+}  // namespace nmk_ordering::sort_keys

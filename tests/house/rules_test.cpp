@@ -184,7 +184,7 @@ TEST(names, what_callers_were_given_is_left_alone) {
                "int nmkLow::count_rows(int n) { return n; }\n"
                "nmkLow::nmkLow() : m_a{1}, m_b(2) {}\n"
                "bool operator==(A a, B b) { return true; }\n"
-               "decltype(&nmkLow::count_rows) rows = nullptr;\n"
+               "constinit decltype(start) nmk_start = &first;\n"
                "namespace n { class A { static constexpr int room = 1; void f(); "
                "struct B { int open; }; int m_a[3] = {1, 2}; friend class C; }; }\n"
                "namespace { int helper() { return 1; } }\n"

@@ -1,4 +1,4 @@
-// nmkAnnealOrderState_test.cpp: the base of the ordering problems on its own.
+// nmkAnnealOrderState_test.cpp: the common base of the ordering problems.
 
 #include <gtest/gtest.h>
 
@@ -15,9 +15,9 @@ namespace {
 using plain::Inside;
 using plain::items_of;
 
-// Points on a line, with the protected operations open and the distances counted.
-struct Line_state : nmkAnnealOrderState {
-    explicit Line_state(int n) : nmkAnnealOrderState(n) {}
+// Points on a line, with the protected operations made public and the calls of distance counted.
+struct LineState : nmkAnnealOrderState {
+    explicit LineState(int n) : nmkAnnealOrderState(n) {}
     using nmkAnnealOrderState::candidate_1;
     using nmkAnnealOrderState::candidate_2;
     using nmkAnnealOrderState::candidate_distance;
@@ -39,17 +39,17 @@ struct Line_state : nmkAnnealOrderState {
 
 TEST(nmkAnnealOrderState, is_not_annealed_with_three_items_or_fewer) {
     for (int n = 0; n <= 3; ++n) {
-        Line_state state(n);
+        LineState state(n);
         EXPECT_EQ(state.initialise(), -1.0);
         EXPECT_EQ(state.distance_value, -1.0);
         for (int k = 0; k < n; ++k) EXPECT_EQ(state.items[k], k);
     }
-    Line_state four(4);
+    LineState four(4);
     EXPECT_EQ(four.initialise(), 4.5);
 }
 
 TEST(nmkAnnealOrderState, starts_with_nothing_pending) {
-    Line_state state(5);
+    LineState state(5);
     EXPECT_EQ(state.distance_value, -1.0);
     EXPECT_EQ(state.candidate_distance, -1.0);
     EXPECT_EQ(state.candidate_1, -1);
@@ -63,16 +63,16 @@ TEST(nmkAnnealOrderState, starts_with_nothing_pending) {
 }
 
 TEST(nmkAnnealOrderState, measures_an_open_path) {
-    for (int n = 0; n <= 1; ++n) EXPECT_EQ(Line_state(n).total_distance(), 0.0);
+    for (int n = 0; n <= 1; ++n) EXPECT_EQ(LineState(n).total_distance(), 0.0);
     nmkAnnealOrderState bare(5);
     EXPECT_EQ(bare.initialise(), 0.0);
-    Line_state state(5);
+    LineState state(5);
     state.initialise();
     EXPECT_EQ(state.length(), 6.0);
 }
 
 TEST(nmkAnnealOrderState, draws_only_what_the_third_step_leaves_with_four_items) {
-    Line_state state(4);
+    LineState state(4);
     std::set<std::pair<int, int>> seen;
     for (int k = 0; k < 1000; ++k) {
         int first = 0, second = 0;
@@ -86,7 +86,7 @@ TEST(nmkAnnealOrderState, draws_only_what_the_third_step_leaves_with_four_items)
 
 TEST(nmkAnnealOrderState, keeps_a_position_between_the_two_it_draws) {
     for (int n = 4; n < 30; ++n) {
-        Line_state state(n);
+        LineState state(n);
         for (int k = 0; k < 500; ++k) {
             int first = 0, second = 0;
             const std::uint32_t word = state.random.word;
@@ -104,7 +104,7 @@ TEST(nmkAnnealOrderState, keeps_a_position_between_the_two_it_draws) {
 }
 
 TEST(nmkAnnealOrderState, reverses_the_tail_when_the_second_position_is_last) {
-    Line_state state(6);
+    LineState state(6);
     state.initialise();
     state.candidate_1 = 2;
     state.candidate_2 = 5;
@@ -118,7 +118,7 @@ TEST(nmkAnnealOrderState, reverses_the_tail_when_the_second_position_is_last) {
 }
 
 TEST(nmkAnnealOrderState, changes_two_edges_when_the_second_position_is_not_last) {
-    Line_state state(6);
+    LineState state(6);
     state.initialise();
     state.candidate_1 = 0;
     state.candidate_2 = 3;
@@ -134,7 +134,7 @@ TEST(nmkAnnealOrderState, changes_two_edges_when_the_second_position_is_not_last
 }
 
 TEST(nmkAnnealOrderState, never_moves_the_first_position_by_a_move) {
-    Line_state state(9);
+    LineState state(9);
     state.initialise();
     state.randomise();
     const int first = state.items[0];
@@ -145,8 +145,8 @@ TEST(nmkAnnealOrderState, never_moves_the_first_position_by_a_move) {
     }
 }
 
-TEST(nmkAnnealOrderState, forgets_a_proposal_that_is_followed_by_another) {
-    Line_state state(9);
+TEST(nmkAnnealOrderState, drops_a_proposal_that_is_followed_by_another) {
+    LineState state(9);
     state.initialise();
     const std::vector<int> before = items_of(state);
     for (int k = 0; k < 20; ++k) state.candidate_new_state();
@@ -155,7 +155,7 @@ TEST(nmkAnnealOrderState, forgets_a_proposal_that_is_followed_by_another) {
 }
 
 TEST(nmkAnnealOrderState, draws_fifteen_bits_only) {
-    Line_state state(40000);
+    LineState state(40000);
     state.initialise();
     int highest_first = 0, highest_second = 0;
     for (int k = 0; k < 200000; ++k) {
@@ -170,11 +170,11 @@ TEST(nmkAnnealOrderState, draws_fifteen_bits_only) {
 }
 
 TEST(nmkAnnealOrderState, shuffles_with_one_draw_for_each_position) {
-    Line_state state(7);
+    LineState state(7);
     state.initialise();
     state.item_states[3] = 5;
-    const double answered = state.randomise();
-    EXPECT_EQ(answered, state.length());
+    const double returned = state.randomise();
+    EXPECT_EQ(returned, state.length());
     mlRandom random(1);
     std::vector<int> expected{0, 1, 2, 3, 4, 5, 6};
     for (std::size_t k = 0; k < 7; ++k) {
@@ -186,7 +186,7 @@ TEST(nmkAnnealOrderState, shuffles_with_one_draw_for_each_position) {
 }
 
 TEST(nmkAnnealOrderState, copies_all_but_the_generator) {
-    Line_state from(6), to(6);
+    LineState from(6), to(6);
     from.initialise();
     from.randomise();
     from.item_states[2] = 1;
@@ -202,7 +202,7 @@ TEST(nmkAnnealOrderState, copies_all_but_the_generator) {
     EXPECT_NE(from.random.word, 1u);
 }
 
-struct Foreign_state : nmkAnnealState {
+struct ForeignState : nmkAnnealState {
     int size() override { return 0; }
     double initialise() override { return 0.0; }
     double randomise() override { return 0.0; }
@@ -212,18 +212,18 @@ struct Foreign_state : nmkAnnealState {
 };
 
 TEST(nmkAnnealOrderState, stays_as_it_is_when_assigned_from_a_state_of_another_kind) {
-    Line_state state(6);
+    LineState state(6);
     state.initialise();
     state.randomise();
     const std::vector<int> before = items_of(state);
-    nmkAnnealState& answered = (state = static_cast<const nmkAnnealState&>(Foreign_state()));
-    EXPECT_EQ(&answered, &state);
+    nmkAnnealState& returned = (state = static_cast<const nmkAnnealState&>(ForeignState()));
+    EXPECT_EQ(&returned, &state);
     EXPECT_EQ(items_of(state), before);
 }
 
-TEST(nmkAnnealOrderState, tells_its_kind) {
+TEST(nmkAnnealOrderState, reports_its_kind) {
     nmkAnnealOrderState state(4);
-    Foreign_state foreign;
+    ForeignState foreign;
     EXPECT_EQ(&state.ut_dynamic_type(), &nmkAnnealOrderState::ut_static_type());
     EXPECT_NE(state.ut_is_kind_of(nmkAnnealState::ut_static_type()), 0);
     EXPECT_EQ(state.ut_is_kind_of(nmkAnnealStatePoints::ut_static_type()), 0);
@@ -233,7 +233,7 @@ TEST(nmkAnnealOrderState, tells_its_kind) {
 }
 
 TEST(nmkAnnealOrderState, gives_its_arrays_to_ones_of_any_size) {
-    Line_state state(5);
+    LineState state(5);
     state.initialise();
     state.item_states[4] = 3;
     intcoFixedArr items(2), states(9);
@@ -244,16 +244,16 @@ TEST(nmkAnnealOrderState, gives_its_arrays_to_ones_of_any_size) {
     EXPECT_EQ(states[4], 3);
 }
 
-// The self-check is private; naming it in an explicit instantiation is allowed all the same.
+// The self-check is private; C++ allows to name it in an explicit instantiation.
 int verify(nmkAnnealOrderState& state);
 template <int (nmkAnnealOrderState::*check)()>
-struct Self_check {
+struct SelfCheck {
     friend int verify(nmkAnnealOrderState& state) { return (state.*check)(); }
 };
-template struct Self_check<&nmkAnnealOrderState::verify_result>;
+template struct SelfCheck<&nmkAnnealOrderState::verify_result>;
 
-TEST(nmkAnnealOrderState, verifies_that_every_item_stands_in_the_order) {
-    Line_state state(5), empty(0);
+TEST(nmkAnnealOrderState, verifies_that_the_order_contains_every_item) {
+    LineState state(5), empty(0);
     EXPECT_EQ(verify(empty), 1);
     EXPECT_EQ(verify(state), 0);  // zeros only
     state.initialise();

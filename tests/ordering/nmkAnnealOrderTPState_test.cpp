@@ -39,7 +39,7 @@ Paths runs(const std::vector<int>& sizes) {
     return paths;
 }
 
-struct Open_state : nmkAnnealOrderTPState {
+struct OpenState : nmkAnnealOrderTPState {
     using nmkAnnealOrderState::candidate_1;
     using nmkAnnealOrderState::candidate_2;
     using nmkAnnealOrderState::candidate_distance;
@@ -53,7 +53,7 @@ struct Open_state : nmkAnnealOrderTPState {
     using nmkAnnealOrderTPState::operator=;
 };
 
-// Whether the toolpaths of each orientation still stand in their sequence.
+// Whether the toolpaths of each orientation are still in sequence.
 bool in_sequence(const Paths& paths, const std::vector<int>& items) {
     std::map<int, int> last;
     for (int item : items) {
@@ -65,7 +65,7 @@ bool in_sequence(const Paths& paths, const std::vector<int>& items) {
     return true;
 }
 
-TEST(nmkAnnealItemOrientedTP, answers_what_it_was_made_of_in_any_state) {
+TEST(nmkAnnealItemOrientedTP, returns_what_it_was_made_of_in_any_state) {
     const auto path = toolpath(giPoint3(1, 2, 3), giPoint3(4, 5, 6), 7, up, 8);
     EXPECT_EQ(path->start_point(0), path->start_point(1));
     EXPECT_EQ(path->end_point(9).y, 5.0);
@@ -112,7 +112,7 @@ TEST(nmkAnnealOrderTPState, charges_nothing_for_an_axis_up_to_a_right_angle) {
 
 TEST(nmkAnnealOrderTPState, never_passes_its_own_orientation_out_of_sequence) {
     const Paths paths = runs({3, 2});
-    Open_state state(paths);
+    OpenState state(paths);
     state.initialise();
     EXPECT_EQ(state.make_valid_candidate(0, 4, 1), 0);
     EXPECT_EQ(state.make_valid_candidate(2, 9, 1), 4);
@@ -126,14 +126,14 @@ TEST(nmkAnnealOrderTPState, never_passes_its_own_orientation_out_of_sequence) {
 TEST(nmkAnnealOrderTPState, may_pass_one_of_its_own_orientation_with_the_same_number) {
     const giPoint3 origin(0, 0, 0);
     const Paths paths(3, toolpath(origin, origin, 0, up, 5));
-    Open_state state(paths);
+    OpenState state(paths);
     state.initialise();
     EXPECT_EQ(state.make_valid_candidate(0, 2, 1), 2);
     EXPECT_EQ(state.make_valid_candidate(2, 0, -1), 0);
 }
 
 TEST(nmkAnnealOrderTPState, changes_nothing_by_a_move_that_cannot_be_made) {
-    Open_state state(runs({5}));
+    OpenState state(runs({5}));
     state.initialise();
     const std::vector<int> before = items_of(state);
     const double length = state.distance_value;
@@ -146,18 +146,18 @@ TEST(nmkAnnealOrderTPState, changes_nothing_by_a_move_that_cannot_be_made) {
     }
 }
 
-TEST(nmkAnnealOrderTPState, foretells_the_length_of_every_slide_and_keeps_the_sequence) {
+TEST(nmkAnnealOrderTPState, predicts_the_length_of_every_slide_and_keeps_the_sequence) {
     const Paths paths = runs({4, 1, 3, 2});
-    Open_state state(paths);
+    OpenState state(paths);
     state.initialise();
     state.randomise();
     int slides = 0;
     for (int k = 0; k < 3000; ++k) {
-        const double foretold = state.candidate_new_state();
+        const double predicted = state.candidate_new_state();
         ASSERT_LT(state.candidate_1, 9);  // the last position is never chosen
         if (state.candidate_1 != state.candidate_2) ++slides;
         state.accept_new_state();
-        ASSERT_NEAR(foretold, state.length(), 1e-8);
+        ASSERT_NEAR(predicted, state.length(), 1e-8);
         ASSERT_TRUE(in_sequence(paths, items_of(state)));
     }
     EXPECT_GT(slides, 500);
@@ -165,7 +165,7 @@ TEST(nmkAnnealOrderTPState, foretells_the_length_of_every_slide_and_keeps_the_se
 
 TEST(nmkAnnealOrderTPState, shuffles_whole_runs_and_ends_with_the_last_of_them) {
     const Paths paths = runs({3, 2, 4});
-    Open_state state(paths);
+    OpenState state(paths);
     state.initialise();
     std::vector<std::vector<int>> seen;
     for (int k = 0; k < 40; ++k) {
@@ -184,8 +184,8 @@ TEST(nmkAnnealOrderTPState, shuffles_whole_runs_and_ends_with_the_last_of_them) 
     EXPECT_GT(std::unique(seen.begin(), seen.end()) - seen.begin(), 3);
 }
 
-TEST(nmkAnnealOrderTPState, stays_in_order_with_three_items) {
-    Open_state state(runs({1, 2}));
+TEST(nmkAnnealOrderTPState, is_not_annealed_with_three_items) {
+    OpenState state(runs({1, 2}));
     EXPECT_EQ(state.initialise(), -1.0);
     EXPECT_EQ(items_of(state), (std::vector<int>{0, 1, 2}));
 }
@@ -197,12 +197,12 @@ TEST(nmkAnnealOrderTPState, fails_out_of_range_past_its_paths) {
 
 TEST(nmkAnnealOrderTPState, copies_paths_and_order_from_its_own_kind_only) {
     const Paths few = runs({1, 1, 2}), other = runs({2, 3});
-    Open_state from(few), to(other);
+    OpenState from(few), to(other);
     from.initialise();
     from.randomise();
     from.candidate_new_state();
-    nmkAnnealOrderTPState& answered = (to = static_cast<const nmkAnnealState&>(from));
-    EXPECT_EQ(&answered, &to);
+    nmkAnnealOrderTPState& returned = (to = static_cast<const nmkAnnealState&>(from));
+    EXPECT_EQ(&returned, &to);
     EXPECT_EQ(items_of(to), items_of(from));
     EXPECT_EQ(to.length(), from.length());
     to.accept_new_state();
@@ -212,15 +212,56 @@ TEST(nmkAnnealOrderTPState, copies_paths_and_order_from_its_own_kind_only) {
     EXPECT_EQ(items_of(to), items_of(from));
 }
 
-TEST(nmkAnnealOrderTPState, is_annealed_to_a_cheaper_order_in_sequence) {
+TEST(nmkAnnealOrderTPState, is_annealed_to_a_cheaper_order_that_keeps_the_sequence) {
     const Paths paths = runs({3, 2, 3});
-    Open_state state(paths), best(paths);
+    OpenState state(paths), best(paths);
     state.initialise();
     const double start = state.length();
     nmkAnneal anneal(state, best);
     anneal.simulate();
     EXPECT_TRUE(in_sequence(paths, items_of(best)));
     EXPECT_LT(best.length(), start);
+}
+
+TEST(nmkAnnealOrderTPState, accepts_nothing_before_a_move_was_proposed) {
+    OpenState state(runs({2, 3}));
+    state.initialise();
+    const std::vector<int> before = items_of(state);
+    state.accept_new_state();
+    EXPECT_EQ(items_of(state), before);
+}
+
+TEST(nmkAnnealOrderTPState, stays_as_it_is_when_assigned_to_itself) {
+    OpenState state(runs({2, 3}));
+    state.initialise();
+    state.randomise();
+    const std::vector<int> before = items_of(state);
+    const nmkAnnealState& same = state;
+    state = same;
+    EXPECT_EQ(items_of(state), before);
+}
+
+TEST(nmkAnnealOrderTPState, slides_a_toolpath_to_either_end_of_the_order) {
+    const Paths paths = runs({1, 1, 1, 1});
+    OpenState state(paths);
+    for (const auto& [from, to] : {std::pair(3, 0), std::pair(0, 3), std::pair(1, 2)}) {
+        state.initialise();
+        state.candidate_1 = from;
+        state.candidate_2 = to;
+        state.update_candidate_distance();
+        state.accept_new_state();
+        EXPECT_EQ(items_of(state)[static_cast<std::size_t>(to)], from);
+        EXPECT_NEAR(state.distance_value, state.length(), 1e-9);
+    }
+}
+
+TEST(nmkAnnealOrderTPState, is_cast_down_from_a_state_of_its_kind_only) {
+    const OpenState state(runs({4}));
+    const nmkAnnealOrderState other(4);
+    const nmkAnnealState* const pointer = &state;
+    EXPECT_EQ(nmkAnnealOrderTPState::ut_dynamic_cast(pointer), &state);
+    EXPECT_EQ(nmkAnnealOrderTPState::ut_dynamic_cast(static_cast<const nmkAnnealState*>(&other)),
+              nullptr);
 }
 
 }  // namespace

@@ -15,9 +15,9 @@ namespace {
 using plain::Inside;
 using plain::items_of;
 using plain::Spread;
-using plain::Two_arrays;
+using plain::TwoArrays;
 
-struct Open_one_way : nmkAnnealStateNonReversible {
+struct OpenOneWay : nmkAnnealStateNonReversible {
     using nmkAnnealStateNonReversible::nmkAnnealStateNonReversible;
     using nmkAnnealStateNonReversible::operator=;
     using nmkAnnealOrderState::candidate_1;
@@ -48,7 +48,7 @@ double shortest_by_trying_all(nmkAnnealStateNonReversible& state, int n, bool cl
     return shortest;
 }
 
-TEST(nmkAnnealStateNonReversible, does_not_count_heights) {
+TEST(nmkAnnealStateNonReversible, ignores_z_in_distances) {
     giPoint3coPageArr starts, ends;
     starts.add(giPoint3(1, 2, 3));
     ends.add(giPoint3(1, 2, 300));
@@ -56,9 +56,9 @@ TEST(nmkAnnealStateNonReversible, does_not_count_heights) {
 }
 
 TEST(nmkAnnealStateNonReversible, solves_up_to_nine_lines_exactly) {
-    for (int n = 2; n <= 7; ++n) {
+    for (int n = 2; n <= 9; ++n) {
         for (int closed = 0; closed < 2; ++closed) {
-            const Two_arrays arrays(Spread::space, n, static_cast<std::uint32_t>(n));
+            const TwoArrays arrays(Spread::space, n, static_cast<std::uint32_t>(n));
             nmkAnnealStateNonReversible state(arrays.starts, arrays.ends, closed);
             EXPECT_EQ(state.initialise(), -1.0);
             EXPECT_NEAR(state.length(), shortest_by_trying_all(state, n, closed != 0), 1e-9);
@@ -89,9 +89,9 @@ TEST(nmkAnnealStateNonReversible, keeps_the_first_of_two_orders_that_are_equally
     EXPECT_EQ(Inside::length_of(state), 10.0);
 }
 
-TEST(nmkAnnealStateNonReversible, is_not_solved_with_one_line_or_none) {
+TEST(nmkAnnealStateNonReversible, is_left_in_order_with_one_line_or_none) {
     for (int n = 0; n <= 1; ++n) {
-        const Two_arrays arrays(Spread::space, n, 4);
+        const TwoArrays arrays(Spread::space, n, 4);
         nmkAnnealStateNonReversible state(arrays.starts, arrays.ends, 1);
         EXPECT_EQ(state.initialise(), -1.0);
         EXPECT_EQ(Inside::length_of(state), -1.0);
@@ -100,14 +100,14 @@ TEST(nmkAnnealStateNonReversible, is_not_solved_with_one_line_or_none) {
 }
 
 TEST(nmkAnnealStateNonReversible, keeps_item_1_last_in_a_closed_tour_of_two) {
-    const Two_arrays arrays(Spread::space, 2, 6);
+    const TwoArrays arrays(Spread::space, 2, 6);
     nmkAnnealStateNonReversible state(arrays.starts, arrays.ends, 1);
     EXPECT_EQ(state.initialise(), -1.0);
     EXPECT_EQ(items_of(state), (std::vector<int>{0, 1}));
 }
 
 TEST(nmkAnnealStateNonReversible, solves_nine_lines_and_anneals_ten) {
-    const Two_arrays nine(Spread::square, 9, 13), ten(Spread::square, 10, 13);
+    const TwoArrays nine(Spread::square, 9, 13), ten(Spread::square, 10, 13);
     nmkAnnealStateNonReversible state9(nine.starts, nine.ends, 0), best9(nine.starts, nine.ends, 0);
     nmkAnneal anneal9(state9, best9);
     anneal9.simulate();
@@ -119,20 +119,20 @@ TEST(nmkAnnealStateNonReversible, solves_nine_lines_and_anneals_ten) {
     EXPECT_GE(anneal10.num_iterations_used(), 15000);
 }
 
-TEST(nmkAnnealStateNonReversible, foretells_the_length_of_every_move_with_ten_distances) {
+TEST(nmkAnnealStateNonReversible, predicts_the_length_of_every_move_with_ten_distances) {
     for (int closed = 0; closed < 2; ++closed) {
-        const Two_arrays arrays(Spread::space, 11, 15);
-        Open_one_way state(arrays.starts, arrays.ends, closed);
+        const TwoArrays arrays(Spread::space, 11, 15);
+        OpenOneWay state(arrays.starts, arrays.ends, closed);
         state.initialise();
         state.randomise();
         for (int k = 0; k < 3000; ++k) {
             state.distances = 0;
-            const double foretold = state.candidate_new_state();
+            const double predicted = state.candidate_new_state();
             ASSERT_LE(state.distances, 10);
             state.accept_new_state();
-            ASSERT_NEAR(foretold, state.length(), 1e-8) << k;
-            ASSERT_EQ(state.distance_value, foretold);
-            ASSERT_EQ(state.candidate_distance, foretold);  // stays as it is
+            ASSERT_NEAR(predicted, state.length(), 1e-8) << k;
+            ASSERT_EQ(state.distance_value, predicted);
+            ASSERT_EQ(state.candidate_distance, predicted);  // stays as it is
             ASSERT_LT(state.candidate_1, state.candidate_2);
         }
         std::vector<int> items = items_of(state);
@@ -142,8 +142,8 @@ TEST(nmkAnnealStateNonReversible, foretells_the_length_of_every_move_with_ten_di
 }
 
 TEST(nmkAnnealStateNonReversible, counts_no_edge_twice_between_adjacent_blocks) {
-    const Two_arrays arrays(Spread::space, 12, 17);
-    Open_one_way state(arrays.starts, arrays.ends, 1);
+    const TwoArrays arrays(Spread::space, 12, 17);
+    OpenOneWay state(arrays.starts, arrays.ends, 1);
     state.initialise();
     state.candidate_1 = 3;
     state.candidate_2 = 4;  // room for blocks of one only, which touch
@@ -163,8 +163,8 @@ TEST(nmkAnnealStateNonReversible, counts_no_edge_twice_between_adjacent_blocks) 
 }
 
 TEST(nmkAnnealStateNonReversible, copies_neither_closedness_nor_another_kind) {
-    const Two_arrays arrays(Spread::space, 12, 19);
-    Open_one_way open(arrays.starts, arrays.ends, 0), closed(arrays.starts, arrays.ends, 1);
+    const TwoArrays arrays(Spread::space, 12, 19);
+    OpenOneWay open(arrays.starts, arrays.ends, 0), closed(arrays.starts, arrays.ends, 1);
     open.initialise();
     open.randomise();
     closed = static_cast<const nmkAnnealState&>(open);
@@ -176,7 +176,7 @@ TEST(nmkAnnealStateNonReversible, copies_neither_closedness_nor_another_kind) {
 }
 
 TEST(nmkAnnealStateNonReversible, draws_its_lines_on_the_debug_channel) {
-    const Two_arrays arrays(Spread::space, 3, 20);
+    const TwoArrays arrays(Spread::space, 3, 20);
     nmkDebugGeometry& channel = nmkDebugGeometry::get_from_manager("nmkAnnealStateNonReversible");
     nmkAnnealStateNonReversible state(arrays.starts, arrays.ends, 0);
     channel.clear();

@@ -1,4 +1,4 @@
-// nmkAnnealStatePoints_test.cpp: bare points.
+// nmkAnnealStatePoints_test.cpp: points on an open path.
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@ namespace {
 
 using plain::items_of;
 using plain::Spread;
-using plain::Two_arrays;
+using plain::TwoArrays;
 
 TEST(nmkAnnealStatePoints, measures_in_space) {
     giPoint3coPageArr points;
@@ -22,7 +22,7 @@ TEST(nmkAnnealStatePoints, measures_in_space) {
 }
 
 TEST(nmkAnnealStatePoints, takes_over_the_array_of_its_source) {
-    const Two_arrays arrays(Spread::space, 6, 1);
+    const TwoArrays arrays(Spread::space, 6, 1);
     nmkAnnealStatePoints from(&arrays.starts), to(&arrays.ends);
     from.initialise();
     from.randomise();
@@ -33,6 +33,21 @@ TEST(nmkAnnealStatePoints, takes_over_the_array_of_its_source) {
     nmkAnnealState& same = from;
     from = same;
     EXPECT_EQ(items_of(from), before);
+}
+
+TEST(nmkAnnealStatePoints, is_cast_down_from_a_state_of_its_kind_only) {
+    const TwoArrays arrays(Spread::space, 4, 1);
+    const nmkAnnealStatePoints points(&arrays.starts);
+    const nmkAnnealStateReversibleLines lines(arrays.starts, arrays.ends);
+    const nmkAnnealState* const pointer = &points;
+    EXPECT_EQ(nmkAnnealStatePoints::ut_dynamic_cast(pointer), &points);
+    EXPECT_EQ(nmkAnnealStateReversibleLines::ut_dynamic_cast(pointer), nullptr);
+    EXPECT_EQ(nmkAnnealStateNonReversible::ut_dynamic_cast(pointer), nullptr);
+    EXPECT_EQ(nmkAnnealStateTwoItemStates::ut_dynamic_cast(pointer), nullptr);
+    EXPECT_EQ(nmkAnnealOrderState::ut_dynamic_cast(pointer), &points);
+    const nmkAnnealState* const other = &lines;
+    EXPECT_EQ(nmkAnnealStatePoints::ut_dynamic_cast(other), nullptr);
+    EXPECT_EQ(nmkAnnealStateReversibleLines::ut_dynamic_cast(other), &lines);
 }
 
 }  // namespace

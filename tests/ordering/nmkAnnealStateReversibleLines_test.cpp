@@ -11,9 +11,9 @@ namespace {
 
 using plain::items_of;
 using plain::Spread;
-using plain::Two_arrays;
+using plain::TwoArrays;
 
-struct Open_reversible : nmkAnnealStateReversibleLines {
+struct OpenReversible : nmkAnnealStateReversibleLines {
     using nmkAnnealStateReversibleLines::nmkAnnealStateReversibleLines;
     using nmkAnnealStateReversibleLines::operator=;
     using nmkAnnealOrderState::candidate_1;
@@ -48,7 +48,7 @@ TEST(nmkAnnealStateReversibleLines, measures_a_closed_tour) {
         starts.add(giPoint3(10 * k, 0, 0));
         ends.add(giPoint3(10 * k, 3, 4));
     }
-    Open_reversible state(starts, ends);
+    OpenReversible state(starts, ends);
     state.initialise();
     EXPECT_EQ(state.distance(0, 0), 5.0);
     EXPECT_EQ(state.num_item_states(0), 2);
@@ -62,8 +62,8 @@ TEST(nmkAnnealStateReversibleLines, measures_a_closed_tour) {
 }
 
 TEST(nmkAnnealStateReversibleLines, wraps_the_span_when_first_is_above_second) {
-    const Two_arrays arrays(Spread::space, 7, 3);
-    Open_reversible state(arrays.starts, arrays.ends);
+    const TwoArrays arrays(Spread::space, 7, 3);
+    OpenReversible state(arrays.starts, arrays.ends);
     state.initialise();
     state.move(4, 1);  // positions 5, 6, 0, 1
     state.accept_new_state();
@@ -76,8 +76,8 @@ TEST(nmkAnnealStateReversibleLines, wraps_the_span_when_first_is_above_second) {
 
 // After one move the flags read the same by position and by item; after two they do not.
 TEST(nmkAnnealStateReversibleLines, gives_the_flags_by_position_not_by_item) {
-    const Two_arrays arrays(Spread::space, 7, 3);
-    Open_reversible state(arrays.starts, arrays.ends);
+    const TwoArrays arrays(Spread::space, 7, 3);
+    OpenReversible state(arrays.starts, arrays.ends);
     state.initialise();
     state.move(0, 3);
     state.accept_new_state();
@@ -87,9 +87,9 @@ TEST(nmkAnnealStateReversibleLines, gives_the_flags_by_position_not_by_item) {
     EXPECT_EQ(flags_of(state), (std::vector<int>{0, 1, 1, 1, 1, 0, 0}));
 }
 
-TEST(nmkAnnealStateReversibleLines, turns_a_single_line_by_a_span_of_one) {
-    const Two_arrays arrays(Spread::space, 5, 5);
-    Open_reversible state(arrays.starts, arrays.ends);
+TEST(nmkAnnealStateReversibleLines, reverses_a_single_line_by_a_span_of_one) {
+    const TwoArrays arrays(Spread::space, 5, 5);
+    OpenReversible state(arrays.starts, arrays.ends);
     state.initialise();
     state.move(4, 0);
     state.accept_new_state();
@@ -98,12 +98,12 @@ TEST(nmkAnnealStateReversibleLines, turns_a_single_line_by_a_span_of_one) {
     EXPECT_NEAR(state.distance_value, state.length(), 1e-9);
 }
 
-TEST(nmkAnnealStateReversibleLines, foretells_the_length_of_every_move) {
-    const Two_arrays arrays(Spread::space, 6, 7);
+TEST(nmkAnnealStateReversibleLines, predicts_the_length_of_every_move) {
+    const TwoArrays arrays(Spread::space, 6, 7);
     for (int first = 0; first < 6; ++first) {
         for (int second = 0; second < 6; ++second) {
             if (first == second) continue;
-            Open_reversible state(arrays.starts, arrays.ends);
+            OpenReversible state(arrays.starts, arrays.ends);
             state.initialise();
             state.randomise();
             state.move(first, second);
@@ -114,8 +114,8 @@ TEST(nmkAnnealStateReversibleLines, foretells_the_length_of_every_move) {
 }
 
 TEST(nmkAnnealStateReversibleLines, stores_a_sum_below_zero_as_zero) {
-    const Two_arrays arrays(Spread::space, 6, 8);
-    Open_reversible state(arrays.starts, arrays.ends);
+    const TwoArrays arrays(Spread::space, 6, 8);
+    OpenReversible state(arrays.starts, arrays.ends);
     state.initialise();
     state.distance_value = -1e6;
     state.move(1, 3);
@@ -124,8 +124,8 @@ TEST(nmkAnnealStateReversibleLines, stores_a_sum_below_zero_as_zero) {
 }
 
 TEST(nmkAnnealStateReversibleLines, draws_two_positions_that_differ_in_either_order) {
-    const Two_arrays arrays(Spread::space, 4, 9);
-    Open_reversible state(arrays.starts, arrays.ends);
+    const TwoArrays arrays(Spread::space, 4, 9);
+    OpenReversible state(arrays.starts, arrays.ends);
     int falling = 0, rising = 0;
     for (int k = 0; k < 500; ++k) {
         int first = 0, second = 0;
@@ -139,8 +139,8 @@ TEST(nmkAnnealStateReversibleLines, draws_two_positions_that_differ_in_either_or
 }
 
 TEST(nmkAnnealStateReversibleLines, copies_the_flags) {
-    const Two_arrays arrays(Spread::space, 5, 11);
-    Open_reversible from(arrays.starts, arrays.ends), to(arrays.ends, arrays.starts);
+    const TwoArrays arrays(Spread::space, 5, 11);
+    OpenReversible from(arrays.starts, arrays.ends), to(arrays.ends, arrays.starts);
     from.initialise();
     from.switch_item_to_state(3, 1);
     to = static_cast<const nmkAnnealState&>(from);

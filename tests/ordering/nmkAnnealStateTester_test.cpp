@@ -1,4 +1,5 @@
-// nmkAnnealStateTester_test.cpp: the exerciser of ordering states.
+// nmkAnnealStateTester_test.cpp: the checks that the annealer does at least as well as nearest
+// neighbour.
 
 #include <gtest/gtest.h>
 #include <utils/utAssert.h>
@@ -94,7 +95,7 @@ TEST_F(nmkAnnealStateTester_runs, closes_the_tour_when_asked_to) {
 }
 
 TEST_F(nmkAnnealStateTester_runs, anneals_no_worse_than_nearest_neighbour) {
-    const plain::Two_arrays arrays(plain::Spread::space, 25, 71);
+    const plain::TwoArrays arrays(plain::Spread::space, 25, 71);
     nmkAnnealStatePoints points(&arrays.starts), best_points(&arrays.starts);
     nmkAnnealStateReversibleLines lines(arrays.starts, arrays.ends);
     nmkAnnealStateReversibleLines best_lines(arrays.starts, arrays.ends);

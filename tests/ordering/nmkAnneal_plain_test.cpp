@@ -1,4 +1,4 @@
-// nmkAnneal_plain_test.cpp: the library's annealing beside the bare one, to the last bit.
+// nmkAnneal_plain_test.cpp: the library's annealing compared with the plain one, to the last bit.
 
 #include <gtest/gtest.h>
 
@@ -22,7 +22,7 @@ void expect_same_order(const nmkAnnealOrderState& ours, const Problem& peer, con
     EXPECT_EQ(Inside::second(ours), peer.second);
 }
 
-// Runs both `times` times, so that a second run starts from words and counts that are not fresh.
+// Runs both `times` times: a second run starts from other words and counts than the first.
 template <class State, class Problem>
 void expect_same_run(State& state, State& best, Problem& plain_state, Problem& plain_best,
                      std::uint32_t seed, int times = 1) {
@@ -65,7 +65,7 @@ std::vector<Case> cases() {
 
 class nmkAnneal_plain : public ::testing::TestWithParam<Case> {};
 
-TEST_P(nmkAnneal_plain, points_end_as_the_bare_loop_ends) {
+TEST_P(nmkAnneal_plain, points_end_as_the_plain_loop) {
     const auto points = plain::spread_points(GetParam().spread, GetParam().n, 11);
     const giPoint3coPageArr array = plain::paged(points);
     nmkAnnealStatePoints state(&array), best(&array);
@@ -73,18 +73,18 @@ TEST_P(nmkAnneal_plain, points_end_as_the_bare_loop_ends) {
     expect_same_run(state, best, plain_state, plain_best, 77, GetParam().n < 7 ? 2 : 1);
 }
 
-TEST_P(nmkAnneal_plain, reversible_lines_end_as_the_bare_loop_ends) {
+TEST_P(nmkAnneal_plain, reversible_lines_end_as_the_plain_loop) {
     const auto starts = plain::spread_points(GetParam().spread, GetParam().n, 12);
     const auto ends = plain::spread_points(GetParam().spread, GetParam().n, 13);
     const giPoint3coPageArr from = plain::paged(starts), to = plain::paged(ends);
     nmkAnnealStateReversibleLines state(from, to), best(from, to);
     plain::Lines plain_state(starts, ends), plain_best(starts, ends);
     expect_same_run(state, best, plain_state, plain_best, 78, GetParam().n < 7 ? 2 : 1);
-    EXPECT_EQ(plain::turned_by_item(best), plain_best.turned);
-    EXPECT_EQ(plain::turned_by_item(state), plain_state.turned);
+    EXPECT_EQ(plain::reversed_by_item(best), plain_best.reversed);
+    EXPECT_EQ(plain::reversed_by_item(state), plain_state.reversed);
 }
 
-TEST_P(nmkAnneal_plain, one_way_lines_end_as_the_bare_loop_ends) {
+TEST_P(nmkAnneal_plain, one_way_lines_end_as_the_plain_loop) {
     if (GetParam().n < 10) return;  // solved exactly, which has its own tests
     const auto starts = plain::spread_points(GetParam().spread, GetParam().n, 14);
     const auto ends = plain::spread_points(GetParam().spread, GetParam().n, 15);
@@ -97,15 +97,15 @@ TEST_P(nmkAnneal_plain, one_way_lines_end_as_the_bare_loop_ends) {
 }
 
 // A class derived from a state of the library is run through its operations, not on flat arrays.
-struct Derived_points : nmkAnnealStatePoints {
+struct DerivedPoints : nmkAnnealStatePoints {
     using nmkAnnealStatePoints::nmkAnnealStatePoints;
     using nmkAnnealStatePoints::operator=;
 };
-struct Derived_lines : nmkAnnealStateReversibleLines {
+struct DerivedLines : nmkAnnealStateReversibleLines {
     using nmkAnnealStateReversibleLines::nmkAnnealStateReversibleLines;
     using nmkAnnealStateReversibleLines::operator=;
 };
-struct Derived_one_way : nmkAnnealStateNonReversible {
+struct DerivedOneWay : nmkAnnealStateNonReversible {
     using nmkAnnealStateNonReversible::nmkAnnealStateNonReversible;
     using nmkAnnealStateNonReversible::operator=;
 };
@@ -114,7 +114,7 @@ TEST(nmkAnneal, runs_points_through_their_operations_to_the_same_end) {
     for (int n : {4, 7, 30}) {
         const auto points = plain::spread_points(Spread::space, n, 21);
         const giPoint3coPageArr array = plain::paged(points);
-        Derived_points state(&array), best(&array);
+        DerivedPoints state(&array), best(&array);
         plain::Points plain_state(points), plain_best(points);
         expect_same_run(state, best, plain_state, plain_best, 5);
     }
@@ -125,11 +125,11 @@ TEST(nmkAnneal, runs_lines_through_their_operations_to_the_same_end) {
         const auto starts = plain::spread_points(Spread::space, n, 22);
         const auto ends = plain::spread_points(Spread::space, n, 23);
         const giPoint3coPageArr from = plain::paged(starts), to = plain::paged(ends);
-        Derived_lines lines(from, to), best_lines(from, to);
+        DerivedLines lines(from, to), best_lines(from, to);
         plain::Lines plain_lines(starts, ends), plain_best_lines(starts, ends);
         expect_same_run(lines, best_lines, plain_lines, plain_best_lines, 6);
         for (int closed = 0; closed < 2; ++closed) {
-            Derived_one_way state(from, to, closed), best(from, to, closed);
+            DerivedOneWay state(from, to, closed), best(from, to, closed);
             plain::OneWay plain_state(starts, ends, closed != 0);
             plain::OneWay plain_best(starts, ends, closed != 0);
             expect_same_run(state, best, plain_state, plain_best, 7);
@@ -137,8 +137,8 @@ TEST(nmkAnneal, runs_lines_through_their_operations_to_the_same_end) {
     }
 }
 
-// Long enough that points are not placed from the start.
-TEST(nmkAnneal, ends_as_the_bare_loop_ends_with_points_placed_on_the_way) {
+// Long enough that points are not copied into the order from the start.
+TEST(nmkAnneal, ends_as_the_plain_loop_when_points_are_copied_into_the_order_late) {
     const auto points = plain::spread_points(Spread::square, 170, 24);
     const giPoint3coPageArr array = plain::paged(points);
     nmkAnnealStatePoints state(&array), best(&array);

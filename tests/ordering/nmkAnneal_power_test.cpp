@@ -1,4 +1,4 @@
-// nmkAnneal_power_test.cpp: the engine's own exp and pow, and orders that hang on them.
+// nmkAnneal_power_test.cpp: the engine's own exp and pow, and orders that depend on them.
 
 #include <gtest/gtest.h>
 
@@ -58,7 +58,7 @@ TEST_F(nmkAnneal_power, accepts_as_the_rounded_power_does) {
     EXPECT_LT(differing, 20000 / 100);
 }
 
-TEST_F(nmkAnneal_power, passes_the_ends_of_the_scale_on) {
+TEST_F(nmkAnneal_power, handles_infinities_and_nan) {
     const double infinity = std::numeric_limits<double>::infinity();
     EXPECT_EQ(Engine::probability(0.0, infinity, 1.0), 0.0);
     EXPECT_TRUE(std::isnan(Engine::probability(0.0, std::nan(""), 1.0)));
@@ -100,8 +100,9 @@ std::vector<int> annealed(const Golden& golden) {
     return annealed(state, best);
 }
 
-// The file pins orders for every machine: kind, spread, n, seed of the points, then the order.
-TEST(nmkAnneal, orders_as_it_did_on_every_other_machine) {
+// The file holds the orders that every machine must give: kind, spread, n, seed of the points, then
+// the order.
+TEST(nmkAnneal, gives_the_same_orders_on_every_machine) {
     std::ifstream file(NMK_CASES_DIR "/annealed_orders.txt");
     ASSERT_TRUE(file) << NMK_CASES_DIR;
     int cases = 0;

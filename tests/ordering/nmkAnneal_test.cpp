@@ -16,8 +16,8 @@ namespace {
 
 using plain::Engine;
 
-// A state whose energies are told by functions, and which writes down what it is asked.
-class Told_state : public nmkAnnealState {
+// A state whose energies come from a function, and which logs its calls.
+class ScriptedState : public nmkAnnealState {
   public:
     int moves = 1;
     double start = 10.0;
@@ -42,7 +42,7 @@ class Told_state : public nmkAnnealState {
     nmkAnnealState& operator=(const nmkAnnealState& other) override {
         note("copy");
         ++copies;
-        configuration = static_cast<const Told_state&>(other).configuration;
+        configuration = static_cast<const ScriptedState&>(other).configuration;
         return *this;
     }
 
@@ -52,7 +52,7 @@ class Told_state : public nmkAnnealState {
     }
 };
 
-class Told_progress : public nmkProgressBreak {
+class LoggingProgress : public nmkProgressBreak {
   public:
     int send_progress_bar_to_0(const char* text) override {
         log += std::string("start[") + text + "] ";
@@ -68,7 +68,37 @@ class Told_progress : public nmkProgressBreak {
     int steps = 0;
 };
 
-// The calls up to and including the first proposal of the quench.
+// Counts how often the best order got longer between two increments, beyond the rounding by which
+// the running sum of the energy differs from a length that is computed afresh.
+class NonRising : public nmkProgressBreak {
+  public:
+    explicit NonRising(nmkAnnealOrderState& state) : m_best(state) {}
+    int increment() override {
+        ++increments;
+        const double now = m_best.length();
+        if (now > length + 1e-9 && rises++ == 0) first_rise = increments;
+        length = now;
+        return 0;
+    }
+
+    double length = std::numeric_limits<double>::max();
+    int increments = 0;
+    int rises = 0;
+    int first_rise = 0;
+
+  private:
+    nmkAnnealOrderState& m_best;
+};
+
+int rises_seen(nmkAnnealOrderState& state, nmkAnnealOrderState& best) {
+    NonRising watching(best);
+    nmkAnneal anneal(state, best);
+    anneal.set_progress(&watching);
+    anneal.simulate();
+    return watching.rises;
+}
+
+// The first `count` words of a text.
 std::string first_words(const std::string& text, int count) {
     std::size_t end = 0;
     for (; count > 0 && end != std::string::npos; --count) end = text.find(' ', end + 1);
@@ -76,7 +106,7 @@ std::string first_words(const std::string& text, int count) {
 }
 
 TEST(nmkAnneal, calls_the_state_in_the_order_of_the_schedule) {
-    Told_state state, best;
+    ScriptedState state, best;
     std::string calls;
     state.calls = best.calls = &calls;
     best.name = 'b';
@@ -93,10 +123,10 @@ TEST(nmkAnneal, calls_the_state_in_the_order_of_the_schedule) {
 }
 
 TEST(nmkAnneal, leaves_the_start_configuration_when_there_is_nothing_to_anneal) {
-    Told_state state, best;
+    ScriptedState state, best;
     state.start = -1.0;
     state.configuration = 7;
-    Told_progress progress;
+    LoggingProgress progress;
     Engine anneal(state, best);
     anneal.set_progress(&progress);
     anneal.simulate();
@@ -110,7 +140,7 @@ TEST(nmkAnneal, leaves_the_start_configuration_when_there_is_nothing_to_anneal) 
 }
 
 TEST(nmkAnneal, ends_by_the_stall_limit_when_there_are_no_moves) {
-    Told_state state, best;
+    ScriptedState state, best;
     state.moves = 0;
     nmkAnneal anneal(state, best);
     anneal.simulate();
@@ -119,7 +149,7 @@ TEST(nmkAnneal, ends_by_the_stall_limit_when_there_are_no_moves) {
 }
 
 TEST(nmkAnneal, ends_after_7501_steps_without_any_improvement) {
-    Told_state state, best;
+    ScriptedState state, best;
     nmkAnneal anneal(state, best);
     anneal.simulate();
     EXPECT_EQ(state.proposals, 7501 + 7500);
@@ -129,7 +159,7 @@ TEST(nmkAnneal, ends_after_7501_steps_without_any_improvement) {
 }
 
 TEST(nmkAnneal, keeps_the_start_when_every_move_is_worse) {
-    Told_state state, best;
+    ScriptedState state, best;
     state.configuration = 3;
     state.proposal = [](int) { return std::numeric_limits<double>::infinity(); };
     nmkAnneal anneal(state, best);
@@ -139,7 +169,7 @@ TEST(nmkAnneal, keeps_the_start_when_every_move_is_worse) {
 }
 
 TEST(nmkAnneal, counts_the_steps_before_a_late_improvement_too) {
-    Told_state state, best;
+    ScriptedState state, best;
     state.proposal = [](int k) { return k == 99 ? 1.0 : std::numeric_limits<double>::infinity(); };
     nmkAnneal anneal(state, best);
     anneal.simulate();
@@ -147,10 +177,10 @@ TEST(nmkAnneal, counts_the_steps_before_a_late_improvement_too) {
     EXPECT_EQ(anneal.num_iterations_used(), 99 + 7500 + 7500);
 }
 
-TEST(nmkAnneal, reports_progress_and_does_not_heed_the_answers) {
-    Told_state state, best;
+TEST(nmkAnneal, reports_progress_and_ignores_what_the_reporter_returns) {
+    ScriptedState state, best;
     state.moves = 2;
-    Told_progress progress;
+    LoggingProgress progress;
     nmkAnneal anneal(state, best);
     anneal.set_progress(&progress);
     anneal.simulate();
@@ -158,7 +188,7 @@ TEST(nmkAnneal, reports_progress_and_does_not_heed_the_answers) {
 }
 
 TEST(nmkAnneal, keeps_a_random_start_that_is_better_after_the_first_move) {
-    Told_state state, best;
+    ScriptedState state, best;
     state.random_energy = 2.0;
     state.proposal = [](int) { return std::numeric_limits<double>::infinity(); };
     Engine anneal(state, best);
@@ -169,7 +199,7 @@ TEST(nmkAnneal, keeps_a_random_start_that_is_better_after_the_first_move) {
 }
 
 TEST(nmkAnneal, never_accepts_an_equal_move_at_temperature_zero_but_draws_for_it) {
-    Told_state state, best;
+    ScriptedState state, best;
     state.random_energy = 0.0;  // so is the temperature
     state.proposal = [](int) { return 0.0; };
     Engine anneal(state, best);
@@ -192,7 +222,7 @@ std::int32_t seed_that_draws(int number) {
 
 TEST(nmkAnneal, accepts_an_equal_move_unless_the_number_drawn_is_one) {
     for (const int drawn : {32766, 32767}) {
-        Told_state state, best;
+        ScriptedState state, best;
         state.proposal = [](int k) { return k == 0 ? 10.0 : 1e300; };
         nmkAnneal anneal(state, best);
         anneal.seed(seed_that_draws(drawn));
@@ -201,8 +231,8 @@ TEST(nmkAnneal, accepts_an_equal_move_unless_the_number_drawn_is_one) {
     }
 }
 
-TEST(nmkAnneal, goes_on_with_its_generator_in_a_second_run) {
-    Told_state state, best;
+TEST(nmkAnneal, continues_the_sequence_of_its_generator_in_a_second_run) {
+    ScriptedState state, best;
     state.random_energy = 0.0;
     state.proposal = [](int) { return 0.0; };
     Engine anneal(state, best);
@@ -214,14 +244,10 @@ TEST(nmkAnneal, goes_on_with_its_generator_in_a_second_run) {
 }
 
 TEST(nmkAnneal, draws_nothing_for_an_improving_move) {
-    Told_state state, best;
+    ScriptedState state, best;
     state.random_energy = 1e9;
-    state.proposal = [](int k) { return -static_cast<double>(k); };
-    state.moves = 1;
     Engine anneal(state, best);
     anneal.seed(42);
-    state.proposal = [](int k) { return k < 5 ? -static_cast<double>(k + 1) : -6.0 - k; };
-    // Improves at every step: the loop would run to its very end, so let it stop improving.
     state.proposal = [](int k) { return k < 100 ? -1.0 - k : 1e300; };
     anneal.simulate();
     EXPECT_EQ(state.accepted, 100);
@@ -231,11 +257,10 @@ TEST(nmkAnneal, draws_nothing_for_an_improving_move) {
 }
 
 TEST(nmkAnneal, compares_the_quench_with_the_last_energy_of_the_annealing) {
-    Told_state state, best;
-    // One accepted rise at the first step; the quench then takes 11 as an improvement on 12,
+    ScriptedState state, best;
+    // One accepted rise at the first step; the quench then accepts 11 as an improvement on 12,
     // though the restored configuration had 10.
     state.random_energy = 1e9;
-    state.start = 10.0;
     int quench_starts_at = -1;
     state.proposal = [&](int k) {
         if (k == 0) return 12.0;
@@ -249,8 +274,8 @@ TEST(nmkAnneal, compares_the_quench_with_the_last_energy_of_the_annealing) {
     EXPECT_EQ(state.accepted, 2);
 }
 
-TEST(nmkAnneal, ends_also_with_energies_that_are_no_numbers) {
-    Told_state state, best;
+TEST(nmkAnneal, ends_also_when_energies_are_nan) {
+    ScriptedState state, best;
     state.random_energy = std::nan("");
     state.proposal = [](int) { return std::nan(""); };
     nmkAnneal anneal(state, best);
@@ -268,7 +293,7 @@ TEST(nmkAnneal, accepts_by_the_power_law) {
 }
 
 TEST(nmkAnneal, cools_by_a_hundredth_a_step) {
-    Told_state state, best;
+    ScriptedState state, best;
     state.random_energy = 50.0;
     Engine anneal(state, best);
     anneal.simulate();
@@ -294,7 +319,7 @@ TEST(nmkAnneal, gives_equal_results_for_equal_seeds_and_leaves_the_states_genera
     EXPECT_EQ(orders[0], orders[1]);
 }
 
-// With a reporter the states are brought up to date at each step; what comes out is the same.
+// With a reporter the states are brought up to date at each step; the result is the same.
 TEST(nmkAnneal, gives_the_same_order_with_a_reporter) {
     const auto starts = plain::spread_points(plain::Spread::square, 12, 32);
     const auto ends = plain::spread_points(plain::Spread::square, 12, 33);
@@ -305,7 +330,7 @@ TEST(nmkAnneal, gives_the_same_order_with_a_reporter) {
         anneal.simulate();
         return plain::items_of(best);
     };
-    Told_progress progress;
+    LoggingProgress progress;
     nmkAnnealStatePoints p1(&from), p2(&from), p3(&from), p4(&from);
     EXPECT_EQ(order(p1, p2, nullptr), order(p3, p4, &progress));
     nmkAnnealStateReversibleLines l1(from, to), l2(from, to), l3(from, to), l4(from, to);
@@ -314,29 +339,38 @@ TEST(nmkAnneal, gives_the_same_order_with_a_reporter) {
     EXPECT_EQ(order(o1, o2, nullptr), order(o3, o4, &progress));
 }
 
-// What a reporter may see: permutations whose length never rises.
-TEST(nmkAnneal, shows_the_best_order_so_far_to_a_reporter) {
-    const auto points = plain::spread_points(plain::Spread::square, 20, 34);
-    const giPoint3coPageArr array = plain::paged(points);
-    nmkAnnealStatePoints state(&array), best(&array);
-    struct Watching : nmkProgressBreak {
-        nmkAnnealStatePoints* best = nullptr;
-        double length = std::numeric_limits<double>::max();
-        int rises = 0;
-        int increment() override {
-            const double now = best->length();
-            // Rounding of the running sum apart, which differs from one worked out afresh.
-            if (now > length + 1e-9) ++rises;
-            length = now;
-            return 0;
-        }
-    } watching;
-    watching.best = &best;
+// Ten reversible lines whose quench starts from the order that the annealing held as its best.
+TEST(nmkAnneal, shows_a_reporter_the_best_order_of_the_annealing_while_it_quenches) {
+    const double coordinates[10][4] = {{9, 9, 6, 6}, {9, 1, 8, 7}, {7, 8, 2, 0}, {8, 2, 3, 9},
+                                       {5, 2, 0, 3}, {9, 4, 5, 7}, {3, 8, 5, 9}, {2, 6, 6, 0},
+                                       {1, 5, 7, 9}, {7, 4, 0, 7}};
+    giPoint3coPageArr starts, ends;
+    for (const auto& [x, y, end_x, end_y] : coordinates) {
+        starts.add(giPoint3(x, y, 0));
+        ends.add(giPoint3(end_x, end_y, 0));
+    }
+    nmkAnnealStateReversibleLines state(starts, ends), best(starts, ends);
+    NonRising watching(best);
     nmkAnneal anneal(state, best);
     anneal.set_progress(&watching);
     anneal.simulate();
-    EXPECT_EQ(watching.rises, 0);
-    EXPECT_LT(watching.length, 700.0);
+    EXPECT_EQ(watching.rises, 0) << "first at increment " << watching.first_rise << " of "
+                                 << watching.increments;
+    EXPECT_GT(watching.increments, 15000);
+}
+
+TEST(nmkAnneal, shows_a_reporter_a_best_order_that_never_gets_longer) {
+    for (std::uint32_t seed = 1; seed <= 12; ++seed) {
+        const plain::TwoArrays arrays(plain::Spread::grid, 10, seed);
+        nmkAnnealStatePoints points(&arrays.starts), best_points(&arrays.starts);
+        nmkAnnealStateReversibleLines lines(arrays.starts, arrays.ends);
+        nmkAnnealStateReversibleLines best_lines(arrays.starts, arrays.ends);
+        nmkAnnealStateNonReversible one_way(arrays.starts, arrays.ends, 0);
+        nmkAnnealStateNonReversible best_one_way(arrays.starts, arrays.ends, 0);
+        EXPECT_EQ(rises_seen(points, best_points), 0) << "points, seed " << seed;
+        EXPECT_EQ(rises_seen(lines, best_lines), 0) << "lines, seed " << seed;
+        EXPECT_EQ(rises_seen(one_way, best_one_way), 0) << "one-way lines, seed " << seed;
+    }
 }
 
 TEST(nmkAnneal, runs_on_two_threads_with_states_of_their_own) {

@@ -16,16 +16,16 @@ namespace {
 // Chooses the generation for the length of a test.
 class ItemSorterLevel {
   public:
-    explicit ItemSorterLevel(int level) : before(version().get_level()) {
+    explicit ItemSorterLevel(int level) : m_before(version().get_level()) {
         version().set_level(level);
     }
-    ~ItemSorterLevel() { version().set_level(before); }
+    ~ItemSorterLevel() { version().set_level(m_before); }
     ItemSorterLevel(const ItemSorterLevel&) = delete;
     ItemSorterLevel& operator=(const ItemSorterLevel&) = delete;
 
   private:
     static nmkVersion& version() { return nmkVersion::get_from_manager("itemsorter"); }
-    int before;
+    int m_before;
 };
 
 template <class Items>
@@ -145,16 +145,16 @@ TEST(nmkItemSorterShortest, negates_the_flag_of_a_reversed_line_so_that_two_sort
     }
     nmkItemSorterShortest first;
     const std::vector<int> order = shortest(lines, first);
-    int turned = 0;
-    for (int i = 0; i < 8; ++i) turned += lines[i].reversed();
-    EXPECT_GT(turned, 0);
-    EXPECT_LT(turned, 8);
+    int reversed = 0;
+    for (int i = 0; i < 8; ++i) reversed += lines[i].reversed();
+    EXPECT_GT(reversed, 0);
+    EXPECT_LT(reversed, 8);
     nmkItemSorterShortest second;
     EXPECT_EQ(shortest(lines, second), order);
     for (int i = 0; i < 8; ++i) EXPECT_EQ(lines[i].reversed(), 0);
 }
 
-TEST(nmkItemSorterShortest, never_turns_a_one_way_line) {
+TEST(nmkItemSorterShortest, never_reverses_a_one_way_line) {
     Lines lines;
     fill_lines(lines, 20, 4);
     nmkItemSorterShortest sorter;
@@ -178,7 +178,7 @@ TEST(nmkItemSorterShortest, finds_the_optimum_of_up_to_nine_one_way_lines) {
     }
 }
 
-TEST(nmkItemSorterShortest, does_not_ask_for_closed_where_lines_may_be_turned) {
+TEST(nmkItemSorterShortest, ignores_closed_where_lines_may_be_reversed) {
     std::vector<int> orders[2];
     for (const int closed : {0, 1}) {
         Lines lines;
@@ -190,7 +190,7 @@ TEST(nmkItemSorterShortest, does_not_ask_for_closed_where_lines_may_be_turned) {
     EXPECT_EQ(orders[0], orders[1]);
 }
 
-TEST(nmkItemSorterShortest, takes_an_end_with_any_one_coordinate_at_its_marker_for_none) {
+TEST(nmkItemSorterShortest, takes_an_end_with_any_coordinate_at_its_marker_as_none) {
     constexpr double most = std::numeric_limits<double>::max();
     nmkItemSorterShortest points;
     Holes holes;
@@ -204,7 +204,7 @@ TEST(nmkItemSorterShortest, takes_an_end_with_any_one_coordinate_at_its_marker_f
     }
 }
 
-TEST(nmkItemSorterShortest, rings_as_the_plain_way_for_lines) {
+TEST(nmkItemSorterShortest, shrinks_the_ring_as_the_plain_way_for_lines) {
     KeepsComparator keeps;
     for (const int n : {3, 4, 10, 45}) {
         Lines lines;
@@ -216,7 +216,7 @@ TEST(nmkItemSorterShortest, rings_as_the_plain_way_for_lines) {
     expect_same_ring(coincident, "coincident lines");
 }
 
-TEST(nmkItemSorterShortest, rings_as_the_plain_way_for_a_callers_own_items) {
+TEST(nmkItemSorterShortest, shrinks_the_ring_as_the_plain_way_for_a_callers_own_items) {
     KeepsComparator keeps;
     for (const Layout layout : layouts) {
         Holes holes;
@@ -229,7 +229,7 @@ TEST(nmkItemSorterShortest, rings_as_the_plain_way_for_a_callers_own_items) {
     expect_same_ring(weak, "items that pull weakly");
 }
 
-TEST(nmkItemSorterShortest, rings_as_the_plain_way_for_lines_far_out) {
+TEST(nmkItemSorterShortest, shrinks_the_ring_as_the_plain_way_for_lines_far_out) {
     KeepsComparator keeps;
     Lines lines;
     for (int i = 0; i < 5; ++i) {
@@ -256,7 +256,7 @@ TEST(nmkItemSorterShortest, does_not_move_last_for_a_group_of_two) {
     EXPECT_EQ(shortest(holes, sorter), (std::vector<int>{0, 2, 1, 4, 3}));
 }
 
-TEST(nmkItemSorterShortest, rings_as_the_plain_way_for_pairs_on_one_ring_point) {
+TEST(nmkItemSorterShortest, shrinks_the_ring_as_the_plain_way_for_pairs_on_one_ring_point) {
     KeepsComparator keeps;
     Lines lines;
     for (const auto& [x, y] : {std::pair(0.0, 0.0),
@@ -280,7 +280,7 @@ TEST(nmkItemSorterShortest, leaves_the_result_as_it_was_for_two_items_at_level_z
     EXPECT_TRUE(shortest(holes, sorter).empty());
 }
 
-TEST(nmkItemSorterShortest, tells_progress_of_the_ring_and_stops_when_asked_to) {
+TEST(nmkItemSorterShortest, reports_progress_of_the_ring_and_stops_when_asked_to) {
     KeepsComparator keeps;
     ItemSorterLevel old(0);
     nmkItemComparator::primary_sort(&nmkItemSortMethods::compare_closest);

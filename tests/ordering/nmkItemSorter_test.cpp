@@ -122,7 +122,7 @@ void expect_same_grid(Holes& holes, double tolerance, const std::string& what) {
 
 }  // namespace
 
-TEST(nmkItemComparator, tells_what_was_set) {
+TEST(nmkItemComparator, returns_what_was_set) {
     KeepsComparator keeps;
     nmkItemComparator::primary_sort(&Methods::compare_x);
     nmkItemComparator::secondary_sort(&Methods::compare_y);
@@ -189,7 +189,7 @@ TEST(nmkItemSortMethods, finds_any_pair_radially_equal) {
     EXPECT_EQ(Methods::equal_radial(&a, &b, giPoint3(0, 0, 0), 0.0), 1);
 }
 
-TEST(nmkItemSortMethods, sorts_a_key_that_is_no_number_before_nothing) {
+TEST(nmkItemSortMethods, does_not_sort_a_nan_key_before_any_other) {
     const giPoint3 c(0, 0, 0);
     Hole odd(not_a_number, 0), even(1, 0);
     EXPECT_EQ(Methods::compare_x(&odd, &even, c), 0);
@@ -197,7 +197,7 @@ TEST(nmkItemSortMethods, sorts_a_key_that_is_no_number_before_nothing) {
     EXPECT_EQ(Methods::equal_x(&odd, &odd, c, 1.0), 0);
 }
 
-TEST(nmkItemSorter, gives_items_back_as_they_came) {
+TEST(nmkItemSorter, returns_items_in_the_order_in_which_they_were_added) {
     Holes holes;
     for (const double x : {3.0, 1.0, 2.0}) holes.add(x, 0.0);
     nmkItemSorter sorter;
@@ -216,7 +216,7 @@ TEST(nmkItemSorterClosest, begins_nearest_to_the_comparison_point_not_with_the_f
     EXPECT_EQ(indices(sorter.sort(0.0)), (std::vector<int>{1, 2, 3, 0}));
 }
 
-TEST(nmkItemSorterClosest, goes_on_from_the_start_of_a_line_not_from_its_end) {
+TEST(nmkItemSorterClosest, continues_from_the_start_of_a_line_not_from_its_end) {
     KeepsComparator keeps;
     nmkItemComparator::primary_sort(&Methods::compare_closest);
     nmkItemComparator::set_comparison_point(giPoint3(0, 0, 0));
@@ -264,7 +264,7 @@ TEST(nmkItemSorterClosest, keeps_the_order_of_what_is_left_when_it_is_stopped) {
     }
 }
 
-TEST(nmkItemSorterClosest, leaves_two_items_when_the_third_increment_asks_for_a_stop) {
+TEST(nmkItemSorterClosest, leaves_two_items_when_the_third_increment_requests_a_stop) {
     KeepsComparator keeps;
     nmkItemComparator::primary_sort(&Methods::compare_closest);
     nmkItemComparator::set_comparison_point(giPoint3(0, 0, 0));
@@ -280,7 +280,7 @@ TEST(nmkItemSorterClosest, leaves_two_items_when_the_third_increment_asks_for_a_
                                         "increment", "increment"}));
 }
 
-TEST(nmkItemSorterClosest, takes_every_item_once_where_points_are_no_numbers) {
+TEST(nmkItemSorterClosest, takes_every_item_once_where_coordinates_are_nan) {
     KeepsComparator keeps;
     nmkItemComparator::primary_sort(&Methods::compare_closest);
     nmkItemComparator::set_comparison_point(giPoint3(0, 0, 0));
@@ -295,7 +295,7 @@ TEST(nmkItemSorterClosest, takes_every_item_once_where_points_are_no_numbers) {
 }
 
 // The first item is read before anything else, which says nothing where there is none.
-TEST(nmkItemSorterClosest, survives_an_empty_source_though_it_must_not_get_one) {
+TEST(nmkItemSorterClosest, returns_an_empty_list_for_an_empty_source) {
     nmkItemSorterClosest sorter;
     EXPECT_EQ(sorter.sort(0.0).size(), 0);
 }
@@ -375,7 +375,7 @@ TEST(nmkItemSorterGrid, orders_as_the_plain_way_by_a_callers_own_comparisons) {
     }
 }
 
-TEST(nmkItemSorterGrid, forms_the_rows_of_the_plain_way_where_keys_are_no_numbers_or_infinite) {
+TEST(nmkItemSorterGrid, forms_the_rows_of_the_plain_way_where_keys_are_nan_or_infinite) {
     KeepsComparator keeps;
     nmkItemComparator::primary_sort(&Methods::compare_z);
     nmkItemComparator::secondary_sort(&Methods::compare_z);
@@ -392,7 +392,7 @@ TEST(nmkItemSorterGrid, forms_the_rows_of_the_plain_way_where_keys_are_no_number
     }
 }
 
-TEST(nmkItemSorterGrid, gives_nothing_for_nothing) {
+TEST(nmkItemSorterGrid, returns_an_empty_list_for_an_empty_source) {
     nmkItemSorterGrid sorter;
     EXPECT_EQ(sorter.sort(1.0).size(), 0);
 }

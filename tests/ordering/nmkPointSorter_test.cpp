@@ -1,4 +1,4 @@
-// Tests of the point sorter: every type, the two-item road, and what it leaves alone.
+// Tests of the point sorter: every type, two items, and what it leaves alone.
 #include <gtest/gtest.h>
 #include <nmkarcline/nmkDebugGeometry.h>
 #include <nmktoolbox/runtime/nmkVersion.h>
@@ -52,7 +52,7 @@ TEST(nmkSortType, has_its_names) {
     EXPECT_STREQ(_nmkSortType_get_str(static_cast<nmkSortType>(-1)), "Invalid");
 }
 
-TEST(nmkSortType, calls_the_one_way_shortest_invalid_though_it_is_supported) {
+TEST(nmkSortType, names_the_one_way_shortest_invalid_though_it_is_supported) {
     EXPECT_STREQ(_nmkSortType_get_str(nmkSortTypeShortestOneWay), "Invalid");
     EXPECT_TRUE(nmkPointSorter::supports_sort_type(nmkSortTypeShortestOneWay));
 }
@@ -99,7 +99,7 @@ TEST(nmkPointSorter, sorts_two_items_by_distance_whatever_the_type) {
         EXPECT_EQ(sorted_by(static_cast<nmkSortType>(type), holes, giPoint3(5, 0, 0)),
                   (Order{1, 0}))
             << type;
-        // No grid is set up: what a grid compares by stands as it was.
+        // No grid is built: the comparisons of a grid are left as they were.
         EXPECT_EQ(nmkItemComparator::primary_sort(), &Methods::compare_closest);
         EXPECT_EQ(nmkItemComparator::secondary_sort(), &Methods::compare_z);
         EXPECT_EQ(nmkItemComparator::equality_method(), &Methods::equal_z);
@@ -124,7 +124,7 @@ TEST(nmkPointSorter, sets_the_comparison_of_each_type) {
         {10, &Methods::compare_y, &Methods::compare_x, &Methods::equal_x},
         {11, &Methods::compare_x, &Methods::compare_xy, &Methods::equal_xy},
         {12, &Methods::compare_y, &Methods::compare_yx, &Methods::equal_yx},
-        // Types without a grid leave what a grid compares by.
+        // Types without a grid leave the comparisons of a grid alone.
         {1, &Methods::compare_closest, &Methods::compare_z, &Methods::equal_z},
         {2, &Methods::compare_closest, &Methods::compare_z, &Methods::equal_z},
         {17, &Methods::compare_closest, &Methods::compare_z, &Methods::equal_z},
@@ -206,7 +206,7 @@ TEST(nmkPointSorter, sorts_concentric_rings_and_one_radial_row) {
     EXPECT_EQ(sorted_by(nmkSortTypeRadial, holes, at_origin, 0.01), (Order{4, 3, 1, 2, 0}));
 }
 
-TEST(nmkPointSorter, turns_lines_for_shortest_and_not_for_its_one_way_form) {
+TEST(nmkPointSorter, reverses_lines_for_shortest_and_not_for_its_one_way_form) {
     for (const nmkSortType type : {nmkSortTypeShortest, nmkSortTypeShortestOneWay}) {
         KeepsComparator keeps;
         Lines lines;
@@ -217,13 +217,13 @@ TEST(nmkPointSorter, turns_lines_for_shortest_and_not_for_its_one_way_form) {
         nmkPointSorter sorter(type);
         lines.give_to(sorter);
         EXPECT_EQ(sorter.sort(1.0, at_origin, nullptr).size(), 12);
-        int turned = 0;
-        for (int i = 0; i < 12; ++i) turned += lines[i].reversed();
-        EXPECT_EQ(turned > 0, type == nmkSortTypeShortest);
+        int reversed = 0;
+        for (int i = 0; i < 12; ++i) reversed += lines[i].reversed();
+        EXPECT_EQ(reversed > 0, type == nmkSortTypeShortest);
     }
 }
 
-TEST(nmkPointSorter, leaves_sorted_empty_for_cylinder_which_it_says_it_does_not_support) {
+TEST(nmkPointSorter, leaves_sorted_empty_for_cylinder_which_is_not_supported) {
     KeepsComparator keeps;
     EXPECT_FALSE(nmkPointSorter::supports_sort_type(nmkSortTypeCylinder));
     Holes holes;
@@ -257,7 +257,7 @@ TEST(nmkPointSorter, adds_the_items_of_a_list) {
     EXPECT_EQ(indices(sorter.sort(1.0, at_origin, nullptr)), (Order{1, 2, 0}));
 }
 
-TEST(nmkPointSorter, gives_what_was_done_when_the_reporter_stops_it) {
+TEST(nmkPointSorter, returns_what_was_done_when_the_reporter_stops_it) {
     KeepsComparator keeps;
     Holes holes;
     for (const double x : {3.0, 1.0, 2.0, 4.0}) holes.add(x, 0.0);
@@ -267,7 +267,7 @@ TEST(nmkPointSorter, gives_what_was_done_when_the_reporter_stops_it) {
     EXPECT_EQ(indices(sorter.sort(1.0, at_origin, &reporter)), (Order{1, 2}));
 }
 
-TEST(nmkPointSorter, goes_on_with_a_walk_of_the_input_that_its_caller_broke_off) {
+TEST(nmkPointSorter, sorts_the_rest_of_a_list_whose_walk_was_broken_off) {
     KeepsComparator keeps;
     Holes holes;
     for (const double x : {3.0, 1.0, 2.0, 4.0}) holes.add(x, 0.0);
@@ -280,7 +280,7 @@ TEST(nmkPointSorter, goes_on_with_a_walk_of_the_input_that_its_caller_broke_off)
 }
 
 // Three holes are left in their order by the annealing, and ordered by the ring.
-TEST(nmkPointSorter, goes_on_with_a_broken_off_walk_for_the_shortest_route_too) {
+TEST(nmkPointSorter, sorts_the_rest_of_such_a_list_into_a_short_route_too) {
     KeepsComparator keeps;
     Holes holes;
     for (const double x : {3.0, 1.0, 2.0, 4.0}) holes.add(x, 0.0);

@@ -16,7 +16,7 @@ giPoint3coDynArr ring_of(std::initializer_list<giPoint3> points) {
     return ring;
 }
 
-struct Open_item : nmkSortItemLine {
+struct OpenItem : nmkSortItemLine {
     using nmkSortItemLine::nmkSortItemLine;
     using nmkSortItemWithPoint::ring_part;
 };
@@ -40,7 +40,7 @@ TEST(nmkSortItem, copies_and_assigns_its_index) {
     EXPECT_EQ(other.index(), 3);
 }
 
-TEST(nmkSortItem, tells_its_run_time_type_at_every_level) {
+TEST(nmkSortItem, reports_its_run_time_type_at_every_level) {
     nmkSortItemLine line(giPoint3(0, 0, 0), giPoint3(1, 0, 0));
     EXPECT_TRUE(line.ut_dynamic_type() == nmkSortItemLine::ut_static_type());
     EXPECT_STREQ(line.ut_dynamic_type().name(), "nmkSortItemLine");
@@ -63,6 +63,37 @@ TEST(nmkSortItem, casts_down_only_to_what_an_item_is) {
     EXPECT_EQ(nmkSortItemWithPoint::ut_dynamic_cast(&bare), nullptr);
     EXPECT_EQ(nmkSortItemLine::ut_dynamic_cast(static_cast<nmkSortItem*>(nullptr)), nullptr);
     EXPECT_EQ(nmkSortItemLine::ut_dynamic_cast(static_cast<const nmkSortItem*>(nullptr)), nullptr);
+}
+
+struct Slot : nmkSortItemLine {
+    using nmkSortItemLine::nmkSortItemLine;
+    const utTypeID& ut_dynamic_type() const override { return ut_static_type(); }
+    static const utTypeID& ut_static_type() {
+        static const utTypeID type("Slot", &nmkSortItemLine::ut_static_type());
+        return type;
+    }
+};
+
+TEST(nmkSortItem, is_of_its_own_kind_when_it_only_reports_its_dynamic_type) {
+    const Slot slot(giPoint3(0, 0, 0), giPoint3(1, 0, 0));
+    EXPECT_NE(slot.ut_is_kind_of(Slot::ut_static_type()), 0);
+    EXPECT_NE(slot.ut_is_kind_of(nmkSortItemLine::ut_static_type()), 0);
+    EXPECT_NE(slot.ut_is_kind_of(nmkSortItem::ut_static_type()), 0);
+}
+
+// The C++ class decides as well as the type that is reported.
+TEST(nmkSortItem, is_of_the_kind_it_derives_from_though_its_own_type_names_no_base) {
+    struct Unrelated : nmkSortItemLine {
+        using nmkSortItemLine::nmkSortItemLine;
+        const utTypeID& ut_dynamic_type() const override {
+            static const utTypeID type("Unrelated");
+            return type;
+        }
+    };
+    Unrelated item(giPoint3(0, 0, 0), giPoint3(1, 0, 0));
+    EXPECT_NE(item.ut_is_kind_of(item.ut_dynamic_type()), 0);
+    EXPECT_EQ(nmkSortItemLine::ut_dynamic_cast(&item), &item);
+    EXPECT_EQ(nmkSortItemWithPoint::ut_dynamic_cast(&item), &item);
 }
 
 TEST(nmkSortItem, has_a_run_time_class_under_the_framework_root) {
@@ -106,28 +137,28 @@ TEST(nmkSortItemWithPoint, leaves_the_point_as_it_is_for_a_scale_of_zero) {
 }
 
 TEST(nmkSortItemWithPoint, never_scales_z) {
-    Open_item item(giPoint3(3, 7, 11), giPoint3(0, 0, 0));
+    OpenItem item(giPoint3(3, 7, 11), giPoint3(0, 0, 0));
     item.transform_point(4.0, 1.0, 5.0);
     EXPECT_EQ(item.ring_part().normal_point, giPoint3(0.5, 0.5, 11));
 }
 
 TEST(nmkSortItemWithPoint, copies_its_weights_too) {
-    Open_item item(giPoint3(0.5, 0.5, 0), giPoint3(0, 0, 0));
+    OpenItem item(giPoint3(0.5, 0.5, 0), giPoint3(0, 0, 0));
     item.transform_point(0.0, 0.0, 0.0);
     giPoint3coDynArr ring = ring_of({giPoint3(0.25, 0.5, 0), giPoint3(0.5, 1.0, 0)});
     item.set_distance_array(ring, 0.25);
     const double sum = item.ring_part().weight_sum;
-    Open_item copy(item);
-    Open_item assigned(giPoint3(9, 9, 9), giPoint3(0, 0, 0));
+    OpenItem copy(item);
+    OpenItem assigned(giPoint3(9, 9, 9), giPoint3(0, 0, 0));
     assigned = item;
     assigned = *&assigned;
     item.set_distance_array(ring, 0.5);
-    for (const Open_item* one : {&copy, &assigned}) {
+    for (const OpenItem* one : {&copy, &assigned}) {
         EXPECT_EQ(one->ring_part().weight_sum, sum);
         EXPECT_EQ(one->ring_part().weights.size(), 2);
         EXPECT_EQ(one->get_closest(ring), 0);
     }
-    copy = Open_item(giPoint3(1, 1, 1), giPoint3(0, 0, 0));
+    copy = OpenItem(giPoint3(1, 1, 1), giPoint3(0, 0, 0));
     EXPECT_EQ(copy.ring_part().weights.size(), 0);
 }
 
@@ -176,7 +207,7 @@ TEST(nmkSortItemWithPoint, divides_by_one_when_every_ring_point_is_out_of_reach)
 // At a plan distance of 1 the weight is exp(-1 / 2kk), which is the sum too: 1e-19 is divided by,
 // 1e-21 is not.
 TEST(nmkSortItemWithPoint, divides_by_a_sum_of_weights_from_1e_minus_20_up) {
-    Open_item item(giPoint3(0, 0, 0), giPoint3(0, 0, 0));
+    OpenItem item(giPoint3(0, 0, 0), giPoint3(0, 0, 0));
     item.transform_point(0.0, 0.0, 0.0);
     giPoint3coDynArr ring = ring_of({giPoint3(1, 0, 0)});
     double dx = 0.0, dy = 0.0;

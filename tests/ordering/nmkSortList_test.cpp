@@ -1,6 +1,9 @@
 // Tests of the references and lists by which items travel.
 #include <gtest/gtest.h>
 
+#include <utility>
+#include <vector>
+
 #include "ordering/sort_samples.h"
 
 using namespace sort_samples;
@@ -9,11 +12,11 @@ namespace {
 
 class Counted : public Hole {
   public:
-    explicit Counted(int& alive_count) : Hole(0, 0), alive(alive_count) { ++alive; }
-    ~Counted() override { --alive; }
+    explicit Counted(int& alive_count) : Hole(0, 0), m_alive(alive_count) { ++m_alive; }
+    ~Counted() override { --m_alive; }
 
   private:
-    int& alive;
+    int& m_alive;
 };
 
 void expect_order(nmkSortList& list, const std::vector<int>& expected) {
@@ -70,7 +73,7 @@ TEST(nmkSortItemPrf, is_unique_when_null_or_the_only_owner_never_when_borrowing)
     EXPECT_EQ(owner.unique(), 0);
 }
 
-TEST(nmkSortList, walks_its_items_and_stands_before_the_head_again) {
+TEST(nmkSortList, walks_its_items_and_ends_before_the_head_again) {
     Holes holes;
     for (int i = 0; i < 3; ++i) holes.add(double(i), 0.0);
     nmkSortList list;
@@ -121,7 +124,7 @@ TEST(nmkSortList, jumps_to_a_position_and_removes_backwards) {
     EXPECT_EQ(list.read()->index(), 2);
 }
 
-TEST(nmkSortList, answers_an_invalid_reference_where_there_is_no_item) {
+TEST(nmkSortList, returns_an_invalid_reference_where_there_is_no_item) {
     nmkSortList list;
     Hole hole(1, 2);
     EXPECT_TRUE(list.read_first().invalid());
@@ -147,6 +150,22 @@ TEST(nmkSortList, is_empty_and_before_its_head_after_clear) {
     EXPECT_EQ(list.forwards(), 1);
 }
 
+TEST(nmkSortList, is_walked_by_a_range_for_also_where_it_is_const) {
+    Holes holes;
+    for (int i = 0; i < 3; ++i) holes.add(double(i), 0.0);
+    nmkSortList list;
+    holes.give_to(list);
+    list.forwards();
+    std::vector<int> seen;
+    for (const nmkSortItemPrf& item : std::as_const(list)) seen.push_back(item->index());
+    EXPECT_EQ(seen, (std::vector<int>{0, 1, 2}));
+    for (nmkSortItemPrf& item : list) item->set_index(item->index() + 10);
+    EXPECT_EQ(list.read()->index(), 10);  // the cursor of the list is not moved
+    EXPECT_EQ(holes[2].index(), 12);
+    const nmkSortPointList empty;
+    EXPECT_TRUE(empty.begin() == empty.end());
+}
+
 TEST(nmkSortPointList, finds_the_plan_box_of_its_points) {
     Holes holes;
     holes.add(3.0, -1.0, 50.0);
@@ -169,6 +188,28 @@ TEST(nmkSortPointList, finds_the_closest_item_in_plan_the_lowest_of_equals) {
     holes.give_to(list);
     EXPECT_EQ(list.get_closest(giPoint3(0, 0, 0)), 1);
     EXPECT_EQ(nmkSortPointList().get_closest(giPoint3(0, 0, 0)), 0);
+}
+
+TEST(nmkSortPointList, looks_at_every_item_wherever_the_cursor_is) {
+    Holes holes;
+    for (const double x : {5.0, 1.0, 3.0, -1.0}) holes.add(x, 2.0 * x);
+    nmkSortPointList list;
+    holes.give_to(list);
+    for (int walked = 0; walked <= 4; ++walked) {
+        list.reset();
+        for (int step = 0; step < walked; ++step) list.forwards();
+        const nmkSortItem* const under_cursor = list.read().item();
+        EXPECT_EQ(list.get_closest(giPoint3(3, 6, 0)), 2) << walked;
+        giBox2 box;
+        list.get_box(box);
+        EXPECT_EQ(box.min(), giPoint2(-1, -2)) << walked;
+        EXPECT_EQ(box.max(), giPoint2(5, 10)) << walked;
+        list.normalize_points();
+        giPoint3coDynArr ring;
+        ring.add(giPoint3(0.5, 1.0, 0.0));
+        EXPECT_EQ(holes[0].set_distance_array(ring, 0.2), 0.0) << walked;
+        EXPECT_EQ(list.read().item(), under_cursor) << walked;
+    }
 }
 
 TEST(nmkSortPointList, normalizes_into_the_unit_square_with_proportions_kept) {
@@ -214,6 +255,20 @@ TEST(nmkSortedList, keeps_items_of_equal_keys_in_order_of_insertion) {
     EXPECT_EQ(order, (std::vector<int>{4, 1, 3, 0, 2, 5}));
 }
 
+TEST(nmkSortedList, is_walked_by_a_range_for) {
+    KeepsComparator keeps;
+    nmkItemComparator::primary_sort(&nmkItemSortMethods::compare_x);
+    Holes holes;
+    for (const double x : {2.0, 1.0}) holes.add(x, 0.0);
+    nmkSortedList row{nmkSortItemPrf(&holes[0])};
+    for (int i = 0; i < holes.size(); ++i) row->add(nmkSortItemPrf(&holes[i]));
+    std::vector<int> order;
+    for (const nmkSortItemPrf& item : std::as_const(row)) order.push_back(item->index());
+    EXPECT_EQ(order, (std::vector<int>{1, 0}));
+    const nmkSortedList without_a_list;
+    EXPECT_TRUE(without_a_list.begin() == without_a_list.end());
+}
+
 TEST(nmkSortedList, shares_its_list_with_copies_and_lends_its_representative) {
     Hole hole(1, 2);
     nmkSortedList row(new nmkSortItemPrfcoSortedList, nmkSortItemPrf(&hole));
@@ -222,4 +277,16 @@ TEST(nmkSortedList, shares_its_list_with_copies_and_lends_its_representative) {
     EXPECT_EQ(row.list().size(), 1);
     EXPECT_EQ(row.sort_value().item(), &hole);
     EXPECT_TRUE(row.sort_value().external());
+}
+
+TEST(nmkSortPointList, normalizes_only_the_items_that_have_a_point) {
+    nmkSortItem without_point;
+    Hole hole(3.0, 4.0);
+    nmkSortPointList list;
+    list.add_item(&hole);
+    list.add_item(&without_point);
+    list.add_item(nmkSortItemPrf());
+    list.normalize_points();
+    EXPECT_EQ(list.size(), 3);
+    EXPECT_EQ(list.get_closest(giPoint3(3, 4, 0)), 0);
 }

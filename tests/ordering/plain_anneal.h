@@ -1,7 +1,7 @@
-// plain_anneal.h: the annealing schedule and its point and line problems, as bare as can be.
+// plain_anneal.h: the annealing schedule and its point and line problems, written plainly.
 //
-// Flat vectors, a remainder for each draw, the C library's exp and pow, no virtual calls and no
-// tricks. The library is compared with it to the last bit, and timed beside it.
+// Flat vectors, a remainder for each draw, the C library's exp and pow, no virtual calls. The
+// library is compared with it to the last bit, and its time is measured in ratio to it.
 #pragma once
 
 #include <algorithm>
@@ -36,7 +36,7 @@ struct Generator {
     }
 };
 
-// What the three problems share. Copying one would copy its generator too, so there is `take`.
+// The common part of the three problems. A copy would include the generator, so there is `take`.
 template <class Problem>
 struct Order {
     std::vector<int> items;
@@ -120,22 +120,22 @@ struct Points : Order<Points> {
 
 struct Lines : Order<Lines> {
     std::vector<Point> starts, ends;
-    std::vector<int> turned;
+    std::vector<int> reversed;
 
     Lines(const std::vector<Point>& s, const std::vector<Point>& e)
-        : Order(s.size()), starts(s), ends(e), turned(s.size()) {}
+        : Order(s.size()), starts(s), ends(e), reversed(s.size()) {}
 
     const Point& in(int a) const {
         const std::size_t k = static_cast<std::size_t>(a);
-        return turned[k] ? ends[k] : starts[k];
+        return reversed[k] ? ends[k] : starts[k];
     }
     const Point& out(int a) const {
         const std::size_t k = static_cast<std::size_t>(a);
-        return turned[k] ? starts[k] : ends[k];
+        return reversed[k] ? starts[k] : ends[k];
     }
 
-    void clear_states() { std::fill(turned.begin(), turned.end(), 0); }
-    void take_states(const Lines& other) { turned = other.turned; }
+    void clear_states() { std::fill(reversed.begin(), reversed.end(), 0); }
+    void take_states(const Lines& other) { reversed = other.reversed; }
 
     double total() const {
         double sum = 0.0;
@@ -156,8 +156,8 @@ struct Lines : Order<Lines> {
         return candidate;
     }
 
-    void turn(int position) {
-        int& flag = turned[static_cast<std::size_t>(item(position))];
+    void reverse(int position) {
+        int& flag = reversed[static_cast<std::size_t>(item(position))];
         flag = !flag;
     }
 
@@ -167,10 +167,10 @@ struct Lines : Order<Lines> {
         for (; lo < hi; ++lo, --hi) {
             const int p = (n() + lo) % n(), q = (n() + hi) % n();
             std::swap(item(p), item(q));
-            turn(p);
-            turn(q);
+            reverse(p);
+            reverse(q);
         }
-        if (lo == hi) turn((n() + lo) % n());
+        if (lo == hi) reverse((n() + lo) % n());
         length = candidate;
         candidate = -1.0;
         first = second = -1;

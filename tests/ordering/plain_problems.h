@@ -1,4 +1,4 @@
-// plain_problems.h: generated inputs for the annealing, and ways to look inside its objects.
+// plain_problems.h: generated inputs for the annealing, and access to the fields of its objects.
 #pragma once
 
 #include <geometry/giPoint3Arrays.h>
@@ -62,8 +62,8 @@ inline giPoint3coPageArr paged(const std::vector<Point>& points) {
 }
 
 // The ends of `n` lines.
-struct Two_arrays {
-    Two_arrays(Spread spread, int n, std::uint32_t seed)
+struct TwoArrays {
+    TwoArrays(Spread spread, int n, std::uint32_t seed)
         : starts(plain::paged(plain::spread_points(spread, n, seed))),
           ends(plain::paged(plain::spread_points(spread, n, seed + 1))) {}
     giPoint3coPageArr starts, ends;
@@ -89,16 +89,16 @@ inline std::vector<int> items_of(const nmkAnnealOrderState& state) {
     return {items.begin(), items.end()};
 }
 
-inline std::vector<int> turned_by_item(const nmkAnnealStateReversibleLines& state) {
-    intcoFixedArr items, turned;
+inline std::vector<int> reversed_by_item(const nmkAnnealStateReversibleLines& state) {
+    intcoFixedArr items, reversed;
     state.get_items(items);
-    state.get_reverse_flags(turned);
+    state.get_reverse_flags(reversed);
     std::vector<int> result(static_cast<std::size_t>(items.size()));
-    for (int k = 0; k < items.size(); ++k) result[static_cast<std::size_t>(items[k])] = turned[k];
+    for (int k = 0; k < items.size(); ++k) result[static_cast<std::size_t>(items[k])] = reversed[k];
     return result;
 }
 
-// The engine, with its fields open.
+// The engine, with its fields made public.
 struct Engine : nmkAnneal {
     using nmkAnneal::best_energy;
     using nmkAnneal::current_energy;

@@ -1,7 +1,7 @@
-// plain_sorters: the sorters as they are defined, step by step and without a thought for speed.
+// plain_sorters: the sorters as they are defined, step by step and not optimised.
 //
-// What the library's sorters give is compared with these, item by item. They use the library's
-// lists, comparator and items, and none of its sorters.
+// The results of the library's sorters are compared with these, item by item. They use the
+// library's lists, comparator and items, and none of its sorters.
 #pragma once
 
 #include <nmktoolbox/ordering.h>
@@ -16,7 +16,7 @@ inline const giPoint3& point_of(const nmkSortItemPrf& item) {
     return nmkSortItemWithPoint::ut_dynamic_cast(item.item())->get_point();
 }
 
-/// Sorts everything anew for each item taken. `source` is used up unless the reporter stops it.
+/// Sorts everything again for each item taken. Empties `source` unless the reporter stops it.
 inline void closest(nmkSortList& source, nmkSortList& result, nmkProgressBreak* progress) {
     result.clear();
     nmkSortedList sorted(source.read_first());
@@ -46,7 +46,7 @@ struct Directions {
     int reverse_rows = 0;
 };
 
-/// Asks every pair whether it shares a row.
+/// Compares every pair of items.
 inline void grid(nmkSortList& source, nmkSortList& result, double tolerance, Directions flags) {
     result.clear();
     nmkSortedListcoSortedList sorted_rows;
@@ -74,7 +74,7 @@ inline void grid(nmkSortList& source, nmkSortList& result, double tolerance, Dir
     }
 }
 
-/// One step of the elastic ring: asks every item at every ring point.
+/// One step of the elastic ring: calls every item for every ring point.
 inline double adjust_points(nmkSortPointList& items, giPoint3coDynArr& ring, double k) {
     while (items.forwards() != 0) {
         nmkSortItemWithPoint::ut_dynamic_cast(items.read().item())->set_distance_array(ring, k);

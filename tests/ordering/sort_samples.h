@@ -16,11 +16,11 @@ namespace sort_samples {
 /// A hole: the least that a caller's own item needs.
 class Hole : public nmkSortItemWithPoint {
   public:
-    Hole(double x, double y, double z = 0.0) : place(x, y, z) {}
-    const giPoint3& get_point() const override { return place; }
+    Hole(double x, double y, double z = 0.0) : m_point(x, y, z) {}
+    const giPoint3& get_point() const override { return m_point; }
 
   private:
-    giPoint3 place;
+    giPoint3 m_point;
 };
 
 /// An item of another class that pulls half as hard at the elastic ring as others do.
@@ -35,25 +35,25 @@ class WeakHole : public Hole {
     }
 };
 
-/// Items that live as long as the sample, numbered from 0.
+/// Items owned by the sample, numbered from 0.
 template <class Item>
 class Sample {
   public:
     template <class... Arguments>
     Item& add(const Arguments&... arguments) {
-        items.push_back(std::make_unique<Item>(arguments...));
-        items.back()->set_index(static_cast<int>(items.size()) - 1);
-        return *items.back();
+        m_items.push_back(std::make_unique<Item>(arguments...));
+        m_items.back()->set_index(static_cast<int>(m_items.size()) - 1);
+        return *m_items.back();
     }
     template <class Sorter>
     void give_to(Sorter& sorter) {
-        for (auto& item : items) sorter.add_item(nmkSortItemPrf(item.get()));
+        for (auto& item : m_items) sorter.add_item(nmkSortItemPrf(item.get()));
     }
-    Item& operator[](int i) { return *items[static_cast<std::size_t>(i)]; }
-    int size() const { return static_cast<int>(items.size()); }
+    Item& operator[](int i) { return *m_items[static_cast<std::size_t>(i)]; }
+    int size() const { return static_cast<int>(m_items.size()); }
 
   private:
-    std::vector<std::unique_ptr<Item>> items;
+    std::vector<std::unique_ptr<Item>> m_items;
 };
 
 using Holes = Sample<Hole>;
@@ -67,10 +67,10 @@ inline std::vector<int> indices(nmkSortList& list) {
     return order;
 }
 
-/// Writes down every call, and asks for a stop at one of the increments.
+/// Logs every call, and requests a stop at one of the increments.
 class Reporter : public nmkProgressBreak {
   public:
-    explicit Reporter(int stop_at_increment = 0) : stop_at(stop_at_increment) {}
+    explicit Reporter(int stop_at_increment = 0) : m_stop_at(stop_at_increment) {}
     int send_progress_bar_to_0(const char* text) override {
         calls.push_back(std::string("0 ") + text);
         return 0;
@@ -78,7 +78,7 @@ class Reporter : public nmkProgressBreak {
     void set_range(double range) override { calls.push_back("range " + std::to_string(range)); }
     int increment() override {
         calls.push_back("increment");
-        return ++increments == stop_at ? 1 : 0;
+        return ++increments == m_stop_at ? 1 : 0;
     }
     int send_progress_bar_to_100() override {
         calls.push_back("100");
@@ -89,16 +89,16 @@ class Reporter : public nmkProgressBreak {
     int increments = 0;
 
   private:
-    int stop_at;
+    int m_stop_at;
 };
 
-/// How the points of a generated sample lie.
+/// The layout of the points of a generated sample.
 enum class Layout { random, grid, coincident, ring, mirrored };
 
 constexpr Layout layouts[] = {Layout::random, Layout::grid, Layout::coincident, Layout::ring,
                               Layout::mirrored};
 
-inline giPoint3 place(Layout layout, int i, int n, std::mt19937& words) {
+inline giPoint3 point_of(Layout layout, int i, int n, std::mt19937& words) {
     const auto draw = [&](int limit) {
         return static_cast<int>(words() % static_cast<unsigned>(limit));
     };
@@ -122,33 +122,33 @@ inline giPoint3 place(Layout layout, int i, int n, std::mt19937& words) {
 inline void fill(Holes& holes, Layout layout, int n, std::uint32_t seed) {
     std::mt19937 words(seed);
     for (int i = 0; i < n; ++i) {
-        const giPoint3 p = place(layout, i, n, words);
+        const giPoint3 p = point_of(layout, i, n, words);
         holes.add(p.x, p.y, p.z);
     }
 }
 
-/// Puts the settings of the process-wide comparator back when a test ends.
+/// Restores the settings of the process-wide comparator when a test ends.
 class KeepsComparator {
   public:
     KeepsComparator()
-        : primary(nmkItemComparator::primary_sort()),
-          secondary(nmkItemComparator::secondary_sort()),
-          equality(nmkItemComparator::equality_method()),
-          point(nmkItemComparator::comparison_point()) {}
+        : m_primary(nmkItemComparator::primary_sort()),
+          m_secondary(nmkItemComparator::secondary_sort()),
+          m_equality(nmkItemComparator::equality_method()),
+          m_point(nmkItemComparator::comparison_point()) {}
     ~KeepsComparator() {
-        nmkItemComparator::primary_sort(primary);
-        nmkItemComparator::secondary_sort(secondary);
-        nmkItemComparator::equality_method(equality);
-        nmkItemComparator::set_comparison_point(point);
+        nmkItemComparator::primary_sort(m_primary);
+        nmkItemComparator::secondary_sort(m_secondary);
+        nmkItemComparator::equality_method(m_equality);
+        nmkItemComparator::set_comparison_point(m_point);
     }
     KeepsComparator(const KeepsComparator&) = delete;
     KeepsComparator& operator=(const KeepsComparator&) = delete;
 
   private:
-    nmkItemComparator::Comparison primary;
-    nmkItemComparator::Comparison secondary;
-    nmkItemComparator::Equality equality;
-    giPoint3 point;
+    nmkItemComparator::Comparison m_primary;
+    nmkItemComparator::Comparison m_secondary;
+    nmkItemComparator::Equality m_equality;
+    giPoint3 m_point;
 };
 
 }  // namespace sort_samples

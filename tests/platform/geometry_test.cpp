@@ -111,6 +111,20 @@ TEST(giVector3, multiplies_and_adds) {
     EXPECT_EQ(giVector3(3, 4, 0).length().length(), 5.0);
 }
 
+TEST(giPoint3, minus_another_point_is_the_vector_between_them) {
+    const giPoint3 from(1, 2, 3), to(4, 6, 8);
+    EXPECT_EQ(to - from, giVector3(3, 4, 5));
+    EXPECT_EQ(from + (to - from), to);
+    EXPECT_EQ(to - from, giVector3(from, to));
+}
+
+TEST(giUnitVec3, keeps_components_that_are_unit_already_to_the_bit) {
+    const double x = -0.9792291343701904, y = -0.018250430468946345, z = -0.20193371236201613;
+    const giUnitVec3 direction(giUnit::already, x, y, z);
+    EXPECT_EQ(direction.vector(), giVector3(x, y, z));
+    EXPECT_NE(giUnitVec3(x, y, z).x, x);  // another division rounds once more
+}
+
 TEST(giUnitVec3, has_length_one_or_is_unset) {
     const giUnitVec3 direction(3, 4, 0);
     EXPECT_EQ(direction, giUnitVec3(0.6, 0.8, 0));
@@ -169,4 +183,55 @@ TEST(giPoint3coPageArr, starts_its_points_unset) {
     points[3] = giPoint3(1, 2, 3);
     EXPECT_FALSE(points[0].is_set());
     EXPECT_EQ(points.size(), 4);
+}
+
+TEST(giPoint2, coincides_within_a_circle_of_the_tolerance) {
+    const giPoint2 origin(0, 0);
+    EXPECT_NE(origin.coincident(giPoint2(3, 4), 5.0), 0);
+    EXPECT_EQ(origin.coincident(giPoint2(3.1, 4), 5.0), 0);
+    EXPECT_EQ(origin.coincident(giPoint2(5, 5), 5.0), 0);  // in the square, not in the circle
+}
+
+TEST(giBox2, is_not_empty_with_one_point_and_extends_to_every_side) {
+    giBox2 box;
+    box.add(giPoint2(1, 1));
+    EXPECT_FALSE(box.is_empty());
+    for (const giPoint2& point :
+         {giPoint2(-1, 1), giPoint2(3, 1), giPoint2(1, -2), giPoint2(1, 4)}) {
+        EXPECT_EQ(box.contains(point), 0);
+        box.add(point);
+        EXPECT_NE(box.contains(point), 0);
+    }
+    EXPECT_EQ(box.width(), 4.0);
+    EXPECT_EQ(box.height(), 6.0);
+}
+
+TEST(giBox3, contains_no_point_beyond_any_of_its_faces) {
+    const giBox3 box(giPoint3(1, 1, 1), giPoint3(0, 0, 0));
+    EXPECT_FALSE(box.is_empty());
+    EXPECT_NE(box.contains(giPoint3(0.5, 0.5, 0.5)), 0);
+    for (const giPoint3& point : {giPoint3(-1, 0, 0), giPoint3(2, 0, 0), giPoint3(0, -1, 0),
+                                  giPoint3(0, 2, 0), giPoint3(0, 0, -1), giPoint3(0, 0, 2)}) {
+        EXPECT_EQ(box.contains(point), 0);
+    }
+}
+
+TEST(giPoint3, differs_when_any_coordinate_does) {
+    const giPoint3 point(1, 2, 3);
+    EXPECT_EQ(point, giPoint3(1, 2, 3));
+    EXPECT_NE(point, giPoint3(0, 2, 3));
+    EXPECT_NE(point, giPoint3(1, 0, 3));
+    EXPECT_NE(point, giPoint3(1, 2, 0));
+    EXPECT_NE(giUnitVec3(giAxis::x), giUnitVec3(giAxis::y));
+    EXPECT_NE(giUnitVec3(giAxis::y), giUnitVec3(giAxis::z));
+    EXPECT_NE(giVector3(1, 2, 3), giVector3(1, 2, 4));
+    EXPECT_NE(giPoint2(1, 2), giPoint2(1, 3));
+}
+
+TEST(giAngle, is_ordered_by_size) {
+    const giAngle small(giDegrees, 10.0), large(giDegrees, 20.0);
+    EXPECT_TRUE(small < large);
+    EXPECT_TRUE(large > small);
+    EXPECT_FALSE(small == large);
+    EXPECT_TRUE(small == giAngle(giDegrees, 10.0));
 }

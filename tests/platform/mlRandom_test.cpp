@@ -1,4 +1,4 @@
-// The generator's words and draws, which orderings are pinned to.
+// The generator's words and draws, on which every ordering depends.
 
 #include <maths/mlRandom.h>
 
@@ -19,7 +19,7 @@ TEST(mlRandom, the_seed_is_the_first_word_and_a_negative_one_wraps) {
 TEST(mlRandom, the_word_steps_modulo_two_to_the_32) {
     mlRandom random(-1);
     random.draw();
-    EXPECT_EQ(random.word, 0xFFFFFFFFU * 214013U + 2531011U);
+    EXPECT_EQ(random.word, 0xFFFFFFFFU * mlRandom::multiplier + mlRandom::increment);
     EXPECT_EQ(random.word, 2316998U);
 }
 
@@ -35,7 +35,7 @@ TEST(mlRandom, draws_are_15_bits_wide) {
     EXPECT_EQ(all_bits, 32767);
 }
 
-TEST(mlRandom, a_copy_goes_on_from_the_same_place_on_its_own) {
+TEST(mlRandom, a_copy_continues_the_same_sequence_independently) {
     mlRandom random(3);
     random.draw();
     mlRandom copy = random;

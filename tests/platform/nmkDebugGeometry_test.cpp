@@ -1,4 +1,4 @@
-// Debug channels: when they take what they are sent, and the drawing that comes out.
+// Debug channels: when they take drawings, and the SVG that they write.
 
 #include <nmkarcline/nmkDebugGeometry.h>
 
@@ -70,7 +70,7 @@ TEST_F(nmkDebugGeometry_channel, takes_its_own_level_and_those_below) {
     EXPECT_EQ(channel.size(), 1);
 }
 
-TEST_F(nmkDebugGeometry_channel, is_one_for_each_name) {
+TEST_F(nmkDebugGeometry_channel, is_the_same_object_for_the_same_name) {
     nmkDebugGeometry& other = nmkDebugGeometry::get_from_manager("nmkDebugGeometry_test_other");
     EXPECT_NE(&channel, &other);
     channel.switch_on(1);
@@ -99,7 +99,7 @@ TEST_F(nmkDebugGeometry_drawing, has_a_line_for_each_path_of_a_list) {
     nmkAbsPolyArcLineVecListIter paths;
     paths.insert_last(nmkDebugGeometryUtils::line_drawing({0.0, 0.0, 0.0}, {10.0, 0.0, 0.0}));
     paths.insert_last(nmkDebugGeometryUtils::line_drawing({10.0, 0.0, 0.0}, {10.0, 5.0, 0.0}));
-    paths.next();  // where the cursor stands does not matter
+    paths.next();  // the cursor does not matter
     channel.switch_on(1);
     channel.copy_iter(paths, "Before ordering", 1);
     EXPECT_EQ(svg(),
@@ -145,7 +145,7 @@ TEST_F(nmkDebugGeometry_drawing, groups_by_label_and_escapes_it) {
     EXPECT_EQ(count(drawing, "<title>a&lt;b&gt;&amp;&quot;c&quot;</title>"), 1U);
 }
 
-TEST_F(nmkDebugGeometry_drawing, leaves_out_what_has_no_place_on_the_sheet) {
+TEST_F(nmkDebugGeometry_drawing, leaves_out_paths_that_are_unset_or_not_finite) {
     channel.switch_on(1);
     const double nan = std::numeric_limits<double>::quiet_NaN();
     channel.append_cross_drawing({nan, 0.0, 0.0}, 1.0, 0, 1, "none", 1);
@@ -157,7 +157,7 @@ TEST_F(nmkDebugGeometry_drawing, leaves_out_what_has_no_place_on_the_sheet) {
     EXPECT_EQ(count(svg(), "<polyline"), 0U);
 }
 
-TEST_F(nmkDebugGeometry_drawing, never_writes_a_number_that_is_none) {
+TEST_F(nmkDebugGeometry_drawing, never_writes_nan_or_infinity) {
     channel.switch_on(1);
     nmkAbsPolyArcLineVecListIter paths;
     paths.insert_last(
@@ -169,18 +169,68 @@ TEST_F(nmkDebugGeometry_drawing, never_writes_a_number_that_is_none) {
 }
 
 TEST_F(nmkDebugGeometry_drawing, is_written_whole_or_not_at_all) {
-    const std::filesystem::path folder = std::filesystem::temp_directory_path() /
-                                         ("nmkDebugGeometry_test_" + std::to_string(getpid()));
-    std::filesystem::create_directory(folder);
+    const std::filesystem::path directory = std::filesystem::temp_directory_path() /
+                                            ("nmkDebugGeometry_test_" + std::to_string(getpid()));
+    std::filesystem::create_directory(directory);
     channel.switch_on(1);
     channel.append_cross_drawing({0.0, 0.0, 0.0}, 1.0, 0, 1, "cross", 1);
-    const std::filesystem::path path = folder / "drawing.svg";
+    const std::filesystem::path path = directory / "drawing.svg";
     EXPECT_TRUE(channel.write_svg(path.string()));
     std::ostringstream written;
     written << std::ifstream(path).rdbuf();
     EXPECT_EQ(written.str(), svg());
-    EXPECT_FALSE(channel.write_svg((folder / "no such folder" / "drawing.svg").string()));
+    EXPECT_FALSE(channel.write_svg((directory / "no such directory" / "drawing.svg").string()));
     std::filesystem::remove(path);
-    EXPECT_TRUE(std::filesystem::is_empty(folder));
-    std::filesystem::remove_all(folder);
+    EXPECT_TRUE(std::filesystem::is_empty(directory));
+    std::filesystem::remove_all(directory);
+}
+
+TEST_F(nmkDebugGeometry_drawing, draws_a_circle_about_an_axis_of_no_direction_in_the_plan) {
+    channel.switch_on(1);
+    const giUnitVec3 no_direction(giUnit::already, 0.0, 0.0, 0.0);
+    channel.append_circle_drawing({0.0, 0.0, 0.0}, 2.0, no_direction, "circle", 1);
+    EXPECT_NE(svg().find("width=\"840.000\" height=\"840.000\""), std::string::npos) << svg();
+}
+
+TEST_F(nmkDebugGeometry_drawing, shows_a_circle_about_a_slanted_axis_as_an_ellipse) {
+    channel.switch_on(1);
+    channel.append_circle_drawing({0.0, 0.0, 0.0}, 1.0, giUnitVec3(0.6, 0.0, 0.8), "circle", 1);
+    EXPECT_NE(svg().find("width=\"680.000\" height=\"840.000\""), std::string::npos) << svg();
+}
+
+TEST_F(nmkDebugGeometry_drawing, takes_colours_modulo_the_palette_and_weights_from_1_up) {
+    channel.switch_on(1);
+    channel.append_cross_drawing({0.0, 0.0, 0.0}, 1.0, -1, 0, "cross", 1);
+    channel.append_cross_drawing({0.0, 0.0, 0.0}, 1.0, 8, -3, "cross", 1);
+    EXPECT_EQ(count(svg(), "stroke=\"#7f7f7f\" stroke-width=\"1\""), 2U) << svg();
+    EXPECT_EQ(count(svg(), "stroke=\"#1f77b4\" stroke-width=\"1\""), 2U) << svg();
+}
+
+TEST_F(nmkDebugGeometry_drawing, replaces_control_characters_of_a_label_by_spaces) {
+    channel.switch_on(1);
+    channel.append_cross_drawing({0.0, 0.0, 0.0}, 1.0, 0, 1, "a\x01\nb", 1);
+    EXPECT_EQ(count(svg(), "<title>a  b</title>"), 1U);
+}
+
+TEST_F(nmkDebugGeometry_drawing, leaves_a_directory_of_its_name_alone) {
+    const std::filesystem::path directory = std::filesystem::temp_directory_path() /
+                                            ("nmkDebugGeometry_taken_" + std::to_string(getpid()));
+    std::filesystem::create_directories(directory / "drawing.svg");
+    EXPECT_FALSE(channel.write_svg((directory / "drawing.svg").string()));
+    EXPECT_TRUE(std::filesystem::is_directory(directory / "drawing.svg"));
+    EXPECT_FALSE(std::filesystem::exists(directory / "drawing.svg.part"));
+    std::filesystem::remove_all(directory);
+}
+
+TEST_F(nmkDebugGeometry_channel, drops_a_list_of_paths_while_it_is_off) {
+    nmkAbsPolyArcLineVecListIter paths;
+    paths.insert_last(nmkDebugGeometryUtils::line_drawing({0.0, 0.0, 0.0}, {1.0, 0.0, 0.0}));
+    channel.copy_iter(paths, "line", 1);
+    EXPECT_EQ(channel.size(), 0);
+    channel.switch_on(-2);  // as good as off
+    EXPECT_EQ(channel.on(1), 0);
+    EXPECT_NE(paths.next(), nullptr);
+    EXPECT_EQ(paths.next(), nullptr);
+    paths.reset();
+    EXPECT_NE(paths.next(), nullptr);
 }

@@ -1,4 +1,4 @@
-// The reporter that reports nothing, and one that asks for a stop.
+// The reporter that reports nothing, and one that requests a stop.
 
 #include <nmkprogressbreak/nmkProgressBreak.h>
 
@@ -16,7 +16,7 @@ class StopsAtThree : public nmkProgressBreak {
 
 }  // namespace
 
-TEST(nmkProgressBreak, never_asks_for_a_stop_by_itself) {
+TEST(nmkProgressBreak, never_requests_a_stop_by_itself) {
     Silent silent;
     nmkProgressBreak& progress = silent;
     EXPECT_EQ(progress.send_progress_bar_to_0("Sorting"), 0);
@@ -27,7 +27,7 @@ TEST(nmkProgressBreak, never_asks_for_a_stop_by_itself) {
     EXPECT_EQ(progress.send_progress_bar_to_100(), 0);
 }
 
-TEST(nmkProgressBreak, a_derived_reporter_stops_the_work_through_its_answer) {
+TEST(nmkProgressBreak, a_derived_reporter_stops_the_work_by_what_it_returns) {
     StopsAtThree stops;
     nmkProgressBreak& progress = stops;
     int steps = 1;

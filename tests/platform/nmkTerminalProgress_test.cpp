@@ -1,8 +1,9 @@
-// The terminal reporter, on a pseudo-terminal and on a file, and what Ctrl-C does meanwhile.
+// The terminal reporter on a pseudo-terminal and on a file, and its handling of Ctrl-C.
 
 #include <nmkprogressbreak/nmkTerminalProgress.h>
 
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <cmath>
@@ -10,12 +11,13 @@
 #include <cstdlib>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
 namespace {
 
-// A terminal of which the test reads the screen's end.
+// A terminal whose output the test reads.
 class PseudoTerminal {
   public:
     PseudoTerminal() : m_master(posix_openpt(O_RDWR | O_NOCTTY)) {
@@ -47,17 +49,17 @@ class PseudoTerminal {
     std::FILE* m_stream = nullptr;
 };
 
-int earlier_handler_calls = 0;
+int previous_handler_calls = 0;
 
-extern "C" void earlier_handler(int) { ++earlier_handler_calls; }
+extern "C" void previous_handler(int) { ++previous_handler_calls; }
 
-// Installs a handler for the test and puts back what was there.
-class EarlierHandler {
+// Installs a handler for the test and restores the previous one.
+class PreviousHandler {
   public:
-    explicit EarlierHandler(void (*handler)(int)) : m_before(std::signal(SIGINT, handler)) {}
-    ~EarlierHandler() { std::signal(SIGINT, m_before); }
-    EarlierHandler(const EarlierHandler&) = delete;
-    EarlierHandler& operator=(const EarlierHandler&) = delete;
+    explicit PreviousHandler(void (*handler)(int)) : m_before(std::signal(SIGINT, handler)) {}
+    ~PreviousHandler() { std::signal(SIGINT, m_before); }
+    PreviousHandler(const PreviousHandler&) = delete;
+    PreviousHandler& operator=(const PreviousHandler&) = delete;
 
   private:
     void (*m_before)(int);
@@ -67,7 +69,7 @@ using Shown = nmkTerminalProgress::Shown;
 
 }  // namespace
 
-TEST(nmkTerminalProgress, draws_the_title_and_the_bar_on_a_terminal_and_takes_them_away) {
+TEST(nmkTerminalProgress, draws_the_title_and_the_bar_on_a_terminal_and_erases_them) {
     const PseudoTerminal terminal;
     ASSERT_NE(terminal.stream(), nullptr);
     nmkTerminalProgress progress(terminal.stream());
@@ -80,7 +82,7 @@ TEST(nmkTerminalProgress, draws_the_title_and_the_bar_on_a_terminal_and_takes_th
     EXPECT_EQ(terminal.read_all(), "\r\x1b[K");
 }
 
-TEST(nmkTerminalProgress, shows_how_far_the_work_is_and_the_best_so_far) {
+TEST(nmkTerminalProgress, shows_the_percentage_and_the_best_result_so_far) {
     const PseudoTerminal terminal;
     ASSERT_NE(terminal.stream(), nullptr);
     nmkTerminalProgress progress(terminal.stream());
@@ -109,7 +111,7 @@ TEST(nmkTerminalProgress, does_not_draw_at_every_step) {
     EXPECT_LT(drawn, 1000U);
 }
 
-TEST(nmkTerminalProgress, writes_nothing_where_there_is_no_terminal) {
+TEST(nmkTerminalProgress, writes_nothing_to_a_stream_that_is_not_a_terminal) {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::tmpfile(), &std::fclose);
     ASSERT_NE(file, nullptr);
     {
@@ -124,9 +126,9 @@ TEST(nmkTerminalProgress, writes_nothing_where_there_is_no_terminal) {
     EXPECT_EQ(std::ftell(file.get()), 0);
 }
 
-TEST(nmkTerminalProgress, the_first_interrupt_shows_in_every_answer) {
-    const EarlierHandler handler(&earlier_handler);
-    earlier_handler_calls = 0;
+TEST(nmkTerminalProgress, every_operation_returns_non_zero_after_the_first_interrupt) {
+    const PreviousHandler handler(&previous_handler);
+    previous_handler_calls = 0;
     nmkTerminalProgress progress(nullptr);
     EXPECT_EQ(progress.increment(), 0);
     EXPECT_FALSE(progress.is_stopped());
@@ -136,25 +138,25 @@ TEST(nmkTerminalProgress, the_first_interrupt_shows_in_every_answer) {
     EXPECT_NE(progress.jump_to(3.0), 0);
     EXPECT_NE(progress.send_progress_bar_to_0("next"), 0);
     EXPECT_NE(progress.send_progress_bar_to_100(), 0);
-    EXPECT_EQ(earlier_handler_calls, 0);
+    EXPECT_EQ(previous_handler_calls, 0);
 }
 
-TEST(nmkTerminalProgress, puts_the_earlier_handler_back_when_the_last_reporter_ends) {
-    const EarlierHandler handler(&earlier_handler);
-    earlier_handler_calls = 0;
+TEST(nmkTerminalProgress, restores_the_previous_handler_when_the_last_reporter_ends) {
+    const PreviousHandler handler(&previous_handler);
+    previous_handler_calls = 0;
     {
         const nmkTerminalProgress outer(nullptr);
         { const nmkTerminalProgress inner(nullptr); }
         std::raise(SIGINT);
         EXPECT_TRUE(outer.is_stopped());
-        EXPECT_EQ(earlier_handler_calls, 0);
+        EXPECT_EQ(previous_handler_calls, 0);
     }
     std::raise(SIGINT);
-    EXPECT_EQ(earlier_handler_calls, 1);
+    EXPECT_EQ(previous_handler_calls, 1);
 }
 
 TEST(nmkTerminalProgress, a_later_reporter_does_not_inherit_the_stop) {
-    const EarlierHandler handler(&earlier_handler);
+    const PreviousHandler handler(&previous_handler);
     {
         const nmkTerminalProgress first(nullptr);
         std::raise(SIGINT);
@@ -163,8 +165,8 @@ TEST(nmkTerminalProgress, a_later_reporter_does_not_inherit_the_stop) {
     EXPECT_EQ(second.increment(), 0);
 }
 
-TEST(nmkTerminalProgress, goes_on_ignoring_interrupts_that_were_ignored_before) {
-    const EarlierHandler handler(SIG_IGN);
+TEST(nmkTerminalProgress, still_ignores_interrupts_that_were_ignored_before) {
+    const PreviousHandler handler(SIG_IGN);
     nmkTerminalProgress progress(nullptr);
     std::raise(SIGINT);
     EXPECT_EQ(progress.increment(), 0);
@@ -182,7 +184,7 @@ TEST(nmkTerminalProgressDeathTest, a_second_interrupt_ends_the_process) {
         testing::KilledBySignal(SIGINT), "");
 }
 
-TEST(nmkTerminalProgress, the_line_holds_all_its_parts) {
+TEST(nmkTerminalProgress, the_line_contains_all_its_parts) {
     const Shown shown{"Ordering", 0.25, "83.1 mm", 125.4};
     EXPECT_EQ(nmkTerminalProgress::line(shown, 60),
               "Ordering [####...............]  25%  best 83.1 mm  2:05 left");
@@ -197,14 +199,63 @@ TEST(nmkTerminalProgress, the_line_fits_every_width) {
     EXPECT_EQ(nmkTerminalProgress::line(shown, 10), " 50%");
 }
 
-TEST(nmkTerminalProgress, hours_show_as_hours_and_an_endless_forecast_not_at_all) {
+TEST(nmkTerminalProgress, shows_hours_as_hours_and_no_forecast_that_is_too_long) {
     EXPECT_NE(nmkTerminalProgress::line({"", 0.5, "", 7322.0}, 80).find("2:02:02 left"),
               std::string::npos);
     EXPECT_EQ(nmkTerminalProgress::line({"", 0.5, "", 1e9}, 80).find("left"), std::string::npos);
 }
 
-TEST(nmkTerminalProgress, a_fraction_outside_its_range_is_brought_inside) {
+TEST(nmkTerminalProgress, clamps_a_fraction_outside_its_range) {
     EXPECT_EQ(nmkTerminalProgress::line({"", 7.0, "", {}}, 10), "100%");
     EXPECT_EQ(nmkTerminalProgress::line({"", -7.0, "", {}}, 10), "  0%");
     EXPECT_EQ(nmkTerminalProgress::line({"", 0.0 * HUGE_VAL, "", {}}, 10), "  0%");
+}
+
+TEST(nmkTerminalProgress, shows_the_time_left_once_a_second_has_passed) {
+    const PseudoTerminal terminal;
+    ASSERT_NE(terminal.stream(), nullptr);
+    nmkTerminalProgress progress(terminal.stream());
+    progress.send_progress_bar_to_0("Sorting");
+    progress.set_range(2.0);
+    EXPECT_EQ(terminal.read_all().find(" left"), std::string::npos);
+    usleep(1'050'000);
+    progress.increment();
+    const std::string drawn = terminal.read_all();
+    EXPECT_NE(drawn.find(" 50%  0:0"), std::string::npos) << drawn;
+    EXPECT_NE(drawn.find(" left"), std::string::npos) << drawn;
+}
+
+TEST(nmkTerminalProgress, is_as_wide_as_its_terminal) {
+    const PseudoTerminal terminal;
+    ASSERT_NE(terminal.stream(), nullptr);
+    winsize size{};
+    size.ws_col = 31;
+    ASSERT_EQ(ioctl(fileno(terminal.stream()), TIOCSWINSZ, &size), 0);
+    nmkTerminalProgress progress(terminal.stream());
+    progress.send_progress_bar_to_0("Sorting");
+    EXPECT_EQ(terminal.read_all(), "\rSorting [" + std::string(15, '.') + "]   0%\x1b[K");
+}
+
+TEST(nmkTerminalProgress, takes_the_title_from_the_first_line_up_to_a_conversion) {
+    for (const auto& [text, title] : {std::pair("Sorting\n%3d%% completed", "Sorting ["),
+                                      {"Half %d%% done", "Half ["},
+                                      {"\x1b[31mred\x7f", "[31mred ["},
+                                      {"", "["},
+                                      {static_cast<const char*>(nullptr), "["}}) {
+        const PseudoTerminal terminal;
+        ASSERT_NE(terminal.stream(), nullptr);
+        nmkTerminalProgress progress(terminal.stream());
+        progress.send_progress_bar_to_0(text);
+        const std::string drawn = terminal.read_all();
+        EXPECT_TRUE(drawn.starts_with(std::string("\r") + title)) << drawn;
+    }
+}
+
+TEST(nmkTerminalProgress, shows_no_progress_for_a_position_that_is_nan) {
+    const PseudoTerminal terminal;
+    ASSERT_NE(terminal.stream(), nullptr);
+    nmkTerminalProgress progress(terminal.stream());
+    progress.set_range(4.0);
+    progress.jump_to(std::nan(""));
+    EXPECT_NE(terminal.read_all().find("]   0%"), std::string::npos);
 }

@@ -1,5 +1,5 @@
-// nmkAnnealItemOrientedTP: a toolpath with a tool axis and a place in the sequence of those that
-// share it.
+// nmkAnnealItemOrientedTP: a toolpath with a tool axis, and a sequence number among the toolpaths
+// of the same axis.
 //
 // Its ends are the same in every state.
 #pragma once
@@ -13,25 +13,25 @@ class NMKTOOLBOX_EXPORT nmkAnnealItemOrientedTP : public nmkAnnealItemTP {
     /// Ends and axis unset, both numbers 0.
     nmkAnnealItemOrientedTP();
 
-    ///   start, end          the two ends of the toolpath
-    ///   orientation_number  which orientation it belongs to
-    ///   orientation         the tool axis
-    ///   order_number        its place in the sequence within that orientation
-    nmkAnnealItemOrientedTP(giPoint3 start, giPoint3 end, int orientation_number,
-                            giUnitVec3 orientation, int order_number);
+    ///   from, to         the two ends of the toolpath
+    ///   axis_number      the orientation that it belongs to
+    ///   axis             the tool axis
+    ///   sequence_number  its sequence number within that orientation
+    nmkAnnealItemOrientedTP(giPoint3 from, giPoint3 to, int axis_number, giUnitVec3 axis,
+                            int sequence_number);
     nmkAnnealItemOrientedTP(const nmkAnnealItemOrientedTP&) = default;
 
-    /// Takes over what the five accessors of `other` answer.
+    /// Takes over what the five accessors of `other` return.
     nmkAnnealItemOrientedTP& operator=(const nmkAnnealItemOrientedTP& other);
 
     giPoint3 start_point(int state) const override;
     giPoint3 end_point(int state) const override;
     ~nmkAnnealItemOrientedTP() override;
 
-    /// Its place in the sequence within its orientation.
+    /// Its sequence number within its orientation.
     virtual int order_id() const;
 
-    /// Which orientation it belongs to.
+    /// The orientation that it belongs to.
     virtual int orientation_id() const;
 
     /// The tool axis.

@@ -1,6 +1,7 @@
-// nmkAnnealItemTP: a toolpath as the ordering sees it, by its two ends.
+// nmkAnnealItemTP: a toolpath, reduced to its two ends for the ordering.
 //
-// A toolpath may be run in several states (forwards and backwards, say), which have their own ends.
+// A toolpath may be run in several states (forwards and backwards, for example), each with its own
+// ends.
 #pragma once
 
 #include <geometry/giPoint3.h>

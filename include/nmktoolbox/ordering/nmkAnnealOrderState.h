@@ -4,7 +4,10 @@
 // positions, and the length is kept up to date by the few edges that a move changes. Derived
 // classes supply the distance between two items and may change what a move is.
 //
-// Item numbers and positions both run from 0 to n - 1; `items` leads from position to item.
+// Item numbers and positions both run from 0 to n - 1; `items` holds the item of each position.
+//
+// A class of your own that overrides operator=(const nmkAnnealState&) calls
+// nmkAnnealOrderState::operator=(*source) to copy what this class holds.
 #pragma once
 
 #include <maths/mlRandom.h>
@@ -13,7 +16,7 @@
 #include <nmktoolbox/ordering/nmkAnnealState.h>
 
 namespace nmk_ordering {
-class Flat_access;
+class FlatAccess;
 }
 
 class NMKTOOLBOX_EXPORT nmkAnnealOrderState : public nmkAnnealState {
@@ -30,10 +33,10 @@ class NMKTOOLBOX_EXPORT nmkAnnealOrderState : public nmkAnnealState {
 
     /// Puts the items in the order of their numbers, each in state 0.
     ///
-    /// Answers the length, or -1.0 with three items or fewer, which are not worth annealing.
+    /// Returns the length, or -1.0 with three items or fewer, which are not annealed.
     double initialise() override;
 
-    /// Shuffles the items and answers the length. The states of the items stay.
+    /// Shuffles the items and returns the length. The states of the items stay.
     double randomise() override;
 
     double candidate_new_state() override;
@@ -44,12 +47,13 @@ class NMKTOOLBOX_EXPORT nmkAnnealOrderState : public nmkAnnealState {
     /// A source of another kind changes nothing.
     nmkAnnealState& operator=(const nmkAnnealState& other) override;
 
-    /// The same, through the virtual operator.
+    /// The same. It calls the virtual operator, so that references to this class copy the whole of
+    /// a derived state; called by the operator of a derived class, it copies what this class holds.
     nmkAnnealOrderState& operator=(const nmkAnnealOrderState& other);
 
     ~nmkAnnealOrderState() override;
 
-    /// The length of the order, worked out afresh.
+    /// The length of the order, computed from all its edges.
     virtual double length();
 
     /// The distance from one item to another, by item number; 0.0 here.
@@ -77,12 +81,13 @@ class NMKTOOLBOX_EXPORT nmkAnnealOrderState : public nmkAnnealState {
     /// Puts `item` in state number `state`; does nothing here.
     virtual void switch_item_to_state(int item, int state);
 
-    /// Draws the two positions of a move: `first` is below `second`, with at least one between.
+    /// Draws the two positions of a move: `first` is below `second`, with at least one between
+    /// them.
     ///
     /// Needs four items or more.
     virtual void get_candidates(int& first, int& second);
 
-    /// Works out `candidate_distance`, the length if the pending move were applied.
+    /// Computes `candidate_distance`, the length if the pending move were applied.
     virtual void update_candidate_distance();
 
     /// Maps a position that is at most n below zero into range.
@@ -97,8 +102,8 @@ class NMKTOOLBOX_EXPORT nmkAnnealOrderState : public nmkAnnealState {
     int candidate_2 = -1;
 
   private:
-    friend class nmk_ordering::Flat_access;
+    friend class nmk_ordering::FlatAccess;
 
-    /// 1 if every item stands in the permutation, else 0. For debugging; takes n squared steps.
+    /// 1 if the permutation contains every item, else 0. For debugging; takes n squared steps.
     int verify_result();
 };

@@ -16,15 +16,15 @@
 
 class NMKTOOLBOX_EXPORT nmkAnnealOrderTPState : public nmkAnnealOrderState {
   public:
-    /// Shares the toolpaths of `paths`, which is copied.
+    /// Shares the toolpaths of `toolpaths`, which is copied.
     explicit nmkAnnealOrderTPState(
-        const std::vector<std::shared_ptr<nmkAnnealItemOrientedTP>>& paths);
+        const std::vector<std::shared_ptr<nmkAnnealItemOrientedTP>>& toolpaths);
     nmkAnnealOrderTPState(const nmkAnnealOrderTPState&) = default;
 
     const utTypeID& ut_dynamic_type() const override;
     int ut_is_kind_of(const utTypeID& type) const override;
 
-    /// Interleaves the runs of the paths at random, keeping the sequence within each; answers the
+    /// Interleaves the runs of the paths at random, keeping the sequence within each; returns the
     /// length. The last run always comes last.
     double randomise() override;
     void accept_new_state() override;
@@ -34,7 +34,7 @@ class NMKTOOLBOX_EXPORT nmkAnnealOrderTPState : public nmkAnnealOrderState {
     nmkAnnealOrderTPState& operator=(const nmkAnnealOrderTPState& other);
     ~nmkAnnealOrderTPState() override;
 
-    /// The cost of going from one toolpath to another; not the same both ways.
+    /// The cost of moving from one toolpath to another; not symmetric.
     double distance(int item_a, int item_b) override;
 
     /// The cost of changing the tool axis; 0.0 up to a right angle.
@@ -45,12 +45,12 @@ class NMKTOOLBOX_EXPORT nmkAnnealOrderTPState : public nmkAnnealOrderState {
     static const nmkAnnealOrderTPState* ut_dynamic_cast(const nmkAnnealState* state);
 
   protected:
-    /// Draws the position of a toolpath and the position that it is to slide to.
+    /// Draws the position of a toolpath and the position that it slides to.
     void get_candidates(int& first, int& second) override;
     void update_candidate_distance() override;
 
-    /// The last position on the way from `first` to `second` where the toolpath at `first` may
-    /// stand; `first` itself when it may not move.
+    /// The last position between `first` and `second` to which the toolpath at `first` may move;
+    /// `first` itself when it may not move.
     ///
     ///   direction  1 or -1, leading from `first` to `second`
     virtual int make_valid_candidate(int first, int second, int direction);

@@ -1,8 +1,8 @@
-// nmkAnnealState: what the annealer needs to know of an ordering problem.
+// nmkAnnealState: the interface between the annealer and an ordering problem.
 //
-// A state is one configuration of the problem and its energy, which the annealer makes small. The
+// A state is one configuration of the problem and its energy, which the annealer minimises. The
 // annealer proposes a move with candidate_new_state and either applies it with accept_new_state or
-// forgets it without a word: the next proposal overwrites the last.
+// drops it: rejection is silent, and the next proposal overwrites the last.
 //
 // The class has no data. A state belongs to one annealer at a time and is used on one thread.
 #pragma once
@@ -18,7 +18,8 @@ class NMKTOOLBOX_EXPORT nmkAnnealState {
     /// The run-time type of the object.
     virtual const utTypeID& ut_dynamic_type() const;
 
-    /// Non-zero if the object is of `type` or of one that derives from it.
+    /// Non-zero if the type that ut_dynamic_type reports is `type` or derives from it, or if this
+    /// class does. A class of your own overrides ut_dynamic_type, and need not override this.
     virtual int ut_is_kind_of(const utTypeID& type) const;
 
     /// Number of candidate moves to try at each temperature.
@@ -26,14 +27,14 @@ class NMKTOOLBOX_EXPORT nmkAnnealState {
 
     /// Puts the state in its start configuration.
     ///
-    /// Answers its energy, or a negative number when there is nothing to anneal: the order is
+    /// Returns its energy, or a negative number when there is nothing to anneal: the order is
     /// settled already, or there are too few items.
     virtual double initialise() = 0;
 
-    /// Jumps to a random configuration and answers its energy.
+    /// Jumps to a random configuration and returns its energy.
     virtual double randomise() = 0;
 
-    /// Chooses a random move without applying it; answers the energy it would lead to.
+    /// Chooses a random move without applying it; returns the energy that it would lead to.
     ///
     /// May be called again without an accept_new_state in between.
     virtual double candidate_new_state() = 0;

@@ -1,9 +1,9 @@
-// nmkAnnealStateNonReversible: lines that may be cut one way only, in the order of a short path or
-// closed tour.
+// nmkAnnealStateNonReversible: lines that may be cut in one direction only, in the order of a short
+// open path or closed tour.
 //
 // A move exchanges two equally long blocks of positions, which keeps the direction of every line.
 // Two to nine lines are solved exactly by initialise and never annealed. Distances are measured in
-// the plan view: z does not count.
+// the plan view: z is ignored.
 #pragma once
 
 #include <geometry/giPoint3Arrays.h>
@@ -14,17 +14,17 @@ class NMKTOOLBOX_EXPORT nmkAnnealStateNonReversible : public nmkAnnealOrderState
   public:
     /// Both arrays are borrowed, indexed by item, and only read; two states may share them.
     ///
-    ///   closed  non-zero for a tour that leads back to the first line
+    ///   is_closed  non-zero for a tour that returns to the first line
     nmkAnnealStateNonReversible(const giPoint3coPageArr& starts, const giPoint3coPageArr& ends,
-                                int closed);
+                                int is_closed);
     nmkAnnealStateNonReversible(const nmkAnnealStateNonReversible&) = default;
 
     const utTypeID& ut_dynamic_type() const override;
     int ut_is_kind_of(const utTypeID& type) const override;
 
-    /// Solves two to nine lines exactly and answers -1.0; else as nmkAnnealOrderState.
+    /// Solves two to nine lines exactly and returns -1.0; else as nmkAnnealOrderState.
     ///
-    /// With the debug channel "nmkAnnealStateNonReversible" on at level 1 the lines are drawn.
+    /// Draws the lines when the debug channel "nmkAnnealStateNonReversible" is on at level 1.
     double initialise() override;
     void accept_new_state() override;
 
@@ -38,7 +38,7 @@ class NMKTOOLBOX_EXPORT nmkAnnealStateNonReversible : public nmkAnnealOrderState
     /// From the end of `item_a` to the start of `item_b`, in the plan view.
     double distance(int item_a, int item_b) override;
 
-    /// The length of the open path, with the way back where the tour is closed.
+    /// The length of the open path, plus that of the edge from last to first of a closed tour.
     double total_distance() override;
 
     static const utTypeID& ut_static_type();
@@ -53,7 +53,7 @@ class NMKTOOLBOX_EXPORT nmkAnnealStateNonReversible : public nmkAnnealOrderState
     void update_candidate_distance() override;
 
   private:
-    friend class nmk_ordering::Flat_access;
+    friend class nmk_ordering::FlatAccess;
 
     void draw_lines_before_ordering() const;
     void solve_exactly();

@@ -1,6 +1,6 @@
-// nmkAnnealStatePoints: bare points in the order of a short open path.
+// nmkAnnealStatePoints: points in the order of a short open path.
 //
-// Moves and length are those of nmkAnnealOrderState; the distance is that of space.
+// Moves and length are those of nmkAnnealOrderState; distances are three-dimensional.
 #pragma once
 
 #include <geometry/giPoint3Arrays.h>
@@ -9,8 +9,8 @@
 
 class NMKTOOLBOX_EXPORT nmkAnnealStatePoints : public nmkAnnealOrderState {
   public:
-    /// `points` is borrowed, indexed by item, and only read; two states may share it.
-    explicit nmkAnnealStatePoints(const giPoint3coPageArr* points);
+    /// `array` is borrowed, indexed by item, and only read; two states may share it.
+    explicit nmkAnnealStatePoints(const giPoint3coPageArr* array);
     nmkAnnealStatePoints(const nmkAnnealStatePoints&) = default;
 
     const utTypeID& ut_dynamic_type() const override;
@@ -19,7 +19,7 @@ class NMKTOOLBOX_EXPORT nmkAnnealStatePoints : public nmkAnnealOrderState {
     nmkAnnealStatePoints& operator=(const nmkAnnealStatePoints& other);
     ~nmkAnnealStatePoints() override;
 
-    /// The distance between two points, in space.
+    /// The three-dimensional distance between two points.
     double distance(int item_a, int item_b) override;
 
     static const utTypeID& ut_static_type();
@@ -27,7 +27,7 @@ class NMKTOOLBOX_EXPORT nmkAnnealStatePoints : public nmkAnnealOrderState {
     static const nmkAnnealStatePoints* ut_dynamic_cast(const nmkAnnealState* state);
 
   private:
-    friend class nmk_ordering::Flat_access;
+    friend class nmk_ordering::FlatAccess;
 
     const giPoint3coPageArr* points;
 };

@@ -1,8 +1,8 @@
-// nmkAnnealStateReversibleLines: lines that may be cut either way, in the order of a short closed
-// tour.
+// nmkAnnealStateReversibleLines: lines that may be cut in either direction, in the order of a short
+// closed tour.
 //
-// A move reverses a span of positions, which may wrap past the end, and turns every line in it
-// round. A span of one line is a legal move, so turning a single line needs no move of its own.
+// A move reverses a span of positions, which may wrap past the end, and the direction of every line
+// in it. A span of one line is a legal move, so reversing a single line needs no move of its own.
 #pragma once
 
 #include <geometry/giPoint3Arrays.h>
@@ -24,13 +24,13 @@ class NMKTOOLBOX_EXPORT nmkAnnealStateReversibleLines : public nmkAnnealOrderSta
     nmkAnnealStateReversibleLines& operator=(const nmkAnnealStateReversibleLines& other);
     ~nmkAnnealStateReversibleLines() override;
 
-    /// From where `item_a` is left to where `item_b` is entered, as they are turned now.
+    /// From the exit of `item_a` to the entry of `item_b`, in their present directions.
     double distance(int item_a, int item_b) override;
 
     /// The length of the closed tour.
     double total_distance() override;
 
-    /// Whether each line is cut backwards: out[position], to be read beside get_items.
+    /// Whether each line is cut backwards: out[position], by position like the result of get_items.
     void get_reverse_flags(intcoFixedArr& out) const;
 
     static const utTypeID& ut_static_type();
@@ -41,27 +41,27 @@ class NMKTOOLBOX_EXPORT nmkAnnealStateReversibleLines : public nmkAnnealOrderSta
     int num_item_states(int item) override;
     void switch_item_to_state(int item, int state) override;
 
-    /// Draws two positions that differ, in either order.
+    /// Draws two different positions; `first` may be above `second`.
     void get_candidates(int& first, int& second) override;
     void update_candidate_distance() override;
 
-    /// Non-zero where lines may be turned; 1 here.
+    /// Non-zero where lines may be reversed; 1 here.
     virtual int reversible() const;
 
-    /// Turns round the line at `position`.
+    /// Reverses the line at `position`.
     virtual void reverse(int position);
 
     /// Non-zero if the line at `position` is cut backwards.
     virtual int reversed(int position) const;
 
-    /// Where `item` is entered, as it is turned now.
+    /// Where `item` is entered in its present direction.
     const giPoint3& start_point(int item) const;
 
-    /// Where `item` is left, as it is turned now.
+    /// Where `item` is left in its present direction.
     const giPoint3& end_point(int item) const;
 
   private:
-    friend class nmk_ordering::Flat_access;
+    friend class nmk_ordering::FlatAccess;
 
     const giPoint3coPageArr* start_points;
     const giPoint3coPageArr* end_points;

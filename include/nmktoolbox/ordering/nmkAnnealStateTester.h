@@ -1,7 +1,7 @@
 // nmkAnnealStateTester: exercises an ordering state and prints how good the annealer was on it.
 //
-// The contract of the whole family stands behind it: on any ordering state the annealer does at
-// least as well as going to the nearest neighbour. The columns of the table are separated by tabs.
+// It checks the contract of the whole family: on any ordering state the annealer does at least as
+// well as a nearest-neighbour tour. The columns of the table are separated by tabs.
 #pragma once
 
 #include <nmktoolbox/export.h>
@@ -21,7 +21,7 @@ class NMKTOOLBOX_EXPORT nmkAnnealStateTester {
     /// Anneals `state` once for each run, with the seeds 1000, 1001, ..., and writes a line each.
     ///
     ///   best    a state of the same concrete type on the same items
-    ///   closed  non-zero if the nearest-neighbour tour is to lead back to its start
+    ///   closed  non-zero if the nearest-neighbour tour returns to its start
     ///
     /// Raises the internal assertion when a run ends worse than nearest neighbour.
     static void test(nmkAnnealOrderState& state, nmkAnnealOrderState& best, int runs, int closed,

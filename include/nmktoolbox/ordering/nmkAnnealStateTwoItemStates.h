@@ -1,8 +1,8 @@
 // nmkAnnealStateTwoItemStates: toolpaths that can each be run in two ways, in the order of a short
 // path or closed tour.
 //
-// A move either exchanges two equally long blocks of positions or turns one toolpath to its other
-// state. The states stand in `item_states`, by item number.
+// A move either exchanges two equally long blocks of positions or flips one toolpath to its other
+// state. `item_states` holds the states, by item number.
 #pragma once
 
 #include <nmktoolbox/export.h>
@@ -11,11 +11,11 @@
 
 class NMKTOOLBOX_EXPORT nmkAnnealStateTwoItemStates : public nmkAnnealOrderState {
   public:
-    /// Shares the toolpaths of `paths`, which is copied, and initialises the order.
+    /// Shares the toolpaths of `toolpaths`, which is copied, and initialises the order.
     ///
-    ///   closed  non-zero for a tour that leads back to the first toolpath
-    nmkAnnealStateTwoItemStates(const nmkAnnealItemTPcoPageArrPrfINTERNALcoPrfcoPageArr& paths,
-                                int closed);
+    ///   is_closed  non-zero for a tour that returns to the first toolpath
+    nmkAnnealStateTwoItemStates(const nmkAnnealItemTPcoPageArrPrfINTERNALcoPrfcoPageArr& toolpaths,
+                                int is_closed);
     nmkAnnealStateTwoItemStates(const nmkAnnealStateTwoItemStates&) = default;
 
     const utTypeID& ut_dynamic_type() const override;
@@ -23,14 +23,14 @@ class NMKTOOLBOX_EXPORT nmkAnnealStateTwoItemStates : public nmkAnnealOrderState
 
     /// Puts the toolpaths in the order of their numbers, each in state 0.
     ///
-    /// Answers the length, or -1.0 with one toolpath or none.
+    /// Returns the length, or -1.0 with one toolpath or none.
     double initialise() override;
 
-    /// Shuffles the order and the states; answers the length.
+    /// Shuffles the order and the states; returns the length.
     double randomise() override;
     double candidate_new_state() override;
 
-    /// Applies the pending move and forgets it; does nothing without a valid one.
+    /// Applies the pending move and clears it; does nothing without a valid one.
     void accept_new_state() override;
 
     /// Copies paths and configuration, but not the block length.
@@ -40,10 +40,10 @@ class NMKTOOLBOX_EXPORT nmkAnnealStateTwoItemStates : public nmkAnnealOrderState
     nmkAnnealStateTwoItemStates& operator=(const nmkAnnealStateTwoItemStates& other);
     ~nmkAnnealStateTwoItemStates() override;
 
-    /// From where `item_a` ends to where `item_b` starts, each in its state, in space.
+    /// From the end of `item_a` to the start of `item_b`, each in its state, in three dimensions.
     double distance(int item_a, int item_b) override;
 
-    /// The length of the open path, with the way back where the tour is closed.
+    /// The length of the open path, plus that of the edge from last to first of a closed tour.
     double total_distance() override;
 
     static const utTypeID& ut_static_type();
@@ -56,7 +56,7 @@ class NMKTOOLBOX_EXPORT nmkAnnealStateTwoItemStates : public nmkAnnealOrderState
     /// Draws the two positions and the block length of an exchange.
     void get_swap_candidate();
 
-    /// Draws the position of a toolpath to turn.
+    /// Draws the position of a toolpath to flip.
     void get_flip_candidate();
 
     double candidate_swap_state();
@@ -64,7 +64,7 @@ class NMKTOOLBOX_EXPORT nmkAnnealStateTwoItemStates : public nmkAnnealOrderState
     void update_distance_swap_items();
     void update_distance_flip_item_states();
 
-    /// Turns `item` to its other state: 1 becomes 0, anything else becomes 1.
+    /// Flips `item` to its other state: 1 becomes 0, anything else becomes 1.
     void flip_item_state(int item);
 
     bool has_valid_candidate() const;

@@ -1,8 +1,8 @@
 // nmkItemComparator: how items compare, for the whole process.
 //
-// Three functions and a point, set by whoever runs a sort, usually nmkPointSorter, and read by the
-// sorters and the sorted lists. One configuration is shared by all: two sorts must not run at once.
-// Until something is set, items compare by their distance from the origin.
+// Three functions and a point. nmkPointSorter sets them, or a caller that runs a sorter itself; the
+// sorters and the sorted lists read them. There is one configuration: two sorts must not run at the
+// same time. Until something is set, items compare by their distance from the origin.
 #pragma once
 
 #include <geometry/giPoint3.h>
@@ -27,9 +27,9 @@ class NMKTOOLBOX_EXPORT nmkItemComparator {
     static Equality equality_method();
     static const giPoint3& comparison_point();
 
-    /// The primary comparison, by which items stand in a row.
+    /// The primary comparison: the order of the items in a row.
     static int compare(const nmkSortItemPrf& a, const nmkSortItemPrf& b);
-    /// The secondary comparison, by which rows stand in a grid.
+    /// The secondary comparison: the order of the rows in a grid.
     static int second_compare(const nmkSortItemPrf& a, const nmkSortItemPrf& b);
     /// Whether two items belong to one row.
     static int equal(const nmkSortItemPrf& a, const nmkSortItemPrf& b, double tolerance);

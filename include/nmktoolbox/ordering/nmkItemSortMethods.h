@@ -1,7 +1,7 @@
-// nmkItemSortMethods: the menu of comparisons that nmkItemComparator can be given.
+// nmkItemSortMethods: the comparisons that nmkItemComparator can be set to.
 //
-// Each compare_ member answers 1 when a sorts before b, strictly, and 0 otherwise; each equal_
-// member answers 1 when the keys of a and b differ by the tolerance or less. With p the item's
+// Each compare_ member returns 1 when a sorts before b, strictly, and 0 otherwise; each equal_
+// member returns 1 when the keys of a and b differ by the tolerance or less. With p the item's
 // point and c the comparison point, the keys are
 //
 //     x  y  z    p.x, p.y, p.z
@@ -10,7 +10,7 @@
 //     closest    squared plan distance of p from c
 //     radial     atan2(p.x - c.x, p.y - c.y): the angle clockwise from +y
 //
-// A key that is not a number sorts before nothing and equals nothing.
+// A key that is NaN sorts before no other and equals none.
 #pragma once
 
 #include <geometry/giPoint3.h>

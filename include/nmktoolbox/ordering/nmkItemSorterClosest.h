@@ -1,12 +1,11 @@
-// nmkItemSorterClosest: always on to the nearest item that is left.
+// nmkItemSorterClosest: always takes the nearest item that is left.
 //
-// The first item is the nearest to the comparison point that the caller set. Each one taken becomes
-// the next comparison point: the start of a line, not its end. Of items that compare equal the one
-// comes first that the comparison before would have taken first, and so on back to the order in
-// which they were added.
+// The first item is the nearest to the comparison point that the caller set. The point of each item
+// taken becomes the next comparison point: the start of a line, not its end. Ties are broken by the
+// previous comparison, and so on back to the order in which the items were added.
 //
-// "Nearest" is whatever nmkItemComparator's primary comparison says. For compare_closest itself,
-// the usual case, a tree of places answers in n log n; any other comparison costs n squared log n.
+// "Nearest" is defined by nmkItemComparator's primary comparison. For compare_closest, the usual
+// case, a tree of the points gives n log n; any other comparison costs n squared log n.
 #pragma once
 
 #include <nmktoolbox/ordering/nmkItemSorter.h>
@@ -19,13 +18,13 @@ class NMKTOOLBOX_EXPORT nmkItemSorterClosest : public nmkItemSorter {
 
     void add_item(nmkSortItemPrf item) override;
     void add_items(nmkSortList& items) override;
-    /// Sorts and uses up what was added; the tolerance is not used. A reporter that asks for a stop
-    /// ends the sort there: the list holds what was taken so far. At least one item must have been
-    /// added.
+    /// Sorts the items that were added and empties the sorter; the tolerance is not used. A
+    /// reporter that asks for a stop ends the sort: the list then holds what was taken so far, and
+    /// the rest stays with the sorter. At least one item must have been added.
     nmkSortList& sort(double tolerance) override;
 
   private:
-    // Each answers whether the sort ran to its end.
+    // Each returns whether the sort ran to its end.
     bool sort_by_distance();
     bool sort_by_any_comparison();
     bool distance_decides();

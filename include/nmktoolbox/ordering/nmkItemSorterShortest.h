@@ -1,10 +1,9 @@
 // nmkItemSorterShortest: a short route through all items.
 //
-// Two generations of algorithm stand behind one sort, and the version level "itemsorter" chooses:
-// at level 0 an elastic ring is shrunk onto the points, kept so that old results can be had again;
-// at any other level the order is annealed. Annealing takes bare points as an open path, lines that
-// may be turned as a closed tour, and one-way lines as either. The same items always give the same
-// order.
+// There are two algorithms, and the version level "itemsorter" chooses: at level 0 an elastic ring
+// is shrunk onto the points, kept so that old results can be reproduced; at any other level the
+// order is annealed. Annealing orders points as an open path, reversible lines as a closed tour,
+// and one-way lines as either. The same items always give the same order.
 //
 // Items must all have an end point or all have none.
 #pragma once
@@ -24,14 +23,14 @@ class NMKTOOLBOX_EXPORT nmkItemSorterShortest : public nmkItemSorter {
     void add_item(nmkSortItemPrf item) override;
     void add_items(nmkSortList& items) override;
     /// The items in order; the tolerance is not used, and the items stay with the sorter. Lines
-    /// that are better travelled backwards have been asked to reverse(). Only the elastic ring can
-    /// be stopped by the reporter; it then leaves the list empty. With two items or fewer it leaves
-    /// the list as it was.
+    /// that are better travelled backwards have been reversed with reverse(). Only the elastic ring
+    /// can be stopped by the reporter; it then leaves the list empty. With two items or fewer the
+    /// elastic ring leaves the list as it was.
     nmkSortList& sort(double tolerance) override;
 
-    /// Whether lines may be turned; 1 until set.
+    /// Whether lines may be reversed; 1 until set.
     void set_reversible(int flag) { reversible = flag; }
-    /// Whether one-way lines are ordered as a closed tour; 1 until set. Nothing else asks for it.
+    /// Whether one-way lines are ordered as a closed tour; 1 until set. Only they use it.
     void set_closed(int flag) { closed = flag; }
 
   private:
@@ -40,7 +39,7 @@ class NMKTOOLBOX_EXPORT nmkItemSorterShortest : public nmkItemSorter {
 
     /// Sorts the items of a list that outlives the sort, without a list of its own beside it.
     void lend(nmkSortPointList& items);
-    nmkSortPointList& items_to_sort() { return lent != nullptr ? *lent : source; }
+    nmkSortPointList& items_to_sort() { return m_lent != nullptr ? *m_lent : source; }
 
     void sort_old(double tolerance);
     Route find_route();
@@ -56,7 +55,7 @@ class NMKTOOLBOX_EXPORT nmkItemSorterShortest : public nmkItemSorter {
 
     nmkSortPointList result;
     nmkSortPointList source;
-    nmkSortPointList* lent = nullptr;  // in place of source; not owned
+    nmkSortPointList* m_lent = nullptr;  // used instead of `source`; not owned
     int reversible = 1;
     int closed = 1;
 };

@@ -26,27 +26,27 @@ class NMKTOOLBOX_EXPORT nmkPointSorter {
     nmkPointSorter& operator=(const nmkPointSorter&) = delete;
 
     virtual void add_item(nmkSortItemPrf item);
-    /// Adds what a walk of the list gives.
+    /// Adds the items of the list, walking it by its cursor.
     virtual void add_items(nmkSortPointList& items);
     virtual ~nmkPointSorter();
 
-    /// What the sorts so far have given.
+    /// The items that the sorts so far have returned.
     nmkSortList& get_list() { return sorted; }
 
     /// Sorts everything that was added.
     ///
     ///   tolerance  how far items of one row of a grid may differ, in the unit of the points
-    ///   start      where the cutter stands
+    ///   start      the position of the cutter
     ///   progress   reporter, null for none
-    ///   answer     get_list(), to which the items were added in order. Type "None" and fewer than
-    ///              two items give the list of items as added, and leave get_list() alone; an
-    ///              unsupported type gives get_list() as it was
+    ///   returns    get_list(), to which the items were added in order. For type "None" and for
+    ///              fewer than two items it is the list of items as added, and get_list() stays as
+    ///              it was; for an unsupported type it is get_list() as it was
     ///
     /// Two items are always taken nearest first, whatever the type. A sort that the reporter stops
-    /// gives what was done so far. A second sort adds all items to get_list() again.
+    /// returns what was done so far. A second sort adds all items to get_list() again.
     nmkSortList& sort(double tolerance, const giPoint3& start, nmkProgressBreak* progress);
 
-    /// Whether sort does something sensible for the type; "None" is supported.
+    /// Whether sort handles the type; "None" is supported.
     static bool supports_sort_type(nmkSortType type);
 
   private:

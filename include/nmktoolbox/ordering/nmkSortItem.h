@@ -1,7 +1,7 @@
 // nmkSortItem: the root of everything that a sorter can put in order.
 //
-// An item carries one number for its caller, the index, through every sort, so that the caller can
-// tell afterwards which item is which. The family goes on with nmkSortItemWithPoint,
+// An item carries one number for its caller, the index, through every sort, by which the caller
+// identifies it afterwards. The classes derived from it are nmkSortItemWithPoint,
 // nmkSortItemWithEndPoint and the concrete nmkSortItemLine; callers derive items of their own.
 //
 // Items travel by nmkSortItemPrf and are not safe for use from two threads at once.
@@ -11,10 +11,10 @@
 #include <nmktoolbox/export.h>
 #include <utils/utTypeID.h>
 
-/// An item to be sorted. On its own it has no place; see nmkSortItemWithPoint.
+/// An item to be sorted. It has no point of its own; see nmkSortItemWithPoint.
 class NMKTOOLBOX_EXPORT nmkSortItem : public CObject {
   public:
-    /// The index of an item that was never given one.
+    /// The index of an item whose index was never set.
     static constexpr int no_index = -2147483647;  // 0x80000001
 
     nmkSortItem();
@@ -24,6 +24,8 @@ class NMKTOOLBOX_EXPORT nmkSortItem : public CObject {
     CRuntimeClass* GetRuntimeClass() const override;
     ~nmkSortItem() override;
     virtual const utTypeID& ut_dynamic_type() const;
+    /// Non-zero if the type that ut_dynamic_type reports is `type` or derives from it, or if this
+    /// class does. A class of your own overrides ut_dynamic_type, and need not override this.
     virtual int ut_is_kind_of(const utTypeID& type) const;
 
     static CRuntimeClass* GetThisClass();

@@ -1,12 +1,12 @@
 // nmkSortItemLine: the concrete item, a straight line from a start to an end.
 //
-// A sorter may find that the line is better travelled backwards. It then flips the item's flag and
-// leaves the two points alone, so the caller must look at reversed() before cutting.
+// A sorter may find that the line is better travelled backwards. It then negates the item's flag
+// and leaves the two points alone, so the caller must check reversed() before cutting.
 #pragma once
 
 #include <nmktoolbox/ordering/nmkSortItemWithEndPoint.h>
 
-/// A line that may be travelled either way.
+/// A line that may be travelled in either direction.
 class NMKTOOLBOX_EXPORT nmkSortItemLine : public nmkSortItemWithEndPoint {
   public:
     nmkSortItemLine(const giPoint3& start, const giPoint3& end);
@@ -18,11 +18,11 @@ class NMKTOOLBOX_EXPORT nmkSortItemLine : public nmkSortItemWithEndPoint {
     const utTypeID& ut_dynamic_type() const override;
     int ut_is_kind_of(const utTypeID& type) const override;
 
-    /// The start and the end as given, whatever reversed() says.
+    /// The start and the end as given, whatever reversed() returns.
     const giPoint3& get_point() const override;
     const giPoint3& get_end_point() const override;
 
-    /// Turns the direction of travel about; a second call turns it back.
+    /// Reverses the direction of travel; a second call restores it.
     void reverse();
     /// 1 when the line is to be travelled from end to start.
     int reversed() const { return reversed_flag; }

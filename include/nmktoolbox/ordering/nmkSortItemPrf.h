@@ -1,8 +1,8 @@
 // nmkSortItemPrf: the shared reference by which items travel through lists and sorters.
 //
 // It either borrows an item (made from a plain pointer: the item outlives every reference) or owns
-// it (made with nmkPtrClaim: the last reference deletes it). Beside the item it has a flag by which
-// a reference can be declared void without giving the item up. The counts are atomic.
+// it (made with nmkPtrClaim: the last reference deletes it). It also has a flag that marks the
+// reference as invalid without releasing the item. The use counts are atomic.
 #pragma once
 
 #include <ncamcontainer/coPrf.h>
@@ -15,7 +15,7 @@ class NMKTOOLBOX_EXPORT nmkSortItemPrf : public coPrf<nmkSortItem> {
     /// No item, and invalid.
     nmkSortItemPrf() = default;
     /// Borrows: the item is not deleted with the last reference.
-    nmkSortItemPrf(nmkSortItem* borrowed)  // NOLINT: callers hand plain pointers to add_item
+    nmkSortItemPrf(nmkSortItem* borrowed)  // NOLINT: callers pass plain pointers to add_item
         : coPrf<nmkSortItem>(coPrfExtern(), borrowed), invalid_flag(0) {}
     /// Owns: the last reference deletes the item.
     nmkSortItemPrf(nmkPtrClaim, nmkSortItem* claimed)

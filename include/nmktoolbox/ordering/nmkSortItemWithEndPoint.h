@@ -1,7 +1,7 @@
 // nmkSortItemWithEndPoint: an item that is entered at one point and left at another.
 //
-// An end point with any coordinate at its unset marker counts as none: an item that has nothing to
-// say about its end returns such a point, and is then ordered by its point alone.
+// An end point with any coordinate at its unset marker counts as none: an item without an end
+// returns such a point, and is then ordered by its point alone.
 #pragma once
 
 #include <nmktoolbox/ordering/nmkSortItemWithPoint.h>

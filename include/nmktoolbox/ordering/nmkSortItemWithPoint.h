@@ -1,9 +1,8 @@
-// nmkSortItemWithPoint: an item that stands somewhere.
+// nmkSortItemWithPoint: an item with one point.
 //
 // Beside its point it keeps what the elastic ring of nmkItemSorterShortest needs: the point scaled
-// into the unit box, and one weight for each point of the ring. That is set up when a ring first
-// asks for it, since most items never meet one. Only the plan view, x and y, counts in all of it;
-// z is carried along.
+// into the unit box, and one weight for each point of the ring. These are allocated on first use,
+// since most items are never sorted by a ring. All of it uses x and y only; z is carried along.
 #pragma once
 
 #include <geometry/giPoint3.h>
@@ -17,7 +16,7 @@ namespace nmk_ordering {
 class RingPuller;
 }
 
-/// An item with one point. A caller's own item needs get_point and nothing else.
+/// An item with one point. A caller's own item only has to define get_point.
 class NMKTOOLBOX_EXPORT nmkSortItemWithPoint : public nmkSortItem {
   public:
     nmkSortItemWithPoint();
@@ -29,7 +28,7 @@ class NMKTOOLBOX_EXPORT nmkSortItemWithPoint : public nmkSortItem {
     const utTypeID& ut_dynamic_type() const override;
     int ut_is_kind_of(const utTypeID& type) const override;
 
-    /// The place of the item. It must not change while a sort runs.
+    /// The point of the item. It must not change while a sort runs.
     virtual const giPoint3& get_point() const = 0;
 
     /// How far ring point `ring_index` is pulled towards this item: the plan difference times the
@@ -38,12 +37,12 @@ class NMKTOOLBOX_EXPORT nmkSortItemWithPoint : public nmkSortItem {
     virtual void get_weighted_distance(double& dx, double& dy, int ring_index,
                                        giPoint3& ring_point) const;
 
-    /// Gives every ring point its weight, exp(-d2 / 2kk) of the squared plan distance d2, and none
+    /// Sets the weight of every ring point: exp(-d2 / 2kk) of the squared plan distance d2, and 0.0
     /// where d2 is 2 or more.
     ///
-    ///   ring    the ring's points, in the unit box
-    ///   k       width of the bell, above 0
-    ///   answer  the least squared plan distance; the largest double for an empty ring
+    ///   ring     the ring's points, in the unit box
+    ///   k        width of the bell curve, above 0
+    ///   returns  the least squared plan distance; the largest double for an empty ring
     virtual double set_distance_array(giPoint3coDynArr& ring, double k);
 
     /// Position of the ring point nearest in plan, the lowest of equals; 0 for an empty ring.
@@ -60,22 +59,22 @@ class NMKTOOLBOX_EXPORT nmkSortItemWithPoint : public nmkSortItem {
     static const nmkSortItemWithPoint* ut_dynamic_cast(const nmkSortItem* item);
 
   protected:
-    /// What the item knows of the ring.
-    struct Ring_part {
+    /// The item's data for the elastic ring.
+    struct RingPart {
         giPoint3 normal_point;   // after transform_point
         doublecoDynArr weights;  // one for each ring point
         double weight_sum = 0.0;
     };
 
-    /// Set up with an unset normal point and no weights where the item has met no ring yet.
-    Ring_part& ring_part();
-    /// The same to read; the item stays as it is.
-    const Ring_part& ring_part() const;
+    /// Allocated on first use, with an unset normal point and no weights.
+    RingPart& ring_part();
+    /// The same for reading; nothing is allocated.
+    const RingPart& ring_part() const;
 
-    giPoint3 point;  // as nmkSortItemLine gives it by get_point
+    giPoint3 point;  // returned by nmkSortItemLine::get_point
 
   private:
-    friend class nmk_ordering::RingPuller;  // fills the weights of many items in one sweep
+    friend class nmk_ordering::RingPuller;  // computes the weights of all items in one pass
 
-    std::unique_ptr<Ring_part> m_ring_part;
+    std::unique_ptr<RingPart> m_ring_part;
 };

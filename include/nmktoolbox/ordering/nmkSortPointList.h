@@ -1,7 +1,7 @@
 // nmkSortPointList: a list of items that all have points.
 //
-// Adds the questions about the points as a whole. All of them look at the plan view only, and walk
-// the list by its cursor.
+// Adds operations on all points together. They use x and y only, take every item of the list into
+// account, and do not use the cursor.
 #pragma once
 
 #include <geometry/giBox2.h>
@@ -17,9 +17,10 @@ class NMKTOOLBOX_EXPORT nmkSortPointList : public nmkSortList {
     /// Sets the box to the plan box of all points, from least to largest x and y.
     void get_box(giBox2& box);
 
-    /// Position of the item nearest to p in plan, the lowest of equals; 0 for an empty list.
+    /// Position of the item nearest to p in plan, counted from 0 at the head; the lowest of equals,
+    /// and 0 for an empty list.
     int get_closest(const giPoint3& p);
 
-    /// Gives every item its normal point: all of them in the unit square, proportions kept.
+    /// Sets the normal point of every item: all of them in the unit square, proportions kept.
     void normalize_points();
 };

@@ -1,7 +1,7 @@
 // nmkSortType: the orders that nmkPointSorter knows.
 //
-// The letters of a name tell how a grid runs: in "X" the rows are of equal y and are read along x.
-// A Z at the end stands for zigzag: every second row runs back.
+// The letters of a name give the direction of a grid: in "X" the rows are of equal y and are read
+// along x. A Z at the end means zigzag: every second row runs backwards.
 #pragma once
 
 #include <nmktoolbox/export.h>
@@ -22,7 +22,7 @@ enum nmkSortType : int {
     nmkSortTypeDiag1Z = 11,
     nmkSortTypeDiag2Z = 12,
     nmkSortTypeCylinder = 13,        // named, but not sorted here
-    nmkSortTypeShortestOneWay = 17,  // "Shortest" for lines that must not be turned
+    nmkSortTypeShortestOneWay = 17,  // "Shortest" for lines that must not be reversed
 };
 
 /// The name of a type, and "Invalid" for every value above nmkSortTypeCylinder or below 0.

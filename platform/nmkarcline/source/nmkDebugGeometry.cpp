@@ -1,4 +1,4 @@
-#include "svg_drawing.h"
+#include "debug_picture.h"
 
 #include <nmkarcline/nmkDebugGeometry.h>
 
@@ -113,21 +113,21 @@ void nmkDebugGeometry::clear() {
 }
 
 void nmkDebugGeometry::write_svg(std::ostream& out) const {
-    SvgDrawing svg;
+    nmk_arcline::DebugPicture picture;
     {
         const std::lock_guard<std::mutex> lock(m_guard);
         for (const Drawing& drawing : m_drawings) {
             for (const nmkAbsPolyArcLineVec& path : drawing.paths) {
                 if (!is_drawable(path)) continue;
-                svg.add(drawing.label, path, drawing.colour, drawing.weight);
+                picture.add(drawing.label, path, drawing.colour, drawing.weight);
             }
         }
     }
-    svg.write(out);
+    picture.write(out);
 }
 
 bool nmkDebugGeometry::write_svg(const std::string& path) const {
-    // Written beside and renamed, so that nobody ever reads half a drawing.
+    // Written beside and renamed, so that no reader ever sees half a drawing.
     const std::string beside = path + ".part";
     std::ofstream file(beside, std::ios::binary | std::ios::trunc);
     if (file) write_svg(file);

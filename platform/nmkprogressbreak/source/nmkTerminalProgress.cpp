@@ -12,14 +12,14 @@
 namespace {
 
 constexpr std::chrono::milliseconds between_drawings(100);
-constexpr double seconds_before_a_forecast = 1.0;  // earlier, the time left is a mere guess
-constexpr double longest_forecast = 360000.0;      // seconds; beyond, none is shown
-constexpr int usual_columns = 80;
-constexpr int fewest_columns = 20;
-constexpr int widest_bar = 40;
-constexpr int narrowest_bar = 5;
+constexpr double min_seconds_for_a_forecast = 1.0;  // earlier, the time left is not predictable
+constexpr double max_forecast = 360000.0;           // seconds; longer ones are not shown
+constexpr int default_columns = 80;
+constexpr int min_columns = 20;  // with fewer only the percentage is shown
+constexpr int max_bar = 40;
+constexpr int min_bar = 5;
 
-// The first line of the text without its conversions: the percentage has a place of its own.
+// The first line of the text up to a conversion: the percentage is shown separately.
 std::string title_of(const char* text) {
     std::string title;
     for (const char* at = text != nullptr ? text : ""; *at != '\0' && *at != '\n'; ++at) {
@@ -33,7 +33,7 @@ std::string title_of(const char* text) {
 int columns_of(std::FILE* stream) {
     winsize size{};
     const bool is_known = ioctl(fileno(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
-    return is_known ? size.ws_col : usual_columns;
+    return is_known ? size.ws_col : default_columns;
 }
 
 std::string two_digits(long number) { return (number < 10 ? "0" : "") + std::to_string(number); }
@@ -58,12 +58,12 @@ nmkTerminalProgress::nmkTerminalProgress(std::FILE* stream)
     : m_stream(stream),
       m_is_terminal(stream != nullptr && isatty(fileno(stream)) == 1),
       m_started(Clock::now()) {
-    begin_interrupt_watch();
+    nmk_progressbreak::begin_interrupt_watch();
 }
 
 nmkTerminalProgress::~nmkTerminalProgress() {
-    wipe();
-    end_interrupt_watch();
+    erase();
+    nmk_progressbreak::end_interrupt_watch();
 }
 
 int nmkTerminalProgress::send_progress_bar_to_0(const char* text) {
@@ -87,16 +87,18 @@ int nmkTerminalProgress::jump_to(double position) {
 }
 
 int nmkTerminalProgress::send_progress_bar_to_100() {
-    wipe();
+    erase();
     return is_stopped() ? 1 : 0;
 }
 
 void nmkTerminalProgress::set_best(std::string best) { m_best = std::move(best); }
 
-bool nmkTerminalProgress::is_stopped() const noexcept { return is_interrupted(); }
+bool nmkTerminalProgress::is_stopped() const noexcept {
+    return nmk_progressbreak::is_interrupted();
+}
 
 double nmkTerminalProgress::fraction() const noexcept {
-    // The range is only an estimate: work that passes it stays at the full bar.
+    // The range is only an estimate: work that exceeds it stays at the full bar.
     const double done = m_range > 0.0 ? m_position / m_range : 0.0;
     return std::isfinite(done) ? std::clamp(done, 0.0, 1.0) : 0.0;
 }
@@ -107,10 +109,10 @@ void nmkTerminalProgress::draw(bool now) {
     if (!now && m_is_drawn && moment - m_last_drawn < between_drawings) return;
     Shown shown{m_title, fraction(), m_best, std::nullopt};
     const double elapsed = std::chrono::duration<double>(moment - m_started).count();
-    if (elapsed >= seconds_before_a_forecast && shown.fraction > 0.0) {
+    if (elapsed >= min_seconds_for_a_forecast && shown.fraction > 0.0) {
         shown.seconds_left = elapsed * (1.0 - shown.fraction) / shown.fraction;
     }
-    // One column stays free: some terminals wrap when the last one is filled.
+    // One column is left free: some terminals wrap when the last one is filled.
     const std::string text = "\r" + line(shown, columns_of(m_stream) - 1) + "\x1b[K";
     std::fputs(text.c_str(), m_stream);
     std::fflush(m_stream);
@@ -118,7 +120,7 @@ void nmkTerminalProgress::draw(bool now) {
     m_last_drawn = moment;
 }
 
-void nmkTerminalProgress::wipe() {
+void nmkTerminalProgress::erase() {
     if (!m_is_drawn) return;
     std::fputs("\r\x1b[K", m_stream);
     std::fflush(m_stream);
@@ -130,17 +132,17 @@ std::string nmkTerminalProgress::line(const Shown& shown, int columns) {
     const int percent = static_cast<int>(done * 100.0);
     std::string figures = std::to_string(percent) + "%";
     figures.insert(0, figures.size() < 4 ? 4 - figures.size() : 0, ' ');
-    if (columns < fewest_columns) return figures;
+    if (columns < min_columns) return figures;
     std::string rest;
     if (!shown.best.empty()) rest += "  best " + shown.best;
-    if (shown.seconds_left && *shown.seconds_left <= longest_forecast) {
+    if (shown.seconds_left && *shown.seconds_left <= max_forecast) {
         rest += "  " + time_left(*shown.seconds_left);
     }
     const std::string title = shown.title.empty() ? "" : shown.title + " ";
     const int taken = static_cast<int>(title.size() + figures.size() + rest.size()) + 3;
-    const int width = std::min(columns - taken, widest_bar);
+    const int width = std::min(columns - taken, max_bar);
     std::string text = title;
-    if (width >= narrowest_bar) text += bar(done, width) + " ";
+    if (width >= min_bar) text += bar(done, width) + " ";
     text += figures + rest;
     return text.substr(0, static_cast<std::size_t>(columns));
 }

@@ -1,6 +1,6 @@
 // giBox2: a rectangle along the axes, given by two opposite corners.
 //
-// A default box is empty: it contains nothing, and takes the place of the first point added.
+// A default box is empty: it contains nothing, and becomes the first point that is added.
 #pragma once
 
 #include <geometry/giPoint2.h>
@@ -24,13 +24,13 @@ class giBox2 {
 
     bool is_empty() const noexcept { return m_max.x < m_min.x || m_max.y < m_min.y; }
 
-    /// Grows the box so far that it contains `point`.
+    /// Extends the box to contain `point`.
     void add(const giPoint2& point) noexcept {
         m_min = {std::min(m_min.x, point.x), std::min(m_min.y, point.y)};
         m_max = {std::max(m_max.x, point.x), std::max(m_max.y, point.y)};
     }
 
-    /// Non-zero when the point lies in the box; the edge belongs to it.
+    /// Non-zero when the point is in the box; the edge belongs to it.
     int contains(const giPoint2& point) const noexcept {
         const bool in_x = m_min.x <= point.x && point.x <= m_max.x;
         return in_x && m_min.y <= point.y && point.y <= m_max.y ? 1 : 0;

@@ -1,6 +1,6 @@
 // giBox3: a block along the axes, given by two opposite corners.
 //
-// A default box is empty: it contains nothing, and takes the place of the first point added.
+// A default box is empty: it contains nothing, and becomes the first point that is added.
 #pragma once
 
 #include <geometry/giPoint3.h>
@@ -25,13 +25,13 @@ class giBox3 {
         return m_max.x < m_min.x || m_max.y < m_min.y || m_max.z < m_min.z;
     }
 
-    /// Grows the box so far that it contains `point`.
+    /// Extends the box to contain `point`.
     void add(const giPoint3& point) noexcept {
         m_min = lower(m_min, point);
         m_max = upper(m_max, point);
     }
 
-    /// Non-zero when the point lies in the box; the faces belong to it.
+    /// Non-zero when the point is in the box; the faces belong to it.
     int contains(const giPoint3& point) const noexcept {
         return lower(m_min, point) == m_min && upper(m_max, point) == m_max ? 1 : 0;
     }

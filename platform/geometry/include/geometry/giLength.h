@@ -1,8 +1,8 @@
 // giLength: a length that is not negative.
 //
-// Many lengths are only compared with others, or asked for once in a while, and the square root is
-// the dear part. So a length may be held as its negated square and is turned into a plain one when
-// it is read. No user ever sees the negated square: everything public speaks of the length.
+// The square root is the expensive part of a length. So a length may be stored as its negated
+// square, and the root is taken when it is read. The negated square is never visible: every public
+// operation takes or returns the length.
 #pragma once
 
 #include <cmath>
@@ -11,7 +11,7 @@ class giLength {
   public:
     giLength() = default;
 
-    /// A length that is already known, at least 0. Held as it is: reading it costs no root.
+    /// A length that is already known. Stored as it is: reading it costs no root.
     giLength(double length) noexcept : m_held(length < 0.0 ? -length : length) {}
 
     /// The length whose square is `square` (at least 0). The root is taken when it is read.
@@ -25,7 +25,7 @@ class giLength {
     double length() const noexcept { return m_held < 0.0 ? std::sqrt(-m_held) : m_held; }
     operator double() const noexcept { return length(); }
 
-    /// The square of the length; no root is taken for one that is held as its square.
+    /// The square of the length; no root is taken for one that is stored as its square.
     double square() const noexcept { return m_held < 0.0 ? -m_held : m_held * m_held; }
 
   private:

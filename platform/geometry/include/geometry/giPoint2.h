@@ -1,4 +1,4 @@
-// giPoint2: a point of the plane, or a point that is not given.
+// giPoint2: a point of the plane, or an unset point.
 //
 // Unset means that x is minus the largest double, or that x or y is the largest double.
 #pragma once
@@ -19,7 +19,7 @@ class giPoint2 {
     }
 
     /// Euclidean distance: sqrt(dx*dx + dy*dy), never a scaled form, so that it is the same to the
-    /// last bit wherever it is worked out by hand.
+    /// last bit as the formula written out.
     giLength distance(const giPoint2& other) const noexcept {
         const double dx = x - other.x;
         const double dy = y - other.y;

@@ -1,4 +1,4 @@
-// giPoint3: a point in space, or a point that is not given.
+// giPoint3: a point in space, or an unset point.
 //
 // Unset means that x is minus the largest double, or that x, y or z is the largest double.
 #pragma once
@@ -8,12 +8,12 @@
 
 #include <cmath>
 
-/// Asks for the origin of space.
+/// Selects the origin of space.
 enum class giOrigin { origin };
 
 class giPoint3 {
   public:
-    /// What a coordinate holds where it is not given.
+    /// The values of a coordinate that is not set.
     static constexpr double unset_high() noexcept { return gi_unset_high; }
     static constexpr double unset_low() noexcept { return gi_unset_low; }
 
@@ -28,7 +28,7 @@ class giPoint3 {
     }
 
     /// Euclidean distance: sqrt(dx*dx + dy*dy + dz*dz), summed in that order and never in a scaled
-    /// form, so that it is the same to the last bit wherever it is worked out by hand.
+    /// form, so that it is the same to the last bit as the formula written out.
     giLength distance(const giPoint3& other) const noexcept {
         const double dx = x - other.x;
         const double dy = y - other.y;

@@ -1,6 +1,6 @@
-// giUnitVec3: a direction in space, or a direction that is not given.
+// giUnitVec3: a direction in space, or an unset direction.
 //
-// Unset means that x is minus the largest double. A set one has length 1, as well as doubles can.
+// Unset means that x is minus the largest double. Otherwise the length is 1, within rounding.
 #pragma once
 
 #include <geometry/giAngle.h>
@@ -11,6 +11,9 @@
 
 /// The directions of the axes of space.
 enum class giAxis { x = 0, y = 1, z = 2 };
+
+/// Says that components have length 1 already.
+enum class giUnit { already };
 
 class giUnitVec3 {
   public:
@@ -31,6 +34,10 @@ class giUnitVec3 {
         y = vector.y / length;
         z = vector.z / length;
     }
+
+    /// Takes the components as they are, to the bit; their length must be 1.
+    giUnitVec3(giUnit, double x_value, double y_value, double z_value) noexcept
+        : x(x_value), y(y_value), z(z_value) {}
 
     bool is_set() const noexcept { return x != gi_unset_low; }
 

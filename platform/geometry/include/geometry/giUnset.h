@@ -1,4 +1,4 @@
-// giUnset.h: the values that mark a coordinate as "not given".
+// giUnset.h: the values that mark a coordinate as unset.
 #pragma once
 
 #include <limits>

@@ -40,12 +40,6 @@ class giVector3 {
     friend giVector3 operator*(const giVector3& a, double factor) noexcept {
         return {a.x * factor, a.y * factor, a.z * factor};
     }
-    friend giPoint3 operator+(const giPoint3& p, const giVector3& v) noexcept {
-        return {p.x + v.x, p.y + v.y, p.z + v.z};
-    }
-    friend giVector3 operator-(const giPoint3& a, const giPoint3& b) noexcept {
-        return {a.x - b.x, a.y - b.y, a.z - b.z};
-    }
 
     bool operator==(const giVector3&) const noexcept = default;
 
@@ -53,3 +47,11 @@ class giVector3 {
     double y;
     double z;
 };
+
+inline giPoint3 operator+(const giPoint3& p, const giVector3& v) noexcept {
+    return {p.x + v.x, p.y + v.y, p.z + v.z};
+}
+
+/// The vector from `from` to `to`. A free function: a friend of giVector3 would not be found for
+/// two points.
+inline giVector3 operator-(const giPoint3& to, const giPoint3& from) noexcept { return {from, to}; }

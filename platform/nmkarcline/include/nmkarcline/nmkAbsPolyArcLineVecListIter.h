@@ -1,6 +1,6 @@
-// nmkAbsPolyArcLineVecListIter.h: a list of paths to be drawn, with a place in it.
+// nmkAbsPolyArcLineVecListIter.h: a list of paths to be drawn, with a cursor.
 //
-// A path is a run of points joined by straight lines; that is all a diagnostic drawing needs.
+// A path is a sequence of points joined by straight lines, which is enough for diagnostic drawings.
 #pragma once
 
 #include <geometry/giPoint3.h>
@@ -14,13 +14,13 @@ struct nmkAbsPolyArcLineVec {
     std::vector<giPoint3> points;
 };
 
-/// The paths in the order in which they were put in, and a cursor that starts at the first.
+/// The paths in order of insertion, and a cursor that starts at the first.
 class nmkAbsPolyArcLineVecListIter {
   public:
     void insert_last(nmkAbsPolyArcLineVec path) { m_paths.push_back(std::move(path)); }
     int size() const noexcept { return static_cast<int>(m_paths.size()); }
 
-    /// Puts the cursor back to the first path.
+    /// Moves the cursor back to the first path.
     void reset() noexcept { m_position = 0; }
 
     /// The path at the cursor, which then moves on; null at the end.

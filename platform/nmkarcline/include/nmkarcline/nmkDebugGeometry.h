@@ -1,9 +1,9 @@
 // nmkDebugGeometry.h: named channels to which algorithms send drawings of what they are doing.
 //
-// A channel is off until somebody switches it on by name, and while it is off it costs one read of
-// an integer. What is sent to a channel that is on is kept in memory until it is cleared, and can
-// be written as an SVG drawing. Channels live until the process ends, and may be used from any
-// thread.
+// A channel is off until it is switched on by name, and while it is off it costs one read of an
+// integer. Drawings that are sent to a channel that is on are kept in memory until it is cleared,
+// and can be written as one SVG file. Channels exist until the process ends, and may be used from
+// any thread.
 #pragma once
 
 #include <geometry/giPoint3.h>
@@ -20,14 +20,14 @@
 
 #pragma GCC visibility push(default)
 
-/// One channel. Each drawing has a label, which gathers drawings, and a level: how much detail it
-/// is. A channel that is on at a level takes the drawings of that level and below.
+/// One channel. Each drawing has a label, which groups drawings, and a level of detail. A channel
+/// that is on at a level takes the drawings of that level and below.
 class nmkDebugGeometry {
   public:
     nmkDebugGeometry(const nmkDebugGeometry&) = delete;
     nmkDebugGeometry& operator=(const nmkDebugGeometry&) = delete;
 
-    /// The channel of a name, made when it is first asked for. Null is taken as the empty name.
+    /// The channel of a name, created on first use. Null is taken as the empty name.
     static nmkDebugGeometry& get_from_manager(const char* channel);
 
     /// 1 when drawings of `level` are taken, else 0. Levels count from 1.
@@ -48,18 +48,18 @@ class nmkDebugGeometry {
     void append_cross_drawing(const giPoint3& centre, double size, int colour, int weight,
                               const char* label, int level);
 
-    /// Keeps a copy of every path of the list; where the list's own cursor stands does not matter.
+    /// Keeps a copy of every path of the list, wherever the cursor of the list is.
     void copy_iter(const nmkAbsPolyArcLineVecListIter& paths, const char* label, int level);
 
     /// Number of drawings kept.
     int size() const;
 
-    /// Forgets the drawings; the channel stays on or off.
+    /// Removes the drawings; the channel stays on or off.
     void clear();
 
-    /// Writes what is kept as an SVG drawing seen down the z axis, y upwards, a group for each
-    /// label. Drawings with unset or non-finite coordinates are left out. False when the file
-    /// cannot be written whole; then there is no file, or the earlier one stands.
+    /// Writes the drawings that are kept as an SVG file seen down the z axis, y upwards, a group
+    /// for each label. Drawings with unset or non-finite coordinates are left out. False when the
+    /// file cannot be written whole; then there is no file, or the previous one is kept.
     bool write_svg(const std::string& path) const;
     void write_svg(std::ostream& out) const;
 

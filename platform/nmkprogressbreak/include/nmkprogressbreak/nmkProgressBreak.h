@@ -1,28 +1,28 @@
-// nmkProgressBreak.h: how a long operation tells how far it is, and hears that it should stop.
+// nmkProgressBreak.h: how a long operation reports its progress and learns that it should stop.
 //
 // The caller of a long operation derives from this and passes a pointer; the operation borrows it.
-// What an operation does with a request to stop is its own affair, and some finish regardless.
+// Each operation documents what it does with a request to stop; some ignore it.
 #pragma once
 
 #pragma GCC visibility push(default)
 
-/// A reporter that reports nothing and never asks for a stop.
+/// A reporter that reports nothing and never requests a stop.
 class nmkProgressBreak {
   public:
-    /// A new stretch of work begins. `text` says what it is, and may hold the conversion %3d for
-    /// the percentage; it is borrowed for the call. Answers not 0 when a stop is asked for.
+    /// A new stage of work begins. `text` describes it, and may contain the conversion %3d for the
+    /// percentage; it is borrowed for the call. Returns non-zero to request a stop.
     virtual int send_progress_bar_to_0(const char* text);
 
-    /// How many steps make the whole; an estimate, which may be passed.
+    /// The number of steps of the stage: an estimate, which may be exceeded.
     virtual void set_range(double range);
 
-    /// One step is done. Answers not 0 when a stop is asked for.
+    /// One step is done. Returns non-zero to request a stop.
     virtual int increment();
 
-    /// The work stands at `position` of the range. Answers not 0 when a stop is asked for.
+    /// The work has reached `position` of the range. Returns non-zero to request a stop.
     virtual int jump_to(double position);
 
-    /// The stretch of work is over. Answers not 0 when a stop is asked for.
+    /// The stage is complete. Returns non-zero to request a stop.
     virtual int send_progress_bar_to_100();
 
     virtual ~nmkProgressBreak();

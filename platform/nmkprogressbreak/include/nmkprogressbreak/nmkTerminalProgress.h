@@ -1,13 +1,13 @@
 // nmkTerminalProgress.h: progress as one line on a terminal, and Ctrl-C as the request to stop.
 //
-// The line holds a bar, the percentage, the best result so far where the work tells one, and the
-// time left. It is drawn over and over, at most ten times a second, and taken away at the end.
-// Where the stream is no terminal nothing is ever written; Ctrl-C asks for a stop all the same.
+// The line contains a bar, the percentage, the best result so far where the work reports one, and
+// the time left. It is redrawn at most ten times a second, and erased at the end. When the stream
+// is not a terminal nothing is written; Ctrl-C requests a stop all the same.
 //
-// While any reporter lives, the first Ctrl-C is only noted, for all reporters, and shows in what
-// they answer; a second one ends the process as usual, for work that does not listen. The last
-// reporter puts the earlier handler back. A process that ignored Ctrl-C before goes on ignoring it.
-// A reporter itself is for one thread.
+// While a reporter exists, the first Ctrl-C is only recorded, for all reporters, whose operations
+// then return non-zero; a second one ends the process as usual, for work that ignores the request.
+// The last reporter restores the previous handler. A process that ignored Ctrl-C before still
+// ignores it. A reporter may be used by one thread only.
 #pragma once
 
 #include <nmkprogressbreak/nmkProgressBreak.h>
@@ -21,10 +21,10 @@
 
 class nmkTerminalProgress : public nmkProgressBreak {
   public:
-    /// What the line shows.
+    /// The contents of the line.
     struct Shown {
         std::string title;
-        double fraction = 0.0;               // of the work that is done, 0 to 1
+        double fraction = 0.0;               // the part of the work that is done, 0 to 1
         std::string best;                    // the best result so far; empty: not shown
         std::optional<double> seconds_left;  // not shown when empty
     };
@@ -34,7 +34,7 @@ class nmkTerminalProgress : public nmkProgressBreak {
     nmkTerminalProgress(const nmkTerminalProgress&) = delete;
     nmkTerminalProgress& operator=(const nmkTerminalProgress&) = delete;
 
-    /// Takes the line away, and puts the earlier handler of Ctrl-C back if this is the last one.
+    /// Erases the line, and restores the previous handler of Ctrl-C if this is the last reporter.
     ~nmkTerminalProgress() override;
 
     int send_progress_bar_to_0(const char* text) override;
@@ -43,10 +43,10 @@ class nmkTerminalProgress : public nmkProgressBreak {
     int jump_to(double position) override;
     int send_progress_bar_to_100() override;
 
-    /// The best result so far, as the line is to show it from now on; with its unit.
+    /// Sets the best result so far as it is shown, with its unit.
     void set_best(std::string best);
 
-    /// True once a stop was asked for.
+    /// True once a stop was requested.
     bool is_stopped() const noexcept;
 
     /// The line, at most `columns` wide; columns below 20 give the percentage alone.
@@ -57,7 +57,7 @@ class nmkTerminalProgress : public nmkProgressBreak {
 
     double fraction() const noexcept;
     void draw(bool now);
-    void wipe();
+    void erase();
 
     std::FILE* m_stream;
     bool m_is_terminal;

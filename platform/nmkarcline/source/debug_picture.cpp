@@ -1,4 +1,4 @@
-#include "svg_drawing.h"
+#include "debug_picture.h"
 
 #include <algorithm>
 #include <array>
@@ -6,6 +6,7 @@
 #include <cmath>
 #include <ostream>
 
+namespace nmk_arcline {
 namespace {
 
 constexpr double longer_side = 800.0;  // pixels
@@ -13,7 +14,7 @@ constexpr double margin = 20.0;        // pixels, on every side
 constexpr std::array<const char*, 8> palette = {"#1f77b4", "#d62728", "#2ca02c", "#ff7f0e",
                                                 "#9467bd", "#8c564b", "#17becf", "#7f7f7f"};
 
-// Independent of the locale, unlike the stream's own.
+// Independent of the locale, unlike the stream's own conversion.
 std::string pixels(double value) {
     std::array<char, 64> text{};
     const auto written =
@@ -21,7 +22,7 @@ std::string pixels(double value) {
     return {text.data(), written.ptr};
 }
 
-// Labels are anybody's text: markup is escaped, and characters that XML forbids become spaces.
+// Labels are arbitrary text: markup is escaped, and characters that XML forbids become spaces.
 std::string escaped(const std::string& label) {
     std::string text;
     for (const char each : label) {
@@ -52,14 +53,14 @@ const char* colour_of(int index) {
 
 }  // namespace
 
-SvgDrawing::Group& SvgDrawing::group_of(const std::string& label) {
-    const auto [place, is_new] = m_position_of.try_emplace(label, m_groups.size());
+DebugPicture::Group& DebugPicture::group_of(const std::string& label) {
+    const auto [entry, is_new] = m_position_of.try_emplace(label, m_groups.size());
     if (is_new) m_groups.push_back({label, {}});
-    return m_groups[place->second];
+    return m_groups[entry->second];
 }
 
-void SvgDrawing::add(const std::string& label, const nmkAbsPolyArcLineVec& path, int colour,
-                     int weight) {
+void DebugPicture::add(const std::string& label, const nmkAbsPolyArcLineVec& path, int colour,
+                       int weight) {
     for (const giPoint3& point : path.points) {
         m_left = m_is_empty ? point.x : std::min(m_left, point.x);
         m_right = m_is_empty ? point.x : std::max(m_right, point.x);
@@ -70,7 +71,7 @@ void SvgDrawing::add(const std::string& label, const nmkAbsPolyArcLineVec& path,
     group_of(label).lines.push_back({path, colour, std::max(weight, 1)});
 }
 
-void SvgDrawing::write_line(std::ostream& out, const Line& line, double scale) const {
+void DebugPicture::write_line(std::ostream& out, const Line& line, double scale) const {
     out << "    <polyline stroke=\"" << colour_of(line.colour) << "\" stroke-width=\""
         << std::to_string(line.weight) << "\" points=\"";
     const char* between = "";
@@ -83,11 +84,11 @@ void SvgDrawing::write_line(std::ostream& out, const Line& line, double scale) c
     out << "\"/>\n";
 }
 
-void SvgDrawing::write(std::ostream& out) const {
+void DebugPicture::write(std::ostream& out) const {
     const double wide = m_right - m_left;
     const double high = m_top - m_bottom;
     const double longest = std::max(wide, high);
-    // An extent beyond the range of double, or none at all, has no scale to fit it.
+    // No scale fits an extent of zero, or one beyond the range of double.
     const double fitting = longer_side / longest;
     const double scale = longest > 0.0 && std::isfinite(fitting) ? fitting : 0.0;
     const std::string width = pixels(2.0 * margin + (scale > 0.0 ? wide * scale : 0.0));
@@ -103,3 +104,5 @@ void SvgDrawing::write(std::ostream& out) const {
     }
     out << "</svg>\n";
 }
+
+}  // namespace nmk_arcline

@@ -1,6 +1,6 @@
-// svg_drawing.h: gathers paths under labels and writes them as one SVG drawing.
+// debug_picture.h: collects paths under labels and writes them as one SVG picture.
 //
-// The drawing looks down the z axis with y upwards, and is scaled so that its longer side has a
+// The picture is seen down the z axis with y upwards, and is scaled so that its longer side has a
 // fixed number of pixels. Each label is a group, in the order of first use.
 #pragma once
 
@@ -11,7 +11,9 @@
 #include <string>
 #include <vector>
 
-class SvgDrawing {
+namespace nmk_arcline {
+
+class DebugPicture {
   public:
     /// Every point of the path must be finite.
     void add(const std::string& label, const nmkAbsPolyArcLineVec& path, int colour, int weight);
@@ -37,3 +39,5 @@ class SvgDrawing {
     bool m_is_empty = true;
     double m_left = 0.0, m_right = 0.0, m_bottom = 0.0, m_top = 0.0;
 };
+
+}  // namespace nmk_arcline
