@@ -1,4 +1,4 @@
-// runtime.h: run-time control, all of it.
+// runtime.h: the subsystem runtime, all of its headers.
 #pragma once
 
 #include <nmktoolbox/runtime/dbgLevel_angleassert_nmkutils.h>  // whether angle solutions are checked

@@ -30,18 +30,16 @@ void nmkSortList::clear() {
 
 void nmkSortList::remove_first() { cursor.remove_first(); }
 
-nmkSortItemPrf& nmkSortList::read_first() {
-    return items.size() == 0 ? no_item() : items.read_first();
-}
+nmkSortItemPrf& nmkSortList::read_first() { return items.size() == 0 ? no_item() : *items.begin(); }
 
 void nmkSortList::remove_backwards() { cursor.remove_backwards(); }
 
 void nmkSortList::reset() { cursor.reset(); }
 
-nmkSortItemPrf& nmkSortList::read() { return cursor.valid() ? cursor.read() : no_item(); }
+nmkSortItemPrf& nmkSortList::read() { return cursor.valid() ? cursor.element() : no_item(); }
 
 nmkSortItemPrf& nmkSortList::operator[](int position) {
-    return cursor.set_index(position) != 0 ? cursor.read() : no_item();
+    return cursor.set_index(position) != 0 ? cursor.element() : no_item();
 }
 
 void nmkSortList::take_items(nmkSortList& other) {
