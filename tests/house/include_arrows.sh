@@ -18,6 +18,7 @@ declare -A builds_on=(
     [search]=""
     [solver]="files"
     [files]=""
+    [curves]="collections"
 )
 
 found=$(grep -rnE '#include *[<"](nmktoolbox|order|levels|commands)[/.]' platform || true)
