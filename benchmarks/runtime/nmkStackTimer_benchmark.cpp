@@ -1,7 +1,7 @@
 // nmkStackTimer_benchmark: the events of a million sections, beside a bare loop.
 //
 // The peer reads the same clock and appends a record of the same size to a std::vector, twice for
-// each section. Both start with empty storage in each round.
+// each section. Both start without storage in each round.
 
 #include <apsl/apHighResTime.h>
 #include <nmktoolbox/runtime/nmkStackTimer.h>

@@ -212,7 +212,7 @@ constexpr VersionLevelRow rows[] = {
 
 static_assert(std::size(rows) == 196);
 
-// The host is a placeholder; whoever ships the library has one of their own.
+// The host is a placeholder, to be replaced by that of the distributor of the library.
 constexpr std::string_view link_base = "https://nmktoolbox.invalid/";
 constexpr std::string_view link_folder = "nmk/doc/nmkVersion/";
 constexpr std::string_view link_ending = ".htm";

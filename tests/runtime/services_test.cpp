@@ -145,7 +145,7 @@ TEST(nmkProductInfoAbs, the_status_of_the_decoding_is_not_looked_at) {
     EXPECT_EQ(encoding.decoded, 1);
 }
 
-TEST(nmkProductInfoAbs, an_encoding_that_is_gone_gives_empty_texts) {
+TEST(nmkProductInfoAbs, an_encoding_that_has_been_destroyed_gives_empty_texts) {
     auto encoding = std::make_unique<CountingEncoding>();
     const Product product(observer_of(*encoding));
     encoding.reset();

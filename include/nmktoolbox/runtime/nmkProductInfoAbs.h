@@ -23,7 +23,7 @@ class NMKTOOLBOX_EXPORT nmkProductInfoAbs : public utService {
     virtual utString product_major_version_string() const = 0;
 
     /// The same texts, converted. A text without characters gives the empty text, and so does every
-    /// text when the encoding is null or gone.
+    /// text when the encoding is null or has been destroyed.
     apString product_line_code_ap() const;
     apString product_major_version_string_ap() const;
 

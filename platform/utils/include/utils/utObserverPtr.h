@@ -1,9 +1,9 @@
 // utObserverPtr: a pointer to an object that others own, which becomes null when the object is
-// gone.
+// destroyed.
 //
-// The target derives from utObservable, or is owned by a std::shared_ptr. Observers and the end of
-// the target are for one thread at a time. While the destructors of derived classes run, observers
-// still return the target.
+// The target derives from utObservable, or is owned by a std::shared_ptr. Do not destroy the target
+// on one thread while another one uses an observer of it. While the destructors of derived classes
+// run, observers still return the target.
 #pragma once
 
 #include <utils/utExport.h>
@@ -53,13 +53,13 @@ class utObserverPtr {
     requires std::is_convertible_v<Derived*, T*> utObserverPtr(const utObserverPtr<Derived>& other)
     noexcept : m_target(other.get()), m_life(other.life()) {}
 
-    /// The target, or null when there is none or it is gone.
+    /// The target, or null when there is none or it has been destroyed.
     T* get() const noexcept { return m_life.expired() ? nullptr : m_target; }
     T* operator->() const noexcept { return get(); }
     T& operator*() const noexcept { return *get(); }
     explicit operator bool() const noexcept { return get() != nullptr; }
 
-    /// Expires when the target is gone.
+    /// Expires when the target is destroyed.
     const std::weak_ptr<const void>& life() const noexcept { return m_life; }
 
     friend bool operator==(const utObserverPtr& a, const utObserverPtr& b) noexcept {
