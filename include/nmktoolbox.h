@@ -2,6 +2,7 @@
 #pragma once
 
 #include <nmktoolbox/collections.h>
+#include <nmktoolbox/curves.h>
 #include <nmktoolbox/files.h>
 #include <nmktoolbox/ordering.h>
 #include <nmktoolbox/runtime.h>

@@ -1,4 +1,4 @@
-// collections.h: everything of the subsystem collections.
+// collections.h: the subsystem collections, all of its headers.
 #pragma once
 
 #include <nmktoolbox/collections/CRuntimeClassPtrObj.h>

@@ -19,12 +19,12 @@ nmkBalBinTreeLink*& child_on(nmkBalBinTreeLink* node, int side) {
 nmkBalBinTreeLink* nmkBalBinTree::treehead = nullptr;
 nmkBalBinTreeLink* nmkBalBinTree::treelast = nullptr;
 
-// What the walk down to the place of a new link has to remember.
+// What the descent to the position of a new link records.
 struct nmkBalBinTree::Path {
     nmkBalBinTreeLink* pivot;         // the deepest unbalanced node, or the root
     nmkBalBinTreeLink* pivot_parent;  // null when the pivot is the root
-    nmkBalBinTreeLink* last;          // the node that gets the new link
-    int last_side;                    // and on which side
+    nmkBalBinTreeLink* last;          // the parent of the new link
+    int last_side;                    // the side of the new link
     const void* item;
 };
 
@@ -37,7 +37,8 @@ nmkBalBinTree::~nmkBalBinTree() = default;
 
 // Method: D. E. Knuth, The Art of Computer Programming, volume 3, section 6.2.3, algorithm A.
 void nmkBalBinTree::add(const void* item) {
-    UT_ASSERT(m_tree_state == 1, "an item is added to a tree that has been flattened");
+    UT_ASSERT(m_tree_state == 1,
+              "nmkBalBinTree::add: the tree is flattened; expected a tree that has not been read");
     if (m_tree_state == 0) return;
     nmkBalBinTreeLink* const link = makelink(item);
     if (m_root == nullptr) {
@@ -55,7 +56,9 @@ void nmkBalBinTree::add(const void* item) {
 }
 
 const void* nmkBalBinTree::exist(const void* item) {
-    UT_ASSERT(m_tree_state == 1, "an item is looked for in a tree that has been flattened");
+    UT_ASSERT(
+        m_tree_state == 1,
+        "nmkBalBinTree::exist: the tree is flattened; expected a tree that has not been read");
     const nmkBalBinTreeLink* node = m_tree_state == 1 ? m_root : nullptr;
     while (node != nullptr) {
         const int order = m_compare(item, node->item);
@@ -81,7 +84,7 @@ fbaAllocatorcoPrf nmkBalBinTree::get_allocator(int blocks) {
     return fbaAllocatorcoPrf(new fbaAllocator(static_cast<int>(sizeof(nmkBalBinTreeLink)), blocks));
 }
 
-// Equal items go right, behind those that are there.
+// Equal items go right, after those in the tree.
 nmkBalBinTree::Path nmkBalBinTree::find_place(const void* item) const {
     Path path{m_root, nullptr, m_root, 0, item};
     nmkBalBinTreeLink* parent = nullptr;
@@ -97,10 +100,10 @@ nmkBalBinTree::Path nmkBalBinTree::find_place(const void* item) const {
     return path;
 }
 
-// Deliberate: the item is compared again from the pivot down, where the first walk could have kept
-// the path. Callers may count on the sequence of comparisons.
+// Deliberate: the item is compared again from the pivot down, although the first descent could have
+// kept the path. Callers may rely on the sequence of comparisons.
 //
-// Answers the side of the pivot on which the new link stands.
+// Returns the side of the pivot on which the new link is.
 int nmkBalBinTree::mark_path(const Path& path, const nmkBalBinTreeLink* added) {
     const auto side_of = [&](const nmkBalBinTreeLink* node) {
         return m_compare(path.item, node->item) < 0 ? left_is_deeper : right_is_deeper;
@@ -156,8 +159,8 @@ void nmkBalBinTree::breaktree() const {
     m_tree_state = 0;
 }
 
-// From the largest item to the smallest: recurses on right children only, so no deeper than the
-// tree is high.
+// From the largest item to the smallest. Recurses on right children only, so the depth is at most
+// the height of the tree.
 void nmkBalBinTree::list(nmkBalBinTreeLink* node) {
     while (node != nullptr) {
         list(node->right);

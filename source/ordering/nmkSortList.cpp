@@ -1,4 +1,4 @@
-// nmkSortList: every operation is one of the list's m_cursor.
+// nmkSortList: every operation is one of the list's cursor.
 #include <nmktoolbox/ordering/nmkSortList.h>
 
 nmkSortList::nmkSortList() : m_cursor(m_items) {}
@@ -30,18 +30,16 @@ void nmkSortList::clear() {
 
 void nmkSortList::remove_first() { m_cursor.remove_first(); }
 
-nmkSortItemPrf& nmkSortList::read_first() {
-    return m_items.size() == 0 ? no_item() : m_items.read_first();
-}
+nmkSortItemPrf& nmkSortList::read_first() { return m_items.size() == 0 ? no_item() : *m_items.begin(); }
 
 void nmkSortList::remove_backwards() { m_cursor.remove_backwards(); }
 
 void nmkSortList::reset() { m_cursor.reset(); }
 
-nmkSortItemPrf& nmkSortList::read() { return m_cursor.valid() ? m_cursor.read() : no_item(); }
+nmkSortItemPrf& nmkSortList::read() { return m_cursor.valid() ? m_cursor.element() : no_item(); }
 
 nmkSortItemPrf& nmkSortList::operator[](int position) {
-    return m_cursor.set_index(position) != 0 ? m_cursor.read() : no_item();
+    return m_cursor.set_index(position) != 0 ? m_cursor.element() : no_item();
 }
 
 void nmkSortList::take_items(nmkSortList& other) {

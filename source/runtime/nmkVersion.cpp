@@ -4,7 +4,7 @@
 
 #include <new>
 
-// Null before any initialiser of any library runs, so whoever comes first makes the manager.
+// Null before any static initialiser runs, so the first caller makes the manager.
 constinit dbgLevelManager* nmkVersion::m_manager = nullptr;
 
 nmkVersion::nmkVersion(const char* name, const char* description, int previous, int default_level,
@@ -31,8 +31,8 @@ nmkVersion::~nmkVersion() = default;
 
 const char* nmkVersion::get_current() const {
     const int level = get_level();
-    // Deliberate: this order settles ties. A level that is off reads "unavailable" even where its
-    // default is negative too, and the default wins over an equal previous or preview.
+    // Deliberate: this order settles ties. A negative level reads "unavailable" even when the
+    // default is negative too, and the default takes precedence over an equal previous or preview.
     if (level < 0) return "unavailable";
     if (level == m_default_level) return "default";
     if (level == m_previous_level) return "previous";
@@ -47,7 +47,7 @@ int nmkVersion::get_previous_level() const { return m_previous_level; }
 int nmkVersion::get_preview_level() const { return m_preview_level; }
 
 int nmkVersion::set_default() {
-    // Deliberate: never refused, so that a level whose default is "unavailable" can go back to it.
+    // Deliberate: a negative default is accepted, so that a level can return to "unavailable".
     set_level(m_default_level);
     return 1;
 }
@@ -66,18 +66,20 @@ int nmkVersion::set_preview() {
 
 dbgLevelManager* nmkVersion::get_manager() { return ensure_manager(); }
 
+bool nmkVersion::is_level(const char* name) { return find(name) != nullptr; }
+
 nmkVersion& nmkVersion::get_from_manager(const char* name) {
-    auto* const found = dynamic_cast<nmkVersion*>(ensure_manager()->get_by_name(name));
-    if (found != nullptr) return *found;
-    // Never deleted: a caller may still hold it while the process ends.
-    static auto* const nothing = new nmkVersion(Unregistered::unregistered);
-    return *nothing;
+    if (nmkVersion* const found = find(name)) return *found;
+    // Never deleted: a caller may still use it while the process ends.
+    static auto* const unknown = new nmkVersion(Unregistered::unregistered);
+    if (unknown->get_level() != unknown->m_default_level) unknown->set_default();
+    return *unknown;
 }
 
 dbgLevelManager* nmkVersion::get_manager_virtual() const { return ensure_manager(); }
 
-// The manager is stored before the table is registered, since each row asks for it in turn. Neither
-// it nor the rows are ever deleted: levels are read until the very end of the process.
+// The manager is stored before the table is registered, because each row registers itself with it.
+// Neither the manager nor the rows are ever deleted: levels are read until the process ends.
 dbgLevelManager* nmkVersion::ensure_manager() {
     if (m_manager == nullptr) {
         m_manager = new dbgLevelManager;
@@ -86,22 +88,27 @@ dbgLevelManager* nmkVersion::ensure_manager() {
     return m_manager;
 }
 
+// Null for an unknown name, and for a level that is not a version level.
+nmkVersion* nmkVersion::find(const char* name) {
+    return dynamic_cast<nmkVersion*>(ensure_manager()->get_by_name(name));
+}
+
 void nmkVersion::register_table() {
-    const auto table = version_levels_table();
+    const auto table = nmk_runtime::version_levels_table();
     for (std::size_t position = 0; position < table.size(); ++position) {
-        const VersionLevelRow& row = table[position];
+        const nmk_runtime::VersionLevelRow& row = table[position];
         try {
             new nmkVersion(row.name, row.description, row.previous, row.default_level, row.preview,
-                           version_level_link(position), row.prerelease);
+                           nmk_runtime::version_level_link(position), row.prerelease);
         } catch (const std::bad_alloc&) {
-            // Deliberate: a row that finds no memory is left out, and nothing is reported.
+            // Deliberate: a row for which there is no memory is left out, and nothing is reported.
         }
     }
 }
 
 namespace {
 
-// The table is complete as soon as the library is loaded, whether or not anybody has asked.
+// Fills the table when the library is loaded, even when no level is ever read.
 [[maybe_unused]] const dbgLevelManager* const made_at_load = nmkVersion::get_manager();
 
 }  // namespace

@@ -4,10 +4,11 @@
 #include <iterator>
 #include <string_view>
 
+namespace nmk_runtime {
 namespace {
 
-// Columns: name; previous, default, preview; 1 for the levels that are of interest only before a
-// release; the line for the operator.
+// Columns: name; previous, default, preview; prerelease (1: of interest only before a release); the
+// description for the operator.
 // clang-format off
 constexpr VersionLevelRow rows[] = {
     {"FlatApproachAlgorithm",                             0,  1, -1, 0, "Previous: by offset. Default: VD-based. Preview: none"},
@@ -211,15 +212,16 @@ constexpr VersionLevelRow rows[] = {
 
 static_assert(std::size(rows) == 196);
 
-// The host is a placeholder; whoever ships the library has one of their own.
+// The host is a placeholder, to be replaced by that of the distributor of the library.
 constexpr std::string_view link_base = "https://nmktoolbox.invalid/";
 constexpr std::string_view link_folder = "nmk/doc/nmkVersion/";
 constexpr std::string_view link_ending = ".htm";
-constexpr std::size_t longest_link = 127;
+constexpr std::size_t max_link_length = 127;
 
-using Link = std::array<char, longest_link + 1>;
+using Link = std::array<char, max_link_length + 1>;
 
-// The link of one level, ended by a nul. Evaluated by the compiler, which also checks its length.
+// The link of one level, terminated by a nul. Evaluated at compile time, where a link that is too
+// long is an error.
 constexpr Link make_link(std::string_view name) {
     Link link{};
     std::size_t length = 0;
@@ -241,3 +243,5 @@ constexpr auto links = [] {
 std::span<const VersionLevelRow> version_levels_table() { return rows; }
 
 const char* version_level_link(std::size_t row) { return links[row].data(); }
+
+}  // namespace nmk_runtime

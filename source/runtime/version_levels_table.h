@@ -1,12 +1,14 @@
 // version_levels_table.h: the feature switches of the kernel, one row each, as plain data.
 //
-// The rows stand in byte order of their names, capitals first, and are registered in that order.
-// What a level's integers mean is between the row and the code that asks for it; -1 says that there
-// is no such setting.
+// The rows are in byte order of their names, capitals first, and are registered in that order. The
+// integers of a level have a meaning only for the code that reads the level; -1 means that there is
+// no such setting.
 #pragma once
 
 #include <cstddef>
 #include <span>
+
+namespace nmk_runtime {
 
 /// One switch.
 struct VersionLevelRow {
@@ -18,7 +20,10 @@ struct VersionLevelRow {
     const char* description;
 };
 
+/// All rows.
 std::span<const VersionLevelRow> version_levels_table();
 
 /// The documentation link of the row at a position in the table, from 0.
 const char* version_level_link(std::size_t row);
+
+}  // namespace nmk_runtime

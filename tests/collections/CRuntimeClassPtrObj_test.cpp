@@ -8,11 +8,11 @@ const CRuntimeClass namesake{"first", 8, CObject::GetThisClass()};
 
 }  // namespace
 
-TEST(CRuntimeClassPtrObj, nil_holds_null) {
+TEST(CRuntimeClassPtrObj, the_nil_element_holds_null) {
     EXPECT_EQ(CRuntimeClassPtrObjcoSet::nil().get(), nullptr);
 }
 
-TEST(CRuntimeClassPtrObj, set_tells_classes_by_their_addresses) {
+TEST(CRuntimeClassPtrObj, a_set_compares_classes_by_their_addresses) {
     CRuntimeClassPtrObjcoSet set(4, 50);
     set.add(&first_class);
     EXPECT_EQ(set.find(&first_class).get(), &first_class);
@@ -22,7 +22,7 @@ TEST(CRuntimeClassPtrObj, set_tells_classes_by_their_addresses) {
     EXPECT_EQ(set.size(), 0);
 }
 
-TEST(CRuntimeClassPtrObj, table_keeps_a_text_for_each_class) {
+TEST(CRuntimeClassPtrObj, a_table_stores_a_text_for_each_class) {
     CRuntimeClassPtrObjutStringcoTable table;
     table[&first_class] = utString("the first");
     table[CObject::GetThisClass()] = utString("the root");

@@ -14,19 +14,19 @@ namespace {
 
 using Comparisons = std::vector<std::pair<int, int>>;
 
-// An item stands by its key; `order` only tells equal items apart.
+// Items are compared by their keys; `order` distinguishes equal items.
 struct Item {
     int key;
     int order;
 };
 
-Comparisons noted;  // order numbers of the items that were compared, in the order of the calls
+Comparisons recorded;  // the `order` of the items that were compared, call by call
 int asserted = 0;
 
 const Item& item_at(const void* pointer) { return *static_cast<const Item*>(pointer); }
 
 int compare_items(const void* a, const void* b) {
-    noted.emplace_back(item_at(a).order, item_at(b).order);
+    recorded.emplace_back(item_at(a).order, item_at(b).order);
     return item_at(a).key - item_at(b).key;
 }
 
@@ -65,10 +65,10 @@ class Tree {
 
 // The root is the first item that a search is compared with.
 int root_order(Tree& tree) {
-    noted.clear();
+    recorded.clear();
     const Item nowhere{INT_MAX / 2, -1};
     tree.tree.exist(&nowhere);
-    return noted.at(0).second;
+    return recorded.at(0).second;
 }
 
 std::vector<int> random_keys(unsigned seed, int count, unsigned different) {
@@ -91,9 +91,9 @@ Comparisons comparisons_of_the_plain_tree(const std::vector<int>& keys, std::vec
 }
 
 void expect_the_comparisons_of_the_plain_tree(const std::vector<int>& keys) {
-    noted.clear();
+    recorded.clear();
     const Tree tree(keys);
-    const Comparisons comparisons = noted;
+    const Comparisons comparisons = recorded;
     std::vector<int> plain_walk;
     ASSERT_EQ(comparisons, comparisons_of_the_plain_tree(keys, plain_walk));
     std::vector<int> walk;
@@ -120,7 +120,7 @@ TEST(nmkBalBinTree, rebalances_ascending_items_with_a_single_rotation) {
     EXPECT_EQ(tree.walk(), (std::vector<int>{3, 2, 1}));
 }
 
-TEST(nmkBalBinTree, rebalances_a_bend_with_a_double_rotation) {
+TEST(nmkBalBinTree, rebalances_an_inner_grandchild_with_a_double_rotation) {
     Tree right_then_left({1, 3, 2});
     EXPECT_EQ(root_order(right_then_left), 2);
     Tree left_then_right({3, 1, 2});
@@ -133,15 +133,15 @@ TEST(nmkBalBinTree, keeps_all_equal_items) {
     EXPECT_EQ(tree.walk(), (std::vector<int>{5, 5, 5, 3, 3}));
 }
 
-TEST(nmkBalBinTree, finds_the_topmost_of_several_equal_items) {
-    Tree tree({5, 5, 5});  // the second one is lifted to the root
+TEST(nmkBalBinTree, finds_the_item_nearest_to_the_root_of_several_equal_ones) {
+    Tree tree({5, 5, 5});  // a rotation makes the second one the root
     const Item five{5, -1};
     const void* const found = tree.tree.exist(&five);
     ASSERT_NE(found, nullptr);
     EXPECT_EQ(item_at(found).order, 1);
 }
 
-TEST(nmkBalBinTree, finds_what_is_there_and_nothing_else) {
+TEST(nmkBalBinTree, finds_exactly_the_items_that_were_added) {
     const std::vector<int> keys = random_keys(3, 500, 1000);
     Tree tree(keys);
     for (int key = -1; key <= 1000; ++key) {
@@ -158,18 +158,18 @@ TEST(nmkBalBinTree, finds_what_is_there_and_nothing_else) {
     EXPECT_EQ(empty.tree.exist(&wanted), nullptr);
 }
 
-TEST(nmkBalBinTree, compares_the_new_item_first_with_the_one_in_the_tree_second) {
-    noted.clear();
+TEST(nmkBalBinTree, passes_the_new_item_first_and_the_one_in_the_tree_second) {
+    recorded.clear();
     Tree tree({1, 2});
     // Once on the way down, once more from the pivot.
-    EXPECT_EQ(noted, (Comparisons{{1, 0}, {1, 0}}));
-    noted.clear();
+    EXPECT_EQ(recorded, (Comparisons{{1, 0}, {1, 0}}));
+    recorded.clear();
     const Item wanted{1, 77};
     tree.tree.exist(&wanted);
-    EXPECT_EQ(noted, (Comparisons{{77, 0}}));
+    EXPECT_EQ(recorded, (Comparisons{{77, 0}}));
 }
 
-TEST(nmkBalBinTree, only_looks_at_the_sign_of_a_comparison) {
+TEST(nmkBalBinTree, uses_only_the_sign_of_a_comparison) {
     const std::vector<int> keys = random_keys(4, 300, 100);
     Tree tree(keys, compare_to_the_extremes);
     const Item wanted{keys[0], -1};
@@ -183,11 +183,11 @@ TEST(nmkBalBinTree, a_second_top_starts_again_from_the_head) {
     const Tree tree({2, 9, 4, 7});
     const void* const head = tree.tree.top();
     tree.tree.next();
-    noted.clear();
+    recorded.clear();
     EXPECT_EQ(tree.tree.top(), head);
     EXPECT_EQ(tree.walk(), (std::vector<int>{9, 7, 4, 2}));
     EXPECT_EQ(tree.walk(), (std::vector<int>{9, 7, 4, 2}));
-    EXPECT_TRUE(noted.empty());
+    EXPECT_TRUE(recorded.empty());
 }
 
 TEST(nmkBalBinTree, next_stays_null_past_the_end) {
@@ -200,7 +200,7 @@ TEST(nmkBalBinTree, next_stays_null_past_the_end) {
 
 TEST(nmkBalBinTree, next_before_any_top_is_null) { EXPECT_EQ(Tree({1}).tree.next(), nullptr); }
 
-TEST(nmkBalBinTree, asserts_and_adds_nothing_once_it_is_flattened) {
+TEST(nmkBalBinTree, reports_an_assertion_and_adds_nothing_once_it_is_flattened) {
     const utAssertHandler before = ut_set_assert_handler(count_assertion);
     Tree tree({1, 2, 3});
     tree.walk();

@@ -11,7 +11,7 @@ Pair pair_of(int first, int second) {
 
 }  // namespace
 
-TEST(nmkTransPairutStringcoTable, default_record_has_both_key_values_at_12) {
+TEST(nmkTransPairutStringcoTable, the_default_record_has_both_key_values_at_12) {
     const nmkTransPairutStringcoTableP record;
     EXPECT_EQ(static_cast<int>(record.key.first), 12);
     EXPECT_EQ(static_cast<int>(record.key.second), 12);
@@ -45,14 +45,14 @@ TEST(nmkTransPairutStringcoTable, records_are_equal_by_their_keys_alone) {
     EXPECT_NE(co_hash(pair_of(1, 2)), co_hash(pair_of(2, 1)));
 }
 
-TEST(nmkTransPairutStringcoTable, tells_whether_a_key_was_removed) {
+TEST(nmkTransPairutStringcoTable, remove_returns_whether_there_was_a_record) {
     nmkTransPairutStringcoTable table;
     table[pair_of(0, 0)] = utString("zero");
     EXPECT_NE(table.remove(pair_of(0, 0)), 0);
     EXPECT_EQ(table.remove(pair_of(0, 0)), 0);
 }
 
-TEST(nmkTransPairutStringcoTable, indexing_the_nil_key_leaves_nil_alone) {
+TEST(nmkTransPairutStringcoTable, indexing_the_nil_key_does_not_change_the_nil_record) {
     nmkTransPairutStringcoTable table;
     table[pair_of(12, 12)] = utString("text");
     EXPECT_TRUE(nmkTransPairutStringcoTablePcoSet::nil().value.is_null());

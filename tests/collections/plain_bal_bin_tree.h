@@ -1,8 +1,8 @@
-// plain_bal_bin_tree.h: the balanced tree as plainly as it can be written, for comparison.
+// plain_bal_bin_tree.h: a plain implementation of the balanced tree, for comparison.
 //
-// Indices instead of pointers, the path kept in a vector, and every comparison noted down: the one
-// of the way down, then those from the pivot downwards once more. A tree that notes the same
-// comparisons for the same insertions has the same shape at every moment.
+// It uses indices instead of pointers, keeps the path in a vector, and compares as the tree does:
+// once on the way down, then again from the pivot downwards. A tree that makes the same comparisons
+// for the same insertions has the same shape at every moment.
 #pragma once
 
 #include <cstdlib>
@@ -39,7 +39,7 @@ class PlainBalBinTree {
 
     int root_item() const { return at(m_root).item; }
 
-    /// True when every node knows the difference of the heights below it, and none is above 1.
+    /// True when every node records the difference of the heights below it, which is at most 1.
     bool is_balanced() const { return height(m_root) >= 0; }
 
   private:
@@ -53,8 +53,8 @@ class PlainBalBinTree {
     Node& at(int node) { return m_nodes[static_cast<std::size_t>(node)]; }
     const Node& at(int node) const { return m_nodes[static_cast<std::size_t>(node)]; }
 
-    int side_of(int node, int item, bool noted = true) {
-        if (noted) m_sides.push_back(m_compare(item, at(node).item) < 0 ? 0 : 1);
+    int side_of(int node, int item, bool recorded = true) {
+        if (recorded) m_sides.push_back(m_compare(item, at(node).item) < 0 ? 0 : 1);
         return m_sides.back();
     }
 
@@ -75,7 +75,7 @@ class PlainBalBinTree {
         return pivot;
     }
 
-    // Works the balances out anew from the heights, and turns at the pivot where it must.
+    // Computes the balances again from the heights, and rotates at the pivot when needed.
     void settle(const std::vector<int>& path, std::size_t pivot) {
         for (const int node : path) at(node).balance = difference(node);
         if (std::abs(at(path[pivot]).balance) < 2) return;
@@ -97,7 +97,7 @@ class PlainBalBinTree {
         return rotated(pivot, deep);
     }
 
-    // Lifts the child on `side` over `node`.
+    // Makes the child on `side` the parent of `node`.
     int rotated(int node, int side) {
         const int up = at(node).child[side];
         at(node).child[side] = at(up).child[1 - side];

@@ -1,8 +1,9 @@
-// The doubly and the singly linked list answer alike, so most tests run on both.
+// The doubly and the singly linked list behave alike, so most tests run on both.
 #include <gtest/gtest.h>
 #include <ncamcontainer/coDList.h>
 #include <ncamcontainer/coSList.h>
 
+#include <algorithm>
 #include <random>
 #include <utility>
 #include <vector>
@@ -13,6 +14,7 @@ template <class List>
 std::vector<int> contents(const List& list) {
     std::vector<int> found;
     for (typename List::coIterator it(list); ++it;) found.push_back(*it);
+    EXPECT_EQ(found, std::vector<int>(list.begin(), list.end()));
     return found;
 }
 
@@ -39,7 +41,7 @@ TYPED_TEST(coLists, inserts_and_removes_at_both_ends) {
     EXPECT_EQ(list.size(), 0);
 }
 
-TYPED_TEST(coLists, walks_off_the_end_to_before_the_first) {
+TYPED_TEST(coLists, a_step_past_the_end_moves_before_the_first) {
     TypeParam list{1, 2};
     typename TypeParam::coIterator it(list);
     EXPECT_EQ(it.index(), -1);
@@ -52,12 +54,12 @@ TYPED_TEST(coLists, walks_off_the_end_to_before_the_first) {
     EXPECT_EQ(*it, 1);
 }
 
-TYPED_TEST(coLists, walks_backwards_from_the_tail) {
+TYPED_TEST(coLists, steps_backwards_from_the_tail) {
     TypeParam list{1, 2, 3};
     typename TypeParam::coIterator it(list);
-    std::vector<int> met;
-    while (--it) met.push_back(*it);
-    EXPECT_EQ(met, (std::vector<int>{3, 2, 1}));
+    std::vector<int> visited;
+    while (--it) visited.push_back(*it);
+    EXPECT_EQ(visited, (std::vector<int>{3, 2, 1}));
     EXPECT_EQ(it.index(), -1);
 }
 
@@ -78,7 +80,7 @@ TYPED_TEST(coLists, steps_by_several_in_both_directions) {
     EXPECT_EQ(it += 0, 0);
 }
 
-TYPED_TEST(coLists, jumps_to_an_index_from_wherever_it_stands) {
+TYPED_TEST(coLists, moves_to_an_index_from_any_position) {
     TypeParam list;
     for (int i = 0; i < 20; ++i) list.insert_last(i);
     typename TypeParam::coIterator it(list);
@@ -110,7 +112,7 @@ TYPED_TEST(coLists, positions_are_equal_on_the_same_element_of_the_same_list) {
     EXPECT_TRUE(typename TypeParam::coIterator(list) != typename TypeParam::coIterator(other));
 }
 
-TYPED_TEST(coLists, cursor_inserts_around_its_element_and_stays_on_it) {
+TYPED_TEST(coLists, a_cursor_inserts_around_its_element_and_stays_on_it) {
     TypeParam list{5};
     typename TypeParam::coCursor cursor(list);
     ++cursor;
@@ -123,7 +125,7 @@ TYPED_TEST(coLists, cursor_inserts_around_its_element_and_stays_on_it) {
     EXPECT_EQ(cursor.index(), 2);
 }
 
-TYPED_TEST(coLists, cursor_before_the_first_inserts_at_the_ends) {
+TYPED_TEST(coLists, a_cursor_before_the_first_inserts_at_the_ends) {
     TypeParam list{5};
     typename TypeParam::coCursor cursor(list);
     cursor.insert_after(4);
@@ -132,7 +134,7 @@ TYPED_TEST(coLists, cursor_before_the_first_inserts_at_the_ends) {
     EXPECT_EQ(cursor.index(), -1);
 }
 
-TYPED_TEST(coLists, remove_goes_on_to_the_next_element) {
+TYPED_TEST(coLists, remove_moves_to_the_next_element) {
     TypeParam list{1, 2, 3};
     typename TypeParam::coCursor cursor(list);
     cursor.set_index(1);
@@ -147,20 +149,20 @@ TYPED_TEST(coLists, remove_goes_on_to_the_next_element) {
     EXPECT_EQ(contents(list), (std::vector<int>{1, 9}));
 }
 
-TYPED_TEST(coLists, remove_backwards_lets_a_walk_go_on_behind_what_went) {
+TYPED_TEST(coLists, after_remove_backwards_a_step_reaches_the_next_element) {
     TypeParam list{1, 2, 3, 4, 5};
     typename TypeParam::coCursor cursor(list);
-    std::vector<int> met;
+    std::vector<int> visited;
     while (++cursor) {
-        met.push_back(*cursor);
+        visited.push_back(*cursor);
         if (*cursor % 2 == 1) cursor.remove_backwards();
     }
-    EXPECT_EQ(met, (std::vector<int>{1, 2, 3, 4, 5}));
+    EXPECT_EQ(visited, (std::vector<int>{1, 2, 3, 4, 5}));
     EXPECT_EQ(contents(list), (std::vector<int>{2, 4}));
     EXPECT_EQ(cursor.remove_backwards(), 0);
 }
 
-TYPED_TEST(coLists, cursor_keeps_its_element_when_the_ends_go) {
+TYPED_TEST(coLists, a_cursor_keeps_its_element_when_the_ends_are_removed) {
     TypeParam list{1, 2, 3};
     typename TypeParam::coCursor cursor(list);
     cursor.set_index(1);
@@ -174,7 +176,7 @@ TYPED_TEST(coLists, cursor_keeps_its_element_when_the_ends_go) {
     EXPECT_EQ(cursor.remove_last(), 0);
 }
 
-TYPED_TEST(coLists, cursor_on_the_tail_steps_back_when_the_tail_goes) {
+TYPED_TEST(coLists, a_cursor_on_the_tail_moves_back_when_the_tail_is_removed) {
     TypeParam list{1, 2};
     typename TypeParam::coCursor cursor(list);
     cursor.set_index(1);
@@ -185,7 +187,7 @@ TYPED_TEST(coLists, cursor_on_the_tail_steps_back_when_the_tail_goes) {
     EXPECT_EQ(cursor.index(), -1);
 }
 
-TYPED_TEST(coLists, becomes_a_copy_that_is_its_own) {
+TYPED_TEST(coLists, becomes_an_independent_copy) {
     TypeParam original{1, 2, 3};
     TypeParam copy(utCopy(), original);
     original.remove_first();
@@ -198,7 +200,7 @@ TYPED_TEST(coLists, becomes_a_copy_that_is_its_own) {
     EXPECT_EQ(contents(moved), (std::vector<int>{2, 3}));
 }
 
-TYPED_TEST(coLists, follows_a_plain_list_through_random_changes) {
+TYPED_TEST(coLists, behaves_like_a_plain_list_under_random_changes) {
     for (unsigned seed = 1; seed <= 5; ++seed) {
         SCOPED_TRACE(testing::Message() << "seed " << seed);
         std::mt19937 random(seed);
@@ -206,21 +208,108 @@ TYPED_TEST(coLists, follows_a_plain_list_through_random_changes) {
         std::vector<int> plain;
         for (int step = 0; step < 500; ++step) {
             typename TypeParam::coCursor cursor(list);
-            const int place = plain.empty() ? -1 : static_cast<int>(random() % plain.size());
-            cursor.set_index(place);
-            if (place < 0 || random() % 5 < 3) {
+            const int index = plain.empty() ? -1 : static_cast<int>(random() % plain.size());
+            cursor.set_index(index);
+            if (index < 0 || random() % 5 < 3) {
                 const bool after = random() % 2 == 0;
                 after ? cursor.insert_after(step) : cursor.insert_before(step);
-                const int at = place < 0 ? 0 : place + (after ? 1 : 0);
+                const int at = index < 0 ? 0 : index + (after ? 1 : 0);
                 plain.insert(plain.begin() + at, step);
             } else {
                 random() % 2 == 0 ? cursor.remove() : cursor.remove_backwards();
-                plain.erase(plain.begin() + place);
+                plain.erase(plain.begin() + index);
             }
             ASSERT_EQ(contents(list), plain);
             ASSERT_EQ(list.size(), static_cast<int>(plain.size()));
         }
     }
+}
+
+TYPED_TEST(coLists, reading_an_empty_list_gives_nil) {
+    TypeParam list;
+    const TypeParam& constant = list;
+    EXPECT_EQ(&list.read_first(), &TypeParam::nil());
+    EXPECT_EQ(&list.read_last(), &TypeParam::nil());
+    EXPECT_EQ(&constant.read_first(), &TypeParam::nil());
+    EXPECT_EQ(&constant.read_last(), &TypeParam::nil());
+    EXPECT_EQ(TypeParam::nil(), 0);
+    list.insert_last(7);
+    list.insert_last(8);
+    EXPECT_EQ(list.read_first(), 7);
+    EXPECT_EQ(list.read_last(), 8);
+}
+
+TYPED_TEST(coLists, reading_at_a_position_before_the_first_gives_nil) {
+    TypeParam list{7};
+    typename TypeParam::coIterator it(list);
+    typename TypeParam::coCursor cursor(list);
+    EXPECT_EQ(&it.read(), &TypeParam::nil());
+    EXPECT_EQ(&*it, &TypeParam::nil());
+    EXPECT_EQ(it.operator->(), &TypeParam::nil());
+    EXPECT_EQ(&cursor.read(), &TypeParam::nil());
+    EXPECT_EQ(&*cursor, &TypeParam::nil());
+    while (++cursor) {
+    }
+    EXPECT_EQ(&cursor.read(), &TypeParam::nil());
+    cursor.set_index(0);
+    cursor.remove();
+    EXPECT_EQ(&cursor.read(), &TypeParam::nil());
+}
+
+TYPED_TEST(coLists, a_cursor_changes_its_element) {
+    TypeParam list{1, 2};
+    typename TypeParam::coCursor cursor(list);
+    cursor.set_index(1);
+    cursor.element() = 9;
+    EXPECT_EQ(contents(list), (std::vector<int>{1, 9}));
+    EXPECT_EQ(cursor.read(), 9);
+}
+
+TYPED_TEST(coLists, work_with_standard_algorithms) {
+    TypeParam list{3, 1, 2, 1};
+    EXPECT_EQ(std::count(list.begin(), list.end(), 1), 2);
+    std::replace(list.begin(), list.end(), 1, 5);
+    EXPECT_EQ(contents(list), (std::vector<int>{3, 5, 2, 5}));
+    typename TypeParam::iterator it = list.begin();
+    EXPECT_EQ(*it++, 3);
+    EXPECT_EQ(*it, 5);
+    EXPECT_EQ(it.operator->(), &*it);
+    const TypeParam empty;
+    EXPECT_TRUE(empty.begin() == empty.end());
+}
+
+TYPED_TEST(coLists, are_assigned_by_copying_and_by_moving) {
+    const TypeParam original{1, 2};
+    TypeParam copy{9};
+    copy = original;
+    EXPECT_EQ(contents(copy), (std::vector<int>{1, 2}));
+    TypeParam moved{7, 8, 9};
+    moved = std::move(copy);
+    EXPECT_EQ(contents(moved), (std::vector<int>{1, 2}));
+    const TypeParam constructed(moved);
+    EXPECT_EQ(contents(constructed), (std::vector<int>{1, 2}));
+}
+
+TYPED_TEST(coLists, large_steps_end_before_the_first) {
+    TypeParam list{0, 1};
+    typename TypeParam::coIterator it(list);
+    EXPECT_EQ(it -= 3, 0);
+    EXPECT_EQ(it.index(), -1);
+    EXPECT_EQ(it += -3, 0);
+    EXPECT_EQ(it -= -3, 0);
+    EXPECT_EQ(it -= 0, 0);
+    EXPECT_NE(it -= 2, 0);
+    EXPECT_EQ(*it, 0);
+    EXPECT_NE(it -= 0, 0);
+}
+
+TEST(coDList, taking_the_elements_of_an_empty_list_changes_nothing) {
+    coDList<int> list{1};
+    coDList<int> empty;
+    list.take_last(empty);
+    EXPECT_EQ(contents(list), (std::vector<int>{1}));
+    list.take_last(empty, {});
+    EXPECT_EQ(contents(list), (std::vector<int>{1}));
 }
 
 TEST(coDList, links_both_ways_after_changes_in_the_middle) {
@@ -235,14 +324,14 @@ TEST(coDList, links_both_ways_after_changes_in_the_middle) {
     EXPECT_EQ(backwards, (std::vector<int>{4, 3, 1}));
 }
 
-TEST(coDList, can_be_walked_by_a_loop_over_its_elements) {
+TEST(coDList, a_range_based_loop_can_change_the_elements) {
     coDList<int> list{1, 2, 3};
     for (int& element : list) element *= 10;
     EXPECT_EQ(contents(list), (std::vector<int>{10, 20, 30}));
     EXPECT_EQ(list.read_last(), 30);
 }
 
-TEST(coDList, takes_over_the_elements_of_another_list_where_they_stand) {
+TEST(coDList, takes_the_elements_of_another_list_at_their_addresses) {
     coDList<int> list{1, 2};
     coDList<int> other{3, 4};
     const int* const third = &other.read_first();
@@ -258,7 +347,7 @@ TEST(coDList, takes_over_the_elements_of_another_list_where_they_stand) {
     EXPECT_EQ(list.size(), 0);
 }
 
-TEST(coDList, takes_over_the_elements_of_another_list_in_a_new_order) {
+TEST(coDList, takes_the_elements_of_another_list_in_a_new_order) {
     coDList<int> list{1};
     coDList<int> other{2, 3, 4};
     list.take_last(other, {2, 0, 1});

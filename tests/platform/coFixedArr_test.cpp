@@ -27,7 +27,7 @@ TEST(coFixedArr, starts_with_zeros) {
     EXPECT_EQ(coFixedArr<int>(-1).size(), 0);
 }
 
-TEST(coFixedArr, takes_the_size_of_what_it_becomes) {
+TEST(coFixedArr, becoming_a_copy_takes_its_size) {
     const coFixedArr<int> large = counting(5);
     coFixedArr<int> array(2);
     array.become(utCopy(), large);
@@ -36,7 +36,7 @@ TEST(coFixedArr, takes_the_size_of_what_it_becomes) {
     EXPECT_EQ(array.size(), 0);
 }
 
-TEST(coFixedArr, uses_its_storage_again_for_the_same_size) {
+TEST(coFixedArr, reuses_its_storage_for_the_same_size) {
     const coFixedArr<int> source = counting(5);
     coFixedArr<int> array(5);
     const int* const storage = array.array();
@@ -53,6 +53,21 @@ TEST(coFixedArr, is_empty_after_it_was_moved_from) {
     EXPECT_EQ(source.size(), 2);
 }
 
+TEST(coFixedArr, is_copied_and_assigned) {
+    const coFixedArr<int> original = counting(3);
+    coFixedArr<int> copy(original);
+    EXPECT_EQ(contents(copy), contents(original));
+    EXPECT_EQ(contents(coFixedArr<int>(utCopy(), original)), contents(original));
+    coFixedArr<int> assigned(1);
+    assigned = copy;
+    copy[0] = 9;
+    EXPECT_EQ(contents(assigned), contents(original));
+    assigned.become(utCopy(), assigned);
+    EXPECT_EQ(contents(assigned), contents(original));
+    for (int& element : assigned) ++element;
+    EXPECT_EQ(contents(assigned), (std::vector<int>{1, 2, 3}));
+}
+
 TEST(coDynArr, starts_new_elements_at_zero) {
     coDynArr<int> array;
     array.resize(2);
@@ -65,17 +80,26 @@ TEST(coDynArr, starts_new_elements_at_zero) {
 
 TEST(coDynArr, appends_an_element_of_its_own) {
     coDynArr<std::string> array;
-    array.add("a text that is too long for its own pocket");
+    array.add("a text that is too long for the small-string buffer");
     for (int i = 0; i < 20; ++i) array.add(array[0]);
     EXPECT_EQ(array[20], array[0]);
 }
 
-TEST(coDynArr, becomes_a_copy_that_is_its_own) {
+TEST(coDynArr, becomes_an_independent_copy) {
     coDynArr<int> original{1, 2};
     coDynArr<int> copy;
     copy.become(utCopy(), original);
     original[0] = 9;
     EXPECT_EQ(contents(copy), (std::vector<int>{1, 2}));
+}
+
+TEST(coDynArr, takes_sizes_below_zero_as_zero) {
+    EXPECT_EQ(coDynArr<int>(-3).size(), 0);
+    coDynArr<int> array{1};
+    array.reserve(-3);
+    EXPECT_EQ(contents(array), (std::vector<int>{1}));
+    array.clear();
+    EXPECT_EQ(array.size(), 0);
 }
 
 TEST(coDynArr, keeps_its_elements_when_it_shrinks) {

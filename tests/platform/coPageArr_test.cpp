@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 #include <ncamcontainer/coPageArr.h>
 
+#include <algorithm>
+#include <numeric>
 #include <string>
 #include <utility>
 #include <vector>
@@ -23,7 +25,7 @@ std::vector<int> contents(const IntArr& array) {
 
 }  // namespace
 
-TEST(coPageArr, has_pages_of_256_elements_unless_told_otherwise) {
+TEST(coPageArr, has_pages_of_256_elements_by_default) {
     IntArr array;
     EXPECT_EQ(array.page_size(), 256);
     array[255] = 1;
@@ -60,6 +62,66 @@ TEST(coPageArr, indexing_raises_the_mark_and_never_lowers_it) {
     EXPECT_EQ(array.size(), 10);
 }
 
+TEST(coPageArr, reading_past_the_mark_gives_nil_and_adds_nothing) {
+    const IntArr array = counting(5);
+    EXPECT_EQ(array[4], 4);
+    EXPECT_EQ(&array[5], &IntArr::nil());
+    EXPECT_EQ(&array[1000000], &IntArr::nil());
+    EXPECT_EQ(&array[-1], &IntArr::nil());
+    EXPECT_EQ(IntArr::nil(), 0);
+    EXPECT_EQ(array.size(), 5);
+    EXPECT_EQ(array.pages(), 2);
+    EXPECT_EQ(&*array.iterator(), &IntArr::nil());
+    EXPECT_EQ(array.iterator().operator->(), &IntArr::nil());
+}
+
+TEST(coPageArr, copying_from_past_the_mark_gives_copies_of_nil) {
+    const IntArr source = counting(3);
+    IntArr array;
+    array.copy(0, source, 1, 4);
+    EXPECT_EQ(contents(array), (std::vector<int>{1, 2, 0, 0}));
+    int out[2] = {9, 9};
+    source.copyout(2, out, 2);
+    EXPECT_EQ(out[0], 2);
+    EXPECT_EQ(out[1], 0);
+    array.copy(0, source, 0, 0);
+    EXPECT_EQ(array.size(), 4);
+}
+
+TEST(coPageArr, works_with_standard_algorithms_across_pages) {
+    IntArr array = counting(11);
+    array.reverse();
+    std::sort(array.begin(), array.end());
+    EXPECT_EQ(contents(array), contents(counting(11)));
+    EXPECT_EQ(array.end() - array.begin(), 11);
+    EXPECT_EQ(std::accumulate(array.begin(), array.end(), 0), 55);
+    const IntArr& constant = array;
+    EXPECT_TRUE(std::binary_search(constant.begin(), constant.end(), 7));
+    EXPECT_EQ(constant.begin()[3], 3);
+    EXPECT_EQ(*(2 + constant.begin()--), 2);
+    EXPECT_TRUE(IntArr().begin() == IntArr().end());
+}
+
+TEST(coPageArr, limits_the_arguments_of_its_constructor) {
+    IntArr array(-1, 0, -5);
+    EXPECT_EQ(array.page_size(), 1);
+    for (int i = 0; i < 20; ++i) array.add(i);
+    EXPECT_EQ(array.pages(), 20);
+    EXPECT_EQ(IntArr(99, 1, 1).page_size(), 1 << 30);
+}
+
+TEST(coPageArr, is_assigned_by_copying_and_by_moving) {
+    const IntArr original = counting(6);
+    IntArr copy;
+    copy = original;
+    EXPECT_EQ(contents(copy), contents(original));
+    IntArr& same = copy;
+    copy = std::move(same);
+    EXPECT_EQ(contents(copy), contents(original));
+    const IntArr constructed(copy);
+    EXPECT_EQ(contents(constructed), contents(original));
+}
+
 TEST(coPageArr, clear_keeps_the_first_elements) {
     IntArr array = counting(10);
     array.clear(3);
@@ -72,7 +134,7 @@ TEST(coPageArr, clear_keeps_the_first_elements) {
     EXPECT_EQ(array.pages(), 0);
 }
 
-TEST(coPageArr, elements_past_the_mark_are_fresh_when_they_come_back) {
+TEST(coPageArr, elements_past_the_mark_are_default_constructed_when_they_return) {
     IntArr array = counting(4);
     array.clear(1);
     array[3];
@@ -88,7 +150,7 @@ TEST(coPageArr, shrink_keeps_spare_pages) {
     EXPECT_EQ(array[6], 0);
 }
 
-TEST(coPageArr, copies_across_pages_also_within_itself) {
+TEST(coPageArr, copies_across_pages_and_within_itself) {
     IntArr array = counting(10);
     array.copy(3, array, 0, 10);
     EXPECT_EQ(contents(array), (std::vector<int>{0, 1, 2, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
@@ -156,7 +218,7 @@ TEST(coPageArr, repaginate_of_an_empty_array_clears_it_outright) {
     EXPECT_EQ(array.repaginate(), 0);
 }
 
-TEST(coPageArr, becomes_a_copy_that_is_its_own) {
+TEST(coPageArr, becomes_an_independent_copy) {
     IntArr original = counting(10);
     IntArr copy(utCopy(), original);
     original[0] = 99;
@@ -177,17 +239,17 @@ TEST(coPageArr, is_empty_and_usable_after_it_was_moved_from) {
     EXPECT_EQ(original.size(), 1);
 }
 
-TEST(coPageArr, adds_an_element_of_its_own) {
+TEST(coPageArr, adds_a_copy_of_one_of_its_elements) {
     coPageArr<std::string> array(1, 1, 1);
-    array.add("a text that is too long for its own pocket");
+    array.add("a text that is too long for the small-string buffer");
     for (int i = 0; i < 9; ++i) array.add(array[i]);
     EXPECT_EQ(array[9], array[0]);
 }
 
-TEST(coPageArr, iterator_walks_from_the_first_and_again) {
+TEST(coPageArr, an_iterator_visits_all_elements_twice) {
     const IntArr array = counting(6);
     IntArr::coIterator it = array.iterator();
-    for (int walk = 0; walk < 2; ++walk) {
+    for (int pass = 0; pass < 2; ++pass) {
         int expected = 0;
         for (int more = it.do_first(); more != 0; more = ++it) EXPECT_EQ(*it, expected++);
         EXPECT_EQ(expected, 6);

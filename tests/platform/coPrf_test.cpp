@@ -77,7 +77,7 @@ TEST(coPrf, self_assignment_keeps_the_target) {
     EXPECT_NE(handle.get(), nullptr);
 }
 
-TEST(coPrf, assignment_lets_go_of_the_old_target) {
+TEST(coPrf, assignment_releases_the_old_target) {
     std::atomic<int> deleted{0};
     Handle handle(new Counted(deleted));
     handle = Handle(new Counted(deleted));
@@ -86,7 +86,7 @@ TEST(coPrf, assignment_lets_go_of_the_old_target) {
     EXPECT_EQ(deleted, 2);
 }
 
-TEST(coPrf, shares_its_counts_with_standard_pointers_both_ways) {
+TEST(coPrf, shares_its_counts_with_standard_pointers_in_both_directions) {
     std::atomic<int> deleted{0};
     std::shared_ptr<Counted> standard = std::make_shared<Counted>(deleted);
     Handle handle = standard;
@@ -110,7 +110,7 @@ TEST(coPrf, a_weak_use_does_not_keep_the_target) {
     EXPECT_TRUE(weak.expired());
 }
 
-TEST(coPrf, turns_into_a_handle_to_the_base) {
+TEST(coPrf, converts_to_a_handle_to_the_base) {
     std::atomic<int> deleted{0};
     {
         const coPrf<Derived> derived(new Derived(deleted));
@@ -120,7 +120,7 @@ TEST(coPrf, turns_into_a_handle_to_the_base) {
     EXPECT_EQ(deleted, 1);
 }
 
-TEST(coPrf, counts_right_when_threads_copy_and_drop_handles) {
+TEST(coPrf, counts_uses_correctly_when_threads_copy_and_release_handles) {
     std::atomic<int> deleted{0};
     Handle handle(new Counted(deleted));
     std::vector<std::thread> threads;

@@ -2,17 +2,19 @@
 #include <ncamcontainer/builtin_containers.h>
 #include <ncamcontainer/coSet.h>
 
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <random>
 #include <set>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
 
-// A set whose elements all collide, so that every search runs through the others.
+// A hash with three values, so most elements collide.
 struct CollidingInterface {
     static unsigned int obj_hash(const int& element) {
         return static_cast<unsigned int>(element % 3);
@@ -21,7 +23,7 @@ struct CollidingInterface {
 };
 using CollidingSet = coSet<int, CollidingInterface>;
 
-// Equal by number, apart by name.
+// Compared by number; the name shows which of two equal elements is stored.
 struct Named {
     int number = 0;
     std::string name;
@@ -34,11 +36,12 @@ template <class Set>
 std::set<int> contents(const Set& set) {
     std::set<int> found;
     for (typename Set::coIterator it(set); ++it;) found.insert(*it);
+    EXPECT_EQ(found, std::set<int>(set.begin(), set.end()));
     return found;
 }
 
 template <class Set>
-void expect_same_as_the_plain_set_through_random_changes(unsigned seed, Set set) {
+void expect_the_contents_of_a_plain_set_under_random_changes(unsigned seed, Set set) {
     SCOPED_TRACE(testing::Message() << "seed " << seed);
     std::mt19937 random(seed);
     std::set<int> plain;
@@ -46,8 +49,8 @@ void expect_same_as_the_plain_set_through_random_changes(unsigned seed, Set set)
         const int element = static_cast<int>(random() % 300);
         if (random() % 2 == 0) {
             const bool was_new = plain.insert(element).second;
-            const int& answer = set.add(element);
-            ASSERT_EQ(&answer == &Set::nil(), was_new);
+            const int& stored = set.add(element);
+            ASSERT_EQ(&stored == &Set::nil(), was_new);
         } else {
             plain.erase(element);
             set.remove(element);
@@ -89,7 +92,7 @@ TEST(coSet, doubles_until_the_count_is_below_the_load_limit) {
     EXPECT_EQ(set.arr_size(), 128);  // 1 is not below 0.64, but below 1.28
 }
 
-TEST(coSet, brings_limits_from_outside_inside) {
+TEST(coSet, limits_the_arguments_of_its_constructor) {
     for (const int load_limit : {-5, 0, 100, 1000}) {
         intcoSet set(0, load_limit);
         for (int i = 0; i < 100; ++i) set.add(i);
@@ -109,7 +112,7 @@ TEST(coSet, finds_and_removes_before_the_first_add) {
     EXPECT_EQ(set.arr_size(), 0);
 }
 
-TEST(coSet, answers_nil_for_a_new_element_and_the_stored_one_for_an_equal_one) {
+TEST(coSet, add_returns_nil_for_a_new_element_and_the_stored_one_for_an_equal_one) {
     NamedSet set(4, 50);
     EXPECT_EQ(&set.add({7, "first"}), &NamedSet::nil());
     EXPECT_EQ(set.add({7, "second"}).name, "first");
@@ -140,7 +143,7 @@ TEST(coSet, running_hash_is_the_exclusive_or_of_all_hashes) {
     EXPECT_EQ(set.running_hash(), 0U);
 }
 
-TEST(coSet, an_element_that_equals_nil_is_an_element_like_any_other) {
+TEST(coSet, an_element_that_equals_nil_is_stored_like_any_other) {
     intcoSet set(4, 50);
     EXPECT_EQ(&set.add(0), &intcoSet::nil());
     EXPECT_EQ(set.size(), 1);
@@ -149,13 +152,13 @@ TEST(coSet, an_element_that_equals_nil_is_an_element_like_any_other) {
     EXPECT_NE(&set.add(0), &intcoSet::nil());
 }
 
-TEST(coSet, nil_itself_is_never_put_in) {
+TEST(coSet, nil_itself_is_never_inserted) {
     intcoSet set(4, 50);
     EXPECT_EQ(&set.add(intcoSet::nil()), &intcoSet::nil());
     EXPECT_EQ(set.size(), 0);
 }
 
-TEST(coSet, an_element_that_comes_to_equal_nil_later_opens_no_hole) {
+TEST(coSet, an_element_that_becomes_equal_to_nil_does_not_hide_the_others) {
     struct SharedInterface {
         static unsigned int obj_hash(const std::shared_ptr<int>&) { return 5; }
         static int obj_compare(const std::shared_ptr<int>& a, const std::shared_ptr<int>& b) {
@@ -176,18 +179,18 @@ TEST(coSet, an_element_that_comes_to_equal_nil_later_opens_no_hole) {
 TEST(coSet, closes_the_gap_when_colliding_elements_are_removed) {
     CollidingSet set(4, 80);
     for (int i = 0; i < 12; ++i) set.add(i);
-    for (const int gone : {3, 0, 6}) {
-        EXPECT_EQ(set.remove(gone), gone);
-        EXPECT_FALSE(set.contains(gone));
+    for (const int removed : {3, 0, 6}) {
+        EXPECT_EQ(set.remove(removed), removed);
+        EXPECT_FALSE(set.contains(removed));
     }
     EXPECT_EQ(contents(set), (std::set<int>{1, 2, 4, 5, 7, 8, 9, 10, 11}));
 }
 
-TEST(coSet, answers_like_a_plain_set_through_random_changes) {
+TEST(coSet, behaves_like_a_plain_set_under_random_changes) {
     for (unsigned seed = 1; seed <= 5; ++seed) {
-        expect_same_as_the_plain_set_through_random_changes(seed, intcoSet(0, 99));
-        expect_same_as_the_plain_set_through_random_changes(seed, intcoSet(4, 50));
-        expect_same_as_the_plain_set_through_random_changes(seed, CollidingSet(2, 75));
+        expect_the_contents_of_a_plain_set_under_random_changes(seed, intcoSet(0, 99));
+        expect_the_contents_of_a_plain_set_under_random_changes(seed, intcoSet(4, 50));
+        expect_the_contents_of_a_plain_set_under_random_changes(seed, CollidingSet(2, 75));
     }
 }
 
@@ -207,17 +210,85 @@ TEST(coSet, removes_any_until_it_is_empty) {
     EXPECT_EQ(set.remove_any(), intcoSet::nil());
 }
 
-TEST(coSet, walks_each_element_once_and_is_ready_to_walk_again) {
+TEST(coSet, an_iterator_visits_each_element_once_in_each_pass) {
     intcoSet set{5, 6, 7};
     intcoSet::coIterator it(set);
-    for (int walk = 0; walk < 2; ++walk) {
+    for (int pass = 0; pass < 2; ++pass) {
         int count = 0;
         while (++it) ++count;
         EXPECT_EQ(count, 3);
     }
 }
 
-TEST(coSet, tells_subsets) {
+TEST(coSet, reading_at_a_position_before_the_first_gives_nil) {
+    const intcoSet set{5};
+    intcoSet::coIterator it(set);
+    EXPECT_EQ(&*it, &intcoSet::nil());
+    ++it;
+    EXPECT_EQ(*it, 5);
+    it.reset();
+    EXPECT_EQ(it.operator->(), &intcoSet::nil());
+}
+
+TEST(coSet, works_with_standard_algorithms) {
+    const intcoSet set{5, 6, 7};
+    int sum = 0;
+    for (const int element : set) sum += element;
+    EXPECT_EQ(sum, 18);
+    EXPECT_EQ(std::count_if(set.begin(), set.end(), [](int element) { return element > 5; }), 2);
+    intcoSet::const_iterator it = set.begin();
+    const int first = *it++;
+    EXPECT_NE(*it, first);
+    EXPECT_EQ(it.operator->(), &*it);
+    EXPECT_TRUE(intcoSet().begin() == intcoSet().end());
+}
+
+TEST(coSet, is_equal_to_a_set_with_the_same_elements_in_other_slots) {
+    intcoSet small_table(2, 90);
+    intcoSet large_table(8, 50);
+    for (const int element : {1, 2, 3}) small_table.add(element);
+    for (const int element : {3, 2, 1}) large_table.add(element);
+    EXPECT_TRUE(small_table == large_table);
+    large_table.add(4);
+    EXPECT_FALSE(small_table == large_table);
+    small_table.add(5);
+    EXPECT_FALSE(small_table == large_table);
+}
+
+TEST(coSet, sets_with_equal_running_hashes_and_different_elements_differ) {
+    CollidingSet zeros(4, 50);  // 0 and 3 have the hash 0, 1 and 4 have the hash 1
+    CollidingSet ones(4, 50);
+    for (const int element : {0, 1, 4}) zeros.add(element);
+    for (const int element : {3, 1, 4}) ones.add(element);
+    EXPECT_EQ(zeros.running_hash(), ones.running_hash());
+    EXPECT_FALSE(zeros == ones);
+}
+
+TEST(coSet, is_assigned_by_copying_and_by_moving) {
+    const intcoSet original{1, 2};
+    intcoSet copy{9};
+    copy = original;
+    EXPECT_TRUE(copy == original);
+    intcoSet moved{7};
+    moved = std::move(copy);
+    EXPECT_TRUE(moved == original);
+    intcoSet& same = moved;
+    moved = std::move(same);
+    EXPECT_TRUE(moved == original);
+    const intcoSet constructed(std::move(moved));
+    EXPECT_TRUE(constructed == original);
+}
+
+TEST(coSet, becoming_a_copy_of_an_empty_set_releases_the_slots) {
+    intcoSet set{1};
+    set.become(utCopy(), intcoSet(6, 50));
+    EXPECT_EQ(set.arr_size(), 0);
+    set.clear();
+    set.add(1);
+    EXPECT_EQ(set.arr_size(), 64);
+}
+
+TEST(coSet, recognises_subsets) {
     const intcoSet small{1, 2};
     const intcoSet large{1, 2, 3};
     const intcoSet other{1, 4};
@@ -238,7 +309,7 @@ TEST(coSet, unites_intersects_and_subtracts_in_place) {
     EXPECT_EQ(contents(set), (std::set<int>{2, 4}));
 }
 
-TEST(coSet, operates_on_itself_as_mathematics_has_it) {
+TEST(coSet, combines_with_itself) {
     intcoSet set{1, 2, 3};
     const intcoSet& same = set;
     set += same;
@@ -249,7 +320,7 @@ TEST(coSet, operates_on_itself_as_mathematics_has_it) {
     EXPECT_EQ(set.size(), 0);
 }
 
-TEST(coSet, becomes_a_copy_that_is_its_own) {
+TEST(coSet, becomes_an_independent_copy) {
     intcoSet original{1, 2, 3};
     intcoSet copy(utCopy(), original);
     original.remove(2);
@@ -271,7 +342,7 @@ TEST(coSet, keeps_its_slots_when_it_is_cleared) {
     EXPECT_FALSE(set.contains(3));
 }
 
-TEST(coSet, removes_an_element_that_is_named_by_its_own_stored_copy) {
+TEST(coSet, removes_an_element_that_is_passed_by_its_stored_copy) {
     NamedSet set(4, 50);
     set.add({1, "one"});
     const Named& stored = set.find({1, ""});
@@ -279,7 +350,7 @@ TEST(coSet, removes_an_element_that_is_named_by_its_own_stored_copy) {
     EXPECT_EQ(set.size(), 0);
 }
 
-TEST(coSet, gives_numbers_at_equal_distances_different_hashes) {
+TEST(coSet, numbers_at_equal_distances_have_different_hashes) {
     for (const int distance : {1, 2, 16, 1000, 4096, 65536, 65537}) {
         std::set<unsigned int> hashes;
         for (int i = 0; i < 1024; ++i) {
@@ -289,7 +360,7 @@ TEST(coSet, gives_numbers_at_equal_distances_different_hashes) {
     }
 }
 
-TEST(coSet, gives_negative_numbers_hashes_of_their_own) {
+TEST(coSet, negative_numbers_have_different_hashes) {
     std::set<unsigned int> hashes;
     for (int i = -1000; i < 1000; ++i) hashes.insert(coObjInterface<int>::obj_hash(i));
     for (long long i = 1; i <= 1000; ++i) {
@@ -298,7 +369,7 @@ TEST(coSet, gives_negative_numbers_hashes_of_their_own) {
     EXPECT_EQ(hashes.size(), 3000U);
 }
 
-TEST(coSet, keeps_the_running_hash_right_for_an_element_whose_hash_is_0) {
+TEST(coSet, an_element_whose_hash_is_0_is_part_of_the_running_hash) {
     CollidingSet set(4, 50);  // 0 and 3 have the hash 0, 1 has the hash 1
     set.add(0);
     set.add(3);
@@ -323,28 +394,28 @@ TEST(coSet, holds_enumerations_and_pointers) {
     EXPECT_FALSE(pointers.contains(&numbers[1]));
 }
 
-TEST(coSet, makes_nil_once_however_many_threads_ask_first) {
-    struct FirstAskedHere {
+TEST(coSet, makes_nil_once_when_several_threads_ask_at_the_same_time) {
+    struct OnlyUsedHere {
         int number = 0;
-        bool operator==(const FirstAskedHere&) const = default;
+        bool operator==(const OnlyUsedHere&) const = default;
     };
-    std::array<const FirstAskedHere*, 8> answers{};
+    std::array<const OnlyUsedHere*, 8> found{};
     std::vector<std::thread> threads;
-    for (const FirstAskedHere*& answer : answers) {
-        threads.emplace_back([&answer] { answer = &coSet<FirstAskedHere>::nil(); });
+    for (const OnlyUsedHere*& nil : found) {
+        threads.emplace_back([&nil] { nil = &coSet<OnlyUsedHere>::nil(); });
     }
     for (std::thread& thread : threads) thread.join();
-    for (const FirstAskedHere* answer : answers) EXPECT_EQ(answer, answers[0]);
+    for (const OnlyUsedHere* nil : found) EXPECT_EQ(nil, found[0]);
 }
 
-TEST(coSet, is_a_set_core_with_copying_and_joining) {
+TEST(coSet, derives_from_the_set_core) {
     static_assert(std::is_base_of_v<basecoSet<int>, coSet<int>>);
     static_assert(std::is_base_of_v<coHash<int>, basecoSet<int>>);
     basecoSet<int> core(4, 50);
     EXPECT_EQ(&core.add(7), &core.nil());
     EXPECT_EQ(core.add(7), 7);
-    basecoSetcoIterator<int> walk(core);
-    EXPECT_NE(++walk, 0);
-    EXPECT_EQ(*walk, 7);
-    EXPECT_EQ(++walk, 0);
+    basecoSetcoIterator<int> it(core);
+    EXPECT_NE(++it, 0);
+    EXPECT_EQ(*it, 7);
+    EXPECT_EQ(++it, 0);
 }

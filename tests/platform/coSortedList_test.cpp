@@ -17,7 +17,7 @@ using Sorted = coSortedList<Item, LessKey>;
 
 }  // namespace
 
-TEST(coSortedList, puts_a_new_element_behind_those_that_compare_equal) {
+TEST(coSortedList, inserts_a_new_element_after_those_that_compare_equal) {
     Sorted list;
     std::vector<Item> plain;
     std::mt19937 random(20);
@@ -31,14 +31,21 @@ TEST(coSortedList, puts_a_new_element_behind_those_that_compare_equal) {
     EXPECT_EQ(list.size(), 1000);
 }
 
-TEST(coSortedList, walks_backwards) {
+TEST(coSortedList, reading_an_empty_list_gives_nil) {
+    Sorted list;
+    EXPECT_EQ(&list.read_first(), &Sorted::nil());
+    EXPECT_EQ(&list.read_last(), &Sorted::nil());
+    EXPECT_EQ(Sorted::nil(), Item());
+}
+
+TEST(coSortedList, can_be_read_backwards) {
     Sorted list;
     for (const int key : {2, 1, 3}) list.add({key, 0});
     EXPECT_EQ(list.rbegin()->first, 3);
     EXPECT_EQ(list.read_last().first, 3);
 }
 
-TEST(coSortedList, removes_the_first_and_takes_no_harm_when_empty) {
+TEST(coSortedList, removing_the_first_of_an_empty_list_does_nothing) {
     Sorted list;
     list.add({2, 0});
     list.add({1, 0});
@@ -50,7 +57,7 @@ TEST(coSortedList, removes_the_first_and_takes_no_harm_when_empty) {
     EXPECT_EQ(list.size(), 0);
 }
 
-TEST(coSortedList, becomes_a_copy_that_is_its_own) {
+TEST(coSortedList, becomes_an_independent_copy) {
     Sorted original;
     original.add({1, 0});
     Sorted copy(utCopy(), original);

@@ -26,7 +26,7 @@ TEST(coTable, reading_a_missing_key_adds_nothing) {
     EXPECT_EQ(table.read(7), "seven");
 }
 
-TEST(coTable, tells_whether_there_was_a_record_to_remove) {
+TEST(coTable, remove_returns_whether_there_was_a_record) {
     Table table;
     table[7] = "seven";
     EXPECT_EQ(table.remove(8), 0);
@@ -41,7 +41,7 @@ TEST(coTable, keeps_the_values_through_growth) {
     for (int i = 0; i < 500; ++i) EXPECT_EQ(table.read(i), std::to_string(i));
 }
 
-TEST(coTable, leaves_the_value_of_nil_alone_when_the_nil_key_is_indexed) {
+TEST(coTable, indexing_the_nil_key_does_not_change_the_nil_record) {
     Table table;
     table[0] = "zero";
     EXPECT_EQ(table.read(0), "zero");
@@ -49,7 +49,7 @@ TEST(coTable, leaves_the_value_of_nil_alone_when_the_nil_key_is_indexed) {
     EXPECT_EQ(table.read(1), "");
 }
 
-TEST(coTable, becomes_a_copy_that_is_its_own) {
+TEST(coTable, becomes_an_independent_copy) {
     Table original;
     original[1] = "one";
     Table copy(utCopy(), original);
@@ -59,11 +59,16 @@ TEST(coTable, becomes_a_copy_that_is_its_own) {
     EXPECT_EQ(copy.read(1), "changed");
 }
 
-TEST(coTable, can_be_walked_record_by_record) {
+TEST(coTable, can_be_read_record_by_record) {
     Table table;
     table[1] = "one";
     table[2] = "two";
     int keys = 0;
     for (Table::Records::coIterator it(table.records()); ++it;) keys += it->key;
     EXPECT_EQ(keys, 3);
+    std::string texts;
+    for (const auto& [key, value] : table) texts += std::to_string(key) + value;
+    EXPECT_TRUE(texts == "1one2two" || texts == "2two1one") << texts;
+    table.clear();
+    EXPECT_TRUE(table.begin() == table.end());
 }

@@ -4,7 +4,7 @@
 #include <set>
 #include <string>
 
-TEST(co_hash, is_the_same_for_the_same_bytes_wherever_they_stand) {
+TEST(co_hash, is_the_same_for_the_same_bytes_at_any_address) {
     const std::string text = "a range of bytes";
     const std::string shifted = "x" + text;
     const int size = static_cast<int>(text.size());
@@ -24,7 +24,7 @@ TEST(co_hash, depends_on_every_byte_and_on_the_size) {
     EXPECT_EQ(hashes.size(), 601U);
 }
 
-TEST(co_hash, hashes_nothing_alike_whatever_the_pointer) {
+TEST(co_hash, no_bytes_have_one_hash_whatever_the_pointer) {
     EXPECT_EQ(co_hash(nullptr, 0), co_hash("text", 0));
     EXPECT_EQ(co_hash(nullptr, 0), co_hash("text", -1));
 }

@@ -22,9 +22,9 @@ class Countdown : public coiAbsCloneableIterator<int> {
     int m_now;
 };
 
-TEST(coiFixedIterator, walks_its_values_and_starts_again_after_a_reset) {
+TEST(coiFixedIterator, visits_its_values_and_starts_again_after_a_reset) {
     coiIterator<int> it = coiIterator_from_values<int>({3, 5});
-    for (int walk = 0; walk < 2; ++walk) {
+    for (int pass = 0; pass < 2; ++pass) {
         EXPECT_TRUE(it.undefined());
         ASSERT_TRUE(++it);
         EXPECT_EQ(it(), 3);
@@ -50,7 +50,7 @@ TEST(coiFixedIterator, a_copy_shares_the_values_and_keeps_its_own_position) {
               &dynamic_cast<const Fixed&>(copy.inner()).values());
 }
 
-TEST(coiFixedIterator, of_no_values_never_moves_on) {
+TEST(coiFixedIterator, an_iterator_over_no_values_never_moves) {
     coiIterator<int> it = coiIterator_from_values<int>({});
     EXPECT_FALSE(++it);
     EXPECT_TRUE(it.undefined());
@@ -58,7 +58,7 @@ TEST(coiFixedIterator, of_no_values_never_moves_on) {
 
 }  // namespace
 
-TEST(coiFiller, fills_the_end_of_a_container) {
+TEST(coiFiller, appends_to_a_container) {
     std::vector<int> numbers{1};
     coiFiller<int> filler = coiFiller_from_container(numbers);
     filler.add(2);
@@ -75,12 +75,12 @@ TEST(coiFiller, copies_share_the_sink) {
     EXPECT_EQ(sum, 3);
 }
 
-TEST(coiFiller, an_empty_function_is_a_bad_function_call) {
+TEST(coiFiller, an_empty_function_throws_bad_function_call) {
     coiFiller<int> filler = coiFiller_from_function<int>(std::function<void(int)>());
     EXPECT_THROW(filler.add(1), std::bad_function_call);
 }
 
-TEST(coiIterator, a_copy_is_a_cursor_of_its_own) {
+TEST(coiIterator, a_copy_is_an_independent_cursor) {
     coiIterator<int> it(std::make_unique<Countdown>(2));
     EXPECT_TRUE(it.undefined());
     EXPECT_TRUE(++it);

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(dbgLevel, keeps_what_it_is_made_with) {
+TEST(dbgLevel, returns_what_it_was_made_with) {
     dbgLevel level("dbgLevel_test", "of a test", 3, "link", "file.cpp", 1);
     EXPECT_STREQ(level.get_name(), "dbgLevel_test");
     EXPECT_STREQ(level.get_description(), "of a test");
@@ -19,7 +19,7 @@ TEST(dbgLevel, keeps_what_it_is_made_with) {
     EXPECT_EQ(level.get_level(), -2);
 }
 
-TEST(dbgLevel, is_in_the_manager_of_plain_levels_for_as_long_as_it_lives) {
+TEST(dbgLevel, is_registered_with_the_manager_of_plain_levels_until_it_is_destroyed) {
     const int before = dbgLevel::get_manager()->size();
     {
         dbgLevel level("dbgLevel_test_short", "", 0, "", nullptr, 0);
@@ -29,7 +29,7 @@ TEST(dbgLevel, is_in_the_manager_of_plain_levels_for_as_long_as_it_lives) {
     EXPECT_EQ(dbgLevel::get_manager()->size(), before);
 }
 
-TEST(dbgLevelManager, walks_in_the_order_of_registration) {
+TEST(dbgLevelManager, lists_levels_in_the_order_of_registration) {
     dbgLevelManager manager;
     dbgLevel second("b", "", 0, "", nullptr, 0);
     dbgLevel first("c", "", 0, "", nullptr, 0);
@@ -42,7 +42,7 @@ TEST(dbgLevelManager, walks_in_the_order_of_registration) {
     EXPECT_EQ(manager.level(-1), nullptr);
 }
 
-TEST(dbgLevelManager, finds_by_the_exact_name_and_the_first_of_equals) {
+TEST(dbgLevelManager, finds_the_first_level_with_exactly_the_name) {
     dbgLevelManager manager;
     const std::string same_text = "name";
     dbgLevel first("name", "", 0, "", nullptr, 0);
@@ -57,6 +57,22 @@ TEST(dbgLevelManager, finds_by_the_exact_name_and_the_first_of_equals) {
     EXPECT_EQ(manager.get_by_name(nullptr), nullptr);
 }
 
+TEST(dbgLevelManager, ignores_levels_without_a_name_in_a_search) {
+    dbgLevelManager manager;
+    dbgLevel unnamed(nullptr, nullptr, 0, nullptr, nullptr, 0);
+    manager.register_level(&unnamed);
+    EXPECT_EQ(manager.get_by_name("name"), nullptr);
+    EXPECT_EQ(manager.get_by_name(nullptr), nullptr);
+    EXPECT_EQ(manager.level(0), &unnamed);
+}
+
+TEST(dbgLevelManager, removing_a_level_of_another_manager_does_nothing) {
+    dbgLevelManager manager;
+    dbgLevel level("dbgLevel_test_other", "", 0, "", nullptr, 0);
+    manager.remove_level(&level);
+    EXPECT_EQ(dbgLevel::get_manager()->get_by_name("dbgLevel_test_other"), &level);
+}
+
 TEST(dbgLevelManager, ignores_null_and_a_second_registration) {
     dbgLevelManager manager;
     dbgLevel level("once", "", 0, "", nullptr, 0);
@@ -67,7 +83,7 @@ TEST(dbgLevelManager, ignores_null_and_a_second_registration) {
     EXPECT_EQ(manager.size(), 1);
 }
 
-TEST(dbgLevelManager, a_level_that_is_registered_elsewhere_moves) {
+TEST(dbgLevelManager, a_level_registered_with_another_manager_moves) {
     dbgLevelManager manager;
     dbgLevel level("dbgLevel_test_moves", "", 0, "", nullptr, 0);
     manager.register_level(&level);
@@ -76,7 +92,7 @@ TEST(dbgLevelManager, a_level_that_is_registered_elsewhere_moves) {
     EXPECT_EQ(manager.size(), 0);
 }
 
-TEST(dbgLevelManager, may_end_before_its_levels) {
+TEST(dbgLevelManager, may_be_destroyed_before_its_levels) {
     dbgLevel level("dbgLevel_test_survivor", "", 5, "", nullptr, 0);
     {
         dbgLevelManager manager;

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <set>
 
-TEST(fbaAllocator, gives_blocks_that_do_not_overlap) {
+TEST(fbaAllocator, returns_blocks_that_do_not_overlap) {
     fbaAllocator allocator(24, 7);
     std::set<std::uintptr_t> blocks;
     for (int i = 0; i < 100; ++i) {
@@ -30,7 +30,7 @@ TEST(fbaAllocator, makes_a_page_only_when_the_last_one_is_used_up) {
     EXPECT_EQ(allocator.pages(), 2);
 }
 
-TEST(fbaAllocator, hands_out_again_what_was_given_back) {
+TEST(fbaAllocator, reuses_freed_blocks) {
     fbaAllocator allocator(16, 4);
     void* const first = allocator.allocate();
     void* const second = allocator.allocate();
@@ -42,7 +42,7 @@ TEST(fbaAllocator, hands_out_again_what_was_given_back) {
     EXPECT_EQ(allocator.pages(), 1);
 }
 
-TEST(fbaAllocator, aligns_blocks_for_what_fits_in_them) {
+TEST(fbaAllocator, aligns_blocks_for_every_type_that_fits) {
     for (const int size : {1, 3, 8, 12, 16, 24, 40}) {
         fbaAllocator allocator(size, 5);
         for (int i = 0; i < 12; ++i) {

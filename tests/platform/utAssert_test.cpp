@@ -12,7 +12,7 @@ void remember(const char* message, const char*, int, const char*) { last_message
 
 }  // namespace
 
-TEST(utAssert, hands_failures_to_the_handler_in_place) {
+TEST(utAssert, passes_failures_to_the_installed_handler) {
     const utAssertHandler before = ut_set_assert_handler(remember);
     UT_ASSERT(1 + 1 == 2, "holds");
     EXPECT_EQ(last_message, "");
@@ -21,7 +21,7 @@ TEST(utAssert, hands_failures_to_the_handler_in_place) {
     EXPECT_EQ(ut_set_assert_handler(before), &remember);
 }
 
-TEST(utAssert, null_puts_the_default_handler_back) {
+TEST(utAssert, null_installs_the_default_handler) {
     ut_set_assert_handler(remember);
     EXPECT_EQ(ut_set_assert_handler(nullptr), &remember);
     testing::internal::CaptureStderr();
@@ -29,7 +29,7 @@ TEST(utAssert, null_puts_the_default_handler_back) {
     EXPECT_NE(testing::internal::GetCapturedStderr(), "");
 }
 
-TEST(utAssert, goes_on_after_writing_to_standard_error_by_default) {
+TEST(utAssert, continues_after_writing_to_standard_error_by_default) {
     testing::internal::CaptureStderr();
     ut_assert_failed("message", "file.cpp", 12, "function");
     ut_assert_failed(nullptr, nullptr, 0, nullptr);
@@ -38,7 +38,7 @@ TEST(utAssert, goes_on_after_writing_to_standard_error_by_default) {
               ":0: assertion failed in : \n");
 }
 
-TEST(utTypeID, knows_its_bases_by_identity) {
+TEST(utTypeID, compares_bases_by_address) {
     static const utTypeID base("base");
     static const utTypeID derived("derived", &base);
     static const utTypeID namesake("base");
@@ -48,4 +48,6 @@ TEST(utTypeID, knows_its_bases_by_identity) {
     EXPECT_FALSE(derived.is_kind_of(namesake));
     EXPECT_FALSE(base == namesake);
     EXPECT_STREQ(derived.name(), "derived");
+    EXPECT_EQ(derived.base(), &base);
+    EXPECT_EQ(base.base(), nullptr);
 }

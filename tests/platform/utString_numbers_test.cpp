@@ -1,4 +1,4 @@
-// Numbers in texts: how they are written, that they read back, and what is not read.
+// Numbers in texts: how they are written, that they read back, and which texts are rejected.
 
 #include <utils/utMath.h>
 #include <utils/utString.h>
@@ -68,7 +68,7 @@ TEST(utString_numbers, whole_numbers_are_written_in_decimal) {
     EXPECT_EQ(written(true), "1");
 }
 
-TEST(utString_numbers, doubles_are_written_as_a_person_would) {
+TEST(utString_numbers, doubles_have_the_fewest_digits_without_an_exponent) {
     EXPECT_EQ(written(1.02), "1.02");
     EXPECT_EQ(written(2.0), "2");
     EXPECT_EQ(written(-0.5), "-0.5");
@@ -120,7 +120,7 @@ TEST(utString_numbers, infinities_read_back) {
     }
 }
 
-TEST(utString_numbers, no_locale_changes_a_number) {
+TEST(utString_numbers, numbers_do_not_depend_on_the_locale) {
     const CommaLocale comma;
     std::ostringstream in_this_locale;
     in_this_locale << 1234567.5;
@@ -134,7 +134,7 @@ TEST(utString_numbers, no_locale_changes_a_number) {
     EXPECT_EQ(position, 3);
 }
 
-TEST(utString_numbers, parse_walks_along_a_row_of_numbers) {
+TEST(utString_numbers, parse_reads_one_number_after_another) {
     const utString text("  1.5\t-2e3 +7;");
     double value = 0.0;
     int position = 0;
@@ -148,7 +148,7 @@ TEST(utString_numbers, parse_walks_along_a_row_of_numbers) {
     EXPECT_EQ(text[position], ';');
 }
 
-TEST(utString_numbers, where_no_number_stands_parse_changes_nothing) {
+TEST(utString_numbers, parse_changes_nothing_when_there_is_no_number) {
     for (const char* text : {"", " ", "x", "+", "-", "+-1", "-+1", "--1", "- 1", ".", "e5"}) {
         double value = 42.0;
         int whole = 42;
@@ -195,7 +195,7 @@ TEST(utMath, powers_of_ten_are_the_nearest_doubles) {
     }
 }
 
-TEST(utMath, other_powers_are_as_they_should_be) {
+TEST(utMath, powers_of_other_bases_are_exact_for_small_integers) {
     EXPECT_EQ(utMath::pow(2.0, 10), 1024.0);
     EXPECT_EQ(utMath::pow(2.0, -1), 0.5);
     EXPECT_EQ(utMath::pow(-3.0, 3), -27.0);

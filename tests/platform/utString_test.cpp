@@ -1,4 +1,4 @@
-// The two empty states of utString, and what else callers ask of it.
+// utString: the two empty states, appending, searching and extracting.
 
 #include <utils/utString.h>
 
@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(utString, the_null_string_and_the_empty_text_are_two_things) {
+TEST(utString, the_null_string_and_the_empty_text_are_different) {
     const utString null;
     const utString empty("");
     EXPECT_TRUE(null.is_null());
@@ -61,7 +61,7 @@ TEST(utString, a_text_is_assigned_and_null_too) {
     EXPECT_TRUE(text.is_null());
 }
 
-TEST(utString, compares_with_a_literal_without_forgetting_null) {
+TEST(utString, compares_with_a_literal_and_with_null) {
     EXPECT_TRUE(utString("abc") == "abc");
     EXPECT_TRUE("abc" == utString("abc"));
     EXPECT_TRUE(utString("abc") != "ab");
@@ -71,7 +71,7 @@ TEST(utString, compares_with_a_literal_without_forgetting_null) {
     EXPECT_TRUE(utString(std::string("a\0b", 3)) != "a");
 }
 
-TEST(utString, takes_a_buffer_over) {
+TEST(utString, takes_ownership_of_a_buffer) {
     const auto buffer = new char[4]{'a', 'b', '\0', 'c'};
     const utString text(utStringClaim(), buffer);
     EXPECT_STREQ(text.c_str(), "ab");
@@ -79,7 +79,7 @@ TEST(utString, takes_a_buffer_over) {
     EXPECT_TRUE(utString(utStringClaim(), nullptr).is_null());
 }
 
-TEST(utString, appending_nothing_leaves_null_and_appending_the_empty_text_does_not) {
+TEST(utString, appending_null_keeps_the_null_string_and_appending_the_empty_text_does_not) {
     utString text;
     text += utString();
     text += static_cast<const char*>(nullptr);
@@ -162,7 +162,7 @@ TEST(utString, extracts_component_after_component) {
     EXPECT_FALSE(text.is_null());
 }
 
-TEST(utString, extracts_nothing_from_delimiters_alone_or_from_null) {
+TEST(utString, extracts_nothing_from_delimiters_only_or_from_null) {
     utString taken("before");
     utString delimiters("///");
     EXPECT_EQ(delimiters.extract_string('/', taken), 0);
@@ -173,7 +173,7 @@ TEST(utString, extracts_nothing_from_delimiters_alone_or_from_null) {
     EXPECT_TRUE(null.is_null());
 }
 
-TEST(utString, extracts_the_whole_where_there_is_no_delimiter) {
+TEST(utString, extracts_the_whole_text_when_there_is_no_delimiter) {
     utString text("abc");
     utString taken;
     EXPECT_NE(text.extract_string('/', taken), 0);
@@ -181,7 +181,7 @@ TEST(utString, extracts_the_whole_where_there_is_no_delimiter) {
     EXPECT_EQ(text, "");
 }
 
-TEST(utString, a_substring_is_cut_to_the_text) {
+TEST(utString, a_substring_is_limited_to_the_text) {
     const utString text("abc");
     EXPECT_EQ(text.substring(1, 1), "b");
     EXPECT_EQ(text.substring(1, 100), "bc");
@@ -192,7 +192,7 @@ TEST(utString, a_substring_is_cut_to_the_text) {
     EXPECT_TRUE(utString().substring(0, 1).is_null());
 }
 
-TEST(utString, goes_to_a_stream_with_all_its_bytes) {
+TEST(utString, is_written_to_a_stream_with_all_its_bytes) {
     std::ostringstream stream;
     stream << utString(std::string("a\0b", 3)) << utString() << utString("");
     EXPECT_EQ(stream.str(), std::string("a\0b", 3));

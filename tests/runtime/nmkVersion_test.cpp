@@ -1,4 +1,4 @@
-// The version levels: the table row by row beside lists of its own under cases/, and the moves.
+// The version levels: the table, compared row by row with lists under cases/, and the settings.
 
 #include <nmktoolbox/runtime.h>
 
@@ -54,17 +54,17 @@ std::map<std::string, std::string> listed_descriptions() {
 
 nmkVersion& named(const std::string& name) { return nmkVersion::get_from_manager(name.c_str()); }
 
-// Asks for a level while this program's static objects are made, and keeps what it found.
+// Reads a level while the static objects of this program are made.
 const int level_seen_while_statics_are_made = named("voronoi_offset").get_level();
 
-// Puts every level back to its default before and after each test.
+// Sets every level to its default before and after each test.
 class nmkVersionTest : public testing::Test {
   protected:
-    nmkVersionTest() { put_back(); }
-    ~nmkVersionTest() override { put_back(); }
+    nmkVersionTest() { set_defaults(); }
+    ~nmkVersionTest() override { set_defaults(); }
 
   private:
-    static void put_back() {
+    static void set_defaults() {
         for (const ListedLevel& each : listed_levels()) named(each.name).set_default();
     }
 };
@@ -72,7 +72,7 @@ class nmkVersionTest : public testing::Test {
 }  // namespace
 
 class nmkVersion_table : public nmkVersionTest {};
-class nmkVersion_moves : public nmkVersionTest {};
+class nmkVersion_settings : public nmkVersionTest {};
 class nmkVersion_manager : public nmkVersionTest {};
 
 TEST_F(nmkVersion_table, holds_every_listed_level_in_byte_order_of_the_names_and_no_other) {
@@ -100,7 +100,7 @@ TEST_F(nmkVersion_table, is_complete_while_static_objects_are_made) {
     EXPECT_EQ(level_seen_while_statics_are_made, 2);
 }
 
-TEST_F(nmkVersion_table, keeps_the_descriptions_to_the_letter) {
+TEST_F(nmkVersion_table, has_exactly_the_listed_descriptions) {
     const auto descriptions = listed_descriptions();
     ASSERT_EQ(descriptions.size(), 61U);
     for (const auto& [name, description] : descriptions) {
@@ -150,14 +150,14 @@ TEST_F(nmkVersion_table, forms_each_link_from_host_folder_name_and_ending) {
     }
 }
 
-TEST_F(nmkVersion_moves, refuses_the_previous_setting_where_there_is_none) {
+TEST_F(nmkVersion_settings, set_previous_returns_0_when_there_is_no_previous_setting) {
     nmkVersion& level = named("SafetyNetTolerance");
     EXPECT_EQ(level.set_previous(), 0);
     EXPECT_EQ(level.get_level(), 0);
     EXPECT_STREQ(level.get_current(), "default");
 }
 
-TEST_F(nmkVersion_moves, a_level_with_a_negative_default_is_unavailable_until_it_is_moved) {
+TEST_F(nmkVersion_settings, a_level_with_a_negative_default_is_unavailable_until_it_is_set) {
     nmkVersion& level = named("cutfile");
     EXPECT_STREQ(level.get_current(), "unavailable");
     EXPECT_EQ(level.set_preview(), 1);
@@ -171,7 +171,7 @@ TEST_F(nmkVersion_moves, a_level_with_a_negative_default_is_unavailable_until_it
     EXPECT_STREQ(level.get_current(), "unavailable");
 }
 
-TEST_F(nmkVersion_moves, a_negative_default_never_reads_default) {
+TEST_F(nmkVersion_settings, a_negative_default_never_reads_default) {
     nmkVersion& level = named("blade_default_tool_axis_smoothing_unknown_setup");
     EXPECT_EQ(level.set_previous(), 0);
     EXPECT_STREQ(level.get_current(), "unavailable");
@@ -182,7 +182,7 @@ TEST_F(nmkVersion_moves, a_negative_default_never_reads_default) {
     EXPECT_STREQ(level.get_current(), "unavailable");
 }
 
-TEST_F(nmkVersion_moves, a_number_that_is_no_setting_reads_unknown) {
+TEST_F(nmkVersion_settings, a_level_that_matches_none_of_the_settings_reads_unknown) {
     nmkVersion& level = named("spun_profile");
     level.set_level(1);
     EXPECT_STREQ(level.get_current(), "unknown");
@@ -190,14 +190,14 @@ TEST_F(nmkVersion_moves, a_number_that_is_no_setting_reads_unknown) {
     EXPECT_STREQ(level.get_current(), "unknown");
 }
 
-TEST_F(nmkVersion_moves, refuses_the_preview_setting_where_there_is_none) {
+TEST_F(nmkVersion_settings, set_preview_returns_0_when_there_is_no_preview_setting) {
     nmkVersion& level = named("stockmodel_with_undercut");
     EXPECT_EQ(level.set_preview(), 0);
     EXPECT_EQ(level.get_level(), 2);
     EXPECT_STREQ(level.get_current(), "default");
 }
 
-TEST_F(nmkVersion_moves, zero_is_a_setting_like_any_other) {
+TEST_F(nmkVersion_settings, zero_is_a_setting_like_any_other) {
     EXPECT_STREQ(named("SafetyNetTolerance").get_current(), "default");
     EXPECT_EQ(named("SafetyNetTolerance").get_level(), 0);
     EXPECT_EQ(named("spun_profile").set_preview(), 1);
@@ -205,13 +205,13 @@ TEST_F(nmkVersion_moves, zero_is_a_setting_like_any_other) {
     EXPECT_STREQ(named("spun_profile").get_current(), "preview");
 }
 
-TEST_F(nmkVersion_moves, any_negative_number_reads_unavailable) {
+TEST_F(nmkVersion_settings, any_negative_number_reads_unavailable) {
     nmkVersion& level = named("itemsorter");
     level.set_level(INT_MIN);
     EXPECT_STREQ(level.get_current(), "unavailable");
 }
 
-TEST_F(nmkVersion_moves, default_wins_over_equal_settings_and_previous_over_preview) {
+TEST_F(nmkVersion_settings, default_wins_over_equal_settings_and_previous_over_preview) {
     {
         nmkVersion all_equal("nmkVersion_test_equal", "", 4, 4, 4, "", 0);
         EXPECT_EQ(all_equal.set_preview(), 1);
@@ -222,7 +222,7 @@ TEST_F(nmkVersion_moves, default_wins_over_equal_settings_and_previous_over_prev
     EXPECT_STREQ(two_equal.get_current(), "previous");
 }
 
-TEST_F(nmkVersion_moves, every_level_takes_exactly_the_settings_that_it_has) {
+TEST_F(nmkVersion_settings, every_level_accepts_exactly_the_settings_that_it_has) {
     for (const ListedLevel& each : listed_levels()) {
         nmkVersion& level = named(each.name);
         EXPECT_EQ(level.set_previous(), each.previous < 0 ? 0 : 1) << each.name;
@@ -234,7 +234,7 @@ TEST_F(nmkVersion_moves, every_level_takes_exactly_the_settings_that_it_has) {
     }
 }
 
-TEST_F(nmkVersion_manager, a_new_level_is_found_until_it_ends) {
+TEST_F(nmkVersion_manager, a_new_level_is_found_until_it_is_destroyed) {
     {
         nmkVersion own("nmkVersion_test_own", "of a test", -1, 3, 7, "link", 1);
         EXPECT_EQ(&named("nmkVersion_test_own"), &own);
@@ -248,7 +248,7 @@ TEST_F(nmkVersion_manager, a_new_level_is_found_until_it_ends) {
     EXPECT_EQ(nmkVersion::get_manager()->size(), 196);
 }
 
-TEST_F(nmkVersion_manager, an_unknown_name_gives_one_object_that_stands_for_nothing) {
+TEST_F(nmkVersion_manager, an_unknown_name_gives_one_shared_object_that_is_not_registered) {
     testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();
     nmkVersion& unknown = named("no_such_level");
@@ -271,12 +271,30 @@ TEST_F(nmkVersion_manager, a_plain_level_among_the_version_levels_counts_as_unkn
     EXPECT_EQ(&named("nmkVersion_test_plain"), &named("no_such_level"));
 }
 
+TEST_F(nmkVersion_manager, a_change_through_an_unknown_name_is_lost) {
+    named("no_such_level").set_level(7);
+    EXPECT_EQ(named("nor_this").get_level(), -1);
+    EXPECT_STREQ(named("no_such_level").get_current(), "unavailable");
+}
+
+TEST_F(nmkVersion_manager, is_level_recognises_exactly_the_names_of_version_levels) {
+    EXPECT_TRUE(nmkVersion::is_level("itemsorter"));
+    EXPECT_FALSE(nmkVersion::is_level("Itemsorter"));
+    EXPECT_FALSE(nmkVersion::is_level("itemsorte"));
+    EXPECT_FALSE(nmkVersion::is_level(""));
+    EXPECT_FALSE(nmkVersion::is_level(nullptr));
+    EXPECT_FALSE(nmkVersion::is_level("nmkutils:angleassert"));
+    dbgLevel plain("nmkVersion_test_plain", "", 1, "", nullptr, 0);
+    nmkVersion::get_manager()->register_level(&plain);
+    EXPECT_FALSE(nmkVersion::is_level("nmkVersion_test_plain"));
+}
+
 TEST_F(nmkVersion_manager, is_not_the_manager_of_plain_levels) {
     EXPECT_NE(nmkVersion::get_manager(), dbgLevel::get_manager());
     EXPECT_EQ(dbgLevel::get_manager()->get_by_name("itemsorter"), nullptr);
 }
 
-TEST(dbgLevel_angleassert_nmkutils, is_a_plain_level_and_no_version_level) {
+TEST(dbgLevel_angleassert_nmkutils, is_a_plain_level_and_not_a_version_level) {
     const dbgLevel& level = dbgLevel_angleassert_nmkutils;
     EXPECT_STREQ(level.get_name(), "nmkutils:angleassert");
     EXPECT_STREQ(level.get_description(), "Check solutions to anglesolver.");

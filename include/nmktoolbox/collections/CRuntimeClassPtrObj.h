@@ -1,7 +1,7 @@
 // CRuntimeClassPtrObj: a run-time class as an element of containers, with its set and its table.
 //
-// Classes are told apart by the address of their CRuntimeClass, which is borrowed and lives as long
-// as the process. Nil holds null.
+// Classes are compared by the address of their CRuntimeClass, which is borrowed and exists until
+// the process ends. The nil element holds null.
 #pragma once
 
 #include <mfc/CObject.h>
@@ -9,11 +9,13 @@
 #include <nmktoolbox/export.h>
 #include <utils/utString.h>
 
+/// A pointer to a run-time class.
 class NMKTOOLBOX_EXPORT CRuntimeClassPtrObj {
   public:
     CRuntimeClassPtrObj() noexcept = default;
     CRuntimeClassPtrObj(const CRuntimeClass* runtime_class) noexcept : m_class(runtime_class) {}
 
+    /// The run-time class, or null.
     const CRuntimeClass* get() const noexcept { return m_class; }
     operator const CRuntimeClass*() const noexcept { return m_class; }
     const CRuntimeClass* operator->() const noexcept { return m_class; }
@@ -32,5 +34,6 @@ NMKTOOLBOX_EXPORT unsigned int co_hash(const CRuntimeClassPtrObj& runtime_class)
 using CRuntimeClassPtrObjcoSet = coSet<CRuntimeClassPtrObj>;
 using CRuntimeClassPtrObjutStringcoTable = coTable<CRuntimeClassPtrObj, utString>;
 
-extern template class coSet<CRuntimeClassPtrObj>;
-extern template class coTable<CRuntimeClassPtrObj, utString>;
+// Compiled once, in this library, which exports them.
+extern template class NMKTOOLBOX_EXPORT coSet<CRuntimeClassPtrObj>;
+extern template class NMKTOOLBOX_EXPORT coTable<CRuntimeClassPtrObj, utString>;

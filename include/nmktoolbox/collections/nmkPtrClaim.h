@@ -1,5 +1,5 @@
-// nmkPtrClaim.h: the tag that picks the constructor which takes a pointer's target over.
+// nmkPtrClaim.h: the tag that selects the constructor which takes ownership of a pointer's target.
 #pragma once
 
-/// Only picks an overload; its value is not read.
+/// Only selects an overload; its value is not read.
 enum nmkPtrClaim { nmk_ptr_claim = 0 };

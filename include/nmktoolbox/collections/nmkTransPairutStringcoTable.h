@@ -1,7 +1,7 @@
 // nmkTransPairutStringcoTable: texts by pairs of translation types.
 //
-// A pair says from which type to which a translation goes. The nil pair has both values at 12; a
-// record is known by its pair alone, whatever its text.
+// A pair holds the type that a translation starts from and the type that it results in. The nil
+// pair has the value 12 in both; records are compared by their pairs alone, whatever their texts.
 #pragma once
 
 #include <ncamcontainer/coTable.h>
@@ -10,10 +10,10 @@
 
 #include <cstdint>
 
-/// A type of what is translated. Only the value that means "none" has a name here.
+/// The type of a translated object. Only the value for "none" has a name here.
 enum TRANSLATE_TYPE : std::int32_t { translate_type_nil = 12 };
 
-/// From a type to a type.
+/// The type before and the type after a translation.
 struct NMKTOOLBOX_EXPORT TRANSLATE_TYPETRANSLATE_TYPEnmkcoPair {
     TRANSLATE_TYPE first = translate_type_nil;
     TRANSLATE_TYPE second = translate_type_nil;
@@ -30,4 +30,5 @@ using nmkTransPairutStringcoTablePcoSet =
           coTablePInterface<TRANSLATE_TYPETRANSLATE_TYPEnmkcoPair, utString>>;
 using nmkTransPairutStringcoTable = coTable<TRANSLATE_TYPETRANSLATE_TYPEnmkcoPair, utString>;
 
-extern template class coTable<TRANSLATE_TYPETRANSLATE_TYPEnmkcoPair, utString>;
+// Compiled once, in this library, which exports it.
+extern template class NMKTOOLBOX_EXPORT coTable<TRANSLATE_TYPETRANSLATE_TYPEnmkcoPair, utString>;

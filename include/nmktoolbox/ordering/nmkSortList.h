@@ -21,8 +21,8 @@ using nmkSortItemPrfcoDList = coDList<nmkSortItemPrf>;
 /// Items in order, with a cursor.
 class NMKTOOLBOX_EXPORT nmkSortList {
   public:
-    using iterator = nmkSortItemPrfcoDList::Walk<nmkSortItemPrf>;
-    using const_iterator = nmkSortItemPrfcoDList::Walk<const nmkSortItemPrf>;
+    using iterator = nmkSortItemPrfcoDList::iterator;
+    using const_iterator = nmkSortItemPrfcoDList::const_iterator;
 
     nmkSortList();
     nmkSortList(const nmkSortList&) = delete;

@@ -1,24 +1,24 @@
-// nmkVersion.h: a version level, the named integer behind which a change of behaviour is put.
+// nmkVersion.h: a version level, a named integer that selects between behaviours of a feature.
 //
 // A level has up to three settings: the earlier behaviour (previous), the standard one (default)
-// and one under trial (preview). The integers are only tokens for the code that asks; a negative
-// one says that the setting does not exist. All 196 levels of the kernel are registered, in byte
-// order of their names, before anybody can ask for one: at load, or at an earlier first use.
+// and one under trial (preview). The integers have a meaning only for the code that reads them; a
+// negative one means that the setting does not exist. All 196 levels of the kernel are registered,
+// in byte order of their names, when the library is loaded, or at an earlier first use.
 //
-// No text is copied. Nothing is locked: move levels while no calculation runs.
+// No text is copied. Nothing is locked: change levels while no calculation runs.
 #pragma once
 
 #include <debugncam/dbgLevel.h>
 #include <debugncam/dbgLevelManager.h>
 #include <nmktoolbox/export.h>
 
-/// One version level. A consumer asks nmkVersion::get_from_manager("itemsorter").get_level() each
-/// time anew, so that a level moved between two calculations counts from the next one on.
+/// One version level. A consumer calls nmkVersion::get_from_manager("itemsorter").get_level() for
+/// each calculation, so that a level changed between two calculations affects the second one.
 class NMKTOOLBOX_EXPORT nmkVersion : public dbgLevel {
   public:
-    /// Makes a level that stands at its default, and registers it with the shared manager.
+    /// Makes a level at its default setting, and registers it with the shared manager.
     ///
-    ///   previous, default_level, preview   in this order; negative where there is no such setting
+    ///   previous, default_level, preview   in this order; negative: there is no such setting
     ///   prerelease                         not 0: of interest only before a release
     nmkVersion(const char* name, const char* description, int previous, int default_level,
                int preview, const char* documentation_link, int prerelease);
@@ -28,24 +28,31 @@ class NMKTOOLBOX_EXPORT nmkVersion : public dbgLevel {
     /// "unknown".
     const char* get_current() const;
 
+    /// The integer of each setting.
     int get_default_level() const;
     int get_previous_level() const;
     int get_preview_level() const;
 
-    /// Moves to the default level, also where that is negative. Answers 1.
+    /// Sets the current level to the default level, even a negative one. Returns 1.
     int set_default();
 
-    /// Moves to the previous level and answers 1; 0, and nothing changed, where there is none.
+    /// Sets the current level to the previous level and returns 1. Returns 0 and changes nothing
+    /// when there is no previous level.
     int set_previous();
 
-    /// Moves to the preview level and answers 1; 0, and nothing changed, where there is none.
+    /// Sets the current level to the preview level and returns 1. Returns 0 and changes nothing
+    /// when there is no preview level.
     int set_preview();
 
-    /// The manager of all version levels, which is not that of plain debug levels.
+    /// The manager of all version levels, which is not the manager of plain debug levels.
     static dbgLevelManager* get_manager();
 
-    /// The level of a name. For a name that no version level has, the answer is one shared object
-    /// that stands for nothing and must not be relied on; dbgLevelManager::get_by_name tells.
+    /// Whether a version level of exactly this name is registered; false for null.
+    static bool is_level(const char* name);
+
+    /// The version level of exactly this name. For any other name, null included, it returns one
+    /// shared object that is not registered and reads "unavailable"; a change of its level is lost
+    /// at the next such call. Ask is_level() first when the name comes from outside.
     static nmkVersion& get_from_manager(const char* name);
 
   protected:
@@ -56,6 +63,7 @@ class NMKTOOLBOX_EXPORT nmkVersion : public dbgLevel {
     explicit nmkVersion(Unregistered);
 
     static dbgLevelManager* ensure_manager();
+    static nmkVersion* find(const char* name);
     static void register_table();
 
     static dbgLevelManager* m_manager;

@@ -17,7 +17,7 @@ dbgLevel::~dbgLevel() {
 }
 
 dbgLevelManager* dbgLevel::get_manager() {
-    // Never deleted: static levels of any library may still leave it while the process ends.
+    // Never deleted: static levels of any library remove themselves while the process ends.
     static auto* const manager = new dbgLevelManager;
     return manager;
 }

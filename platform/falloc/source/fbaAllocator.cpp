@@ -7,13 +7,13 @@
 
 namespace {
 
-// A cache line.
+// The size of a cache line, in bytes.
 constexpr std::align_val_t page_alignment{64};
 
 std::size_t at_least_one(int number) { return number > 0 ? static_cast<std::size_t>(number) : 1; }
 
-// Room for the link of the list of given-back blocks, and a multiple of what the block is aligned
-// to: the largest power of two that is not above its size, within reason.
+// At least the size of a link in the list of freed blocks, and a multiple of the alignment: the
+// largest power of two that is not above the size, and not above the alignment of std::max_align_t.
 std::size_t rounded_block_size(std::size_t size) {
     const std::size_t wanted = std::max(size, sizeof(void*));
     const std::size_t unit = std::min(std::bit_floor(wanted), alignof(std::max_align_t));
@@ -32,13 +32,13 @@ fbaAllocator::~fbaAllocator() {
 
 void fbaAllocator::free(void* block) noexcept {
     if (block == nullptr) return;
-    std::memcpy(block, &m_given_back, sizeof m_given_back);
-    m_given_back = block;
+    std::memcpy(block, &m_freed, sizeof m_freed);
+    m_freed = block;
 }
 
 void* fbaAllocator::reuse() noexcept {
-    void* const block = m_given_back;
-    std::memcpy(&m_given_back, block, sizeof m_given_back);
+    void* const block = m_freed;
+    std::memcpy(&m_freed, block, sizeof m_freed);
     return block;
 }
 
@@ -46,6 +46,6 @@ void fbaAllocator::make_page() {
     const std::size_t bytes = m_block_size * m_blocks_per_page;
     m_pages.push_back(nullptr);
     m_pages.back() = ::operator new(bytes, page_alignment);
-    m_fresh = static_cast<std::byte*>(m_pages.back());
-    m_fresh_end = m_fresh + bytes;
+    m_unused = static_cast<std::byte*>(m_pages.back());
+    m_unused_end = m_unused + bytes;
 }

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-// Compiled in rather than linked: keys are short, and the call would cost more than the hash.
+// Compiled in, not linked: keys are short, and a call would cost more than the hash.
 #define XXH_INLINE_ALL
 #include <xxhash.h>
 

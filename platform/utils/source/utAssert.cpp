@@ -5,15 +5,15 @@
 
 namespace {
 
-const char* text_or_nothing(const char* text) { return text != nullptr ? text : ""; }
+const char* text_or_empty(const char* text) { return text != nullptr ? text : ""; }
 
 void write_to_standard_error(const char* message, const char* file, int line,
                              const char* function) {
-    std::fprintf(stderr, "%s:%d: assertion failed in %s: %s\n", text_or_nothing(file), line,
-                 text_or_nothing(function), text_or_nothing(message));
+    std::fprintf(stderr, "%s:%d: assertion failed in %s: %s\n", text_or_empty(file), line,
+                 text_or_empty(function), text_or_empty(message));
 }
 
-std::atomic<utAssertHandler>& handler_in_place() {
+std::atomic<utAssertHandler>& installed_handler() {
     static std::atomic<utAssertHandler> handler{write_to_standard_error};
     return handler;
 }
@@ -21,9 +21,9 @@ std::atomic<utAssertHandler>& handler_in_place() {
 }  // namespace
 
 utAssertHandler ut_set_assert_handler(utAssertHandler handler) {
-    return handler_in_place().exchange(handler != nullptr ? handler : write_to_standard_error);
+    return installed_handler().exchange(handler != nullptr ? handler : write_to_standard_error);
 }
 
 void ut_assert_failed(const char* message, const char* file, int line, const char* function) {
-    handler_in_place().load()(message, file, line, function);
+    installed_handler().load()(message, file, line, function);
 }

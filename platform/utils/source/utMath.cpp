@@ -8,7 +8,7 @@
 
 namespace {
 
-// The powers of ten that a double can hold; the lowest ones lose digits but not their order.
+// The powers of ten that a double can represent; the lowest ones have fewer significant digits.
 constexpr int lowest_order = -323;
 constexpr int highest_order = 308;
 using PowersOfTen = std::array<double, highest_order - lowest_order + 1>;

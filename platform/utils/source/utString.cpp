@@ -10,7 +10,7 @@ utString::utString(utStringClaim, char* buffer) {
 }
 
 utString& utString::operator=(const char* text) {
-    // By way of a copy: the text may be a part of this one.
+    // Copied first: the text may be a part of this string.
     return *this = utString(text);
 }
 

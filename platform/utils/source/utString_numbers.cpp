@@ -1,6 +1,6 @@
 // utString_numbers.cpp: the operations of utString that write and read numbers.
 //
-// All of them go through the character conversions of the language, which know no locale.
+// All of them use <charconv>, which does not depend on the locale.
 #include <utils/utString.h>
 
 #include <array>
@@ -10,19 +10,18 @@
 
 namespace {
 
-// Where the plain notation ends: below the first and from the second on an exponent is written.
-// Whole numbers stay exact in plain notation up to there.
-constexpr double smallest_plain = 1e-4;
-constexpr double first_not_plain = 1e16;
+// Limits of the magnitudes that are written without an exponent: from the first one to below the
+// second one. Up to there the digits of an integer are exact.
+constexpr double min_plain = 1e-4;
+constexpr double end_of_plain = 1e16;
 
-/// Room for every number: sign, 17 digits, point, zeros in front or an exponent.
+// Enough for every number: sign, 17 digits, decimal point, leading zeros or an exponent.
 using NumberBuffer = std::array<char, 64>;
 
 std::string_view shortest_text(double value, NumberBuffer& buffer) {
     if (std::isnan(value)) return "nan";
     const double magnitude = std::fabs(value);
-    const bool plain =
-        magnitude == 0.0 || (magnitude >= smallest_plain && magnitude < first_not_plain);
+    const bool plain = magnitude == 0.0 || (magnitude >= min_plain && magnitude < end_of_plain);
     const auto format = plain ? std::chars_format::fixed : std::chars_format::scientific;
     char* const first = buffer.data();
     const auto written = std::to_chars(first, first + buffer.size(), value, format);
@@ -38,7 +37,7 @@ std::string_view decimal_text(Integer value, NumberBuffer& buffer) {
 
 bool is_white_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
-/// Where the number begins: after white space, and after a plus sign that no minus follows.
+// Where the number begins: after white space, and after a plus sign that no minus sign follows.
 std::size_t start_of_number(std::string_view text, std::size_t at) {
     while (at < text.size() && is_white_space(text[at])) ++at;
     const bool plus = at < text.size() && text[at] == '+';

@@ -3,10 +3,12 @@
 
 #include <apsl/apString.h>
 #include <utils/utExport.h>
+#include <utils/utObserverPtr.h>
 #include <utils/utString.h>
 
-/// Encodings have no state that changes: one object may serve many threads.
-class UT_EXPORT apIStringEncoding {
+/// Encodings have no state that changes: one object may serve many threads. It can be observed, so
+/// that an encoding that is destroyed is not used.
+class UT_EXPORT apIStringEncoding : public utObservable {
   public:
     virtual ~apIStringEncoding();
 

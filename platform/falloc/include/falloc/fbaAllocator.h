@@ -1,8 +1,8 @@
-// fbaAllocator: blocks of one fixed size, taken from big pages.
+// fbaAllocator: blocks of one fixed size, taken from large pages.
 //
-// A block costs no heap call of its own. Blocks that are given back are handed out again; the pages
-// themselves go when the allocator goes, with every block that was not given back. Nothing is
-// constructed or destroyed in the blocks. For one thread at a time.
+// A block needs no heap call of its own. Freed blocks are reused; the pages are released when the
+// allocator is destroyed, together with every block that was not freed. Nothing is constructed or
+// destroyed in the blocks. For one thread at a time.
 #pragma once
 
 #include <ncamcontainer/coPrf.h>
@@ -13,27 +13,27 @@
 
 class UT_EXPORT fbaAllocator {
   public:
-    /// `block_size` in bytes; both numbers count as 1 where they are less. A block is aligned for
-    /// every ordinary type of at most its size, and one whose size is a power of two never lies
-    /// across more cache lines than it must.
+    /// `block_size` is in bytes; both arguments count as 1 when they are less. A block is aligned
+    /// for every type of at most its size without extended alignment, and a block whose size is a
+    /// power of two crosses as few cache lines as possible.
     fbaAllocator(int block_size, int blocks_per_page);
     fbaAllocator(const fbaAllocator&) = delete;
     fbaAllocator& operator=(const fbaAllocator&) = delete;
     ~fbaAllocator();
 
-    /// A block, its bytes undefined. Throws std::bad_alloc when there is no memory.
+    /// A block with undefined bytes. Throws std::bad_alloc when no memory is available.
     void* allocate() {
-        if (m_given_back != nullptr) return reuse();
-        if (m_fresh == m_fresh_end) make_page();
-        void* const block = m_fresh;
-        m_fresh += m_block_size;
+        if (m_freed != nullptr) return reuse();
+        if (m_unused == m_unused_end) make_page();
+        void* const block = m_unused;
+        m_unused += m_block_size;
         return block;
     }
 
-    /// Gives a block of this allocator back; null is passed over.
+    /// Frees a block of this allocator for reuse; null is ignored.
     void free(void* block) noexcept;
 
-    /// Pages that were made so far.
+    /// Number of pages allocated so far.
     int pages() const noexcept { return static_cast<int>(m_pages.size()); }
 
   private:
@@ -42,9 +42,9 @@ class UT_EXPORT fbaAllocator {
 
     std::size_t m_block_size;
     std::size_t m_blocks_per_page;
-    std::byte* m_fresh = nullptr;
-    std::byte* m_fresh_end = nullptr;
-    void* m_given_back = nullptr;  // head of a list through the first bytes of the blocks
+    std::byte* m_unused = nullptr;
+    std::byte* m_unused_end = nullptr;
+    void* m_freed = nullptr;  // head of a list of blocks, linked through their first bytes
     std::vector<void*> m_pages;
 };
 

@@ -1,4 +1,4 @@
-// builtin_containers.h: the containers of numbers and texts that come with the library.
+// builtin_containers.h: names for the containers of numbers and strings.
 #pragma once
 
 #include <ncamcontainer/coDList.h>

@@ -1,25 +1,27 @@
 // coDList: a doubly linked list, read and changed through cursors.
 //
-// A position is before the first element (index -1) or on an element. Walking off either end comes
-// back to before the first, and answers 0, so that `while (++it)` walks the whole list and leaves
-// the position ready for the next walk; `while (--it)` walks it from the tail.
+// A position is before the first element (index -1) or on an element. A step past either end
+// returns 0 and leaves the position before the first element, so `while (++it)` visits the whole
+// list and leaves the position ready for the next pass; `while (--it)` visits it from the tail.
+// Reading where there is no element returns nil(), an element that belongs to the class and is
+// recognised by its address.
 //
-// A position goes on meaning the same element while others come and go, but its index is only kept
-// right for changes made through that position itself. Taking an element out by any other way
-// leaves the positions on it without meaning; so does `clear`, until they are reset.
+// A position stays on its element while others are inserted and removed, but its index is updated
+// only for changes made through that position itself. An element that is removed in another way,
+// `clear` included, leaves the positions on it invalid until they are reset.
 #pragma once
 
 #include <ncamcontainer/coListPosition.h>
+#include <ncamcontainer/co_nil.h>
+#include <ncamcontainer/list_iterator.h>
 #include <utils/utCopy.h>
 
 #include <cstddef>
 #include <initializer_list>
-#include <iterator>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
-/// One element with its neighbours; null at the ends.
+/// One element and the links of its neighbours, which are null at the ends.
 template <class T>
 struct coDLink {
     explicit coDLink(const T& value) : element(value) {}
@@ -37,53 +39,58 @@ class coDListB {
     class coIteratorB;
     class coIterator;
     class coCursor;
-    template <class Element>
-    class Walk;
+    using iterator = nmk_container::ListIterator<coDLink<T>, T>;
+    using const_iterator = nmk_container::ListIterator<coDLink<T>, const T>;
 
     coDListB() = default;
     coDListB(const coDListB&) = delete;
     coDListB& operator=(const coDListB&) = delete;
     ~coDListB() { clear(); }
 
+    /// What reading returns where there is no element: default-constructed, one object for all
+    /// lists of this type. Made on first use; safe from any thread.
+    static const T& nil() { return nmk_container::nil_element<coDListB, T>(); }
+
+    /// Number of elements.
     int size() const noexcept { return m_count; }
 
-    /// Puts a copy of `element` at the head, and answers it.
+    /// Inserts a copy of `element` at the head, and returns the copy.
     T& insert_first(const T& element) { return insert(element, nullptr, m_head)->element; }
 
-    /// Puts a copy of `element` at the tail, and answers it.
+    /// Inserts a copy of `element` at the tail, and returns the copy.
     T& insert_last(const T& element) { return insert(element, m_tail, nullptr)->element; }
 
-    /// Drops the head; 0 when the list is empty.
-    int remove_first() { return remove(m_head); }
+    /// Removes the head; returns 0 when the list is empty.
+    int remove_first() noexcept { return remove(m_head); }
 
-    /// Drops the tail; 0 when the list is empty.
-    int remove_last() { return remove(m_tail); }
+    /// Removes the tail; returns 0 when the list is empty.
+    int remove_last() noexcept { return remove(m_tail); }
 
-    /// The element at the head, or at the tail; the list must have one.
-    T& read_first() { return m_head->element; }
-    const T& read_first() const { return m_head->element; }
-    T& read_last() { return m_tail->element; }
-    const T& read_last() const { return m_tail->element; }
+    /// The element at the head, or at the tail; nil() when the list is empty.
+    const T& read_first() const { return m_head != nullptr ? m_head->element : nil(); }
+    const T& read_last() const { return m_tail != nullptr ? m_tail->element : nil(); }
 
+    /// Removes all elements.
     void clear() noexcept {
         while (remove_first() != 0) {
         }
     }
 
-    /// Takes copies of the elements of `other`, in their order.
+    /// Replaces the elements by copies of those of `other`, in their order.
     void become(utCopy, const coDListB& other) {
         if (this == &other) return;
         clear();
         for (const T& element : other) insert_last(element);
     }
 
-    Walk<T> begin() noexcept { return Walk<T>(m_head); }
-    Walk<T> end() noexcept { return Walk<T>(nullptr); }
-    Walk<const T> begin() const noexcept { return Walk<const T>(m_head); }
-    Walk<const T> end() const noexcept { return Walk<const T>(nullptr); }
+    /// The elements from head to tail, which may be changed through the iterators.
+    iterator begin() noexcept { return iterator(m_head); }
+    iterator end() noexcept { return iterator(); }
+    const_iterator begin() const noexcept { return const_iterator(m_head); }
+    const_iterator end() const noexcept { return const_iterator(); }
 
-    /// Takes the elements of `other` over, behind those that are here, and leaves it empty; they
-    /// stay where they are in memory. Positions in `other` must be reset.
+    /// Moves the elements of `other` to the tail of this list and leaves `other` empty. The
+    /// elements keep their addresses. Positions in `other` must be reset.
     void take_last(coDListB& other) noexcept {
         if (this == &other || other.m_head == nullptr) return;
         other.m_head->previous = m_tail;
@@ -93,16 +100,17 @@ class coDListB {
         m_count += std::exchange(other.m_count, 0);
     }
 
-    /// Takes the elements of `other` over in a new order, and leaves it empty: `places` are the
-    /// places in `other`, from 0, each of them once. They are moved to links of their own, made one
-    /// after the other, so that a walk of a long list does not jump about in memory.
-    void take_last(coDListB& other, const std::vector<int>& places) {
+    /// Moves the elements of `other` to the tail of this list in a new order, and leaves `other`
+    /// empty: `order` lists the indices in `other`, from 0, each of them once. The new links are
+    /// allocated one after the other, so that reading a long list accesses memory in sequence.
+    void take_last(coDListB& other, const std::vector<int>& order) {
         std::vector<T> elements;
-        elements.reserve(places.size());
+        elements.reserve(order.size());
         for (T& element : other) elements.push_back(std::move(element));
         other.clear();
-        for (const int place : places) {
-            put(new Link(std::move(elements[static_cast<std::size_t>(place)])), m_tail, nullptr);
+        for (const int index : order) {
+            connect(new Link(std::move(elements[static_cast<std::size_t>(index)])), m_tail,
+                    nullptr);
         }
     }
 
@@ -117,10 +125,10 @@ class coDListB {
     using Link = coDLink<T>;
 
     Link* insert(const T& element, Link* before, Link* after) {
-        return put(new Link(element), before, after);
+        return connect(new Link(element), before, after);
     }
 
-    Link* put(Link* link, Link* before, Link* after) noexcept {
+    Link* connect(Link* link, Link* before, Link* after) noexcept {
         link->previous = before;
         link->next = after;
         (before != nullptr ? before->next : m_head) = link;
@@ -143,13 +151,13 @@ class coDListB {
     int m_count = 0;
 };
 
-/// A read position: the list, the link and the index.
+/// A read position that moves by a number of steps.
 template <class T>
 class coDListB<T>::coIteratorB : public coListPosition<coDListB<T>, coDLink<T>, T> {
     using Position = coListPosition<coDListB<T>, coDLink<T>, T>;
 
   public:
-    /// Goes on by `steps` (back, where negative); 0 when that runs off an end.
+    /// Moves forwards by `steps` (backwards when negative); 0 when that leaves the list.
     int operator+=(int steps) {
         for (; steps > 0; --steps) {
             if (step_forwards() == 0) return 0;
@@ -160,7 +168,7 @@ class coDListB<T>::coIteratorB : public coListPosition<coDListB<T>, coDLink<T>, 
         return this->m_link != nullptr ? 1 : 0;
     }
 
-    /// Goes back by `steps` (on, where negative); 0 when that runs off an end.
+    /// Moves backwards by `steps` (forwards when negative); 0 when that leaves the list.
     int operator-=(int steps) {
         for (; steps > 0; --steps) {
             if (step_backwards() == 0) return 0;
@@ -172,33 +180,33 @@ class coDListB<T>::coIteratorB : public coListPosition<coDListB<T>, coDLink<T>, 
     explicit coIteratorB(const coDListB& list) noexcept : Position(list) {}
 
     int step_forwards() noexcept {
-        this->stand_on(this->m_link != nullptr ? this->m_link->next : this->m_list->m_head,
-                       this->m_index + 1);
+        this->move_to(this->m_link != nullptr ? this->m_link->next : this->m_list->m_head,
+                      this->m_index + 1);
         return this->valid();
     }
 
     int step_backwards() noexcept {
         if (this->m_link != nullptr) {
-            this->stand_on(this->m_link->previous, this->m_index - 1);
+            this->move_to(this->m_link->previous, this->m_index - 1);
         } else {
-            this->stand_on(this->m_list->m_tail, this->m_list->m_count - 1);
+            this->move_to(this->m_list->m_tail, this->m_list->m_count - 1);
         }
         return this->valid();
     }
 };
 
-/// A read position that can step and jump.
+/// A read position that also moves by one step, or to an index.
 template <class T>
 class coDListB<T>::coIterator : public coDListB<T>::coIteratorB {
   public:
     explicit coIterator(const coDListB& list) noexcept : coIteratorB(list) {}
 
-    /// Goes on by one, or back by one; 0 when that runs off the end.
+    /// Moves forwards or backwards by one element; 0 when that leaves the list.
     int operator++() noexcept { return this->step_forwards(); }
     int operator--() noexcept { return this->step_backwards(); }
 
-    /// Goes to the element at `index` by the shortest way, from the head, the tail or where the
-    /// position is; 0, and before the first, when there is no such element.
+    /// Moves to the element at `index`, starting from the head, the tail or the present position,
+    /// whichever is nearest; 0, and before the first element, when `index` is outside the list.
     int set_index(int index) noexcept {
         if (index < 0 || index >= this->m_list->size()) {
             this->reset();
@@ -226,20 +234,19 @@ class coDListB<T>::coIterator : public coDListB<T>::coIteratorB {
     }
 };
 
-/// A position that can also change the list where it stands.
+/// A position that can also change the list.
 ///
 /// Before the first element, "after" is at the head and "before" is at the tail, as if the list
-/// were a ring that the position opens.
+/// were a ring closed by the position.
 template <class T>
 class coDListB<T>::coCursor : public coDListB<T>::coIterator {
   public:
     explicit coCursor(coDListB& list) noexcept : coIterator(list), m_target(&list) {}
 
-    T& read() const noexcept { return this->m_link->element; }
-    T& operator*() const noexcept { return this->m_link->element; }
-    T* operator->() const noexcept { return &this->m_link->element; }
+    /// The element at the position, for changing it; the position must be on an element.
+    T& element() const noexcept { return this->m_link->element; }
 
-    /// Puts a copy of `element` behind the position, which stays where it is.
+    /// Inserts a copy of `element` after the position, which does not move.
     void insert_after(const T& element) {
         if (this->m_link == nullptr) {
             m_target->insert_first(element);
@@ -248,7 +255,7 @@ class coDListB<T>::coCursor : public coDListB<T>::coIterator {
         }
     }
 
-    /// Puts a copy of `element` in front of the position, which stays on its element.
+    /// Inserts a copy of `element` before the position, which stays on its element.
     void insert_before(const T& element) {
         if (this->m_link == nullptr) {
             m_target->insert_last(element);
@@ -258,42 +265,43 @@ class coDListB<T>::coCursor : public coDListB<T>::coIterator {
         }
     }
 
-    /// Puts a copy of `element` at the head; the position stays on its element.
+    /// Inserts a copy of `element` at the head; the position stays on its element.
     void insert_first(const T& element) {
         m_target->insert_first(element);
         if (this->m_link != nullptr) ++this->m_index;
     }
 
+    /// Inserts a copy of `element` at the tail; the position stays on its element.
     void insert_last(const T& element) { m_target->insert_last(element); }
 
-    /// Takes out the element under the position, which goes on to the next one, or before the
-    /// first when there is none; 0 when the position was on no element.
+    /// Removes the element at the position, which moves to the next element, or before the first
+    /// when there is no next one; 0 when the position was not on an element.
     int remove() noexcept {
-        Link* const gone = this->m_link;
-        if (gone == nullptr) return 0;
-        this->stand_on(gone->next, this->m_index);
-        return m_target->remove(gone);
+        Link* const removed = this->m_link;
+        if (removed == nullptr) return 0;
+        this->move_to(removed->next, this->m_index);
+        return m_target->remove(removed);
     }
 
-    /// Takes out the element under the position, which steps back one, so that the next ++ meets
-    /// the element behind the one that went; 0 when the position was on no element.
+    /// Removes the element at the position, which moves back by one, so that the next ++ reaches
+    /// the element after the removed one; 0 when the position was not on an element.
     int remove_backwards() noexcept {
-        Link* const gone = this->m_link;
-        if (gone == nullptr) return 0;
-        this->stand_on(gone->previous, this->m_index - 1);
-        return m_target->remove(gone);
+        Link* const removed = this->m_link;
+        if (removed == nullptr) return 0;
+        this->move_to(removed->previous, this->m_index - 1);
+        return m_target->remove(removed);
     }
 
-    /// Takes out the head; a position on it goes before the first. 0 when the list is empty.
+    /// Removes the head; a position on it moves before the first. 0 when the list is empty.
     int remove_first() noexcept {
         if (this->m_link != nullptr) {
-            this->stand_on(this->m_link == m_target->m_head ? nullptr : this->m_link,
-                           this->m_index - 1);
+            this->move_to(this->m_link == m_target->m_head ? nullptr : this->m_link,
+                          this->m_index - 1);
         }
         return m_target->remove_first();
     }
 
-    /// Takes out the tail; a position on it steps back one. 0 when the list is empty.
+    /// Removes the tail; a position on it moves back by one. 0 when the list is empty.
     int remove_last() noexcept {
         if (this->m_link != nullptr && this->m_link == m_target->m_tail) this->step_backwards();
         return m_target->remove_last();
@@ -303,38 +311,7 @@ class coDListB<T>::coCursor : public coDListB<T>::coIterator {
     coDListB* m_target;
 };
 
-/// The pointer-like position of a range-based for loop.
-template <class T>
-template <class Element>
-class coDListB<T>::Walk {
-  public:
-    using iterator_category = std::forward_iterator_tag;
-    using value_type = std::remove_const_t<Element>;
-    using difference_type = std::ptrdiff_t;
-    using pointer = Element*;
-    using reference = Element&;
-
-    Walk() = default;
-    explicit Walk(coDLink<T>* link) noexcept : m_link(link) {}
-
-    Element& operator*() const noexcept { return m_link->element; }
-    Element* operator->() const noexcept { return &m_link->element; }
-    Walk& operator++() noexcept {
-        m_link = m_link->next;
-        return *this;
-    }
-    Walk operator++(int) noexcept {
-        Walk old = *this;
-        m_link = m_link->next;
-        return old;
-    }
-    bool operator==(const Walk& other) const noexcept { return m_link == other.m_link; }
-
-  private:
-    coDLink<T>* m_link = nullptr;
-};
-
-/// The list as callers use it.
+/// The list as callers use it: the core with copying, moving and construction from a list.
 template <class T>
 class coDList : public coDListB<T> {
   public:

@@ -1,7 +1,7 @@
-// coFixedArr: an array whose size is given once, when it is made.
+// coFixedArr: an array whose size is set by its constructor.
 //
-// The elements lie side by side and start value-initialised, so numbers start at zero. Only
-// `become` and assignment change the size of an array that exists.
+// The elements are adjacent in memory and value-initialised, so numbers start at zero. Only
+// `become` and assignment change the size of an existing array.
 #pragma once
 
 #include <utils/utCopy.h>
@@ -36,16 +36,17 @@ class coFixedArr {
         return *this;
     }
 
-    /// Takes the size and the elements of `other`; storage of the same size is used again.
+    /// Takes the size of `other` and copies of its elements; storage of the same size is reused.
     void become(utCopy, const coFixedArr& other) {
         if (this == &other) return;
         if (m_size != other.m_size) *this = coFixedArr(other.m_size);
         std::copy(other.begin(), other.end(), begin());
     }
 
+    /// Number of elements.
     int size() const noexcept { return m_size; }
 
-    /// The first of size() elements that lie side by side; null when there is none.
+    /// The first of size() adjacent elements; null when there are none.
     T* array() noexcept { return m_elements.get(); }
     const T* array() const noexcept { return m_elements.get(); }
 
@@ -55,6 +56,7 @@ class coFixedArr {
         return m_elements[static_cast<std::size_t>(index)];
     }
 
+    /// The elements, in order.
     T* begin() noexcept { return array(); }
     T* end() noexcept { return array() + m_size; }
     const T* begin() const noexcept { return array(); }

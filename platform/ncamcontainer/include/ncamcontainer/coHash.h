@@ -1,16 +1,17 @@
 // coHash: the core of the hash sets, open addressing in one array of slots.
 //
-// The table has 2 to the power of its size exponent slots and none before the first insertion. A
-// collision goes on to the next slot; taking an element out closes the gap, so that there are no
-// tombstones. The order of the slots has no meaning to callers.
+// The table has 2 to the power of its size exponent slots, and none before the first insertion. An
+// element whose slot is taken goes to the next free one; removing an element closes the gap, so
+// there are no tombstones. The order of the slots has no meaning to callers.
 //
-// A missing element is answered as nil(), one object for each kind of set, and told by its
-// identity: `&answer == &nil()`. A slot knows by itself whether it holds an element, so an element
-// that equals nil, or comes to equal it later, is an element like any other. nil() itself is never
-// put in. Elements are copied in and must have a working default constructor, copy and assignment.
+// For a missing element nil() is returned, one object for each set class, which is recognised by
+// its address: `&found == &nil()`. A slot records whether it holds an element, so an element that
+// equals nil, or becomes equal to it later, is treated like any other. nil() itself is never
+// inserted. Elements are copied and must have a working default constructor, copy and assignment.
 #pragma once
 
 #include <ncamcontainer/coObjInterface.h>
+#include <ncamcontainer/co_nil.h>
 #include <utils/utCopy.h>
 #include <utils/utExport.h>
 
@@ -25,19 +26,17 @@
 template <class Element, class Interface = coObjInterface<Element>>
 class UT_EXPORT coHash {
   public:
-    /// Records both and allocates nothing. The exponent is brought inside 0 to 30 and the load
-    /// limit, a percentage, inside 1 to 99: a full table would make a search endless.
+    /// Records both arguments and allocates nothing. The exponent is limited to 0 to 30 and the
+    /// load limit, a percentage, to 1 to 99: a search in a full table would not end.
     coHash(int size_exponent, int load_limit) noexcept
-        : m_initial_size_exponent(std::clamp(size_exponent, 0, largest_size_exponent)),
+        : m_initial_size_exponent(std::clamp(size_exponent, 0, max_size_exponent)),
           m_load_limit(std::clamp(load_limit, 1, 99)),
           m_size_exponent(m_initial_size_exponent) {}
     virtual ~coHash() = default;
 
-    /// The element that stands for "none". Made on first use; safe from any thread.
-    static const Element& nil() {
-        static const Element nil_element{};
-        return nil_element;
-    }
+    /// What is returned for a missing element: default-constructed, one object for all sets of
+    /// this type. Made on first use; safe from any thread.
+    static const Element& nil() { return nmk_container::nil_element<coHash, Element>(); }
 
     /// Number of elements.
     int size() const noexcept { return m_count; }
@@ -53,7 +52,7 @@ class UT_EXPORT coHash {
     coHash(coHash&& other) noexcept { take(other); }
     coHash& operator=(const coHash&) = delete;
 
-    /// Puts a copy of `element` in and answers null, or answers the equal element already there.
+    /// Inserts a copy of `element` and returns null, or returns the equal element already stored.
     const Element* add(const Element& element);
 
     /// The slot of an equal element, or -1.
@@ -80,16 +79,16 @@ class UT_EXPORT coHash {
         return -1;
     }
 
-    /// The same from the beginning; a table that is emptied from the front is not searched anew
-    /// each time.
+    /// The first slot in use, or -1. Slots that are known to be empty are skipped, so emptying a
+    /// table from the front takes one pass over it.
     int first_used() noexcept {
         const int first = m_count > 0 ? next_used(m_none_used_below) : -1;
         if (first >= 0) m_none_used_below = first;
         return first;
     }
 
-    /// Told the number of elements after each insertion: doubles the table while `count` is not
-    /// below load_limit / 100.0 times the number of slots.
+    /// Called with the number of elements after each insertion: doubles the table while `count`
+    /// is not below load_limit / 100.0 times the number of slots.
     virtual void update_size(int count) {
         if (count < m_grow_at) return;
         int exponent = m_size_exponent;
@@ -97,10 +96,11 @@ class UT_EXPORT coHash {
         rehash(exponent);
     }
 
-    /// Drops all elements. With `resized` 0, slots that exist are made empty and kept; otherwise
-    /// the table is made anew with 2 to the power `exponent` slots.
+    /// Removes all elements. With `resized` 0, existing slots are emptied and kept; otherwise a new
+    /// table of 2 to the power `exponent` slots is made.
     void resize(int exponent, int resized);
 
+    /// Copies, or moves, the elements, the slots and the limits of `other`.
     void become(utCopy, const coHash& other);
     void take(coHash& other) noexcept;
 
@@ -112,16 +112,17 @@ class UT_EXPORT coHash {
         bool used() const noexcept { return mark != 0; }
     };
 
-    // One word serves as hash and as sign of an element: a hash of 0 is noted as another number.
+    // One word holds the hash and records that the slot is used: a hash of 0 is stored as another
+    // number.
     static constexpr unsigned int mark_of_hash_0 = 0x80000000U;
     static unsigned int mark_of(unsigned int hash) noexcept {
         return hash != 0 ? hash : mark_of_hash_0;
     }
-    static unsigned int hash_in(const Slot& place) {
-        return place.mark != mark_of_hash_0 ? place.mark : Interface::obj_hash(place.element);
+    static unsigned int hash_in(const Slot& slot) {
+        return slot.mark != mark_of_hash_0 ? slot.mark : Interface::obj_hash(slot.element);
     }
 
-    static constexpr int largest_size_exponent = 30;
+    static constexpr int max_size_exponent = 30;
 
     Slot& slot(int index) const noexcept { return m_slots[static_cast<std::size_t>(index)]; }
     double limit_of(int exponent) const noexcept {
@@ -130,13 +131,13 @@ class UT_EXPORT coHash {
     std::size_t mask() const noexcept { return (std::size_t{1} << m_size_exponent) - 1; }
 
     // The high bits of a product, so that hashes that differ in few bits spread as well. The factor
-    // is matched by the one in coObjInterface.
+    // was chosen together with the one in coObjInterface.
     std::size_t home(unsigned int mark) const noexcept {
         const std::uint32_t spread = std::uint32_t{mark} * 0x9E3779B1U;
         return static_cast<std::size_t>(std::uint64_t{spread} >> (32 - m_size_exponent));
     }
 
-    // The slot of an equal element, or the empty one where the search ended.
+    // The slot of an equal element, or the empty slot where the search ended.
     std::size_t search(const Element& element, unsigned int mark) const {
         std::size_t index = home(mark);
         while (m_slots[index].used()) {
@@ -168,10 +169,10 @@ const Element* coHash<Element, Interface>::add(const Element& element) {
     if (!m_slots) make_slots(m_initial_size_exponent);
     const unsigned int hash = Interface::obj_hash(element);
     const std::size_t index = search(element, mark_of(hash));
-    Slot& place = m_slots[index];
-    if (place.used()) return &place.element;
-    place.element = element;
-    place.mark = mark_of(hash);
+    Slot& target = m_slots[index];
+    if (target.used()) return &target.element;
+    target.element = element;
+    target.mark = mark_of(hash);
     m_none_used_below = std::min(m_none_used_below, static_cast<int>(index));
     m_running_hash ^= hash;
     update_size(++m_count);
@@ -180,16 +181,16 @@ const Element* coHash<Element, Interface>::add(const Element& element) {
 
 template <class Element, class Interface>
 Element coHash<Element, Interface>::remove_at(int index) {
-    Slot& place = slot(index);
-    m_running_hash ^= hash_in(place);
+    Slot& source = slot(index);
+    m_running_hash ^= hash_in(source);
     --m_count;
-    Element removed = std::move(place.element);
+    Element removed = std::move(source.element);
     m_slots[close_gap(static_cast<std::size_t>(index))] = Slot();
     return removed;
 }
 
-// Moves each later element of the run that may stand nearer to its home into the gap; answers the
-// slot that is left over.
+// Moves each later element of the run that may be nearer to its home slot into the gap; returns the
+// slot that is empty in the end.
 template <class Element, class Interface>
 std::size_t coHash<Element, Interface>::close_gap(std::size_t gap) {
     for (std::size_t i = (gap + 1) & mask(); m_slots[i].used(); i = (i + 1) & mask()) {
@@ -204,14 +205,14 @@ std::size_t coHash<Element, Interface>::close_gap(std::size_t gap) {
 
 template <class Element, class Interface>
 void coHash<Element, Interface>::make_slots(int exponent) {
-    if (exponent > largest_size_exponent) throw std::length_error("coHash: too many elements");
+    if (exponent > max_size_exponent) throw std::length_error("coHash: too many elements");
     m_slots = std::make_unique<Slot[]>(std::size_t{1} << exponent);
     m_size_exponent = exponent;
     m_grow_at = limit_of(exponent);
     m_none_used_below = 0;
 }
 
-// The elements are different already, so each goes to the first empty slot.
+// The elements are known to differ, so each goes to the first empty slot from its home.
 template <class Element, class Interface>
 void coHash<Element, Interface>::rehash(int exponent) {
     const std::size_t old_slots = static_cast<std::size_t>(arr_size());

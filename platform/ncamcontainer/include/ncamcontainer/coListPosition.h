@@ -1,35 +1,35 @@
-// coListPosition: what the positions in singly and doubly linked lists have in common.
+// coListPosition: what the read positions of singly and doubly linked lists have in common.
 //
-// The list, the link that the position stands on, null before the first, and its index. How a
-// position steps is each list's own.
+// A position holds the list, the link of its element (null before the first element) and the index
+// of that element. Each list defines how its positions step.
 #pragma once
 
 template <class List, class Link, class T>
 class coListPosition {
   public:
-    /// Equal when they stand on the same element, or both before the first of the same list.
+    /// True for positions on the same element, or both before the first element of one list.
     bool operator==(const coListPosition& other) const noexcept {
         return m_list == other.m_list && m_link == other.m_link;
     }
 
-    /// Goes before the first element.
-    void reset() noexcept { stand_on(nullptr, -1); }
+    /// Moves before the first element.
+    void reset() noexcept { move_to(nullptr, -1); }
 
-    /// Position of the element from 0, or -1 before the first.
+    /// Index of the element, from 0; -1 before the first.
     int index() const noexcept { return m_index; }
 
     /// Non-zero when the position is on an element.
     int valid() const noexcept { return m_link != nullptr ? 1 : 0; }
 
-    /// The element at the position; it must be on one.
-    const T& read() const noexcept { return m_link->element; }
-    const T& operator*() const noexcept { return m_link->element; }
-    const T* operator->() const noexcept { return &m_link->element; }
+    /// The element at the position; the list's nil() before the first.
+    const T& read() const { return m_link != nullptr ? m_link->element : List::nil(); }
+    const T& operator*() const { return read(); }
+    const T* operator->() const { return &read(); }
 
   protected:
     explicit coListPosition(const List& list) noexcept : m_list(&list) {}
 
-    void stand_on(Link* link, int index) noexcept {
+    void move_to(Link* link, int index) noexcept {
         m_link = link;
         m_index = link != nullptr ? index : -1;
     }

@@ -1,8 +1,9 @@
-// coObjInterface: what a hash set has to know about its elements.
+// coObjInterface: how a hash set hashes and compares its elements.
 //
-// The default serves numbers, enumerations and pointers, other values whose bytes tell them apart,
-// and classes that offer `unsigned int co_hash(const Class&)` beside them. A class that wants it
-// otherwise specialises the template, or names an interface of its own as the set's argument.
+// The default works for numbers, enumerations and pointers, for other types whose values are equal
+// exactly when their bytes are, and for classes with a function `unsigned int co_hash(const
+// Class&)` in their namespace. For other classes, specialise the template or pass another interface
+// as the set's template argument.
 #pragma once
 
 #include <ncamcontainer/co_hash.h>
@@ -15,7 +16,7 @@ template <class Element>
 struct UT_EXPORT coObjInterface {
     /// Equal elements must have equal hashes.
     static unsigned int obj_hash(const Element& element) {
-        // Words first: a pointer must not turn into a class that is hashed by it.
+        // Numbers and pointers first: a pointer must not be converted to a class with a co_hash.
         if constexpr (std::is_integral_v<Element> || std::is_enum_v<Element>) {
             return hash_of_word(static_cast<std::uint64_t>(element));
         } else if constexpr (std::is_pointer_v<Element>) {
@@ -24,19 +25,19 @@ struct UT_EXPORT coObjInterface {
             return co_hash(element);
         } else {
             static_assert(std::has_unique_object_representations_v<Element>,
-                          "the bytes of this type do not tell its values apart: give it a co_hash");
+                          "equal values of this type may differ in their bytes: give it a co_hash");
             return co_hash(&element, static_cast<int>(sizeof(Element)));
         }
     }
 
-    /// 0 when the two are equal.
+    /// 0 when `a` and `b` are equal.
     static int obj_compare(const Element& a, const Element& b) { return a == b ? 0 : 1; }
 
   private:
-    // A word needs no loop over its bytes: a product spreads numbers in a row so that they hardly
-    // ever meet. With the factor in coHash::home the factors come to 0x528DC6D5, found by a search
-    // with random numbers: numbers at any equal distance below 300 go through at most 12 slots on
-    // average, in tables of 32 to 32768 slots at half load.
+    // A word needs no loop over its bytes: a product spreads consecutive numbers so that they
+    // rarely collide. The product with the factor in coHash::home is 0x528DC6D5, found by a search
+    // over random numbers: numbers at any constant distance below 300 are found after at most 12
+    // slots on average, in tables of 32 to 32768 slots at half load.
     // Method: multiplicative hashing; Knuth, The Art of Computer Programming, volume 3,
     // section 6.4.
     static unsigned int hash_of_word(std::uint64_t word) {

@@ -1,13 +1,16 @@
 // coPageArr: an array in pages of one fixed size, whose elements never move as it grows.
 //
-// Page number = index >> shift, place in the page = index & (page size - 1). A page belongs to one
+// Page number = index >> shift, index in the page = index & (page size - 1). A page belongs to one
 // array, is made with all its elements default-constructed, and is neither shared nor moved; only
-// `repaginate`, which exists to give memory back, copies elements to a page of another size.
+// `repaginate`, which releases memory, moves elements to a page of another size.
 //
-// The size is a high-water mark: one more than the highest index that was asked for by the
-// non-const operator[]. Elements above the mark are always default-constructed ones.
+// The size is a high-water mark: one more than the highest index that was passed to the non-const
+// operator[]. Elements above the mark are always default-constructed ones. Reading past the mark
+// returns nil(), an element that belongs to the class and is recognised by its address.
 #pragma once
 
+#include <ncamcontainer/co_nil.h>
+#include <ncamcontainer/page_iterator.h>
 #include <utils/utCopy.h>
 
 #include <algorithm>
@@ -20,12 +23,16 @@ template <class T>
 class coPageArr {
   public:
     class coIterator;
+    using value_type = T;
+    using ElementIterator = nmk_container::PageIterator<coPageArr, T>;
+    using ConstElementIterator = nmk_container::PageIterator<const coPageArr, const T>;
 
     /// Pages of 256 elements; a page table of 5 pages, growing by 10.
     coPageArr() = default;
 
     /// Pages of 2 to the power `shift` elements (0 to 30); the page table has room for
-    /// `table_start` pages at first and grows by `table_growth` (each at least 1).
+    /// `table_start` pages at first and grows by `table_growth` (each at least 1). Arguments
+    /// outside their range count as the nearest limit.
     coPageArr(int shift, int table_start, int table_growth)
         : m_shift(std::clamp(shift, 0, 30)),
           m_table_start(std::max(table_start, 1)),
@@ -47,7 +54,7 @@ class coPageArr {
         return *this;
     }
 
-    /// Takes the page size and the elements of `other`.
+    /// Takes the page size of `other` and copies of its elements.
     void become(utCopy, const coPageArr& other) {
         if (this == &other) return;
         clear();
@@ -55,26 +62,39 @@ class coPageArr {
         copy(0, other, 0, other.m_mark);
     }
 
+    /// What reading returns past the mark: default-constructed, one object for all arrays of this
+    /// type. Made on first use; safe from any thread.
+    static const T& nil() { return nmk_container::nil_element<coPageArr, T>(); }
+
     /// The high-water mark: one more than the highest index in use.
     int size() const noexcept { return m_mark; }
 
+    /// Number of elements in a page.
     int page_size() const noexcept { return 1 << m_shift; }
 
     /// Number of pages that exist.
     int pages() const noexcept { return static_cast<int>(m_pages.size()); }
 
-    /// The element at `index` (at least 0). Pages are made up to it where there are none, and the
-    /// mark is raised to `index` + 1 where it is lower; it is never lowered.
+    /// The element at `index`, which must be at least 0. Missing pages up to it are made, and the
+    /// mark is raised to `index` + 1 when it is lower; it is never lowered.
     T& operator[](int index) {
         if (index >= m_mark) {
             get_block(index >> m_shift);
             m_mark = index + 1;
         }
-        return place(index);
+        return element_at(index);
     }
 
-    /// `index` must be at least 0 and below size().
-    const T& operator[](int index) const noexcept { return place(index); }
+    /// The element at `index`; nil() when that is below 0 or not below size(). Adds nothing.
+    const T& operator[](int index) const {
+        return index >= 0 && index < m_mark ? element_at(index) : nil();
+    }
+
+    /// The elements below the mark, in order; changing the array keeps the iterators valid.
+    ElementIterator begin() noexcept { return {*this, 0}; }
+    ElementIterator end() noexcept { return {*this, m_mark}; }
+    ConstElementIterator begin() const noexcept { return {*this, 0}; }
+    ConstElementIterator end() const noexcept { return {*this, m_mark}; }
 
     /// Appends a copy of `element`, which may be an element of this array.
     void add(const T& element) { (*this)[m_mark] = element; }
@@ -82,38 +102,41 @@ class coPageArr {
     /// Keeps the first `keep` elements and frees the pages past them.
     void clear(int keep = 0) { shrink(keep, 0); }
 
-    /// Keeps the first `keep` elements, and the pages that hold them and `spare` more; the other
-    /// pages are freed.
+    /// Keeps the first `keep` elements, and the pages that hold these and `spare` more elements;
+    /// the other pages are freed.
     void shrink(int keep, int spare);
 
-    /// Copies `count` elements of `source` (which may be this array) to `to` upwards.
+    /// Copies `count` elements of `source`, which may be this array, from the index `from` to the
+    /// index `to` and upwards. Where `source` ends, copies of nil() follow.
     void copy(int to, const coPageArr& source, int from, int count);
 
-    /// Copies `count` elements that lie side by side into the array, to `to` upwards.
+    /// Copies `count` adjacent elements at `source` to the index `to` and upwards.
     void copyin(int to, const T* source, int count) {
         for (int i = 0; i < count; ++i) (*this)[to + i] = source[i];
     }
 
-    /// Copies `count` elements from `from` upwards out to elements that lie side by side.
+    /// Copies `count` elements from the index `from` upwards to adjacent elements at `target`.
+    /// Where the array ends, copies of nil() follow.
     void copyout(int from, T* target, int count) const {
         for (int i = 0; i < count; ++i) target[i] = (*this)[from + i];
     }
 
-    /// Puts the elements in the opposite order.
+    /// Reverses the order of the elements.
     void reverse() {
         for (int low = 0, high = m_mark - 1; low < high; ++low, --high) {
             using std::swap;
-            swap(place(low), place(high));
+            swap(element_at(low), element_at(high));
         }
     }
 
-    /// Gives back what is not needed; non-zero when anything changed.
+    /// Releases memory that is not needed; non-zero when anything changed.
     ///
     /// With fewer elements than one page holds, the page size is halved while they still fit; an
-    /// empty array loses all its pages and keeps its page size. Otherwise the pages past the mark
+    /// empty array frees all its pages and keeps its page size. Otherwise the pages past the mark
     /// are freed. Elements move when the page size changes.
     int repaginate();
 
+    /// A read position before the first element.
     coIterator iterator() const { return coIterator(*this); }
 
   protected:
@@ -126,7 +149,7 @@ class coPageArr {
     }
 
   private:
-    T& place(int index) const noexcept {
+    T& element_at(int index) const noexcept {
         return m_pages[static_cast<std::size_t>(index >> m_shift)]
                       [static_cast<std::size_t>(index & ((1 << m_shift) - 1))];
     }
@@ -173,7 +196,7 @@ void coPageArr<T>::shrink(int keep, int spare) {
     free_pages_past(static_cast<long long>(kept) + std::max(spare, 0));
     const long long in_pages = static_cast<long long>(pages()) << m_shift;
     const int past = static_cast<int>(std::min<long long>(m_mark, in_pages));
-    for (int i = kept; i < past; ++i) place(i) = T();
+    for (int i = kept; i < past; ++i) element_at(i) = T();
     m_mark = kept;
 }
 
@@ -182,9 +205,9 @@ void coPageArr<T>::copy(int to, const coPageArr& source, int from, int count) {
     if (count <= 0) return;
     (*this)[to + count - 1];
     if (this == &source && from < to) {
-        for (int i = count - 1; i >= 0; --i) place(to + i) = source.place(from + i);
+        for (int i = count - 1; i >= 0; --i) element_at(to + i) = source[from + i];
     } else {
-        for (int i = 0; i < count; ++i) place(to + i) = source.place(from + i);
+        for (int i = 0; i < count; ++i) element_at(to + i) = source[from + i];
     }
 }
 
@@ -193,7 +216,7 @@ int coPageArr<T>::repaginate() {
     const int shift = m_mark > 0 && m_mark < page_size() ? shift_holding_the_elements() : m_shift;
     if (shift == m_shift) return free_pages_past(m_mark) ? 1 : 0;
     coPageArr smaller(shift, m_table_start, m_table_growth);
-    for (int i = 0; i < m_mark; ++i) smaller[i] = std::move(place(i));
+    for (int i = 0; i < m_mark; ++i) smaller[i] = std::move(element_at(i));
     *this = std::move(smaller);
     return 1;
 }
@@ -204,21 +227,22 @@ class coPageArr<T>::coIterator {
   public:
     explicit coIterator(const coPageArr& array) : m_array(&array) {}
 
-    /// Goes to the first element; 0 when the array is empty.
+    /// Moves to the first element; 0 when the array is empty.
     int do_first() {
         m_index = -1;
         return ++*this;
     }
 
-    /// Goes on by one; 0 at the end, and the position is then before the first again.
+    /// Moves forwards by one; 0 at the end, and the position is then before the first again.
     int operator++() {
         m_index = m_index + 1 < m_array->size() ? m_index + 1 : -1;
         return m_index >= 0 ? 1 : 0;
     }
 
+    /// Index of the element, from 0; -1 before the first.
     int index() const noexcept { return m_index; }
 
-    /// Only while the position is on an element.
+    /// The element at the position; the array's nil() before the first.
     const T& operator*() const { return (*m_array)[m_index]; }
     const T* operator->() const { return &(*m_array)[m_index]; }
 

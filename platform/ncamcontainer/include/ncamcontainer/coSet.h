@@ -1,9 +1,11 @@
-// coSet: a hash set of values that can be copied and joined with others.
+// coSet: a hash set of values that can be copied, compared and combined with other sets.
 #pragma once
 
 #include <ncamcontainer/basecoSet.h>
 
+#include <algorithm>
 #include <initializer_list>
+#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -14,8 +16,8 @@ class UT_EXPORT coSet : public basecoSet<Element, Interface> {
   public:
     using coIterator = basecoSetcoIterator<Element, Interface>;
 
-    /// A table of 2 to the power `size_exponent` slots, to be made at the first insertion, which
-    /// doubles when `load_limit` percent of its slots are taken.
+    /// At the first insertion 2 to the power `size_exponent` slots are made; their number is
+    /// doubled when `load_limit` percent of them are used.
     explicit coSet(int size_exponent = 4, int load_limit = 50) noexcept
         : Core(size_exponent, load_limit) {}
     coSet(std::initializer_list<Element> elements) : coSet() {
@@ -33,38 +35,36 @@ class UT_EXPORT coSet : public basecoSet<Element, Interface> {
         return *this;
     }
 
-    /// Takes the elements of `other`, its slots and its limits.
+    /// Copies the elements of `other`, its slots and its limits.
     void become(utCopy, const coSet& other) { Core::become(utCopy(), other); }
 
-    /// Subset: each of these elements is found in `other`.
+    /// Subset: whether each element of this set is found in `other`.
     bool operator<=(const coSet& other) const {
         if (this->size() > other.size()) return false;
-        for (coIterator it(*this); ++it;) {
-            if (!other.contains(*it)) return false;
-        }
-        return true;
+        return std::all_of(this->begin(), this->end(),
+                           [&other](const Element& element) { return other.contains(element); });
     }
 
+    /// Whether both sets have the same elements.
     bool operator==(const coSet& other) const {
         return this->size() == other.size() && this->running_hash() == other.running_hash() &&
                *this <= other;
     }
 
-    /// Union in place; elements that are in both stay as they are here.
+    /// Union in place; of two equal elements, the one in this set is kept.
     coSet& operator+=(const coSet& other) {
         if (this == &other) return *this;
-        for (coIterator it(other); ++it;) this->add(*it);
+        for (const Element& element : other) this->add(element);
         return *this;
     }
 
     /// Intersection in place.
     coSet& operator*=(const coSet& other) {
         if (this == &other) return *this;
-        std::vector<Element> gone;
-        for (coIterator it(*this); ++it;) {
-            if (!other.contains(*it)) gone.push_back(*it);
-        }
-        for (const Element& element : gone) this->remove(element);
+        std::vector<Element> surplus;
+        std::copy_if(this->begin(), this->end(), std::back_inserter(surplus),
+                     [&other](const Element& element) { return !other.contains(element); });
+        for (const Element& element : surplus) this->remove(element);
         return *this;
     }
 
@@ -74,7 +74,7 @@ class UT_EXPORT coSet : public basecoSet<Element, Interface> {
             this->clear();
             return *this;
         }
-        for (coIterator it(other); ++it;) this->remove(*it);
+        for (const Element& element : other) this->remove(element);
         return *this;
     }
 };

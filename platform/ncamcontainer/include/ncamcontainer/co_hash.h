@@ -3,8 +3,9 @@
 
 #include <utils/utExport.h>
 
-/// Hash of the `size` bytes at `bytes`. A size of 0 or less hashes nothing, whatever `bytes` is.
+/// Hash of the `size` bytes at `bytes`. With a size of 0 or less, `bytes` is not read and the
+/// result is the hash of no bytes.
 ///
 /// The same bytes give the same hash in every process and on every processor of one byte order.
-/// Method: XXH3, both halves of its 64 bits folded together.
+/// Method: XXH3, the two halves of its 64 bits combined by exclusive-or.
 UT_EXPORT unsigned int co_hash(const void* bytes, int size);

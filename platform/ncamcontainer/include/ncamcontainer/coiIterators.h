@@ -1,8 +1,8 @@
 // coiIterators.h: sinks and cursors that are passed by value.
 //
-// A coiFiller takes values and hands them on to whatever stands behind it; copies share that. A
-// coiIterator reads values from whatever stands behind it; a copy is a cursor of its own at the
-// same position. Both let an interface speak of "some values" without naming a container.
+// A coiFiller passes values on to a sink, which its copies share. A coiIterator reads values
+// through a cursor; a copy has a cursor of its own at the same position. With them an interface
+// accepts or returns values without naming a container.
 #pragma once
 
 #include <cstddef>
@@ -24,7 +24,7 @@ class coiAbsFiller {
     coiAbsFiller& operator=(const coiAbsFiller&) = default;
 };
 
-/// The sink as it is passed around; copies share what stands behind it.
+/// The sink as it is passed by value; copies share one sink.
 template <class T>
 class coiFiller : public coiAbsFiller<T> {
   public:
@@ -54,7 +54,7 @@ coiFiller<T> coiFiller_from_function(std::function<void(T)> function) {
     return coiFiller<T>(std::make_shared<coiFillerImpl<T>>(std::move(function)));
 }
 
-/// A sink that puts each value at the end of `container`, which must outlive it.
+/// A sink that appends each value to `container`, which must outlive it.
 template <class C>
 coiFiller<typename C::value_type> coiFiller_from_container(C& container) {
     using Value = typename C::value_type;
@@ -66,16 +66,16 @@ coiFiller<typename C::value_type> coiFiller_from_container(C& container) {
 template <class T>
 class coiAbsIterator {
   public:
-    /// True while the cursor is on no value.
+    /// True while the cursor is not on a value.
     virtual bool undefined() const = 0;
 
-    /// Goes before the first value.
+    /// Moves before the first value.
     virtual void reset() = 0;
 
-    /// True when the cursor has moved on to a value.
+    /// Moves to the next value; false when there is none.
     virtual bool operator++() = 0;
 
-    /// The value under the cursor.
+    /// The value at the cursor, which must be on one.
     virtual const T& operator()() const = 0;
 
     virtual ~coiAbsIterator() = default;
@@ -86,14 +86,15 @@ class coiAbsIterator {
     coiAbsIterator& operator=(const coiAbsIterator&) = default;
 };
 
-/// A cursor that can make another one at its own position.
+/// A cursor that can be copied through its base class.
 template <class T>
 class coiAbsCloneableIterator : public coiAbsIterator<T> {
   public:
+    /// A new cursor at the same position.
     virtual std::unique_ptr<coiAbsCloneableIterator<T>> clone() const = 0;
 };
 
-/// The cursor as it is passed around: owns what stands behind it, and copies it by cloning.
+/// The cursor as it is passed by value: owns a cursor, and copies it by cloning.
 template <class T>
 class coiIterator : public coiAbsIterator<T> {
   public:
@@ -111,15 +112,15 @@ class coiIterator : public coiAbsIterator<T> {
     bool operator++() override { return ++*m_inner; }
     const T& operator()() const override { return (*m_inner)(); }
 
-    /// What stands behind it.
+    /// The owned cursor.
     const coiAbsCloneableIterator<T>& inner() const { return *m_inner; }
 
   private:
     std::unique_ptr<coiAbsCloneableIterator<T>> m_inner;
 };
 
-/// A cursor over values that never change; copies share them. Whoever is handed one may read the
-/// values once and for all.
+/// A cursor over values that never change; copies share them. A function that receives one may
+/// therefore read all values at once.
 template <class T>
 class coiFixedIterator final : public coiAbsCloneableIterator<T> {
   public:
@@ -141,7 +142,7 @@ class coiFixedIterator final : public coiAbsCloneableIterator<T> {
 
   private:
     std::shared_ptr<const std::vector<T>> m_values;
-    std::size_t m_next = 0;  // of the value after the one under the cursor
+    std::size_t m_next = 0;  // of the value after the one at the cursor
 };
 
 /// A cursor before the first of `values`, which it keeps.

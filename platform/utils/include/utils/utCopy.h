@@ -1,5 +1,5 @@
-// utCopy.h: the tag that asks for a copy where a copy is costly enough to be said aloud.
+// utCopy.h: the tag of copies that are explicit because they are costly.
 #pragma once
 
-/// Picks the copying overload of a constructor or of `become`.
+/// Selects the copying overload of a constructor or of `become`.
 struct utCopy {};

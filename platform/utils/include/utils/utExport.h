@@ -1,8 +1,8 @@
-// utExport.h: marks what must exist once in a process, whatever library it is compiled into.
+// utExport.h: the export macro of the platform libraries.
 //
-// The stand-ins are compiled with default visibility, but their headers are also compiled into
-// libraries that hide what they do not export. Classes with statics (a container's nil element, a
-// run-time type) carry this mark so that all libraries still share one object.
+// The platform libraries are compiled with default visibility, but their headers are also compiled
+// into libraries that hide what they do not export. Functions and classes that those libraries have
+// to share (a run-time type, an instantiation that another library offers) are marked.
 #pragma once
 
 #if defined(_WIN32)

@@ -1,10 +1,10 @@
-// utMath.h: arithmetic that must come out the same on every machine.
+// utMath.h: arithmetic with the same results on every machine.
 #pragma once
 
 #include <utils/utExport.h>
 
 struct UT_EXPORT utMath {
-    /// `base` to the power `exponent`. Powers of ten are the doubles nearest to them on every
-    /// processor, 0 below and infinity above their range; other bases go through the C library.
+    /// `base` to the power `exponent`. A power of ten is the double nearest to it on every
+    /// processor, 0 below and infinity above the range; other bases use the C library.
     static double pow(double base, int exponent);
 };

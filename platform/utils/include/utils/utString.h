@@ -1,9 +1,9 @@
-// utString.h: a narrow text that can also be no text at all.
+// utString.h: a narrow string with a null state.
 //
 // It has two empty states: the null string, which has no buffer, and the empty text. They compare
-// unequal, and many operations of the kernel ask for the one and not for the other. The text is a
-// row of bytes: nothing here interprets them, and nul bytes inside are kept. Positions and lengths
-// count bytes. Numbers are written and read the same way in every locale.
+// unequal, and many operations of the kernel test for the null string and not for the empty text.
+// The text is a sequence of bytes: nothing here interprets them, and nul bytes inside are kept.
+// Positions and lengths count bytes. Numbers are written and read the same way in every locale.
 #pragma once
 
 #include <utils/utExport.h>
@@ -17,7 +17,7 @@
 #include <type_traits>
 #include <utility>
 
-/// Picks the constructor that takes a buffer over instead of copying it.
+/// Selects the constructor that takes ownership of a buffer.
 struct utStringClaim {};
 
 /// An integer that is written as a number: any but the character types.
@@ -38,15 +38,17 @@ class UT_EXPORT utString {
     explicit utString(std::string text) : m_text(std::move(text)) {}
     explicit utString(std::string_view text) : m_text(std::in_place, text) {}
 
-    /// Takes over a nul-terminated buffer made with new[]; null gives the null string. The text is
-    /// what stands before the nul.
+    /// Takes ownership of a nul-terminated buffer made with new[]; null gives the null string. The
+    /// text is what precedes the nul.
     utString(utStringClaim, char* buffer);
 
+    /// A copy of a text, which may be a part of this string; null makes this the null string.
     utString& operator=(const char* text);
 
     /// Makes this the null string.
     void set_invalid() noexcept { m_text.reset(); }
 
+    /// True for the null string only.
     bool is_null() const noexcept { return !m_text.has_value(); }
 
     /// True for the null string and for the empty text.
@@ -55,9 +57,10 @@ class UT_EXPORT utString {
     /// Bytes of the text; 0 for the null string.
     int length() const noexcept { return m_text ? static_cast<int>(m_text->size()) : 0; }
 
-    /// The text, ended by a nul; null for the null string. Valid until the string changes.
+    /// The text, terminated by a nul; null for the null string. Valid until the string changes.
     const char* c_str() const noexcept { return m_text ? m_text->c_str() : nullptr; }
 
+    /// The text; empty for the null string. Valid until the string changes.
     std::string_view view() const noexcept {
         return m_text ? std::string_view(*m_text) : std::string_view();
     }
@@ -67,19 +70,19 @@ class UT_EXPORT utString {
         return index >= 0 && index < length() ? (*m_text)[static_cast<std::size_t>(index)] : '\0';
     }
 
-    /// Appends. Nothing is appended for a null argument; a text, even the empty one, makes a text
-    /// of the null string.
+    /// Appends. A null argument appends nothing; appending a text, even the empty one, turns the
+    /// null string into a text.
     utString& operator+=(const utString& text);
     utString& operator+=(const char* text);
     utString& operator+=(char character);
 
-    /// Appends likewise.
+    /// Appends, as += does.
     utString& operator<<(const utString& text) { return *this += text; }
     utString& operator<<(const char* text) { return *this += text; }
     utString& operator<<(char character) { return *this += character; }
     utString& operator<<(std::string_view text);
 
-    /// Appends a whole number in decimal; a truth value as 0 or 1.
+    /// Appends an integer in decimal; a bool as 0 or 1.
     template <utWritableInteger Integer>
     utString& operator<<(Integer value) {
         if constexpr (std::is_signed_v<Integer>) {
@@ -90,8 +93,9 @@ class UT_EXPORT utString {
     }
 
     /// Appends a number with the fewest digits that read back to the same number: 1.02, 100000, 0.
-    /// Numbers of 1e16 and more or below 1e-4 are written with an exponent of at least two digits:
-    /// 1e+16, 2.5e-07. A whole number has no point. Others: -0, inf, -inf, and nan for every NaN.
+    /// From 1e16 upwards and below 1e-4 it is written with an exponent of at least two digits:
+    /// 1e+16, 2.5e-07. An integer has no decimal point. Special values: -0, inf, -inf, and nan for
+    /// every NaN.
     utString& operator<<(double value);
 
     /// Byte index of the first `sub` at or after `start`, -1 if there is none or either string is
@@ -99,21 +103,21 @@ class UT_EXPORT utString {
     /// start counts as 0.
     int locate_substring(const utString& sub, int start = 0) const noexcept;
 
-    /// Takes the text up to a delimiter from the front: skips leading delimiters, moves what
-    /// stands before the next one (or the end) to `taken`, and drops that delimiter too. Answers 1
-    /// while there was something to take; else 0, `taken` is null, and a text has become empty.
+    /// Removes the first token from the front: skips leading delimiters, moves the text before the
+    /// next delimiter (or the end) to `taken`, and removes that delimiter too. Returns 1 when there
+    /// was a token; otherwise 0, `taken` becomes null, and a text becomes empty.
     int extract_string(char delimiter, utString& taken);
 
-    /// The `count` bytes from `start`, cut to what there is; the null string for the null string.
+    /// The `count` bytes from `start`, limited to the text; the null string for the null string.
     utString substring(int start, int count) const;
 
-    /// Reads the number that stands at byte `position`, after white space and one sign at most,
-    /// and moves `position` behind it. Answers 1; or 0, with both arguments unchanged, where no
-    /// number stands or it does not fit its type. Everything that << writes is read.
+    /// Reads the number at byte `position`, after white space and at most one sign, and moves
+    /// `position` to the byte after it. Returns 1; or 0, with both arguments unchanged, when there
+    /// is no number or it does not fit its type. Reads everything that << writes.
     int parse(double& value, int& position) const noexcept;
     int parse(int& value, int& position) const noexcept;
 
-    /// Byte by byte. The null string equals only itself, and sorts before the empty text.
+    /// Compares byte by byte. The null string equals only itself, and sorts before the empty text.
     friend bool operator==(const utString&, const utString&) noexcept = default;
     friend bool operator==(const utString& left, const char* right) noexcept {
         return right == nullptr ? left.is_null() : !left.is_null() && left.view() == right;
@@ -130,11 +134,11 @@ class UT_EXPORT utString {
     std::optional<std::string> m_text;
 };
 
-/// The two texts after each other; null only when both are.
+/// The concatenation of both; the null string only when both are null.
 UT_EXPORT utString operator+(utString left, const utString& right);
 UT_EXPORT utString operator+(utString left, const char* right);
 UT_EXPORT utString operator+(const char* left, const utString& right);
 UT_EXPORT utString operator+(utString left, char right);
 
-/// Writes the bytes; nothing for the null string.
+/// Writes the bytes; writes nothing for the null string.
 UT_EXPORT std::ostream& operator<<(std::ostream& stream, const utString& text);

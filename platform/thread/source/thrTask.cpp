@@ -1,0 +1,3 @@
+#include <thread/thrTask.h>
+
+thrTask::~thrTask() = default;

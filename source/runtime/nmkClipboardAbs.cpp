@@ -1,0 +1,3 @@
+#include <nmktoolbox/runtime/nmkClipboardAbs.h>
+
+nmkClipboardAbs::~nmkClipboardAbs() = default;

@@ -1,0 +1,3 @@
+#include <nmktoolbox/runtime/nmkTrustAbs.h>
+
+nmkTrustAbs::~nmkTrustAbs() = default;
