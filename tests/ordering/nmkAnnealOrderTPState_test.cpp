@@ -225,10 +225,11 @@ TEST(nmkAnnealOrderTPState, is_annealed_to_a_cheaper_order_that_keeps_the_sequen
 
 TEST(nmkAnnealOrderTPState, accepts_nothing_before_a_move_was_proposed) {
     OpenState state(runs({2, 3}));
-    state.initialise();
+    const double length = state.initialise();
     const std::vector<int> before = items_of(state);
     state.accept_new_state();
     EXPECT_EQ(items_of(state), before);
+    EXPECT_EQ(state.distance_value, length);
 }
 
 TEST(nmkAnnealOrderTPState, stays_as_it_is_when_assigned_to_itself) {

@@ -190,8 +190,9 @@ TEST(nmkAnnealStateTwoItemStates, accepts_no_block_that_is_too_long) {
         state.candidate_2 = 1;
         return !state.has_valid_swap_candidate();
     };
-    while (!needs_room()) {
-    }
+    bool is_found = false;
+    for (int k = 0; k < 100 && !is_found; ++k) is_found = needs_room();
+    ASSERT_TRUE(is_found);
     const std::vector<int> before = items_of(state);
     state.accept_new_state();
     EXPECT_EQ(items_of(state), before);
