@@ -7,10 +7,12 @@
 #include <nmktoolbox/files/nmkFilenameExt.h>
 
 #include <algorithm>
+#include <iostream>
 #include <string>
 #include <string_view>
 
-#include "second_character.h"
+#include "deletion_diagnosis.h"
+#include "drive_letter.h"
 
 namespace {
 
@@ -109,7 +111,8 @@ void nmkFileDir::add_pathname(const utString& base) {
     if (m_path.is_null() || base.is_null()) return;
     const std::string_view path = m_path.view();
     // Deliberate: a leading "." counts as rooted, so ./x and .hidden are not joined.
-    if (path.starts_with('.') || path.starts_with('/') || second_is_colon(m_path, *m_encoding)) {
+    if (path.starts_with('.') || path.starts_with('/') ||
+        nmk_files::second_is_colon(m_path, *m_encoding)) {
         return;
     }
     std::string joined(base.view());
@@ -149,4 +152,8 @@ utString nmkFileDir::file_ext_without_check() const {
     if (name.length() == 0) return utString();
     const std::size_t dot = name.view().rfind('.');
     return dot == std::string_view::npos ? utString("") : utString(name.view().substr(dot + 1));
+}
+
+void nmkFileDir::diagnose_file_deletion_failure() const {
+    nmk_files::write_deletion_diagnosis(std::cout, m_path.view());
 }

@@ -36,15 +36,15 @@ int nmkFileDir::exist() const { return exist(m_path); }
 
 int nmkFileDir::is_file() const {
     if (m_path.is_null()) return 0;
-    const DWORD attributes = attributes_of(m_path);
-    return attributes != INVALID_FILE_ATTRIBUTES && !is_directory(attributes) ? 1 : 0;
+    const DWORD attributes = nmk_files::attributes_of(m_path);
+    return attributes != INVALID_FILE_ATTRIBUTES && !nmk_files::is_directory(attributes) ? 1 : 0;
 }
 
 int nmkFileDir::is_dir() const { return is_dir(m_path); }
 
 int nmkFileDir::is_dir(const utString& path) const {
     if (m_path.is_null() || path.is_null()) return 0;
-    return is_directory(attributes_of(path)) ? 1 : 0;
+    return nmk_files::is_directory(nmk_files::attributes_of(path)) ? 1 : 0;
 }
 
 int nmkFileDir::is_writeable() const {

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "second_character.h"
+#include "drive_letter.h"
 
 namespace {
 
@@ -93,7 +93,8 @@ int nmkFileDir::up_one() {
 
 int nmkFileDir::is_full_path() const {
     if (m_path.is_null()) return 0;
-    return m_path.view().starts_with("//") || second_is_colon(m_path, *m_encoding) ? 1 : 0;
+    return m_path.view().starts_with("//") || nmk_files::second_is_colon(m_path, *m_encoding) ? 1
+                                                                                              : 0;
 }
 
 int nmkFileDir::is_full_path(const char* path) { return nmkFileDir(path, nullptr).is_full_path(); }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "comma_locale.h"
+#include "scoped_zone.h"
 
 namespace {
 
@@ -21,28 +22,6 @@ std::string gmt_stamp(std::int64_t seconds) {
     time.update(seconds);
     return stamp(time);
 }
-
-/// Sets the time zone of the process, and sets it back.
-class ScopedZone {
-  public:
-    explicit ScopedZone(const char* zone) {
-        const char* before = std::getenv("TZ");
-        m_had_zone = before != nullptr;
-        m_before = m_had_zone ? before : "";
-        setenv("TZ", zone, 1);
-        tzset();
-    }
-    ~ScopedZone() {
-        m_had_zone ? setenv("TZ", m_before.c_str(), 1) : unsetenv("TZ");
-        tzset();
-    }
-    ScopedZone(const ScopedZone&) = delete;
-    ScopedZone& operator=(const ScopedZone&) = delete;
-
-  private:
-    bool m_had_zone;
-    std::string m_before;
-};
 
 /// Days since 1970 of a date, counted one year and one month after the other.
 std::int64_t plain_days(int year, int month, int day) {

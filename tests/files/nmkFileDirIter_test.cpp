@@ -110,7 +110,7 @@ TEST(nmkFileDirIter, a_directory_that_is_missing_or_a_file_gives_nothing) {
 TEST(nmkFileDirIter, a_directory_that_may_not_be_read_gives_nothing) {
     const ScratchFolder scratch;
     scratch.file("a", "");
-    const Fault fault("FindFirstFileA", scratch.path() + "/*", EACCES);
+    const Fault fault("list directory", scratch.path() + "/", EACCES);
     EXPECT_EQ(listed(scratch.path(), nmkFileDirIterAll), Names{});
 }
 

@@ -11,11 +11,10 @@
 
 #include "child_process.h"
 #include "disk_fault.h"
-#include "files_access.h"
 #include "name_samples.h"
 #include "scratch_folder.h"
 #include "tree_samples.h"
-#include "working_folder.h"
+#include "working_directory.h"
 
 namespace fs = std::filesystem;
 
@@ -33,14 +32,6 @@ TEST(nmkFileDir_access, tells_files_directories_and_what_is_missing_apart) {
     EXPECT_EQ(missing.exist() + missing.is_dir() + missing.is_file(), 0);
     const nmkFileDir none;
     EXPECT_EQ(none.exist() + none.is_dir() + none.is_file(), 0);
-}
-
-TEST(nmkFileDir_access, no_name_tells_of_no_other_name_that_it_is_a_directory) {
-    const ScratchFolder scratch;
-    const utString directory(scratch.path());
-    EXPECT_EQ(nmkFileDirAccess::is_dir(named("anything"), directory), 1);
-    EXPECT_EQ(nmkFileDirAccess::is_dir(nmkFileDir(), directory), 0);
-    EXPECT_EQ(nmkFileDirAccess::is_dir(named(scratch.path()), utString()), 0);
 }
 
 TEST(nmkFileDir_access, what_may_not_be_looked_at_exists_but_is_neither_file_nor_directory) {
@@ -116,7 +107,7 @@ TEST(nmkFileDir_access, the_file_made_in_a_directory_is_never_one_that_is_there)
     });
     EXPECT_EQ(named(scratch.path()).is_dir_writeable(), 1);
     EXPECT_GE(guessed, 3);
-    EXPECT_EQ(contents(kept), "kept");
+    EXPECT_EQ(contents_of(kept), "kept");
     EXPECT_EQ(scratch.file_count(), 3U);
 }
 
@@ -142,7 +133,7 @@ TEST(nmkFileDir_access, a_missing_file_in_a_writeable_directory_is_writeable_and
 TEST(nmkFileDir_access, a_missing_file_whose_parent_is_missing_is_not_writeable) {
     const ScratchFolder scratch;
     EXPECT_EQ(named(scratch.path() + "/missing/file").is_writeable(), 0);
-    const WorkingFolder here(scratch.path());
+    const WorkingDirectory here(scratch.path());
     EXPECT_EQ(named("no_parent_at_all").is_writeable(), 0);
     EXPECT_EQ(nmkFileDir().is_writeable(), 0);
 }
@@ -160,16 +151,16 @@ TEST(nmkFileDir_access, a_file_is_local_unless_its_drive_is_remote) {
     const ScratchFolder scratch;
     const nmkFileDir file = named(scratch.file("f", ""));
     EXPECT_EQ(file.is_local_file(), 1);
-    const RemoteFolder remote(scratch.path());
+    const RemoteDirectory remote(scratch.path());
     EXPECT_EQ(file.is_local_file(), 0);
 }
 
 TEST(nmkFileDir_access, a_relative_file_is_local_by_its_full_path) {
     const ScratchFolder scratch;
     scratch.file("f", "");
-    const WorkingFolder here(scratch.path());
+    const WorkingDirectory here(scratch.path());
     EXPECT_EQ(named("f").is_local_file(), 1);
-    const RemoteFolder remote(scratch.path());
+    const RemoteDirectory remote(scratch.path());
     EXPECT_EQ(named("f").is_local_file(), 0);
 }
 
@@ -183,23 +174,23 @@ TEST(nmkFileDir_access, two_leading_slashes_mean_remote_and_one_means_local) {
 
 TEST(nmkFileDir_access, a_drive_letter_or_any_character_before_a_colon_is_local_here) {
     const ScratchFolder scratch;
-    const WorkingFolder here(scratch.path());
+    const WorkingDirectory here(scratch.path());
     for (const char* name : {"C:f", "\xC3\xA9:f"}) {
         scratch.file(name, "");
         EXPECT_EQ(named(name).is_local_file(), 1) << name;
-        const RemoteFolder remote(scratch.path());
+        const RemoteDirectory remote(scratch.path());
         EXPECT_EQ(named(name).is_local_file(), 0) << name;
     }
 }
 
 TEST(nmkFileDir_access, what_leads_out_of_a_remote_drive_is_remote_by_its_letter) {
     const ScratchFolder scratch;
-    const WorkingFolder here(scratch.path());
+    const WorkingDirectory here(scratch.path());
     fs::create_directory("C:");
     scratch.file("elsewhere", "");
     fs::create_symlink("../elsewhere", "C:/link");
     EXPECT_EQ(named("C:/link").is_local_file(), 1);
-    const RemoteFolder remote(scratch.path() + "/C:");
+    const RemoteDirectory remote(scratch.path() + "/C:");
     EXPECT_EQ(named("C:/link").is_local_file(), 0);
 }
 

@@ -15,7 +15,7 @@
 #include "name_samples.h"
 #include "scratch_folder.h"
 #include "tree_samples.h"
-#include "working_folder.h"
+#include "working_directory.h"
 
 namespace fs = std::filesystem;
 
@@ -30,7 +30,7 @@ double seconds_for(const std::function<void()>& work) {
 }
 
 // Fails a call on a name so many times, then lets it go on.
-winapi_fault_hook fail_first(std::string call, std::string name, int times) {
+nmk_filesystem::FaultHook fail_first(std::string call, std::string name, int times) {
     auto count = std::make_shared<std::atomic<int>>(0);
     return [=](std::string_view asked, std::string_view about) {
         return asked == call && about == name && (*count)++ < times ? EACCES : 0;
@@ -48,7 +48,7 @@ TEST(nmkFileDir_mkdir, makes_the_parents_that_are_missing) {
 
 TEST(nmkFileDir_mkdir, makes_relative_and_undecodable_names) {
     const ScratchFolder scratch;
-    const WorkingFolder here(scratch.path());
+    const WorkingDirectory here(scratch.path());
     EXPECT_EQ(named("r/" + bad_byte + "/" + cut_off).mkdir(), 1);
     EXPECT_TRUE(fs::is_directory(scratch.path() + "/r/" + bad_byte + "/" + cut_off));
 }
@@ -57,7 +57,7 @@ TEST(nmkFileDir_mkdir, of_no_name_or_what_exists_is_done_already) {
     const ScratchFolder scratch;
     EXPECT_EQ(nmkFileDir().mkdir(), 1);
     EXPECT_EQ(named(scratch.file("f", "x")).mkdir(), 1);
-    EXPECT_EQ(contents(scratch.path() + "/f"), "x");
+    EXPECT_EQ(contents_of(scratch.path() + "/f"), "x");
 }
 
 TEST(nmkFileDir_mkdir, below_a_file_fails) {
@@ -88,7 +88,7 @@ TEST(nmkFileDir_mkdir, that_another_does_meanwhile_is_done_unless_it_is_a_file) 
 
 TEST(nmkFileDir_mkdir, of_a_name_too_long_for_the_disk_fails) {
     const ScratchFolder scratch;
-    const WorkingFolder here(scratch.path());
+    const WorkingDirectory here(scratch.path());
     for (int length : {256, 1000, 5000, 10000}) {
         EXPECT_EQ(named(std::string(static_cast<std::size_t>(length), 'x')).mkdir(), 0);
     }
@@ -121,14 +121,14 @@ TEST(nmkFileDir_rmdir, of_what_is_no_directory_is_done_already) {
     EXPECT_EQ(nmkFileDir().rmdir(), 1);
     EXPECT_EQ(named(scratch.path() + "/missing").rmdir(), 1);
     EXPECT_EQ(named(scratch.file("f", "x")).rmdir(), 1);
-    EXPECT_EQ(contents(scratch.path() + "/f"), "x");
+    EXPECT_EQ(contents_of(scratch.path() + "/f"), "x");
 }
 
 TEST(nmkFileDir_rmdir, of_a_directory_that_holds_something_fails) {
     const ScratchFolder scratch;
     scratch.file("f", "x");
     EXPECT_EQ(named(scratch.path()).rmdir(), 0);
-    EXPECT_EQ(contents(scratch.path() + "/f"), "x");
+    EXPECT_EQ(contents_of(scratch.path() + "/f"), "x");
 }
 
 TEST(nmkFileDir_rmdir, of_a_link_removes_the_link) {
@@ -162,7 +162,7 @@ TEST(nmkFileDir_delete, without_the_right_to_write_is_refused_also_for_root) {
     const std::string file = scratch.file("f", "x");
     fs::permissions(file, fs::perms::owner_read);
     EXPECT_EQ(named(file).delete_file(), 0);
-    EXPECT_EQ(contents(file), "x");
+    EXPECT_EQ(contents_of(file), "x");
 }
 
 TEST(nmkFileDir_delete, of_a_link_removes_the_link) {
@@ -196,13 +196,13 @@ TEST(nmkFileDir_delete, in_a_folder_without_rights_fails_and_keeps_the_file) {
         without_rights([&] { return named(scratch.path() + "/locked/f").delete_file(); });
     fs::permissions(scratch.path() + "/locked", fs::perms::owner_all);
     EXPECT_EQ(answer, 0);
-    EXPECT_EQ(contents(scratch.path() + "/locked/f"), "x");
+    EXPECT_EQ(contents_of(scratch.path() + "/locked/f"), "x");
 }
 
 TEST(nmkFileDir_delete, tries_again_after_waiting) {
     const ScratchFolder scratch;
     const std::string file = scratch.file("f", "x");
-    const Fault fault(fail_first("winapi_remove", file, 2));
+    const Fault fault(fail_first("remove", file, 2));
     int answer = 0;
     const double seconds = seconds_for([&] { answer = named(file).delete_file(3, 30); });
     EXPECT_EQ(answer, 1);
@@ -213,7 +213,7 @@ TEST(nmkFileDir_delete, tries_again_after_waiting) {
 TEST(nmkFileDir_delete, gives_up_after_the_last_attempt_without_waiting) {
     const ScratchFolder scratch;
     const std::string file = scratch.file("f", "x");
-    const Fault fault(fail_first("winapi_remove", file, 2));
+    const Fault fault(fail_first("remove", file, 2));
     EXPECT_EQ(named(file).delete_file(1, 1000000), 0);
     EXPECT_EQ(named(file).delete_file(1, 1000000), 0);
     EXPECT_EQ(named(file).delete_file(1, 1000000), 1);
@@ -246,7 +246,7 @@ TEST(nmkFileDir_delete_tree, of_what_is_no_directory_is_done_already) {
     EXPECT_EQ(nmkFileDir().delete_tree(), 1);
     EXPECT_EQ(named(scratch.path() + "/missing").delete_tree(), 1);
     EXPECT_EQ(named(scratch.file("f", "x")).delete_tree(), 1);
-    EXPECT_EQ(contents(scratch.path() + "/f"), "x");
+    EXPECT_EQ(contents_of(scratch.path() + "/f"), "x");
 }
 
 TEST(nmkFileDir_delete_tree, removes_read_only_directories) {
@@ -308,15 +308,15 @@ TEST(nmkFileDir_delete_tree, does_not_follow_a_link_put_in_place_of_a_directory_
     put(scratch.path() + "/d/e/g", "y");
     // Between the look at the entry and going into it, somebody swaps it.
     const Fault fault([&](std::string_view call, std::string_view name) {
-        if (call == "enter folder" && name == "e" && !fs::is_symlink(scratch.path() + "/d/e")) {
+        if (call == "enter directory" && name == "e" && !fs::is_symlink(scratch.path() + "/d/e")) {
             fs::rename(scratch.path() + "/d/e", scratch.path() + "/moved");
             fs::create_directory_symlink("../kept", scratch.path() + "/d/e");
         }
         return 0;
     });
     EXPECT_EQ(named(scratch.path() + "/d").delete_tree(), 0);
-    EXPECT_EQ(contents(scratch.path() + "/kept/f"), "x");
-    EXPECT_EQ(contents(scratch.path() + "/moved/g"), "y");
+    EXPECT_EQ(contents_of(scratch.path() + "/kept/f"), "x");
+    EXPECT_EQ(contents_of(scratch.path() + "/moved/g"), "y");
 }
 
 TEST(nmkFileDir_delete_tree, stops_when_the_directory_it_works_in_is_moved_away) {
@@ -331,7 +331,7 @@ TEST(nmkFileDir_delete_tree, stops_when_the_directory_it_works_in_is_moved_away)
         return 0;
     });
     EXPECT_EQ(named(scratch.path() + "/d").delete_tree(), 0);
-    EXPECT_EQ(contents(scratch.path() + "/other/f"), "x");
+    EXPECT_EQ(contents_of(scratch.path() + "/other/f"), "x");
 }
 
 TEST(nmkFileDir_delete_tree, stops_at_what_the_disk_refuses) {
@@ -352,13 +352,13 @@ TEST(nmkFileDir_delete_tree, of_a_directory_that_may_not_be_read_fails) {
     const int answer = without_rights([&] { return named(scratch.path() + "/d").delete_tree(); });
     fs::permissions(scratch.path() + "/d", fs::perms::owner_all);
     EXPECT_EQ(answer, 0);
-    EXPECT_EQ(contents(scratch.path() + "/d/f"), "x");
+    EXPECT_EQ(contents_of(scratch.path() + "/d/f"), "x");
 }
 
 TEST(nmkFileDir_delete_tree, goes_deeper_than_any_name_or_number_of_open_files) {
     const ScratchFolder scratch;
     {
-        const WorkingFolder here(scratch.path());
+        const WorkingDirectory here(scratch.path());
         fs::create_directory("d");
         fs::current_path("d");
         for (int i = 0; i < 3000; ++i) {

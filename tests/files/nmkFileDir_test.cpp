@@ -6,9 +6,9 @@
 
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
-#include "files_access.h"
 #include "name_samples.h"
 #include "scratch_folder.h"
 
@@ -210,26 +210,21 @@ TEST(nmkFileDir, add_one_after_up_one_fell_to_null_gives_a_rooted_name) {
     EXPECT_EQ(name.get(), "/b");
 }
 
-TEST(nmkFileDir, the_parent_is_what_stands_before_the_last_slash) {
-    utString parent;
-    EXPECT_EQ(nmkFileDirAccess::dirname("//srv", parent), 1);
-    EXPECT_EQ(parent, "/");
-    EXPECT_EQ(nmkFileDirAccess::dirname("a//b", parent), 1);
-    EXPECT_EQ(parent, "a/");
-    EXPECT_EQ(nmkFileDirAccess::dirname("\xC3\xA9/x", parent), 1);
-    EXPECT_EQ(parent, "\xC3\xA9");
-    EXPECT_EQ(nmkFileDirAccess::dirname("", parent), 0);
-    EXPECT_TRUE(parent.is_null());
-    EXPECT_EQ(nmkFileDirAccess::dirname(utString(), parent), 0);
-}
-
-TEST(nmkFileDir, the_parent_of_a_name_that_cannot_be_decoded_keeps_its_bytes) {
-    utString parent;
+TEST(nmkFileDir, the_parent_is_the_text_before_the_last_slash) {
     const std::string directory = "d" + bad_byte + "/" + cut_off;
-    EXPECT_EQ(nmkFileDirAccess::dirname(utString(directory + "/" + bad_byte), parent), 1);
-    EXPECT_EQ(parent.view(), directory);
-    EXPECT_EQ(nmkFileDirAccess::dirname(utString("/" + bad_byte), parent), 0);
-    EXPECT_TRUE(parent.is_null());
+    const std::pair<std::string, utString> parents[] = {
+        {"//srv", "/"},
+        {"a//b", "a/"},
+        {"\xC3\xA9/x", "\xC3\xA9"},
+        {"", utString()},
+        {directory + "/" + bad_byte, utString(directory)},
+        {"/" + bad_byte, utString()},
+    };
+    for (const auto& [path, parent] : parents) {
+        nmkFileDir name(path.c_str(), nullptr);
+        EXPECT_EQ(name.up_one(), parent.is_null() ? 0 : 1) << path;
+        EXPECT_EQ(name.get(), parent) << path;
+    }
 }
 
 TEST(nmkFileDir, add_pathname_puts_the_base_in_front) {

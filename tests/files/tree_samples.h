@@ -5,16 +5,12 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <map>
 #include <string>
 
-inline nmkFileDir named(const std::string& text) { return nmkFileDir(text.c_str(), nullptr); }
+#include "file_contents.h"
 
-inline std::string contents(const std::string& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-}
+inline nmkFileDir named(const std::string& text) { return nmkFileDir(text.c_str(), nullptr); }
 
 inline void put(const std::string& file, const std::string& bytes) {
     std::filesystem::create_directories(std::filesystem::path(file).parent_path());
@@ -31,7 +27,7 @@ inline std::map<std::string, std::string> tree(const std::string& folder) {
         if (entry.is_symlink()) {
             entries[name] = "->" + fs::read_symlink(entry.path()).string();
         } else {
-            entries[name] = entry.is_directory() ? "/" : "=" + contents(entry.path().string());
+            entries[name] = entry.is_directory() ? "/" : "=" + contents_of(entry.path().string());
         }
     }
     return entries;

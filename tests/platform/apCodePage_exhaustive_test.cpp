@@ -69,7 +69,7 @@ AllCharacters all_characters(char32_t from, char32_t to) {
     for (char32_t character = from; character < to; ++character) {
         if (character >= 0xD800 && character <= 0xDFFF) continue;
         plain_utf8::append_units(all.wide, character);
-        all.bytes += plain_utf8::bytes_of(character);
+        all.bytes += plain_utf8::contents_of(character);
     }
     return all;
 }
@@ -173,7 +173,7 @@ TEST(apCodePage_exhaustive, every_unit_on_its_own_is_a_character_or_a_replacemen
         const bool lone = unit >= 0xD800 && unit <= 0xDFFF;
         int status = -1;
         ASSERT_EQ(ap_encode(ap_code_page_utf8, {&wide, 1}, status),
-                  plain_utf8::bytes_of(lone ? 0xFFFD : unit))
+                  plain_utf8::contents_of(lone ? 0xFFFD : unit))
             << static_cast<unsigned>(unit);
         ASSERT_EQ(status, lone ? 0 : 1) << static_cast<unsigned>(unit);
     }

@@ -10,7 +10,7 @@
 namespace {
 
 template <class List>
-std::vector<int> contents(const List& list) {
+std::vector<int> contents_of(const List& list) {
     std::vector<int> found;
     for (typename List::coIterator it(list); ++it;) found.push_back(*it);
     return found;
@@ -29,10 +29,10 @@ TYPED_TEST(coLists, inserts_and_removes_at_both_ends) {
     list.insert_last(2);
     list.insert_last(3);
     list.insert_first(1);
-    EXPECT_EQ(contents(list), (std::vector<int>{1, 2, 3}));
+    EXPECT_EQ(contents_of(list), (std::vector<int>{1, 2, 3}));
     EXPECT_NE(list.remove_last(), 0);
     EXPECT_NE(list.remove_first(), 0);
-    EXPECT_EQ(contents(list), (std::vector<int>{2}));
+    EXPECT_EQ(contents_of(list), (std::vector<int>{2}));
     EXPECT_NE(list.remove_last(), 0);
     EXPECT_EQ(list.remove_first(), 0);
     EXPECT_EQ(list.remove_last(), 0);
@@ -118,7 +118,7 @@ TYPED_TEST(coLists, cursor_inserts_around_its_element_and_stays_on_it) {
     cursor.insert_before(4);
     cursor.insert_first(3);
     cursor.insert_last(7);
-    EXPECT_EQ(contents(list), (std::vector<int>{3, 4, 5, 6, 7}));
+    EXPECT_EQ(contents_of(list), (std::vector<int>{3, 4, 5, 6, 7}));
     EXPECT_EQ(*cursor, 5);
     EXPECT_EQ(cursor.index(), 2);
 }
@@ -128,7 +128,7 @@ TYPED_TEST(coLists, cursor_before_the_first_inserts_at_the_ends) {
     typename TypeParam::coCursor cursor(list);
     cursor.insert_after(4);
     cursor.insert_before(6);
-    EXPECT_EQ(contents(list), (std::vector<int>{4, 5, 6}));
+    EXPECT_EQ(contents_of(list), (std::vector<int>{4, 5, 6}));
     EXPECT_EQ(cursor.index(), -1);
 }
 
@@ -142,9 +142,9 @@ TYPED_TEST(coLists, remove_goes_on_to_the_next_element) {
     EXPECT_NE(cursor.remove(), 0);
     EXPECT_EQ(cursor.index(), -1);
     EXPECT_EQ(cursor.remove(), 0);
-    EXPECT_EQ(contents(list), (std::vector<int>{1}));
+    EXPECT_EQ(contents_of(list), (std::vector<int>{1}));
     list.insert_last(9);
-    EXPECT_EQ(contents(list), (std::vector<int>{1, 9}));
+    EXPECT_EQ(contents_of(list), (std::vector<int>{1, 9}));
 }
 
 TYPED_TEST(coLists, remove_backwards_lets_a_walk_go_on_behind_what_went) {
@@ -156,7 +156,7 @@ TYPED_TEST(coLists, remove_backwards_lets_a_walk_go_on_behind_what_went) {
         if (*cursor % 2 == 1) cursor.remove_backwards();
     }
     EXPECT_EQ(met, (std::vector<int>{1, 2, 3, 4, 5}));
-    EXPECT_EQ(contents(list), (std::vector<int>{2, 4}));
+    EXPECT_EQ(contents_of(list), (std::vector<int>{2, 4}));
     EXPECT_EQ(cursor.remove_backwards(), 0);
 }
 
@@ -189,13 +189,13 @@ TYPED_TEST(coLists, becomes_a_copy_that_is_its_own) {
     TypeParam original{1, 2, 3};
     TypeParam copy(utCopy(), original);
     original.remove_first();
-    EXPECT_EQ(contents(copy), (std::vector<int>{1, 2, 3}));
+    EXPECT_EQ(contents_of(copy), (std::vector<int>{1, 2, 3}));
     copy.become(utCopy(), original);
-    EXPECT_EQ(contents(copy), (std::vector<int>{2, 3}));
+    EXPECT_EQ(contents_of(copy), (std::vector<int>{2, 3}));
     copy.become(utCopy(), copy);
-    EXPECT_EQ(contents(copy), (std::vector<int>{2, 3}));
+    EXPECT_EQ(contents_of(copy), (std::vector<int>{2, 3}));
     const TypeParam moved(std::move(copy));
-    EXPECT_EQ(contents(moved), (std::vector<int>{2, 3}));
+    EXPECT_EQ(contents_of(moved), (std::vector<int>{2, 3}));
 }
 
 TYPED_TEST(coLists, follows_a_plain_list_through_random_changes) {
@@ -217,7 +217,7 @@ TYPED_TEST(coLists, follows_a_plain_list_through_random_changes) {
                 random() % 2 == 0 ? cursor.remove() : cursor.remove_backwards();
                 plain.erase(plain.begin() + place);
             }
-            ASSERT_EQ(contents(list), plain);
+            ASSERT_EQ(contents_of(list), plain);
             ASSERT_EQ(list.size(), static_cast<int>(plain.size()));
         }
     }
@@ -238,7 +238,7 @@ TEST(coDList, links_both_ways_after_changes_in_the_middle) {
 TEST(coDList, can_be_walked_by_a_loop_over_its_elements) {
     coDList<int> list{1, 2, 3};
     for (int& element : list) element *= 10;
-    EXPECT_EQ(contents(list), (std::vector<int>{10, 20, 30}));
+    EXPECT_EQ(contents_of(list), (std::vector<int>{10, 20, 30}));
     EXPECT_EQ(list.read_last(), 30);
 }
 
@@ -247,14 +247,14 @@ TEST(coDList, takes_over_the_elements_of_another_list_where_they_stand) {
     coDList<int> other{3, 4};
     const int* const third = &other.read_first();
     list.take_last(other);
-    EXPECT_EQ(contents(list), (std::vector<int>{1, 2, 3, 4}));
+    EXPECT_EQ(contents_of(list), (std::vector<int>{1, 2, 3, 4}));
     EXPECT_EQ(list.size(), 4);
     EXPECT_EQ(&*std::next(list.begin(), 2), third);
     EXPECT_EQ(other.size(), 0);
-    EXPECT_TRUE(contents(other).empty());
+    EXPECT_TRUE(contents_of(other).empty());
     other.take_last(list);
     list.take_last(list);
-    EXPECT_EQ(contents(other), (std::vector<int>{1, 2, 3, 4}));
+    EXPECT_EQ(contents_of(other), (std::vector<int>{1, 2, 3, 4}));
     EXPECT_EQ(list.size(), 0);
 }
 
@@ -262,7 +262,7 @@ TEST(coDList, takes_over_the_elements_of_another_list_in_a_new_order) {
     coDList<int> list{1};
     coDList<int> other{2, 3, 4};
     list.take_last(other, {2, 0, 1});
-    EXPECT_EQ(contents(list), (std::vector<int>{1, 4, 2, 3}));
+    EXPECT_EQ(contents_of(list), (std::vector<int>{1, 4, 2, 3}));
     EXPECT_EQ(list.size(), 4);
     EXPECT_EQ(other.size(), 0);
     std::vector<int> backwards;

@@ -31,7 +31,7 @@ bool operator==(const Named& a, const Named& b) { return a.number == b.number; }
 using NamedSet = coSet<Named>;
 
 template <class Set>
-std::set<int> contents(const Set& set) {
+std::set<int> contents_of(const Set& set) {
     std::set<int> found;
     for (typename Set::coIterator it(set); ++it;) found.insert(*it);
     return found;
@@ -55,7 +55,7 @@ void expect_same_as_the_plain_set_through_random_changes(unsigned seed, Set set)
         ASSERT_EQ(set.size(), static_cast<int>(plain.size()));
         ASSERT_EQ(set.contains(element), plain.count(element) == 1);
     }
-    EXPECT_EQ(contents(set), plain);
+    EXPECT_EQ(contents_of(set), plain);
 }
 
 }  // namespace
@@ -180,7 +180,7 @@ TEST(coSet, closes_the_gap_when_colliding_elements_are_removed) {
         EXPECT_EQ(set.remove(gone), gone);
         EXPECT_FALSE(set.contains(gone));
     }
-    EXPECT_EQ(contents(set), (std::set<int>{1, 2, 4, 5, 7, 8, 9, 10, 11}));
+    EXPECT_EQ(contents_of(set), (std::set<int>{1, 2, 4, 5, 7, 8, 9, 10, 11}));
 }
 
 TEST(coSet, answers_like_a_plain_set_through_random_changes) {
@@ -231,20 +231,20 @@ TEST(coSet, tells_subsets) {
 TEST(coSet, unites_intersects_and_subtracts_in_place) {
     intcoSet set{1, 2, 3};
     set += intcoSet{3, 4};
-    EXPECT_EQ(contents(set), (std::set<int>{1, 2, 3, 4}));
+    EXPECT_EQ(contents_of(set), (std::set<int>{1, 2, 3, 4}));
     set *= intcoSet{2, 3, 4, 9};
-    EXPECT_EQ(contents(set), (std::set<int>{2, 3, 4}));
+    EXPECT_EQ(contents_of(set), (std::set<int>{2, 3, 4}));
     set -= intcoSet{3, 9};
-    EXPECT_EQ(contents(set), (std::set<int>{2, 4}));
+    EXPECT_EQ(contents_of(set), (std::set<int>{2, 4}));
 }
 
 TEST(coSet, operates_on_itself_as_mathematics_has_it) {
     intcoSet set{1, 2, 3};
     const intcoSet& same = set;
     set += same;
-    EXPECT_EQ(contents(set), (std::set<int>{1, 2, 3}));
+    EXPECT_EQ(contents_of(set), (std::set<int>{1, 2, 3}));
     set *= same;
-    EXPECT_EQ(contents(set), (std::set<int>{1, 2, 3}));
+    EXPECT_EQ(contents_of(set), (std::set<int>{1, 2, 3}));
     set -= same;
     EXPECT_EQ(set.size(), 0);
 }
@@ -253,12 +253,12 @@ TEST(coSet, becomes_a_copy_that_is_its_own) {
     intcoSet original{1, 2, 3};
     intcoSet copy(utCopy(), original);
     original.remove(2);
-    EXPECT_EQ(contents(copy), (std::set<int>{1, 2, 3}));
+    EXPECT_EQ(contents_of(copy), (std::set<int>{1, 2, 3}));
     copy.become(utCopy(), original);
-    EXPECT_EQ(contents(copy), (std::set<int>{1, 3}));
+    EXPECT_EQ(contents_of(copy), (std::set<int>{1, 3}));
     EXPECT_TRUE(copy == original);
     copy.become(utCopy(), copy);
-    EXPECT_EQ(contents(copy), (std::set<int>{1, 3}));
+    EXPECT_EQ(contents_of(copy), (std::set<int>{1, 3}));
 }
 
 TEST(coSet, keeps_its_slots_when_it_is_cleared) {

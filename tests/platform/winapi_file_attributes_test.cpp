@@ -99,7 +99,7 @@ TEST(GetFileAttributesA, a_folder_that_may_not_be_searched_denies_access) {
 TEST(GetFileAttributesA, a_fault_can_be_injected) {
     const OpenScratchFolder scratch;
     const std::string file = scratch.file("file", "x");
-    const FaultHook hook([](std::string_view call, std::string_view name) {
+    const Fault fault([](std::string_view call, std::string_view name) {
         return call == "GetFileAttributesA" && name.ends_with("/file") ? EACCES : 0;
     });
     EXPECT_EQ(reason_of(file), 5u);

@@ -289,11 +289,12 @@ TEST(GetDriveTypeA, a_folder_can_be_named_as_remote) {
     const std::string file = scratch.file("remote/file", "x");
     const std::string link = scratch.link("link", "remote/file");
     const std::string remote = scratch.in("remote");
-    winapi_set_remote_folder(remote.c_str());
-    EXPECT_EQ(GetDriveTypeA(remote.c_str()), DRIVE_REMOTE);
-    EXPECT_EQ(GetDriveTypeA(file.c_str()), DRIVE_REMOTE);
-    EXPECT_EQ(GetDriveTypeA(link.c_str()), DRIVE_REMOTE);
-    EXPECT_NE(GetDriveTypeA(neighbour.c_str()), DRIVE_REMOTE);
-    winapi_set_remote_folder(nullptr);
+    {
+        const RemoteDirectory remote_directory(remote);
+        EXPECT_EQ(GetDriveTypeA(remote.c_str()), DRIVE_REMOTE);
+        EXPECT_EQ(GetDriveTypeA(file.c_str()), DRIVE_REMOTE);
+        EXPECT_EQ(GetDriveTypeA(link.c_str()), DRIVE_REMOTE);
+        EXPECT_NE(GetDriveTypeA(neighbour.c_str()), DRIVE_REMOTE);
+    }
     EXPECT_NE(GetDriveTypeA(file.c_str()), DRIVE_REMOTE);
 }

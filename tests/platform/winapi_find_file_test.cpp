@@ -250,46 +250,6 @@ TEST(FindFirstFileA, names_of_255_bytes_come_whole) {
     EXPECT_EQ(names_for(scratch.in("n*")), Names{longest});
 }
 
-TEST(winapi_find_first_kind, gives_the_names_of_FindFirstFileA_and_what_they_are) {
-    const OpenScratchFolder scratch;
-    scratch.folder("folder");
-    const std::string file = scratch.file("file", "12345");
-    ASSERT_EQ(::chmod(file.c_str(), 0444), 0);
-    scratch.link("link", "folder");
-    ASSERT_EQ(::mkfifo(scratch.in("pipe").c_str(), 0666), 0);
-    WIN32_FIND_DATAA entry;
-    HANDLE search = winapi_find_first_kind(scratch.in("*").c_str(), &entry);
-    ASSERT_NE(search, INVALID_HANDLE_VALUE);
-    std::vector<std::pair<std::string, DWORD>> kinds;
-    do {
-        kinds.emplace_back(entry.cFileName, entry.dwFileAttributes);
-    } while (FindNextFileA(search, &entry));
-    EXPECT_TRUE(FindClose(search));
-    EXPECT_EQ(kinds, (std::vector<std::pair<std::string, DWORD>>{{".", 0x10},
-                                                                 {"..", 0x10},
-                                                                 {"file", 0x20},
-                                                                 {"folder", 0x10},
-                                                                 {"link", 0x400},
-                                                                 {"pipe", 0x40}}));
-    EXPECT_EQ(winapi_find_first_kind(scratch.in("missing/*").c_str(), &entry),
-              INVALID_HANDLE_VALUE);
-    EXPECT_EQ(GetLastError(), 3u);
-}
-
-TEST(winapi_find_first_kind, tells_no_kinds_in_a_folder_that_may_not_be_searched) {
-    const OpenScratchFolder scratch;
-    const std::string closed = scratch.folder("closed");
-    scratch.file("closed/file", "x");
-    ASSERT_EQ(::chmod(closed.c_str(), ::geteuid() == 0 ? 0744 : 0400), 0);
-    EXPECT_EQ(without_rights([&] {
-                  WIN32_FIND_DATAA entry;
-                  HANDLE search = winapi_find_first_kind((closed + "/f*").c_str(), &entry);
-                  return search != INVALID_HANDLE_VALUE && entry.dwFileAttributes == 0 ? 0 : 1;
-              }),
-              0);
-    ASSERT_EQ(::chmod(closed.c_str(), 0700), 0);
-}
-
 TEST(FindClose, refuses_what_is_no_search) {
     const OpenScratchFolder scratch;
     WIN32_FIND_DATAA entry;

@@ -3,36 +3,18 @@
 
 #include <sys/stat.h>
 #include <unistd.h>
-#include <winapi/faults.h>
 #include <winapi/last_error.h>
 
 #include <csignal>
-#include <fstream>
-#include <functional>
-#include <sstream>
 #include <string>
-#include <utility>
 
 #include "child_process.h"
+#include "disk_fault.h"
+#include "file_contents.h"
 #include "scratch_folder.h"
 
 /// A last error that no call sets, to see whether one set any.
 inline constexpr DWORD untouched = 0xABCD;
-
-/// Ends the hook for faults at the end of a test.
-class FaultHook {
-  public:
-    explicit FaultHook(winapi_fault_hook hook) { winapi_set_fault_hook(std::move(hook)); }
-    FaultHook(const FaultHook&) = delete;
-    FaultHook& operator=(const FaultHook&) = delete;
-    ~FaultHook() { winapi_set_fault_hook({}); }
-};
-
-inline std::string bytes_of(const std::string& name) {
-    std::ostringstream bytes;
-    bytes << std::ifstream(name, std::ios::binary).rdbuf();
-    return bytes.str();
-}
 
 inline bool is_there(const std::string& name) {
     struct stat record;

@@ -12,6 +12,7 @@
 #include <thread>
 
 #include "platform/winapi_fixtures.h"
+#include "scoped_zone.h"
 
 namespace {
 
@@ -31,17 +32,6 @@ std::int64_t plain_days_until(int year, int month, int day) {
     }
     return days;
 }
-
-class Zone {
-  public:
-    explicit Zone(const char* zone) { ::setenv("TZ", zone, 1); }
-    Zone(const Zone&) = delete;
-    Zone& operator=(const Zone&) = delete;
-    ~Zone() {
-        ::unsetenv("TZ");
-        ::tzset();
-    }
-};
 
 }  // namespace
 
@@ -85,10 +75,10 @@ TEST(_gmtime64, refuses_null_and_years_beyond_the_record) {
 TEST(_localtime64, goes_by_the_zone_of_the_environment_as_it_stands) {
     const __time64_t seconds = 0;
     {
-        const Zone zone("EAST-5");
+        const ScopedZone zone("EAST-5");
         EXPECT_EQ(_localtime64(&seconds)->tm_hour, 5);
     }
-    const Zone zone("WEST3");
+    const ScopedZone zone("WEST3");
     EXPECT_EQ(_localtime64(&seconds)->tm_hour, 21);
     EXPECT_EQ(_localtime64(&seconds)->tm_mday, 31);
 }
@@ -103,7 +93,7 @@ TEST(_localtime64, shares_its_record_with_gmtime_in_one_thread_and_with_no_other
 }
 
 TEST(_ctime64, writes_the_day_in_two_digits_whatever_the_locale) {
-    const Zone zone("UTC0");
+    const ScopedZone zone("UTC0");
     const __time64_t seconds = 315626635;
     EXPECT_STREQ(_ctime64(&seconds), "Wed Jan 02 02:03:55 1980\n");
     const __time64_t before = -1;

@@ -19,6 +19,8 @@
 #include <nmktoolbox/export.h>
 #include <utils/utString.h>
 
+#include <string>
+
 /// Picks the constructor of a name that is to be set later. The value is not read.
 enum nmkFileDirEncoding { nmkFileDirEncodingTag };
 
@@ -53,6 +55,9 @@ class NMKTOOLBOX_EXPORT nmkFileDir {
     void set(const char* path, const apIStringEncoding* encoding);
 
     const utString& get() const { return m_path; }
+
+    /// The name; empty when there is none, where get().c_str() is null.
+    std::string str() const { return std::string(m_path.view()); }
 
     /// The name with backslashes as separators, in one text that all objects share: the next call,
     /// on any object and any thread, overwrites it. Not for two threads at the same time.
@@ -192,9 +197,6 @@ class NMKTOOLBOX_EXPORT nmkFileDir {
     long long modification_time() const;
 
   private:
-    // The tests reach the private operations through it; it is defined by them.
-    friend struct nmkFileDirAccess;
-
     static const apIStringEncoding* choose_ut_encoding(const apIStringEncoding* encoding);
     void set_ut_encoding(const apIStringEncoding* encoding) { m_encoding = encoding; }
 
@@ -211,9 +213,6 @@ class NMKTOOLBOX_EXPORT nmkFileDir {
     int is_file_writeable(const utString& path) const;
     static int mkdir(const utString& path);
     static int delete_file(utString path);
-
-    /// Copies what is in the directory into `target`; `top` is where the whole copy started.
-    void copy_entries(const nmkFileDir& target, const nmkFileDir& top) const;
 
     /// Where NMK_DIAGNOSE_UNLINK is set in the environment, writes to the standard output when and
     /// what could not be deleted, and which processes hold it. Nothing here calls it: it is for

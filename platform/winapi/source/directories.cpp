@@ -10,10 +10,10 @@
 
 namespace {
 
-// A folder is missing to whoever wants to make something in it, whichever component it is.
+// A missing component is always one on the way to the new directory.
 BOOL fail_to_make(int error_number, const char* name) {
-    return error_number == ENOENT ? winapi::fail_with(ERROR_PATH_NOT_FOUND)
-                                  : winapi::fail(error_number, name);
+    winapi::fail(error_number, name);
+    return error_number == ENOENT ? winapi::fail_with(ERROR_PATH_NOT_FOUND) : FALSE;
 }
 
 }  // namespace

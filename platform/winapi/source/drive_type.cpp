@@ -11,7 +11,6 @@
 #include <string_view>
 
 #include "failure.h"
-#include "remote_folder.h"
 
 namespace {
 
@@ -120,7 +119,7 @@ UINT GetDriveTypeA(LPCSTR name) {
         ::statfs(asked.c_str(), &record) != 0) {
         return DRIVE_NO_ROOT_DIR;
     }
-    if (winapi::lies_in_the_remote_folder(asked.c_str())) {
+    if (nmk_filesystem::is_in_remote_directory(asked.c_str())) {
         return DRIVE_REMOTE;
     }
     return kind_of(static_cast<std::uint32_t>(record.f_type), asked.c_str());

@@ -1,6 +1,7 @@
 // failure.h: from the errno of a POSIX call to the last error of ours.
 #pragma once
 
+#include <filesystem/faults.h>
 #include <winapi/types.h>
 
 namespace winapi {
@@ -21,8 +22,7 @@ inline int fail_in_runtime(int error_number, const char* name) {
 /// Sets the last error itself, and answers FALSE.
 BOOL fail_with(DWORD reason);
 
-/// What the hook for faults says to this call: 0, or the errno to fail with.
-int injected_fault(const char* call, const char* name);
+using nmk_filesystem::injected_fault;
 
 /// Null and empty names are missing folders to every call.
 inline bool is_nothing(const char* name) { return name == nullptr || *name == '\0'; }

@@ -1,7 +1,7 @@
+#include <filesystem/random_number.h>
 #include <limits.h>
 #include <stdlib.h>
 #include <sys/stat.h>
-#include <unistd.h>
 #include <winapi/file_names.h>
 
 #include <atomic>
@@ -13,7 +13,6 @@
 #include <string_view>
 
 #include "failure.h"
-#include "random_number.h"
 
 namespace {
 
@@ -44,7 +43,7 @@ const char* folder_for_names(const char* asked) {
 bool number_text(std::string& text) {
     static std::atomic<std::uint32_t> calls = 0;
     std::uint64_t random;
-    if (!winapi::random_number(random)) {
+    if (!nmk_filesystem::random_number(random)) {
         return false;
     }
     char digits[40];
@@ -64,12 +63,6 @@ char* fail_to_name(int error_number) {
 }
 
 }  // namespace
-
-namespace winapi {
-
-bool random_number(std::uint64_t& number) { return ::getentropy(&number, sizeof number) == 0; }
-
-}  // namespace winapi
 
 char* _tempnam(const char* folder, const char* prefix) {
     const std::string_view start = prefix == nullptr ? "" : prefix;

@@ -31,12 +31,6 @@ struct WIN32_FIND_DATAA {
 /// or the name empty; 5 the folder may not be read; 206 the name is too long.
 HANDLE FindFirstFileA(LPCSTR pattern, WIN32_FIND_DATAA* entry);
 
-/// The same for who only wants to know what there is: of files, folders and links it gives name and
-/// kind (0x20, 0x10, 0x400), which the folder itself knows; read-only is not told, nor are sizes
-/// and moments. The disk is not asked about each entry, so one that vanishes meanwhile is still
-/// given.
-HANDLE winapi_find_first_kind(LPCSTR pattern, WIN32_FIND_DATAA* entry);
-
 /// Gives the next entry; FALSE with 18 after the last, with 6 for what is no search.
 BOOL FindNextFileA(HANDLE search, WIN32_FIND_DATAA* entry);
 

@@ -1,26 +1,23 @@
-// nmkFileDir_diagnosis.cpp: who holds a file that will not go away.
-//
-// The only text that names ever write, and only on demand of the environment. The lines read like
-// those of the tool "handle", which lists the same on the system that this was first made for.
-#include <nmktoolbox/files/nmkFileDir.h>
-#include <winapi/file_holders.h>
+#include "deletion_diagnosis.h"
+
+#include <filesystem/file_holders.h>
 #include <winapi/times.h>
 
 #include <cstdlib>
 #include <iomanip>
-#include <iostream>
 #include <locale>
+#include <ostream>
 #include <sstream>
 #include <string>
-#include <string_view>
+
+namespace nmk_files {
 
 namespace {
 
 constexpr int first_year = 1900;  // of the runtime's record
 constexpr int first_month = 1;
 
-// A line made apart from the stream that gets it: neither that stream's state nor its locale has a
-// say in the line, and both stay as they are.
+// A line is made apart from the stream that it is written to, whose format and locale play no part.
 std::ostringstream new_line() {
     std::ostringstream line;
     line.imbue(std::locale::classic());
@@ -28,7 +25,7 @@ std::ostringstream new_line() {
 }
 
 // YYYY-MM-DD HH:MM:SS, local time.
-std::string now() {
+std::string local_time() {
     const auto seconds = _time64(nullptr);
     const std::tm moment = *_localtime64(&seconds);
     std::ostringstream line = new_line();
@@ -46,7 +43,7 @@ std::string now() {
     return line.str();
 }
 
-std::string line_of(const winapi_file_holder& holder) {
+std::string line_of(const nmk_filesystem::FileHolder& holder) {
     std::ostringstream line = new_line();
     line << std::left << std::setw(18) << holder.command << " pid: " << std::setw(6)
          << holder.process << " type: File " << std::right << std::setw(8) << holder.held_as << ": "
@@ -60,13 +57,15 @@ void write(std::ostream& stream, std::string_view text) {
 
 }  // namespace
 
-void nmkFileDir::diagnose_file_deletion_failure() const {
+void write_deletion_diagnosis(std::ostream& stream, std::string_view path) {
     if (std::getenv("NMK_DIAGNOSE_UNLINK") == nullptr) return;
-    write(std::cout, now() + " failed to delete: ");
-    write(std::cout, m_path.view());
-    write(std::cout, "\n");
-    for (const winapi_file_holder& holder : winapi_file_holders(m_path.c_str())) {
-        write(std::cout, line_of(holder));
+    write(stream, local_time() + " failed to delete: ");
+    write(stream, path);
+    write(stream, "\n");
+    for (const auto& holder : nmk_filesystem::file_holders(std::string(path).c_str())) {
+        write(stream, line_of(holder));
     }
-    std::cout.flush();
+    stream.flush();
 }
+
+}  // namespace nmk_files
