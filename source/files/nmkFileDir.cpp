@@ -7,11 +7,9 @@
 #include <nmktoolbox/files/nmkFilenameExt.h>
 
 #include <algorithm>
-#include <iostream>
 #include <string>
 #include <string_view>
 
-#include "deletion_diagnosis.h"
 #include "drive_letter.h"
 
 namespace {
@@ -152,8 +150,4 @@ utString nmkFileDir::file_ext_without_check() const {
     if (name.length() == 0) return utString();
     const std::size_t dot = name.view().rfind('.');
     return dot == std::string_view::npos ? utString("") : utString(name.view().substr(dot + 1));
-}
-
-void nmkFileDir::diagnose_file_deletion_failure() const {
-    nmk_files::write_deletion_diagnosis(std::cout, m_path.view());
 }
