@@ -684,7 +684,7 @@ TEST(nmkFileDir_copy_dir, deeper_than_any_name_or_number_of_open_files) {
         const WorkingDirectory here(scratch.path());
         fs::create_directory("from");
         fs::current_path("from");
-        for (int i = 0; i < 1500; ++i) {
+        for (int i = 0; i < 1100; ++i) {
             ASSERT_EQ(::mkdir("deeper", 0700), 0);
             ASSERT_EQ(::chdir("deeper"), 0);
         }
@@ -697,7 +697,7 @@ TEST(nmkFileDir_copy_dir, deeper_than_any_name_or_number_of_open_files) {
         while (::chdir("deeper") == 0) ++depth;
         EXPECT_TRUE(fs::exists("at the end"));
     }
-    EXPECT_EQ(depth, 1500);
+    EXPECT_EQ(depth, 1100);
     EXPECT_EQ(named(scratch.path() + "/to").delete_tree(), 1);
     EXPECT_EQ(named(scratch.path() + "/from").delete_tree(), 1);
 }
