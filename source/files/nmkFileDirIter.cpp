@@ -48,23 +48,23 @@ nmkFileDirIter::nmkFileDirIter(const nmkFileDir& directory, nmkFileDirIterType t
     reset(directory, type, extension);
 }
 
-void nmkFileDirIter::reset(const nmkFileDir& given, nmkFileDirIterType type,
+void nmkFileDirIter::reset(const nmkFileDir& directory, nmkFileDirIterType type,
                            const char* extension) {
-    const nmkFileDir directory(given);  // it may be an entry of this listing
+    const nmkFileDir listed(directory);  // `directory` may be an entry of this listing
     m_current = -1;
     m_count = 0;
     m_extension = extension;
     shrink(0, 0);
 
-    const std::string listed = std::string(directory.get().view()) + "/";
+    const std::string path = std::string(listed.get().view()) + "/";
     nmk_filesystem::DirectoryListing entries;
-    if (entries.read(listed.c_str()) != 0) return;
-    const bool is_searchable = may_be_searched(listed);
+    if (entries.read(path.c_str()) != 0) return;
+    const bool is_searchable = may_be_searched(path);
     for (std::size_t i = 0; i < entries.size(); ++i) {
         const auto [name, kind] = entries[i];
         // An entry that is not accepted leaves its slot to the next.
         nmkFileDir& entry = (*this)[m_count];
-        entry = directory;
+        entry = listed;
         entry.add_one(name);
         m_count += accepts(entry, name, is_searchable ? kind : EntryKind::unknown, type, extension);
     }

@@ -101,7 +101,7 @@ TEST(nmkDateTime, is_now_when_made_and_after_an_update) {
     EXPECT_LE(stamp(updated), gmt_stamp(after));
 }
 
-TEST(nmkDateTime, is_in_the_zone_of_the_environment_as_it_stands) {
+TEST(nmkDateTime, is_in_the_present_zone_of_the_environment) {
     nmkDateTime local;
     EXPECT_EQ(local.using_gmt(), 0);
     const ScopedZone east("EST5EDT,M3.2.0,M11.1.0");
@@ -181,9 +181,9 @@ TEST(nmkDateTime, is_filled_on_several_threads_at_once) {
                 local.update(seconds);
                 gmt.update(seconds);
                 const int of_day = static_cast<int>(seconds % 86400);
-                const int told = gmt.hour() * 3600 + gmt.minute() * 60 + gmt.second();
+                const int second_of_day = gmt.hour() * 3600 + gmt.minute() * 60 + gmt.second();
                 wrong[static_cast<std::size_t>(t)] +=
-                    (told != of_day ? 1 : 0) + (stamp(local) != stamp(gmt) ? 1 : 0);
+                    (second_of_day != of_day ? 1 : 0) + (stamp(local) != stamp(gmt) ? 1 : 0);
             }
         });
     }

@@ -153,7 +153,7 @@ TEST(nmkFileDirIter, lists_names_that_cannot_be_decoded_and_names_with_wildcards
     EXPECT_EQ(found, 4);
 }
 
-TEST(nmkFileDirIter, a_cycle_of_links_ends) {
+TEST(nmkFileDirIter, a_cycle_of_symlinks_ends) {
     const ScratchFolder scratch;
     fs::create_directory(scratch.path() + "/d");
     fs::create_directory_symlink("..", scratch.path() + "/d/up");

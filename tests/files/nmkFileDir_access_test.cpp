@@ -43,7 +43,7 @@ TEST(nmkFileDir_access, what_may_not_be_looked_at_exists_but_is_neither_file_nor
     EXPECT_EQ(file.is_dir(), 0);
 }
 
-TEST(nmkFileDir_access, a_file_in_a_folder_without_rights_exists_for_who_has_none) {
+TEST(nmkFileDir_access, a_file_in_a_directory_without_permissions_counts_as_existing) {
     const ScratchFolder scratch;
     const std::string locked = scratch.path() + "/locked";
     fs::create_directory(locked);
@@ -57,7 +57,7 @@ TEST(nmkFileDir_access, a_file_in_a_folder_without_rights_exists_for_who_has_non
     EXPECT_EQ(answer, 10);
 }
 
-TEST(nmkFileDir_access, a_link_to_a_directory_is_a_directory_and_any_other_a_file) {
+TEST(nmkFileDir_access, a_symlink_to_a_directory_is_a_directory_and_any_other_a_file) {
     const ScratchFolder scratch;
     fs::create_directory(scratch.path() + "/d");
     fs::create_directory_symlink("d", scratch.path() + "/to_d");
@@ -69,7 +69,7 @@ TEST(nmkFileDir_access, a_link_to_a_directory_is_a_directory_and_any_other_a_fil
     EXPECT_EQ(named(scratch.path() + "/broken").is_dir(), 0);
 }
 
-TEST(nmkFileDir_access, a_file_is_writeable_by_its_rights) {
+TEST(nmkFileDir_access, a_file_is_writeable_by_its_mode) {
     const ScratchFolder scratch;
     const std::string file = scratch.file("f", "kept");
     EXPECT_EQ(named(file).is_file_writeable(), 1);
@@ -95,7 +95,7 @@ TEST(nmkFileDir_access, a_directory_is_writeable_when_a_file_can_be_made_and_non
 TEST(nmkFileDir_access, the_file_made_in_a_directory_is_never_one_that_is_there) {
     const ScratchFolder scratch;
     const std::string kept = scratch.file("kept", "kept");
-    // Somebody guesses the first two names: a file stands there, and a link to a file.
+    // Another process guesses the first two names: a file, and a symlink to a file.
     int guessed = 0;
     const Fault fault([&](std::string_view call, std::string_view about) {
         const std::string name = fs::path(about).filename().string();
@@ -111,7 +111,7 @@ TEST(nmkFileDir_access, the_file_made_in_a_directory_is_never_one_that_is_there)
     EXPECT_EQ(scratch.file_count(), 3U);
 }
 
-TEST(nmkFileDir_access, a_directory_without_rights_is_not_writeable) {
+TEST(nmkFileDir_access, a_directory_without_permissions_is_not_writeable) {
     const ScratchFolder scratch;
     fs::permissions(scratch.path(),
                     fs::perms::owner_all | fs::perms::others_read | fs::perms::others_exec);
@@ -188,10 +188,10 @@ TEST(nmkFileDir_access, what_leads_out_of_a_remote_drive_is_remote_by_its_letter
     const WorkingDirectory here(scratch.path());
     fs::create_directory("C:");
     scratch.file("elsewhere", "");
-    fs::create_symlink("../elsewhere", "C:/link");
-    EXPECT_EQ(named("C:/link").is_local_file(), 1);
+    fs::create_symlink("../elsewhere", "C:/symlink");
+    EXPECT_EQ(named("C:/symlink").is_local_file(), 1);
     const RemoteDirectory remote(scratch.path() + "/C:");
-    EXPECT_EQ(named("C:/link").is_local_file(), 0);
+    EXPECT_EQ(named("C:/symlink").is_local_file(), 0);
 }
 
 TEST(nmkFileDir_access, a_missing_file_is_not_local) {
@@ -207,7 +207,7 @@ TEST(nmkFileDir_access, the_size_is_in_bytes) {
     EXPECT_EQ(nmkFileDir().size(), -1);
 }
 
-TEST(nmkFileDir_access, a_size_past_32_bits_cannot_be_told) {
+TEST(nmkFileDir_access, a_size_beyond_32_bits_is_a_failure) {
     const ScratchFolder scratch;
     const std::string file = scratch.file("f", "");
     fs::resize_file(file, 0x7FFFFFFF);

@@ -27,7 +27,7 @@ namespace {
 
 using Tree = std::map<std::string, std::string>;
 
-// Notes what it is told, and asks for a stop at a percentage.
+// Records what is reported to it, and asks for a stop at a percentage.
 class Recorder : public nmkProgressBreak {
   public:
     explicit Recorder(double stop_at = 1000.0) : m_stop_at(stop_at) {}
@@ -43,7 +43,7 @@ class Recorder : public nmkProgressBreak {
     double m_stop_at;
 };
 
-unsigned rights_of(const std::string& file) {
+unsigned mode_of(const std::string& file) {
     return static_cast<unsigned>(fs::status(file).permissions()) & 07777U;
 }
 
@@ -66,8 +66,8 @@ TEST(nmkFileDir_copy, makes_a_file_that_only_its_owner_reads_and_writes) {
     fs::permissions(source, fs::perms::all);
     EXPECT_EQ(named(source).copy_file(named(scratch.path() + "/b")), 1);
     EXPECT_EQ(contents_of(scratch.path() + "/b"), contents_of(source));
-    EXPECT_EQ(rights_of(scratch.path() + "/b"), 0600U);
-    EXPECT_EQ(rights_of(source), 0777U);
+    EXPECT_EQ(mode_of(scratch.path() + "/b"), 0600U);
+    EXPECT_EQ(mode_of(source), 0777U);
 }
 
 TEST(nmkFileDir_copy, of_a_read_only_file_can_be_written) {
@@ -75,7 +75,7 @@ TEST(nmkFileDir_copy, of_a_read_only_file_can_be_written) {
     const std::string source = scratch.file("a", "x");
     fs::permissions(source, fs::perms::owner_read);
     EXPECT_EQ(named(source).copy_file(named(scratch.path() + "/b")), 1);
-    EXPECT_EQ(rights_of(scratch.path() + "/b"), 0600U);
+    EXPECT_EQ(mode_of(scratch.path() + "/b"), 0600U);
 }
 
 TEST(nmkFileDir_copy, into_a_directory_keeps_the_name) {
@@ -198,7 +198,7 @@ TEST(nmkFileDir_copy, of_contents_into_a_missing_directory_copies_only_what_make
     EXPECT_EQ(tree(scratch.path() + "/to"), (Tree{{"a", "=1"}, {"d", "/"}, {"d/b", "=2"}}));
 }
 
-TEST(nmkFileDir_copy, of_a_directory_goes_on_past_what_cannot_be_copied) {
+TEST(nmkFileDir_copy, of_a_directory_continues_past_what_cannot_be_copied) {
     const ScratchFolder scratch;
     for (const char* name : {"a", "b", "c"}) put(scratch.path() + "/from/" + name, name);
     const Fault fault("copy file", "b", EACCES);
@@ -206,7 +206,7 @@ TEST(nmkFileDir_copy, of_a_directory_goes_on_past_what_cannot_be_copied) {
     EXPECT_EQ(tree(scratch.path() + "/to/from"), (Tree{{"a", "=a"}, {"c", "=c"}}));
 }
 
-TEST(nmkFileDir_copy, goes_on_past_a_file_that_vanishes_after_the_listing) {
+TEST(nmkFileDir_copy, continues_past_a_file_that_vanishes_after_the_listing) {
     const ScratchFolder scratch;
     for (const char* name : {"a", "b", "c"}) put(scratch.path() + "/from/" + name, name);
     const std::string second = scratch.path() + "/from/b";
@@ -222,22 +222,23 @@ TEST(nmkFileDir_copy, of_a_directory_into_its_own_subtree_writes_nothing) {
     const ScratchFolder scratch;
     const std::string from = scratch.path() + "/from";
     put(from + "/d/a", "1");
-    fs::create_directory_symlink("from/d", scratch.path() + "/link");
+    fs::create_directory_symlink("from/d", scratch.path() + "/symlink");
     const Tree before = tree(scratch.path());
     const WorkingDirectory here(scratch.path());
     for (const std::string& target : {from, from + "/d", from + "/new/deeper", from + "/./d",
-                                      scratch.path() + "/link", scratch.path() + "/link/new",
+                                      scratch.path() + "/symlink", scratch.path() + "/symlink/new",
                                       scratch.path(), std::string("from/d"), std::string("from")}) {
         named(from).copy_dir(named(target));
         EXPECT_EQ(tree(scratch.path()), before) << target;
     }
-    for (const std::string& target : {from, from + "/d", from + "/new", scratch.path() + "/link"}) {
+    for (const std::string& target :
+         {from, from + "/d", from + "/new", scratch.path() + "/symlink"}) {
         named(from).copy_dir_contents(named(target));
         EXPECT_EQ(tree(scratch.path()), before) << target;
     }
 }
 
-TEST(nmkFileDir_copy, beside_a_directory_of_similar_name_is_no_subtree) {
+TEST(nmkFileDir_copy, beside_a_directory_of_similar_name_is_not_a_subtree) {
     const ScratchFolder scratch;
     put(scratch.path() + "/from/a", "1");
     fs::create_directory(scratch.path() + "/from2");
@@ -245,7 +246,7 @@ TEST(nmkFileDir_copy, beside_a_directory_of_similar_name_is_no_subtree) {
     EXPECT_EQ(tree(scratch.path() + "/from2"), (Tree{{"from", "/"}, {"from/a", "=1"}}));
 }
 
-TEST(nmkFileDir_copy, makes_links_to_directories_again_and_copies_what_links_to_files_say) {
+TEST(nmkFileDir_copy, makes_symlinks_to_directories_again_and_copies_what_symlinks_to_files_say) {
     const ScratchFolder scratch;
     put(scratch.path() + "/from/d/a", "1");
     fs::create_directory_symlink("..", scratch.path() + "/from/d/up");
@@ -257,7 +258,7 @@ TEST(nmkFileDir_copy, makes_links_to_directories_again_and_copies_what_links_to_
               (Tree{{"d", "/"}, {"d/a", "=1"}, {"d/up", "->.."}, {"self", "->."}, {"file", "=1"}}));
 }
 
-TEST(nmkFileDir_copy, ends_when_a_link_in_the_target_leads_back_to_the_source) {
+TEST(nmkFileDir_copy, ends_when_a_symlink_in_the_target_leads_back_to_the_source) {
     const ScratchFolder scratch;
     put(scratch.path() + "/from/d/e/a", "1");
     fs::create_directory(scratch.path() + "/to");
@@ -268,7 +269,7 @@ TEST(nmkFileDir_copy, ends_when_a_link_in_the_target_leads_back_to_the_source) {
 }
 
 TEST(nmkFileDir_copy,
-     never_goes_through_a_link_deeper_in_the_target_to_another_part_of_the_source) {
+     never_goes_through_a_symlink_deeper_in_the_target_to_another_part_of_the_source) {
     const ScratchFolder scratch;
     put(scratch.path() + "/from/d/e/a", "1");
     put(scratch.path() + "/from/other/b", "2");
@@ -314,7 +315,7 @@ TEST(nmkFileDir_local_copy, of_a_remote_file_takes_its_place) {
     EXPECT_EQ(file.file_ext(), "tri");
     EXPECT_EQ(file.basename().view().find('.'), std::string_view::npos) << "the last dot counts";
     EXPECT_EQ(contents_of(file.get().c_str()), "contents");
-    EXPECT_EQ(rights_of(file.get().c_str()), 0600U);
+    EXPECT_EQ(mode_of(file.get().c_str()), 0600U);
     EXPECT_EQ(file.is_local_file(), 1);
     EXPECT_EQ(contents_of(source), "contents");
     EXPECT_EQ(file.delete_file(), 1);
@@ -329,7 +330,7 @@ TEST(nmkFileDir_local_copy, of_a_file_without_extension_has_none) {
     EXPECT_EQ(file.delete_file(), 1);
 }
 
-TEST(nmkFileDir_local_copy, tells_whole_percentages_of_100) {
+TEST(nmkFileDir_local_copy, reports_whole_percentages_of_100) {
     const ScratchFolder scratch;
     const RemoteDirectory remote(scratch.path());
     nmkFileDir file = named(scratch.file("a", long_contents() + "and one odd part"));
@@ -344,7 +345,7 @@ TEST(nmkFileDir_local_copy, tells_whole_percentages_of_100) {
     EXPECT_EQ(file.delete_file(), 1);
 }
 
-TEST(nmkFileDir_local_copy, of_an_empty_file_stands_at_0_percent) {
+TEST(nmkFileDir_local_copy, of_an_empty_file_reports_0_percent) {
     const ScratchFolder scratch;
     const RemoteDirectory remote(scratch.path());
     nmkFileDir file = named(scratch.file("a", ""));
@@ -381,7 +382,7 @@ TEST(nmkFileDir_local_copy, that_is_stopped_leaves_the_name_and_no_file) {
     }
 }
 
-TEST(nmkFileDir_local_copy, never_goes_through_a_link_that_was_put_there) {
+TEST(nmkFileDir_local_copy, never_goes_through_a_symlink_that_was_put_there) {
     const ScratchFolder scratch;
     const std::string kept = scratch.file("kept", "kept");
     const std::string source = scratch.path() + "/remote/a.tri";
@@ -456,7 +457,7 @@ TEST(nmkFileDir_copy, never_has_a_wider_mode_than_the_finished_copy) {
         for (const auto& entry : fs::directory_iterator(scratch.path())) {
             const std::string name = entry.path().string();
             if (name != source && name != older && call != "copy file") {
-                modes.push_back(rights_of(name));
+                modes.push_back(mode_of(name));
             }
         }
         return 0;
@@ -465,7 +466,7 @@ TEST(nmkFileDir_copy, never_has_a_wider_mode_than_the_finished_copy) {
     EXPECT_EQ(named(source).copy_file(named(scratch.path() + "/new")), 1);
     EXPECT_GE(modes.size(), 4U) << "the copy was not looked at while it was written";
     for (const unsigned mode : modes) EXPECT_EQ(mode & ~0600U, 0U);
-    EXPECT_EQ(rights_of(older), 0600U);
+    EXPECT_EQ(mode_of(older), 0600U);
 }
 
 TEST(nmkFileDir_copy, sets_the_mode_of_the_copy_and_not_of_a_file_behind_a_symlink_swapped_in) {
@@ -479,12 +480,12 @@ TEST(nmkFileDir_copy, sets_the_mode_of_the_copy_and_not_of_a_file_behind_a_symli
         return 0;
     });
     named(source).copy_file(named(target));
-    EXPECT_EQ(rights_of(other), 0777U);
+    EXPECT_EQ(mode_of(other), 0777U);
     EXPECT_EQ(contents_of(other), "x");
     EXPECT_EQ(scratch.file_count(), 3U);
 }
 
-TEST(nmkFileDir_copy, is_made_beside_an_umask_that_takes_the_owners_permissions_away) {
+TEST(nmkFileDir_copy, has_its_mode_whatever_the_umask) {
     const ScratchFolder scratch;
     const std::string source = scratch.file("a", "x");
     const int copied = in_a_child([&] {
@@ -492,7 +493,7 @@ TEST(nmkFileDir_copy, is_made_beside_an_umask_that_takes_the_owners_permissions_
         return named(source).copy_file(named(scratch.path() + "/b"));
     });
     EXPECT_EQ(copied, 1);
-    EXPECT_EQ(rights_of(scratch.path() + "/b"), 0600U);
+    EXPECT_EQ(mode_of(scratch.path() + "/b"), 0600U);
 }
 
 TEST(nmkFileDir_copy_dir, never_writes_through_a_symlink_in_the_target) {

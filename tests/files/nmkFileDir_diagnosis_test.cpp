@@ -1,4 +1,4 @@
-// Who holds a file that will not go away.
+// Which processes hold a file that cannot be deleted.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <nmktoolbox/files/nmkFileDir.h>
@@ -45,7 +45,7 @@ TEST(nmkFileDir_diagnosis, without_the_switch_has_no_effect_at_all) {
     EXPECT_EQ(scratch.file_count(), 1U);
 }
 
-TEST(nmkFileDir_diagnosis, tells_when_and_what_and_the_process_that_holds_it) {
+TEST(nmkFileDir_diagnosis, reports_the_time_the_name_and_the_process_that_holds_the_file) {
     const ScratchFolder scratch;
     const std::string file = scratch.file("f.tri", "x");
     const HoldingChild holder([&] { ::open(file.c_str(), O_RDONLY); });
@@ -59,7 +59,7 @@ TEST(nmkFileDir_diagnosis, tells_when_and_what_and_the_process_that_holds_it) {
     EXPECT_EQ(scratch.file_count(), 1U);
 }
 
-TEST(nmkFileDir_diagnosis, of_a_file_that_nobody_holds_is_one_line) {
+TEST(nmkFileDir_diagnosis, of_a_file_without_holders_is_one_line) {
     const ScratchFolder scratch;
     const std::string file = scratch.file("f", "x");
     const DiagnosisSwitch on;
@@ -82,7 +82,7 @@ TEST(nmkFileDir_diagnosis, the_time_is_the_local_one) {
     EXPECT_LE(seconds, after);
 }
 
-TEST(nmkFileDir_diagnosis, stands_in_the_output_at_once) {
+TEST(nmkFileDir_diagnosis, is_flushed_to_the_output_at_once) {
     struct Flushed : std::stringbuf {
         int sync() override {
             when_flushed = str();

@@ -89,17 +89,17 @@ TEST(nmkFileDir_full_path, set_cwd_takes_the_current_directory) {
     EXPECT_EQ(name.get().view(), std::filesystem::current_path().string());
 }
 
-TEST(nmkFileDir_full_path, a_current_directory_of_260_or_more_bytes_is_no_name) {
+TEST(nmkFileDir_full_path, a_current_directory_of_260_or_more_bytes_gives_a_null_name) {
     const ScratchFolder scratch;
     const WorkingDirectory there(scratch.path());
     const std::string top = std::filesystem::current_path().string() + "/";
     for (const int length : {258, 259, 260, 261}) {
-        const std::string folder = top + of_length(length - static_cast<int>(top.size()));
-        std::filesystem::create_directory(folder);
-        const WorkingDirectory here(folder);
+        const std::string directory = top + of_length(length - static_cast<int>(top.size()));
+        std::filesystem::create_directory(directory);
+        const WorkingDirectory here(directory);
         nmkFileDir name("anything", nullptr);
         name.set_cwd();
-        EXPECT_EQ(name.get(), length < 260 ? utString(folder) : utString()) << length;
+        EXPECT_EQ(name.get(), length < 260 ? utString(directory) : utString()) << length;
     }
 }
 
@@ -127,7 +127,7 @@ TEST(nmkFileDir_long_name, keeps_components_that_are_not_found) {
     nmkFileDir server("//srv/missi~1/b", nullptr);
     server.make_long_pathname();
     EXPECT_EQ(server.get(), "//srv/missi~1/b");
-    // A drive is looked for first, wherever it stands in the name, and has no slashes in front.
+    // A drive is looked for first, wherever it is in the name, and has no slashes in front.
     nmkFileDir both("//srv/d:/missi~1", nullptr);
     both.make_long_pathname();
     EXPECT_EQ(both.get(), "srv/d:/missi~1");

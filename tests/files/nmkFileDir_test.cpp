@@ -14,8 +14,8 @@
 
 namespace {
 
-// Decodes and encodes like the runtime, and tells that it was asked.
-class Counting_encoding : public apStringCRTEncoding {
+// Decodes and encodes like the runtime, and counts its calls.
+class CountingEncoding : public apStringCRTEncoding {
   public:
     apString decode(const utString& text, int& status) const override {
         ++decoded;
@@ -25,7 +25,7 @@ class Counting_encoding : public apStringCRTEncoding {
 };
 
 // An encoding in which nothing can be said.
-class Mute_encoding : public apIStringEncoding {
+class MuteEncoding : public apIStringEncoding {
   public:
     apString decode(const utString&, int& status) const override {
         status = 0;
@@ -40,7 +40,7 @@ class Mute_encoding : public apIStringEncoding {
 utString name_of(const char* text) { return nmkFileDir(text, nullptr).get(); }
 utString name_of(const std::string& text) { return name_of(text.c_str()); }
 
-struct Normal_form {
+struct NormalForm {
     const char* given;
     const char* expected;
 };
@@ -61,7 +61,7 @@ TEST(nmkFileDir, a_null_and_an_empty_text_both_give_no_name) {
 }
 
 TEST(nmkFileDir, the_normal_form_has_forward_slashes_and_loses_one_at_the_end) {
-    const Normal_form cases[] = {
+    const NormalForm cases[] = {
         {"C:\\dir\\", "C:/dir"},
         {"C:\\", "C:"},
         {"C:/", "C:"},
@@ -75,7 +75,7 @@ TEST(nmkFileDir, the_normal_form_has_forward_slashes_and_loses_one_at_the_end) {
         {"\xC3\xA9\\\xE6\x97\xA5\\", "\xC3\xA9/\xE6\x97\xA5"},
         {"\xF0\x9F\x98\x80/", "\xF0\x9F\x98\x80"},
     };
-    for (const Normal_form& c : cases) {
+    for (const NormalForm& c : cases) {
         EXPECT_EQ(name_of(c.given).view(), c.expected) << c.given;
         EXPECT_EQ(nmkFileDir(utString(c.given), nullptr).get().view(), c.expected) << c.given;
     }
@@ -118,7 +118,7 @@ TEST(nmkFileDir, a_text_with_a_nul_inside_ends_there) {
 }
 
 TEST(nmkFileDir, goes_through_the_encoding_that_it_was_given) {
-    const Counting_encoding encoding;
+    const CountingEncoding encoding;
     nmkFileDir name("a\\b", &encoding);
     EXPECT_EQ(encoding.decoded, 1);
     const nmkFileDir copy(name);
@@ -127,11 +127,11 @@ TEST(nmkFileDir, goes_through_the_encoding_that_it_was_given) {
 }
 
 TEST(nmkFileDir, set_with_a_null_encoding_keeps_the_present_one) {
-    const Counting_encoding encoding;
+    const CountingEncoding encoding;
     nmkFileDir name(nmkFileDirEncodingTag, &encoding);
     name.set("a/b", nullptr);
     EXPECT_EQ(encoding.decoded, 1);
-    const Counting_encoding other;
+    const CountingEncoding other;
     name.set(utString("a/b"), &other);
     name.set(utString("a/c"), nullptr);
     EXPECT_EQ(encoding.decoded, 1);
@@ -139,13 +139,13 @@ TEST(nmkFileDir, set_with_a_null_encoding_keeps_the_present_one) {
 }
 
 TEST(nmkFileDir, an_encoding_that_decodes_nothing_leaves_the_steps_to_the_bytes) {
-    const Mute_encoding mute;
+    const MuteEncoding mute;
     EXPECT_EQ(nmkFileDir("a\\b\\", &mute).get(), "a/b");
     EXPECT_TRUE(nmkFileDir("a", &mute).get_ap_path_name().is_empty());
 }
 
 TEST(nmkFileDir, a_copy_takes_path_and_encoding) {
-    const Counting_encoding encoding;
+    const CountingEncoding encoding;
     const nmkFileDir name("a", &encoding);
     nmkFileDir other("b", nullptr);
     other = name;
@@ -355,7 +355,7 @@ TEST(nmkFileDir, names_of_every_length_survive_every_operation_on_the_text) {
     }
 }
 
-TEST(nmkFileDir, names_stand_in_a_singly_linked_list) {
+TEST(nmkFileDir, names_are_kept_in_a_singly_linked_list) {
     nmkFileDircoSList list;
     list.insert_last(nmkFileDir("a", nullptr));
     EXPECT_EQ(list.size(), 1);

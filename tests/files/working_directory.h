@@ -1,4 +1,4 @@
-// working_directory.h: another current folder for a test, and the old one again when it ends.
+// working_directory.h: another current directory for a test, and the old one again when it ends.
 #pragma once
 
 #include <filesystem>
@@ -6,9 +6,9 @@
 
 class WorkingDirectory {
   public:
-    explicit WorkingDirectory(const std::string& folder)
+    explicit WorkingDirectory(const std::string& directory)
         : m_before(std::filesystem::current_path()) {
-        std::filesystem::current_path(folder);
+        std::filesystem::current_path(directory);
     }
     WorkingDirectory(const WorkingDirectory&) = delete;
     WorkingDirectory& operator=(const WorkingDirectory&) = delete;

@@ -58,7 +58,7 @@ const std::string& telling_bytes() {
     return bytes;
 }
 
-/// Every character that is no surrogate, as wide text and as bytes by the plain way.
+/// Every character but the surrogates, as wide text and as bytes by the plain way.
 struct AllCharacters {
     std::wstring wide;
     std::string bytes;
@@ -115,7 +115,7 @@ TEST(apCodePage_exhaustive, telling_bytes_in_threes_and_fours_at_the_end_of_a_te
 }
 
 TEST(apCodePage_exhaustive, every_character_goes_there_and_back) {
-    constexpr char32_t step = 97;  // so that characters stand at changing places
+    constexpr char32_t step = 97;  // so that characters are at changing positions
     for (char32_t from = 0; from <= 0x10FFFF; from += step) {
         const AllCharacters all = all_characters(from, std::min<char32_t>(from + step, 0x110000));
         int status = -1;

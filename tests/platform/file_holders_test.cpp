@@ -36,20 +36,20 @@ TEST(file_holders, names_a_child_that_has_the_file_open) {
         EXPECT_TRUE(holders[0].held_as.starts_with("fd ")) << holders[0].held_as;
         EXPECT_EQ(holders[0].path, file);
         EXPECT_EQ(holders[0].command, std::string(::program_invocation_short_name).substr(0, 15));
-        scratch.link("link", file);
+        scratch.symlink("link", file);
         EXPECT_EQ(holders_in(child.process(), scratch.in("link")).size(), 1u);
     }
     EXPECT_TRUE(file_holders(file.c_str()).empty());
 }
 
-TEST(file_holders, sees_maps_and_the_current_folder) {
+TEST(file_holders, sees_maps_and_the_current_directory) {
     const OpenScratchFolder scratch;
     const std::string file = scratch.file("mapped", std::string(5000, 'x'));
-    const std::string folder = scratch.folder("folder");
+    const std::string directory = scratch.directory("directory");
     const HoldingChild child([&] {
         const int descriptor = ::open(file.c_str(), O_RDONLY);
         if (::mmap(nullptr, 5000, PROT_READ, MAP_PRIVATE, descriptor, 0) == MAP_FAILED ||
-            ::close(descriptor) != 0 || ::chdir(folder.c_str()) != 0) {
+            ::close(descriptor) != 0 || ::chdir(directory.c_str()) != 0) {
             ::_exit(1);
         }
     });
@@ -57,12 +57,12 @@ TEST(file_holders, sees_maps_and_the_current_folder) {
     ASSERT_EQ(mapped.size(), 1u);
     EXPECT_EQ(mapped[0].held_as, "map");
     EXPECT_EQ(mapped[0].path, file);
-    const auto current = holders_in(child.process(), folder);
+    const auto current = holders_in(child.process(), directory);
     ASSERT_EQ(current.size(), 1u);
     EXPECT_EQ(current[0].held_as, "cwd");
 }
 
-TEST(file_holders, nobody_holds_what_is_missing) {
+TEST(file_holders, a_missing_file_has_no_holders) {
     EXPECT_TRUE(file_holders("/no/such/file").empty());
     EXPECT_TRUE(file_holders("").empty());
     EXPECT_TRUE(file_holders(nullptr).empty());

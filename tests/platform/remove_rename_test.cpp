@@ -17,22 +17,22 @@ int rename_it(const std::string& from, const std::string& to) {
 
 }  // namespace
 
-TEST(remove_file, removes_a_file_and_refuses_a_folder) {
+TEST(remove_file, removes_a_file_and_refuses_a_directory) {
     const OpenScratchFolder scratch;
     const std::string file = scratch.file("file", "x");
-    const std::string folder = scratch.folder("folder");
+    const std::string directory = scratch.directory("directory");
     EXPECT_EQ(remove_it(file), 0);
     EXPECT_FALSE(is_there(file));
     EXPECT_EQ(remove_it(file), ENOENT);
     EXPECT_EQ(remove_it(scratch.in("missing/file")), ENOENT);
-    EXPECT_EQ(remove_it(folder), EACCES);
-    EXPECT_TRUE(is_there(folder));
+    EXPECT_EQ(remove_it(directory), EACCES);
+    EXPECT_TRUE(is_there(directory));
     EXPECT_EQ(remove_it(""), ENOENT);
     EXPECT_EQ(remove_it(scratch.in(std::string(10000, 'x'))), ENAMETOOLONG);
     EXPECT_EQ(remove_it(scratch.file("\xFF", "x")), 0);
 }
 
-TEST(remove_file, a_file_without_the_owners_right_to_write_is_refused_to_root_too) {
+TEST(remove_file, a_read_only_file_is_refused_to_root_too) {
     const OpenScratchFolder scratch;
     const std::string file = scratch.file("file", "precious");
     ASSERT_EQ(::chmod(file.c_str(), 0466), 0);
@@ -42,22 +42,22 @@ TEST(remove_file, a_file_without_the_owners_right_to_write_is_refused_to_root_to
     EXPECT_EQ(remove_it(file), 0);
 }
 
-TEST(remove_file, of_a_link_takes_the_link_and_not_what_it_leads_to) {
+TEST(remove_file, of_a_symlink_removes_the_symlink_itself) {
     const OpenScratchFolder scratch;
     const std::string file = scratch.file("file", "x");
     ASSERT_EQ(::chmod(file.c_str(), 0444), 0);
-    scratch.folder("folder");
-    EXPECT_EQ(remove_it(scratch.link("to_file", "file")), 0);
-    EXPECT_EQ(remove_it(scratch.link("to_folder", "folder")), 0);
-    EXPECT_EQ(remove_it(scratch.link("dead", "nothing")), 0);
+    scratch.directory("directory");
+    EXPECT_EQ(remove_it(scratch.symlink("to_file", "file")), 0);
+    EXPECT_EQ(remove_it(scratch.symlink("to_directory", "directory")), 0);
+    EXPECT_EQ(remove_it(scratch.symlink("dead", "nothing")), 0);
     EXPECT_TRUE(is_there(file));
-    EXPECT_TRUE(is_there(scratch.in("folder")));
+    EXPECT_TRUE(is_there(scratch.in("directory")));
     EXPECT_EQ(scratch.file_count(), 2u);
 }
 
-TEST(remove_file, a_folder_without_rights_keeps_its_files) {
+TEST(remove_file, a_directory_without_permissions_keeps_its_files) {
     const OpenScratchFolder scratch;
-    const std::string closed = scratch.folder("closed");
+    const std::string closed = scratch.directory("closed");
     const std::string file = scratch.file("closed/file", "x");
     ASSERT_EQ(::chmod(closed.c_str(), 0555), 0);
     ASSERT_EQ(::chmod(file.c_str(), 0666), 0);
@@ -66,15 +66,15 @@ TEST(remove_file, a_folder_without_rights_keeps_its_files) {
     ASSERT_EQ(::chmod(closed.c_str(), 0755), 0);
 }
 
-TEST(rename_file, gives_files_and_folders_another_name) {
+TEST(rename_file, gives_files_and_directories_another_name) {
     const OpenScratchFolder scratch;
     const std::string file = scratch.file("file", "x");
-    const std::string folder = scratch.folder("folder");
-    EXPECT_EQ(rename_it(file, scratch.in("folder/moved")), 0);
-    EXPECT_EQ(contents_of(scratch.in("folder/moved")), "x");
-    EXPECT_EQ(rename_it(folder, scratch.in("renamed")), 0);
+    const std::string directory = scratch.directory("directory");
+    EXPECT_EQ(rename_it(file, scratch.in("directory/moved")), 0);
+    EXPECT_EQ(contents_of(scratch.in("directory/moved")), "x");
+    EXPECT_EQ(rename_it(directory, scratch.in("renamed")), 0);
     EXPECT_EQ(contents_of(scratch.in("renamed/moved")), "x");
-    EXPECT_EQ(rename_it(scratch.link("link", "nothing"), scratch.in("link2")), 0);
+    EXPECT_EQ(rename_it(scratch.symlink("link", "nothing"), scratch.in("link2")), 0);
     EXPECT_TRUE(is_there(scratch.in("link2")));
 }
 
@@ -82,8 +82,9 @@ TEST(rename_file, never_replaces_what_has_the_name_already) {
     const OpenScratchFolder scratch;
     const std::string file = scratch.file("file", "new");
     const std::string existing = scratch.file("existing", "old");
-    const std::string folder = scratch.folder("folder");
-    for (const std::string& target : {existing, folder, file, scratch.link("dead", "nothing")}) {
+    const std::string directory = scratch.directory("directory");
+    for (const std::string& target :
+         {existing, directory, file, scratch.symlink("dead", "nothing")}) {
         EXPECT_EQ(rename_it(file, target), EEXIST) << target;
     }
     EXPECT_EQ(contents_of(existing), "old");
@@ -91,7 +92,7 @@ TEST(rename_file, never_replaces_what_has_the_name_already) {
     EXPECT_EQ(scratch.file_count(), 4u);
 }
 
-TEST(rename_file, tells_what_is_missing) {
+TEST(rename_file, reports_what_is_missing) {
     const OpenScratchFolder scratch;
     const std::string file = scratch.file("file", "x");
     EXPECT_EQ(rename_it(scratch.in("missing"), scratch.in("new")), ENOENT);
@@ -103,7 +104,7 @@ TEST(rename_file, tells_what_is_missing) {
     EXPECT_EQ(contents_of(file), "x");
 }
 
-TEST(rename_file, a_file_may_go_to_another_disk_and_a_folder_may_not) {
+TEST(rename_file, a_file_may_go_to_another_disk_and_a_directory_may_not) {
     const OpenScratchFolder scratch;
     struct stat here, there;
     if (::stat("/dev/shm", &there) != 0 || ::access("/dev/shm", W_OK) != 0 ||
@@ -120,35 +121,35 @@ TEST(rename_file, a_file_may_go_to_another_disk_and_a_folder_may_not) {
     EXPECT_EQ(contents_of(target), "x");
     EXPECT_EQ(contents_of(second), "y");
     ASSERT_EQ(::unlink(target.c_str()), 0);
-    EXPECT_EQ(rename_it(scratch.folder("folder"), target), EXDEV);
+    EXPECT_EQ(rename_it(scratch.directory("directory"), target), EXDEV);
 }
 
 TEST(rename_file, keeps_its_rules_on_a_disk_that_cannot_rename_without_replacing) {
     const OpenScratchFolder scratch;
     const std::string file = scratch.file("file", "new");
     const std::string existing = scratch.file("existing", "old");
-    const std::string folder = scratch.folder("folder");
-    const std::string empty = scratch.folder("empty");
+    const std::string directory = scratch.directory("directory");
+    const std::string empty = scratch.directory("empty");
     const Fault fault(
         [](std::string_view call, std::string_view) { return call == "renameat2" ? EINVAL : 0; });
-    for (const std::string& target : {existing, folder, file}) {
+    for (const std::string& target : {existing, directory, file}) {
         EXPECT_EQ(rename_it(file, target), EEXIST) << target;
     }
-    EXPECT_EQ(rename_it(folder, empty), EEXIST);
+    EXPECT_EQ(rename_it(directory, empty), EEXIST);
     EXPECT_EQ(contents_of(existing), "old");
     EXPECT_EQ(rename_it(file, scratch.in("moved")), 0);
     EXPECT_EQ(contents_of(scratch.in("moved")), "new");
     EXPECT_FALSE(is_there(file));
-    EXPECT_EQ(rename_it(folder, scratch.in("moved folder")), 0);
+    EXPECT_EQ(rename_it(directory, scratch.in("moved directory")), 0);
     EXPECT_EQ(rename_it(scratch.in("missing"), scratch.in("new")), ENOENT);
     EXPECT_EQ(scratch.file_count(), 4u);
 }
 
-// The old name stands in a folder that the caller may not write to: it cannot be taken away.
+// The old name is in a directory that the caller may not write to: it cannot be removed.
 TEST(rename_file, that_cannot_take_the_old_name_away_leaves_no_new_one) {
     for (const int reason : {EXDEV, EINVAL}) {
         const OpenScratchFolder scratch;
-        const std::string closed = scratch.folder("closed");
+        const std::string closed = scratch.directory("closed");
         const std::string file = scratch.file("closed/file", "x");
         ASSERT_EQ(::chmod(file.c_str(), 0666), 0);
         ASSERT_EQ(::chmod(closed.c_str(), 0555), 0);

@@ -40,7 +40,7 @@ struct Call {
     bool operator==(const Call&) const = default;
 };
 
-// Records its calls, and answers what it is told to at each.
+// Records its calls, and returns what the test chose for each.
 struct Progress {
     std::vector<Call> calls;
     std::function<DWORD(const Call&)> answer = [](const Call&) { return PROGRESS_CONTINUE; };
@@ -90,16 +90,16 @@ TEST(CopyFileExA, replaces_an_existing_file_and_leaves_nothing_beside) {
     EXPECT_EQ(scratch.file_count(), 2u);
 }
 
-TEST(CopyFileExA, tells_what_is_missing_or_of_the_wrong_kind) {
+TEST(CopyFileExA, reports_what_is_missing_or_of_the_wrong_kind) {
     const OpenScratchFolder scratch;
     const std::string source = scratch.file("source", "x");
-    const std::string folder = scratch.folder("folder");
+    const std::string directory = scratch.directory("directory");
     EXPECT_EQ(copy(scratch.in("missing"), scratch.in("target")), 2);
     EXPECT_EQ(copy(scratch.in("missing/file"), scratch.in("target")), 3);
     EXPECT_EQ(copy(source, scratch.in("missing/target")), 3);
     EXPECT_EQ(copy(source, source + "/target"), 3);
-    EXPECT_EQ(copy(folder, scratch.in("target")), 5);
-    EXPECT_EQ(copy(source, folder), 5);
+    EXPECT_EQ(copy(directory, scratch.in("target")), 5);
+    EXPECT_EQ(copy(source, directory), 5);
     EXPECT_EQ(copy(source, scratch.in("target/")), 5);
     EXPECT_EQ(copy("", scratch.in("target")), 3);
     EXPECT_EQ(copy(source, ""), 3);
@@ -123,7 +123,7 @@ TEST(CopyFileExA, onto_itself_by_any_name_fails_and_leaves_it_whole) {
     const OpenScratchFolder scratch;
     const std::string source = scratch.file("source", "precious");
     ASSERT_EQ(::link(source.c_str(), scratch.in("hard").c_str()), 0);
-    scratch.link("soft", "source");
+    scratch.symlink("soft", "source");
     const std::string roundabout = scratch.path() + "/./source";
     for (const std::string& target : {source, scratch.in("hard"), scratch.in("soft"), roundabout}) {
         EXPECT_EQ(copy(source, target), 32) << target;
@@ -139,7 +139,7 @@ TEST(CopyFileExA, keeps_an_existing_target_when_asked_to) {
     const std::string target = scratch.file("target", "old");
     EXPECT_EQ(copy(source, target, COPY_FILE_FAIL_IF_EXISTS), 80);
     EXPECT_EQ(contents_of(target), "old");
-    EXPECT_EQ(copy(source, scratch.link("dead", "nothing"), COPY_FILE_FAIL_IF_EXISTS), 80);
+    EXPECT_EQ(copy(source, scratch.symlink("dead", "nothing"), COPY_FILE_FAIL_IF_EXISTS), 80);
     EXPECT_EQ(copy(source, scratch.in("fresh"), COPY_FILE_FAIL_IF_EXISTS), 0);
 }
 
@@ -152,7 +152,7 @@ TEST(CopyFileExA, a_read_only_target_is_refused_to_root_too) {
     EXPECT_EQ(contents_of(target), "old");
 }
 
-TEST(CopyFileExA, somebody_elses_target_is_refused_although_the_folder_is_open) {
+TEST(CopyFileExA, a_target_of_another_user_is_refused_although_the_directory_is_open) {
     const OpenScratchFolder scratch;
     const std::string source = scratch.file("source", "new");
     const std::string target = scratch.file("target", "old");
@@ -164,10 +164,10 @@ TEST(CopyFileExA, somebody_elses_target_is_refused_although_the_folder_is_open) 
     EXPECT_EQ(contents_of(target), "old");
 }
 
-TEST(CopyFileExA, a_source_or_folder_without_rights_is_refused) {
+TEST(CopyFileExA, a_source_or_directory_without_permissions_is_refused) {
     const OpenScratchFolder scratch;
     const std::string source = scratch.file("source", "x");
-    const std::string closed = scratch.folder("closed");
+    const std::string closed = scratch.directory("closed");
     ASSERT_EQ(::chmod(source.c_str(), 0200), 0);
     EXPECT_EQ(without_rights([&] { return copy(source, scratch.in("target")); }), 5);
     ASSERT_EQ(::chmod(source.c_str(), 0644), 0);
@@ -176,7 +176,7 @@ TEST(CopyFileExA, a_source_or_folder_without_rights_is_refused) {
     EXPECT_FALSE(is_there(scratch.in("target")));
 }
 
-TEST(CopyFileExA, copies_rights_and_the_time_of_the_last_write) {
+TEST(CopyFileExA, copies_the_mode_and_the_time_of_the_last_write) {
     const OpenScratchFolder scratch;
     const std::string source = scratch.file("source", "x");
     const timespec times[2] = {{1000, 0}, {1234567890, 123456789}};
@@ -193,7 +193,7 @@ TEST(CopyFileExA, copies_rights_and_the_time_of_the_last_write) {
     EXPECT_EQ(GetFileAttributesA(existing.c_str()), 0x21u);
 }
 
-TEST(CopyFileExA, does_not_hand_on_the_right_to_run_as_another_user) {
+TEST(CopyFileExA, does_not_copy_the_set_user_id_bits) {
     const OpenScratchFolder scratch;
     const std::string source = scratch.file("source", "x");
     ASSERT_EQ(::chmod(source.c_str(), 06755), 0);
@@ -203,20 +203,20 @@ TEST(CopyFileExA, does_not_hand_on_the_right_to_run_as_another_user) {
     EXPECT_EQ(record.st_mode & 07000, 0u);
 }
 
-TEST(CopyFileExA, links_mean_the_files_they_lead_to) {
+TEST(CopyFileExA, symlinks_mean_the_files_they_lead_to) {
     const OpenScratchFolder scratch;
     scratch.file("source", "new");
-    scratch.folder("folder");
-    const std::string old = scratch.file("folder/target", "old");
-    const std::string from = scratch.link("from", "source");
-    const std::string to = scratch.link("to", "folder/target");
+    scratch.directory("directory");
+    const std::string old = scratch.file("directory/target", "old");
+    const std::string from = scratch.symlink("from", "source");
+    const std::string to = scratch.symlink("to", "directory/target");
     EXPECT_EQ(copy(from, to), 0);
     EXPECT_EQ(contents_of(old), "new");
     EXPECT_EQ(GetFileAttributesA(to.c_str()), 0x400u);
-    EXPECT_EQ(copy(from, scratch.link("dead", "nothing")), 2);
+    EXPECT_EQ(copy(from, scratch.symlink("dead", "nothing")), 2);
     EXPECT_FALSE(is_there(scratch.in("nothing")));
-    EXPECT_EQ(copy(scratch.link("ring", "ring"), scratch.in("target")), 3);
-    EXPECT_EQ(copy(scratch.link("to_folder", "folder"), scratch.in("target")), 5);
+    EXPECT_EQ(copy(scratch.symlink("ring", "ring"), scratch.in("target")), 3);
+    EXPECT_EQ(copy(scratch.symlink("to_directory", "directory"), scratch.in("target")), 5);
     EXPECT_FALSE(is_there(scratch.in("target")));
 }
 
@@ -275,7 +275,7 @@ TEST(CopyFileExA, stopping_leaves_the_target_as_it_was_like_cancelling) {
     EXPECT_EQ(scratch.file_count(), 2u);
 }
 
-TEST(CopyFileExA, a_quiet_answer_ends_the_calls_and_not_the_copy) {
+TEST(CopyFileExA, a_quiet_routine_is_not_called_again_and_the_copy_continues) {
     const OpenScratchFolder scratch;
     const std::string source = scratch.file("source", pattern(3 * megabyte));
     Progress progress;
@@ -392,7 +392,7 @@ TEST(CopyFileExA, a_source_that_grows_is_copied_as_long_as_it_was) {
     EXPECT_EQ(contents_of(scratch.in("target")), pattern(2 * megabyte));
 }
 
-TEST(CopyFileExA, a_source_unlinked_meanwhile_comes_whole_and_one_gone_before_is_missing) {
+TEST(CopyFileExA, a_source_deleted_meanwhile_is_copied_whole_and_one_deleted_before_is_missing) {
     const OpenScratchFolder scratch;
     const std::string source = scratch.file("source", pattern(2 * megabyte));
     Progress progress;
@@ -449,7 +449,7 @@ TEST(CopyFileExA, copies_through_memory_on_a_kernel_that_cannot) {
     EXPECT_FALSE(is_there(scratch.in("other")));
 }
 
-TEST(CopyFileExA, goes_on_after_a_signal) {
+TEST(CopyFileExA, continues_after_a_signal) {
     const OpenScratchFolder scratch;
     const std::string source = scratch.file("source", pattern(2 * megabyte + 7));
     int signals = 0;
@@ -461,7 +461,7 @@ TEST(CopyFileExA, goes_on_after_a_signal) {
     EXPECT_TRUE(contents_of(scratch.in("target")) == pattern(2 * megabyte + 7));
 }
 
-TEST(CopyFileExA, names_that_are_no_text_are_copied) {
+TEST(CopyFileExA, names_that_are_not_valid_text_are_copied) {
     const OpenScratchFolder scratch;
     const std::string source = scratch.file("\xFF\xFE source", "x");
     EXPECT_EQ(copy(source, scratch.in("\x80")), 0);

@@ -21,16 +21,16 @@ inline bool is_there(const std::string& name) {
     return ::lstat(name.c_str(), &record) == 0;
 }
 
-/// A folder of a test that everybody may look into and write to.
+/// A directory of a test that every user may read and write.
 class OpenScratchFolder : public ScratchFolder {
   public:
     OpenScratchFolder() { ::chmod(path().c_str(), 0777); }
     std::string in(const std::string& name) const { return path() + "/" + name; }
-    std::string folder(const std::string& name) const {
+    std::string directory(const std::string& name) const {
         EXPECT_EQ(::mkdir(in(name).c_str(), 0755), 0);
         return in(name);
     }
-    std::string link(const std::string& name, const std::string& leads_to) const {
+    std::string symlink(const std::string& name, const std::string& leads_to) const {
         EXPECT_EQ(::symlink(leads_to.c_str(), in(name).c_str()), 0);
         return in(name);
     }

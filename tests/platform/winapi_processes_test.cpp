@@ -52,12 +52,12 @@ TEST(ShellExecuteExA, splits_parameters_at_blanks_outside_quotes) {
     EXPECT_EQ(exit_code_of("test", "a\" \"b = \"a b\""), 0u);
 }
 
-TEST(ShellExecuteExA, runs_in_the_folder_asked_for_and_shows_nothing) {
+TEST(ShellExecuteExA, runs_in_the_directory_asked_for_and_shows_nothing) {
     const OpenScratchFolder scratch;
     SHELLEXECUTEINFOA execution =
         execution_of("sh", "-c \"readlink /proc/self/fd/1 > out; echo seen; echo seen >&2\"");
-    const std::string folder = scratch.path();
-    execution.lpDirectory = folder.c_str();
+    const std::string directory = scratch.path();
+    execution.lpDirectory = directory.c_str();
     ::testing::internal::CaptureStdout();
     ::testing::internal::CaptureStderr();
     EXPECT_TRUE(ShellExecuteExA(&execution));
@@ -70,7 +70,7 @@ TEST(ShellExecuteExA, runs_in_the_folder_asked_for_and_shows_nothing) {
 
 TEST(ShellExecuteExA, tells_why_a_program_does_not_run) {
     const OpenScratchFolder scratch;
-    // A folder on the search path that may not be searched would hide that nothing is there.
+    // A directory on the search path that may not be searched would hide that nothing is there.
     const std::string search_path = std::getenv("PATH") == nullptr ? "" : std::getenv("PATH");
     ::setenv("PATH", "/usr/bin:/bin", 1);
     SHELLEXECUTEINFOA execution = execution_of("no_such_program_anywhere", nullptr);
@@ -108,7 +108,7 @@ TEST(WaitForSingleObject, gives_up_after_its_time) {
     EXPECT_TRUE(CloseHandle(execution.hProcess));
 }
 
-TEST(WaitForSingleObject, looks_again_and_again_on_a_kernel_that_does_not_tell) {
+TEST(WaitForSingleObject, polls_on_a_kernel_without_process_descriptors) {
     const Fault fault(
         [](std::string_view call, std::string_view) { return call == "pidfd_open" ? ENOSYS : 0; });
     SHELLEXECUTEINFOA execution = execution_of("sleep", "0.1");
@@ -118,7 +118,7 @@ TEST(WaitForSingleObject, looks_again_and_again_on_a_kernel_that_does_not_tell) 
     EXPECT_TRUE(CloseHandle(execution.hProcess));
 }
 
-TEST(WaitForSingleObject, fails_for_what_is_no_handle) {
+TEST(WaitForSingleObject, fails_for_other_handles) {
     SetLastError(untouched);
     EXPECT_EQ(WaitForSingleObject(nullptr, 0), WAIT_FAILED);
     EXPECT_EQ(GetLastError(), 6u);

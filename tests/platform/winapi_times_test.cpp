@@ -35,7 +35,7 @@ std::int64_t plain_days_until(int year, int month, int day) {
 
 }  // namespace
 
-TEST(_time64, tells_the_seconds_twice) {
+TEST(_time64, returns_the_seconds_twice) {
     __time64_t stored = 0;
     const __time64_t before = std::time(nullptr);
     const __time64_t now = _time64(&stored);
@@ -72,7 +72,7 @@ TEST(_gmtime64, refuses_null_and_years_beyond_the_record) {
     EXPECT_EQ(_ctime64(&too_late), nullptr);
 }
 
-TEST(_localtime64, goes_by_the_zone_of_the_environment_as_it_stands) {
+TEST(_localtime64, uses_the_present_zone_of_the_environment) {
     const __time64_t seconds = 0;
     {
         const ScopedZone zone("EAST-5");

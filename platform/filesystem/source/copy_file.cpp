@@ -59,7 +59,7 @@ int move_contents(int from, SafeFile& to, std::int64_t total, const CopyWatch& w
     return transferred < total ? ENODATA : 0;
 }
 
-// A disk that keeps no times is no reason to fail.
+// A disk that keeps no times does not fail the copy.
 void copy_times(const struct stat& source, int target) {
     const timespec times[2] = {source.st_atim, source.st_mtim};
     [[maybe_unused]] const int kept = ::futimens(target, times);

@@ -42,7 +42,7 @@ bool is_entry(int directory, const char* name, int file) {
            is_same_file(open_file, entry);
 }
 
-// 0, or the errno for which the lock could not be had at once.
+// 0, or the errno for which the file could not be locked at once.
 int lock(int file) {
     const int fault = injected_fault("flock", "");
     return fault != 0 ? fault : ::flock(file, LOCK_EX | LOCK_NB) == 0 ? 0 : errno;

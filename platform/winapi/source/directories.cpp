@@ -48,6 +48,6 @@ BOOL RemoveDirectoryA(LPCSTR name) {
     if (::rmdir(name) == 0) {
         return TRUE;
     }
-    // Some file systems answer EEXIST for a folder that holds something.
+    // Some file systems report EEXIST for a directory that holds something.
     return winapi::fail(errno == EEXIST ? ENOTEMPTY : errno, name);
 }

@@ -16,26 +16,26 @@
 
 namespace {
 
-// Tries before a folder is given up. A second one is needed once in 2^64 files.
+// Tries before a directory is given up. A second one is needed once in 2^64 files.
 constexpr int tries = 100;
 
-bool is_a_folder(const char* name) {
+bool is_a_directory(const char* name) {
     struct stat record;
     return !winapi::is_nothing(name) && ::stat(name, &record) == 0 && S_ISDIR(record.st_mode);
 }
 
-// The folder for temporary names; null if a folder was asked for that does not exist.
-const char* folder_for_names(const char* asked) {
+// The directory for temporary names; null if a directory was asked for that does not exist.
+const char* directory_for_names(const char* asked) {
     for (const char* variable : {"TMPDIR", "TMP"}) {
-        // The secure form: a program with raised rights does not let its caller choose.
-        if (const char* folder = ::secure_getenv(variable); is_a_folder(folder)) {
-            return folder;
+        // The secure form: a program with raised privileges does not let its caller choose.
+        if (const char* directory = ::secure_getenv(variable); is_a_directory(directory)) {
+            return directory;
         }
     }
     if (!winapi::is_nothing(asked)) {
-        return is_a_folder(asked) ? asked : nullptr;
+        return is_a_directory(asked) ? asked : nullptr;
     }
-    return is_a_folder(P_tmpdir) ? P_tmpdir : ".";
+    return is_a_directory(P_tmpdir) ? P_tmpdir : ".";
 }
 
 // A number of its own for each call in this process, so that two threads differ for certain; the
@@ -64,12 +64,12 @@ char* fail_to_name(int error_number) {
 
 }  // namespace
 
-char* _tempnam(const char* folder, const char* prefix) {
+char* _tempnam(const char* directory, const char* prefix) {
     const std::string_view start = prefix == nullptr ? "" : prefix;
     if (start.find('/') != start.npos) {
         return fail_to_name(EINVAL);
     }
-    const char* chosen = folder_for_names(folder);
+    const char* chosen = directory_for_names(directory);
     if (chosen == nullptr) {
         return fail_to_name(ENOENT);
     }

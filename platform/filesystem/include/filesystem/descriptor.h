@@ -20,7 +20,7 @@ class Descriptor {
     bool is_open() const { return m_number >= 0; }
     int number() const { return m_number; }
 
-    /// Hands the descriptor over to the caller, who closes it.
+    /// Hands the descriptor over to the caller, which closes it.
     int release() { return std::exchange(m_number, -1); }
 
     /// Closes the present descriptor and owns `number` from now on; errno is left alone.

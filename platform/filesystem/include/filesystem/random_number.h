@@ -1,4 +1,4 @@
-// random_number.h: numbers that nobody can foresee.
+// random_number.h: numbers that cannot be predicted.
 #pragma once
 
 #include <cstdint>
