@@ -5,6 +5,8 @@
 #include <cmath>
 #include <cstdint>
 
+namespace nmk_files {
+
 namespace {
 
 constexpr int fewest_digits = 15;
@@ -60,11 +62,12 @@ char* put_scientific(const Decimal& decimal, char* out) {
 }
 
 char* put_fixed(const Decimal& decimal, char* out) {
-    int place = decimal.exponent < 0 ? decimal.exponent : 0;  // power of ten below the point: < 0
+    int position =
+        decimal.exponent < 0 ? decimal.exponent : 0;  // power of ten below the point: < 0
     if (decimal.exponent < 0) {
         *out++ = '0';
         *out++ = '.';
-        for (++place; place < 0; ++place) {
+        for (++position; position < 0; ++position) {
             *out++ = '0';
         }
     }
@@ -81,7 +84,7 @@ char* put_fixed(const Decimal& decimal, char* out) {
     return out;
 }
 
-/// The layout of "%.*g", with its trailing zeros gone.
+/// The layout of "%.*g", without its trailing zeros.
 std::string_view general_layout(const Decimal& decimal, int precision,
                                 std::array<char, exact_text_room>& buffer) {
     char* out = buffer.data();
@@ -127,3 +130,5 @@ std::string_view exact_text(double value, std::array<char, exact_text_room>& buf
     return general_layout(decimal, decimal.count < fewest_digits ? fewest_digits : decimal.count,
                           buffer);
 }
+
+}  // namespace nmk_files

@@ -6,6 +6,8 @@
 
 #include <string_view>
 
+namespace nmk_files {
+
 /// Changes nothing but the numbers, and nothing outside the calling thread. Costs nothing where the
 /// numbers of the current locale are neutral already.
 class NeutralNumbers {
@@ -34,3 +36,5 @@ class NeutralNumbers {
     locale_t m_own{};
     locale_t m_before{};
 };
+
+}  // namespace nmk_files

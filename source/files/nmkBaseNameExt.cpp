@@ -28,7 +28,7 @@ utString encoded(std::wstring_view wide, const apIStringEncoding& encoding) {
     return encoding.encode(apString(wide), status);
 }
 
-/// The bytes behind a mark that stand for `wide`, the end of the path. Where no bytes do, `wide` in
+/// The bytes behind a mark that encode `wide`, the end of the path. Where no bytes do, `wide` in
 /// the encoding.
 utString end_bytes(std::string_view path, std::wstring_view wide,
                    const apIStringEncoding& encoding) {
@@ -42,7 +42,7 @@ utString end_bytes(std::string_view path, std::wstring_view wide,
     return encoded(wide, encoding);
 }
 
-/// The bytes before a "." that stand for `wide`, the beginning of the name, found likewise.
+/// The bytes before a "." that encode `wide`, the beginning of the name, found likewise.
 utString start_bytes(std::string_view name, std::wstring_view wide,
                      const apIStringEncoding& encoding) {
     for (std::size_t at = name.rfind('.'); at != std::string_view::npos;

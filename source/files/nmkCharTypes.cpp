@@ -4,6 +4,8 @@
 
 #include <apsl/apCharacter.h>
 
+using nmk_files::wide_of;
+
 nmkCharTypes::nmkCharTypes(const utString& text) : m_text(wide_of(text)) {}
 
 int nmkCharTypes::isalnum(int index) const { return test(ap_is_alnum, index); }

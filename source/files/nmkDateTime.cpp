@@ -6,6 +6,8 @@
 
 #include <array>
 
+using nmk_files::neutral_locale;
+
 namespace {
 
 constexpr std::size_t longest_formatted = 200;  // with the nul

@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-#include "second_character.h"
+#include "drive_letter.h"
 
 namespace {
 
@@ -109,7 +109,8 @@ void nmkFileDir::add_pathname(const utString& base) {
     if (m_path.is_null() || base.is_null()) return;
     const std::string_view path = m_path.view();
     // Deliberate: a leading "." counts as rooted, so ./x and .hidden are not joined.
-    if (path.starts_with('.') || path.starts_with('/') || second_is_colon(m_path, *m_encoding)) {
+    if (path.starts_with('.') || path.starts_with('/') ||
+        nmk_files::second_is_colon(m_path, *m_encoding)) {
         return;
     }
     std::string joined(base.view());

@@ -1,39 +1,44 @@
+#include <fcntl.h>
+#include <filesystem/directory_listing.h>
 #include <nmktoolbox/files/nmkFileDirIter.h>
 #include <nmktoolbox/files/nmkFilenameExt.h>
-#include <winapi/find_file.h>
-#include <winapi/types.h>
+#include <unistd.h>
 
-#include <string_view>
-
-#include "file_attributes.h"
+#include <cstddef>
+#include <string>
 
 namespace {
 
-// The listing tells most entries apart by itself; what a link leads to must be asked for.
-int is_directory_entry(const nmkFileDir& entry, const WIN32_FIND_DATAA& found) {
-    const bool is_told = found.dwFileAttributes != 0 && !is_link(found.dwFileAttributes);
-    return is_told ? is_directory(found.dwFileAttributes) : entry.is_dir();
+using nmk_filesystem::EntryKind;
+
+// The listing knows the kind of most entries; what a symlink leads to has to be asked for.
+bool is_known(EntryKind kind) { return kind == EntryKind::file || kind == EntryKind::directory; }
+
+int is_directory_entry(const nmkFileDir& entry, EntryKind kind) {
+    return is_known(kind) ? kind == EntryKind::directory : entry.is_dir();
 }
 
-int is_file_entry(const nmkFileDir& entry, const WIN32_FIND_DATAA& found) {
-    const bool is_told = found.dwFileAttributes != 0 && !is_link(found.dwFileAttributes);
-    return is_told ? !is_directory(found.dwFileAttributes) : entry.is_file();
+int is_file_entry(const nmkFileDir& entry, EntryKind kind) {
+    return is_known(kind) ? kind == EntryKind::file : entry.is_file();
 }
 
-int accepts(const nmkFileDir& entry, const WIN32_FIND_DATAA& found, nmkFileDirIterType type,
+int accepts(const nmkFileDir& entry, const char* name, EntryKind kind, nmkFileDirIterType type,
             const char* extension) {
     switch (type) {
         case nmkFileDirIterAll:
             return 1;
         case nmkFileDirIterFiles:
-            if (extension != nullptr && nmkCheckFilenameExt(found.cFileName, extension) == 0) {
-                return 0;
-            }
-            return is_file_entry(entry, found);
+            if (extension != nullptr && nmkCheckFilenameExt(name, extension) == 0) return 0;
+            return is_file_entry(entry, kind);
         case nmkFileDirIterDirectories:
-            return is_directory_entry(entry, found);
+            return is_directory_entry(entry, kind);
     }
     return 0;
+}
+
+// Without permission to search the directory, its entries may not be looked at either.
+bool may_be_searched(const std::string& directory) {
+    return ::faccessat(AT_FDCWD, directory.c_str(), X_OK, AT_EACCESS) == 0;
 }
 
 }  // namespace
@@ -43,29 +48,26 @@ nmkFileDirIter::nmkFileDirIter(const nmkFileDir& directory, nmkFileDirIterType t
     reset(directory, type, extension);
 }
 
-void nmkFileDirIter::reset(const nmkFileDir& given, nmkFileDirIterType type,
+void nmkFileDirIter::reset(const nmkFileDir& directory, nmkFileDirIterType type,
                            const char* extension) {
-    const nmkFileDir directory(given);  // it may be an entry of this listing
+    const nmkFileDir listed(directory);  // `directory` may be an entry of this listing
     m_current = -1;
     m_count = 0;
     m_extension = extension;
     shrink(0, 0);
 
-    nmkFileDir everything(directory);
-    everything.add_one("*");
-    WIN32_FIND_DATAA found;
-    const HANDLE search = winapi_find_first_kind(everything.get().c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE) return;
-    do {
-        const std::string_view name(found.cFileName);
-        if (name == "." || name == "..") continue;
+    const std::string path = std::string(listed.get().view()) + "/";
+    nmk_filesystem::DirectoryListing entries;
+    if (entries.read(path.c_str()) != 0) return;
+    const bool is_searchable = may_be_searched(path);
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        const auto [name, kind] = entries[i];
         // An entry that is not accepted leaves its slot to the next.
         nmkFileDir& entry = (*this)[m_count];
-        entry = directory;
-        entry.add_one(found.cFileName);
-        m_count += accepts(entry, found, type, extension);
-    } while (FindNextFileA(search, &found) != FALSE);
-    FindClose(search);
+        entry = listed;
+        entry.add_one(name);
+        m_count += accepts(entry, name, is_searchable ? kind : EntryKind::unknown, type, extension);
+    }
 }
 
 int nmkFileDirIter::operator++() {

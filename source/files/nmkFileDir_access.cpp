@@ -36,15 +36,15 @@ int nmkFileDir::exist() const { return exist(m_path); }
 
 int nmkFileDir::is_file() const {
     if (m_path.is_null()) return 0;
-    const DWORD attributes = attributes_of(m_path);
-    return attributes != INVALID_FILE_ATTRIBUTES && !is_directory(attributes) ? 1 : 0;
+    const DWORD attributes = nmk_files::attributes_of(m_path);
+    return attributes != INVALID_FILE_ATTRIBUTES && !nmk_files::is_directory(attributes) ? 1 : 0;
 }
 
 int nmkFileDir::is_dir() const { return is_dir(m_path); }
 
 int nmkFileDir::is_dir(const utString& path) const {
     if (m_path.is_null() || path.is_null()) return 0;
-    return is_directory(attributes_of(path)) ? 1 : 0;
+    return nmk_files::is_directory(nmk_files::attributes_of(path)) ? 1 : 0;
 }
 
 int nmkFileDir::is_writeable() const {
@@ -58,13 +58,13 @@ int nmkFileDir::is_dir_writeable() const { return is_dir_writeable(m_path); }
 
 int nmkFileDir::is_dir_writeable(const utString& directory) const {
     if (directory.is_null()) return 0;
-    // By act, as the access rights of a directory do not tell the whole truth.
+    // By creating a file, as the mode of a directory does not decide alone.
     for (int i = 0; i < names_to_try; ++i) {
         const nmkFileDir unused(nmkFileDirTmpFilenameTag, utString(""), m_encoding);
         nmkFileDir made(*this);
         made.m_path = directory;
         made.add_one(unused.basename_ext().c_str());
-        // "x": a new file or none, so that no link or file of that name is ever written through.
+        // "x": a new file or none, so that no symlink or file of that name is ever written through.
         if (std::FILE* stream = std::fopen(made.get().c_str(), "wx")) {
             std::fclose(stream);
             made.delete_file();

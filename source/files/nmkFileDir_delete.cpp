@@ -1,19 +1,31 @@
-// nmkFileDir_delete.cpp: making and deleting, with patience for who holds a file for a moment.
+// nmkFileDir_delete.cpp: creating and deleting; deletions are repeated while a file is held.
 #include <apsl/apwait.h>
+#include <filesystem/remove_rename.h>
 #include <nmktoolbox/files/nmkFileDir.h>
 #include <winapi/directories.h>
 #include <winapi/last_error.h>
-#include <winapi/remove_rename.h>
+
+#include <cerrno>
 
 #include "file_attributes.h"
 #include "tree_removal.h"
 
 namespace {
 
-// Calls `is_done` until it holds or all attempts are used, and says which.
-// Deliberate: with no attempts at all one is still made, and the answer is 0 whatever came of it.
-template <class Is_done>
-int in_attempts(int attempts, int wait, Is_done is_done) {
+using nmk_files::attributes_of;
+using nmk_files::is_directory;
+
+// 1, or 0 with errno.
+int result_of(int error_number) {
+    if (error_number == 0) return 1;
+    errno = error_number;
+    return 0;
+}
+
+// Calls `is_done` until it returns true or all attempts are used: 1 or 0.
+// Deliberate: with no attempts at all one is still made, and the result is 0 even if it succeeds.
+template <class IsDone>
+int in_attempts(int attempts, int wait, IsDone is_done) {
     int attempt = 1;
     while (!is_done()) {
         const bool is_last = attempt >= attempts;
@@ -21,22 +33,25 @@ int in_attempts(int attempts, int wait, Is_done is_done) {
         apwait(wait);
         ++attempt;
     }
+    errno = 0;
     return attempt <= attempts ? 1 : 0;
 }
 
 // Clears the read-only attribute where it is set.
-void let_write(const utString& path) {
+void make_writeable(const utString& path) {
     const DWORD attributes = attributes_of(path);
     if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_READONLY) == 0)
         return;
     SetFileAttributesA(path.c_str(), attributes & ~FILE_ATTRIBUTE_READONLY);
 }
 
-// Removes an empty directory, or the link to one.
-bool remove_directory(const utString& path) {
-    if (is_link(attributes_of(path))) return winapi_remove(path.c_str()) == 0;
-    let_write(path);
-    return RemoveDirectoryA(path.c_str()) != FALSE;
+// Removes an empty directory, or a symlink to one; 0 or errno.
+int remove_directory(const utString& path) {
+    if (nmk_files::is_symlink(attributes_of(path))) {
+        return nmk_filesystem::remove_file(path.c_str());
+    }
+    make_writeable(path);
+    return RemoveDirectoryA(path.c_str()) != FALSE ? 0 : errno;
 }
 
 }  // namespace
@@ -49,24 +64,27 @@ int nmkFileDir::mkdir() const {
 int nmkFileDir::mkdir(const utString& path) {
     utString parent;
     if (dirname(path, parent) != 0 && exist(parent) == 0) {
-        // Too long to be looked for is too long to be made; else such a name would be gone down
-        // component by component.
+        // A name that is too long to be looked for is too long to be created; without this test
+        // every one of its components would be tried.
         if (GetLastError() == ERROR_FILENAME_EXCED_RANGE || mkdir(parent) == 0) return 0;
     }
     if (CreateDirectoryA(path.c_str(), nullptr) != FALSE) return 1;
-    // Somebody else may have made it since it was looked for; a file there is no directory.
-    return GetLastError() == ERROR_ALREADY_EXISTS && is_directory(attributes_of(path)) ? 1 : 0;
+    // Another process may have created it meanwhile; a file of that name is a failure.
+    const int reason = errno;
+    const bool is_made =
+        GetLastError() == ERROR_ALREADY_EXISTS && is_directory(attributes_of(path));
+    return result_of(is_made ? 0 : reason);
 }
 
 int nmkFileDir::rmdir() const {
     if (m_path.is_null() || is_dir() == 0) return 1;
-    return remove_directory(m_path) ? 1 : 0;
+    return result_of(remove_directory(m_path));
 }
 
 int nmkFileDir::delete_file(utString path) {
     // Deliberate: a directory counts as deleted and is not touched.
     if (path.is_null() || is_directory(attributes_of(path)) || exist(path) == 0) return 1;
-    return winapi_remove(path.c_str()) == 0 ? 1 : 0;
+    return result_of(nmk_filesystem::remove_file(path.c_str()));
 }
 
 int nmkFileDir::delete_file() const { return delete_file(m_path); }
@@ -77,8 +95,9 @@ int nmkFileDir::delete_file(int attempts, int wait) const {
 
 int nmkFileDir::delete_tree() const {
     if (m_path.is_null() || is_dir() == 0) return 1;
-    if (!is_link(attributes_of(m_path)) && !remove_entries(m_path)) return 0;
-    return remove_directory(m_path) ? 1 : 0;
+    const bool is_symlink = nmk_files::is_symlink(attributes_of(m_path));
+    const int error_number = is_symlink ? 0 : nmk_files::remove_entries(m_path);
+    return result_of(error_number != 0 ? error_number : remove_directory(m_path));
 }
 
 int nmkFileDir::delete_tree(int attempts, int wait) const {

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "second_character.h"
+#include "drive_letter.h"
 
 namespace {
 
@@ -19,7 +19,7 @@ constexpr int current_directory_room = 260;  // bytes, with the NUL
 constexpr UINT thread_code_page = 0;
 constexpr DWORD refuse_invalid_bytes = 8;  // of MultiByteToWideChar
 
-// Wide text of all of `bytes`; empty when that cannot be had exactly.
+// Wide text of all of `bytes`; empty when the conversion is not exact.
 std::wstring wide_text(std::string_view bytes) {
     const int length = static_cast<int>(bytes.size());
     const int room = MultiByteToWideChar(thread_code_page, refuse_invalid_bytes, bytes.data(),
@@ -44,12 +44,12 @@ std::string narrow_text(std::wstring_view wide) {
     return bytes;
 }
 
-// The place of the last "/", from the last character down to index 1; 0 when there is none.
+// The position of the last "/", from the last character down to index 1; 0 when there is none.
 // Deliberate: index 0 is never looked at, so /a has no parent.
 template <class Text>
 std::size_t last_slash(const Text& text, typename Text::value_type slash) {
-    const std::size_t place = text.rfind(slash);
-    return place == Text::npos ? 0 : place;
+    const std::size_t position = text.rfind(slash);
+    return position == Text::npos ? 0 : position;
 }
 
 bool has_wildcard(const utString& component) {
@@ -58,7 +58,7 @@ bool has_wildcard(const utString& component) {
 
 // The name that the file system reports for `query`, or `component` when it reports none.
 utString reported_name(const utString& query, const utString& component) {
-    // A name with a wildcard in it is no short name, and would find another file.
+    // A name with a wildcard in it is not a short name, and would find another file.
     if (has_wildcard(component)) return component;
     WIN32_FIND_DATAA found;
     const HANDLE search = FindFirstFileA(query.c_str(), &found);
@@ -93,7 +93,8 @@ int nmkFileDir::up_one() {
 
 int nmkFileDir::is_full_path() const {
     if (m_path.is_null()) return 0;
-    return m_path.view().starts_with("//") || second_is_colon(m_path, *m_encoding) ? 1 : 0;
+    return m_path.view().starts_with("//") || nmk_files::second_is_colon(m_path, *m_encoding) ? 1
+                                                                                              : 0;
 }
 
 int nmkFileDir::is_full_path(const char* path) { return nmkFileDir(path, nullptr).is_full_path(); }

@@ -1,4 +1,4 @@
-// nmkFileDir_temporary.cpp: names that nobody uses yet.
+// nmkFileDir_temporary.cpp: names that are not in use yet.
 #include <nmktoolbox/files/nmkFileDir.h>
 #include <winapi/file_names.h>
 #include <winapi/processes.h>
@@ -8,8 +8,8 @@
 
 namespace {
 
-// Names that exist are met only where somebody makes them on purpose; then this gives up.
-constexpr int rounds_before_giving_up = 10000;
+// Existing names are only met where another process creates them on purpose; then the search ends.
+constexpr int max_rounds = 10000;
 
 std::string prefix_of_round(int round) {
     static const auto process = GetCurrentProcessId();
@@ -21,7 +21,7 @@ std::string prefix_of_round(int round) {
 nmkFileDir::nmkFileDir(nmkFileDirTmpFilename, const utString& suffix,
                        const apIStringEncoding* encoding)
     : m_encoding(choose_ut_encoding(encoding)) {
-    for (int round = 0; round < rounds_before_giving_up; ++round) {
+    for (int round = 0; round < max_rounds; ++round) {
         if (char* name = _tempnam(nullptr, prefix_of_round(round).c_str())) {
             normalise(name);
             std::free(name);

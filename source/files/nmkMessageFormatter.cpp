@@ -9,6 +9,8 @@
 #include <string>
 #include <string_view>
 
+using nmk_files::NeutralNumbers;
+
 namespace {
 
 constexpr int first_capacity = 127;
@@ -45,16 +47,16 @@ const char* nmkMessageFormatter::unchecked_concatenate(const char* format, ...) 
     va_copy(again, arguments);
     const int length = std::vsnprintf(nullptr, 0, format, arguments);
     va_end(arguments);
-    const char* answer = m_buffer.get();
+    const char* result = m_buffer.get();
     if (length >= 0 && length < std::numeric_limits<int>::max() - 1) {
         // Written beside the buffer: an argument may be the text of the call before.
         const auto room = static_cast<std::size_t>(length) + 1;
         const auto text = std::make_unique_for_overwrite<char[]>(room);
         std::vsnprintf(text.get(), room, format, again);
-        answer = store(text.get(), length);
+        result = store(text.get(), length);
     }
     va_end(again);
-    return answer;
+    return result;
 }
 
 const char* nmkMessageFormatter::vconcatenate(const char* format, char** arguments) {

@@ -4,6 +4,8 @@
 
 #include <cstdlib>
 
+using nmk_files::wide_of;
+
 namespace {
 
 constexpr std::size_t most_characters = 0x7fffffff;

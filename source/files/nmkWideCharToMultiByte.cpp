@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <string>
 
+using nmk_files::narrow_of;
+
 utString nmkWideCharToMultiByte::convert(const wchar_t* text) { return windows_impl(text); }
 
 utString nmkWideCharToMultiByte::windows_impl(const wchar_t* text) {

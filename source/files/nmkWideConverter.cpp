@@ -7,6 +7,8 @@
 #include <limits>
 #include <string>
 
+using nmk_files::wide_of;
+
 namespace {
 
 constexpr int first_capacity = 256;

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <string>
 
+using nmk_files::wide_of;
+
 int nmk_all_lowercase(const utString& text) {
     const std::wstring wide = wide_of(text);
     const bool all = std::all_of(wide.begin(), wide.end(), [](wchar_t unit) {

@@ -9,6 +9,9 @@
 #include <string_view>
 #include <vector>
 
+using nmk_files::wide_of;
+using nmk_files::WideRanges;
+
 namespace {
 
 /// For each byte of the text, whether it belongs to a word.

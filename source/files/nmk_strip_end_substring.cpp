@@ -4,6 +4,9 @@
 
 #include <string>
 
+using nmk_files::wide_of;
+using nmk_files::WideRanges;
+
 bool nmk_strip_end_substring(utString& text, const utString& suffix) {
     if (text.is_null() || suffix.is_null()) {
         return false;

@@ -5,6 +5,9 @@
 #include <string>
 #include <string_view>
 
+using nmk_files::wide_of;
+using nmk_files::WideRanges;
+
 namespace {
 
 /// A path in code units, cut at its last separator.
@@ -25,12 +28,12 @@ CutPath cut_path(const utString& path, const utString& separator) {
     if (work.ends_with(mark)) {
         work.remove_suffix(mark.size());
     }
-    const std::size_t place = work.rfind(mark);
+    const std::size_t position = work.rfind(mark);
     // Deliberate: a separator at the very beginning is not tested.
-    if (place == std::wstring_view::npos || place == 0) {
+    if (position == std::wstring_view::npos || position == 0) {
         return {false, 0, 0, work.size()};
     }
-    return {true, place, place + mark.size(), work.size()};
+    return {true, position, position + mark.size(), work.size()};
 }
 
 }  // namespace

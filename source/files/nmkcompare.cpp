@@ -2,6 +2,8 @@
 
 #include "files/wide_text.h"
 
+using nmk_files::wide_of;
+
 int nmkcompare(const utString& left, const utString& right) {
     // A code unit is never negative, whatever the sign of wchar_t, so this compares unsigned.
     const int order = wide_of(left).compare(wide_of(right));

@@ -6,6 +6,10 @@
 
 #include <string>
 
+using nmk_files::bytes_of_unit;
+using nmk_files::wide_of;
+using nmk_files::WideRanges;
+
 namespace {
 
 wchar_t lower(wchar_t unit) { return ap_is_upper(unit) ? ap_to_lower(unit) : unit; }

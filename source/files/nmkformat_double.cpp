@@ -9,6 +9,9 @@
 #include <string>
 #include <string_view>
 
+using nmk_files::exact_text;
+using nmk_files::exact_text_room;
+
 namespace {
 
 // A double has at most so many digits after its point; all further ones are zeros, and go again.
@@ -62,11 +65,11 @@ utString nmkformat_double(double value, int places) {
     while (text.size() > 1 && text.back() == '0') {
         text.remove_suffix(1);
     }
-    std::string answer(text);
-    if (answer.back() == '.') {
-        answer += '0';
+    std::string result(text);
+    if (result.back() == '.') {
+        result += '0';
     }
-    return utString(std::move(answer));
+    return utString(std::move(result));
 }
 
 utString nmkformat_double_exact(double value) {

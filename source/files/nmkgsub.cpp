@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+using nmk_files::TextSearch;
+
 int nmkgsub(utString& text, char from, char to) {
     if (from == to) {
         return 0;
@@ -37,14 +39,14 @@ int nmkgsub(utString& text, const utString& from, const utString& to) {
     std::string out;
     std::size_t kept = 0;  // up to here the text is in `out`
     int count = 0;
-    for (std::size_t place = search.find(bytes, 0); place != search.npos;
-         place = search.find(bytes, kept)) {
+    for (std::size_t position = search.find(bytes, 0); position != search.npos;
+         position = search.find(bytes, kept)) {
         if (count == 0) {
             out.reserve(bytes.size());
         }
-        out += bytes.substr(kept, place - kept);
+        out += bytes.substr(kept, position - kept);
         out += to.view();
-        kept = place + from.view().size();
+        kept = position + from.view().size();
         ++count;
     }
     if (count > 0) {

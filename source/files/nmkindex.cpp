@@ -5,12 +5,15 @@
 
 #include <string>
 
+using nmk_files::TextSearch;
+using nmk_files::wide_of;
+
 int nmkindex(const utString& text, char c, int start) {
     if (start < 0 || start >= text.length()) {
         return -1;
     }
-    const std::size_t place = text.view().find(c, static_cast<std::size_t>(start));
-    return place == std::string_view::npos ? -1 : static_cast<int>(place);
+    const std::size_t position = text.view().find(c, static_cast<std::size_t>(start));
+    return position == std::string_view::npos ? -1 : static_cast<int>(position);
 }
 
 int nmkindex(const utString& text, const utString& sub, int start) {
@@ -27,6 +30,6 @@ int nmkpos(const utString& text, const utString& sub, int start) {
     if (pattern.empty()) {
         return first <= wide.size() ? start : -1;
     }
-    const std::size_t place = TextSearch<wchar_t>(pattern).find(wide, first);
-    return place == TextSearch<wchar_t>::npos ? -1 : static_cast<int>(place);
+    const std::size_t position = TextSearch<wchar_t>(pattern).find(wide, first);
+    return position == TextSearch<wchar_t>::npos ? -1 : static_cast<int>(position);
 }

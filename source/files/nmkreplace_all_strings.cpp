@@ -7,12 +7,16 @@
 
 #include <string>
 
+using nmk_files::TextSearch;
+using nmk_files::wide_of;
+using nmk_files::WideRanges;
+
 namespace {
 
 constexpr wchar_t replacement_character = 0xFFFD;
 
 /// Whether the same places are found in the bytes as in the wide text. Well-formed characters begin
-/// with a byte that stands nowhere else, so they match nothing but themselves; U+FFFD alone is also
+/// with a byte that occurs nowhere else, so they match nothing but themselves; U+FFFD alone is also
 /// what ill-formed parts count as.
 bool is_found_in_bytes(const utString& pattern) {
     return wide_of(pattern).find(replacement_character) == std::wstring::npos;
@@ -26,11 +30,11 @@ int replace_in_wide_text(utString& text, const utString& from, const utString& t
     std::string out;
     std::size_t kept = 0;  // up to here the text is in `out`
     int count = 0;
-    for (std::size_t place = search.find(wide, 0); place != search.npos;
-         place = search.find(wide, kept)) {
-        ranges.append_range(kept, place, out);
+    for (std::size_t position = search.find(wide, 0); position != search.npos;
+         position = search.find(wide, kept)) {
+        ranges.append_range(kept, position, out);
         out += to.view();
-        kept = place + pattern.size();
+        kept = position + pattern.size();
         ++count;
     }
     if (count > 0) {

@@ -6,6 +6,10 @@
 #include <stdexcept>
 #include <string_view>
 
+using nmk_files::narrow_of;
+using nmk_files::wide_of;
+using nmk_files::WideRanges;
+
 namespace {
 
 /// Where the stretch ends; throws for a start outside the text.

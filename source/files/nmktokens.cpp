@@ -8,6 +8,9 @@
 #include <string_view>
 #include <type_traits>
 
+using nmk_files::wide_of;
+using nmk_files::WideRanges;
+
 namespace {
 
 /// A set of UTF-16 code units, or of bytes.
@@ -31,7 +34,7 @@ class UnitSet {
 struct Token {
     std::size_t begin;
     std::size_t end;
-    std::size_t next;  // where the text goes on behind it
+    std::size_t next;  // where the text continues behind it
 };
 
 /// The tokens of a wide text; or of a narrow one, where all delimiters are ASCII and so can't be
@@ -42,14 +45,14 @@ class TokenScan {
     TokenScan(std::basic_string_view<Char> text, std::basic_string_view<Char> delimiters)
         : m_text(text), m_delimiters(delimiters) {}
 
-    /// The next token at or after `place`; an empty one where only delimiters are left.
-    Token next_token(std::size_t place) const {
-        while (place < m_text.size() && m_delimiters.contains(m_text[place])) {
-            ++place;
+    /// The next token at or after `position`; an empty one where only delimiters are left.
+    Token next_token(std::size_t position) const {
+        while (position < m_text.size() && m_delimiters.contains(m_text[position])) {
+            ++position;
         }
-        const bool quoted =
-            place < m_text.size() && (m_text[place] == Char('\'') || m_text[place] == Char('"'));
-        return quoted ? quoted_token(place + 1, m_text[place]) : plain_token(place);
+        const bool quoted = position < m_text.size() &&
+                            (m_text[position] == Char('\'') || m_text[position] == Char('"'));
+        return quoted ? quoted_token(position + 1, m_text[position]) : plain_token(position);
     }
 
   private:
@@ -87,10 +90,10 @@ int add_tokens(std::basic_string_view<Char> text, std::basic_string_view<Char> d
                utStringcoDList& list) {
     const TokenScan<Char> scan(text, delimiters);
     int count = 0;
-    for (std::size_t place = 0; place < text.size(); ++count) {
-        const Token token = scan.next_token(place);
+    for (std::size_t position = 0; position < text.size(); ++count) {
+        const Token token = scan.next_token(position);
         list.insert_last(cut(token.begin, token.end));
-        place = token.next;
+        position = token.next;
     }
     return count;
 }

@@ -6,6 +6,9 @@
 
 #include <string>
 
+using nmk_files::wide_of;
+using nmk_files::WideRanges;
+
 namespace {
 
 /// Keeps the text between its white space, of which only the ends asked for go.

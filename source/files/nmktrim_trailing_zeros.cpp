@@ -9,7 +9,7 @@ void nmktrim_trailing_zeros(utString& text) {
         return;
     }
     std::size_t kept = bytes.size();
-    // Deliberate: the scan goes by place alone and never asks for a point.
+    // Deliberate: the scan goes by position alone and never asks for a point.
     while (kept > 2 && bytes[kept - 1] == '0') {
         --kept;
     }

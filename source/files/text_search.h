@@ -1,13 +1,15 @@
-// text_search.h: where a pattern stands in a text, in time linear in both.
+// text_search.h: where a pattern occurs in a text, in time linear in both.
 //
 // Short patterns are left to the standard search. A long one, which that search may compare again
-// at every place, goes through the failure table of Knuth, Morris and Pratt, "Fast pattern matching
-// in strings", SIAM Journal on Computing 6, 1977.
+// at every position, uses through the failure table of Knuth, Morris and Pratt, "Fast pattern
+// matching in strings", SIAM Journal on Computing 6, 1977.
 #pragma once
 
 #include <cstddef>
 #include <string_view>
 #include <vector>
+
+namespace nmk_files {
 
 template <class Char>
 class TextSearch {
@@ -21,7 +23,7 @@ class TextSearch {
         }
     }
 
-    /// First place of the pattern at or after `start`; npos if there is none.
+    /// First position of the pattern at or after `start`; npos if there is none.
     std::size_t find(std::basic_string_view<Char> text, std::size_t start) const {
         return m_border.empty() ? text.find(m_pattern, start) : find_by_table(text, start);
     }
@@ -57,3 +59,5 @@ class TextSearch {
     std::basic_string_view<Char> m_pattern;
     std::vector<std::size_t> m_border;
 };
+
+}  // namespace nmk_files

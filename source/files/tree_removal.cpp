@@ -1,56 +1,68 @@
 #include "tree_removal.h"
 
-#include <winapi/held_folder.h>
+#include <filesystem/directory_walk.h>
 
+#include <cerrno>
 #include <cstddef>
-#include <string>
 #include <vector>
+
+namespace nmk_files {
 
 namespace {
 
-// The names of one folder on the way down, and how many of them are done with.
+using nmk_filesystem::DirectoryListing;
+using nmk_filesystem::DirectoryWalk;
+
+// The entries of one directory on the way down, and how many of them are done.
 struct Level {
-    std::vector<std::string> names;
+    DirectoryListing entries;
     std::size_t done = 0;
 };
 
-// Starts on the folder that is held now.
-bool start_level(const winapi_held_folder& folder, std::vector<Level>& levels) {
-    // Deliberate: a directory that is read-only goes, a file that is read-only does not.
-    folder.let_write();
-    return folder.list(levels.emplace_back().names);
+// Starts on the current directory of the walk; 0 or errno.
+int start_level(const DirectoryWalk& walk, std::vector<Level>& levels) {
+    // Deliberate: a read-only directory is deleted, a read-only file is not.
+    walk.make_writeable();
+    return walk.list(levels.emplace_back().entries);
 }
 
-// Deletes the next name of the level, or enters it. False when it cannot go.
-bool take_next(winapi_held_folder& folder, std::vector<Level>& levels) {
-    using Removal = winapi_held_folder::Removal;
-    const std::string& name = levels.back().names[levels.back().done];
-    const Removal removal = folder.remove_file(name);
-    if (removal == Removal::is_folder && folder.enter(name)) return start_level(folder, levels);
-    ++levels.back().done;
-    return removal == Removal::done || (removal == Removal::is_folder && !folder.exists(name));
+// Deletes the next entry of the level, or enters it; 0 or errno.
+int take_next(DirectoryWalk& walk, std::vector<Level>& levels) {
+    Level& level = levels.back();
+    const char* const name = level.entries[level.done].name;
+    const int removed = walk.remove_file(name);
+    if (removed != EISDIR) {
+        ++level.done;
+        return removed;
+    }
+    if (const int entered = walk.enter(name); entered != 0) {
+        ++level.done;
+        return walk.exists(name) ? entered : 0;
+    }
+    return start_level(walk, levels);
 }
 
-// Goes back up from a level that is empty, and removes its folder.
-bool finish_level(winapi_held_folder& folder, std::vector<Level>& levels) {
+// Moves back up from an empty level, and removes its directory; 0 or errno.
+int finish_level(DirectoryWalk& walk, std::vector<Level>& levels) {
     levels.pop_back();
-    if (levels.empty()) return true;
-    if (!folder.leave()) return false;
+    if (levels.empty()) return 0;
+    if (const int error_number = walk.leave(); error_number != 0) return error_number;
     Level& above = levels.back();
-    return folder.remove_folder(above.names[above.done++]);
+    return walk.remove_directory(above.entries[above.done++].name);
 }
 
 }  // namespace
 
-bool remove_entries(const utString& directory) {
-    winapi_held_folder folder(directory.c_str());
-    if (!folder.is_open()) return false;
+int remove_entries(const utString& directory) {
+    DirectoryWalk walk(DirectoryWalk::Use::listing);
+    int error_number = walk.open(directory.c_str(), DirectoryWalk::Symlink::refused);
     std::vector<Level> levels;  // not by recursion: a tree may be deeper than the stack
-    if (!start_level(folder, levels)) return false;
-    while (!levels.empty()) {
-        const bool is_empty = levels.back().done == levels.back().names.size();
-        const bool went = is_empty ? finish_level(folder, levels) : take_next(folder, levels);
-        if (!went) return false;
+    if (error_number == 0) error_number = start_level(walk, levels);
+    while (error_number == 0 && !levels.empty()) {
+        const bool is_empty = levels.back().done == levels.back().entries.size();
+        error_number = is_empty ? finish_level(walk, levels) : take_next(walk, levels);
     }
-    return true;
+    return error_number;
 }
+
+}  // namespace nmk_files

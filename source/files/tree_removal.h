@@ -3,9 +3,13 @@
 
 #include <utils/utString.h>
 
-/// Deletes what is in the directory, by byte value of the names, and stops at the first thing that
-/// cannot go; true when all is gone. What vanishes meanwhile is as good as deleted.
+namespace nmk_files {
+
+/// Deletes what is in the directory, by byte value of the names, and stops at the first entry that
+/// cannot be deleted: 0, or the errno of that entry. What vanishes meanwhile counts as deleted.
 ///
-/// Links are deleted. A directory is never entered by its name from outside, but from its parent,
-/// which is held open: whoever puts a link in its place leads nowhere.
-bool remove_entries(const utString& directory);
+/// Symlinks are deleted, never followed: a directory is only entered from its parent, which is held
+/// open, so a symlink that another process puts in its place leads nowhere.
+int remove_entries(const utString& directory);
+
+}  // namespace nmk_files

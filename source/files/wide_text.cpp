@@ -3,6 +3,8 @@
 #include <apsl/apCodePage.h>
 #include <apsl/apUtf8Length.h>
 
+namespace nmk_files {
+
 namespace {
 
 constexpr std::string_view replacement_bytes = "\xEF\xBF\xBD";  // U+FFFD
@@ -66,7 +68,7 @@ WideRanges::Extent WideRanges::extent() const {
     return {length, length == 4 ? std::size_t{2} : std::size_t{1}};
 }
 
-/// Stands on the character that holds `unit`, or behind the last one.
+/// Positions the walk on the character that holds `unit`, or behind the last one.
 void WideRanges::walk_to(std::size_t unit) {
     while (!at_end()) {
         const Extent here = extent();
@@ -77,3 +79,5 @@ void WideRanges::walk_to(std::size_t unit) {
         m_unit += here.units;
     }
 }
+
+}  // namespace nmk_files

@@ -1,4 +1,4 @@
-// wide_text.h: narrow text in the thread's code page, and the wide text that it stands for.
+// wide_text.h: narrow text in the thread's code page, and its conversion to wide text.
 //
 // Functions that count in UTF-16 code units look at the wide text, but what they keep is cut out of
 // the bytes: what is ill-formed comes through as it is, and only new characters are encoded.
@@ -8,6 +8,8 @@
 
 #include <string>
 #include <string_view>
+
+namespace nmk_files {
 
 /// The code units of the text; none for the null string.
 std::wstring wide_of(const utString& text);
@@ -32,11 +34,11 @@ class WideRanges {
     utString range(std::size_t begin, std::size_t end);
 
     bool at_end() const { return m_byte == m_bytes.size(); }
-    /// Where the walk stands: the first byte and the first code unit of a character.
+    /// The position of the walk: the first byte and the first code unit of a character.
     std::size_t byte() const { return m_byte; }
     std::size_t unit() const { return m_unit; }
 
-    /// Goes on by one character, or by one ill-formed part.
+    /// Moves on by one character, or by one ill-formed part.
     void step();
 
   private:
@@ -53,3 +55,5 @@ class WideRanges {
     std::size_t m_byte = 0;
     std::size_t m_unit = 0;
 };
+
+}  // namespace nmk_files

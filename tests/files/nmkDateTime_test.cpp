@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "comma_locale.h"
+#include "scoped_zone.h"
 
 namespace {
 
@@ -21,28 +22,6 @@ std::string gmt_stamp(std::int64_t seconds) {
     time.update(seconds);
     return stamp(time);
 }
-
-/// Sets the time zone of the process, and sets it back.
-class ScopedZone {
-  public:
-    explicit ScopedZone(const char* zone) {
-        const char* before = std::getenv("TZ");
-        m_had_zone = before != nullptr;
-        m_before = m_had_zone ? before : "";
-        setenv("TZ", zone, 1);
-        tzset();
-    }
-    ~ScopedZone() {
-        m_had_zone ? setenv("TZ", m_before.c_str(), 1) : unsetenv("TZ");
-        tzset();
-    }
-    ScopedZone(const ScopedZone&) = delete;
-    ScopedZone& operator=(const ScopedZone&) = delete;
-
-  private:
-    bool m_had_zone;
-    std::string m_before;
-};
 
 /// Days since 1970 of a date, counted one year and one month after the other.
 std::int64_t plain_days(int year, int month, int day) {
@@ -122,7 +101,7 @@ TEST(nmkDateTime, is_now_when_made_and_after_an_update) {
     EXPECT_LE(stamp(updated), gmt_stamp(after));
 }
 
-TEST(nmkDateTime, is_in_the_zone_of_the_environment_as_it_stands) {
+TEST(nmkDateTime, is_in_the_present_zone_of_the_environment) {
     nmkDateTime local;
     EXPECT_EQ(local.using_gmt(), 0);
     const ScopedZone east("EST5EDT,M3.2.0,M11.1.0");
@@ -202,9 +181,9 @@ TEST(nmkDateTime, is_filled_on_several_threads_at_once) {
                 local.update(seconds);
                 gmt.update(seconds);
                 const int of_day = static_cast<int>(seconds % 86400);
-                const int told = gmt.hour() * 3600 + gmt.minute() * 60 + gmt.second();
+                const int second_of_day = gmt.hour() * 3600 + gmt.minute() * 60 + gmt.second();
                 wrong[static_cast<std::size_t>(t)] +=
-                    (told != of_day ? 1 : 0) + (stamp(local) != stamp(gmt) ? 1 : 0);
+                    (second_of_day != of_day ? 1 : 0) + (stamp(local) != stamp(gmt) ? 1 : 0);
             }
         });
     }

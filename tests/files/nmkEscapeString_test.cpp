@@ -52,7 +52,7 @@ TEST(nmkEscapeString, keeps_a_percent_sign_in_the_last_two_places) {
     EXPECT_EQ(unescaped("%41"), "A");
 }
 
-TEST(nmkEscapeString, copies_what_are_no_digits_as_they_stand) {
+TEST(nmkEscapeString, copies_invalid_escapes_unchanged) {
     EXPECT_EQ(unescaped("%zz%4x% 4%+4%0x"), "%zz%4x% 4%+4%0x");
     EXPECT_EQ(unescaped("%%41"), "%A");
 }

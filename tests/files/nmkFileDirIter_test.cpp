@@ -110,7 +110,7 @@ TEST(nmkFileDirIter, a_directory_that_is_missing_or_a_file_gives_nothing) {
 TEST(nmkFileDirIter, a_directory_that_may_not_be_read_gives_nothing) {
     const ScratchFolder scratch;
     scratch.file("a", "");
-    const Fault fault("FindFirstFileA", scratch.path() + "/*", EACCES);
+    const Fault fault("list directory", scratch.path() + "/", EACCES);
     EXPECT_EQ(listed(scratch.path(), nmkFileDirIterAll), Names{});
 }
 
@@ -153,7 +153,7 @@ TEST(nmkFileDirIter, lists_names_that_cannot_be_decoded_and_names_with_wildcards
     EXPECT_EQ(found, 4);
 }
 
-TEST(nmkFileDirIter, a_cycle_of_links_ends) {
+TEST(nmkFileDirIter, a_cycle_of_symlinks_ends) {
     const ScratchFolder scratch;
     fs::create_directory(scratch.path() + "/d");
     fs::create_directory_symlink("..", scratch.path() + "/d/up");

@@ -11,11 +11,10 @@
 
 #include "child_process.h"
 #include "disk_fault.h"
-#include "files_access.h"
 #include "name_samples.h"
 #include "scratch_folder.h"
 #include "tree_samples.h"
-#include "working_folder.h"
+#include "working_directory.h"
 
 namespace fs = std::filesystem;
 
@@ -35,14 +34,6 @@ TEST(nmkFileDir_access, tells_files_directories_and_what_is_missing_apart) {
     EXPECT_EQ(none.exist() + none.is_dir() + none.is_file(), 0);
 }
 
-TEST(nmkFileDir_access, no_name_tells_of_no_other_name_that_it_is_a_directory) {
-    const ScratchFolder scratch;
-    const utString directory(scratch.path());
-    EXPECT_EQ(nmkFileDirAccess::is_dir(named("anything"), directory), 1);
-    EXPECT_EQ(nmkFileDirAccess::is_dir(nmkFileDir(), directory), 0);
-    EXPECT_EQ(nmkFileDirAccess::is_dir(named(scratch.path()), utString()), 0);
-}
-
 TEST(nmkFileDir_access, what_may_not_be_looked_at_exists_but_is_neither_file_nor_directory) {
     const ScratchFolder scratch;
     const nmkFileDir file = named(scratch.file("f", ""));
@@ -52,7 +43,7 @@ TEST(nmkFileDir_access, what_may_not_be_looked_at_exists_but_is_neither_file_nor
     EXPECT_EQ(file.is_dir(), 0);
 }
 
-TEST(nmkFileDir_access, a_file_in_a_folder_without_rights_exists_for_who_has_none) {
+TEST(nmkFileDir_access, a_file_in_a_directory_without_permissions_counts_as_existing) {
     const ScratchFolder scratch;
     const std::string locked = scratch.path() + "/locked";
     fs::create_directory(locked);
@@ -66,7 +57,7 @@ TEST(nmkFileDir_access, a_file_in_a_folder_without_rights_exists_for_who_has_non
     EXPECT_EQ(answer, 10);
 }
 
-TEST(nmkFileDir_access, a_link_to_a_directory_is_a_directory_and_any_other_a_file) {
+TEST(nmkFileDir_access, a_symlink_to_a_directory_is_a_directory_and_any_other_a_file) {
     const ScratchFolder scratch;
     fs::create_directory(scratch.path() + "/d");
     fs::create_directory_symlink("d", scratch.path() + "/to_d");
@@ -78,7 +69,7 @@ TEST(nmkFileDir_access, a_link_to_a_directory_is_a_directory_and_any_other_a_fil
     EXPECT_EQ(named(scratch.path() + "/broken").is_dir(), 0);
 }
 
-TEST(nmkFileDir_access, a_file_is_writeable_by_its_rights) {
+TEST(nmkFileDir_access, a_file_is_writeable_by_its_mode) {
     const ScratchFolder scratch;
     const std::string file = scratch.file("f", "kept");
     EXPECT_EQ(named(file).is_file_writeable(), 1);
@@ -104,7 +95,7 @@ TEST(nmkFileDir_access, a_directory_is_writeable_when_a_file_can_be_made_and_non
 TEST(nmkFileDir_access, the_file_made_in_a_directory_is_never_one_that_is_there) {
     const ScratchFolder scratch;
     const std::string kept = scratch.file("kept", "kept");
-    // Somebody guesses the first two names: a file stands there, and a link to a file.
+    // Another process guesses the first two names: a file, and a symlink to a file.
     int guessed = 0;
     const Fault fault([&](std::string_view call, std::string_view about) {
         const std::string name = fs::path(about).filename().string();
@@ -116,11 +107,11 @@ TEST(nmkFileDir_access, the_file_made_in_a_directory_is_never_one_that_is_there)
     });
     EXPECT_EQ(named(scratch.path()).is_dir_writeable(), 1);
     EXPECT_GE(guessed, 3);
-    EXPECT_EQ(contents(kept), "kept");
+    EXPECT_EQ(contents_of(kept), "kept");
     EXPECT_EQ(scratch.file_count(), 3U);
 }
 
-TEST(nmkFileDir_access, a_directory_without_rights_is_not_writeable) {
+TEST(nmkFileDir_access, a_directory_without_permissions_is_not_writeable) {
     const ScratchFolder scratch;
     fs::permissions(scratch.path(),
                     fs::perms::owner_all | fs::perms::others_read | fs::perms::others_exec);
@@ -142,7 +133,7 @@ TEST(nmkFileDir_access, a_missing_file_in_a_writeable_directory_is_writeable_and
 TEST(nmkFileDir_access, a_missing_file_whose_parent_is_missing_is_not_writeable) {
     const ScratchFolder scratch;
     EXPECT_EQ(named(scratch.path() + "/missing/file").is_writeable(), 0);
-    const WorkingFolder here(scratch.path());
+    const WorkingDirectory here(scratch.path());
     EXPECT_EQ(named("no_parent_at_all").is_writeable(), 0);
     EXPECT_EQ(nmkFileDir().is_writeable(), 0);
 }
@@ -160,16 +151,16 @@ TEST(nmkFileDir_access, a_file_is_local_unless_its_drive_is_remote) {
     const ScratchFolder scratch;
     const nmkFileDir file = named(scratch.file("f", ""));
     EXPECT_EQ(file.is_local_file(), 1);
-    const RemoteFolder remote(scratch.path());
+    const RemoteDirectory remote(scratch.path());
     EXPECT_EQ(file.is_local_file(), 0);
 }
 
 TEST(nmkFileDir_access, a_relative_file_is_local_by_its_full_path) {
     const ScratchFolder scratch;
     scratch.file("f", "");
-    const WorkingFolder here(scratch.path());
+    const WorkingDirectory here(scratch.path());
     EXPECT_EQ(named("f").is_local_file(), 1);
-    const RemoteFolder remote(scratch.path());
+    const RemoteDirectory remote(scratch.path());
     EXPECT_EQ(named("f").is_local_file(), 0);
 }
 
@@ -183,24 +174,24 @@ TEST(nmkFileDir_access, two_leading_slashes_mean_remote_and_one_means_local) {
 
 TEST(nmkFileDir_access, a_drive_letter_or_any_character_before_a_colon_is_local_here) {
     const ScratchFolder scratch;
-    const WorkingFolder here(scratch.path());
+    const WorkingDirectory here(scratch.path());
     for (const char* name : {"C:f", "\xC3\xA9:f"}) {
         scratch.file(name, "");
         EXPECT_EQ(named(name).is_local_file(), 1) << name;
-        const RemoteFolder remote(scratch.path());
+        const RemoteDirectory remote(scratch.path());
         EXPECT_EQ(named(name).is_local_file(), 0) << name;
     }
 }
 
 TEST(nmkFileDir_access, what_leads_out_of_a_remote_drive_is_remote_by_its_letter) {
     const ScratchFolder scratch;
-    const WorkingFolder here(scratch.path());
+    const WorkingDirectory here(scratch.path());
     fs::create_directory("C:");
     scratch.file("elsewhere", "");
-    fs::create_symlink("../elsewhere", "C:/link");
-    EXPECT_EQ(named("C:/link").is_local_file(), 1);
-    const RemoteFolder remote(scratch.path() + "/C:");
-    EXPECT_EQ(named("C:/link").is_local_file(), 0);
+    fs::create_symlink("../elsewhere", "C:/symlink");
+    EXPECT_EQ(named("C:/symlink").is_local_file(), 1);
+    const RemoteDirectory remote(scratch.path() + "/C:");
+    EXPECT_EQ(named("C:/symlink").is_local_file(), 0);
 }
 
 TEST(nmkFileDir_access, a_missing_file_is_not_local) {
@@ -216,7 +207,7 @@ TEST(nmkFileDir_access, the_size_is_in_bytes) {
     EXPECT_EQ(nmkFileDir().size(), -1);
 }
 
-TEST(nmkFileDir_access, a_size_past_32_bits_cannot_be_told) {
+TEST(nmkFileDir_access, a_size_beyond_32_bits_is_a_failure) {
     const ScratchFolder scratch;
     const std::string file = scratch.file("f", "");
     fs::resize_file(file, 0x7FFFFFFF);

@@ -15,7 +15,7 @@
 #include "name_samples.h"
 #include "scratch_folder.h"
 #include "tree_samples.h"
-#include "working_folder.h"
+#include "working_directory.h"
 
 namespace fs = std::filesystem;
 
@@ -29,8 +29,8 @@ double seconds_for(const std::function<void()>& work) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-// Fails a call on a name so many times, then lets it go on.
-winapi_fault_hook fail_first(std::string call, std::string name, int times) {
+// Fails a call on a name so many times, then lets it continue.
+nmk_filesystem::FaultHook fail_first(std::string call, std::string name, int times) {
     auto count = std::make_shared<std::atomic<int>>(0);
     return [=](std::string_view asked, std::string_view about) {
         return asked == call && about == name && (*count)++ < times ? EACCES : 0;
@@ -48,7 +48,7 @@ TEST(nmkFileDir_mkdir, makes_the_parents_that_are_missing) {
 
 TEST(nmkFileDir_mkdir, makes_relative_and_undecodable_names) {
     const ScratchFolder scratch;
-    const WorkingFolder here(scratch.path());
+    const WorkingDirectory here(scratch.path());
     EXPECT_EQ(named("r/" + bad_byte + "/" + cut_off).mkdir(), 1);
     EXPECT_TRUE(fs::is_directory(scratch.path() + "/r/" + bad_byte + "/" + cut_off));
 }
@@ -57,7 +57,7 @@ TEST(nmkFileDir_mkdir, of_no_name_or_what_exists_is_done_already) {
     const ScratchFolder scratch;
     EXPECT_EQ(nmkFileDir().mkdir(), 1);
     EXPECT_EQ(named(scratch.file("f", "x")).mkdir(), 1);
-    EXPECT_EQ(contents(scratch.path() + "/f"), "x");
+    EXPECT_EQ(contents_of(scratch.path() + "/f"), "x");
 }
 
 TEST(nmkFileDir_mkdir, below_a_file_fails) {
@@ -78,17 +78,17 @@ TEST(nmkFileDir_mkdir, that_another_does_meanwhile_is_done_unless_it_is_a_file) 
     const Fault race([&](std::string_view call, std::string_view about) {
         if (call != "CreateDirectoryA") return 0;
         if (about.ends_with("file")) put(std::string(about), "x");
-        if (about.ends_with("folder")) fs::create_directory(about);
+        if (about.ends_with("directory")) fs::create_directory(about);
         return EEXIST;
     });
-    EXPECT_EQ(named(scratch.path() + "/folder").mkdir(), 1);
+    EXPECT_EQ(named(scratch.path() + "/directory").mkdir(), 1);
     EXPECT_EQ(named(scratch.path() + "/file").mkdir(), 0);
-    EXPECT_EQ(tree(scratch.path()), (Tree{{"file", "=x"}, {"folder", "/"}}));
+    EXPECT_EQ(tree(scratch.path()), (Tree{{"file", "=x"}, {"directory", "/"}}));
 }
 
 TEST(nmkFileDir_mkdir, of_a_name_too_long_for_the_disk_fails) {
     const ScratchFolder scratch;
-    const WorkingFolder here(scratch.path());
+    const WorkingDirectory here(scratch.path());
     for (int length : {256, 1000, 5000, 10000}) {
         EXPECT_EQ(named(std::string(static_cast<std::size_t>(length), 'x')).mkdir(), 0);
     }
@@ -116,26 +116,26 @@ TEST(nmkFileDir_rmdir, removes_an_empty_directory_read_only_or_not) {
     EXPECT_EQ(scratch.file_count(), 0U);
 }
 
-TEST(nmkFileDir_rmdir, of_what_is_no_directory_is_done_already) {
+TEST(nmkFileDir_rmdir, of_anything_but_a_directory_counts_as_done) {
     const ScratchFolder scratch;
     EXPECT_EQ(nmkFileDir().rmdir(), 1);
     EXPECT_EQ(named(scratch.path() + "/missing").rmdir(), 1);
     EXPECT_EQ(named(scratch.file("f", "x")).rmdir(), 1);
-    EXPECT_EQ(contents(scratch.path() + "/f"), "x");
+    EXPECT_EQ(contents_of(scratch.path() + "/f"), "x");
 }
 
 TEST(nmkFileDir_rmdir, of_a_directory_that_holds_something_fails) {
     const ScratchFolder scratch;
     scratch.file("f", "x");
     EXPECT_EQ(named(scratch.path()).rmdir(), 0);
-    EXPECT_EQ(contents(scratch.path() + "/f"), "x");
+    EXPECT_EQ(contents_of(scratch.path() + "/f"), "x");
 }
 
-TEST(nmkFileDir_rmdir, of_a_link_removes_the_link) {
+TEST(nmkFileDir_rmdir, of_a_symlink_removes_the_symlink) {
     const ScratchFolder scratch;
     fs::create_directory(scratch.path() + "/d");
-    fs::create_directory_symlink("d", scratch.path() + "/link");
-    EXPECT_EQ(named(scratch.path() + "/link").rmdir(), 1);
+    fs::create_directory_symlink("d", scratch.path() + "/symlink");
+    EXPECT_EQ(named(scratch.path() + "/symlink").rmdir(), 1);
     EXPECT_EQ(tree(scratch.path()), (Tree{{"d", "/"}}));
 }
 
@@ -157,21 +157,21 @@ TEST(nmkFileDir_delete, of_a_directory_counts_as_done_and_it_is_still_there) {
     EXPECT_TRUE(fs::is_directory(scratch.path()));
 }
 
-TEST(nmkFileDir_delete, without_the_right_to_write_is_refused_also_for_root) {
+TEST(nmkFileDir_delete, of_a_read_only_file_is_refused_also_for_root) {
     const ScratchFolder scratch;
     const std::string file = scratch.file("f", "x");
     fs::permissions(file, fs::perms::owner_read);
     EXPECT_EQ(named(file).delete_file(), 0);
-    EXPECT_EQ(contents(file), "x");
+    EXPECT_EQ(contents_of(file), "x");
 }
 
-TEST(nmkFileDir_delete, of_a_link_removes_the_link) {
+TEST(nmkFileDir_delete, of_a_symlink_removes_the_symlink) {
     const ScratchFolder scratch;
     const std::string file = scratch.file("f", "x");
     fs::permissions(file, fs::perms::owner_read);
-    fs::create_symlink("f", scratch.path() + "/link");
+    fs::create_symlink("f", scratch.path() + "/symlink");
     fs::create_symlink("nowhere", scratch.path() + "/broken");
-    EXPECT_EQ(named(scratch.path() + "/link").delete_file(), 1);
+    EXPECT_EQ(named(scratch.path() + "/symlink").delete_file(), 1);
     EXPECT_EQ(named(scratch.path() + "/broken").delete_file(), 1);
     EXPECT_EQ(tree(scratch.path()), (Tree{{"f", "=x"}}));
 }
@@ -186,7 +186,7 @@ TEST(nmkFileDir_delete, is_really_tried_when_the_file_may_not_be_looked_at) {
     EXPECT_EQ(file.exist(), 0);
 }
 
-TEST(nmkFileDir_delete, in_a_folder_without_rights_fails_and_keeps_the_file) {
+TEST(nmkFileDir_delete, in_a_directory_without_permissions_fails_and_keeps_the_file) {
     const ScratchFolder scratch;
     put(scratch.path() + "/locked/f", "x");
     fs::permissions(scratch.path() + "/locked/f", fs::perms::all);
@@ -196,13 +196,13 @@ TEST(nmkFileDir_delete, in_a_folder_without_rights_fails_and_keeps_the_file) {
         without_rights([&] { return named(scratch.path() + "/locked/f").delete_file(); });
     fs::permissions(scratch.path() + "/locked", fs::perms::owner_all);
     EXPECT_EQ(answer, 0);
-    EXPECT_EQ(contents(scratch.path() + "/locked/f"), "x");
+    EXPECT_EQ(contents_of(scratch.path() + "/locked/f"), "x");
 }
 
 TEST(nmkFileDir_delete, tries_again_after_waiting) {
     const ScratchFolder scratch;
     const std::string file = scratch.file("f", "x");
-    const Fault fault(fail_first("winapi_remove", file, 2));
+    const Fault fault(fail_first("remove", file, 2));
     int answer = 0;
     const double seconds = seconds_for([&] { answer = named(file).delete_file(3, 30); });
     EXPECT_EQ(answer, 1);
@@ -213,13 +213,13 @@ TEST(nmkFileDir_delete, tries_again_after_waiting) {
 TEST(nmkFileDir_delete, gives_up_after_the_last_attempt_without_waiting) {
     const ScratchFolder scratch;
     const std::string file = scratch.file("f", "x");
-    const Fault fault(fail_first("winapi_remove", file, 2));
+    const Fault fault(fail_first("remove", file, 2));
     EXPECT_EQ(named(file).delete_file(1, 1000000), 0);
     EXPECT_EQ(named(file).delete_file(1, 1000000), 0);
     EXPECT_EQ(named(file).delete_file(1, 1000000), 1);
 }
 
-TEST(nmkFileDir_delete, with_no_attempts_tries_once_and_answers_0_even_if_the_file_went) {
+TEST(nmkFileDir_delete, with_no_attempts_tries_once_and_returns_0_even_if_the_file_went) {
     const ScratchFolder scratch;
     for (const int attempts : {0, -1}) {
         const nmkFileDir file = named(scratch.file("f", "x"));
@@ -241,12 +241,12 @@ TEST(nmkFileDir_delete_tree, removes_everything_below) {
     EXPECT_EQ(tree(scratch.path()), (Tree{{"stays", "=5"}}));
 }
 
-TEST(nmkFileDir_delete_tree, of_what_is_no_directory_is_done_already) {
+TEST(nmkFileDir_delete_tree, of_anything_but_a_directory_counts_as_done) {
     const ScratchFolder scratch;
     EXPECT_EQ(nmkFileDir().delete_tree(), 1);
     EXPECT_EQ(named(scratch.path() + "/missing").delete_tree(), 1);
     EXPECT_EQ(named(scratch.file("f", "x")).delete_tree(), 1);
-    EXPECT_EQ(contents(scratch.path() + "/f"), "x");
+    EXPECT_EQ(contents_of(scratch.path() + "/f"), "x");
 }
 
 TEST(nmkFileDir_delete_tree, removes_read_only_directories) {
@@ -260,7 +260,7 @@ TEST(nmkFileDir_delete_tree, removes_read_only_directories) {
     EXPECT_EQ(scratch.file_count(), 0U);
 }
 
-TEST(nmkFileDir_delete_tree, removes_read_only_directories_without_the_rights_of_root) {
+TEST(nmkFileDir_delete_tree, removes_read_only_directories_without_the_privileges_of_root) {
     const ScratchFolder scratch;
     fs::permissions(scratch.path(), fs::perms::all);
     const int answer = without_rights([&] {
@@ -282,7 +282,7 @@ TEST(nmkFileDir_delete_tree, stops_at_a_read_only_file_and_keeps_what_follows) {
     EXPECT_EQ(tree(scratch.path() + "/d"), (Tree{{"b", "=b"}, {"c", "=c"}}));
 }
 
-TEST(nmkFileDir_delete_tree, removes_links_and_never_what_they_lead_to) {
+TEST(nmkFileDir_delete_tree, removes_symlinks_and_never_what_they_lead_to) {
     const ScratchFolder scratch;
     put(scratch.path() + "/kept/f", "x");
     fs::create_directory(scratch.path() + "/d");
@@ -294,35 +294,35 @@ TEST(nmkFileDir_delete_tree, removes_links_and_never_what_they_lead_to) {
     EXPECT_EQ(tree(scratch.path()), (Tree{{"kept", "/"}, {"kept/f", "=x"}}));
 }
 
-TEST(nmkFileDir_delete_tree, of_a_link_removes_the_link_alone) {
+TEST(nmkFileDir_delete_tree, of_a_symlink_removes_the_symlink_alone) {
     const ScratchFolder scratch;
     put(scratch.path() + "/kept/f", "x");
-    fs::create_directory_symlink("kept", scratch.path() + "/link");
-    EXPECT_EQ(named(scratch.path() + "/link").delete_tree(), 1);
+    fs::create_directory_symlink("kept", scratch.path() + "/symlink");
+    EXPECT_EQ(named(scratch.path() + "/symlink").delete_tree(), 1);
     EXPECT_EQ(tree(scratch.path()), (Tree{{"kept", "/"}, {"kept/f", "=x"}}));
 }
 
-TEST(nmkFileDir_delete_tree, does_not_follow_a_link_put_in_place_of_a_directory_meanwhile) {
+TEST(nmkFileDir_delete_tree, does_not_follow_a_symlink_put_in_place_of_a_directory_meanwhile) {
     const ScratchFolder scratch;
     put(scratch.path() + "/kept/f", "x");
     put(scratch.path() + "/d/e/g", "y");
-    // Between the look at the entry and going into it, somebody swaps it.
+    // Between the look at the entry and entering it, another process swaps it.
     const Fault fault([&](std::string_view call, std::string_view name) {
-        if (call == "enter folder" && name == "e" && !fs::is_symlink(scratch.path() + "/d/e")) {
+        if (call == "enter directory" && name == "e" && !fs::is_symlink(scratch.path() + "/d/e")) {
             fs::rename(scratch.path() + "/d/e", scratch.path() + "/moved");
             fs::create_directory_symlink("../kept", scratch.path() + "/d/e");
         }
         return 0;
     });
     EXPECT_EQ(named(scratch.path() + "/d").delete_tree(), 0);
-    EXPECT_EQ(contents(scratch.path() + "/kept/f"), "x");
-    EXPECT_EQ(contents(scratch.path() + "/moved/g"), "y");
+    EXPECT_EQ(contents_of(scratch.path() + "/kept/f"), "x");
+    EXPECT_EQ(contents_of(scratch.path() + "/moved/g"), "y");
 }
 
 TEST(nmkFileDir_delete_tree, stops_when_the_directory_it_works_in_is_moved_away) {
     const ScratchFolder scratch;
     put(scratch.path() + "/d/e/g", "y");
-    put(scratch.path() + "/d/f", "kept when e is no more below d");
+    put(scratch.path() + "/d/f", "kept when e is moved out of d");
     put(scratch.path() + "/other/f", "x");
     const Fault fault([&](std::string_view call, std::string_view name) {
         if (call == "remove" && name == "g") {
@@ -331,7 +331,7 @@ TEST(nmkFileDir_delete_tree, stops_when_the_directory_it_works_in_is_moved_away)
         return 0;
     });
     EXPECT_EQ(named(scratch.path() + "/d").delete_tree(), 0);
-    EXPECT_EQ(contents(scratch.path() + "/other/f"), "x");
+    EXPECT_EQ(contents_of(scratch.path() + "/other/f"), "x");
 }
 
 TEST(nmkFileDir_delete_tree, stops_at_what_the_disk_refuses) {
@@ -352,13 +352,13 @@ TEST(nmkFileDir_delete_tree, of_a_directory_that_may_not_be_read_fails) {
     const int answer = without_rights([&] { return named(scratch.path() + "/d").delete_tree(); });
     fs::permissions(scratch.path() + "/d", fs::perms::owner_all);
     EXPECT_EQ(answer, 0);
-    EXPECT_EQ(contents(scratch.path() + "/d/f"), "x");
+    EXPECT_EQ(contents_of(scratch.path() + "/d/f"), "x");
 }
 
 TEST(nmkFileDir_delete_tree, goes_deeper_than_any_name_or_number_of_open_files) {
     const ScratchFolder scratch;
     {
-        const WorkingFolder here(scratch.path());
+        const WorkingDirectory here(scratch.path());
         fs::create_directory("d");
         fs::current_path("d");
         for (int i = 0; i < 3000; ++i) {
@@ -383,7 +383,7 @@ TEST(nmkFileDir_delete_tree, tries_again_while_it_is_a_directory) {
     EXPECT_EQ(directory.is_dir(), 0);
 }
 
-TEST(nmkFileDir_delete_tree, with_no_attempts_tries_once_and_answers_0) {
+TEST(nmkFileDir_delete_tree, with_no_attempts_tries_once_and_returns_0) {
     const ScratchFolder scratch;
     put(scratch.path() + "/d/f", "x");
     const nmkFileDir directory = named(scratch.path() + "/d");

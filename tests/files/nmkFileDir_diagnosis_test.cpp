@@ -1,11 +1,8 @@
-// Who holds a file that will not go away.
+// Which processes hold a file that cannot be deleted.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <nmktoolbox/files/nmkFileDir.h>
-#include <signal.h>
 #include <stdlib.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <iomanip>
 #include <iostream>
@@ -14,54 +11,25 @@
 #include <sstream>
 #include <string>
 
-#include "files_access.h"
+#include "files/deletion_diagnosis.h"
+#include "holding_child.h"
 #include "scratch_folder.h"
 #include "tree_samples.h"
 
 namespace {
 
 // The switch of the environment, for the length of a test.
-class Switched_on {
+class DiagnosisSwitch {
   public:
-    Switched_on() { ::setenv("NMK_DIAGNOSE_UNLINK", "1", 1); }
-    ~Switched_on() { ::unsetenv("NMK_DIAGNOSE_UNLINK"); }
-};
-
-// A child process that holds a file open until the test ends.
-class Holder {
-  public:
-    explicit Holder(const std::string& file) {
-        int ready[2];
-        EXPECT_EQ(::pipe(ready), 0);
-        m_child = ::fork();
-        if (m_child == 0) {
-            const int held = ::open(file.c_str(), O_RDONLY);
-            const bool told = held >= 0 && ::write(ready[1], "x", 1) == 1;
-            while (told) ::pause();
-            ::_exit(1);
-        }
-        ::close(ready[1]);
-        char byte = 0;
-        EXPECT_EQ(::read(ready[0], &byte, 1), 1);
-        ::close(ready[0]);
-    }
-    Holder(const Holder&) = delete;
-    Holder& operator=(const Holder&) = delete;
-    ~Holder() {
-        ::kill(m_child, SIGKILL);
-        ::waitpid(m_child, nullptr, 0);
-    }
-    pid_t process() const { return m_child; }
-
-  private:
-    pid_t m_child = -1;
+    DiagnosisSwitch() { ::setenv("NMK_DIAGNOSE_UNLINK", "1", 1); }
+    ~DiagnosisSwitch() { ::unsetenv("NMK_DIAGNOSE_UNLINK"); }
 };
 
 // What is written to the standard output meanwhile.
 std::string written_by_diagnosis(const nmkFileDir& name) {
     std::ostringstream text;
     std::streambuf* const before = std::cout.rdbuf(text.rdbuf());
-    nmkFileDirAccess::diagnose(name);
+    nmk_files::write_deletion_diagnosis(std::cout, name.get().view());
     std::cout.rdbuf(before);
     return text.str();
 }
@@ -71,17 +39,17 @@ std::string written_by_diagnosis(const nmkFileDir& name) {
 TEST(nmkFileDir_diagnosis, without_the_switch_has_no_effect_at_all) {
     const ScratchFolder scratch;
     const std::string file = scratch.file("f", "x");
-    const Holder holder(file);
+    const HoldingChild holder([&] { ::open(file.c_str(), O_RDONLY); });
     ::unsetenv("NMK_DIAGNOSE_UNLINK");
     EXPECT_EQ(written_by_diagnosis(named(file)), "");
     EXPECT_EQ(scratch.file_count(), 1U);
 }
 
-TEST(nmkFileDir_diagnosis, tells_when_and_what_and_the_process_that_holds_it) {
+TEST(nmkFileDir_diagnosis, reports_the_time_the_name_and_the_process_that_holds_the_file) {
     const ScratchFolder scratch;
     const std::string file = scratch.file("f.tri", "x");
-    const Holder holder(file);
-    const Switched_on on;
+    const HoldingChild holder([&] { ::open(file.c_str(), O_RDONLY); });
+    const DiagnosisSwitch on;
     const std::string text = written_by_diagnosis(named(file));
     const std::regex expected(
         "\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d failed to delete: " + file + "\n" +
@@ -91,10 +59,10 @@ TEST(nmkFileDir_diagnosis, tells_when_and_what_and_the_process_that_holds_it) {
     EXPECT_EQ(scratch.file_count(), 1U);
 }
 
-TEST(nmkFileDir_diagnosis, of_a_file_that_nobody_holds_is_one_line) {
+TEST(nmkFileDir_diagnosis, of_a_file_without_holders_is_one_line) {
     const ScratchFolder scratch;
     const std::string file = scratch.file("f", "x");
-    const Switched_on on;
+    const DiagnosisSwitch on;
     const std::string text = written_by_diagnosis(named(file));
     EXPECT_TRUE(text.ends_with(" failed to delete: " + file + "\n")) << text;
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 1);
@@ -102,19 +70,19 @@ TEST(nmkFileDir_diagnosis, of_a_file_that_nobody_holds_is_one_line) {
 }
 
 TEST(nmkFileDir_diagnosis, the_time_is_the_local_one) {
-    const Switched_on on;
+    const DiagnosisSwitch on;
     const std::time_t before = std::time(nullptr);
     const std::string text = written_by_diagnosis(named("missing"));
     const std::time_t after = std::time(nullptr);
-    std::tm told{};
-    std::istringstream(text) >> std::get_time(&told, "%Y-%m-%d %H:%M:%S");
-    told.tm_isdst = -1;
-    const std::time_t seconds = std::mktime(&told);
+    std::tm read{};
+    std::istringstream(text) >> std::get_time(&read, "%Y-%m-%d %H:%M:%S");
+    read.tm_isdst = -1;
+    const std::time_t seconds = std::mktime(&read);
     EXPECT_GE(seconds, before);
     EXPECT_LE(seconds, after);
 }
 
-TEST(nmkFileDir_diagnosis, stands_in_the_output_at_once) {
+TEST(nmkFileDir_diagnosis, is_flushed_to_the_output_at_once) {
     struct Flushed : std::stringbuf {
         int sync() override {
             when_flushed = str();
@@ -122,16 +90,16 @@ TEST(nmkFileDir_diagnosis, stands_in_the_output_at_once) {
         }
         std::string when_flushed;
     };
-    const Switched_on on;
+    const DiagnosisSwitch on;
     Flushed buffer;
     std::streambuf* const before = std::cout.rdbuf(&buffer);
-    nmkFileDirAccess::diagnose(named("missing"));
+    nmk_files::write_deletion_diagnosis(std::cout, "missing");
     std::cout.rdbuf(before);
     EXPECT_TRUE(buffer.when_flushed.ends_with(" failed to delete: missing\n"));
 }
 
 TEST(nmkFileDir_diagnosis, puts_the_fill_and_the_flags_of_the_output_back) {
-    const Switched_on on;
+    const DiagnosisSwitch on;
     std::cout << std::left << std::hex << std::setfill('*');
     const std::string text = written_by_diagnosis(named("missing"));
     EXPECT_EQ(std::cout.fill(), '*');
@@ -148,8 +116,8 @@ TEST(nmkFileDir_diagnosis, writes_its_numbers_the_same_in_every_locale) {
     };
     const ScratchFolder scratch;
     const std::string file = scratch.file("f.tri", "x");
-    const Holder holder(file);
-    const Switched_on on;
+    const HoldingChild holder([&] { ::open(file.c_str(), O_RDONLY); });
+    const DiagnosisSwitch on;
     const std::locale before = std::cout.imbue(std::locale(std::cout.getloc(), new Grouped));
     const std::string text = written_by_diagnosis(named(file));
     EXPECT_TRUE(std::has_facet<Grouped>(std::cout.imbue(before))) << "the locale was not put back";
@@ -161,7 +129,7 @@ TEST(nmkFileDir_diagnosis, is_called_by_no_operation_that_deletes) {
     const ScratchFolder scratch;
     const std::string file = scratch.file("f", "x");
     std::filesystem::permissions(file, std::filesystem::perms::owner_read);
-    const Switched_on on;
+    const DiagnosisSwitch on;
     std::ostringstream text;
     std::streambuf* const before = std::cout.rdbuf(text.rdbuf());
     EXPECT_EQ(named(file).delete_file(), 0);

@@ -5,10 +5,9 @@
 #include <filesystem>
 #include <string>
 
-#include "files_access.h"
 #include "name_samples.h"
 #include "scratch_folder.h"
-#include "working_folder.h"
+#include "working_directory.h"
 
 namespace {
 
@@ -41,7 +40,7 @@ TEST(nmkFileDir_full_path, of_261_or_more_bytes_is_not_valid) {
 
 TEST(nmkFileDir_full_path, of_a_relative_name_needs_less_than_260_bytes) {
     const ScratchFolder scratch;
-    const WorkingFolder here(scratch.path());
+    const WorkingDirectory here(scratch.path());
     const int room = 259 - static_cast<int>(std::filesystem::current_path().string().size()) - 1;
     EXPECT_EQ(named(of_length(room)).is_valid(), 1);
     EXPECT_EQ(named(of_length(room + 1)).is_valid(), 0);
@@ -52,7 +51,7 @@ TEST(nmkFileDir_full_path, of_a_relative_name_needs_less_than_260_bytes) {
 
 TEST(nmkFileDir_full_path, is_taken_where_there_is_one) {
     const ScratchFolder scratch;
-    const WorkingFolder here(scratch.path());
+    const WorkingDirectory here(scratch.path());
     const std::string cwd = std::filesystem::current_path().string();
     nmkFileDir name("a/../b", nullptr);
     name.set_full_path();
@@ -76,7 +75,7 @@ TEST(nmkFileDir_full_path, is_brought_to_the_normal_form) {
 
 TEST(nmkFileDir_full_path, keeps_bytes_that_cannot_be_decoded) {
     const ScratchFolder scratch;
-    const WorkingFolder here(scratch.path());
+    const WorkingDirectory here(scratch.path());
     nmkFileDir name(bad_byte.c_str(), nullptr);
     name.set_full_path();
     EXPECT_EQ(name.get().view(), std::filesystem::current_path().string() + "/" + bad_byte);
@@ -84,23 +83,23 @@ TEST(nmkFileDir_full_path, keeps_bytes_that_cannot_be_decoded) {
 
 TEST(nmkFileDir_full_path, set_cwd_takes_the_current_directory) {
     const ScratchFolder scratch;
-    const WorkingFolder here(scratch.path());
+    const WorkingDirectory here(scratch.path());
     nmkFileDir name("anything", nullptr);
     name.set_cwd();
     EXPECT_EQ(name.get().view(), std::filesystem::current_path().string());
 }
 
-TEST(nmkFileDir_full_path, a_current_directory_of_260_or_more_bytes_is_no_name) {
+TEST(nmkFileDir_full_path, a_current_directory_of_260_or_more_bytes_gives_a_null_name) {
     const ScratchFolder scratch;
-    const WorkingFolder there(scratch.path());
+    const WorkingDirectory there(scratch.path());
     const std::string top = std::filesystem::current_path().string() + "/";
     for (const int length : {258, 259, 260, 261}) {
-        const std::string folder = top + of_length(length - static_cast<int>(top.size()));
-        std::filesystem::create_directory(folder);
-        const WorkingFolder here(folder);
+        const std::string directory = top + of_length(length - static_cast<int>(top.size()));
+        std::filesystem::create_directory(directory);
+        const WorkingDirectory here(directory);
         nmkFileDir name("anything", nullptr);
         name.set_cwd();
-        EXPECT_EQ(name.get(), length < 260 ? utString(folder) : utString()) << length;
+        EXPECT_EQ(name.get(), length < 260 ? utString(directory) : utString()) << length;
     }
 }
 
@@ -128,7 +127,7 @@ TEST(nmkFileDir_long_name, keeps_components_that_are_not_found) {
     nmkFileDir server("//srv/missi~1/b", nullptr);
     server.make_long_pathname();
     EXPECT_EQ(server.get(), "//srv/missi~1/b");
-    // A drive is looked for first, wherever it stands in the name, and has no slashes in front.
+    // A drive is looked for first, wherever it is in the name, and has no slashes in front.
     nmkFileDir both("//srv/d:/missi~1", nullptr);
     both.make_long_pathname();
     EXPECT_EQ(both.get(), "srv/d:/missi~1");
@@ -136,7 +135,7 @@ TEST(nmkFileDir_long_name, keeps_components_that_are_not_found) {
 
 TEST(nmkFileDir_long_name, asks_for_each_component_and_never_takes_another_file_for_it) {
     const ScratchFolder scratch;
-    const WorkingFolder here(scratch.path());
+    const WorkingDirectory here(scratch.path());
     std::filesystem::create_directories("C:/a~1/b");
     std::filesystem::create_directories("C:/axx~1");
     nmkFileDir name("C:/a~1/b/c", nullptr);

@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 
 using Tree = std::map<std::string, std::string>;
 
-// A process that runs beside the test; its answer is waited for.
+// A process that runs beside the test; the end of the test waits for it.
 class BesideProcess {
   public:
     explicit BesideProcess(const std::function<bool()>& work) : m_process(::fork()) {
@@ -41,15 +41,15 @@ class BesideProcess {
     pid_t m_process;
 };
 
-// What both processes copy from, with links that lead to what must stay.
+// What both processes copy from, with symlinks that lead to what must stay.
 void make_source(const std::string& top) {
     put(top + "/kept/precious", "precious");
-    for (const char* folder : {"/source/a", "/source/a/deep", "/source/b"}) {
+    for (const char* directory : {"/source/a", "/source/a/deep", "/source/b"}) {
         for (int i = 0; i < 8; ++i) {
-            put(top + folder + "/file " + std::to_string(i), std::string(2000, 'x'));
+            put(top + directory + "/file " + std::to_string(i), std::string(2000, 'x'));
         }
     }
-    fs::create_directory_symlink("../../kept", top + "/source/link");
+    fs::create_directory_symlink("../../kept", top + "/source/symlink");
 }
 
 }  // namespace
@@ -61,16 +61,16 @@ TEST(nmkFileDir_processes, two_that_copy_and_delete_the_same_tree_lose_nothing_e
     const auto copy_and_delete = [&](int rounds) {
         const nmkFileDir source = named(scratch.path() + "/source");
         for (int round = 0; round < rounds; ++round) {
-            named(scratch.path() + "/place").mkdir();
-            source.copy_dir(named(scratch.path() + "/place"));
-            named(scratch.path() + "/place").delete_tree();
+            named(scratch.path() + "/shared").mkdir();
+            source.copy_dir(named(scratch.path() + "/shared"));
+            named(scratch.path() + "/shared").delete_tree();
         }
         return true;
     };
     BesideProcess other([&] { return copy_and_delete(40); });
     copy_and_delete(40);
     EXPECT_TRUE(other.succeeds());
-    EXPECT_EQ(named(scratch.path() + "/place").delete_tree(), 1);
+    EXPECT_EQ(named(scratch.path() + "/shared").delete_tree(), 1);
     EXPECT_EQ(tree(scratch.path()), before);
 }
 
@@ -91,26 +91,26 @@ TEST(nmkFileDir_processes, a_copy_of_what_another_deletes_has_whole_files_only) 
     }
 }
 
-TEST(nmkFileDir_processes, two_that_delete_what_another_fills_go_on_until_it_is_gone) {
+TEST(nmkFileDir_processes, two_that_delete_what_another_fills_continue_until_it_is_deleted) {
     const ScratchFolder scratch;
-    const std::string place = scratch.path() + "/place";
+    const std::string shared = scratch.path() + "/shared";
     BesideProcess fills([&] {
         for (int i = 0; i < 300; ++i) {
-            const std::string folder = place + "/" + std::to_string(i % 7);
-            named(folder).mkdir();
-            const nmkFileDir file = named(folder + "/file");
+            const std::string directory = shared + "/" + std::to_string(i % 7);
+            named(directory).mkdir();
+            const nmkFileDir file = named(directory + "/file");
             if (std::FILE* stream = std::fopen(file.get().c_str(), "w")) std::fclose(stream);
         }
         return true;
     });
     const auto deletes = [&] {
-        for (int i = 0; i < 100; ++i) named(place).delete_tree();
+        for (int i = 0; i < 100; ++i) named(shared).delete_tree();
         return true;
     };
     BesideProcess other(deletes);
     deletes();
     EXPECT_TRUE(fills.succeeds());
     EXPECT_TRUE(other.succeeds());
-    EXPECT_EQ(named(place).delete_tree(3, 1), 1);
+    EXPECT_EQ(named(shared).delete_tree(3, 1), 1);
     EXPECT_EQ(scratch.file_count(), 0U);
 }

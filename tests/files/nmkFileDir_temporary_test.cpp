@@ -1,4 +1,4 @@
-// Names that nobody uses yet.
+// Names that are not in use yet.
 #include <gtest/gtest.h>
 #include <nmktoolbox/files/nmkFileDir.h>
 #include <stdlib.h>
@@ -21,13 +21,13 @@
 namespace {
 
 // The environment's directory for temporary files, for the length of a test.
-class Temporary_directory {
+class TemporaryDirectory {
   public:
-    explicit Temporary_directory(const std::string& folder) {
+    explicit TemporaryDirectory(const std::string& directory) {
         if (const char* value = ::getenv("TMPDIR")) m_before = value;
-        ::setenv("TMPDIR", folder.c_str(), 1);
+        ::setenv("TMPDIR", directory.c_str(), 1);
     }
-    ~Temporary_directory() {
+    ~TemporaryDirectory() {
         if (m_before) {
             ::setenv("TMPDIR", m_before->c_str(), 1);
         } else {
@@ -60,7 +60,7 @@ TEST(nmkFileDir_temporary, a_null_or_empty_suffix_adds_nothing) {
 
 TEST(nmkFileDir_temporary, honours_the_directory_of_the_environment) {
     const ScratchFolder scratch;
-    const Temporary_directory there(scratch.path());
+    const TemporaryDirectory there(scratch.path());
     nmkFileDir name = temporary(".x");
     EXPECT_EQ(name.up_one(), 1);
     EXPECT_EQ(name.get().view(), scratch.path());
@@ -129,7 +129,7 @@ TEST(nmkFileDir_temporary, a_process_and_its_child_get_different_names_that_cann
     ASSERT_GT(length, 0);
     const std::string mine(temporary("").basename_ext().view());
     EXPECT_NE(mine, buffer);
-    // Not only the process number tells them apart.
+    // Not only the process number distinguishes them.
     EXPECT_NE(mine.substr(mine.rfind('_')),
               std::string(buffer).substr(std::string(buffer).rfind('_')));
 }

@@ -6,16 +6,16 @@
 
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
-#include "files_access.h"
 #include "name_samples.h"
 #include "scratch_folder.h"
 
 namespace {
 
-// Decodes and encodes like the runtime, and tells that it was asked.
-class Counting_encoding : public apStringCRTEncoding {
+// Decodes and encodes like the runtime, and counts its calls.
+class CountingEncoding : public apStringCRTEncoding {
   public:
     apString decode(const utString& text, int& status) const override {
         ++decoded;
@@ -25,7 +25,7 @@ class Counting_encoding : public apStringCRTEncoding {
 };
 
 // An encoding in which nothing can be said.
-class Mute_encoding : public apIStringEncoding {
+class MuteEncoding : public apIStringEncoding {
   public:
     apString decode(const utString&, int& status) const override {
         status = 0;
@@ -40,7 +40,7 @@ class Mute_encoding : public apIStringEncoding {
 utString name_of(const char* text) { return nmkFileDir(text, nullptr).get(); }
 utString name_of(const std::string& text) { return name_of(text.c_str()); }
 
-struct Normal_form {
+struct NormalForm {
     const char* given;
     const char* expected;
 };
@@ -61,7 +61,7 @@ TEST(nmkFileDir, a_null_and_an_empty_text_both_give_no_name) {
 }
 
 TEST(nmkFileDir, the_normal_form_has_forward_slashes_and_loses_one_at_the_end) {
-    const Normal_form cases[] = {
+    const NormalForm cases[] = {
         {"C:\\dir\\", "C:/dir"},
         {"C:\\", "C:"},
         {"C:/", "C:"},
@@ -75,7 +75,7 @@ TEST(nmkFileDir, the_normal_form_has_forward_slashes_and_loses_one_at_the_end) {
         {"\xC3\xA9\\\xE6\x97\xA5\\", "\xC3\xA9/\xE6\x97\xA5"},
         {"\xF0\x9F\x98\x80/", "\xF0\x9F\x98\x80"},
     };
-    for (const Normal_form& c : cases) {
+    for (const NormalForm& c : cases) {
         EXPECT_EQ(name_of(c.given).view(), c.expected) << c.given;
         EXPECT_EQ(nmkFileDir(utString(c.given), nullptr).get().view(), c.expected) << c.given;
     }
@@ -118,7 +118,7 @@ TEST(nmkFileDir, a_text_with_a_nul_inside_ends_there) {
 }
 
 TEST(nmkFileDir, goes_through_the_encoding_that_it_was_given) {
-    const Counting_encoding encoding;
+    const CountingEncoding encoding;
     nmkFileDir name("a\\b", &encoding);
     EXPECT_EQ(encoding.decoded, 1);
     const nmkFileDir copy(name);
@@ -127,11 +127,11 @@ TEST(nmkFileDir, goes_through_the_encoding_that_it_was_given) {
 }
 
 TEST(nmkFileDir, set_with_a_null_encoding_keeps_the_present_one) {
-    const Counting_encoding encoding;
+    const CountingEncoding encoding;
     nmkFileDir name(nmkFileDirEncodingTag, &encoding);
     name.set("a/b", nullptr);
     EXPECT_EQ(encoding.decoded, 1);
-    const Counting_encoding other;
+    const CountingEncoding other;
     name.set(utString("a/b"), &other);
     name.set(utString("a/c"), nullptr);
     EXPECT_EQ(encoding.decoded, 1);
@@ -139,13 +139,13 @@ TEST(nmkFileDir, set_with_a_null_encoding_keeps_the_present_one) {
 }
 
 TEST(nmkFileDir, an_encoding_that_decodes_nothing_leaves_the_steps_to_the_bytes) {
-    const Mute_encoding mute;
+    const MuteEncoding mute;
     EXPECT_EQ(nmkFileDir("a\\b\\", &mute).get(), "a/b");
     EXPECT_TRUE(nmkFileDir("a", &mute).get_ap_path_name().is_empty());
 }
 
 TEST(nmkFileDir, a_copy_takes_path_and_encoding) {
-    const Counting_encoding encoding;
+    const CountingEncoding encoding;
     const nmkFileDir name("a", &encoding);
     nmkFileDir other("b", nullptr);
     other = name;
@@ -210,26 +210,21 @@ TEST(nmkFileDir, add_one_after_up_one_fell_to_null_gives_a_rooted_name) {
     EXPECT_EQ(name.get(), "/b");
 }
 
-TEST(nmkFileDir, the_parent_is_what_stands_before_the_last_slash) {
-    utString parent;
-    EXPECT_EQ(nmkFileDirAccess::dirname("//srv", parent), 1);
-    EXPECT_EQ(parent, "/");
-    EXPECT_EQ(nmkFileDirAccess::dirname("a//b", parent), 1);
-    EXPECT_EQ(parent, "a/");
-    EXPECT_EQ(nmkFileDirAccess::dirname("\xC3\xA9/x", parent), 1);
-    EXPECT_EQ(parent, "\xC3\xA9");
-    EXPECT_EQ(nmkFileDirAccess::dirname("", parent), 0);
-    EXPECT_TRUE(parent.is_null());
-    EXPECT_EQ(nmkFileDirAccess::dirname(utString(), parent), 0);
-}
-
-TEST(nmkFileDir, the_parent_of_a_name_that_cannot_be_decoded_keeps_its_bytes) {
-    utString parent;
+TEST(nmkFileDir, the_parent_is_the_text_before_the_last_slash) {
     const std::string directory = "d" + bad_byte + "/" + cut_off;
-    EXPECT_EQ(nmkFileDirAccess::dirname(utString(directory + "/" + bad_byte), parent), 1);
-    EXPECT_EQ(parent.view(), directory);
-    EXPECT_EQ(nmkFileDirAccess::dirname(utString("/" + bad_byte), parent), 0);
-    EXPECT_TRUE(parent.is_null());
+    const std::pair<std::string, utString> parents[] = {
+        {"//srv", "/"},
+        {"a//b", "a/"},
+        {"\xC3\xA9/x", "\xC3\xA9"},
+        {"", utString()},
+        {directory + "/" + bad_byte, utString(directory)},
+        {"/" + bad_byte, utString()},
+    };
+    for (const auto& [path, parent] : parents) {
+        nmkFileDir name(path.c_str(), nullptr);
+        EXPECT_EQ(name.up_one(), parent.is_null() ? 0 : 1) << path;
+        EXPECT_EQ(name.get(), parent) << path;
+    }
 }
 
 TEST(nmkFileDir, add_pathname_puts_the_base_in_front) {
@@ -360,7 +355,7 @@ TEST(nmkFileDir, names_of_every_length_survive_every_operation_on_the_text) {
     }
 }
 
-TEST(nmkFileDir, names_stand_in_a_singly_linked_list) {
+TEST(nmkFileDir, names_are_kept_in_a_singly_linked_list) {
     nmkFileDircoSList list;
     list.insert_last(nmkFileDir("a", nullptr));
     EXPECT_EQ(list.size(), 1);

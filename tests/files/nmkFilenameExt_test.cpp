@@ -22,11 +22,11 @@ const Named named_cases[] = {
     {"only_one_dot_is_dropped", "part..", "part."},
     {"one_dot_alone_is_an_extension", ".", "."},
     {"two_dots", "..", "."},
-    {"a_dot_in_a_folder_is_none", "v1.2/part", "v1.2/part.nmt"},
-    {"a_dot_in_a_folder_of_the_other_system_is_none", "v1.2\\part", "v1.2\\part.nmt"},
-    {"a_dot_after_a_folder_is_one", "v1.2/part.tri", "v1.2/part.tri"},
+    {"a_dot_in_a_directory_is_none", "v1.2/part", "v1.2/part.nmt"},
+    {"a_dot_in_a_directory_of_the_other_system_is_none", "v1.2\\part", "v1.2\\part.nmt"},
+    {"a_dot_after_a_directory_is_one", "v1.2/part.tri", "v1.2/part.tri"},
     {"a_dot_first_in_the_name", "dir/.profile", "dir/.profile"},
-    {"a_folder_alone", "v1.2/", "v1.2/.nmt"},
+    {"a_directory_alone", "v1.2/", "v1.2/.nmt"},
     {"empty", "", ".nmt"},
     {"one_character", "p", "p.nmt"},
 };
@@ -39,7 +39,7 @@ TEST(nmkFilenameExt, adds_the_extension_to_names_that_have_none) {
     }
 }
 
-TEST(nmkFilenameExt, makes_no_name_of_none) {
+TEST(nmkFilenameExt, leaves_a_null_name_null) {
     EXPECT_TRUE(nmkMakeFilenameExt(nullptr, "nmt").is_null());
     EXPECT_EQ(nmkMakeFilenameExt("part", nullptr).view(), "part.");
 }

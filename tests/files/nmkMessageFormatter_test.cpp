@@ -89,12 +89,12 @@ TEST(nmkMessageFormatter, fills_texts_in_from_an_array) {
     EXPECT_STREQ(fill(formatter, "", {"spare"}), "");
 }
 
-TEST(nmkMessageFormatter, copies_other_conversions_as_they_stand) {
+TEST(nmkMessageFormatter, copies_other_conversions_unchanged) {
     nmkMessageFormatter formatter;
     EXPECT_STREQ(fill(formatter, "%d %5.1f %n %%s %s %", {"text"}), "%d %5.1f %n %%s text %");
 }
 
-TEST(nmkMessageFormatter, copies_a_text_place_without_an_argument_as_it_stands) {
+TEST(nmkMessageFormatter, copies_a_text_conversion_without_an_argument_unchanged) {
     nmkMessageFormatter formatter;
     EXPECT_STREQ(fill(formatter, "%s and %s", {"one"}), "one and %s");
     EXPECT_STREQ(formatter.vconcatenate("%s", nullptr), "%s");

@@ -49,7 +49,7 @@ TEST(nmkbasename, is_what_follows_the_last_separator) {
     }
 }
 
-TEST(nmkpathname, is_what_stands_before_the_last_separator) {
+TEST(nmkpathname, is_the_text_before_the_last_separator) {
     for (const Parts& each : parts_cases) {
         EXPECT_EQ(nmkpathname(utString(each.path), utString(each.separator)),
                   utString(each.pathname))

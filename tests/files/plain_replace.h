@@ -1,4 +1,4 @@
-// plain_replace.h: replacement one character at a time, as it is told in words.
+// plain_replace.h: replacement one character at a time, by the definition.
 #pragma once
 
 #include <string>

@@ -115,7 +115,7 @@ INSTANTIATE_TEST_SUITE_P(code_pages, text_prefixes,
                          testing::Values(ap_code_page_utf8, ap_code_page_western));
 
 TEST(text_functions, take_time_in_proportion_to_a_million_bytes) {
-    // What compared or moved the rest of the text at every place would take minutes here.
+    // What compared or moved the rest of the text at every position would take minutes here.
     const std::string as(500'000, 'a');
     const utString near_miss(as + "b");
     utString text(as + as);

@@ -20,7 +20,7 @@ constexpr std::string_view replacement = "\xEF\xBF\xBD";        // U+FFFD
 constexpr std::string_view ideographic_space = "\xE3\x80\x80";  // U+3000
 constexpr std::string_view no_break_space = "\xC2\xA0";         // U+00A0
 
-/// Any bytes, often those that begin or go on characters of several bytes.
+/// Any bytes, often those that begin or continue characters of several bytes.
 inline std::string random_bytes(std::mt19937_64& draw, std::size_t most) {
     static constexpr char characters[] =
         " a'\",.\\/%Z0\n\0\x80\xBF\xC0\xC2\xC3\xE0\xA0\x9F\xED\xEF\xF0\x90\x8F\xF4\xF5\xFF";
@@ -42,7 +42,7 @@ inline std::string random_text(std::mt19937_64& draw, std::size_t most) {
     return text;
 }
 
-/// A long text with everything in it that is told apart somewhere.
+/// A long text with every character that some function treats specially.
 inline std::string everything() {
     std::string text = "  'quoted stretch' \"another\" C:\\dir.d/name.ext %41%zz%";
     for (const std::string_view part :

@@ -45,7 +45,7 @@ TEST_P(apCharacter_class, is_that_of_the_c_locale_for_ascii) {
     }
 }
 
-TEST_P(apCharacter_class, has_no_surrogate_and_no_number_that_is_no_character) {
+TEST_P(apCharacter_class, has_neither_surrogates_nor_numbers_beyond_Unicode) {
     for (int unit = 0xD800; unit <= 0xDFFF; ++unit) {
         EXPECT_FALSE(GetParam().ours(wide(unit))) << unit;
     }

@@ -58,7 +58,7 @@ const std::string& telling_bytes() {
     return bytes;
 }
 
-/// Every character that is no surrogate, as wide text and as bytes by the plain way.
+/// Every character but the surrogates, as wide text and as bytes by the plain way.
 struct AllCharacters {
     std::wstring wide;
     std::string bytes;
@@ -69,7 +69,7 @@ AllCharacters all_characters(char32_t from, char32_t to) {
     for (char32_t character = from; character < to; ++character) {
         if (character >= 0xD800 && character <= 0xDFFF) continue;
         plain_utf8::append_units(all.wide, character);
-        all.bytes += plain_utf8::bytes_of(character);
+        all.bytes += plain_utf8::contents_of(character);
     }
     return all;
 }
@@ -115,7 +115,7 @@ TEST(apCodePage_exhaustive, telling_bytes_in_threes_and_fours_at_the_end_of_a_te
 }
 
 TEST(apCodePage_exhaustive, every_character_goes_there_and_back) {
-    constexpr char32_t step = 97;  // so that characters stand at changing places
+    constexpr char32_t step = 97;  // so that characters are at changing positions
     for (char32_t from = 0; from <= 0x10FFFF; from += step) {
         const AllCharacters all = all_characters(from, std::min<char32_t>(from + step, 0x110000));
         int status = -1;
@@ -173,7 +173,7 @@ TEST(apCodePage_exhaustive, every_unit_on_its_own_is_a_character_or_a_replacemen
         const bool lone = unit >= 0xD800 && unit <= 0xDFFF;
         int status = -1;
         ASSERT_EQ(ap_encode(ap_code_page_utf8, {&wide, 1}, status),
-                  plain_utf8::bytes_of(lone ? 0xFFFD : unit))
+                  plain_utf8::contents_of(lone ? 0xFFFD : unit))
             << static_cast<unsigned>(unit);
         ASSERT_EQ(status, lone ? 0 : 1) << static_cast<unsigned>(unit);
     }

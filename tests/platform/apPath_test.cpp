@@ -20,7 +20,7 @@
 
 namespace {
 
-/// A file of this process, with letters beyond ASCII in its name; gone at the end.
+/// A file of this process, with letters beyond ASCII in its name; removed at the end.
 struct ScratchFile {
     std::filesystem::path path = std::filesystem::temp_directory_path() /
                                  ("apPath_\xC3\xA9\xE4\xB8\xAD_" + std::to_string(::getpid()));
@@ -72,13 +72,13 @@ TEST(apPath, knows_whether_a_name_exists) {
 TEST(apPath, never_takes_another_name_for_one_that_the_code_page_lacks) {
     const ScratchFolder scratch;
     scratch.file("?", "");
-    const std::wstring folder(scratch.path().begin(), scratch.path().end());
-    const apPath lacking(apString(folder + L"/\u65E5"));
+    const std::wstring directory(scratch.path().begin(), scratch.path().end());
+    const apPath lacking(apString(directory + L"/\u65E5"));
     EXPECT_FALSE(lacking.narrow().is_null());
     const wchar_t half_a_pair[] = {0xD83D, 0};
     EXPECT_TRUE(apPath(apString(half_a_pair)).narrow().is_null());
     const ScopedCodePage western(ap_code_page_western);
-    EXPECT_TRUE(apPath(apString(folder + L"/?")).exists());
+    EXPECT_TRUE(apPath(apString(directory + L"/?")).exists());
     EXPECT_FALSE(lacking.exists());
     EXPECT_TRUE(lacking.narrow().is_null());
 }

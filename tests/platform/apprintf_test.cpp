@@ -29,7 +29,7 @@ TEST(apprintf, prints_a_name_and_a_number) {
     EXPECT_EQ(printed("%s = %f\n", "total", 1.5), "total = 1.500000\n");
 }
 
-TEST(apprintf, a_conversion_without_its_argument_is_printed_as_it_stands) {
+TEST(apprintf, a_conversion_without_its_argument_is_printed_unchanged) {
     EXPECT_EQ(printed("100%s done, %d of %n%-5.2f\n"), "100%s done, %d of %-5.2f\n");
     EXPECT_EQ(printed("%d and %d", 1), "1 and %d");
     EXPECT_EQ(printed("%*d", 5), "%*d");

@@ -11,7 +11,7 @@
 namespace {
 
 template <class List>
-std::vector<int> contents(const List& list) {
+std::vector<int> contents_of(const List& list) {
     std::vector<int> found;
     for (typename List::coIterator it(list); ++it;) found.push_back(*it);
     EXPECT_EQ(found, std::vector<int>(list.begin(), list.end()));
@@ -31,10 +31,10 @@ TYPED_TEST(coLists, inserts_and_removes_at_both_ends) {
     list.insert_last(2);
     list.insert_last(3);
     list.insert_first(1);
-    EXPECT_EQ(contents(list), (std::vector<int>{1, 2, 3}));
+    EXPECT_EQ(contents_of(list), (std::vector<int>{1, 2, 3}));
     EXPECT_NE(list.remove_last(), 0);
     EXPECT_NE(list.remove_first(), 0);
-    EXPECT_EQ(contents(list), (std::vector<int>{2}));
+    EXPECT_EQ(contents_of(list), (std::vector<int>{2}));
     EXPECT_NE(list.remove_last(), 0);
     EXPECT_EQ(list.remove_first(), 0);
     EXPECT_EQ(list.remove_last(), 0);
@@ -120,7 +120,7 @@ TYPED_TEST(coLists, a_cursor_inserts_around_its_element_and_stays_on_it) {
     cursor.insert_before(4);
     cursor.insert_first(3);
     cursor.insert_last(7);
-    EXPECT_EQ(contents(list), (std::vector<int>{3, 4, 5, 6, 7}));
+    EXPECT_EQ(contents_of(list), (std::vector<int>{3, 4, 5, 6, 7}));
     EXPECT_EQ(*cursor, 5);
     EXPECT_EQ(cursor.index(), 2);
 }
@@ -130,7 +130,7 @@ TYPED_TEST(coLists, a_cursor_before_the_first_inserts_at_the_ends) {
     typename TypeParam::coCursor cursor(list);
     cursor.insert_after(4);
     cursor.insert_before(6);
-    EXPECT_EQ(contents(list), (std::vector<int>{4, 5, 6}));
+    EXPECT_EQ(contents_of(list), (std::vector<int>{4, 5, 6}));
     EXPECT_EQ(cursor.index(), -1);
 }
 
@@ -144,9 +144,9 @@ TYPED_TEST(coLists, remove_moves_to_the_next_element) {
     EXPECT_NE(cursor.remove(), 0);
     EXPECT_EQ(cursor.index(), -1);
     EXPECT_EQ(cursor.remove(), 0);
-    EXPECT_EQ(contents(list), (std::vector<int>{1}));
+    EXPECT_EQ(contents_of(list), (std::vector<int>{1}));
     list.insert_last(9);
-    EXPECT_EQ(contents(list), (std::vector<int>{1, 9}));
+    EXPECT_EQ(contents_of(list), (std::vector<int>{1, 9}));
 }
 
 TYPED_TEST(coLists, after_remove_backwards_a_step_reaches_the_next_element) {
@@ -158,7 +158,7 @@ TYPED_TEST(coLists, after_remove_backwards_a_step_reaches_the_next_element) {
         if (*cursor % 2 == 1) cursor.remove_backwards();
     }
     EXPECT_EQ(visited, (std::vector<int>{1, 2, 3, 4, 5}));
-    EXPECT_EQ(contents(list), (std::vector<int>{2, 4}));
+    EXPECT_EQ(contents_of(list), (std::vector<int>{2, 4}));
     EXPECT_EQ(cursor.remove_backwards(), 0);
 }
 
@@ -191,13 +191,13 @@ TYPED_TEST(coLists, becomes_an_independent_copy) {
     TypeParam original{1, 2, 3};
     TypeParam copy(utCopy(), original);
     original.remove_first();
-    EXPECT_EQ(contents(copy), (std::vector<int>{1, 2, 3}));
+    EXPECT_EQ(contents_of(copy), (std::vector<int>{1, 2, 3}));
     copy.become(utCopy(), original);
-    EXPECT_EQ(contents(copy), (std::vector<int>{2, 3}));
+    EXPECT_EQ(contents_of(copy), (std::vector<int>{2, 3}));
     copy.become(utCopy(), copy);
-    EXPECT_EQ(contents(copy), (std::vector<int>{2, 3}));
+    EXPECT_EQ(contents_of(copy), (std::vector<int>{2, 3}));
     const TypeParam moved(std::move(copy));
-    EXPECT_EQ(contents(moved), (std::vector<int>{2, 3}));
+    EXPECT_EQ(contents_of(moved), (std::vector<int>{2, 3}));
 }
 
 TYPED_TEST(coLists, behaves_like_a_plain_list_under_random_changes) {
@@ -219,7 +219,7 @@ TYPED_TEST(coLists, behaves_like_a_plain_list_under_random_changes) {
                 random() % 2 == 0 ? cursor.remove() : cursor.remove_backwards();
                 plain.erase(plain.begin() + index);
             }
-            ASSERT_EQ(contents(list), plain);
+            ASSERT_EQ(contents_of(list), plain);
             ASSERT_EQ(list.size(), static_cast<int>(plain.size()));
         }
     }
@@ -261,7 +261,7 @@ TYPED_TEST(coLists, a_cursor_changes_its_element) {
     typename TypeParam::coCursor cursor(list);
     cursor.set_index(1);
     cursor.element() = 9;
-    EXPECT_EQ(contents(list), (std::vector<int>{1, 9}));
+    EXPECT_EQ(contents_of(list), (std::vector<int>{1, 9}));
     EXPECT_EQ(cursor.read(), 9);
 }
 
@@ -269,7 +269,7 @@ TYPED_TEST(coLists, work_with_standard_algorithms) {
     TypeParam list{3, 1, 2, 1};
     EXPECT_EQ(std::count(list.begin(), list.end(), 1), 2);
     std::replace(list.begin(), list.end(), 1, 5);
-    EXPECT_EQ(contents(list), (std::vector<int>{3, 5, 2, 5}));
+    EXPECT_EQ(contents_of(list), (std::vector<int>{3, 5, 2, 5}));
     typename TypeParam::iterator it = list.begin();
     EXPECT_EQ(*it++, 3);
     EXPECT_EQ(*it, 5);
@@ -282,10 +282,10 @@ TYPED_TEST(coLists, are_assigned_by_copying_and_by_moving) {
     const TypeParam original{1, 2};
     TypeParam copy{9};
     copy = original;
-    EXPECT_EQ(contents(copy), (std::vector<int>{1, 2}));
+    EXPECT_EQ(contents_of(copy), (std::vector<int>{1, 2}));
     TypeParam moved{7, 8, 9};
     moved = std::move(copy);
-    EXPECT_EQ(contents(moved), (std::vector<int>{1, 2}));
+    EXPECT_EQ(contents_of(moved), (std::vector<int>{1, 2}));
     const TypeParam constructed(moved);
     EXPECT_EQ(contents(constructed), (std::vector<int>{1, 2}));
 }
@@ -307,9 +307,9 @@ TEST(coDList, taking_the_elements_of_an_empty_list_changes_nothing) {
     coDList<int> list{1};
     coDList<int> empty;
     list.take_last(empty);
-    EXPECT_EQ(contents(list), (std::vector<int>{1}));
+    EXPECT_EQ(contents_of(list), (std::vector<int>{1}));
     list.take_last(empty, {});
-    EXPECT_EQ(contents(list), (std::vector<int>{1}));
+    EXPECT_EQ(contents_of(list), (std::vector<int>{1}));
 }
 
 TEST(coDList, links_both_ways_after_changes_in_the_middle) {
@@ -327,7 +327,7 @@ TEST(coDList, links_both_ways_after_changes_in_the_middle) {
 TEST(coDList, a_range_based_loop_can_change_the_elements) {
     coDList<int> list{1, 2, 3};
     for (int& element : list) element *= 10;
-    EXPECT_EQ(contents(list), (std::vector<int>{10, 20, 30}));
+    EXPECT_EQ(contents_of(list), (std::vector<int>{10, 20, 30}));
     EXPECT_EQ(list.read_last(), 30);
 }
 
@@ -336,14 +336,14 @@ TEST(coDList, takes_the_elements_of_another_list_at_their_addresses) {
     coDList<int> other{3, 4};
     const int* const third = &other.read_first();
     list.take_last(other);
-    EXPECT_EQ(contents(list), (std::vector<int>{1, 2, 3, 4}));
+    EXPECT_EQ(contents_of(list), (std::vector<int>{1, 2, 3, 4}));
     EXPECT_EQ(list.size(), 4);
     EXPECT_EQ(&*std::next(list.begin(), 2), third);
     EXPECT_EQ(other.size(), 0);
-    EXPECT_TRUE(contents(other).empty());
+    EXPECT_TRUE(contents_of(other).empty());
     other.take_last(list);
     list.take_last(list);
-    EXPECT_EQ(contents(other), (std::vector<int>{1, 2, 3, 4}));
+    EXPECT_EQ(contents_of(other), (std::vector<int>{1, 2, 3, 4}));
     EXPECT_EQ(list.size(), 0);
 }
 
@@ -351,7 +351,7 @@ TEST(coDList, takes_the_elements_of_another_list_in_a_new_order) {
     coDList<int> list{1};
     coDList<int> other{2, 3, 4};
     list.take_last(other, {2, 0, 1});
-    EXPECT_EQ(contents(list), (std::vector<int>{1, 4, 2, 3}));
+    EXPECT_EQ(contents_of(list), (std::vector<int>{1, 4, 2, 3}));
     EXPECT_EQ(list.size(), 4);
     EXPECT_EQ(other.size(), 0);
     std::vector<int> backwards;

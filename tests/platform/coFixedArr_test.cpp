@@ -9,7 +9,7 @@
 namespace {
 
 template <class Array>
-std::vector<int> contents(const Array& array) {
+std::vector<int> contents_of(const Array& array) {
     return std::vector<int>(array.begin(), array.end());
 }
 
@@ -22,7 +22,7 @@ coFixedArr<int> counting(int size) {
 }  // namespace
 
 TEST(coFixedArr, starts_with_zeros) {
-    EXPECT_EQ(contents(coFixedArr<int>(3)), (std::vector<int>{0, 0, 0}));
+    EXPECT_EQ(contents_of(coFixedArr<int>(3)), (std::vector<int>{0, 0, 0}));
     EXPECT_EQ(coFixedArr<int>().size(), 0);
     EXPECT_EQ(coFixedArr<int>(-1).size(), 0);
 }
@@ -31,7 +31,7 @@ TEST(coFixedArr, becoming_a_copy_takes_its_size) {
     const coFixedArr<int> large = counting(5);
     coFixedArr<int> array(2);
     array.become(utCopy(), large);
-    EXPECT_EQ(contents(array), (std::vector<int>{0, 1, 2, 3, 4}));
+    EXPECT_EQ(contents_of(array), (std::vector<int>{0, 1, 2, 3, 4}));
     array.become(utCopy(), coFixedArr<int>());
     EXPECT_EQ(array.size(), 0);
 }
@@ -42,13 +42,13 @@ TEST(coFixedArr, reuses_its_storage_for_the_same_size) {
     const int* const storage = array.array();
     array.become(utCopy(), source);
     EXPECT_EQ(array.array(), storage);
-    EXPECT_EQ(contents(array), contents(source));
+    EXPECT_EQ(contents_of(array), contents_of(source));
 }
 
 TEST(coFixedArr, is_empty_after_it_was_moved_from) {
     coFixedArr<int> source = counting(3);
     const coFixedArr<int> target(std::move(source));
-    EXPECT_EQ(contents(target), (std::vector<int>{0, 1, 2}));
+    EXPECT_EQ(contents_of(target), (std::vector<int>{0, 1, 2}));
     source = counting(2);
     EXPECT_EQ(source.size(), 2);
 }
@@ -73,7 +73,7 @@ TEST(coDynArr, starts_new_elements_at_zero) {
     array.resize(2);
     array[0] = 5;
     array.resize(3);
-    EXPECT_EQ(contents(array), (std::vector<int>{5, 0, 0}));
+    EXPECT_EQ(contents_of(array), (std::vector<int>{5, 0, 0}));
     array.resize(-1);
     EXPECT_EQ(array.size(), 0);
 }
@@ -90,7 +90,7 @@ TEST(coDynArr, becomes_an_independent_copy) {
     coDynArr<int> copy;
     copy.become(utCopy(), original);
     original[0] = 9;
-    EXPECT_EQ(contents(copy), (std::vector<int>{1, 2}));
+    EXPECT_EQ(contents_of(copy), (std::vector<int>{1, 2}));
 }
 
 TEST(coDynArr, takes_sizes_below_zero_as_zero) {
@@ -107,5 +107,5 @@ TEST(coDynArr, keeps_its_elements_when_it_shrinks) {
     array.reserve(100);
     array.add(1);
     array.shrink();
-    EXPECT_EQ(contents(array), (std::vector<int>{1}));
+    EXPECT_EQ(contents_of(array), (std::vector<int>{1}));
 }

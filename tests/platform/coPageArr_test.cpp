@@ -17,7 +17,7 @@ IntArr counting(int size, int shift = 2) {
     return array;
 }
 
-std::vector<int> contents(const IntArr& array) {
+std::vector<int> contents_of(const IntArr& array) {
     std::vector<int> found(static_cast<std::size_t>(array.size()));
     array.copyout(0, found.data(), array.size());
     return found;
@@ -125,7 +125,7 @@ TEST(coPageArr, is_assigned_by_copying_and_by_moving) {
 TEST(coPageArr, clear_keeps_the_first_elements) {
     IntArr array = counting(10);
     array.clear(3);
-    EXPECT_EQ(contents(array), (std::vector<int>{0, 1, 2}));
+    EXPECT_EQ(contents_of(array), (std::vector<int>{0, 1, 2}));
     EXPECT_EQ(array.pages(), 1);
     array.clear(7);
     EXPECT_EQ(array.size(), 3);
@@ -138,7 +138,7 @@ TEST(coPageArr, elements_past_the_mark_are_default_constructed_when_they_return)
     IntArr array = counting(4);
     array.clear(1);
     array[3];
-    EXPECT_EQ(contents(array), (std::vector<int>{0, 0, 0, 0}));
+    EXPECT_EQ(contents_of(array), (std::vector<int>{0, 0, 0, 0}));
 }
 
 TEST(coPageArr, shrink_keeps_spare_pages) {
@@ -153,16 +153,16 @@ TEST(coPageArr, shrink_keeps_spare_pages) {
 TEST(coPageArr, copies_across_pages_and_within_itself) {
     IntArr array = counting(10);
     array.copy(3, array, 0, 10);
-    EXPECT_EQ(contents(array), (std::vector<int>{0, 1, 2, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
+    EXPECT_EQ(contents_of(array), (std::vector<int>{0, 1, 2, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
     array.copy(0, array, 3, 10);
-    EXPECT_EQ(contents(array), (std::vector<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 7, 8, 9}));
+    EXPECT_EQ(contents_of(array), (std::vector<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 7, 8, 9}));
 }
 
 TEST(coPageArr, copies_in_and_out_of_plain_arrays) {
     const int plain[] = {7, 8, 9};
     IntArr array = counting(2);
     array.copyin(5, plain, 3);
-    EXPECT_EQ(contents(array), (std::vector<int>{0, 1, 0, 0, 0, 7, 8, 9}));
+    EXPECT_EQ(contents_of(array), (std::vector<int>{0, 1, 0, 0, 0, 7, 8, 9}));
     int out[2] = {};
     array.copyout(6, out, 2);
     EXPECT_EQ(out[0], 8);
@@ -172,7 +172,7 @@ TEST(coPageArr, copies_in_and_out_of_plain_arrays) {
 TEST(coPageArr, reverses_across_pages) {
     IntArr odd = counting(7);
     odd.reverse();
-    EXPECT_EQ(contents(odd), (std::vector<int>{6, 5, 4, 3, 2, 1, 0}));
+    EXPECT_EQ(contents_of(odd), (std::vector<int>{6, 5, 4, 3, 2, 1, 0}));
     IntArr none;
     none.reverse();
     EXPECT_EQ(none.size(), 0);
@@ -182,7 +182,7 @@ TEST(coPageArr, repaginate_drops_to_the_smallest_page_that_holds_the_elements) {
     IntArr array = counting(5, 8);
     EXPECT_NE(array.repaginate(), 0);
     EXPECT_EQ(array.page_size(), 8);
-    EXPECT_EQ(contents(array), (std::vector<int>{0, 1, 2, 3, 4}));
+    EXPECT_EQ(contents_of(array), (std::vector<int>{0, 1, 2, 3, 4}));
     EXPECT_EQ(array.repaginate(), 0);
 }
 
@@ -197,7 +197,7 @@ TEST(coPageArr, repaginate_of_one_element_makes_pages_of_one) {
     EXPECT_NE(array.repaginate(), 0);
     EXPECT_EQ(array.page_size(), 1);
     array.add(1);
-    EXPECT_EQ(contents(array), (std::vector<int>{0, 1}));
+    EXPECT_EQ(contents_of(array), (std::vector<int>{0, 1}));
 }
 
 TEST(coPageArr, repaginate_frees_pages_past_the_mark) {

@@ -33,7 +33,7 @@ bool operator==(const Named& a, const Named& b) { return a.number == b.number; }
 using NamedSet = coSet<Named>;
 
 template <class Set>
-std::set<int> contents(const Set& set) {
+std::set<int> contents_of(const Set& set) {
     std::set<int> found;
     for (typename Set::coIterator it(set); ++it;) found.insert(*it);
     EXPECT_EQ(found, std::set<int>(set.begin(), set.end()));
@@ -58,7 +58,7 @@ void expect_the_contents_of_a_plain_set_under_random_changes(unsigned seed, Set 
         ASSERT_EQ(set.size(), static_cast<int>(plain.size()));
         ASSERT_EQ(set.contains(element), plain.count(element) == 1);
     }
-    EXPECT_EQ(contents(set), plain);
+    EXPECT_EQ(contents_of(set), plain);
 }
 
 }  // namespace
@@ -183,7 +183,7 @@ TEST(coSet, closes_the_gap_when_colliding_elements_are_removed) {
         EXPECT_EQ(set.remove(removed), removed);
         EXPECT_FALSE(set.contains(removed));
     }
-    EXPECT_EQ(contents(set), (std::set<int>{1, 2, 4, 5, 7, 8, 9, 10, 11}));
+    EXPECT_EQ(contents_of(set), (std::set<int>{1, 2, 4, 5, 7, 8, 9, 10, 11}));
 }
 
 TEST(coSet, behaves_like_a_plain_set_under_random_changes) {
@@ -302,20 +302,20 @@ TEST(coSet, recognises_subsets) {
 TEST(coSet, unites_intersects_and_subtracts_in_place) {
     intcoSet set{1, 2, 3};
     set += intcoSet{3, 4};
-    EXPECT_EQ(contents(set), (std::set<int>{1, 2, 3, 4}));
+    EXPECT_EQ(contents_of(set), (std::set<int>{1, 2, 3, 4}));
     set *= intcoSet{2, 3, 4, 9};
-    EXPECT_EQ(contents(set), (std::set<int>{2, 3, 4}));
+    EXPECT_EQ(contents_of(set), (std::set<int>{2, 3, 4}));
     set -= intcoSet{3, 9};
-    EXPECT_EQ(contents(set), (std::set<int>{2, 4}));
+    EXPECT_EQ(contents_of(set), (std::set<int>{2, 4}));
 }
 
 TEST(coSet, combines_with_itself) {
     intcoSet set{1, 2, 3};
     const intcoSet& same = set;
     set += same;
-    EXPECT_EQ(contents(set), (std::set<int>{1, 2, 3}));
+    EXPECT_EQ(contents_of(set), (std::set<int>{1, 2, 3}));
     set *= same;
-    EXPECT_EQ(contents(set), (std::set<int>{1, 2, 3}));
+    EXPECT_EQ(contents_of(set), (std::set<int>{1, 2, 3}));
     set -= same;
     EXPECT_EQ(set.size(), 0);
 }
@@ -324,12 +324,12 @@ TEST(coSet, becomes_an_independent_copy) {
     intcoSet original{1, 2, 3};
     intcoSet copy(utCopy(), original);
     original.remove(2);
-    EXPECT_EQ(contents(copy), (std::set<int>{1, 2, 3}));
+    EXPECT_EQ(contents_of(copy), (std::set<int>{1, 2, 3}));
     copy.become(utCopy(), original);
-    EXPECT_EQ(contents(copy), (std::set<int>{1, 3}));
+    EXPECT_EQ(contents_of(copy), (std::set<int>{1, 3}));
     EXPECT_TRUE(copy == original);
     copy.become(utCopy(), copy);
-    EXPECT_EQ(contents(copy), (std::set<int>{1, 3}));
+    EXPECT_EQ(contents_of(copy), (std::set<int>{1, 3}));
 }
 
 TEST(coSet, keeps_its_slots_when_it_is_cleared) {

@@ -96,7 +96,7 @@ inline std::wstring decode(std::string_view bytes, int& status) {
 }
 
 /// The bytes of one character that is no surrogate.
-inline std::string bytes_of(char32_t character) {
+inline std::string contents_of(char32_t character) {
     if (character < 0x80) return {static_cast<char>(character)};
     std::string trails;
     char32_t rest = character;

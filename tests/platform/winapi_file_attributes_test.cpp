@@ -15,7 +15,7 @@ DWORD reason_of(const std::string& name) {
 
 }  // namespace
 
-TEST(GetFileAttributesA, tells_folders_files_and_read_only_files_apart) {
+TEST(GetFileAttributesA, tells_directories_files_and_read_only_files_apart) {
     const OpenScratchFolder scratch;
     const std::string file = scratch.file("file", "x");
     EXPECT_EQ(GetFileAttributesA(scratch.path().c_str()), 0x10u);
@@ -25,7 +25,7 @@ TEST(GetFileAttributesA, tells_folders_files_and_read_only_files_apart) {
     EXPECT_EQ(GetFileAttributesA(file.c_str()), 0x21u);
 }
 
-TEST(GetFileAttributesA, tells_what_is_missing) {
+TEST(GetFileAttributesA, reports_what_is_missing) {
     const OpenScratchFolder scratch;
     const std::string file = scratch.file("file", "x");
     EXPECT_EQ(reason_of(scratch.in("missing")), 2u);
@@ -35,18 +35,18 @@ TEST(GetFileAttributesA, tells_what_is_missing) {
     EXPECT_EQ(reason_of(file + "/"), 3u);
     EXPECT_EQ(reason_of(""), 3u);
     EXPECT_EQ(GetFileAttributesA(nullptr), INVALID_FILE_ATTRIBUTES);
-    EXPECT_EQ(reason_of("no_such_name_in_the_current_folder"), 2u);
+    EXPECT_EQ(reason_of("no_such_name_in_the_current_directory"), 2u);
     EXPECT_EQ(reason_of("/no_such_name_in_the_root"), 2u);
 }
 
-TEST(GetFileAttributesA, names_too_long_for_the_disk_are_told_as_such) {
+TEST(GetFileAttributesA, names_too_long_for_the_disk_are_reported_as_such) {
     const OpenScratchFolder scratch;
     for (const std::size_t length : {300u, 1000u, 5000u, 10000u}) {
         EXPECT_EQ(reason_of(scratch.in(std::string(length, 'x'))), 206u) << length;
     }
     std::string deep = scratch.path();
     while (deep.size() < 10000) {
-        deep += "/folder";
+        deep += "/directory";
     }
     EXPECT_EQ(reason_of(deep), 206u);
 }
@@ -58,37 +58,37 @@ TEST(GetFileAttributesA, keeps_the_last_error_when_it_succeeds) {
     EXPECT_EQ(GetLastError(), untouched);
 }
 
-TEST(GetFileAttributesA, a_link_has_attributes_of_its_own_wherever_it_leads) {
+TEST(GetFileAttributesA, a_symlink_has_attributes_of_its_own_wherever_it_leads) {
     const OpenScratchFolder scratch;
-    scratch.folder("folder");
+    scratch.directory("directory");
     scratch.file("file", "x");
-    EXPECT_EQ(GetFileAttributesA(scratch.link("to_folder", "folder").c_str()), 0x400u);
-    EXPECT_EQ(GetFileAttributesA(scratch.link("to_file", "file").c_str()), 0x400u);
-    EXPECT_EQ(GetFileAttributesA(scratch.link("to_nothing", "nothing").c_str()), 0x400u);
-    EXPECT_EQ(GetFileAttributesA(scratch.link("to_itself", "to_itself").c_str()), 0x400u);
-    EXPECT_EQ(GetFileAttributesA(scratch.in("to_folder/").c_str()), 0x10u);
+    EXPECT_EQ(GetFileAttributesA(scratch.symlink("to_directory", "directory").c_str()), 0x400u);
+    EXPECT_EQ(GetFileAttributesA(scratch.symlink("to_file", "file").c_str()), 0x400u);
+    EXPECT_EQ(GetFileAttributesA(scratch.symlink("to_nothing", "nothing").c_str()), 0x400u);
+    EXPECT_EQ(GetFileAttributesA(scratch.symlink("to_itself", "to_itself").c_str()), 0x400u);
+    EXPECT_EQ(GetFileAttributesA(scratch.in("to_directory/").c_str()), 0x10u);
     EXPECT_EQ(reason_of(scratch.in("to_itself/x")), 3u);
 }
 
-TEST(GetFileAttributesA, a_pipe_is_neither_folder_nor_file) {
+TEST(GetFileAttributesA, a_pipe_is_neither_directory_nor_file) {
     const OpenScratchFolder scratch;
     ASSERT_EQ(::mkfifo(scratch.in("pipe").c_str(), 0644), 0);
     EXPECT_EQ(GetFileAttributesA(scratch.in("pipe").c_str()), 0x40u);
 }
 
-TEST(GetFileAttributesA, bytes_that_are_no_text_and_marks_of_other_systems_are_names) {
+TEST(GetFileAttributesA, invalid_text_and_separators_of_other_systems_are_names) {
     const OpenScratchFolder scratch;
     for (const char* name : {"\xFF\xFE", "a|b", "a*b", "a?b", "a\\b", "trailing. ", "nul", "\n"}) {
         EXPECT_EQ(reason_of(scratch.in(name)), 2u) << name;
         scratch.file(name, "x");
         EXPECT_EQ(GetFileAttributesA(scratch.in(name).c_str()), 0x20u) << name;
     }
-    EXPECT_EQ(reason_of(scratch.in("NUL")), 2u);  // letters as they stand
+    EXPECT_EQ(reason_of(scratch.in("NUL")), 2u);  // the case of letters matters
 }
 
-TEST(GetFileAttributesA, a_folder_that_may_not_be_searched_denies_access) {
+TEST(GetFileAttributesA, a_directory_that_may_not_be_searched_denies_access) {
     const OpenScratchFolder scratch;
-    const std::string closed = scratch.folder("closed");
+    const std::string closed = scratch.directory("closed");
     scratch.file("closed/file", "x");
     ASSERT_EQ(::chmod(closed.c_str(), 0600), 0);
     EXPECT_EQ(without_rights([&] { return static_cast<int>(reason_of(closed + "/file")); }), 5);
@@ -99,7 +99,7 @@ TEST(GetFileAttributesA, a_folder_that_may_not_be_searched_denies_access) {
 TEST(GetFileAttributesA, a_fault_can_be_injected) {
     const OpenScratchFolder scratch;
     const std::string file = scratch.file("file", "x");
-    const FaultHook hook([](std::string_view call, std::string_view name) {
+    const Fault fault([](std::string_view call, std::string_view name) {
         return call == "GetFileAttributesA" && name.ends_with("/file") ? EACCES : 0;
     });
     EXPECT_EQ(reason_of(file), 5u);
@@ -113,7 +113,7 @@ TEST(GetFileAttributesA, last_errors_belong_to_their_thread) {
     EXPECT_EQ(GetLastError(), untouched);
 }
 
-TEST(SetFileAttributesA, sets_and_clears_the_right_to_write) {
+TEST(SetFileAttributesA, sets_and_clears_the_permission_to_write) {
     const OpenScratchFolder scratch;
     const std::string file = scratch.file("file", "x");
     ASSERT_EQ(::chmod(file.c_str(), 0666), 0);
@@ -130,14 +130,14 @@ TEST(SetFileAttributesA, sets_and_clears_the_right_to_write) {
     EXPECT_EQ(GetLastError(), 3u);
 }
 
-TEST(SetFileAttributesA, does_not_reach_through_a_link) {
+TEST(SetFileAttributesA, does_not_reach_through_a_symlink) {
     const OpenScratchFolder scratch;
     const std::string file = scratch.file("file", "x");
-    const std::string link = scratch.link("link", "file");
-    EXPECT_FALSE(SetFileAttributesA(link.c_str(), FILE_ATTRIBUTE_READONLY));
+    const std::string symlink = scratch.symlink("link", "file");
+    EXPECT_FALSE(SetFileAttributesA(symlink.c_str(), FILE_ATTRIBUTE_READONLY));
     EXPECT_EQ(GetLastError(), 5u);
     ASSERT_EQ(::chmod(file.c_str(), 0444), 0);
-    EXPECT_TRUE(SetFileAttributesA(link.c_str(), 0));
+    EXPECT_TRUE(SetFileAttributesA(symlink.c_str(), 0));
     EXPECT_EQ(GetFileAttributesA(file.c_str()), 0x21u);
 }
 
@@ -153,7 +153,7 @@ TEST(SetFileAttributesA, only_the_owner_may) {
               5);
 }
 
-TEST(_access, a_file_without_the_owners_right_is_refused_to_root_too) {
+TEST(_access, a_read_only_file_is_refused_to_root_too) {
     const OpenScratchFolder scratch;
     const std::string file = scratch.file("file", "x");
     EXPECT_EQ(_access(file.c_str(), 0), 0);
@@ -168,7 +168,7 @@ TEST(_access, a_file_without_the_owners_right_is_refused_to_root_too) {
     EXPECT_EQ(errno, ENOENT);
     EXPECT_EQ(_access(file.c_str(), 1), -1);
     EXPECT_EQ(errno, EINVAL);
-    EXPECT_EQ(_access(scratch.link("dead", "nothing").c_str(), 0), -1);
+    EXPECT_EQ(_access(scratch.symlink("dead", "nothing").c_str(), 0), -1);
 }
 
 TEST(_access, somebody_elses_file_is_refused) {
@@ -192,7 +192,7 @@ TEST(_stat64i32, tells_size_and_time) {
     ASSERT_EQ(_stat64i32(file.c_str(), &record), 0);
     EXPECT_EQ(record.st_size, 5);
     EXPECT_EQ(record.st_mtime, 5000000000);
-    ASSERT_EQ(_stat64i32(scratch.link("link", "file").c_str(), &record), 0);
+    ASSERT_EQ(_stat64i32(scratch.symlink("link", "file").c_str(), &record), 0);
     EXPECT_EQ(record.st_size, 5);
     EXPECT_EQ(_stat64i32(scratch.in("missing").c_str(), &record), -1);
     EXPECT_EQ(errno, ENOENT);

@@ -1,4 +1,4 @@
-// Full names, the current folder, temporary names and kinds of disks.
+// Full names, the current directory, temporary names and kinds of disks.
 #include <limits.h>
 #include <sys/vfs.h>
 #include <winapi/file_names.h>
@@ -15,7 +15,7 @@
 
 namespace {
 
-// Changes the current folder for as long as it lives.
+// Changes the current directory for as long as it lives.
 class CurrentFolder {
   public:
     explicit CurrentFolder(const std::string& name) {
@@ -58,8 +58,8 @@ std::string full_name(const std::string& name) {
     return std::string(buffer, length);
 }
 
-std::string temporary_name(const char* folder, const char* prefix) {
-    char* name = _tempnam(folder, prefix);
+std::string temporary_name(const char* directory, const char* prefix) {
+    char* name = _tempnam(directory, prefix);
     const std::string result = name == nullptr ? "" : name;
     std::free(name);
     return result;
@@ -83,9 +83,9 @@ TEST(GetFullPathNameA, folds_dots_and_stops_at_the_root) {
     }
 }
 
-TEST(GetFullPathNameA, relative_names_start_at_the_current_folder) {
+TEST(GetFullPathNameA, relative_names_start_at_the_current_directory) {
     const OpenScratchFolder scratch;
-    scratch.folder("sub");
+    scratch.directory("sub");
     const CurrentFolder current(scratch.in("sub"));
     const std::string here = std::filesystem::current_path().string();
     const std::string above = here.substr(0, here.rfind('/'));
@@ -129,11 +129,11 @@ TEST(GetFullPathNameA, names_of_every_length_fit_buffers_of_exactly_their_size) 
     }
 }
 
-TEST(GetFullPathNameA, a_current_folder_that_is_gone_is_a_failure) {
+TEST(GetFullPathNameA, a_current_directory_that_was_deleted_is_a_failure) {
     const OpenScratchFolder scratch;
-    const std::string gone = scratch.folder("gone");
+    const std::string removed = scratch.directory("removed");
     EXPECT_EQ(in_a_child([&] {
-                  if (::chdir(gone.c_str()) != 0 || ::rmdir(gone.c_str()) != 0) {
+                  if (::chdir(removed.c_str()) != 0 || ::rmdir(removed.c_str()) != 0) {
                       return 99;
                   }
                   char buffer[300];
@@ -172,24 +172,26 @@ TEST(_tempnam, keeps_the_whole_prefix_and_creates_nothing) {
     EXPECT_TRUE(temporary_name(nullptr, nullptr).starts_with(scratch.path() + "/"));
 }
 
-TEST(_tempnam, chooses_the_folder_in_order) {
+TEST(_tempnam, chooses_the_directory_in_order) {
     const OpenScratchFolder first, second, third;
-    const auto folder_of = [](const std::string& name) { return name.substr(0, name.rfind('/')); };
+    const auto directory_of = [](const std::string& name) {
+        return name.substr(0, name.rfind('/'));
+    };
     {
         const Variable tmpdir("TMPDIR", first.path().c_str());
         const Variable tmp("TMP", second.path().c_str());
-        EXPECT_EQ(folder_of(temporary_name(third.path().c_str(), "p")), first.path());
+        EXPECT_EQ(directory_of(temporary_name(third.path().c_str(), "p")), first.path());
     }
     {
-        const Variable tmpdir("TMPDIR", "/no/such/folder");
+        const Variable tmpdir("TMPDIR", "/no/such/directory");
         const Variable tmp("TMP", second.path().c_str());
-        EXPECT_EQ(folder_of(temporary_name(third.path().c_str(), "p")), second.path());
+        EXPECT_EQ(directory_of(temporary_name(third.path().c_str(), "p")), second.path());
     }
     const Variable tmpdir("TMPDIR", nullptr);
     const Variable tmp("TMP", "");
-    EXPECT_EQ(folder_of(temporary_name(third.path().c_str(), "p")), third.path());
-    EXPECT_EQ(folder_of(temporary_name(nullptr, "p")), "/tmp");
-    EXPECT_EQ(temporary_name("/no/such/folder", "p"), "");
+    EXPECT_EQ(directory_of(temporary_name(third.path().c_str(), "p")), third.path());
+    EXPECT_EQ(directory_of(temporary_name(nullptr, "p")), "/tmp");
+    EXPECT_EQ(temporary_name("/no/such/directory", "p"), "");
     EXPECT_EQ(errno, ENOENT);
 }
 
@@ -220,9 +222,9 @@ TEST(_tempnam, never_gives_a_name_twice_to_threads_and_processes) {
     }
     // A child starts from the same counter.
     const OpenScratchFolder scratch;
-    const std::string told = scratch.in("names");
+    const std::string list = scratch.in("names");
     EXPECT_EQ(in_a_child([&] {
-                  std::ofstream stream(told);
+                  std::ofstream stream(list);
                   for (int j = 0; j < each; ++j) {
                       stream << temporary_name(nullptr, "p") << '\n';
                   }
@@ -232,7 +234,7 @@ TEST(_tempnam, never_gives_a_name_twice_to_threads_and_processes) {
     for (int j = 0; j < each; ++j) {
         names.insert(temporary_name(nullptr, "p"));
     }
-    std::ifstream stream(told);
+    std::ifstream stream(list);
     std::string name;
     while (std::getline(stream, name)) {
         EXPECT_TRUE(names.insert(name).second) << name;
@@ -250,7 +252,7 @@ TEST(_tempnam, neighbouring_names_cannot_be_foreseen) {
     EXPECT_NE(digits_of(a).substr(4), digits_of(b).substr(4));
 }
 
-TEST(GetDriveTypeA, an_ordinary_folder_is_not_remote) {
+TEST(GetDriveTypeA, an_ordinary_directory_is_not_remote) {
     const OpenScratchFolder scratch;
     EXPECT_NE(GetDriveTypeA(scratch.path().c_str()), DRIVE_REMOTE);
     EXPECT_NE(GetDriveTypeA(scratch.path().c_str()), DRIVE_NO_ROOT_DIR);
@@ -260,7 +262,7 @@ TEST(GetDriveTypeA, an_ordinary_folder_is_not_remote) {
 }
 
 TEST(GetDriveTypeA, what_is_missing_has_no_root) {
-    EXPECT_EQ(GetDriveTypeA("/no/such/folder"), DRIVE_NO_ROOT_DIR);
+    EXPECT_EQ(GetDriveTypeA("/no/such/directory"), DRIVE_NO_ROOT_DIR);
     EXPECT_EQ(GetDriveTypeA("Q:\\"), DRIVE_NO_ROOT_DIR);
     EXPECT_EQ(GetDriveTypeA(""), DRIVE_NO_ROOT_DIR);
     EXPECT_EQ(GetDriveTypeA(std::string(10000, 'x').c_str()), DRIVE_NO_ROOT_DIR);
@@ -273,7 +275,7 @@ TEST(GetDriveTypeA, two_leading_slashes_mean_remote) {
     EXPECT_NE(GetDriveTypeA("/tmp"), DRIVE_REMOTE);
 }
 
-TEST(GetDriveTypeA, a_disk_in_memory_is_told_as_one) {
+TEST(GetDriveTypeA, a_disk_in_memory_is_recognised) {
     struct statfs record;
     constexpr auto tmpfs = 0x01021994;
     if (::statfs("/dev/shm", &record) != 0 || record.f_type != tmpfs) {
@@ -282,18 +284,19 @@ TEST(GetDriveTypeA, a_disk_in_memory_is_told_as_one) {
     EXPECT_EQ(GetDriveTypeA("/dev/shm"), DRIVE_RAMDISK);
 }
 
-TEST(GetDriveTypeA, a_folder_can_be_named_as_remote) {
+TEST(GetDriveTypeA, a_directory_can_be_named_as_remote) {
     const OpenScratchFolder scratch;
-    scratch.folder("remote");
-    const std::string neighbour = scratch.folder("remote_not");
+    scratch.directory("remote");
+    const std::string neighbour = scratch.directory("remote_not");
     const std::string file = scratch.file("remote/file", "x");
-    const std::string link = scratch.link("link", "remote/file");
+    const std::string symlink = scratch.symlink("link", "remote/file");
     const std::string remote = scratch.in("remote");
-    winapi_set_remote_folder(remote.c_str());
-    EXPECT_EQ(GetDriveTypeA(remote.c_str()), DRIVE_REMOTE);
-    EXPECT_EQ(GetDriveTypeA(file.c_str()), DRIVE_REMOTE);
-    EXPECT_EQ(GetDriveTypeA(link.c_str()), DRIVE_REMOTE);
-    EXPECT_NE(GetDriveTypeA(neighbour.c_str()), DRIVE_REMOTE);
-    winapi_set_remote_folder(nullptr);
+    {
+        const RemoteDirectory remote_directory(remote);
+        EXPECT_EQ(GetDriveTypeA(remote.c_str()), DRIVE_REMOTE);
+        EXPECT_EQ(GetDriveTypeA(file.c_str()), DRIVE_REMOTE);
+        EXPECT_EQ(GetDriveTypeA(symlink.c_str()), DRIVE_REMOTE);
+        EXPECT_NE(GetDriveTypeA(neighbour.c_str()), DRIVE_REMOTE);
+    }
     EXPECT_NE(GetDriveTypeA(file.c_str()), DRIVE_REMOTE);
 }

@@ -1,4 +1,4 @@
-// Listing folders.
+// Listing directories.
 #include <fcntl.h>
 #include <winapi/find_file.h>
 #include <winapi/processes.h>
@@ -34,7 +34,7 @@ std::vector<std::string> failure(int reason) { return {"failed", std::to_string(
 
 using Names = std::vector<std::string>;
 
-// The rule told once more, one byte a character, by trying every length for each star.
+// The same rule, one byte a character, by trying every length for each star.
 bool plainly_fits(std::string_view name, std::string_view pattern) {
     if (pattern.empty()) {
         return name.empty();
@@ -68,13 +68,13 @@ TEST(FindFirstFileA, lists_by_byte_value_with_the_dots_first) {
                      "b", "\xC3\xA9", "\xFF"}));
 }
 
-TEST(FindFirstFileA, an_empty_folder_has_its_dots) {
+TEST(FindFirstFileA, an_empty_directory_has_its_dots) {
     const OpenScratchFolder scratch;
     EXPECT_EQ(names_for(scratch.in("*")), (Names{".", ".."}));
     EXPECT_EQ(names_for(scratch.in("*.*")), (Names{".", ".."}));
 }
 
-TEST(FindFirstFileA, wildcards_stand_for_runs_and_for_one_character) {
+TEST(FindFirstFileA, wildcards_match_runs_and_one_character) {
     const OpenScratchFolder scratch;
     for (const char* name : {"a.txt", "ab.txt", "\xC3\xA9.txt", "a.dat", "txt", "abcabcabd"}) {
         scratch.file(name, "");
@@ -131,21 +131,21 @@ TEST(FindFirstFileA, many_stars_take_no_time) {
     EXPECT_EQ(names_for(scratch.in(pattern + "*b")), failure(2));
 }
 
-TEST(FindFirstFileA, a_plain_name_gives_that_entry_folders_too) {
+TEST(FindFirstFileA, a_plain_name_gives_that_entry_directories_too) {
     const OpenScratchFolder scratch;
-    scratch.folder("folder");
-    scratch.file("folder/inside", "");
+    scratch.directory("directory");
+    scratch.file("directory/inside", "");
     WIN32_FIND_DATAA entry;
-    HANDLE search = FindFirstFileA(scratch.in("folder").c_str(), &entry);
+    HANDLE search = FindFirstFileA(scratch.in("directory").c_str(), &entry);
     ASSERT_NE(search, INVALID_HANDLE_VALUE);
-    EXPECT_STREQ(entry.cFileName, "folder");
+    EXPECT_STREQ(entry.cFileName, "directory");
     EXPECT_EQ(entry.dwFileAttributes, 0x10u);
     EXPECT_FALSE(FindNextFileA(search, &entry));
     EXPECT_EQ(GetLastError(), 18u);
     EXPECT_TRUE(FindClose(search));
 }
 
-TEST(FindFirstFileA, tells_why_it_found_nothing) {
+TEST(FindFirstFileA, reports_why_it_found_nothing) {
     const OpenScratchFolder scratch;
     scratch.file("file", "");
     EXPECT_EQ(names_for(scratch.in("missing")), failure(2));
@@ -161,12 +161,12 @@ TEST(FindFirstFileA, tells_why_it_found_nothing) {
     EXPECT_EQ(FindFirstFileA(nullptr, nullptr), INVALID_HANDLE_VALUE);
 }
 
-TEST(FindFirstFileA, lists_the_current_folder_and_the_root) {
+TEST(FindFirstFileA, lists_the_current_directory_and_the_root) {
     EXPECT_EQ(names_for("/*").front(), ".");
     EXPECT_EQ(names_for("*").front(), ".");
 }
 
-TEST(FindFirstFileA, tells_size_time_and_kind) {
+TEST(FindFirstFileA, reports_size_time_and_kind) {
     const OpenScratchFolder scratch;
     const std::string file = scratch.file("file", "12345");
     ASSERT_EQ(::truncate(file.c_str(), 0x100000003), 0);
@@ -186,9 +186,9 @@ TEST(FindFirstFileA, tells_size_time_and_kind) {
     EXPECT_STREQ(entry.cAlternateFileName, "");
 }
 
-TEST(FindFirstFileA, a_link_tells_of_itself) {
+TEST(FindFirstFileA, a_symlink_is_described_itself) {
     const OpenScratchFolder scratch;
-    scratch.link("link", ".");
+    scratch.symlink("link", ".");
     WIN32_FIND_DATAA entry;
     HANDLE search = FindFirstFileA(scratch.in("l*").c_str(), &entry);
     ASSERT_NE(search, INVALID_HANDLE_VALUE);
@@ -215,17 +215,17 @@ TEST(FindFirstFileA, an_entry_that_vanishes_before_its_turn_is_left_out) {
     EXPECT_EQ(names, (Names{"..", "a", "c"}));
 }
 
-TEST(FindFirstFileA, a_folder_that_may_not_be_read_denies_access) {
+TEST(FindFirstFileA, a_directory_that_may_not_be_read_denies_access) {
     const OpenScratchFolder scratch;
-    const std::string closed = scratch.folder("closed");
+    const std::string closed = scratch.directory("closed");
     ASSERT_EQ(::chmod(closed.c_str(), 0300), 0);
     EXPECT_EQ(without_rights([&] { return names_for(closed + "/*") == failure(5) ? 0 : 1; }), 0);
     ASSERT_EQ(::chmod(closed.c_str(), 0700), 0);
 }
 
-TEST(FindFirstFileA, a_folder_that_may_be_read_but_not_searched_gives_names_without_attributes) {
+TEST(FindFirstFileA, a_directory_that_may_be_read_but_not_searched_gives_names_without_attributes) {
     const OpenScratchFolder scratch;
-    const std::string closed = scratch.folder("closed");
+    const std::string closed = scratch.directory("closed");
     scratch.file("closed/file", "x");
     ASSERT_EQ(::chmod(closed.c_str(), 0744), 0);
     if (::geteuid() != 0) {
@@ -250,47 +250,7 @@ TEST(FindFirstFileA, names_of_255_bytes_come_whole) {
     EXPECT_EQ(names_for(scratch.in("n*")), Names{longest});
 }
 
-TEST(winapi_find_first_kind, gives_the_names_of_FindFirstFileA_and_what_they_are) {
-    const OpenScratchFolder scratch;
-    scratch.folder("folder");
-    const std::string file = scratch.file("file", "12345");
-    ASSERT_EQ(::chmod(file.c_str(), 0444), 0);
-    scratch.link("link", "folder");
-    ASSERT_EQ(::mkfifo(scratch.in("pipe").c_str(), 0666), 0);
-    WIN32_FIND_DATAA entry;
-    HANDLE search = winapi_find_first_kind(scratch.in("*").c_str(), &entry);
-    ASSERT_NE(search, INVALID_HANDLE_VALUE);
-    std::vector<std::pair<std::string, DWORD>> kinds;
-    do {
-        kinds.emplace_back(entry.cFileName, entry.dwFileAttributes);
-    } while (FindNextFileA(search, &entry));
-    EXPECT_TRUE(FindClose(search));
-    EXPECT_EQ(kinds, (std::vector<std::pair<std::string, DWORD>>{{".", 0x10},
-                                                                 {"..", 0x10},
-                                                                 {"file", 0x20},
-                                                                 {"folder", 0x10},
-                                                                 {"link", 0x400},
-                                                                 {"pipe", 0x40}}));
-    EXPECT_EQ(winapi_find_first_kind(scratch.in("missing/*").c_str(), &entry),
-              INVALID_HANDLE_VALUE);
-    EXPECT_EQ(GetLastError(), 3u);
-}
-
-TEST(winapi_find_first_kind, tells_no_kinds_in_a_folder_that_may_not_be_searched) {
-    const OpenScratchFolder scratch;
-    const std::string closed = scratch.folder("closed");
-    scratch.file("closed/file", "x");
-    ASSERT_EQ(::chmod(closed.c_str(), ::geteuid() == 0 ? 0744 : 0400), 0);
-    EXPECT_EQ(without_rights([&] {
-                  WIN32_FIND_DATAA entry;
-                  HANDLE search = winapi_find_first_kind((closed + "/f*").c_str(), &entry);
-                  return search != INVALID_HANDLE_VALUE && entry.dwFileAttributes == 0 ? 0 : 1;
-              }),
-              0);
-    ASSERT_EQ(::chmod(closed.c_str(), 0700), 0);
-}
-
-TEST(FindClose, refuses_what_is_no_search) {
+TEST(FindClose, refuses_other_handles) {
     const OpenScratchFolder scratch;
     WIN32_FIND_DATAA entry;
     HANDLE search = FindFirstFileA(scratch.in("*").c_str(), &entry);

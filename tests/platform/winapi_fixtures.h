@@ -3,52 +3,34 @@
 
 #include <sys/stat.h>
 #include <unistd.h>
-#include <winapi/faults.h>
 #include <winapi/last_error.h>
 
 #include <csignal>
-#include <fstream>
-#include <functional>
-#include <sstream>
 #include <string>
-#include <utility>
 
 #include "child_process.h"
+#include "disk_fault.h"
+#include "file_contents.h"
 #include "scratch_folder.h"
 
 /// A last error that no call sets, to see whether one set any.
 inline constexpr DWORD untouched = 0xABCD;
-
-/// Ends the hook for faults at the end of a test.
-class FaultHook {
-  public:
-    explicit FaultHook(winapi_fault_hook hook) { winapi_set_fault_hook(std::move(hook)); }
-    FaultHook(const FaultHook&) = delete;
-    FaultHook& operator=(const FaultHook&) = delete;
-    ~FaultHook() { winapi_set_fault_hook({}); }
-};
-
-inline std::string bytes_of(const std::string& name) {
-    std::ostringstream bytes;
-    bytes << std::ifstream(name, std::ios::binary).rdbuf();
-    return bytes.str();
-}
 
 inline bool is_there(const std::string& name) {
     struct stat record;
     return ::lstat(name.c_str(), &record) == 0;
 }
 
-/// A folder of a test that everybody may look into and write to.
+/// A directory of a test that every user may read and write.
 class OpenScratchFolder : public ScratchFolder {
   public:
     OpenScratchFolder() { ::chmod(path().c_str(), 0777); }
     std::string in(const std::string& name) const { return path() + "/" + name; }
-    std::string folder(const std::string& name) const {
+    std::string directory(const std::string& name) const {
         EXPECT_EQ(::mkdir(in(name).c_str(), 0755), 0);
         return in(name);
     }
-    std::string link(const std::string& name, const std::string& leads_to) const {
+    std::string symlink(const std::string& name, const std::string& leads_to) const {
         EXPECT_EQ(::symlink(leads_to.c_str(), in(name).c_str()), 0);
         return in(name);
     }

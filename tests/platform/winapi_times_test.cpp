@@ -12,6 +12,7 @@
 #include <thread>
 
 #include "platform/winapi_fixtures.h"
+#include "scoped_zone.h"
 
 namespace {
 
@@ -32,20 +33,9 @@ std::int64_t plain_days_until(int year, int month, int day) {
     return days;
 }
 
-class Zone {
-  public:
-    explicit Zone(const char* zone) { ::setenv("TZ", zone, 1); }
-    Zone(const Zone&) = delete;
-    Zone& operator=(const Zone&) = delete;
-    ~Zone() {
-        ::unsetenv("TZ");
-        ::tzset();
-    }
-};
-
 }  // namespace
 
-TEST(_time64, tells_the_seconds_twice) {
+TEST(_time64, returns_the_seconds_twice) {
     __time64_t stored = 0;
     const __time64_t before = std::time(nullptr);
     const __time64_t now = _time64(&stored);
@@ -82,13 +72,13 @@ TEST(_gmtime64, refuses_null_and_years_beyond_the_record) {
     EXPECT_EQ(_ctime64(&too_late), nullptr);
 }
 
-TEST(_localtime64, goes_by_the_zone_of_the_environment_as_it_stands) {
+TEST(_localtime64, uses_the_present_zone_of_the_environment) {
     const __time64_t seconds = 0;
     {
-        const Zone zone("EAST-5");
+        const ScopedZone zone("EAST-5");
         EXPECT_EQ(_localtime64(&seconds)->tm_hour, 5);
     }
-    const Zone zone("WEST3");
+    const ScopedZone zone("WEST3");
     EXPECT_EQ(_localtime64(&seconds)->tm_hour, 21);
     EXPECT_EQ(_localtime64(&seconds)->tm_mday, 31);
 }
@@ -103,7 +93,7 @@ TEST(_localtime64, shares_its_record_with_gmtime_in_one_thread_and_with_no_other
 }
 
 TEST(_ctime64, writes_the_day_in_two_digits_whatever_the_locale) {
-    const Zone zone("UTC0");
+    const ScopedZone zone("UTC0");
     const __time64_t seconds = 315626635;
     EXPECT_STREQ(_ctime64(&seconds), "Wed Jan 02 02:03:55 1980\n");
     const __time64_t before = -1;

@@ -2,7 +2,7 @@
 //
 // The text is converted once; places are counted in UTF-16 code units. The classes are Unicode's,
 // whatever the locale: see ap_is_alnum and its family. A surrogate is in no class. All tests
-// answer 1 or 0, and 0 for a place outside the text.
+// return 1 or 0, and 0 for a position outside the text.
 #pragma once
 
 #include <nmktoolbox/export.h>

@@ -15,7 +15,7 @@ class NMKTOOLBOX_EXPORT nmkEscapeString {
     /// Holds the text as it is.
     explicit nmkEscapeString(const utString& text);
 
-    /// Holds what the escaped text stands for: each "%" with two hexadecimal digits becomes the
+    /// Holds the unescaped text: each "%" with two hexadecimal digits becomes the
     /// byte of that value. A "%" without them stays as it is.
     nmkEscapeString(nmkEscapeStringUrl, const utString& escaped);
 

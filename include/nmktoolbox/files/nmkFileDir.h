@@ -5,12 +5,16 @@
 // Bytes that the encoding cannot decode are kept: such a name is worked on byte by byte, and is
 // found, copied and deleted like any other.
 //
-// Nothing throws or prints (diagnose_file_deletion_failure apart); answers are 1 or 0, where 1 says
-// that the state is as wanted: having nothing to delete is a success.
+// Nothing throws or prints (diagnose_file_deletion_failure apart). Operations return 1 when the
+// state is as wanted, so that having nothing to delete is a success, and 0 when they failed. errno
+// then has the reason, until the thread makes its next call: ENOENT, EACCES, EEXIST, ENOTEMPTY,
+// ENOSPC and the other errors of the disk; ECANCELED when the progress reporter stopped a copy;
+// EBUSY for a copy of a file onto itself; ENODATA when the file became shorter while it was copied.
+// Questions (exist, is_dir, is_valid, ...) return 1 for yes and 0 for no, and leave no reason.
 //
-// A symbolic link to a directory counts as a directory; delete_tree takes away the link and never
-// goes through it, and copies make a link of it again. No operation locks anything. An object is
-// for one thread at a time; get_native and set_cwd concern the whole process.
+// A symlink to a directory counts as a directory; delete_tree takes away the symlink and
+// never goes through it, and copies create the symlink again. No operation locks anything. An
+// object is for one thread at a time; get_native and set_cwd concern the whole process.
 #pragma once
 
 #include <apsl/apIStringEncoding.h>
@@ -18,6 +22,8 @@
 #include <nmkprogressbreak/nmkProgressBreak.h>
 #include <nmktoolbox/export.h>
 #include <utils/utString.h>
+
+#include <string>
 
 /// Picks the constructor of a name that is to be set later. The value is not read.
 enum nmkFileDirEncoding { nmkFileDirEncodingTag };
@@ -41,8 +47,8 @@ class NMKTOOLBOX_EXPORT nmkFileDir {
     /// A name that did not exist a moment ago, in the directory for temporary files (TMPDIR), with
     /// "nmk_" and the process number at the start of the file part and `suffix` at its very end.
     ///
-    /// No two are alike, in this process or between processes. The file is not made: who makes it
-    /// should ask for a new file. No name when there is no such directory.
+    /// No two are alike, in this process or between processes. The file is not created: create it
+    /// so that an existing file is refused. No name when there is no such directory.
     nmkFileDir(nmkFileDirTmpFilename, const utString& suffix, const apIStringEncoding* encoding);
 
     nmkFileDir(const nmkFileDir&) = default;
@@ -54,6 +60,9 @@ class NMKTOOLBOX_EXPORT nmkFileDir {
 
     const utString& get() const { return m_path; }
 
+    /// The name; empty when there is none, where get().c_str() is null.
+    std::string str() const { return std::string(m_path.view()); }
+
     /// The name with backslashes as separators, in one text that all objects share: the next call,
     /// on any object and any thread, overwrites it. Not for two threads at the same time.
     const utString& get_native() const;
@@ -61,7 +70,7 @@ class NMKTOOLBOX_EXPORT nmkFileDir {
     /// The name as wide text; empty when it cannot be decoded exactly, or there is none.
     apPathName get_ap_path_name() const;
 
-    /// Appends "/" and `name` as it stands. No name at all becomes the rooted "/name".
+    /// Appends "/" and `name` unchanged. A null name becomes the rooted "/name".
     void add_one(const char* name);
 
     /// Puts `base` and "/" in front. A name that starts with "." or "/", or has ":" as its second
@@ -109,8 +118,7 @@ class NMKTOOLBOX_EXPORT nmkFileDir {
     /// with a drive or a server; any other name stays, as does one without "~".
     void make_long_pathname();
 
-    /// 1 when there is something of that name, be it a link that leads nowhere, or when it cannot
-    /// be told because access is denied.
+    /// 1 when something has that name, also a dangling symlink, and when access to it is denied.
     int exist() const;
 
     /// 1 when it exists, can be looked at, and is not a directory.
@@ -126,28 +134,29 @@ class NMKTOOLBOX_EXPORT nmkFileDir {
     /// 1 when a new file could really be made in the directory; it is deleted at once.
     int is_dir_writeable() const;
 
-    /// 1 when the access rights say that the file can be written.
+    /// 1 when the file's mode allows writing it; a read-only file is refused also to root.
     int is_file_writeable() const;
 
-    /// 1 when the file exists and stands on no network drive. A name with two leading slashes is a
+    /// 1 when the file exists and is not on a network drive. A name with two leading slashes is a
     /// network name.
     int is_local_file() const;
 
     /// Replaces the name of a network file by that of a copy among the temporary files, readable
     /// and writeable for the owner alone.
     ///
-    ///   progress  null, or told percentages of 0 to 100; a stop asked for ends the copy
-    ///   answer    1 when a copy was made; 0 when none was needed or it failed
+    ///   progress  null, or receives percentages of 0 to 100; it may stop the copy
+    ///   returns   1 when a copy was made; 0 when it failed, and when none was needed (errno is 0
+    ///   then)
     ///
     /// The name is that of the copy even when the copy failed, which leaves no file behind.
     int make_local_file(nmkProgressBreak* progress);
 
-    /// Makes the directory, and its parents where they are missing. 1 when it was there already,
-    /// also when it is a file, or the name is null.
+    /// Creates the directory, and its parents where they are missing. 1 when the name exists
+    /// already, also as a file, or is null.
     int mkdir() const;
 
-    /// Removes an empty directory, read-only or not; of a link to one, the link. 1 when there is no
-    /// directory of that name.
+    /// Removes an empty directory, read-only or not; of a symlink to one, the symlink. 1 when no
+    /// directory has that name.
     int rmdir() const;
 
     /// Renames a file, never onto something that exists. 1 without doing anything for no name, a
@@ -155,46 +164,49 @@ class NMKTOOLBOX_EXPORT nmkFileDir {
     int rename_file(const char* to) const;
 
     /// Copies the file to `target`, or into it when that is a directory; the copy is readable and
-    /// writeable for the owner alone. A file that is there is overwritten, except by itself. 0 when
-    /// anything fails, and no half of a file is left then.
+    /// writeable for the owner alone. An existing file is overwritten, except
+    /// by itself; a symlink to a file means that file. The copy gets its name when it is whole:
+    /// after a failure, and when the process is killed, the target is as it was.
     int copy_file(const nmkFileDir& target) const;
 
-    /// Copies the directory into `target` under its own name, and goes on past what cannot be
+    /// Copies the directory into `target` under its own name, and continues past what cannot be
     /// copied. Nothing at all is done when the copy would be the directory itself or in it.
-    /// A link to a directory becomes a link to the same place.
+    ///
+    /// A symlink to a directory becomes a symlink to the same place, unless its name is taken; of
+    /// other symlinks the file is copied. The copy never leaves the target, even when another
+    /// process puts a symlink there meanwhile: one in the place of a file is replaced by the copy,
+    /// one in the place of a directory is left alone, with what would be copied below it.
     void copy_dir(const nmkFileDir& target) const;
 
-    /// The same with what is in the directory, straight into `target`.
+    /// The same with what is in the directory, straight into `target`. A missing target is created
+    /// when a subdirectory is copied; with files alone, each is copied onto the target's name.
     void copy_dir_contents(const nmkFileDir& target) const;
 
     /// Deletes a file. 1 without doing anything for no name, a directory, and a missing file; 0 for
-    /// one without the owner's right to write, or when the system refuses.
+    /// one that its owner may not write, or when the system refuses.
     int delete_file() const;
 
     /// Tries up to `attempts` times (at least 1) with `wait` milliseconds between. With 0 attempts
-    /// one try is still made, and the answer is 0 even if it worked.
+    /// one try is still made, and the result is 0 even if it worked.
     int delete_file(int attempts, int wait) const;
 
-    /// Deletes the directory and all that is in it, and stops at the first thing that cannot go. 1
-    /// when there is no directory of that name.
+    /// Deletes the directory and all that is in it, and stops at the first entry that cannot be
+    /// deleted. 1 when no directory has that name.
     ///
-    /// Links are deleted, never followed, even when another process puts one in the place of a
-    /// directory while the work goes on.
+    /// Symlinks are deleted, never followed, even when another process puts one in the place of a
+    /// directory meanwhile.
     int delete_tree() const;
 
     /// The same with attempts and waiting as for delete_file.
     int delete_tree(int attempts, int wait) const;
 
-    /// Bytes of the file; -1 when that cannot be told in 32 bits, or at all.
+    /// Bytes of the file; -1, with errno, when it cannot be read or needs more than 32 bits.
     int size() const;
 
-    /// Seconds since 1970 of the last change; 0 when it cannot be told.
+    /// Seconds since 1970 of the last change; 0 when it cannot be read.
     long long modification_time() const;
 
   private:
-    // The tests reach the private operations through it; it is defined by them.
-    friend struct nmkFileDirAccess;
-
     static const apIStringEncoding* choose_ut_encoding(const apIStringEncoding* encoding);
     void set_ut_encoding(const apIStringEncoding* encoding) { m_encoding = encoding; }
 
@@ -212,12 +224,9 @@ class NMKTOOLBOX_EXPORT nmkFileDir {
     static int mkdir(const utString& path);
     static int delete_file(utString path);
 
-    /// Copies what is in the directory into `target`; `top` is where the whole copy started.
-    void copy_entries(const nmkFileDir& target, const nmkFileDir& top) const;
-
     /// Where NMK_DIAGNOSE_UNLINK is set in the environment, writes to the standard output when and
     /// what could not be deleted, and which processes hold it. Nothing here calls it: it is for
-    /// looking into a file that will not go away.
+    /// finding out why a file cannot be deleted.
     void diagnose_file_deletion_failure() const;
 
     utString m_path;

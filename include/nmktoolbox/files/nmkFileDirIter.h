@@ -18,7 +18,7 @@
 enum nmkFileDirIterType {
     nmkFileDirIterAll = 0,
     nmkFileDirIterFiles = 1,        // what is_file, and has the extension where one is given
-    nmkFileDirIterDirectories = 2,  // what is_dir, links to directories among them
+    nmkFileDirIterDirectories = 2,  // what is_dir, symlinks to directories among them
 };
 
 class NMKTOOLBOX_EXPORT nmkFileDirIter : public nmkFileDircoPageArr {

@@ -11,6 +11,6 @@ NMKTOOLBOX_EXPORT int nmkCheckFilenameExt(const char* name, const char* ext);
 /// The name with "." and `ext` at its end, unless it has an extension already or, by a "." at the
 /// end of two bytes or more, asks for none; that dot is dropped.
 ///
-/// A "." followed by a "/" or a backslash belongs to a folder. Null for a null `name`; a null `ext`
-/// counts as the empty text.
+/// A "." followed by a "/" or a backslash belongs to a directory. Null for a null `name`; a null
+/// `ext` counts as the empty text.
 NMKTOOLBOX_EXPORT utString nmkMakeFilenameExt(const char* name, const char* ext);

@@ -1,7 +1,7 @@
 // nmkMessageFormatter: formatted messages of any length.
 //
-// The texts given stand in a buffer of the formatter: good until its next call, and for one user at
-// a time. Numbers have "." for a point and no separators, whatever the locale.
+// The texts returned are in a buffer of the formatter: valid until its next call, and for one user
+// at a time. Numbers have "." for a point and no separators, whatever the locale.
 #pragma once
 
 #include <nmktoolbox/export.h>
@@ -13,8 +13,8 @@ class NMKTOOLBOX_EXPORT nmkMessageFormatter {
     /// Starts with room for 127 bytes and the nul; the text is empty.
     nmkMessageFormatter();
 
-    /// What printf makes of the format and the arguments, which nobody checks against each other.
-    /// Where that fails, or `format` is null, the answer is the text of the call before. An
+    /// What printf makes of the format and the arguments, which are not checked against each other.
+    /// Where that fails, or `format` is null, it returns the text of the call before. An
     /// argument may be such a text.
     const char* unchecked_concatenate(const char* format, ...)
 #if defined(__GNUC__)
@@ -23,7 +23,7 @@ class NMKTOOLBOX_EXPORT nmkMessageFormatter {
         ;
 
     /// The format with each "%s" replaced by the next of `arguments`, an array ended by a null
-    /// pointer. Every other conversion stays as it stands, "%%" too, and so does a "%s" that has no
+    /// pointer. Every other conversion is left unchanged, "%%" too, and so does a "%s" that has no
     /// argument left. A null array has no arguments; null `format` as above.
     const char* vconcatenate(const char* format, char** arguments);
 

@@ -5,7 +5,7 @@
 
 #include <nmktoolbox/export.h>
 
-/// The callback's answer for `text`, or `text` itself where there is no callback or no data.
+/// What the callback returns for `text`, or `text` itself where there is no callback or no data.
 NMKTOOLBOX_EXPORT const char* nmkNLS_get_translated_message(const char* text);
 
 /// Sets the callback and the pointer that it is given, both borrowed. A callback without data is

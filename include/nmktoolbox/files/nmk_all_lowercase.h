@@ -1,4 +1,4 @@
-// nmk_all_lowercase: whether a text is in one case. What is no letter is passed over.
+// nmk_all_lowercase: whether a text is in one case. Characters other than letters are skipped.
 #pragma once
 
 #include <nmktoolbox/export.h>

@@ -7,8 +7,8 @@
 /// The token around byte `position`, which counts from 1 and is cut to the length.
 ///
 ///   delimiters  each of its bytes separates
-///   token       what stands between the delimiters; one blank where nothing does
-///   answer      index of the delimiter before the token, or -1 where there is none, the text is
+///   token       the text between the delimiters; one blank where there is none
+///   returns     index of the delimiter before the token, or -1 where there is none, the text is
 ///               empty or `position` is below 1
 ///
 /// Byte 0 isn't taken for the delimiter before a token.
@@ -20,7 +20,7 @@ NMKTOOLBOX_EXPORT int nmk_get_token(const utString& text, const utString& delimi
 ///
 ///   token   the word; the empty text where the text is empty, `position` is below 1, or something
 ///           else ends there
-///   answer  1 if there is a word, else 0
+///   returns 1 if there is a word, else 0
 ///
 /// Byte 0 isn't tested: it belongs to the word that reaches it.
 NMKTOOLBOX_EXPORT int nmk_alphanumeric_token(const utString& text, int position, utString& token);

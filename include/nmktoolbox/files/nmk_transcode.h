@@ -27,7 +27,7 @@ NMKTOOLBOX_EXPORT utString nmk_transcode(const apIStringEncoding& encoding, apSt
 /// The same by the current encoding.
 NMKTOOLBOX_EXPORT utString nmk_transcode(apString text, int& status);
 
-/// Sets the current encoding, null for none; answers what was set before.
+/// Sets the current encoding, null for none; returns the former one.
 NMKTOOLBOX_EXPORT const apIStringEncoding* nmk_set_transcode_encoding(
     const apIStringEncoding* encoding);
 

@@ -1,9 +1,9 @@
-// nmkdelete_all: a byte taken out of a text wherever it stands.
+// nmkdelete_all: a byte removed from a text wherever it occurs.
 #pragma once
 
 #include <nmktoolbox/export.h>
 #include <utils/utString.h>
 
-/// Takes every byte `c` out, and answers how many there were. The null string and texts of one byte
-/// are left alone with the answer 0, even if that byte is `c`.
+/// Removes every byte `c` and returns how many there were. The null string and texts of one byte
+/// are left alone and return 0, even if that byte is `c`.
 NMKTOOLBOX_EXPORT int nmkdelete_all(utString& text, char c);

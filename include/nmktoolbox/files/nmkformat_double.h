@@ -10,7 +10,7 @@
 /// `value` with at most `places` digits after the point, at least one, and no needless zeros.
 ///
 ///   places   digits to round to; below 0 the text has up to six
-///   answer   1.5 with 3 places is "1.5", 2 is "2.0", 0.0004 and -0.0004 are "0.0"
+///   returns  1.5 with 3 places is "1.5", 2 is "2.0", 0.0004 and -0.0004 are "0.0"
 ///
 /// There is never a negative zero. Where `places` is below 0, a magnitude under half of ten to the
 /// power of -`places` still counts as 0.

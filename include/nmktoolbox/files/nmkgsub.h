@@ -1,6 +1,6 @@
 // nmkgsub: replacement in the bytes of a text, in place.
 //
-// Left to right, without overlap; what was put in is not searched again. All forms answer how many
+// Left to right, without overlap; what was put in is not searched again. All forms return how many
 // replacements were made. They take time in proportion to the text before and after.
 #pragma once
 

@@ -4,7 +4,7 @@
 #include <nmktoolbox/export.h>
 #include <utils/utString.h>
 
-/// Replaces every `from` by `to`, and answers how many there were.
+/// Replaces every `from` by `to` and returns how many there were.
 ///
 /// Left to right, without overlap, compared as wide text; what was put in is not searched again.
 /// An ill-formed part counts as U+FFFD when compared, and otherwise comes through as it is. Nothing

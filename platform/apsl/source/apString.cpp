@@ -21,8 +21,8 @@ int apString::replace_all(const apString& from, const apString& to) {
     return count;
 }
 
-apString apString::left(const apStringPos& place) const {
+apString apString::left(const apStringPos& position) const {
     if (!is_valid()) return {};
-    const int count = std::clamp(place.index(), 0, length());
+    const int count = std::clamp(position.index(), 0, length());
     return apString(view().substr(0, static_cast<std::size_t>(count)));
 }

@@ -32,7 +32,7 @@ char32_t checked_character(const Byte*& at, const Byte* end, bool& exact) {
     return replacement_character;
 }
 
-/// The low six bits of a trail byte; what is no trail byte gives more than 0x3F.
+/// The low six bits of a trail byte; any other byte gives more than 0x3F.
 constexpr char32_t trail_bits(Byte byte) { return static_cast<char32_t>(byte) ^ 0x80U; }
 
 wchar_t* put_units(char32_t character, wchar_t* out) {

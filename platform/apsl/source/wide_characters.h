@@ -26,7 +26,7 @@ constexpr wchar_t trailing_surrogate(char32_t character) {
     return static_cast<wchar_t>(0xDC00U + (character & 0x3FFU));
 }
 
-/// The character at `at`, which moves behind it. A surrogate on its own and a number that is no
+/// The character at `at`, which moves behind it. A surrogate on its own and a number that is not a
 /// character give U+FFFD, and `exact` is set to false.
 inline char32_t next_character(const wchar_t*& at, const wchar_t* end, bool& exact) {
     const char32_t unit = code_unit(*at++);

@@ -1,19 +1,19 @@
 #include "debug_picture.h"
 
+#include <filesystem/safe_file.h>
 #include <nmkarcline/nmkDebugGeometry.h>
 
 #include <array>
 #include <cmath>
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <map>
 #include <memory>
 #include <numbers>
+#include <sstream>
 
 namespace {
 
-constexpr int circle_corners = 72;  // a circle is drawn as a polygon of this many corners
+constexpr mode_t default_mode = 0666;  // of a drawing, less the umask
+constexpr int circle_corners = 72;     // a circle is drawn as a polygon of this many corners
 
 const char* text_of(const char* label) { return label != nullptr ? label : ""; }
 
@@ -127,14 +127,9 @@ void nmkDebugGeometry::write_svg(std::ostream& out) const {
 }
 
 bool nmkDebugGeometry::write_svg(const std::string& path) const {
-    // Written beside and renamed, so that no reader ever sees half a drawing.
-    const std::string beside = path + ".part";
-    std::ofstream file(beside, std::ios::binary | std::ios::trunc);
-    if (file) write_svg(file);
-    file.close();
-    std::error_code failure;
-    if (file) std::filesystem::rename(beside, path, failure);
-    if (file && !failure) return true;
-    std::filesystem::remove(beside, failure);
-    return false;
+    std::ostringstream drawing;
+    write_svg(drawing);
+    nmk_filesystem::SafeFile file;
+    return file.create(path, default_mode) == 0 && file.write(drawing.view()) == 0 &&
+           file.commit(nmk_filesystem::SafeFile::Existing::replaced) == 0;
 }

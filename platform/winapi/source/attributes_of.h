@@ -6,10 +6,10 @@
 
 namespace winapi {
 
-/// The attributes that a record of lstat stands for.
+/// The attributes that correspond to a record of lstat.
 DWORD attributes_of(const struct stat& record);
 
-/// Whether the owner lacks the right to write, which makes a file read-only for everybody.
+/// Whether the owner lacks the permission to write, which makes a file read-only for everybody.
 inline bool is_read_only(const struct stat& record) { return (record.st_mode & S_IWUSR) == 0; }
 
 /// A moment of POSIX as hundreds of nanoseconds since 1601.

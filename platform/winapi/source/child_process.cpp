@@ -18,7 +18,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
-// Between two looks at a child on a kernel that cannot tell of its end.
+// Between two looks at a child on a kernel that does not report its end.
 constexpr milliseconds between_looks{5};
 // Longest single sleep; a wait without end is made of many.
 constexpr milliseconds longest_sleep{60000};
@@ -33,7 +33,7 @@ Forgotten& forgotten() {
     return *the_forgotten;
 }
 
-// Whether the child is gone, and its status. A host that ignores its children's ends leaves none.
+// Whether the child has ended, and its status, which is lost in a host that ignores SIGCHLD.
 bool fetch(pid_t process, int& status) {
     const pid_t fetched = ::waitpid(process, &status, WNOHANG);
     return fetched == process || (fetched < 0 && errno == ECHILD);

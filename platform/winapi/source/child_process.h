@@ -17,7 +17,8 @@ class ChildProcess : public HandleObject {
     explicit ChildProcess(pid_t process) : m_process(process) {}
     ~ChildProcess() override;
 
-    DWORD wait(DWORD milliseconds) override;
+    /// `longest` is in milliseconds.
+    DWORD wait(DWORD longest) override;
 
     /// STILL_ACTIVE while it runs.
     DWORD exit_code();

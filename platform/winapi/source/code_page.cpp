@@ -24,7 +24,7 @@ int fail_to_convert(DWORD reason) {
     return 0;
 }
 
-// The text that a pointer and a length stand for; the NUL belongs to it where the length is -1.
+// The text that a pointer and a length describe; the NUL belongs to it where the length is -1.
 template <typename Character>
 std::basic_string_view<Character> text_of(const Character* text, int length) {
     if (length < 0) {

@@ -10,10 +10,10 @@
 
 namespace {
 
-// A folder is missing to whoever wants to make something in it, whichever component it is.
+// A missing component is always one on the way to the new directory.
 BOOL fail_to_make(int error_number, const char* name) {
-    return error_number == ENOENT ? winapi::fail_with(ERROR_PATH_NOT_FOUND)
-                                  : winapi::fail(error_number, name);
+    winapi::fail(error_number, name);
+    return error_number == ENOENT ? winapi::fail_with(ERROR_PATH_NOT_FOUND) : FALSE;
 }
 
 }  // namespace
@@ -48,6 +48,6 @@ BOOL RemoveDirectoryA(LPCSTR name) {
     if (::rmdir(name) == 0) {
         return TRUE;
     }
-    // Some file systems answer EEXIST for a folder that holds something.
+    // Some file systems report EEXIST for a directory that holds something.
     return winapi::fail(errno == EEXIST ? ENOTEMPTY : errno, name);
 }

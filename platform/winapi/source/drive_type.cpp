@@ -11,12 +11,11 @@
 #include <string_view>
 
 #include "failure.h"
-#include "remote_folder.h"
 
 namespace {
 
 struct FileSystem {
-    std::uint32_t type;  // as statfs tells it
+    std::uint32_t type;  // as statfs reports it
     UINT kind;
 };
 
@@ -37,7 +36,7 @@ constexpr FileSystem file_systems[] = {
     {0x20030528, DRIVE_REMOTE},   // orangefs
     {0x01161970, DRIVE_REMOTE},   // gfs2, on a disk that several machines share
     {0x7461636F, DRIVE_REMOTE},   // ocfs2, the same
-    {0x786F4256, DRIVE_REMOTE},   // a folder shared by the host of a virtual machine
+    {0x786F4256, DRIVE_REMOTE},   // a directory shared by the host of a virtual machine
     {0x00009660, DRIVE_CDROM},    // iso9660
     {0x15013346, DRIVE_CDROM},    // udf
     {0x01021994, DRIVE_RAMDISK},  // tmpfs
@@ -120,7 +119,7 @@ UINT GetDriveTypeA(LPCSTR name) {
         ::statfs(asked.c_str(), &record) != 0) {
         return DRIVE_NO_ROOT_DIR;
     }
-    if (winapi::lies_in_the_remote_folder(asked.c_str())) {
+    if (nmk_filesystem::is_in_remote_directory(asked.c_str())) {
         return DRIVE_REMOTE;
     }
     return kind_of(static_cast<std::uint32_t>(record.f_type), asked.c_str());

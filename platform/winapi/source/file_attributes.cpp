@@ -12,7 +12,7 @@ using winapi::fail_in_runtime;
 
 namespace {
 
-constexpr mode_t every_right_to_write = S_IWUSR | S_IWGRP | S_IWOTH;
+constexpr mode_t every_write_permission = S_IWUSR | S_IWGRP | S_IWOTH;
 
 // Seconds from the start of 1601 to that of 1970.
 constexpr std::int64_t epochs_apart = 11644473600;
@@ -25,7 +25,7 @@ int may_be_reached(const char* name, int mode) {
     if (mode == 0 || S_ISDIR(record.st_mode)) {
         return 0;
     }
-    // Root is refused too: read-only is a property of the file here, not of who asks.
+    // Root is refused too: read-only is a property of the file here, not of the process.
     if ((mode & W_OK) != 0 && winapi::is_read_only(record)) {
         return fail_in_runtime(EACCES, name);
     }
@@ -110,9 +110,9 @@ BOOL SetFileAttributesA(LPCSTR name, DWORD attributes) {
     if (read_only == winapi::is_read_only(record)) {
         return TRUE;
     }
-    const mode_t rights = record.st_mode & 07777;
-    const mode_t wanted = read_only ? rights & ~every_right_to_write : rights | S_IWUSR;
-    // A link that took the file's place meanwhile is refused by the kernel, not followed.
+    const mode_t mode = record.st_mode & 07777;
+    const mode_t wanted = read_only ? mode & ~every_write_permission : mode | S_IWUSR;
+    // A symlink that took the file's place meanwhile is refused by the kernel, not followed.
     if (::fchmodat(AT_FDCWD, name, wanted, AT_SYMLINK_NOFOLLOW) != 0) {
         return winapi::fail(errno == EOPNOTSUPP ? EACCES : errno, name);
     }

@@ -1,19 +1,18 @@
-#include <dirent.h>
 #include <fcntl.h>
+#include <filesystem/descriptor.h>
+#include <filesystem/directory_listing.h>
 #include <sys/stat.h>
-#include <unistd.h>
 #include <winapi/file_attributes.h>
 #include <winapi/find_file.h>
 #include <winapi/last_error.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
 #include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 #include "attributes_of.h"
 #include "failure.h"
@@ -21,72 +20,6 @@
 #include "wildcard.h"
 
 namespace {
-
-class Folder {
-  public:
-    explicit Folder(const char* name) : m_stream(::opendir(name)) {}
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-    ~Folder() {
-        if (m_stream != nullptr) {
-            ::closedir(m_stream);
-        }
-    }
-    bool is_open() const { return m_stream != nullptr; }
-    int descriptor() const { return ::dirfd(m_stream); }
-
-    // The next entry; null at the end or, with errno set, for a failure.
-    const dirent* next() {
-        errno = 0;
-        return ::readdir(m_stream);
-    }
-
-  private:
-    DIR* m_stream;
-};
-
-// Names one behind the other, each with its NUL and the kind of the entry in front, and where each
-// starts, in the order to give them.
-class SortedNames {
-  public:
-    void add(const dirent& entry) {
-        m_bytes += static_cast<char>(entry.d_type);
-        m_starts.push_back(m_bytes.size());
-        m_bytes.append(entry.d_name, std::strlen(entry.d_name) + 1);
-    }
-
-    void sort() {
-        std::sort(m_starts.begin(), m_starts.end(), [this](std::size_t a, std::size_t b) {
-            return precedes(m_bytes.c_str() + a, m_bytes.c_str() + b);
-        });
-    }
-
-    const char* next() {
-        return m_given < m_starts.size() ? m_bytes.c_str() + m_starts[m_given++] : nullptr;
-    }
-
-    // The kind of the entry whose name `next` gave, as the folder tells it.
-    static unsigned char kind_of(const char* name) { return static_cast<unsigned char>(name[-1]); }
-
-  private:
-    static int rank(const char* name) {
-        return std::strcmp(name, ".") == 0 ? 0 : std::strcmp(name, "..") == 0 ? 1 : 2;
-    }
-    static bool precedes(const char* a, const char* b) {
-        // The dots can only be out of order against names that start with a byte up to theirs.
-        if (*a <= '.' || *b <= '.') {
-            const int rank_of_a = rank(a), rank_of_b = rank(b);
-            if (rank_of_a != rank_of_b) {
-                return rank_of_a < rank_of_b;
-            }
-        }
-        return std::strcmp(a, b) < 0;
-    }
-
-    std::string m_bytes;
-    std::vector<std::size_t> m_starts;
-    std::size_t m_given = 0;
-};
 
 void fill(WIN32_FIND_DATAA& entry, const char* name, const struct stat* record) {
     std::memset(&entry, 0, offsetof(WIN32_FIND_DATAA, cFileName));
@@ -106,83 +39,54 @@ void fill(WIN32_FIND_DATAA& entry, const char* name, const struct stat* record) 
     entry.nFileSizeLow = static_cast<DWORD>(size);
 }
 
-// The attributes that the kind of an entry tells of; 0 where it tells none.
-DWORD attributes_of_kind(unsigned char kind) {
-    switch (kind) {
-        case DT_DIR:
-            return FILE_ATTRIBUTE_DIRECTORY;
-        case DT_REG:
-            return FILE_ATTRIBUTE_ARCHIVE;
-        case DT_LNK:
-            return FILE_ATTRIBUTE_REPARSE_POINT;
-        default:
-            return 0;
-    }
-}
-
+// "." and "..", then the entries of the directory by byte value.
 class Search : public winapi::HandleObject {
   public:
-    Search(std::string folder, std::string pattern, bool only_kinds)
-        : m_only_kinds(only_kinds),
-          m_folder_name(std::move(folder)),
-          m_pattern(pattern == "*.*" ? "*" : std::move(pattern)),
-          m_folder(m_folder_name.c_str()) {}
+    Search(const std::string& directory, std::string_view pattern)
+        : m_pattern(pattern == "*.*" ? "*" : pattern),
+          m_name(directory),
+          m_directory(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}
 
     bool closes_by_close_handle() const override { return false; }
 
-    // Reads the folder; 0 or errno.
-    int read() {
-        if (!m_folder.is_open()) {
-            return errno;
-        }
-        // Who may not search the folder may not be told of its entries either.
-        m_only_kinds =
-            m_only_kinds && ::faccessat(m_folder.descriptor(), ".", X_OK, AT_EACCESS) == 0;
-        while (const dirent* entry = m_folder.next()) {
-            if (winapi::fits_wildcards(entry->d_name, m_pattern)) {
-                m_names.add(*entry);
-            }
-        }
-        const int error_number = errno;
-        m_names.sort();
-        return error_number;
-    }
+    // Reads the directory; 0 or errno.
+    int read() { return m_directory.is_open() ? m_entries.read(m_name.c_str()) : errno; }
 
     bool give_next(WIN32_FIND_DATAA& entry) {
-        while (const char* name = m_names.next()) {
-            if (give(name, entry)) {
-                return true;
-            }
+        while (const char* name = next_name()) {
+            if (winapi::fits_wildcards(name, m_pattern) && give(name, entry)) return true;
         }
         return false;
     }
 
   private:
+    static constexpr std::array<const char*, 2> dots = {".", ".."};
+
+    const char* next_name() {
+        const std::size_t index = m_next++;
+        if (index < dots.size()) return dots[index];
+        const std::size_t entry = index - dots.size();
+        return entry < m_entries.size() ? m_entries[entry].name : nullptr;
+    }
+
+    // False for an entry that vanished since the directory was read.
     bool give(const char* name, WIN32_FIND_DATAA& entry) const {
-        const DWORD kind = m_only_kinds ? attributes_of_kind(SortedNames::kind_of(name)) : 0;
-        if (kind != 0) {
-            fill(entry, name, nullptr);
-            entry.dwFileAttributes = kind;
-            return true;
-        }
         struct stat record;
         int error_number = winapi::injected_fault("FindNextFileA", name);
         if (error_number == 0 &&
-            ::fstatat(m_folder.descriptor(), name, &record, AT_SYMLINK_NOFOLLOW) != 0) {
+            ::fstatat(m_directory.number(), name, &record, AT_SYMLINK_NOFOLLOW) != 0) {
             error_number = errno;
         }
-        if (error_number == ENOENT) {
-            return false;  // vanished since the folder was read
-        }
+        if (error_number == ENOENT) return false;
         fill(entry, name, error_number == 0 ? &record : nullptr);
         return true;
     }
 
-    bool m_only_kinds;
-    std::string m_folder_name;
     std::string m_pattern;
-    Folder m_folder;
-    SortedNames m_names;
+    std::string m_name;
+    nmk_filesystem::Descriptor m_directory;
+    nmk_filesystem::DirectoryListing m_entries;
+    std::size_t m_next = 0;
 };
 
 // A search for one entry, which has been given already.
@@ -210,14 +114,13 @@ HANDLE find_one(const char* name, std::string_view last_component, WIN32_FIND_DA
     return winapi::open_handle(std::make_shared<SingleSearch>());
 }
 
-HANDLE find_many(const std::string& folder, std::string_view pattern, bool only_kinds,
-                 WIN32_FIND_DATAA& entry) {
-    const auto search = std::make_shared<Search>(folder, std::string(pattern), only_kinds);
+HANDLE find_many(const std::string& directory, std::string_view pattern, WIN32_FIND_DATAA& entry) {
+    const auto search = std::make_shared<Search>(directory, pattern);
     if (const int error_number = search->read(); error_number != 0) {
         if (error_number == ENOENT || error_number == ENOTDIR) {
             return fail_to_find_because(ERROR_PATH_NOT_FOUND);
         }
-        return fail_to_find(error_number, folder.c_str());
+        return fail_to_find(error_number, directory.c_str());
     }
     if (!search->give_next(entry)) {
         return fail_to_find_because(ERROR_FILE_NOT_FOUND);
@@ -225,7 +128,9 @@ HANDLE find_many(const std::string& folder, std::string_view pattern, bool only_
     return winapi::open_handle(search);
 }
 
-HANDLE find_first(LPCSTR pattern, bool only_kinds, WIN32_FIND_DATAA* entry) {
+}  // namespace
+
+HANDLE FindFirstFileA(LPCSTR pattern, WIN32_FIND_DATAA* entry) {
     if (entry == nullptr) {
         return fail_to_find_because(ERROR_INVALID_PARAMETER);
     }
@@ -244,18 +149,8 @@ HANDLE find_first(LPCSTR pattern, bool only_kinds, WIN32_FIND_DATAA* entry) {
     if (!winapi::has_wildcard(last)) {
         return find_one(pattern, last, *entry);
     }
-    const std::string folder(slash == whole.npos ? "." : whole.substr(0, slash + 1));
-    return find_many(folder, last, only_kinds, *entry);
-}
-
-}  // namespace
-
-HANDLE FindFirstFileA(LPCSTR pattern, WIN32_FIND_DATAA* entry) {
-    return find_first(pattern, false, entry);
-}
-
-HANDLE winapi_find_first_kind(LPCSTR pattern, WIN32_FIND_DATAA* entry) {
-    return find_first(pattern, true, entry);
+    const std::string directory(slash == whole.npos ? "." : whole.substr(0, slash + 1));
+    return find_many(directory, last, *entry);
 }
 
 BOOL FindNextFileA(HANDLE search, WIN32_FIND_DATAA* entry) {

@@ -16,8 +16,8 @@ namespace {
 
 using Characters = std::unique_ptr<char, decltype(&::free)>;
 
-// The current folder, however long; null with errno.
-Characters current_folder() { return {::getcwd(nullptr, 0), &::free}; }
+// The current directory, however long; null with errno.
+Characters current_directory() { return {::getcwd(nullptr, 0), &::free}; }
 
 std::vector<std::string_view> components_of(std::string_view name) {
     std::vector<std::string_view> components;
@@ -68,12 +68,12 @@ DWORD GetFullPathNameA(LPCSTR name, DWORD size, LPSTR buffer, LPSTR* part) {
     }
     std::string whole(name);
     if (whole.front() != '/') {
-        const Characters folder = current_folder();
-        if (!folder) {
+        const Characters directory = current_directory();
+        if (!directory) {
             winapi::fail(errno, ".");
             return 0;
         }
-        whole = std::string(folder.get()) + "/" + whole;
+        whole = std::string(directory.get()) + "/" + whole;
     }
     const std::string result = folded(whole);
     if (buffer == nullptr || result.size() >= size) {
@@ -88,11 +88,11 @@ DWORD GetFullPathNameA(LPCSTR name, DWORD size, LPSTR buffer, LPSTR* part) {
 
 char* _getcwd(char* buffer, int size) {
     if (buffer == nullptr) {
-        const Characters folder = current_folder();
-        if (!folder) {
+        const Characters directory = current_directory();
+        if (!directory) {
             return nullptr;
         }
-        const std::string_view name(folder.get());
+        const std::string_view name(directory.get());
         const auto room = std::max(name.size() + 1, static_cast<std::size_t>(std::max(size, 0)));
         auto* const copy = static_cast<char*>(std::malloc(room));
         if (copy != nullptr) {

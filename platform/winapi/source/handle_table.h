@@ -1,4 +1,4 @@
-// handle_table.h: what stands behind the handles.
+// handle_table.h: the objects behind the handles.
 //
 // A handle is a number, never an address: a closed or made-up one is found out, not followed. An
 // object lives until its handle is closed and the last call that uses it has come back.

@@ -11,7 +11,7 @@ namespace {
 
 thread_local DWORD reason_of_this_thread = ERROR_SUCCESS;
 
-bool parent_is_a_folder(std::string_view name) {
+bool parent_is_a_directory(std::string_view name) {
     while (name.size() > 1 && name.back() == '/') {
         name.remove_suffix(1);
     }
@@ -61,8 +61,8 @@ namespace winapi {
 
 DWORD last_error_of(int error_number, const char* name) {
     if (error_number == ENOENT) {
-        return !is_nothing(name) && parent_is_a_folder(name) ? ERROR_FILE_NOT_FOUND
-                                                             : ERROR_PATH_NOT_FOUND;
+        return !is_nothing(name) && parent_is_a_directory(name) ? ERROR_FILE_NOT_FOUND
+                                                                : ERROR_PATH_NOT_FOUND;
     }
     for (const Meaning& meaning : meanings) {
         if (meaning.error_number == error_number) {

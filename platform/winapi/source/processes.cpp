@@ -58,7 +58,9 @@ class SpawnActions {
     SpawnActions& operator=(const SpawnActions&) = delete;
     ~SpawnActions() { ::posix_spawn_file_actions_destroy(&m_actions); }
 
-    void run_in(const char* folder) { ::posix_spawn_file_actions_addchdir_np(&m_actions, folder); }
+    void run_in(const char* directory) {
+        ::posix_spawn_file_actions_addchdir_np(&m_actions, directory);
+    }
     void hide() {
         ::posix_spawn_file_actions_addopen(&m_actions, 0, "/dev/null", O_RDONLY, 0);
         ::posix_spawn_file_actions_addopen(&m_actions, 1, "/dev/null", O_WRONLY, 0);

@@ -1,7 +1,7 @@
+#include <filesystem/random_number.h>
 #include <limits.h>
 #include <stdlib.h>
 #include <sys/stat.h>
-#include <unistd.h>
 #include <winapi/file_names.h>
 
 #include <atomic>
@@ -13,30 +13,29 @@
 #include <string_view>
 
 #include "failure.h"
-#include "random_number.h"
 
 namespace {
 
-// Tries before a folder is given up. A second one is needed once in 2^64 files.
+// Tries before a directory is given up. A second one is needed once in 2^64 files.
 constexpr int tries = 100;
 
-bool is_a_folder(const char* name) {
+bool is_a_directory(const char* name) {
     struct stat record;
     return !winapi::is_nothing(name) && ::stat(name, &record) == 0 && S_ISDIR(record.st_mode);
 }
 
-// The folder for temporary names; null if a folder was asked for that does not exist.
-const char* folder_for_names(const char* asked) {
+// The directory for temporary names; null if a directory was asked for that does not exist.
+const char* directory_for_names(const char* asked) {
     for (const char* variable : {"TMPDIR", "TMP"}) {
-        // The secure form: a program with raised rights does not let its caller choose.
-        if (const char* folder = ::secure_getenv(variable); is_a_folder(folder)) {
-            return folder;
+        // The secure form: a program with raised privileges does not let its caller choose.
+        if (const char* directory = ::secure_getenv(variable); is_a_directory(directory)) {
+            return directory;
         }
     }
     if (!winapi::is_nothing(asked)) {
-        return is_a_folder(asked) ? asked : nullptr;
+        return is_a_directory(asked) ? asked : nullptr;
     }
-    return is_a_folder(P_tmpdir) ? P_tmpdir : ".";
+    return is_a_directory(P_tmpdir) ? P_tmpdir : ".";
 }
 
 // A number of its own for each call in this process, so that two threads differ for certain; the
@@ -44,7 +43,7 @@ const char* folder_for_names(const char* asked) {
 bool number_text(std::string& text) {
     static std::atomic<std::uint32_t> calls = 0;
     std::uint64_t random;
-    if (!winapi::random_number(random)) {
+    if (!nmk_filesystem::random_number(random)) {
         return false;
     }
     char digits[40];
@@ -65,18 +64,12 @@ char* fail_to_name(int error_number) {
 
 }  // namespace
 
-namespace winapi {
-
-bool random_number(std::uint64_t& number) { return ::getentropy(&number, sizeof number) == 0; }
-
-}  // namespace winapi
-
-char* _tempnam(const char* folder, const char* prefix) {
+char* _tempnam(const char* directory, const char* prefix) {
     const std::string_view start = prefix == nullptr ? "" : prefix;
     if (start.find('/') != start.npos) {
         return fail_to_name(EINVAL);
     }
-    const char* chosen = folder_for_names(folder);
+    const char* chosen = directory_for_names(directory);
     if (chosen == nullptr) {
         return fail_to_name(ENOENT);
     }

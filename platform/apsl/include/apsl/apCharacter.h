@@ -1,7 +1,7 @@
 // apCharacter.h: the class and the case of one UTF-16 code unit.
 //
 // By the Unicode character database, whatever the locale of the process. A surrogate, being half a
-// character, has neither class nor case. For ASCII every answer is that of the C locale.
+// character, has neither class nor case. For ASCII every result is that of the C locale.
 #pragma once
 
 #include <utils/utExport.h>

@@ -1,4 +1,4 @@
-// apPath.h: a name together with the questions that the file system answers about it.
+// apPath.h: a name, and what the file system reports about it.
 #pragma once
 
 #include <apsl/apPathName.h>
@@ -16,7 +16,7 @@ class UT_EXPORT apPath {
     /// A name that can be handed to the file system: not empty, and without a nul inside.
     bool is_valid() const noexcept;
 
-    /// True when something of that name can be reached now, at the end of links too.
+    /// True when something of that name can be reached now, at the end of symlinks too.
     bool exists() const;
 
     /// The name in the thread's code page, as the file system takes it; null when not valid, or

@@ -1,4 +1,4 @@
-// apPathName.h: the wide text of a file's or a folder's name.
+// apPathName.h: the wide text of a file's or a directory's name.
 #pragma once
 
 #include <apsl/apString.h>

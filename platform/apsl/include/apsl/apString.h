@@ -39,7 +39,7 @@ class UT_EXPORT apString {
     /// The text, ended by a nul; null for the invalid string. Valid until the string changes.
     const wchar_t* c_str() const noexcept { return m_text ? m_text->c_str() : nullptr; }
 
-    /// Replaces every `from` by `to`, left to right and without overlap, and answers how many there
+    /// Replaces every `from` by `to`, left to right and without overlap, and returns how many there
     /// were. What was put in is not searched again. An empty `from` replaces nothing.
     int replace_all(const apString& from, const apString& to);
 
@@ -47,11 +47,11 @@ class UT_EXPORT apString {
     bool ends_with(const apString& end) const noexcept { return view().ends_with(end.view()); }
 
     apStringPos begin() const noexcept { return apStringPos(0); }
-    /// The place behind the last code unit.
+    /// The position behind the last code unit.
     apStringPos end() const noexcept { return apStringPos(length()); }
 
-    /// What stands before `place`, which is cut to the text; invalid for the invalid string.
-    apString left(const apStringPos& place) const;
+    /// The text before `position`, which is cut to the text; invalid for the invalid string.
+    apString left(const apStringPos& position) const;
 
     friend bool operator==(const apString&, const apString&) noexcept = default;
 

@@ -1,10 +1,10 @@
-// apStringPos.h: a place in a wide text.
+// apStringPos.h: a position in a wide text.
 #pragma once
 
 #include <compare>
 
 /// An index in code units; from apString::begin and end. Arithmetic is not checked: operations that
-/// take a place cut it to the text.
+/// take a position cut it to the text.
 class apStringPos {
   public:
     apStringPos() noexcept = default;
@@ -22,8 +22,12 @@ class apStringPos {
     apStringPos operator++(int) noexcept { return apStringPos(m_index++); }
     apStringPos operator--(int) noexcept { return apStringPos(m_index--); }
 
-    friend apStringPos operator+(apStringPos place, int count) noexcept { return place += count; }
-    friend apStringPos operator-(apStringPos place, int count) noexcept { return place -= count; }
+    friend apStringPos operator+(apStringPos position, int count) noexcept {
+        return position += count;
+    }
+    friend apStringPos operator-(apStringPos position, int count) noexcept {
+        return position -= count;
+    }
     friend int operator-(apStringPos left, apStringPos right) noexcept {
         return left.m_index - right.m_index;
     }

@@ -1,6 +1,6 @@
 // apUtf8Length.h: how many bytes a character of UTF-8 takes.
 //
-// The Unicode Standard 15.0, table 3-7, "Well-Formed UTF-8 Byte Sequences". It stands in a header
+// The Unicode Standard 15.0, table 3-7, "Well-Formed UTF-8 Byte Sequences". It is in a header
 // because walks along a text ask for each of its characters.
 #pragma once
 

@@ -1,8 +1,11 @@
-// ap_chmod.h: the access bits of a file.
+// ap_chmod.h: the mode of a file.
 #pragma once
 
 #include <utils/utExport.h>
 
-/// Gives the file the access bits `mode` (0600 lets its owner read and write). Answers 0, or -1
-/// where there is no such file, the name is null, or it may not be done.
+/// Sets the mode of a file (0600: its owner reads and writes it). A symlink is never followed, so
+/// one put in the place of the file cannot pass the mode on to another file.
+///
+///   returns   0; or -1 with errno: ENOENT no such file, EINVAL a null name, EOPNOTSUPP a symlink,
+///             EPERM not the owner
 UT_EXPORT int ap_chmod(const char* name, int mode) noexcept;

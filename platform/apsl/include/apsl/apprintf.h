@@ -1,7 +1,7 @@
 // apprintf.h: formatted output to the program's console, with the conversions of printf.
 //
 // The arguments carry their types along, so that no format can read what was not handed in. A
-// conversion whose argument is missing is printed as it stands in the format; an argument of
+// conversion whose argument is missing is printed as it is written in the format; an argument of
 // another type than its conversion is printed as what it is; arguments left over are ignored; %n
 // prints nothing and consumes nothing. Length modifiers (l, ll, z, ...) are allowed and without
 // effect. Numbers have "." for a point, whatever the locale.
@@ -55,10 +55,10 @@ class apPrintArgument {
 /// The text that a format and its arguments give. A null format gives an empty text.
 std::string ap_format_arguments(const char* format, std::span<const apPrintArgument> arguments);
 
-/// Writes a text to the console as it is; answers the bytes written, negative on failure.
+/// Writes a text to the console as it is; returns the bytes written, negative on failure.
 int ap_write_console(std::string_view text);
 
-/// Formats and writes to standard output; answers the bytes written, negative on failure.
+/// Formats and writes to standard output; returns the bytes written, negative on failure.
 template <class... Arguments>
 int apprintf(const char* format, const Arguments&... arguments) {
     if constexpr (sizeof...(arguments) == 0) {

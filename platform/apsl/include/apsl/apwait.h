@@ -3,5 +3,5 @@
 
 #include <utils/utExport.h>
 
-/// Lets at least that many milliseconds pass on this thread; none for 0 or less.
+/// Waits at least that many milliseconds on this thread; does not wait for 0 or less.
 UT_EXPORT void apwait(int milliseconds);

@@ -17,7 +17,7 @@ inline constexpr DWORD WC_ERR_INVALID_CHARS = 0x80;
 ///
 ///   length  bytes to take, NULs among them are characters; -1 takes all up to and with the NUL
 ///   room    code units that `wide` has room for; 0 asks for the number without writing
-///   answer  code units written or needed; 0 for failure: 122 too little room, 87 a null, empty or
+///   returns code units written or needed; 0 for failure: 122 too little room, 87 a null, empty or
 ///           negative argument or unknown code page, 1113 invalid bytes under MB_ERR_INVALID_CHARS
 ///           (otherwise U+FFFD for each maximal ill-formed part)
 int MultiByteToWideChar(UINT code_page, DWORD flags, LPCSTR bytes, int length, LPWSTR wide,

@@ -1,18 +1,19 @@
-// directories.h: making and removing one folder.
+// directories.h: making and removing one directory.
 #pragma once
 
 #include <winapi/types.h>
 
-/// Makes one folder; its parent must be there.
+/// Makes one directory; its parent must be there.
 ///
-///   security  must be null: rights are the process's defaults
-///   answer    FALSE with 183 if something of that name exists, also a link; 3 if a folder on the
+///   security  must be null: the mode is the process's default
+///   returns   FALSE with 183 if something of that name exists, also a symlink; 3 if a directory on
+///   the
 ///             way is missing; 5, 19, 112, 206 as the disk says
 BOOL CreateDirectoryA(LPCSTR name, const void* security);
 
-/// Removes an empty folder.
+/// Removes an empty directory.
 ///
-/// FALSE with 145 if it holds something; 3 if it is not a folder (a link to one is none); 2 or 3
-/// if it is missing; 5 if it is read-only, also for root: clear the attribute first. Where the
-/// process is not root, the entries of a read-only folder cannot be removed before that either.
+/// FALSE with 145 if it holds something; 3 if it is not a directory (a symlink to one is none); 2
+/// or 3 if it is missing; 5 if it is read-only, also for root: clear the attribute first. Where the
+/// process is not root, the entries of a read-only directory cannot be removed before that either.
 BOOL RemoveDirectoryA(LPCSTR name);

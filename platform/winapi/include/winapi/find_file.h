@@ -1,13 +1,13 @@
-// find_file.h: what a folder holds.
+// find_file.h: what a directory holds.
 //
-// A search reads its folder once, when it is opened, and gives the names sorted by byte value,
+// A search reads its directory once, when it is opened, and gives the names sorted by byte value,
 // "." and ".." first: results do not depend on the disk. An entry that vanishes before its turn
 // is left out. Close a search with FindClose only.
 #pragma once
 
 #include <winapi/types.h>
 
-/// One entry. A link tells of itself, not of what it leads to; attributes as those of
+/// One entry. A symlink is described itself, not what it leads to; attributes as those of
 /// GetFileAttributesA, 0 if they cannot be read.
 struct WIN32_FIND_DATAA {
     DWORD dwFileAttributes;
@@ -26,19 +26,13 @@ struct WIN32_FIND_DATAA {
 /// none.
 ///
 /// "*" and "?" in the last component are wildcards, any run of bytes and any one character; "*.*"
-/// is the same as "*". "folder/*" lists the folder. A name without them asks for that one entry,
-/// a folder too. Last errors: 2 nothing matches, or the name ends in "/"; 3 the folder is missing
-/// or the name empty; 5 the folder may not be read; 206 the name is too long.
+/// is the same as "*". "directory/*" lists the directory. A name without them asks for that one
+/// entry, a directory too. Last errors: 2 nothing matches, or the name ends in "/"; 3 the directory
+/// is missing or the name empty; 5 the directory may not be read; 206 the name is too long.
 HANDLE FindFirstFileA(LPCSTR pattern, WIN32_FIND_DATAA* entry);
 
-/// The same for who only wants to know what there is: of files, folders and links it gives name and
-/// kind (0x20, 0x10, 0x400), which the folder itself knows; read-only is not told, nor are sizes
-/// and moments. The disk is not asked about each entry, so one that vanishes meanwhile is still
-/// given.
-HANDLE winapi_find_first_kind(LPCSTR pattern, WIN32_FIND_DATAA* entry);
-
-/// Gives the next entry; FALSE with 18 after the last, with 6 for what is no search.
+/// Gives the next entry; FALSE with 18 after the last, with 6 for any other handle.
 BOOL FindNextFileA(HANDLE search, WIN32_FIND_DATAA* entry);
 
-/// Ends the search; FALSE with 6 for what is no search, or was closed already.
+/// Ends the search; FALSE with 6 for any other handle, or one that was closed already.
 BOOL FindClose(HANDLE search);

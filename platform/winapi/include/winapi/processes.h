@@ -2,7 +2,7 @@
 //
 // Programs are found as the shell finds them, on the search path. There are no windows: a program
 // that is to run hidden gets the null device for its three standard streams. Verbs make no
-// difference, and raised rights are never asked for: it runs with the rights of the caller.
+// difference, and raised privileges are never asked for: it runs with those of the caller.
 #pragma once
 
 #include <winapi/types.h>
@@ -23,7 +23,7 @@ struct SHELLEXECUTEINFOA {
     LPCSTR lpVerb;
     LPCSTR lpFile;        // the program
     LPCSTR lpParameters;  // may be null; split at blanks outside double quotes
-    LPCSTR lpDirectory;   // may be null; the folder in which it runs
+    LPCSTR lpDirectory;   // may be null; the directory in which it runs
     int nShow;            // SW_HIDE or anything else
     HANDLE hInstApp;      // out: above 32 if it runs, else the error
     HANDLE hProcess;      // out: the process, if asked for; release it with CloseHandle
@@ -42,5 +42,5 @@ DWORD WaitForSingleObject(HANDLE object, DWORD milliseconds);
 /// The exit code, STILL_ACTIVE while it runs, 128 and the signal if one ended it.
 BOOL GetExitCodeProcess(HANDLE process, DWORD* exit_code);
 
-/// Gives up the handle; the process goes on. FALSE with 6 for what is none, searches included.
+/// Closes the handle; the process continues. FALSE with 6 for anything else, searches included.
 BOOL CloseHandle(HANDLE object);

@@ -12,7 +12,7 @@ using __time64_t = std::int64_t;
 /// Seconds since the start of 1970, universal time; also stored through `seconds` if not null.
 __time64_t _time64(__time64_t* seconds);
 
-/// The calendar record of the moment by local time, the environment's TZ as it stands now. Null,
+/// The calendar record of the moment by local time, by the present value of TZ. Null,
 /// with errno EINVAL, for a null argument or a year that the record cannot hold.
 std::tm* _localtime64(const __time64_t* seconds);
 

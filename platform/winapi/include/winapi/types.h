@@ -3,7 +3,7 @@
 // Widths are those of that system on every other: DWORD has 32 bits, "long" never occurs.
 // Names of files are bytes as POSIX takes them: "/" separates, every other byte but NUL is a
 // plain one, the backslash, "|" and the wildcards included (FindFirstFileA alone reads wildcards).
-// Letters are compared as they stand. A name that is not valid in the code page is a name like
+// The case of letters matters. A name that is not valid in the code page is a name like
 // any other, for all calls.
 #pragma once
 
@@ -28,7 +28,7 @@ inline constexpr BOOL TRUE = 1;
 /// Longest name, its NUL included, in the records of fixed size.
 inline constexpr int MAX_PATH = 260;
 
-/// What the calls that open something answer when they could not.
+/// What the calls that open something return when they could not.
 inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(std::intptr_t{-1});
 
 /// A signed number of 64 bits, and its two halves.

@@ -1,8 +1,10 @@
-#include "second_character.h"
+#include "drive_letter.h"
 
 #include <apsl/apString.h>
 
 #include <string_view>
+
+namespace nmk_files {
 
 bool second_is_colon(const utString& path, const apIStringEncoding& encoding) {
     const std::string_view bytes = path.view();
@@ -18,3 +20,5 @@ bool second_is_colon(const utString& path, const apIStringEncoding& encoding) {
     const std::size_t second = is_pair ? 2 : 1;
     return wide.size() > second && wide[second] == L':';
 }
+
+}  // namespace nmk_files

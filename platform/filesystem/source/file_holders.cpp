@@ -1,7 +1,7 @@
 #include <dirent.h>
+#include <filesystem/file_holders.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <winapi/file_holders.h>
 
 #include <algorithm>
 #include <charconv>
@@ -10,7 +10,7 @@
 #include <string_view>
 #include <utility>
 
-#include "failure.h"
+namespace nmk_filesystem {
 
 namespace {
 
@@ -20,16 +20,16 @@ bool is_the_file(const std::string& name, const struct stat& file) {
            record.st_dev == file.st_dev;
 }
 
-// Where a link of /proc leads; empty if it vanished.
-std::string led_to(const std::string& link) {
+// Where a symlink of /proc leads; empty if it vanished.
+std::string target_of(const std::string& symlink) {
     char text[4096];
-    const ssize_t length = ::readlink(link.c_str(), text, sizeof text);
+    const ssize_t length = ::readlink(symlink.c_str(), text, sizeof text);
     return length > 0 ? std::string(text, static_cast<std::size_t>(length)) : "";
 }
 
-// The numbers among a folder's entries, ascending; none if it vanished or may not be read.
-std::vector<int> numbers_in(const std::string& folder) {
-    const std::unique_ptr<DIR, int (*)(DIR*)> stream(::opendir(folder.c_str()), &::closedir);
+// The numbers among a directory's entries, ascending; none if it vanished or may not be read.
+std::vector<int> numbers_in(const std::string& directory) {
+    const std::unique_ptr<DIR, int (*)(DIR*)> stream(::opendir(directory.c_str()), &::closedir);
     std::vector<int> numbers;
     while (const dirent* entry = stream ? ::readdir(stream.get()) : nullptr) {
         const std::string_view name(entry->d_name);
@@ -45,27 +45,27 @@ std::vector<int> numbers_in(const std::string& folder) {
 
 class Holdings {
   public:
-    Holdings(int process, const struct stat& file, std::vector<winapi_file_holder>& found)
+    Holdings(int process, const struct stat& file, std::vector<FileHolder>& found)
         : m_process(process),
-          m_folder("/proc/" + std::to_string(process) + "/"),
+          m_directory("/proc/" + std::to_string(process) + "/"),
           m_file(file),
           m_found(found) {}
 
     void find() {
-        for (const char* link : {"cwd", "root", "exe"}) {
-            add_if_it_is(m_folder + link, link);
+        for (const char* symlink : {"cwd", "root", "exe"}) {
+            add_if_it_is(m_directory + symlink, symlink);
         }
-        for (const int number : numbers_in(m_folder + "fd")) {
+        for (const int number : numbers_in(m_directory + "fd")) {
             const std::string text = std::to_string(number);
-            add_if_it_is(m_folder + "fd/" + text, "fd " + text);
+            add_if_it_is(m_directory + "fd/" + text, "fd " + text);
         }
         find_map();
     }
 
   private:
-    void add_if_it_is(const std::string& link, const std::string& held_as) {
-        if (is_the_file(link, m_file)) {
-            add(held_as, led_to(link));
+    void add_if_it_is(const std::string& symlink, const std::string& held_as) {
+        if (is_the_file(symlink, m_file)) {
+            add(held_as, target_of(symlink));
         }
     }
 
@@ -75,14 +75,14 @@ class Holdings {
 
     std::string command() const {
         std::string text;
-        std::getline(std::ifstream(m_folder + "comm"), text);
+        std::getline(std::ifstream(m_directory + "comm"), text);
         return text;
     }
 
-    // A line is "from-to rights offset device inode   path". Some file systems show another device
-    // here than to stat, so the path decides, and the inode spares asking for most.
+    // A line is "from-to permissions offset device inode   path". Some file systems show another
+    // device here than to stat, so the path decides; the inode only excludes most lines.
     void find_map() {
-        std::ifstream maps(m_folder + "maps");
+        std::ifstream maps(m_directory + "maps");
         const std::string inode = " " + std::to_string(m_file.st_ino) + " ";
         std::string line;
         while (std::getline(maps, line)) {
@@ -91,7 +91,7 @@ class Holdings {
                 continue;
             }
             const std::string path = line.substr(slash);
-            if (is_the_file(m_folder + "root" + path, m_file)) {
+            if (is_the_file(m_directory + "root" + path, m_file)) {
                 add("map", path);
                 return;  // one file is mapped in several pieces
             }
@@ -99,17 +99,17 @@ class Holdings {
     }
 
     int m_process;
-    std::string m_folder;
+    std::string m_directory;
     const struct stat& m_file;
-    std::vector<winapi_file_holder>& m_found;
+    std::vector<FileHolder>& m_found;
 };
 
 }  // namespace
 
-std::vector<winapi_file_holder> winapi_file_holders(const char* name) {
-    std::vector<winapi_file_holder> found;
+std::vector<FileHolder> file_holders(const char* name) {
+    std::vector<FileHolder> found;
     struct stat file;
-    if (winapi::is_nothing(name) || ::stat(name, &file) != 0) {
+    if (name == nullptr || ::stat(name, &file) != 0) {
         return found;
     }
     for (const int process : numbers_in("/proc")) {
@@ -117,3 +117,5 @@ std::vector<winapi_file_holder> winapi_file_holders(const char* name) {
     }
     return found;
 }
+
+}  // namespace nmk_filesystem
