@@ -1,22 +1,21 @@
 #include "ordering/anneal_acceptance.h"
 
-#include "exact/exact_power.h"
+#include <exactmath/exact_power.h>
+
 #include "ordering/anneal_draw.h"
 #include "ordering/anneal_schedule.h"
 
-#include <cmath>
 #include <limits>
 
 namespace nmk_ordering {
 namespace {
 
-// The argument of the power at which the probability falls to that of `draw`, less 1. The C
-// library's pow is near enough for a bound that is guarded on both sides.
+// The argument of the power at which the probability falls to that of `draw`, less 1.
 double bound_of(int draw) {
     // With draw 0 any probability above zero will do: until the power passes the largest double.
     const double power =
         draw == 0 ? std::numeric_limits<double>::max() : largest_draw / static_cast<double>(draw);
-    return std::pow(power, 1.0 / reciprocal_of_q_less_one) - 1.0;
+    return nmk_exact::exact_pow(power, 1.0 / reciprocal_of_q_less_one) - 1.0;
 }
 
 }  // namespace

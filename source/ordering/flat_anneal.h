@@ -15,10 +15,10 @@
 //   save_best(), restore_best(), store(...), store_best(...)
 #pragma once
 
+#include <exactmath/exact_power.h>
 #include <maths/mlRandom.h>
 #include <nmkprogressbreak/nmkProgressBreak.h>
 
-#include "exact/exact_power.h"
 #include "ordering/anneal_acceptance.h"
 #include "ordering/anneal_schedule.h"
 

@@ -11,7 +11,6 @@ complain() { echo "$*" >&2; status=1; }
 
 # Subsystem, and the subsystems that it builds on.
 declare -A builds_on=(
-    [exact]=""
     [collections]=""
     [runtime]=""
     [ordering]="collections runtime"
