@@ -67,7 +67,8 @@ struct Bounds {
 };
 
 /// The bounds of the roots of x + rest, with a rest below the last digit of x.
-inline Bounds bounds(Two x, Two rest) {
+template <bool has_rest>
+Bounds bounds(Two x, Two rest) {
     const Two inverse = 1.0 / x;
     // The series of (1 - h)^(-1/3), from a guess to 17 bits, and from those to 60.
     const Two rough = {guess(x[0]), guess(x[1])};
@@ -75,7 +76,8 @@ inline Bounds bounds(Two x, Two rest) {
     const Two better = rough + (rough * h) * ((1.0 / 3.0 + h * (2.0 / 9.0)) +
                                               (h * h) * (14.0 / 81.0 + h * (35.0 / 243.0)));
     const Two root = masked(better, leading_bits);
-    const Two e = ((x - root * root * root) + rest) * inverse;
+    const Two difference = x - root * root * root;
+    const Two e = (has_rest ? difference + rest : difference) * inverse;
     const Two bits = {static_cast<double>(high_bits(x[0])), static_cast<double>(high_bits(x[1]))};
     const Two shortfall = bits * logarithm_slope - logarithm_at_zero_bits;
     const Two beyond =
@@ -101,7 +103,7 @@ inline Bounds bounds(Two x, Two rest) {
 inline CubeRoots cube_roots(double a, double b) {
     using namespace cube_root_steps;
     const Two x = {a, b};
-    const Bounds found = bounds(x, Two{0.0, 0.0});
+    const Bounds found = bounds<false>(x, Two{});
     const TwoBits certain = found.agree() & (x > min_quick) & (x < max_quick);
     if ((certain[0] & certain[1]) != 0) [[likely]]
         return {found.low[0], found.low[1]};
@@ -118,8 +120,8 @@ inline double sixth_root(double x) {
     const double head = masked(Two{root, root}, split_bits)[0];
     const double tail = root - head;
     const double error = ((x - head * head) - 2.0 * head * tail) - tail * tail;
-    const double rest = error / (2.0 * root);
-    const Bounds found = bounds(Two{root, root}, Two{rest, rest});
+    const double rest = error * (0.5 / root);
+    const Bounds found = bounds<true>(Two{root, root}, Two{rest, rest});
     if (found.low[0] == found.high[0] && root > min_quick && root < max_quick) [[likely]]
         return found.low[0];
     return nmk_exact::exact_pow(x, 1.0 / 6.0);

@@ -55,6 +55,14 @@ bool leaves_residual(const double* coefficients, int degree, const double* roots
     });
 }
 
+/// Drops roots that a refinement has taken beyond the doubles; the others keep their order. Returns
+/// how many are left.
+int drop_overflowed(double* roots, int count) {
+    double* const end =
+        std::remove_if(roots, roots + count, [](double root) { return !std::isfinite(root); });
+    return static_cast<int>(end - roots);
+}
+
 /// Divides the quartic by x - root from the side on which the division is stable.
 void deflate(const double* a, double root, double* b) {
     if (std::fabs(root) <= qarsol_forward_root) {
@@ -172,6 +180,7 @@ int nmkSolver::polished_cubic(double* coefficients, int polish, double* roots, i
     if (polish != 0 || leaves_residual(coefficients, 3, roots, count, cubsol_residual)) {
         int marks[3] = {};
         laguer(coefficients, 3, roots, count, marks);
+        return drop_overflowed(roots, count);
     }
     return count;
 }
@@ -241,6 +250,7 @@ int nmkSolver::checked_quartic(double* a, int polish, double* roots, int count) 
     if (leaves_residual(a, 4, roots, count, limit)) {
         int marks[4] = {};
         laguer(a, 4, roots, count, marks);
+        return drop_overflowed(roots, count);
     }
     return count;
 }

@@ -118,7 +118,7 @@ inline int cubsol(const double* c, int polish, double* roots, int* status) {
         ++count;
     } else {
         count = plain_cubsol::closed_form(c, roots);
-        if (count == 0) {  // nothing but the guards can leave a cubic without a root
+        if (count == 0) {  // the guards; the square of q does not overflow here
             status[0] = status[1] = status[2] = 1;
             return 0;
         }

@@ -1,8 +1,11 @@
 #include <exactmath/exact_arctangent.h>
 
+#include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <limits>
 
 #include "wide_power.h"
@@ -25,7 +28,7 @@ constexpr int steps_in_1 = 128;
 constexpr int terms_of_wide_series = 9;
 
 // Relative error of quick_angle, with room to spare.
-constexpr double quick_error = 0x1p-64;
+constexpr double quick_error = 0x1p-66;
 
 // Outside these sizes an intermediate result of the quick way could lose digits or overflow.
 constexpr double least_quick = 0x1p-300;
@@ -75,9 +78,12 @@ int nearest_step(double ratio) { return static_cast<int>(ratio * steps_in_1 + 0.
 
 // The arctangent of y / x, for 0 <= y <= x, to about 66 bits.
 DoubleDouble quick_angle(double y, double x) {
-    const int j = nearest_step(y / x);
-    const double step = j / double{steps_in_1};
-    const DoubleDouble& at_step = arctangents[static_cast<std::size_t>(j)];
+    // So large that a double has no digits behind those of a step.
+    constexpr double rounds_to_steps = 0x1.8p52 / steps_in_1;
+    const double shifted = y / x + rounds_to_steps;
+    const double step = shifted - rounds_to_steps;
+    const DoubleDouble& at_step =
+        arctangents[std::bit_cast<std::uint64_t>(shifted) & (2 * steps_in_1 - 1)];
     // z = (y - step x) / (x + step y), the tangent of the angle beyond the step.
     const DoubleDouble x_halves = split(x);
     const DoubleDouble y_halves = split(y);
@@ -115,13 +121,17 @@ struct Octant {
         return points_left ? pi - first : first;
     }
 
-    // The same for additions that take less time, for a high part that is at most pi / 4.
+    // The same without a branch, which could not be predicted, for a high part of at most pi / 4.
     DoubleDouble quick_angle(DoubleDouble first) const {
-        if (!is_steep && !points_left) return first;
-        const DoubleDouble& from = is_steep ? half_pi : pi;
-        const double sign = is_steep && points_left ? 1.0 : -1.0;
-        const DoubleDouble sum = quick_sum(from.high, sign * first.high);
-        return {sum.high, sum.low + (from.low + sign * first.low)};
+        struct Base {
+            DoubleDouble angle;
+            double sign;
+        };
+        static constexpr std::array<Base, 4> bases = {
+            {{zero, 1.0}, {half_pi, -1.0}, {pi, -1.0}, {half_pi, 1.0}}};
+        const Base& base = bases[(is_steep ? 1U : 0U) + (points_left ? 2U : 0U)];
+        const DoubleDouble sum = quick_sum(base.angle.high, base.sign * first.high);
+        return {sum.high, sum.low + (base.angle.low + base.sign * first.low)};
     }
 };
 
@@ -155,8 +165,8 @@ double angle_of_any_size(double y, double x, bool points_left) {
 
 double angle_of_sides(double y, double x, bool points_left) {
     const Octant octant{y > x, points_left};
-    const double longer = octant.is_steep ? y : x;
-    const double shorter = octant.is_steep ? x : y;
+    const double longer = std::max(y, x);
+    const double shorter = std::min(y, x);
     if (shorter >= least_quick && longer <= greatest_quick) {
         const DoubleDouble angle = octant.quick_angle(quick_angle(shorter, longer));
         const double error = angle.high * quick_error;

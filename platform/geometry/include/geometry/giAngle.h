@@ -20,8 +20,8 @@ class giAngle {
     giAngle(giAngleRadians, double radians) noexcept : m_radians(radians) {}
     giAngle(giAngleDegrees, double degrees) noexcept : m_radians(degrees * radians_in_a_degree) {}
 
-    /// The angle from -pi to pi whose sine and cosine are in the ratio given; the same bits on every
-    /// processor.
+    /// The angle from -pi to pi whose sine and cosine are in the ratio given; the same bits on
+    /// every processor.
     giAngle(giAngleTangent2, double sine, double cosine) noexcept
         : m_radians(nmk_exact::exact_atan2(sine, cosine)) {}
 
