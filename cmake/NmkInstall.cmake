@@ -20,6 +20,12 @@ foreach(target IN LISTS platform_targets)
     endif()
 endforeach()
 set_target_properties(nmktoolbox PROPERTIES INSTALL_RPATH "$ORIGIN")
+
+# Formulas in public headers give a consumer the bits that the library itself computes.
+foreach(target IN LISTS platform_targets ITEMS nmktoolbox)
+    target_compile_options(${target} INTERFACE
+        $<INSTALL_INTERFACE:$<$<COMPILE_LANG_AND_ID:CXX,GNU,Clang,AppleClang>:-ffp-contract=off>>)
+endforeach()
 install(TARGETS ${platform_targets} EXPORT nmkplatform-targets)
 install(TARGETS nmktoolbox EXPORT nmktoolbox-targets)
 

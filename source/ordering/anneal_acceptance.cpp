@@ -1,22 +1,21 @@
 #include "ordering/anneal_acceptance.h"
 
-#include "exact/exact_power.h"
+#include <exactmath/exact_power.h>
+
 #include "ordering/anneal_draw.h"
 #include "ordering/anneal_schedule.h"
 
-#include <cmath>
 #include <limits>
 
 namespace nmk_ordering {
 namespace {
 
-// The argument of the power, less 1, at which the probability falls to that of `draw`. The C
-// library's pow is accurate enough for a bound that has a guard on both sides.
+// The argument of the power, less 1, at which the probability falls to that of `draw`.
 double bound_of(int draw) {
     // Draw 0 accepts any probability above zero: until the power exceeds the largest double.
     const double power = draw == 0 ? std::numeric_limits<double>::max()
                                    : mlRandom::max_drawn / static_cast<double>(draw);
-    return std::pow(power, 1.0 / reciprocal_of_q_less_one) - 1.0;
+    return nmk_exact::exact_pow(power, 1.0 / reciprocal_of_q_less_one) - 1.0;
 }
 
 }  // namespace

@@ -18,10 +18,10 @@
 //   store_best(state, length, is_current)  writes the best one, which may be the current one
 #pragma once
 
+#include <exactmath/exact_power.h>
 #include <maths/mlRandom.h>
 #include <nmkprogressbreak/nmkProgressBreak.h>
 
-#include "exact/exact_power.h"
 #include "ordering/anneal_acceptance.h"
 #include "ordering/anneal_schedule.h"
 

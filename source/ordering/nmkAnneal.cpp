@@ -1,9 +1,9 @@
 #include <nmktoolbox/ordering/nmkAnneal.h>
 
+#include <exactmath/exact_power.h>
 #include <nmkprogressbreak/nmkProgressBreak.h>
 #include <nmktoolbox/ordering/nmkAnnealState.h>
 
-#include "exact/exact_power.h"
 #include "ordering/anneal_acceptance.h"
 #include "ordering/anneal_schedule.h"
 #include "ordering/flat_problems.h"

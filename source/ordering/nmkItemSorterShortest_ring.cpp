@@ -6,6 +6,7 @@
 // point nearest to it, and the items are read off once around the ring. After R. Durbin and D.
 // Willshaw, An analogue approach to the travelling salesman problem using an elastic net method,
 // Nature 326, 1987.
+#include <exactmath/exact_sine.h>
 #include <nmktoolbox/ordering/nmkItemComparator.h>
 #include <nmktoolbox/ordering/nmkItemSorterClosest.h>
 #include <nmktoolbox/ordering/nmkItemSorterShortest.h>
@@ -70,8 +71,8 @@ void nmkItemSorterShortest::sort_old(double) {
 void nmkItemSorterShortest::create_test_array(giPoint3coDynArr& ring, int n) {
     for (int i = 0; i < n; ++i) {
         const double angle = i * (full_turn / n);
-        const double x = std::cos(angle) * ring_radius + ring_centre;
-        const double y = std::sin(angle) * ring_radius + ring_centre;
+        const double x = nmk_exact::exact_cos(angle) * ring_radius + ring_centre;
+        const double y = nmk_exact::exact_sin(angle) * ring_radius + ring_centre;
         ring.add(giPoint3(x, y, 0.0));
     }
 }

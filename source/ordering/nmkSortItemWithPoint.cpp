@@ -1,4 +1,5 @@
 // nmkSortItemWithPoint: the scaled point and the weights of an item for the elastic ring.
+#include <exactmath/exact_power.h>
 #include <nmktoolbox/ordering/nmkSortItemWithPoint.h>
 
 #include "ordering/run_time_type.h"
@@ -65,7 +66,7 @@ double nmkSortItemWithPoint::set_distance_array(giPoint3coDynArr& ring, double k
         const double d2 = squared_plan_distance(part.normal_point, ring[j]);
         least = std::min(least, d2);
         const bool out_of_reach = d2 >= elastic_limits::squared_reach;
-        part.weights[j] = out_of_reach ? 0.0 : std::exp(-d2 / ((k + k) * k));
+        part.weights[j] = out_of_reach ? 0.0 : nmk_exact::exact_exp(-d2 / ((k + k) * k));
         part.weight_sum += part.weights[j];
     }
     if (ring.size() == 0 || part.weight_sum < elastic_limits::min_weight_sum) {

@@ -1,5 +1,6 @@
 #include "ring_pull.h"
 
+#include <exactmath/exact_power.h>
 #include <nmktoolbox/ordering/nmkSortItemLine.h>
 
 #include <cmath>
@@ -95,7 +96,7 @@ double RingPuller::weigh(nmkSortItemWithPoint& item) {
     for (std::size_t j = 0; j < n; ++j) {
         weights[j] = 0.0;
         if (exponents[j] < elastic_limits::exponent_of_zero) continue;
-        weights[j] = std::exp(exponents[j]);
+        weights[j] = nmk_exact::exact_exp(exponents[j]);
         sum += weights[j];
         m_in_reach.push_back(static_cast<int>(j));
     }

@@ -4,9 +4,8 @@
 // both see the same bits. p is the item's point, c the comparison point.
 #pragma once
 
+#include <exactmath/exact_arctangent.h>
 #include <geometry/giPoint3.h>
-
-#include <cmath>
 
 namespace nmk_ordering::sort_keys {
 
@@ -26,7 +25,7 @@ inline double closest(const giPoint3& p, const giPoint3& c) {
 
 // Deliberate: x comes first, so that the angle runs clockwise from +y, as on a compass.
 inline double radial(const giPoint3& p, const giPoint3& c) {
-    return std::atan2(p.x - c.x, p.y - c.y);
+    return nmk_exact::exact_atan2(p.x - c.x, p.y - c.y);
 }
 
 /// How far two `closest` keys of one row may differ. They are squares, and so is the limit.

@@ -10,6 +10,8 @@
 #include <cmath>
 #include <limits>
 
+namespace nmk_solver {
+
 /// Room for the cosines and sines of one angle.
 template <int room>
 struct AngleArray {
@@ -30,3 +32,5 @@ inline void set_angles(int count, double* const cosines, double* const sines,
         if (!std::isnan(cosines[i])) angles[i] = giAngle(tag, sines[i], cosines[i]);
     }
 }
+
+}  // namespace nmk_solver

@@ -6,6 +6,8 @@
 
 #include "solver/angle_system.h"
 
+namespace nmk_solver {
+
 struct AngleElimination {
     const AngleSystem& s;
     double P;
@@ -52,3 +54,5 @@ struct AngleBracketEnd {
 /// The phi between two ends at which F has different signs. Ends on every input.
 AngleDirection refine_angle(const AngleElimination& elimination, AngleBracketEnd low,
                             AngleBracketEnd high);
+
+}  // namespace nmk_solver

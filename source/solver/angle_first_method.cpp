@@ -1,13 +1,15 @@
-// angle_first_method: two angles, by turns from the first equation and from the second.
+// angle_first_method: two angles, solved alternately from the first and from the second equation.
 //
-// Two chains start from the same phi and follow the two values of psi. When they do not settle, the
-// second method decides.
+// Two chains start from the same phi and follow the two values of psi. When they do not converge,
+// the second method is used.
 #include <nmktoolbox/solver/nmkAngleSolver.h>
 
 #include <algorithm>
 #include <cmath>
 
 #include "solver/angle_system.h"
+
+namespace nmk_solver {
 
 namespace {
 
@@ -16,7 +18,7 @@ constexpr double cosine_is_lost = 1.00001;    // a candidate's size from here on
 constexpr double chain_has_settled = 1e-5;    // largest move of a settled chain
 constexpr double cosine_is_negative = -1e-5;  // below, when settled: no solution there
 constexpr double cosine_is_beyond_1 = 1.00001;  // above, when settled: no solution there
-constexpr int most_passes = 10;
+constexpr int max_passes = 10;
 
 /// The pole phi = 0, where psi follows from (E2) alone.
 int solve_at_the_pole(const AngleSystem& s, const AngleSlots& slots) {
@@ -35,7 +37,7 @@ int append_phi(const AngleSystem& s, const AngleDirection& psi, double m, int co
     for (int i = 0; i < found && count < 2; ++i) {
         if (!(phi[i].cosine >= 0.0) || !(phi[i].sine >= 0.0)) continue;
         if (!(s.radius(phi[i].sine) >= 0.0)) continue;
-        // psi means nothing at the pole: one solution there is enough.
+        // Any psi solves the system at the pole: one solution there is enough.
         const bool pole_is_stored = std::any_of(slots.sin_phi, slots.sin_phi + count,
                                                 [](double sine) { return sine == 0.0; });
         if (phi[i].sine == 0.0 && pole_is_stored) continue;
@@ -56,13 +58,13 @@ int solve_without_c(const AngleSystem& s, const AngleSlots& slots) {
 
 double sine_of_chain(double cosine) { return cosine > 0.0 ? other_of_unit(cosine) : 1.0; }
 
-/// The values that one turn through both equations gives to a chain.
-struct Turn {
+/// The values that one pass through both equations gives to a chain.
+struct Pass {
     int count = 0;
     AngleDirection psi[2];
     double cosine[2] = {};
 
-    /// Answers false when the chain is lost.
+    /// Returns false when the chain is lost.
     bool take(const AngleSystem& s, const AngleDirection& phi) {
         count = directions(phi.sine * s.a, phi.sine * s.b, -s.c * phi.cosine, psi);
         const double radius = s.radius(phi.sine);
@@ -86,18 +88,19 @@ bool has_settled(const AngleDirection& from, const AngleDirection& to) {
            std::fabs(to.sine - from.sine) <= chain_has_settled;
 }
 
-/// Runs both chains until they settle; answers false when one is lost or the passes run out.
+/// Runs both chains until they settle; false when one is lost or the passes run out.
 bool settle_chains(const AngleSystem& s, AnglePair* chains) {
     const double x = s.g / s.f;
     chains[0].phi = chains[1].phi = {x, sine_of_chain(x)};
-    for (int pass = 0; pass < most_passes; ++pass) {
-        Turn turn;
-        if (!turn.take(s, chains[0].phi)) return false;
-        const int kept = turn.larger();
-        AnglePair next[2] = {turn.pair(kept), turn.pair(turn.other_than(kept))};
+    for (int pass = 0; pass < max_passes; ++pass) {
+        Pass next_values;
+        if (!next_values.take(s, chains[0].phi)) return false;
+        const int kept = next_values.larger();
+        AnglePair next[2] = {next_values.pair(kept),
+                             next_values.pair(next_values.other_than(kept))};
         if (chains[1].phi.cosine != chains[0].phi.cosine) {
-            if (!turn.take(s, chains[1].phi)) return false;
-            next[1] = turn.pair(turn.smaller());
+            if (!next_values.take(s, chains[1].phi)) return false;
+            next[1] = next_values.pair(next_values.smaller());
         }
         bool settled = true;
         for (int i = 0; i < 2; ++i) {
@@ -110,7 +113,7 @@ bool settle_chains(const AngleSystem& s, AnglePair* chains) {
     return false;
 }
 
-/// Stores what the settled chains hold, and answers how many solutions that is.
+/// Stores the solutions of the settled chains and returns their number.
 int store_chains(const AngleSystem& s, AnglePair* chains, const AngleSlots& slots) {
     const AngleDirection& first = chains[0].phi;
     const AngleDirection& second = chains[1].phi;
@@ -149,3 +152,5 @@ int angles3_first_method(const AngleSystem& system, const AngleSlots& slots) {
     if (!settle_chains(system, chains)) return angles3_second_method(system, slots);
     return store_chains(system, chains, slots);
 }
+
+}  // namespace nmk_solver

@@ -1,7 +1,7 @@
-// angle_radius_systems: the systems of two angles whose second equation bears on the radius alone.
+// angle_radius_systems: the systems of two angles whose second equation contains the radius alone.
 //
 // Squaring and adding the two equations leaves phi: a quartic (solve_angles4), a conic
-// (solve_angles5) or a square root (solve_angles6). psi follows from whichever equation is strong.
+// (solve_angles5) or a square root (solve_angles6). psi is computed from the stronger equation.
 #include <nmktoolbox/solver/nmkAngleSolver.h>
 #include <nmktoolbox/solver/nmkSolver.h>
 
@@ -11,6 +11,8 @@
 #include "solver/angle_arrays.h"
 #include "solver/angle_reference.h"
 #include "solver/polynomial.h"
+
+using namespace nmk_solver;
 
 namespace {
 
@@ -30,10 +32,10 @@ constexpr double angles6_sine_is_small = 1e-5;    // this times k above 1: psi f
 constexpr double angles6_radius_is_small = 1e-5;  // k below: psi from (E1)
 
 // quartic_laguer.
-constexpr int quartic_laguer_steps = 13;
+constexpr int quartic_laguer_max_steps = 13;
 constexpr double quartic_laguer_is_zero = 1e-15;  // |p| at most: x is a root
 
-constexpr int ask_for_polish = 1;
+constexpr int with_polish = 1;
 
 PsiSource angles4_source(double sine, double radius) {
     if (sine < angles4_sine_is_small * radius) return PsiSource::second_equation;
@@ -42,7 +44,7 @@ PsiSource angles4_source(double sine, double radius) {
 }
 
 PsiSource angles6_source(double k) {
-    // k was scaled to at most 1, so that the first never comes with ordinary data.
+    // k was scaled to at most 1, so that the first case does not occur with ordinary data.
     if (angles6_sine_is_small * k > 1.0) return PsiSource::second_equation;
     if (k < angles6_radius_is_small) return PsiSource::first_equation;
     return PsiSource::both;
@@ -288,7 +290,7 @@ int nmkAngleSolver::solve_angles4_quartic(double /*a*/, double /*b*/, double c, 
     build_quartic(c, d, h, k, quartic);
     double roots[4];
     int status[4];
-    const int root_count = nmkSolver::qarsol(quartic, ask_for_polish, roots, status);
+    const int root_count = nmkSolver::qarsol(quartic, with_polish, roots, status);
     int count = 0;
     for (int i = 0; i < root_count; ++i) {
         if (!(roots[i] >= 0.0 && roots[i] <= angles4_largest_root)) continue;
@@ -356,7 +358,7 @@ int nmkAngleSolver::solve_angles4_quartic_iteratively(double c, double d, double
 
 int nmkAngleSolver::quartic_laguer(double* const a, double& x) {
     double size = 0.0;
-    for (int i = 0; i < quartic_laguer_steps; ++i) {
+    for (int i = 0; i < quartic_laguer_max_steps; ++i) {
         const double p = polynomial_value(a, 4, x);
         size = std::fabs(p);
         if (size <= quartic_laguer_is_zero) return 1;

@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+namespace nmk_solver {
+
 ReferencePsi reference_psi(PsiSource source, const AngleDirection& phi, double radius, double c,
                            double d) {
     ReferencePsi found;
@@ -29,3 +31,5 @@ ReferencePsi reference_psi(PsiSource source, const AngleDirection& phi, double r
     }
     return found;
 }
+
+}  // namespace nmk_solver

@@ -3,6 +3,8 @@
 
 #include "solver/angle_system.h"
 
+namespace nmk_solver {
+
 /// The values of psi, from the reference direction, that go with one phi.
 struct ReferencePsi {
     int count = 0;
@@ -11,10 +13,12 @@ struct ReferencePsi {
     void add(double cosine, double sine) { psi[count++] = {cosine, sine}; }
 };
 
-/// Which of the two equations is too weak to give psi.
+/// The equation that psi is computed from. One equation alone where the other is too weak.
 enum class PsiSource { second_equation, first_equation, both };
 
-/// psi for c and d divided by the length of (a, b). None when one equation is out of reach; the
-/// mirrored value comes second.
+/// psi for c and d divided by the length of (a, b): none where the sine or cosine would exceed 1;
+/// the mirrored value comes second.
 ReferencePsi reference_psi(PsiSource source, const AngleDirection& phi, double radius, double c,
                            double d);
+
+}  // namespace nmk_solver

@@ -7,6 +7,8 @@
 
 #include "solver/angle_elimination.h"
 
+namespace nmk_solver {
+
 namespace {
 
 constexpr double sine_is_variable = 0.71;  // at most: sin phi is the variable
@@ -22,9 +24,9 @@ constexpr double newton_step_is_last = 1e-15;       // a Newton step of at most 
 constexpr double end_is_near_double_root = 0.001;  // |F| at the end, at most
 constexpr double value_is_near_double_root = 0.1;  // |F| here, at most
 
-// The brackets of a quarter circle are bisected to nothing in fewer than 1100 steps; ordinary
-// inputs take a few dozen.
-constexpr int most_steps = 4000;
+// Fewer than 1100 bisections bring any bracket of the quarter circle to the spacing of doubles;
+// ordinary inputs take a few dozen steps.
+constexpr int max_steps = 4000;
 
 bool same_sign(double first, double second) { return (first < 0.0) == (second < 0.0); }
 
@@ -57,7 +59,7 @@ class Iteration {
     }
 
     AngleDirection run() {
-        for (int i = 0; i < most_steps; ++i) {
+        for (int i = 0; i < max_steps; ++i) {
             const double value = m_elimination.F(m_phi);
             // Not "while it is not zero": NaN ends it as well.
             if (!(std::fabs(value) > 0.0) || has_converged(value)) break;
@@ -86,7 +88,7 @@ class Iteration {
                m_high.phi.cosine == before.m_high.phi.cosine;
     }
 
-    /// One step; answers false when it was the last.
+    /// One step; false when it was the last.
     bool advance(double value) {
         (same_sign(value, m_low.value) ? m_low : m_high) = {m_phi, value, false};
         m_slope = m_elimination.H(m_phi);
@@ -154,3 +156,5 @@ AngleDirection refine_angle(const AngleElimination& elimination, AngleBracketEnd
                             AngleBracketEnd high) {
     return Iteration(elimination, low, high).run();
 }
+
+}  // namespace nmk_solver

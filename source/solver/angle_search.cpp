@@ -1,7 +1,7 @@
 // angle_search: where on the quarter circle F changes sign.
 //
-// The two ends first; when F has the same sign at both, points between at which it is likely to
-// have the other one.
+// The two ends first; when F has the same sign at both, points between at which it probably has the
+// other sign.
 #include <nmktoolbox/solver/nmkAngleSolver.h>
 #include <nmktoolbox/solver/nmkSolver.h>
 
@@ -9,6 +9,8 @@
 #include <cmath>
 
 #include "solver/angle_candidates.h"
+
+namespace nmk_solver {
 
 namespace {
 
@@ -26,9 +28,9 @@ bool differ_in_sign(double first, double second) { return (first < 0.0) != (seco
 class Search {
   public:
     Search(const AngleElimination& elimination, AngleCandidates& found)
-        : m_elimination(elimination), s_(elimination.s), m_found(found) {}
+        : m_elimination(elimination), m_system(elimination.s), m_found(found) {}
 
-    /// Answers false when two solutions near the pole are all there is.
+    /// Returns false when two solutions near the pole are the result.
     bool run() {
         m_low.phi = lowest();
         if (!start_at_the_pole()) return false;
@@ -45,26 +47,29 @@ class Search {
   private:
     /// The lowest phi at which the radius is not negative.
     AngleDirection lowest() const {
-        if (!(s_.h < 0.0)) return {1.0, 0.0};
-        const double sine = -s_.h / s_.k;
+        if (!(m_system.h < 0.0)) return {1.0, 0.0};
+        const double sine = -m_system.h / m_system.k;
         return {other_of_unit(sine), sine};
     }
 
     bool is_near_the_pole() const {
-        const double in_first = std::fabs(near_pole_c / s_.sa);
-        const double lengths = (s_.a * s_.a + s_.b * s_.b) / (s_.d * s_.d + s_.e * s_.e);
-        const double in_second = std::fabs(std::sqrt(lengths) * near_pole_radius / (s_.k * s_.sr));
-        return std::fabs(s_.c) <= std::min(in_first, in_second) && s_.h > 0.0;
+        const double in_first = std::fabs(near_pole_c / m_system.sa);
+        const double lengths = (m_system.a * m_system.a + m_system.b * m_system.b) /
+                               (m_system.d * m_system.d + m_system.e * m_system.e);
+        const double in_second =
+            std::fabs(std::sqrt(lengths) * near_pole_radius / (m_system.k * m_system.sr));
+        return std::fabs(m_system.c) <= std::min(in_first, in_second) && m_system.h > 0.0;
     }
 
     bool start_at_the_pole() {
         if (!is_near_the_pole()) return true;
         AngleDirection psi[2];
-        const int count = directions(s_.d * s_.h, s_.e * s_.h, s_.g - s_.f, psi);
+        const int count = directions(m_system.d * m_system.h, m_system.e * m_system.h,
+                                     m_system.g - m_system.f, psi);
         for (int i = 0; i < count; ++i) {
-            const double v = s_.along_reference(psi[i]);
+            const double v = m_system.along_reference(psi[i]);
             if (v == 0.0) continue;
-            const double sine = -s_.c / v;
+            const double sine = -m_system.c / v;
             if (sine > 0.0 && sine < near_pole_sine)
                 m_found.add({other_of_unit(sine), sine}, psi[i]);
         }
@@ -94,7 +99,7 @@ class Search {
         }
     }
 
-    /// Tries a point between; answers true when F has the other sign there.
+    /// Evaluates F at a point between; true when it has the other sign there.
     bool has_other_sign(const AngleDirection& phi, double& value) {
         value = m_elimination.F(phi);
         if (value == 0.0) {
@@ -111,9 +116,9 @@ class Search {
     }
 
     bool split_by_turning_points() {
-        const double p = s_.c * s_.e * s_.k + s_.f * s_.b;
-        const double q = s_.c * s_.d * s_.k + s_.f * s_.a;
-        const double kW = s_.k * m_elimination.W;
+        const double p = m_system.c * m_system.e * m_system.k + m_system.f * m_system.b;
+        const double q = m_system.c * m_system.d * m_system.k + m_system.f * m_system.a;
+        const double kW = m_system.k * m_elimination.W;
         double quadratic[3] = {
             p * p + q * q - kW * kW, 2.0 * (q * m_elimination.Q + p * m_elimination.P),
             m_elimination.Q * m_elimination.Q + m_elimination.P * m_elimination.P + kW * kW};
@@ -128,8 +133,8 @@ class Search {
             const int count_before = m_found.count;
             double value = 0.0;
             if (!has_other_sign(phi, value)) continue;
-            // With a solution in hand, two more are too many: no need to look for them.
-            m_found.count = count_before > 0 ? AngleCandidates::most + 1 : 0;
+            // With a solution already found, two more are too many and need not be searched for.
+            m_found.count = count_before > 0 ? AngleCandidates::max_count + 1 : 0;
             if (!m_found.too_many()) refine_on_both_sides(phi, value);
             return true;
         }
@@ -137,13 +142,13 @@ class Search {
     }
 
     void split_by_slopes() {
-        const double squares = s_.a * s_.a + s_.b * s_.b;
-        const double product = s_.a * s_.d + s_.b * s_.e;
+        const double squares = m_system.a * m_system.a + m_system.b * m_system.b;
+        const double product = m_system.a * m_system.d + m_system.b * m_system.e;
         double cosines[4];
         double sines[4];
-        const int count = nmkAngleSolver::solve_angles2(0.0, squares * s_.f - product * s_.c * s_.k,
-                                                        0.0, -product * s_.c * s_.h,
-                                                        -squares * s_.g, 0.0, cosines, sines);
+        const int count = nmkAngleSolver::solve_angles2(
+            0.0, squares * m_system.f - product * m_system.c * m_system.k, 0.0,
+            -product * m_system.c * m_system.h, -squares * m_system.g, 0.0, cosines, sines);
         for (int i = 0; i < count; ++i) {
             const AngleDirection phi{cosines[i], sines[i]};
             if (!(phi.cosine > m_high.phi.cosine) || !(phi.sine > m_low.phi.sine)) continue;
@@ -155,7 +160,7 @@ class Search {
     }
 
     const AngleElimination& m_elimination;
-    const AngleSystem& s_;
+    const AngleSystem& m_system;
     AngleCandidates& m_found;
     AngleBracketEnd m_low{{1.0, 0.0}, 0.0};
     AngleBracketEnd m_high{{0.0, 1.0}, 0.0};
@@ -180,3 +185,5 @@ bool search_quarter_circle(const AngleElimination& elimination, AngleCandidates&
     }
     return true;
 }
+
+}  // namespace nmk_solver

@@ -1,8 +1,8 @@
 // angle_second_method: two angles, by eliminating psi.
 //
-// Parallel directions and a radius without constant part have closed forms; all else is a search
-// for zeros on the quarter circle. The closing stage finds what is missing of psi and drops the
-// solutions whose radius is negative.
+// Parallel directions and a radius without constant part have closed forms; all other systems are
+// solved by a search for zeros on the quarter circle. The closing stage finds the psi that are
+// still open and drops the solutions whose radius is negative.
 #include <nmktoolbox/solver/nmkAngleSolver.h>
 #include <nmktoolbox/solver/nmkSolver.h>
 
@@ -10,6 +10,8 @@
 #include <cmath>
 
 #include "solver/angle_candidates.h"
+
+namespace nmk_solver {
 
 namespace {
 
@@ -19,7 +21,7 @@ constexpr double closed_form_pole = 1e-6;          // sin phi below this times m
 constexpr double closed_form_psi_is_lost = 1e-5;   // u^2 + v^2 at most: psi from one equation
 constexpr double radius_is_small = 0.005;          // at most: psi from (E1), else from (E2)
 
-/// (d, e) is p times (a, b): both equations combine into one of phi. Answers false for no solution.
+/// (d, e) is p times (a, b): both equations combine into one of phi. Returns false for no solution.
 bool solve_parallel(const AngleSystem& s, AngleCandidates& found) {
     const bool by_a = std::fabs(s.a) > std::fabs(s.b);
     if (!by_a && s.b == 0.0) return false;
@@ -62,7 +64,7 @@ bool closed_form_has_no_solution(const AngleSystem& s) {
            closed_form_rejects;
 }
 
-/// h is zero: F / sin^2 phi is a quadratic in cos phi. Answers false for no solution.
+/// h is zero: F / sin^2 phi is a quadratic in cos phi. Returns false for no solution.
 bool solve_closed_form(const AngleElimination& elimination, AngleCandidates& found) {
     const AngleSystem& s = elimination.s;
     if (closed_form_has_no_solution(s)) return false;
@@ -161,6 +163,8 @@ int angles3_second_method(const AngleSystem& system, const AngleSlots& slots) {
         for (int i = 0; i < found.count; ++i) slots.store(i, found.pairs[i]);
         return found.count;
     }
-    // More than two on the way: the input has no isolated solutions.
+    // More than two candidates: the input has no isolated solutions.
     return found.too_many() ? 0 : close(system, found, slots);
 }
+
+}  // namespace nmk_solver

@@ -1,4 +1,4 @@
-// angle_system: the scaled system of two angles, and the slots that its solutions go to.
+// angle_system: the scaled system of two angles, and the slots for its solutions.
 //
 //   (E1) sin phi (a cos psi + b sin psi) + c cos phi = 0
 //   (E2) f cos phi + (d cos psi + e sin psi)(h + k sin phi) = g
@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <cmath>
+
+namespace nmk_solver {
 
 /// An angle as cosine and sine.
 struct AngleDirection {
@@ -49,7 +51,7 @@ struct AngleSlots {
 /// The cosine for a sine, or the sine for a cosine, of an angle in the first quadrant.
 inline double other_of_unit(double one) { return std::sqrt(std::max(0.0, 1.0 - one * one)); }
 
-/// Solutions of a cos t + b sin t = c; answers their number, at most 2.
+/// Finds the solutions of a cos t + b sin t = c and returns their number, at most 2.
 int directions(double a, double b, double c, AngleDirection* found);
 
 /// Fixed-point iteration, or the closed form when c vanishes. At most 2 solutions.
@@ -57,3 +59,5 @@ int angles3_first_method(const AngleSystem& system, const AngleSlots& slots);
 
 /// Elimination of psi. At most 2 solutions.
 int angles3_second_method(const AngleSystem& system, const AngleSlots& slots);
+
+}  // namespace nmk_solver

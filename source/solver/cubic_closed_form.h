@@ -1,15 +1,20 @@
 // cubic_closed_form: the real roots of a cubic by Cardano's formula and its trigonometric form.
 //
-// Lives in a header so that it becomes part of cubsol, which is called in inner loops and spares
-// the call. For the same reason all guards are asked at once.
+// In a header so that it becomes part of cubsol, which is called in inner loops. For the same
+// reason all guards are combined into one test.
 #pragma once
+
+#include <exactmath/exact_arctangent.h>
+#include <exactmath/exact_power.h>
+#include <exactmath/exact_sine.h>
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
-#include "exact/exact_sine.h"
 #include "solver/cube_roots.h"
+
+namespace nmk_solver {
 
 // Limits, after division by the leading coefficient.
 constexpr double cubsol_largest_p2 = 1e100;  // above: no roots
@@ -22,7 +27,7 @@ constexpr double cubsol_three_roots = -1e-30;  // below: three distinct roots
 
 constexpr int cubic_overflowed = -1;
 
-/// Without a branch: near the end of a sort nobody can tell which way it would go.
+/// Without a branch, which could not be predicted here.
 inline void put_in_order(double& first, double& second) {
     const double low = std::min(first, second);
     second = std::max(second, first);
@@ -42,9 +47,11 @@ inline int cubic_one_root(double q, double discriminant, double shift, double* r
     return 1;
 }
 
+/// 0 roots where the square of q overflows: none of the three would be a number.
 inline int cubic_three_roots(double q, double discriminant, double shift, double* roots) {
-    const double m = std::pow(q * q - discriminant, 1.0 / 6.0);
-    const double t = std::atan2(std::sqrt(-discriminant), q) / 3.0;
+    const double m = sixth_root(q * q - discriminant);
+    if (!std::isfinite(m)) return 0;
+    const double t = nmk_exact::exact_atan2(std::sqrt(-discriminant), q) / 3.0;
     const auto [sine, cosine] = nmk_exact::exact_sine_and_cosine(t);
     const double along = m * cosine;
     const double across = m * sine * std::sqrt(3.0);
@@ -56,7 +63,8 @@ inline int cubic_three_roots(double q, double discriminant, double shift, double
 }
 
 inline int cubic_double_root(double q, double shift, double* roots) {
-    const double u = q == 0.0 ? 0.0 : std::copysign(std::pow(std::fabs(q), 1.0 / 3.0), q);
+    const double u =
+        q == 0.0 ? 0.0 : std::copysign(nmk_exact::exact_pow(std::fabs(q), 1.0 / 3.0), q);
     roots[0] = 2.0 * u - shift;
     roots[1] = roots[2] = -u - shift;
     sort_three(roots);
@@ -85,3 +93,5 @@ inline int cubic_double_root(double q, double shift, double* roots) {
     if (discriminant > cubsol_one_root) return cubic_one_root(q, discriminant, shift, roots);
     return cubic_double_root(q, shift, roots);
 }
+
+}  // namespace nmk_solver

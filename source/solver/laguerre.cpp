@@ -1,19 +1,21 @@
 // laguerre: the refinement of one root by Laguerre's method.
 //
-// Each step fits a polynomial with one root near x and the others heaped in one place far from it.
-// Where that place would be complex, the step takes its real part or goes to the turning point.
+// Each step fits a polynomial with one root near x and all others at one point far from it. Where
+// the near root would be complex, the step takes its real part or goes to the turning point.
 #include "solver/laguerre.h"
 
 #include <algorithm>
 #include <cmath>
 
+namespace nmk_solver {
+
 namespace {
 
 // Limits of laguer.
-constexpr int laguer_steps = 7;
-constexpr double laguer_root_stands = 1.0000000000000002e-14;  // |p| at most, beside its error
-constexpr double laguer_root_is_none = 1e-10;                  // |p| above, beside its error
-constexpr double laguer_real_part = 1e-30;                     // decides between two steps
+constexpr int laguer_max_steps = 7;
+constexpr double laguer_is_root = 1.0000000000000002e-14;  // |p| at most, beside its error
+constexpr double laguer_is_not_root = 1e-10;               // |p| above, beside its error
+constexpr double laguer_real_part = 1e-30;                 // decides between two steps
 
 /// Value, slope and half the second derivative at a point, with a bound of the rounding error.
 struct LaguerreValues {
@@ -36,7 +38,7 @@ struct LaguerreValues {
     double scale() const { return std::max(1.0, error); }
 };
 
-/// One step of Laguerre's method from x; answers false when there is nowhere to step.
+/// One step of Laguerre's method from x; false when the method defines no step there.
 bool laguerre_step(const LaguerreValues& at, int degree, double& x) {
     const double n = degree;
     const double g = at.slope / at.p;
@@ -66,12 +68,12 @@ bool laguerre_refines(const double* coefficients, int degree, double& root, doub
     double first_size = 0.0;
     double last_size = 0.0;
     double scale = 1.0;
-    for (int i = 0; i < laguer_steps; ++i) {
+    for (int i = 0; i < laguer_max_steps; ++i) {
         const LaguerreValues at(coefficients, degree, root);
         last_size = std::fabs(at.p);
         scale = at.scale();
         if (i == 0) first_size = last_size;
-        if (last_size <= laguer_root_stands * scale) return true;
+        if (last_size <= laguer_is_root * scale) return true;
         double x = root;
         if (!laguerre_step(at, degree, x)) break;
         if (x == root) return true;
@@ -79,5 +81,7 @@ bool laguerre_refines(const double* coefficients, int degree, double& root, doub
     }
     if (last_size <= first_size) return true;
     root = on_entry;
-    return !(first_size > laguer_root_is_none * scale);
+    return !(first_size > laguer_is_not_root * scale);
 }
+
+}  // namespace nmk_solver

@@ -10,6 +10,8 @@
 #include "solver/angle_system.h"
 #include "solver/polynomial.h"
 
+using namespace nmk_solver;
+
 namespace {
 
 // solve_angles1: the right side may exceed the amplitude, in the squares, by this part.
@@ -22,9 +24,9 @@ constexpr double angles2_same_root = 1e-8;
 constexpr double angles3_c_is_zero = 1e-10;  // at most: first method
 constexpr double angles3_k_counts = 0.001;   // above, with h zero: second method
 
-constexpr int ask_for_polish = 1;
+constexpr int with_polish = 1;
 
-/// An earlier root stands for this one too.
+/// An earlier root is the same within the limit.
 bool repeats(const double* roots, int position) {
     return std::any_of(roots, roots + position, [root = roots[position]](double earlier) {
         return std::fabs(earlier - root) < angles2_same_root && (earlier < 0.0) == (root < 0.0);
@@ -42,7 +44,7 @@ bool is_degenerate(const AngleSystem& s) {
     return !second_method && s.f == 0.0 && s.g == 0.0;
 }
 
-/// Divides each equation by its size. Answers false when the second one vanishes or overflows.
+/// Divides each equation by its size. Returns false when the second one vanishes or overflows.
 bool scale_second_equation(AngleSystem& s) {
     const double length = std::sqrt(s.d * s.d + s.e * s.e);
     const double r = length == 0.0 ? 1.0 : length;
@@ -114,7 +116,7 @@ int nmkAngleSolver::solve_angles2(double a, double b, double c, double d, double
                          a - d + f};
     double roots[4];
     int status[4];
-    const int root_count = nmkSolver::qarsol(quartic, ask_for_polish, roots, status);
+    const int root_count = nmkSolver::qarsol(quartic, with_polish, roots, status);
     int count = 0;
     for (int i = 0; i < root_count; ++i) {
         if (repeats(roots, i)) continue;
@@ -205,8 +207,7 @@ int nmkAngleSolver::solve_angles3_degenerate_case(double a, double b, double c, 
         cos_psi[count] = cp;
         sin_psi[count] = sp;
     }
-    // Deliberate: the slot counts also when the test above left it unfilled; a caller that relies
-    // on the slot checks it.
+    // Deliberate: the slot counts also when the test above left it unfilled; callers check it.
     return count + 1;
 }
 

@@ -1,6 +1,5 @@
+#include <exactmath/exact_power.h>
 #include <nmktoolbox/solver/nmkCumulativeGaussian.h>
-
-#include <cmath>
 
 namespace {
 
@@ -14,7 +13,9 @@ double tail_polynomial(double t) {
 
 }  // namespace
 
-double nmkCumulativeGaussian::calculate(double x) { return calculate(x, std::exp(-x * x / 2.0)); }
+double nmkCumulativeGaussian::calculate(double x) {
+    return calculate(x, nmk_exact::exact_exp(-x * x / 2.0));
+}
 
 double nmkCumulativeGaussian::calculate(double x, double exp_term) {
     const double z = density_at_zero * exp_term;

@@ -1,4 +1,5 @@
 // nmkNumberFormatter: a number as text in a field of a given number of characters.
+#include <exactmath/exact_logarithm.h>
 #include <nmktoolbox/files/nmkformat_double.h>
 #include <nmktoolbox/files/nmktrim_trailing_zeros.h>
 #include <nmktoolbox/solver/nmkNumberFormatter.h>
@@ -10,28 +11,27 @@
 namespace {
 
 // Numbers of this order are the smallest in plain notation.
-constexpr int least_plain_order = -3;
+constexpr int min_plain_order = -3;
 
-// What is left of the decimals is taken off again where they are zeros.
-constexpr int fewest_decimals = 1;
+// Decimals that are zeros are removed again.
+constexpr int min_decimals = 1;
 
-// Orders from here on down have no power of ten among the normal doubles, and the lowest none at
-// all: such numbers are brought up by that many places first, which is exact enough for the few
-// digits that they have.
-constexpr int lowest_normal_order = -307;
-constexpr int places_brought_up = 100;
+// Powers of ten below this order are subnormal or zero: such numbers are multiplied by a power of
+// ten first, which is exact enough for the few digits that they have.
+constexpr int min_normal_order = -307;
+constexpr int orders_added = 100;
 
 /// value over ten to the power of its own order: from 1 to below 10.
 double mantissa_of(double value, int order) {
-    if (order < lowest_normal_order) {
-        value *= utMath::pow(10.0, places_brought_up);
-        order += places_brought_up;
+    if (order < min_normal_order) {
+        value *= utMath::pow(10.0, orders_added);
+        order += orders_added;
     }
     return value / utMath::pow(10.0, order);
 }
 
 utString without_zeros_at_the_end(double value, int decimals) {
-    utString text = nmkformat_double(value, std::max(decimals, fewest_decimals));
+    utString text = nmkformat_double(value, std::max(decimals, min_decimals));
     nmktrim_trailing_zeros(text);
     return text;
 }
@@ -54,15 +54,15 @@ nmkNumberFormatter& nmkNumberFormatter::operator=(const nmkNumberFormatter& othe
 utString nmkNumberFormatter::format(double value) const {
     const double rounded = m_rounder.round(std::fabs(value));
     if (std::isnan(rounded)) return "nan";
-    // A field without room for a digit has a greatest number below zero, and shows none.
+    // The greatest number of a field without room for a digit is below zero.
     if (!(rounded > 0.0)) return "0";
     utString text;
     if (std::isinf(rounded)) {
         text = "inf";
     } else {
-        const int order = static_cast<int>(std::floor(std::log10(rounded)));
-        text = order < least_plain_order || order >= m_digits ? with_exponent(rounded, order)
-                                                              : in_plain_notation(rounded, order);
+        const int order = static_cast<int>(std::floor(nmk_exact::exact_log10(rounded)));
+        text = order < min_plain_order || order >= m_digits ? with_exponent(rounded, order)
+                                                            : in_plain_notation(rounded, order);
     }
     if (!(value < 0.0)) return text;
     utString with_sign = "-";

@@ -11,15 +11,15 @@
 namespace {
 
 // Numbers of this order are the smallest in plain notation.
-constexpr int least_plain_order = -3;
+constexpr int min_plain_order = -3;
 
 // From this exponent on, a power of ten is beyond every int.
 constexpr std::int64_t exponent_beyond_int = 10;
 
 int cut_to_int(std::int64_t value) {
-    constexpr std::int64_t least = std::numeric_limits<int>::min();
-    constexpr std::int64_t greatest = std::numeric_limits<int>::max();
-    return static_cast<int>(std::clamp(value, least, greatest));
+    constexpr std::int64_t lowest = std::numeric_limits<int>::min();
+    constexpr std::int64_t highest = std::numeric_limits<int>::max();
+    return static_cast<int>(std::clamp(value, lowest, highest));
 }
 
 /// 10 to a power that is not negative; beyond int, some number beyond int.
@@ -49,12 +49,13 @@ int nmkNumericalPrecision::least_significant_digit_position(int order) const {
     const std::int64_t o = order;
     const std::int64_t d = m_digits;
     std::int64_t position = 0;
-    if (o >= least_plain_order && o < d) {
-        // Below 1 the leading zero takes a place too, and the space alone decides.
+    if (o >= min_plain_order && o < d) {
+        // Below 1 the leading zero takes a character too, and the position depends on the space
+        // alone.
         position = o >= 0 ? o - d + 1 : 1 - d;
     } else {
         const std::int64_t e = order_of_exponent(o);
-        // A negative exponent needs one more place, for its sign.
+        // A negative exponent needs one more character, for its sign.
         position = o >= d ? o - d + e + 3 : o - d + e + 4;
     }
     return cut_to_int(std::max<std::int64_t>(position, m_lowest_position));

@@ -14,7 +14,7 @@ constexpr double secant_left_enough = 0.75;
 
 // Rounds of the search for a stationary point. Each at least halves the bracket, and fewer than
 // 2200 halvings exhaust the doubles.
-constexpr int most_extrema_rounds = 5000;
+constexpr int max_extrema_rounds = 5000;
 
 /// A bracket of a root with what is known at its ends.
 struct Bracket {
@@ -117,7 +117,7 @@ void nmkRootSolve::bracketed_extrema_finder(const mlFunction& f, double& lo, dou
         (low ? f_lo : f_hi) = f_x;
         return false;
     };
-    for (int i = 0; i < most_extrema_rounds && hi - lo > tolerance; ++i) {
+    for (int i = 0; i < max_extrema_rounds && hi - lo > tolerance; ++i) {
         const double lo_before = lo;
         const double hi_before = hi;
         x = secant_of_slopes(lo, hi, d_lo, d_hi);
@@ -126,7 +126,7 @@ void nmkRootSolve::bracketed_extrema_finder(const mlFunction& f, double& lo, dou
             x = (lo + hi) / 2.0;
             if (finds_it_at_x()) return;
         }
-        // Below the spacing of doubles nothing moves any more.
+        // The bracket has shrunk to the spacing of doubles.
         if (lo == lo_before && hi == hi_before) break;
     }
     x = secant_of_slopes(lo, hi, d_lo, d_hi);

@@ -1,7 +1,7 @@
 // nmkSolver: real roots of polynomials of degree two to four.
 //
-// Sums and products run from left to right as the formulas are written; another order would move
-// the last bits, and with them the counts near a double root.
+// Sums and products are evaluated from left to right as written; another order would change the
+// last bits, and with them the counts near a double root.
 #include <nmktoolbox/solver/nmkSolver.h>
 
 #include <algorithm>
@@ -11,6 +11,8 @@
 #include "solver/laguerre.h"
 #include "solver/polynomial.h"
 #include "solver/quartic_bracket.h"
+
+using namespace nmk_solver;
 
 namespace {
 
@@ -22,23 +24,23 @@ constexpr double qadsol_two_roots = 1e-15;            // discriminant above: two
 constexpr double qadsol_two_roots_beside_c1 = 1e-10;  // the same, beside c1 squared
 constexpr double qadsol_no_root = -1e-15;             // discriminant below this times c2: no root
 
-// Limits of cubsol; those of its closed form stand with it.
+// Limits of cubsol; those of its closed form are in cubic_closed_form.h.
 constexpr double cubsol_c3_is_zero = 1.0000000000000002e-10;  // below: dropped, two-argument form
 constexpr double cubsol_root_at_zero = 1e-16;                 // c0 below: a root at 0, status form
-constexpr double cubsol_residual = 1e-5;                      // above: polish without being asked
+constexpr double cubsol_residual = 1e-5;  // above: polish although not requested
 
 // Limits of qarsol, on the coefficients after division by the largest.
 constexpr double qarsol_root_at_zero = 1e-15;       // c0 below: a root at 0
 constexpr double qarsol_square_is_zero = -1e-15;    // biquadratic: x squared from here up to 0 is 0
 constexpr double qarsol_double_root = 1e-15;        // value at a turning point below: double root
-constexpr double qarsol_residual = 1e-5;            // above: polish without being asked
-constexpr double qarsol_polished_residual = 1e-15;  // above: polish when asked
+constexpr double qarsol_residual = 1e-5;            // above: polish although not requested
+constexpr double qarsol_polished_residual = 1e-15;  // above: polish when requested
 constexpr double qarsol_bracket_residual = 1e-5;    // above: polish the root from the bracket
 constexpr double qarsol_forward_root = 1.0;         // at most: deflate from the top coefficient
 
 constexpr int status_clear = 0;
 constexpr int status_overflow = 1;
-constexpr int status_stands = 1;
+constexpr int status_is_root = 1;
 constexpr int status_root_at_infinity = 2;
 
 bool all_zero(const double* coefficients, int count) {
@@ -51,6 +53,14 @@ bool leaves_residual(const double* coefficients, int degree, const double* roots
     return std::any_of(roots, roots + count, [&](double root) {
         return std::fabs(polynomial_value(coefficients, degree, root)) > limit;
     });
+}
+
+/// Drops roots that a refinement has taken beyond the doubles; the others keep their order. Returns
+/// how many are left.
+int drop_overflowed(double* roots, int count) {
+    double* const end =
+        std::remove_if(roots, roots + count, [](double root) { return !std::isfinite(root); });
+    return static_cast<int>(end - roots);
 }
 
 /// Divides the quartic by x - root from the side on which the division is stable.
@@ -153,7 +163,7 @@ int nmkSolver::cubsol(double* coefficients, int polish, double* roots, int* stat
     if (coefficients[3] == 0.0) {
         count = qadsol(coefficients, roots);
     } else if (std::fabs(coefficients[0]) < cubsol_root_at_zero) {
-        // Deliberate: the root at zero stands last and is not put in order.
+        // Deliberate: the root at zero comes last and is not sorted.
         count = qadsol(coefficients + 1, roots);
         roots[count++] = 0.0;
     } else {
@@ -170,6 +180,7 @@ int nmkSolver::polished_cubic(double* coefficients, int polish, double* roots, i
     if (polish != 0 || leaves_residual(coefficients, 3, roots, count, cubsol_residual)) {
         int marks[3] = {};
         laguer(coefficients, 3, roots, count, marks);
+        return drop_overflowed(roots, count);
     }
     return count;
 }
@@ -239,6 +250,7 @@ int nmkSolver::checked_quartic(double* a, int polish, double* roots, int count) 
     if (leaves_residual(a, 4, roots, count, limit)) {
         int marks[4] = {};
         laguer(a, 4, roots, count, marks);
+        return drop_overflowed(roots, count);
     }
     return count;
 }
@@ -251,7 +263,7 @@ int nmkSolver::laguer(double* coefficients, int degree, double* roots, int& coun
         // slot that is read. Behind a dropped root they differ: the next root starts from the
         // dropped one's value, which decides between two doubtful roots side by side.
         if (laguerre_refines(coefficients, degree, roots[written], roots[read])) {
-            status[written++] = status_stands;
+            status[written++] = status_is_root;
         } else {
             --count;
         }

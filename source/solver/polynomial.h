@@ -6,6 +6,8 @@
 
 #include <cmath>
 
+namespace nmk_solver {
+
 /// Value at x of the polynomial of the given degree.
 inline double polynomial_value(const double* coefficients, int degree, double x) {
     double value = coefficients[degree];
@@ -30,3 +32,5 @@ inline double largest_absolute(const double* coefficients, int count) {
     }
     return largest;
 }
+
+}  // namespace nmk_solver

@@ -8,6 +8,8 @@
 
 #include "solver/polynomial.h"
 
+namespace nmk_solver {
+
 namespace {
 
 // Each step of the bracket search is this many times as far out as the one before.
@@ -22,9 +24,10 @@ constexpr double step_is_small = 1e-10;
 // The value no longer changes, beside the larger of the last two values.
 constexpr double value_change_is_small = 1e-10;
 
-// Values that overflow never meet a limit above. Bisection alone needs fewer than 2200 steps to
-// exhaust the doubles, so that no input which ends by itself comes near this bound.
-constexpr int most_refinement_steps = 10000;
+// Values that overflow never fall below a limit above. Bisection alone needs fewer than 2200 steps
+// to exhaust the doubles, so that inputs on which the iteration converges stay far below this
+// bound.
+constexpr int max_refinement_steps = 10000;
 
 double midpoint(double low, double high) {
     const double middle = (low + high) / 2.0;
@@ -107,7 +110,7 @@ QuarticBracket bracket_on_the_positive_axis(const double* a) {
 double refine_in_bracket(const double* a, double low, double high) {
     Refinement state(a, low, high);
     int idle_steps = 0;
-    for (int i = 0; i < most_refinement_steps; ++i) {
+    for (int i = 0; i < max_refinement_steps; ++i) {
         const double value = quartic_value(a, state.x);
         if (!(std::fabs(value) > quartic_value_is_zero)) break;
         if (state.step_has_converged(value) || state.value_has_settled(value)) break;
@@ -118,8 +121,10 @@ double refine_in_bracket(const double* a, double low, double high) {
         const bool idle = state.x == before.x && state.low == before.low &&
                           state.high == before.high && state.step == before.step;
         idle_steps = idle ? idle_steps + 1 : 0;
-        // The second idle step starts from what the first one started from: nothing moves any more.
+        // The second idle step repeats the first one: the iteration has come to rest.
         if (idle_steps > 1) break;
     }
     return state.x;
 }
+
+}  // namespace nmk_solver

@@ -4,6 +4,8 @@
 // term that is not zero. Both loops end on every input: see the bounds in quartic_bracket.cpp.
 #pragma once
 
+namespace nmk_solver {
+
 /// Where a search for a change of sign ended.
 struct QuarticBracket {
     enum class Kind { none, root, change_of_sign };
@@ -13,10 +15,10 @@ struct QuarticBracket {
     double high = 0.0;  ///< the other end, or the root itself; may be the smaller number
 };
 
-/// At or below this absolute value of the scaled quartic, x is a root as it stands.
+/// At or below this absolute value of the scaled quartic, x itself is a root.
 constexpr double quartic_value_is_zero = 1e-15;
 
-/// The numbers x have the same sign, zero counting as positive.
+/// The numbers have the same sign, zero counting as positive.
 constexpr bool same_sign(double first, double second) { return (first < 0.0) == (second < 0.0); }
 
 double quartic_value(const double* a, double x);
@@ -27,3 +29,5 @@ QuarticBracket bracket_on_the_positive_axis(const double* a);
 
 /// The root in a bracket. It may not be finite when the quartic overflows all over the bracket.
 double refine_in_bracket(const double* a, double low, double high);
+
+}  // namespace nmk_solver

@@ -114,8 +114,8 @@ TEST_P(text_prefixes, are_safe_in_every_other_function) {
 INSTANTIATE_TEST_SUITE_P(code_pages, text_prefixes,
                          testing::Values(ap_code_page_utf8, ap_code_page_western));
 
-TEST(text_functions, take_time_in_proportion_to_a_million_bytes) {
-    // What compared or moved the rest of the text at every position would take minutes here.
+TEST(text_functions, finish_on_a_million_bytes_of_near_misses) {
+    // An algorithm that compares or moves the rest of the text at every byte would take minutes.
     const std::string as(500'000, 'a');
     const utString near_miss(as + "b");
     utString text(as + as);

@@ -27,6 +27,33 @@ export PKG_CONFIG_PATH=$libraries/pkgconfig
     $(pkg-config --cflags --libs nmktoolbox) "-Wl,-rpath,$libraries"
 "$scratch/by_pkg_config" | diff -u "$project/tests/install/consumer.expected" -
 
+echo "--- formulas in public headers are compiled without fused multiply-adds"
+case $(uname -m) in
+    x86_64) with_fused=(-O2 -mfma) ;;
+    *) with_fused=(-O2) ;;
+esac
+has_fused() { objdump -d "$1" | grep -qE 'v?fn?m(add|sub|la|ls)[0-9a-z]*[[:space:]]'; }
+# shellcheck disable=SC2046  # a list of options
+compile_distance() {
+    "$compiler" -std=c++20 "${with_fused[@]}" $(pkg-config --cflags nmktoolbox) "$@" \
+        -c "$project/tests/install/distance.cpp" -o "$scratch/distance.o"
+}
+compile_distance -ffp-contract=fast
+has_fused "$scratch/distance.o" ||
+    { echo "this compiler would not fuse distance.cpp; the check shows nothing" >&2; exit 1; }
+compile_distance
+if has_fused "$scratch/distance.o"; then
+    echo "pkg-config --cflags lacks -ffp-contract=off" >&2
+    exit 1
+fi
+cmake -S "$project/tests/install" -B "$scratch/consumer" \
+    -DCMAKE_CXX_FLAGS="${with_fused[*]}" >/dev/null
+cmake --build "$scratch/consumer" --target distance
+if has_fused "$(find "$scratch/consumer" -name 'distance.cpp.o')"; then
+    echo "the CMake package does not hand on -ffp-contract=off" >&2
+    exit 1
+fi
+
 echo "--- the tool, from where it was moved to"
 if readelf -d "$prefix"/bin/nmk "$libraries"/*.so | grep -F "$build"; then
     echo "the installed tree remembers the build folder" >&2

@@ -4,6 +4,7 @@
 // library's lists, comparator and items, and none of its sorters.
 #pragma once
 
+#include <exactmath/exact_sine.h>
 #include <nmktoolbox/ordering.h>
 
 #include <algorithm>
@@ -110,7 +111,8 @@ inline giPoint3coDynArr first_ring(int n) {
     giPoint3coDynArr ring;
     for (int i = 0; i < n; ++i) {
         const double angle = i * (6.283185307179586 / n);
-        ring.add(giPoint3(std::cos(angle) * 0.2 + 0.5, std::sin(angle) * 0.2 + 0.5, 0.0));
+        ring.add(giPoint3(nmk_exact::exact_cos(angle) * 0.2 + 0.5,
+                          nmk_exact::exact_sin(angle) * 0.2 + 0.5, 0.0));
     }
     return ring;
 }

@@ -287,7 +287,7 @@ TYPED_TEST(coLists, are_assigned_by_copying_and_by_moving) {
     moved = std::move(copy);
     EXPECT_EQ(contents_of(moved), (std::vector<int>{1, 2}));
     const TypeParam constructed(moved);
-    EXPECT_EQ(contents(constructed), (std::vector<int>{1, 2}));
+    EXPECT_EQ(contents_of(constructed), (std::vector<int>{1, 2}));
 }
 
 TYPED_TEST(coLists, large_steps_end_before_the_first) {

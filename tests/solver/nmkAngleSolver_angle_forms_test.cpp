@@ -46,7 +46,7 @@ struct Solutions {
     }
 };
 
-/// Asks for both forms of many systems; `numbers` and `angles` answer their counts.
+/// Solves many systems with both forms; `numbers` and `angles` return their counts.
 template <class Of_numbers, class Of_angles>
 void compare(unsigned seed, int most, Of_numbers numbers, Of_angles angles) {
     Generator random(seed);

@@ -71,7 +71,7 @@ void for_all_kinds(unsigned seed, int draws, Check check) {
     }
 }
 
-TEST(nmkAngleSolver_solve_angles1, every_answer_is_the_plain_one_to_the_bit) {
+TEST(nmkAngleSolver_solve_angles1, returns_the_bits_of_the_plain_way) {
     for_all_kinds<3>(3100, 20000, [](Generator& random, auto p) {
         // Around the amplitude, where the tangent begins and ends.
         if (random.below(3) == 0)
@@ -85,7 +85,7 @@ TEST(nmkAngleSolver_solve_angles1, every_answer_is_the_plain_one_to_the_bit) {
     });
 }
 
-TEST(nmkAngleSolver_solve_angles2, every_answer_is_the_plain_one_to_the_bit) {
+TEST(nmkAngleSolver_solve_angles2, returns_the_bits_of_the_plain_way) {
     std::array<int, 5> counts{};
     for_all_kinds<6>(3200, 5000, [&](Generator&, const auto& p) {
         Slots found = untouched(), expected = untouched();
@@ -122,7 +122,7 @@ testing::AssertionResult system_is_plain(const Nine& p, int& count) {
     return same(count, plain, found, expected, p);
 }
 
-TEST(nmkAngleSolver_solve_angles3, every_answer_is_the_plain_one_to_the_bit) {
+TEST(nmkAngleSolver_solve_angles3, returns_the_bits_of_the_plain_way) {
     std::array<int, 3> counts{};
     for_all_kinds<9>(3300, 10000, [&](Generator& random, auto p) {
         if (random.below(3) == 0) p[8] = std::fabs(p[8]);
@@ -138,7 +138,7 @@ TEST(nmkAngleSolver_solve_angles3, every_answer_is_the_plain_one_to_the_bit) {
     for (const int one : counts) EXPECT_GT(one, 1000);
 }
 
-TEST(nmkAngleSolver_solve_angles3, near_the_pole_every_answer_is_the_plain_one_to_the_bit) {
+TEST(nmkAngleSolver_solve_angles3, near_the_pole_returns_the_bits_of_the_plain_way) {
     Generator random(3400);
     std::array<int, 3> counts{};
     for (int i = 0; i < 20000; ++i) {

@@ -16,17 +16,17 @@ using plain_angles::Slots;
 using solver_samples::Generator;
 using Seven = std::array<double, 7>;  // a b c d e h k
 
-struct Answer {
+struct Result {
     int count = 0;
     Slots slots;
 
-    Answer() {
+    Result() {
         for (auto& one : slots) one.fill(9.0);
     }
     double* operator[](std::size_t i) { return slots[i].data(); }
 };
 
-testing::AssertionResult same(const Answer& ours, const Answer& plain, const Seven& p) {
+testing::AssertionResult same(const Result& ours, const Result& plain, const Seven& p) {
     if (ours.count == plain.count && ours.slots == plain.slots) return testing::AssertionSuccess();
     auto failure = testing::AssertionFailure() << std::hexfloat << "a b c d e h k";
     for (const double one : p) failure << ' ' << one;
@@ -62,7 +62,7 @@ void compare(unsigned seed, std::size_t room, Ask ask) {
             if (random.below(8) == 0) p[2] = 0.0;
             if (random.below(8) == 0) p[5] = 0.0;  // h
             if (random.below(8) == 0) p[3] = (p[5] + p[6]) * std::hypot(p[0], p[1]);
-            Answer ours, plain;
+            Result ours, plain;
             ask(p, ours, plain);
             ASSERT_TRUE(same(ours, plain, p)) << "kind " << kind << ", draw " << i;
             ++counts[static_cast<std::size_t>(ours.count)];
@@ -71,31 +71,31 @@ void compare(unsigned seed, std::size_t room, Ask ask) {
     for (std::size_t i = 0; i <= room; ++i) EXPECT_GT(counts[i], 5) << i;
 }
 
-TEST(nmkAngleSolver_solve_angles4, every_answer_is_the_plain_one_to_the_bit) {
-    compare(4100, 2, [](const Seven& p, Answer& x, Answer& y) {
+TEST(nmkAngleSolver_solve_angles4, returns_the_bits_of_the_plain_way) {
+    compare(4100, 2, [](const Seven& p, Result& x, Result& y) {
         x.count = nmkAngleSolver::solve_angles4(p[0], p[1], p[2], p[3], p[5], p[6], x[0], x[1],
                                                 x[2], x[3]);
         y.count = plain_angles::solve4(p[0], p[1], p[2], p[3], p[5], p[6], y.slots);
     });
 }
 
-TEST(nmkAngleSolver_solve_angles4_one_solution, every_answer_is_the_plain_one_to_the_bit) {
-    compare(4200, 2, [](const Seven& p, Answer& x, Answer& y) {
+TEST(nmkAngleSolver_solve_angles4_one_solution, returns_the_bits_of_the_plain_way) {
+    compare(4200, 2, [](const Seven& p, Result& x, Result& y) {
         x.count = nmkAngleSolver::solve_angles4_one_solution(p[0], p[1], p[2], p[3], p[5], p[6],
                                                              x[0], x[1], x[2], x[3]);
         y.count = plain_angles::solve4_one(p[0], p[1], p[2], p[3], p[5], p[6], y.slots);
     });
 }
 
-TEST(nmkAngleSolver_solve_angles5, every_answer_is_the_plain_one_to_the_bit) {
-    compare(4300, 2, [](const Seven& p, Answer& x, Answer& y) {
+TEST(nmkAngleSolver_solve_angles5, returns_the_bits_of_the_plain_way) {
+    compare(4300, 2, [](const Seven& p, Result& x, Result& y) {
         x.count = nmkAngleSolver::solve_angles5(p[0], p[1], p[2], p[3], p[4], p[5], p[6], x[0],
                                                 x[1], x[2], x[3]);
         y.count = plain_angles::solve5(p[0], p[1], p[2], p[3], p[4], p[5], p[6], y.slots);
     });
 }
 
-TEST(nmkAngleSolver_solve_angles5, beside_a_large_d_every_answer_is_the_plain_one_to_the_bit) {
+TEST(nmkAngleSolver_solve_angles5, beside_a_large_d_returns_the_bits_of_the_plain_way) {
     Generator random(4400);
     std::array<int, 3> counts{};
     for (int i = 0; i < 40000; ++i) {
@@ -106,7 +106,7 @@ TEST(nmkAngleSolver_solve_angles5, beside_a_large_d_every_answer_is_the_plain_on
         p[5] *= 5e-6;
         p[6] *= 5e-6;
         p[4] = p[3] * random.between(0.0, 1.0);
-        Answer ours, plain;
+        Result ours, plain;
         ours.count = nmkAngleSolver::solve_angles5(p[0], p[1], p[2], p[3], p[4], p[5], p[6],
                                                    ours[0], ours[1], ours[2], ours[3]);
         plain.count = plain_angles::solve5(p[0], p[1], p[2], p[3], p[4], p[5], p[6], plain.slots);
@@ -116,8 +116,8 @@ TEST(nmkAngleSolver_solve_angles5, beside_a_large_d_every_answer_is_the_plain_on
     for (const int one : counts) EXPECT_GT(one, 100);
 }
 
-TEST(nmkAngleSolver_solve_angles6, every_answer_is_the_plain_one_to_the_bit) {
-    compare(4500, 1, [](const Seven& p, Answer& x, Answer& y) {
+TEST(nmkAngleSolver_solve_angles6, returns_the_bits_of_the_plain_way) {
+    compare(4500, 1, [](const Seven& p, Result& x, Result& y) {
         x.count =
             nmkAngleSolver::solve_angles6(p[0], p[1], p[2], p[3], p[6], x[0], x[1], x[2], x[3]);
         y.count = plain_angles::solve6(p[0], p[1], p[2], p[3], p[6], y.slots);

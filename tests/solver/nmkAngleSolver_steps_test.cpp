@@ -70,7 +70,7 @@ TEST(nmkAngleSolver_solve_angles4_quartic_iteratively, gives_the_phi_of_the_whol
     EXPECT_GT(solved, 1000);
 }
 
-TEST(nmkAngleSolver_quartic_laguer, stands_at_a_root_and_goes_to_one) {
+TEST(nmkAngleSolver_quartic_laguer, stays_at_a_root_and_converges_to_one) {
     double at_once[5] = {-1, 0, 0, 0, 1};
     double x = 1.0;
     EXPECT_EQ(member_of(Laguer())(at_once, x), 1);
@@ -81,13 +81,13 @@ TEST(nmkAngleSolver_quartic_laguer, stands_at_a_root_and_goes_to_one) {
     EXPECT_DOUBLE_EQ(x, 0.5);
 }
 
-TEST(nmkAngleSolver_quartic_laguer, gives_up_after_thirteen_steps_and_keeps_the_last_place) {
+TEST(nmkAngleSolver_quartic_laguer, gives_up_after_thirteen_steps_and_keeps_the_last_position) {
     // No real root: the steps wander about.
     double quartic[5] = {4, 4, 4, 2, 3};
     double x = 1.0;
     EXPECT_EQ(member_of(Laguer())(quartic, x), 0);
     EXPECT_NE(x, 1.0);
-    // A place without a slope and without a curvature of use leads nowhere at once.
+    // A point without slope and usable curvature ends the iteration at once.
     double flat[5] = {1, 0, 0, 0, 0};
     x = 0.25;
     EXPECT_EQ(member_of(Laguer())(flat, x), 0);

@@ -111,6 +111,14 @@ TEST(nmkAngleSolver_solve_angles2, a_double_root_is_given_once) {
     EXPECT_EQ(s[0], 0.0);
 }
 
+TEST(nmkAngleSolver_solve_angles2, does_not_count_solutions_that_overflow) {
+    double c[4];
+    double s[4];
+    ASSERT_EQ(nmkAngleSolver::solve_angles2(0, 1, 0, 1e-60, 0, 0, c, s), 1);
+    EXPECT_EQ(c[0], 1.0);
+    EXPECT_EQ(s[0], 0.0);
+}
+
 TEST(nmkAngleSolver_solve_angles2, finds_every_crossing_of_the_circle) {
     Generator random(2);
     for (int i = 0; i < 3000; ++i) {
@@ -297,6 +305,8 @@ TEST(nmkAngleSolver, hostile_parameters_end_with_a_count) {
         ASSERT_TRUE(one >= 0 && one <= 2);
         const int conic = nmkAngleSolver::solve_angles2(p[0], p[1], p[2], p[3], p[4], p[5], c, s);
         ASSERT_TRUE(conic >= 0 && conic <= 4);
+        for (int j = 0; j < conic; ++j)
+            ASSERT_TRUE(std::isfinite(c[j]) && std::isfinite(s[j])) << i << ' ' << j;
         const int three = nmkAngleSolver::solve_angles3(p[0], p[1], p[2], p[3], p[4], p[5], p[6],
                                                         p[7], p[8], c, s, c2, s2);
         ASSERT_TRUE(three >= 0 && three <= 2);

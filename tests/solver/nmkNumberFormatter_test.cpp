@@ -44,8 +44,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Case{"a_negative_fraction_with_room", 5, -3, -1.5, "-1.5"},
                     Case{"zero", 5, -3, 0.0, "0"},
                     Case{"negative_zero_has_no_sign", 5, -3, -0.0, "0"},
-                    Case{"what_is_rounded_to_nothing_has_no_sign", 5, -3, -0.0001, "0"},
-                    Case{"a_field_that_can_show_nothing", 2, 5, 7.0, "0"},
+                    Case{"a_number_rounded_to_zero_has_no_sign", 5, -3, -0.0001, "0"},
+                    Case{"a_field_that_cannot_show_any_number", 2, 5, 7.0, "0"},
                     Case{"a_field_without_room_for_a_digit", 0, -3, 7.0, "0"},
                     Case{"a_whole_number_keeps_no_point", 5, -3, 2.0, "2"},
                     Case{"a_whole_number_keeps_its_own_zeros", 5, -3, 1200.0, "1200"},
@@ -64,7 +64,9 @@ INSTANTIATE_TEST_SUITE_P(
                     Case{"the_smallest_normal_double", 12, -400, 2.2250738585072014e-308,
                          "2.225074e-308"},
                     Case{"not_a_number", 4, -3, std::numeric_limits<double>::quiet_NaN(), "nan"},
-                    Case{"infinity", 4, -3, infinity, "inf"},
+                    Case{"infinity_in_a_small_field", 2, -3, infinity, "99"},
+                    Case{"infinity_in_a_field_of_two_digit_exponents", 4, -3, infinity, "9e99"},
+                    Case{"infinity_in_a_field_of_three_digit_exponents", 5, -3, infinity, "inf"},
                     Case{"negative_infinity", 9, -3, -infinity, "-inf"}),
     [](const testing::TestParamInfo<Case>& one) { return one.param.name; });
 
@@ -78,7 +80,7 @@ void over_all_magnitudes(Check check) {
                 const double power = std::pow(10.0, order);
                 check(digits, lowest, power);
                 check(digits, lowest, -random.between(1.0, 9.99) * power);
-                // Short decimals sit on the halves of the places.
+                // Short decimals are halves of the last position.
                 check(digits, lowest, random.below(1000) * power / 200.0);
                 // Nines that round up to the next order.
                 check(digits, lowest, (10.0 - std::pow(10.0, -random.below(17))) * power);
@@ -101,7 +103,7 @@ TEST(nmkNumberFormatter, a_text_takes_no_more_space_than_the_field_has) {
         const std::string text = formatted(digits, lowest, value);
         const double shown = std::strtod(text.c_str(), nullptr);
         const auto order = [](double x) { return std::floor(std::log10(std::fabs(x))); };
-        // Nines that round up to the next order may need one place more.
+        // Nines that round up to the next order may need one character more.
         if (shown != 0.0 && order(shown) != order(value)) return;
         ASSERT_LE(plain_number_format::space_taken(text), digits)
             << text << ' ' << lowest << ' ' << std::hexfloat << value;
@@ -131,7 +133,7 @@ TEST(nmkNumberFormatter, a_copy_lives_on_when_its_source_is_gone) {
     const nmkNumberFormatter copy(*source);
     nmkNumberFormatter assigned(9, -9);
     assigned = *source;
-    // Another formatter in the place of the source must not be looked at.
+    // Another formatter in the memory of the source must have no effect.
     *source = nmkNumberFormatter(9, -9);
     EXPECT_EQ(text_of(source->format(1.23456)), "1.23456");
     source.reset();

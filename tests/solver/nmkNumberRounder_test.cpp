@@ -17,7 +17,7 @@ double rounded(int digits, int lowest, double value) {
     return nmkNumberRounder(precision).round(value);
 }
 
-TEST(nmkNumberRounder, a_field_that_can_show_nothing_gives_zero_for_every_value) {
+TEST(nmkNumberRounder, a_field_that_cannot_show_any_number_gives_zero_for_every_value) {
     for (const double value : {0.0, 1e-300, 1.0, 99.0, 1e5, 1e300, infinity})
         EXPECT_EQ(rounded(2, 5, value), 0.0) << value;
 }
@@ -28,7 +28,7 @@ TEST(nmkNumberRounder, the_half_of_the_smallest_value_goes_down_and_what_is_abov
     EXPECT_EQ(rounded(4, -3, 0.001), 0.001);
 }
 
-TEST(nmkNumberRounder, a_half_of_the_last_place_goes_down) {
+TEST(nmkNumberRounder, a_half_of_the_last_position_is_rounded_down) {
     EXPECT_EQ(rounded(2, 0, 2.5), 2.0);
     EXPECT_EQ(rounded(2, 0, 3.5), 3.0);
     EXPECT_EQ(rounded(2, 0, std::nextafter(3.5, 4.0)), 4.0);
@@ -40,7 +40,7 @@ TEST(nmkNumberRounder, rounding_up_to_the_next_order_does_not_look_at_the_field_
     EXPECT_EQ(rounded(4, -9, 9.9996), 10.0);
 }
 
-TEST(nmkNumberRounder, more_than_the_field_can_show_becomes_its_greatest_number) {
+TEST(nmkNumberRounder, numbers_beyond_the_field_become_its_greatest_number) {
     EXPECT_EQ(rounded(1, 0, 1234.0), 9.0);
     EXPECT_EQ(rounded(2, 0, 1234.0), 99.0);
     EXPECT_EQ(rounded(3, 0, 1e200), 9e9);
@@ -52,24 +52,36 @@ TEST(nmkNumberRounder, five_characters_hold_every_finite_number) {
         const double value = std::numeric_limits<double>::max();
         const double found = rounded(digits, -17, value);
         EXPECT_TRUE(std::isfinite(found)) << digits;
-        // Rounding up would be beyond all doubles, so that up to one whole last place is lost.
+        // Rounding up would be beyond all doubles, so that up to a whole unit of the last position
+        // is lost.
         const int kept = digits - 5;
         EXPECT_NEAR(found / value, 1.0, std::pow(10.0, -kept)) << digits;
     }
 }
 
-TEST(nmkNumberRounder, what_is_no_finite_number_comes_back_unharmed) {
+TEST(nmkNumberRounder, not_a_number_is_returned_as_it_is) {
     EXPECT_TRUE(std::isnan(rounded(4, -3, std::numeric_limits<double>::quiet_NaN())));
-    EXPECT_EQ(rounded(4, -3, infinity), infinity);
+}
+
+TEST(nmkNumberRounder, infinity_becomes_the_greatest_number_of_the_field) {
+    EXPECT_EQ(rounded(1, 0, infinity), 9.0);
+    EXPECT_EQ(rounded(2, 0, infinity), 99.0);
+    EXPECT_EQ(rounded(4, -3, infinity), rounded(4, -3, 1e300));
+    EXPECT_LT(rounded(4, -3, infinity), 1e100);
+}
+
+// The exponents of such a field go beyond all finite numbers.
+TEST(nmkNumberRounder, infinity_stays_in_a_field_of_five_characters) {
+    EXPECT_EQ(rounded(5, -3, infinity), infinity);
     EXPECT_EQ(rounded(9, -3, infinity), infinity);
 }
 
-TEST(nmkNumberRounder, a_last_place_finer_than_doubles_leaves_the_number_as_it_is) {
+TEST(nmkNumberRounder, a_last_position_finer_than_doubles_leaves_the_number_as_it_is) {
     const double tiny = std::numeric_limits<double>::denorm_min();
     EXPECT_EQ(rounded(17, -1000, tiny), tiny);
 }
 
-TEST(nmkNumberRounder, a_field_at_the_ends_of_int_gives_an_answer) {
+TEST(nmkNumberRounder, a_field_at_the_ends_of_int_gives_a_number) {
     constexpr int least = std::numeric_limits<int>::min();
     constexpr int greatest = std::numeric_limits<int>::max();
     for (const int digits : {least, -1, 0, 1, 9, greatest}) {
@@ -80,7 +92,7 @@ TEST(nmkNumberRounder, a_field_at_the_ends_of_int_gives_an_answer) {
     }
 }
 
-TEST(nmkNumberRounder, agrees_with_the_plain_way_and_is_never_off_by_more_than_half_a_place) {
+TEST(nmkNumberRounder, agrees_with_the_plain_way_and_is_never_off_by_more_than_half_a_unit) {
     solver_samples::Generator random(351);
     for (int digits = 1; digits <= 17; ++digits) {
         for (int lowest = -17; lowest <= 17; ++lowest) {
@@ -95,10 +107,10 @@ TEST(nmkNumberRounder, agrees_with_the_plain_way_and_is_never_off_by_more_than_h
                 if (found == 0.0 || order < precision.minimum_order() ||
                     order > precision.maximum_order() - 1)
                     continue;
-                const double place =
+                const double unit =
                     std::pow(10.0, precision.least_significant_digit_position(order));
-                // Half a place, and the rounding of a quotient, a product and the power.
-                ASSERT_LE(std::fabs(found - value), place / 2.0 + 4e-16 * value)
+                // Half a unit, and the rounding of a quotient, a product and the power.
+                ASSERT_LE(std::fabs(found - value), unit / 2.0 + 4e-16 * value)
                     << digits << ' ' << lowest << ' ' << value;
             }
         }

@@ -16,13 +16,13 @@ TEST(nmkNumericalPrecision, four_characters_reach_1e99_and_the_bound_keeps_thous
     EXPECT_EQ(nmkNumericalPrecision(4, -100).minimum_order(), -9);
 }
 
-TEST(nmkNumericalPrecision, a_lowest_position_above_the_greatest_order_leaves_nothing) {
+TEST(nmkNumericalPrecision, a_lowest_position_above_the_greatest_order_cannot_be_satisfied) {
     EXPECT_EQ(nmkNumericalPrecision(2, 5).constraints_satisfiable(), 0);
     EXPECT_EQ(nmkNumericalPrecision(2, 2).constraints_satisfiable(), 0);
     EXPECT_NE(nmkNumericalPrecision(2, 1).constraints_satisfiable(), 0);
 }
 
-TEST(nmkNumericalPrecision, below_one_the_last_place_hangs_on_the_space_alone) {
+TEST(nmkNumericalPrecision, below_one_the_last_position_hangs_on_the_space_alone) {
     const nmkNumericalPrecision precision(5, -100);
     for (const int order : {-1, -2, -3}) {
         EXPECT_EQ(precision.least_significant_digit_position(order), -4) << order;
@@ -41,7 +41,7 @@ TEST(nmkNumericalPrecision, every_field_and_order_agrees_with_the_plain_way) {
             EXPECT_EQ(precision.constraints_satisfiable() != 0, lowest <= plain.greatest_order());
             for (int order = -1100; order <= 1100; ++order) {
                 ASSERT_EQ(precision.least_significant_digit_position(order),
-                          plain.last_place(order))
+                          plain.last_position(order))
                     << digits << ' ' << lowest << ' ' << order;
             }
         }

@@ -84,7 +84,7 @@ std::ostream& operator<<(std::ostream& out, const Overlap& one) { return out << 
 
 struct Overlaps : testing::TestWithParam<Overlap> {};
 
-TEST_P(Overlaps, is_answered_both_ways) {
+TEST_P(Overlaps, is_the_same_in_both_directions) {
     EXPECT_EQ(GetParam().one.overlaps(GetParam().other), GetParam().expected);
     EXPECT_EQ(GetParam().other.overlaps(GetParam().one), GetParam().expected);
 }
@@ -93,7 +93,7 @@ INSTANTIATE_TEST_SUITE_P(
     nmkRange, Overlaps,
     testing::Values(Overlap{"equal_open_ranges", {1, 2, 0, 0}, {1, 2, 0, 0}, 1},
                     Overlap{"equal_closed_ranges", {1, 2}, {1, 2}, 1},
-                    Overlap{"an_open_point_holds_nothing", {1, 1, 0, 0}, {1, 1, 0, 0}, 0},
+                    Overlap{"an_open_point_is_empty", {1, 1, 0, 0}, {1, 1, 0, 0}, 0},
                     Overlap{"an_open_point_at_an_open_end", {1, 2, 0, 0}, {1, 1, 0, 0}, 0},
                     Overlap{"a_closed_point", {1, 1}, {1, 1}, 1},
                     Overlap{"open_ranges_that_touch", {1, 2, 0, 0}, {2, 3, 0, 0}, 0},

@@ -1,4 +1,4 @@
-// nmkRootSolve: every point that is asked for, and every answer, beside the plain reading.
+// nmkRootSolve: every point of evaluation and every result, compared with the plain way.
 #include <gtest/gtest.h>
 
 #include <nmktoolbox/solver/nmkRootSolve.h>
@@ -42,7 +42,7 @@ class Wave : public mlFunction {
     mutable std::vector<double> calls;
 };
 
-TEST(nmkRootSolve, asks_for_the_points_of_the_plain_reading_and_answers_the_same) {
+TEST(nmkRootSolve, evaluates_at_the_points_of_the_plain_way_and_returns_the_same) {
     Generator random(5100);
     int converged_ones = 0, long_ones = 0;
     for (int i = 0; i < 40000; ++i) {

@@ -1,4 +1,4 @@
-// nmkRootSolve and nmkCumulativeGaussian: brackets, answers at the edges, and hostile functions.
+// nmkRootSolve and nmkCumulativeGaussian: brackets, results at the edges, and hostile functions.
 #include <gtest/gtest.h>
 
 #include <nmktoolbox/solver.h>
@@ -54,7 +54,7 @@ TEST(nmkRootSolve, finds_the_root_in_the_bracket) {
     for (const double point : f.points) EXPECT_TRUE(point >= 0.5 && point <= 2.0);
 }
 
-TEST(nmkRootSolve, an_end_that_is_a_root_is_answered_at_once) {
+TEST(nmkRootSolve, an_end_that_is_a_root_is_returned_at_once) {
     const Function f([](double x) { return x - 1.0; }, [](double) { return 1.0; });
     int converged = 0;
     EXPECT_EQ(nmkRootSolve::bracketed_root_solve(f, 1.0, 2.0, 0.0, converged, 0), 1.0);
@@ -65,7 +65,7 @@ TEST(nmkRootSolve, an_end_that_is_a_root_is_answered_at_once) {
     EXPECT_EQ(converged, 1);
 }
 
-TEST(nmkRootSolve, without_iterations_the_answer_is_the_midpoint) {
+TEST(nmkRootSolve, without_iterations_returns_the_midpoint) {
     const Function f(square_less_two, twice);
     for (const int most : {0, -3}) {
         int converged = 1;

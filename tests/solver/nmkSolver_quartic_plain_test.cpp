@@ -19,13 +19,13 @@ namespace {
 
 using solver_samples::Generator;
 
-struct Answer {
+struct Result {
     int count = 0;
     std::array<double, 4> roots = {9.0, 9.0, 9.0, 9.0};
     std::array<int, 4> status = {7, 7, 7, 7};
 };
 
-testing::AssertionResult same(const Answer& ours, const Answer& plain,
+testing::AssertionResult same(const Result& ours, const Result& plain,
                               const std::vector<double>& c) {
     if (ours.count == plain.count && ours.status == plain.status &&
         std::memcmp(ours.roots.data(), plain.roots.data(), sizeof ours.roots) == 0)
@@ -41,21 +41,21 @@ testing::AssertionResult same(const Answer& ours, const Answer& plain,
 }
 
 testing::AssertionResult quadratic_is_plain(std::vector<double> c) {
-    Answer ours, plain;
+    Result ours, plain;
     ours.count = nmkSolver::qadsol(c.data(), ours.roots.data());
     plain.count = plain_solver::qadsol(c.data(), plain.roots.data());
     return same(ours, plain, c);
 }
 
 testing::AssertionResult cubic_is_plain(std::vector<double> c, int polish) {
-    Answer ours, plain;
+    Result ours, plain;
     ours.count = nmkSolver::cubsol(c.data(), polish, ours.roots.data(), ours.status.data());
     plain.count = plain_solver::cubsol(c.data(), polish, plain.roots.data(), plain.status.data());
     return same(ours, plain, c);
 }
 
 testing::AssertionResult quartic_is_plain(std::vector<double> c, int polish, int& count) {
-    Answer ours, plain;
+    Result ours, plain;
     ours.count = nmkSolver::qarsol(c.data(), polish, ours.roots.data(), ours.status.data());
     plain.count = plain_solver::qarsol(c.data(), polish, plain.roots.data(), plain.status.data());
     count = ours.count;
@@ -109,11 +109,11 @@ void for_all_kinds(int degree, int draws, Check check) {
     }
 }
 
-TEST(nmkSolver_qadsol, every_answer_is_the_plain_one_to_the_bit) {
+TEST(nmkSolver_qadsol, returns_the_bits_of_the_plain_way) {
     for_all_kinds(2, 20000, [](const auto& c) { ASSERT_TRUE(quadratic_is_plain(c)); });
 }
 
-TEST(nmkSolver_qadsol, around_a_double_root_every_answer_is_the_plain_one_to_the_bit) {
+TEST(nmkSolver_qadsol, around_a_double_root_returns_the_bits_of_the_plain_way) {
     Generator random(2301);
     for (int i = 0; i < 50000; ++i) {
         const double a = random.between(-1.0, 1.0), x = random.between(-1.0, 1.0);
@@ -142,7 +142,7 @@ TEST(nmkSolver_cubsol, the_status_form_is_the_plain_one_to_the_bit) {
     });
 }
 
-TEST(nmkSolver_qarsol, every_answer_is_the_plain_one_to_the_bit) {
+TEST(nmkSolver_qarsol, returns_the_bits_of_the_plain_way) {
     std::array<int, 5> counts{};
     for_all_kinds(4, 10000, [&](const auto& c) {
         for (const int polish : {0, 1}) {
@@ -165,7 +165,7 @@ TEST(nmkSolver_qarsol, the_status_of_a_cubic_behind_a_root_at_zero_stands_behind
 }
 
 TEST(nmkSolver_qarsol, a_square_a_hair_below_zero_is_zero_twice) {
-    // -x^4 + x^2 + 1e-15: x^2 is 1, or a last place or two above -1e-15.
+    // -x^4 + x^2 + 1e-15: x^2 is 1, or a unit or two in the last place above -1e-15.
     double c[5] = {1e-15, 0.0, 1.0, 0.0, -1.0};
     double roots[4];
     int status[4];
@@ -201,7 +201,7 @@ int laguer(Doubles c, Doubles& roots, std::vector<int>& status) {
 
 TEST(nmkSolver_laguer, behind_a_dropped_root_the_next_starts_from_the_dropped_value) {
     Generator random(2304);
-    int dropped = 0, told_apart = 0;
+    int dropped = 0, different = 0;
     for (int i = 0; i < 200000; ++i) {
         Doubles c = draw(random, Kind::ordinary, 4);
         Doubles ours(4), plain;
@@ -217,15 +217,15 @@ TEST(nmkSolver_laguer, behind_a_dropped_root_the_next_starts_from_the_dropped_va
         ASSERT_EQ(status, plain_status) << i;
         if (count == 4) continue;
         ++dropped;
-        // Each by itself, from its own value: another answer now and then.
+        // Each refined alone, from its own value: sometimes another result.
         Doubles alone;
         for (double x : before) {
             if (plain_solver::refine(c.data(), 4, x, x)) alone.push_back(x);
         }
-        told_apart += alone != Doubles(ours.begin(), ours.begin() + count);
+        different += alone != Doubles(ours.begin(), ours.begin() + count);
     }
     EXPECT_GT(dropped, 100);
-    EXPECT_GT(told_apart, 10);
+    EXPECT_GT(different, 10);
 }
 
 TEST(nmkSolver_laguer, next_to_zero_every_step_is_the_plain_one_to_the_bit) {

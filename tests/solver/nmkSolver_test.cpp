@@ -188,12 +188,12 @@ TEST(nmkSolver_cubsol, a_small_leading_coefficient_is_dropped_by_the_short_form_
 }
 
 TEST(nmkSolver_cubsol, takes_a_tiny_positive_discriminant_for_a_double_root) {
-    // Deliberately uneven limits: at 1e-12 above zero the double root stands ...
+    // Deliberately uneven limits: 1e-12 above zero still counts as a double root ...
     double above[4] = {2.0 + 1e-12, -3.0, 0.0, 1.0};
     double roots[3];
     EXPECT_EQ(nmkSolver::cubsol(above, roots), 3);
     EXPECT_EQ(roots[1], roots[2]);
-    // ... and as far below zero the roots are told apart.
+    // ... and as far below zero the roots are separate.
     double below[4] = {2.0 - 1e-12, -3.0, 0.0, 1.0};
     EXPECT_EQ(nmkSolver::cubsol(below, roots), 3);
     EXPECT_LT(roots[1], roots[2]);
@@ -216,6 +216,27 @@ TEST(nmkSolver_cubsol, overflow_marks_every_slot) {
     int status[3] = {};
     EXPECT_EQ(nmkSolver::cubsol(c, 1, roots, status), 0);
     for (const int one : status) EXPECT_EQ(one, 1);
+}
+
+// p2 past about 7e51: the square of q overflows, and with it every root of the trigonometric form.
+TEST(nmkSolver_cubsol, does_not_count_roots_that_overflow) {
+    double c[4] = {-1.0, 1.0, 1e52, 1.0};
+    double roots[3];
+    int status[3] = {7, 7, 7};
+    EXPECT_EQ(nmkSolver::cubsol(c, roots), 0);
+    for (const int polish : {0, 1}) {
+        EXPECT_EQ(nmkSolver::cubsol(c, polish, roots, status), 0);
+        for (const int one : status) EXPECT_EQ(one, 0);
+    }
+}
+
+TEST(nmkSolver_cubsol, finds_all_roots_up_to_the_coefficients_that_overflow) {
+    double c[4] = {-1.0, 1.0, 6e51, 1.0};
+    double roots[3];
+    ASSERT_EQ(nmkSolver::cubsol(c, roots), 3);
+    // The shift by p2 / 3 leaves a few units of the size of p2.
+    EXPECT_NEAR(roots[0] / -6e51, 1.0, 1e-14);
+    for (const double root : roots) EXPECT_TRUE(std::isfinite(root));
 }
 
 struct QuarticCase {
@@ -272,7 +293,7 @@ TEST(nmkSolver_qarsol, finds_the_first_root_and_then_the_others_ascending) {
     for (int i = 0; i < 4; ++i) EXPECT_NEAR(roots[i], i + 1, 1e-12);
 }
 
-TEST(nmkSolver_qarsol, a_double_root_at_a_turning_point_stands_first_and_twice) {
+TEST(nmkSolver_qarsol, a_double_root_at_a_turning_point_comes_first_and_twice) {
     // (x - 1)^2 (x^2 + 2 x + 5): the quotient has no root.
     double c[5] = {5, -8, 2, 0, 1};
     double roots[4];
@@ -280,6 +301,16 @@ TEST(nmkSolver_qarsol, a_double_root_at_a_turning_point_stands_first_and_twice) 
     ASSERT_EQ(nmkSolver::qarsol(c, 0, roots, status), 2);
     EXPECT_NEAR(roots[0], 1.0, 1e-7);
     EXPECT_EQ(roots[0], roots[1]);
+}
+
+TEST(nmkSolver_qarsol, does_not_count_roots_of_the_deflated_cubic_that_overflow) {
+    double c[5] = {1e-60, 2.0, 0.0, -2.0, -1e-60};
+    double roots[4];
+    int status[4];
+    for (const int polish : {0, 1}) {
+        ASSERT_EQ(nmkSolver::qarsol(c, polish, roots, status), 1);
+        EXPECT_EQ(roots[0], 0.0);
+    }
 }
 
 TEST(nmkSolver_qarsol, ends_when_the_values_overflow_all_over_the_bracket) {
@@ -375,7 +406,7 @@ TEST(nmkSolver_separate_roots, of_a_quartic_are_sharp_after_polishing) {
     });
 }
 
-TEST(nmkSolver, every_answer_to_random_coefficients_is_a_root) {
+TEST(nmkSolver, every_counted_root_of_random_coefficients_is_a_root) {
     Generator random(77);
     for (int i = 0; i < 50000; ++i) {
         double c[5];
@@ -391,7 +422,16 @@ TEST(nmkSolver, every_answer_to_random_coefficients_is_a_root) {
     }
 }
 
-TEST(nmkSolver, hostile_coefficients_end_with_a_count) {
+testing::AssertionResult are_finite_roots(int count, int max_count, const double* roots) {
+    if (count < 0 || count > max_count) return testing::AssertionFailure() << "count " << count;
+    for (int i = 0; i < count; ++i) {
+        if (!std::isfinite(roots[i]))
+            return testing::AssertionFailure() << "root " << i << " is " << roots[i];
+    }
+    return testing::AssertionSuccess();
+}
+
+TEST(nmkSolver, hostile_coefficients_give_a_count_of_finite_roots) {
     Generator random(4711);
     for (int i = 0; i < hostile_count; ++i) {
         double c[5];
@@ -399,14 +439,10 @@ TEST(nmkSolver, hostile_coefficients_end_with_a_count) {
         double roots[4];
         int status[4];
         const int polish = i & 1;
-        const int quadratic = nmkSolver::qadsol(c, roots);
-        ASSERT_TRUE(quadratic >= 0 && quadratic <= 2);
-        const int cubic = nmkSolver::cubsol(c, roots);
-        ASSERT_TRUE(cubic >= 0 && cubic <= 3);
-        const int polished = nmkSolver::cubsol(c, polish, roots, status);
-        ASSERT_TRUE(polished >= 0 && polished <= 3);
-        const int quartic = nmkSolver::qarsol(c, polish, roots, status);
-        ASSERT_TRUE(quartic >= 0 && quartic <= 4);
+        ASSERT_TRUE(are_finite_roots(nmkSolver::qadsol(c, roots), 2, roots)) << i;
+        ASSERT_TRUE(are_finite_roots(nmkSolver::cubsol(c, roots), 3, roots)) << i;
+        ASSERT_TRUE(are_finite_roots(nmkSolver::cubsol(c, polish, roots, status), 3, roots)) << i;
+        ASSERT_TRUE(are_finite_roots(nmkSolver::qarsol(c, polish, roots, status), 4, roots)) << i;
     }
 }
 

@@ -10,7 +10,7 @@
 #include "solver/angle_systems.h"
 
 /// The chain of the larger cosine settles within ten passes and never loses psi. With angles in
-/// place of the sines and cosines; near the limits it may judge otherwise than the solver.
+/// place of the sines and cosines; near the limits it may decide otherwise than the solver.
 inline bool plain_angle_chains_settle(const angle_systems::System3& s) {
     double x = s.g / s.f;
     for (int pass = 0; pass < 10; ++pass) {

@@ -1,5 +1,5 @@
 // plain_angles3: one angle, the conic, and the elimination for two angles, written down one
-// sentence after the other. What the solver answers must be the same to the last bit.
+// sentence after the other. The results of the solver must be the same to the last bit.
 //
 // Inputs are finite and of ordinary size; no loop has a bound.
 #pragma once
@@ -184,7 +184,7 @@ class Second {
         f.sp = v / m;
     }
 
-    /// Answers true when what was found near the pole is the result.
+    /// Returns true when what was found near the pole is the result.
     bool numeric() {
         Phi low{1.0, 0.0};
         if (m_s.h < 0.0) low = from_sine(-m_s.h / m_s.k);

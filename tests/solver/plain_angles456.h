@@ -1,5 +1,5 @@
 // plain_angles456: the systems of two angles whose second equation bears on the radius, written
-// down one sentence after the other. What the solver answers must be the same to the last bit.
+// down one sentence after the other. The results of the solver must be the same to the last bit.
 #pragma once
 
 #include "solver/plain_angles3.h"

@@ -1,21 +1,23 @@
-// plain_cubsol: the closed form for cubics, one formula after the other, with pow for each root and
-// sine and cosine rounded from their series.
+// plain_cubsol: the closed form for cubics, one formula after the other, with a power for each
+// root, and sine and cosine rounded from their series.
 //
 // The two-argument form of nmkSolver::cubsol, whose faster way must give the same to the last bit.
 #pragma once
 
+#include <exactmath/exact_arctangent.h>
+#include <exactmath/exact_power.h>
 #include <nmktoolbox/solver/nmkSolver.h>
 
 #include <cmath>
 #include <utility>
 
-#include "exact/plain_sine.h"
+#include "exactmath/plain_sine.h"
 
 namespace plain_cubsol {
 
 inline double signed_cube_root(double x) {
     if (x == 0.0) return 0.0;
-    const double root = std::pow(std::fabs(x), 1.0 / 3.0);
+    const double root = nmk_exact::exact_pow(std::fabs(x), 1.0 / 3.0);
     return x < 0.0 ? -root : root;
 }
 
@@ -26,8 +28,9 @@ inline void sort_three(double* roots) {
 }
 
 inline int three_roots(double q, double discriminant, double shift, double* roots) {
-    const double m = std::pow(q * q - discriminant, 1.0 / 6.0);
-    const double t = std::atan2(std::sqrt(-discriminant), q) / 3.0;
+    if (!std::isfinite(q * q)) return 0;
+    const double m = nmk_exact::exact_pow(q * q - discriminant, 1.0 / 6.0);
+    const double t = nmk_exact::exact_atan2(std::sqrt(-discriminant), q) / 3.0;
     const double sine = plain_sine::sine(t);
     const double cosine = plain_sine::cosine(t);
     roots[0] = 2.0 * m * cosine - shift;

@@ -4,6 +4,8 @@
 // of ten are read from text, and the digits are cut out of what printf writes.
 #pragma once
 
+#include <exactmath/exact_logarithm.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -39,40 +41,41 @@ struct Field {
     }
     bool is_plain(long long order) const { return order >= -3 && order < digits; }
 
-    /// The last place that is shown of a number of this order.
-    long long last_place(long long order) const {
-        long long place = 0;
+    /// The last position that is shown of a number of this order.
+    long long last_position(long long order) const {
+        long long position = 0;
         if (is_plain(order)) {
-            // 0.00ddd: the zero before the point takes one of the places.
-            place = order >= 0 ? order - (digits - 1) : -(digits - 1);
+            // 0.00ddd: the zero before the point takes one of the characters.
+            position = order >= 0 ? order - (digits - 1) : -(digits - 1);
         } else {
             // 1.ddde12: the first digit, e and the exponent are taken off the space.
             const int exponent = characters_of(order);
-            place = order - (digits - 2 - exponent);
+            position = order - (digits - 2 - exponent);
         }
-        return std::max<long long>(place, lowest);
+        return std::max<long long>(position, lowest);
     }
 };
 
 inline double rounded(const Field& field, double value) {
     if (field.lowest > field.greatest_order()) return 0.0;
-    if (!std::isfinite(value)) return value;
+    if (std::isnan(value)) return value;
     const double least = ten_to(field.least_order());
     if (field.greatest_order() < 308) {
         const long long order = field.greatest_order();
-        const double greatest = ten_to(order + 1) - ten_to(field.last_place(order));
+        const double greatest = ten_to(order + 1) - ten_to(field.last_position(order));
         if (value >= greatest) return greatest;
     }
+    if (std::isinf(value)) return value;
     if (value <= least / 2.0) return 0.0;
     if (value <= least) return least;
-    const double unit =
-        ten_to(field.last_place(static_cast<long long>(std::floor(std::log10(value)))));
+    const double unit = ten_to(
+        field.last_position(static_cast<long long>(std::floor(nmk_exact::exact_log10(value)))));
     double whole = std::floor(value / unit);
     if (value / unit - whole > 0.5) whole += 1.0;
     return whole * unit;
 }
 
-/// Fixed notation without the zeros at the end, nor a point that would then stand last.
+/// Fixed notation without zeros at the end of the fraction, and without a point at the end.
 inline std::string fixed(double value, long long decimals) {
     char text[512];
     std::snprintf(text, sizeof text, "%.*f", static_cast<int>(std::max(decimals, 1LL)), value);
@@ -88,10 +91,10 @@ inline std::string format(const Field& field, double value) {
     if (!(size > 0.0)) return "0";
     const std::string sign = value < 0.0 ? "-" : "";
     if (std::isinf(size)) return sign + "inf";
-    const long long order = static_cast<long long>(std::floor(std::log10(size)));
-    const long long place = field.last_place(order);
-    if (field.is_plain(order)) return sign + fixed(size, -place);
-    return sign + fixed(size / ten_to(order), order - place) + "e" + std::to_string(order);
+    const long long order = static_cast<long long>(std::floor(nmk_exact::exact_log10(size)));
+    const long long position = field.last_position(order);
+    if (field.is_plain(order)) return sign + fixed(size, -position);
+    return sign + fixed(size / ten_to(order), order - position) + "e" + std::to_string(order);
 }
 
 /// Characters that take space in the field: all but the sign in front and the point.

@@ -1,5 +1,5 @@
 // plain_quadratic_and_quartic: qadsol, the status form of cubsol, laguer and qarsol, written down
-// one sentence after the other. What the solver answers must be the same to the last bit.
+// one sentence after the other. The results of the solver must be the same to the last bit.
 //
 // The closed form for cubics is that of plain_cubsol.h. Inputs are finite and of ordinary size: no
 // loop has a bound, but they are given up, by an exception, after more turns than any needs.
@@ -52,7 +52,7 @@ inline int qadsol(const double* coefficients, double* roots) {
     return 2;
 }
 
-/// Whether the root stays; `x` is refined in place, from where it stands.
+/// Whether the root stays; `x` is refined, starting from its value.
 inline bool refine(const double* c, int n, double& x, double on_entry) {
     double first = 0.0, p = 0.0, e = 0.0;
     for (int turn = 0; turn < 7; ++turn) {
@@ -118,7 +118,7 @@ inline int cubsol(const double* c, int polish, double* roots, int* status) {
         ++count;
     } else {
         count = plain_cubsol::closed_form(c, roots);
-        if (count == 0) {  // nothing but the guards can leave a cubic without a root
+        if (count == 0) {  // the guards; the square of q does not overflow here
             status[0] = status[1] = status[2] = 1;
             return 0;
         }

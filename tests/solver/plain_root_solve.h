@@ -1,5 +1,5 @@
 // plain_root_solve: the searches in a bracket, written down one sentence after the other. What the
-// solver answers must be the same to the last bit, and it must ask for the same points.
+// solver returns must be the same to the last bit, and it must evaluate at the same points.
 #pragma once
 
 #include <maths/mlFunction.h>
@@ -13,7 +13,7 @@ struct Bracket {
     double lo, hi, f_lo, f_hi, d_lo, d_hi;
 };
 
-/// Evaluates at x; true when that ends the search, with the answer in `root`.
+/// Evaluates at x; true when that ends the search, with the result in `root`.
 inline bool visit(const mlFunction& f, double x, double tolerance, Bracket& b, double& root) {
     const double d = f.derivative(1, x), v = f.value(x);
     root = x;

@@ -1,6 +1,6 @@
 // solver_samples: generated inputs for the solvers, ordinary and hostile.
 //
-// Seeds are fixed and stand in the tests, so that a failure comes again.
+// Seeds are fixed and written in the tests, so that a failure can be repeated.
 #pragma once
 
 #include <array>

@@ -2,6 +2,7 @@
 
 #include "commands/solve/solve_answer.h"
 
+#include <exactmath/exact_erfc.h>
 #include <nmktoolbox/solver/nmkCumulativeGaussian.h>
 
 #include <cmath>
@@ -16,7 +17,7 @@ Answer solve_normal(double x) {
     answer.value_names = {"probability"};
     answer.residual_names = {"off the exact one"};
     const double probability = nmkCumulativeGaussian::calculate(x);
-    const double exact = 0.5 * std::erfc(-x / std::sqrt(2.0));
+    const double exact = 0.5 * nmk_exact::exact_erfc(-x / std::sqrt(2.0));
     answer.solutions.push_back({{probability}, {probability - exact}});
     return answer;
 }

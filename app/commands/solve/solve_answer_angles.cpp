@@ -1,5 +1,6 @@
 // solve_answer_angles: the systems of one and of two angles.
 
+#include <exactmath/exact_arctangent.h>
 #include <nmktoolbox/solver/nmkAngleSolver.h>
 
 #include <algorithm>
@@ -103,13 +104,13 @@ std::vector<double> two_angle_residuals(const Problem& problem, double cf, doubl
 Solution solution_at(const Problem& problem, const Slots& slots, std::size_t i) {
     const double cf = slots.cos_phi[i];
     const double sf = slots.sin_phi[i];
-    const double phi = std::atan2(sf, cf) * degrees;
+    const double phi = nmk_exact::exact_atan2(sf, cf) * degrees;
     if (is_one_angle(problem.kind)) {
         return {{cf, sf, phi}, one_angle_residual(problem, cf, sf)};
     }
     const double cs = slots.cos_psi[i];
     const double ss = slots.sin_psi[i];
-    return {{cf, sf, phi, cs, ss, std::atan2(ss, cs) * degrees},
+    return {{cf, sf, phi, cs, ss, nmk_exact::exact_atan2(ss, cs) * degrees},
             two_angle_residuals(problem, cf, sf, cs, ss)};
 }
 

@@ -1,13 +1,13 @@
 // nmkAngleSolver: angles that satisfy one or two trigonometric equations.
 //
-// An angle is carried as its cosine and its sine, so that no inverse function blurs it on the way
-// out. In the systems of two angles, phi is held to the first quadrant, psi is free, and the radius
-// R = h + k sin(phi) must not be negative.
+// An angle is returned as its cosine and its sine, without the rounding of an inverse function. In
+// the systems of two angles, phi is held to the first quadrant, psi is free, and the radius R = h +
+// k sin(phi) must not be negative.
 //
-// Every solver answers the number of solutions, 0 for none, and has a second form that fills one
+// Every solver returns the number of solutions, 0 for none, and has a second form that fills one
 // array of giAngle for each angle. Arrays belong to the caller and need room for the largest count;
 // slots behind the count are left as they are. All operations are static and allocate nothing;
-// parameters that are not finite give a count of 0.
+// parameters that are not finite give a count of 0, and solutions that overflow are not counted.
 #pragma once
 
 #include <geometry/giAngle.h>

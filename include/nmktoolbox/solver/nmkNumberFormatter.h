@@ -18,8 +18,9 @@ class NMKTOOLBOX_EXPORT nmkNumberFormatter {
     /// The number as text: plain from thousandths up to the size of the field, else as 1.2e-5.
     ///
     /// Zeros at the end of a fraction are left out. "0" without a sign for 0, for what is rounded
-    /// to 0, and where the field can show no number. "nan", "inf" and "-inf" where the field can
-    /// show some. The same in every locale.
+    /// to 0, and where the field cannot show any number. "nan" for NaN. Infinity is shown as the
+    /// greatest number of the field, or from five characters on as "inf" and "-inf". The same in
+    /// every locale.
     utString format(double value) const;
 
   private:

@@ -11,9 +11,10 @@ class NMKTOOLBOX_EXPORT nmkNumberRounder {
 
     /// `value`, which must not be negative, rounded to what the field can show.
     ///
-    /// Beyond the greatest number of the field that one; below the least one, the least one from
-    /// above its half, else 0. A half of the last place is rounded down. 0 when the field can show
-    /// no number at all. NaN and infinity come back as they are.
+    /// The greatest number of the field for all beyond it, infinity included; from five characters
+    /// on that is infinity itself. Below the least number of the field: the least number from above
+    /// its half, else 0. A half of the last position is rounded down. 0 when the field cannot show
+    /// any number. NaN for NaN.
     double round(double value) const;
 
   private:

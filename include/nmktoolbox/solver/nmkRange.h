@@ -1,8 +1,8 @@
 // nmkRange: an interval of numbers whose ends may belong to it or not.
 //
 // An end that does not belong to the range is moved inward by 1e-10: that is its effective end. A
-// range whose low end is the largest finite double is undefined. Ends and arguments that are NaN
-// are neither below nor above anything.
+// range whose low end is the largest finite double is undefined. NaN compares as neither below nor
+// above any end.
 #pragma once
 
 #include <ncamcontainer/coPageArr.h>
@@ -29,16 +29,16 @@ class NMKTOOLBOX_EXPORT nmkRange {
     /// 1 when `value` is neither below the effective low end nor above the effective high end.
     int contains(double value) const;
 
-    /// Moves `value` to the effective end beyond which it lies. Answers -1 when it was too low, 1
-    /// when it was too high, 0 when it was left.
+    /// Moves `value` to the effective end beyond which it lies. Returns -1 when it was too low, 1
+    /// when it was too high, 0 when it was not moved.
     int clamp(double& value) const;
 
     /// 1 when the ranges have a number in common. Equal ranges do so when they are not empty;
     /// ranges that only touch do so when one of them includes that end.
     int overlaps(const nmkRange& other) const;
 
-    /// The range as a condition on x: 1 <= x <= 2, or x < 5. Empty when undefined, turned inside
-    /// out or without limits.
+    /// The range as a condition on x: 1 <= x <= 2, or x < 5. Empty when undefined, without
+    /// limits or with a low end above the high end.
     ///
     /// One text for the whole process, which the next call overwrites; from one thread at a time.
     const utString& get_range_string() const;

@@ -1,5 +1,6 @@
 #include "debug_picture.h"
 
+#include <exactmath/exact_sine.h>
 #include <filesystem/safe_file.h>
 #include <nmkarcline/nmkDebugGeometry.h>
 
@@ -44,8 +45,8 @@ nmkAbsPolyArcLineVec circle_path(const giPoint3& centre, double radius, const gi
     nmkAbsPolyArcLineVec path;
     for (int corner = 0; corner <= circle_corners; ++corner) {
         const double turn = 2.0 * std::numbers::pi * (corner % circle_corners) / circle_corners;
-        const double along = radius * std::cos(turn);
-        const double across = radius * std::sin(turn);
+        const double along = radius * nmk_exact::exact_cos(turn);
+        const double across = radius * nmk_exact::exact_sin(turn);
         path.points.emplace_back(centre.x + along * first[0] + across * second[0],
                                  centre.y + along * first[1] + across * second[1],
                                  centre.z + along * first[2] + across * second[2]);

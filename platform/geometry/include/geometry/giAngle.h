@@ -1,10 +1,11 @@
 // giAngle: an angle, made and read in a stated unit.
 //
-// The unit stands in the call: a tag picks radians or degrees, so that no bare number can be taken
-// for the wrong one. Nothing is reduced to one turn.
+// A tag in the call picks radians or degrees, so that no bare number is taken for the wrong unit.
+// Nothing is reduced to one turn.
 #pragma once
 
-#include <cmath>
+#include <exactmath/exact_arctangent.h>
+
 #include <compare>
 
 enum giAngleRadians { giRadians = 0 };
@@ -19,9 +20,10 @@ class giAngle {
     giAngle(giAngleRadians, double radians) noexcept : m_radians(radians) {}
     giAngle(giAngleDegrees, double degrees) noexcept : m_radians(degrees * radians_in_a_degree) {}
 
-    /// The angle from -pi to pi whose sine and cosine stand in the ratio given.
+    /// The angle from -pi to pi whose sine and cosine are in the ratio given; the same bits on
+    /// every processor.
     giAngle(giAngleTangent2, double sine, double cosine) noexcept
-        : m_radians(std::atan2(sine, cosine)) {}
+        : m_radians(nmk_exact::exact_atan2(sine, cosine)) {}
 
     double angle(giAngleRadians) const noexcept { return m_radians; }
     double angle(giAngleDegrees) const noexcept { return m_radians / radians_in_a_degree; }

@@ -1,5 +1,5 @@
-// exp and pow, beside their series in 113 bits.
-#include "exact/exact_power.h"
+// exp and pow, compared with their series in 113 bits.
+#include <exactmath/exact_power.h>
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <limits>
 #include <random>
 
-#include "exact/plain_power.h"
+#include "exactmath/plain_power.h"
 
 namespace {
 
@@ -38,6 +38,16 @@ TEST(exact_exp, is_rounded_right_at_and_between_the_steps_of_its_table) {
         ASSERT_EQ(exact_exp(x), plain_power::exp(x)) << half_steps;
         const double next = std::nextafter(x, 1000.0);
         ASSERT_EQ(exact_exp(next), plain_power::exp(next)) << half_steps;
+    }
+}
+
+TEST(exact_exp, is_rounded_once_among_the_subnormals) {
+    const unsigned seed = 1125;
+    std::mt19937_64 random(seed);
+    std::uniform_real_distribution<double> exponent(-746.0, -708.0);
+    for (int i = 0; i < 20000; ++i) {
+        const double x = exponent(random);
+        ASSERT_EQ(exact_exp(x), plain_power::exp(x)) << std::hexfloat << x << " seed " << seed;
     }
 }
 
@@ -76,12 +86,25 @@ TEST(exact_pow, is_rounded_right_for_bases_of_every_size) {
 }
 
 TEST(exact_pow, is_rounded_right_for_bases_next_to_one) {
-    for (int places = 1; places <= 52; ++places) {
-        for (const double base : {1.0 + std::ldexp(1.0, -places), 1.0 - std::ldexp(1.0, -places)}) {
+    for (int bits = 1; bits <= 52; ++bits) {
+        for (const double base : {1.0 + std::ldexp(1.0, -bits), 1.0 - std::ldexp(1.0, -bits)}) {
             ASSERT_EQ(exact_pow(base, 2.5), plain_power::pow(base, 2.5)) << std::hexfloat << base;
         }
     }
     EXPECT_EQ(exact_pow(1.0, 0.3), 1.0);
+}
+
+TEST(exact_pow, is_rounded_right_for_the_roots_of_every_size) {
+    const unsigned seed = 1124;
+    std::mt19937_64 random(seed);
+    std::uniform_real_distribution<double> digits(1.0, 2.0);
+    for (int binary_exponent = -1074; binary_exponent < 1024; ++binary_exponent) {
+        const double base = std::ldexp(digits(random), binary_exponent);
+        for (const double exponent : {1.0 / 3.0, 1.0 / 6.0, 0.5}) {
+            ASSERT_EQ(exact_pow(base, exponent), plain_power::pow(base, exponent))
+                << std::hexfloat << base << ' ' << exponent << " seed " << seed;
+        }
+    }
 }
 
 TEST(exact_pow, at_the_ends_is_what_its_description_says) {
