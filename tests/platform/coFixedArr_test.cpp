@@ -56,16 +56,16 @@ TEST(coFixedArr, is_empty_after_it_was_moved_from) {
 TEST(coFixedArr, is_copied_and_assigned) {
     const coFixedArr<int> original = counting(3);
     coFixedArr<int> copy(original);
-    EXPECT_EQ(contents(copy), contents(original));
-    EXPECT_EQ(contents(coFixedArr<int>(utCopy(), original)), contents(original));
+    EXPECT_EQ(contents_of(copy), contents_of(original));
+    EXPECT_EQ(contents_of(coFixedArr<int>(utCopy(), original)), contents_of(original));
     coFixedArr<int> assigned(1);
     assigned = copy;
     copy[0] = 9;
-    EXPECT_EQ(contents(assigned), contents(original));
+    EXPECT_EQ(contents_of(assigned), contents_of(original));
     assigned.become(utCopy(), assigned);
-    EXPECT_EQ(contents(assigned), contents(original));
+    EXPECT_EQ(contents_of(assigned), contents_of(original));
     for (int& element : assigned) ++element;
-    EXPECT_EQ(contents(assigned), (std::vector<int>{1, 2, 3}));
+    EXPECT_EQ(contents_of(assigned), (std::vector<int>{1, 2, 3}));
 }
 
 TEST(coDynArr, starts_new_elements_at_zero) {
@@ -97,7 +97,7 @@ TEST(coDynArr, takes_sizes_below_zero_as_zero) {
     EXPECT_EQ(coDynArr<int>(-3).size(), 0);
     coDynArr<int> array{1};
     array.reserve(-3);
-    EXPECT_EQ(contents(array), (std::vector<int>{1}));
+    EXPECT_EQ(contents_of(array), (std::vector<int>{1}));
     array.clear();
     EXPECT_EQ(array.size(), 0);
 }

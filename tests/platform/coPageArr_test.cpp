@@ -79,7 +79,7 @@ TEST(coPageArr, copying_from_past_the_mark_gives_copies_of_nil) {
     const IntArr source = counting(3);
     IntArr array;
     array.copy(0, source, 1, 4);
-    EXPECT_EQ(contents(array), (std::vector<int>{1, 2, 0, 0}));
+    EXPECT_EQ(contents_of(array), (std::vector<int>{1, 2, 0, 0}));
     int out[2] = {9, 9};
     source.copyout(2, out, 2);
     EXPECT_EQ(out[0], 2);
@@ -92,7 +92,7 @@ TEST(coPageArr, works_with_standard_algorithms_across_pages) {
     IntArr array = counting(11);
     array.reverse();
     std::sort(array.begin(), array.end());
-    EXPECT_EQ(contents(array), contents(counting(11)));
+    EXPECT_EQ(contents_of(array), contents_of(counting(11)));
     EXPECT_EQ(array.end() - array.begin(), 11);
     EXPECT_EQ(std::accumulate(array.begin(), array.end(), 0), 55);
     const IntArr& constant = array;
@@ -114,12 +114,12 @@ TEST(coPageArr, is_assigned_by_copying_and_by_moving) {
     const IntArr original = counting(6);
     IntArr copy;
     copy = original;
-    EXPECT_EQ(contents(copy), contents(original));
+    EXPECT_EQ(contents_of(copy), contents_of(original));
     IntArr& same = copy;
     copy = std::move(same);
-    EXPECT_EQ(contents(copy), contents(original));
+    EXPECT_EQ(contents_of(copy), contents_of(original));
     const IntArr constructed(copy);
-    EXPECT_EQ(contents(constructed), contents(original));
+    EXPECT_EQ(contents_of(constructed), contents_of(original));
 }
 
 TEST(coPageArr, clear_keeps_the_first_elements) {
