@@ -18,7 +18,8 @@ declare -A builds_on=(
     [search]=""
     [solver]="files"
     [files]=""
-    [curves]="collections"
+    [uniqueid]="collections"
+    [curves]="uniqueid collections"
 )
 
 found=$(grep -rnE '#include *[<"](nmktoolbox|order|levels|commands)[/.]' platform || true)
