@@ -2,6 +2,7 @@
 #include <ncamcontainer/co_hash.h>
 #include <nmktoolbox/uniqueid/nmkUniqueId.h>
 
+#include <bit>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
@@ -20,23 +21,36 @@ std::int32_t now_in_32_bits() {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(std::time(nullptr)));
 }
 
-void write_word(std::uint32_t word, char* text) {
-    static constexpr char digits[] = "0123456789abcdef";
-    for (int i = hex_digits_of_word - 1; i >= 0; --i) {
-        text[i] = digits[word & 0xF];
-        word >>= 4;
-    }
+constexpr std::uint64_t in_each_byte(std::uint64_t value) { return value * 0x0101010101010101U; }
+
+// The first character of a text is the most significant byte of its number.
+std::uint64_t in_order_of_text(std::uint64_t number) {
+    return std::endian::native == std::endian::little ? __builtin_bswap64(number) : number;
 }
 
-// Checks nothing: what is no digit gives some number, which is not written back as the same text.
+// All eight digits at once: each gets a byte of its own, and then the code of its character.
+void write_word(std::uint32_t word, char* text) {
+    std::uint64_t digits = word;
+    digits = (digits << 16 | digits) & 0x0000FFFF0000FFFFU;
+    digits = (digits << 8 | digits) & 0x00FF00FF00FF00FFU;
+    digits = (digits << 4 | digits) & in_each_byte(0x0F);
+    const std::uint64_t is_letter = (digits + in_each_byte(6)) >> 4 & in_each_byte(1);
+    digits += in_each_byte('0') + is_letter * ('a' - '0' - 10);
+    digits = in_order_of_text(digits);
+    std::memcpy(text, &digits, sizeof digits);
+}
+
+// The reverse. Checks nothing: what is no digit gives some number, which is not written back as the
+// same text.
 std::uint32_t read_word(const char* text) {
-    std::uint32_t word = 0;
-    for (int i = 0; i < hex_digits_of_word; ++i) {
-        const auto character = static_cast<unsigned char>(text[i]);
-        const unsigned int is_letter = character > '`' ? 1 : 0;
-        word = (word << 4) + (character - (is_letter != 0 ? 'a' - 10U : '0'));
-    }
-    return word;
+    std::uint64_t digits = 0;
+    std::memcpy(&digits, text, sizeof digits);
+    digits = in_order_of_text(digits);
+    const std::uint64_t is_letter = digits >> 6 & in_each_byte(1);
+    digits = ((digits & in_each_byte(0x0F)) + is_letter * 9) & in_each_byte(0x0F);
+    digits = (digits >> 4 | digits) & 0x00FF00FF00FF00FFU;
+    digits = (digits >> 8 | digits) & 0x0000FFFF0000FFFFU;
+    return static_cast<std::uint32_t>(digits >> 16 | digits);
 }
 
 }  // namespace
@@ -164,7 +178,9 @@ void nmkUniqueId::generate() {
     // that is generated anew in place keeps its place in hash tables.
     const nmkUniqueId* const address = this;
     m_hash = co_hash(&address, static_cast<int>(sizeof address));
-    m_stamp = (this->*e_ptrm_uid_stamp)();
+    // The usual stamp is asked directly, which is faster than through the pointer.
+    const bool is_usual = e_ptrm_uid_stamp == &nmkUniqueId::get_time;
+    m_stamp = is_usual ? now_in_32_bits() : (this->*e_ptrm_uid_stamp)();
     const auto before = static_cast<std::uint32_t>(s_num_id.fetch_add(1));
     m_spare = 0;
     m_serial = static_cast<std::int32_t>(before + 1U);
