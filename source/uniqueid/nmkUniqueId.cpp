@@ -7,8 +7,13 @@
 #include <cstring>
 #include <ctime>
 #include <memory>
+#include <new>
+
+#include "identifier_blocks.h"
 
 namespace {
+
+static_assert(sizeof(nmkUniqueId) == nmk_uniqueid::identifier_block_size);
 
 constexpr std::uint16_t format_with_serial = 2;  // the format that is written
 constexpr int hex_digits = 32;
@@ -59,8 +64,23 @@ std::atomic<int> nmkUniqueId::s_num_id{0};
 
 constinit decltype(e_ptrm_uid_stamp) e_ptrm_uid_stamp = &nmkUniqueId::get_time;
 
+void* nmkUniqueId::operator new(std::size_t size) {
+    // A class derived from this one may be larger.
+    return size == sizeof(nmkUniqueId) ? nmk_uniqueid::take_identifier_block()
+                                       : ::operator new(size);
+}
+
+void nmkUniqueId::operator delete(void* block, std::size_t size) noexcept {
+    if (block == nullptr) return;
+    if (size == sizeof(nmkUniqueId)) {
+        nmk_uniqueid::give_identifier_block_back(block);
+    } else {
+        ::operator delete(block);
+    }
+}
+
 nmkUniqueId* nmkUniqueId::create() {
-    auto* const made = new nmkUniqueId;
+    auto* const made = new (nmk_uniqueid::take_identifier_block()) nmkUniqueId;
     made->generate();
     return made;
 }

@@ -161,6 +161,21 @@ TEST(nmkUniqueId, eight_threads_never_make_the_same_serial) {
     EXPECT_EQ(all.size(), 8U * per_thread);
 }
 
+TEST(nmkUniqueId, may_be_made_on_one_thread_and_dropped_on_another) {
+    std::vector<Owned> all;
+    std::set<const nmkUniqueId*> addresses;
+    for (int round = 0; round < 20; ++round) {
+        std::thread([&] {
+            for (int i = 0; i < 200; ++i) all.push_back(made());
+        }).join();
+        addresses.clear();
+        for (const Owned& one : all) addresses.insert(one.get());
+        EXPECT_EQ(addresses.size(), 200U);
+        std::thread([&] { all.resize(100); }).join();
+        all.clear();
+    }
+}
+
 TEST(nmkUniqueId, a_forked_process_makes_equal_ones_until_the_host_sets_its_stamp) {
     const ScopedStamp stamp(500);
     int to_parent[2] = {};

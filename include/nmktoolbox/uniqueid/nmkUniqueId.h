@@ -18,6 +18,7 @@
 #include <utils/utString.h>
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 
 class CArchive;
@@ -27,6 +28,11 @@ class NMKTOOLBOX_EXPORT nmkUniqueId {
     nmkUniqueId(const nmkUniqueId&) = default;
     nmkUniqueId& operator=(const nmkUniqueId&) = default;
     ~nmkUniqueId() = default;
+
+    /// Memory for one identifier, of blocks that its thread has kept.
+    static void* operator new(std::size_t size);
+    static void* operator new(std::size_t, void* place) noexcept { return place; }
+    static void operator delete(void* block, std::size_t size) noexcept;
 
     /// New identifiers on the heap, for the caller to own: a valid one; an invalid one; one that is
     /// read from the archive, see Serialize; and a copy. Null is copied as an invalid one. The
@@ -92,7 +98,7 @@ class NMKTOOLBOX_EXPORT nmkUniqueId {
 
     void become(nmkPtrInvalid);
     void from_hex(const char* hex);
-    void generate();
+    [[gnu::visibility("hidden")]] void generate();
     void write(CArchive& archive) const;
     void read(CArchive& archive);
 
