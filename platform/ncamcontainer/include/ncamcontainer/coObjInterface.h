@@ -4,8 +4,9 @@
 // and classes that offer `unsigned int co_hash(const Class&)` beside them. A class that wants it
 // otherwise specialises the template, or names an interface of its own as the set's argument.
 //
-// An interface may also offer `static Element obj_empty()`: what a slot holds while it is empty, for
-// elements whose default constructor is costly or has effects. Nobody ever sees such an element.
+// An interface may also offer `static Element obj_empty()`: what a slot holds while it is empty,
+// for elements whose default constructor is costly or has effects. Nobody ever sees such an
+// element.
 #pragma once
 
 #include <ncamcontainer/co_hash.h>
