@@ -8,3 +8,4 @@
 #include <nmktoolbox/runtime.h>
 #include <nmktoolbox/search.h>
 #include <nmktoolbox/solver.h>
+#include <nmktoolbox/uniqueid.h>

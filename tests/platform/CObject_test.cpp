@@ -46,3 +46,27 @@ TEST(CRuntimeClass, is_compared_by_identity_and_not_by_name) {
     EXPECT_FALSE(Leaf::GetThisClass()->IsDerivedFrom(&impostor));
     EXPECT_TRUE(impostor.IsDerivedFrom(&impostor));
 }
+
+TEST(CRuntimeClass, is_found_by_its_name_while_it_is_registered) {
+    EXPECT_EQ(CRuntimeClass::FromName("Leaf"), nullptr);
+    {
+        const CRuntimeClassRegistration registration(Leaf::GetThisClass());
+        const CRuntimeClass namesake = {"Leaf", 0, nullptr};
+        const CRuntimeClassRegistration second(&namesake);
+        EXPECT_EQ(CRuntimeClass::FromName("Leaf"), Leaf::GetThisClass());
+    }
+    EXPECT_EQ(CRuntimeClass::FromName("Leaf"), nullptr);
+    EXPECT_EQ(CRuntimeClass::FromName(""), nullptr);
+}
+
+TEST(CRuntimeClass, keeps_the_flag_of_versionable_classes_out_of_the_stored_schema) {
+    const CRuntimeClass versionable = {"V", 0, nullptr, CRuntimeClass::versionable | 5};
+    const CRuntimeClass plain = {"P", 0, nullptr, 5};
+    const CRuntimeClass without = {"N", 0, nullptr};
+    EXPECT_EQ(versionable.stored_schema(), 5U);
+    EXPECT_TRUE(versionable.is_versionable());
+    EXPECT_FALSE(plain.is_versionable());
+    EXPECT_FALSE(without.is_storable());
+    EXPECT_FALSE(without.is_versionable());
+    EXPECT_EQ(without.CreateObject(), nullptr);
+}

@@ -1,13 +1,5 @@
 #include <mfc/CObject.h>
 
-bool CRuntimeClass::IsDerivedFrom(const CRuntimeClass* base_class) const noexcept {
-    if (base_class == nullptr) return false;
-    for (const CRuntimeClass* each = this; each != nullptr; each = each->m_pBaseClass) {
-        if (each == base_class) return true;
-    }
-    return false;
-}
-
 CRuntimeClass* CObject::GetRuntimeClass() const { return GetThisClass(); }
 
 CObject::~CObject() = default;

@@ -36,6 +36,11 @@ class giPoint3 {
         return giLength(std::sqrt(dx * dx + dy * dy + dz * dz));
     }
 
+    /// Non-zero when the points are at most `tolerance` apart: a ball, not a cube.
+    int coincident(const giPoint3& other, double tolerance) const noexcept {
+        return distance(other) <= tolerance ? 1 : 0;
+    }
+
     bool operator==(const giPoint3&) const noexcept = default;
 
     double x;

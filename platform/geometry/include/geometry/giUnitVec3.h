@@ -52,6 +52,22 @@ class giUnitVec3 {
         return giAngle(giTangent2, sine, dot(other));
     }
 
+    /// Non-zero when the two point the same way, at most `tolerance` apart; opposite directions are
+    /// not parallel. Zero where either is unset.
+    int parallel(const giUnitVec3& other, const giAngle& tolerance) const noexcept {
+        return is_set() && other.is_set() && unsigned_angle(other) <= tolerance ? 1 : 0;
+    }
+
+    /// The opposite direction; unset stays unset.
+    giUnitVec3 operator-() const noexcept {
+        giUnitVec3 opposite;
+        if (!is_set()) return opposite;
+        opposite.x = -x;
+        opposite.y = -y;
+        opposite.z = -z;
+        return opposite;
+    }
+
     bool operator==(const giUnitVec3&) const noexcept = default;
 
     double x;

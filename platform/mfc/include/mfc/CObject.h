@@ -1,24 +1,16 @@
-// CObject.h: the root of the framework's classes, and the run-time class that each of them has.
+// CObject.h: the root of the framework's classes.
 //
-// A class X under the root has one static CRuntimeClass; X::GetThisClass() answers it,
-// GetRuntimeClass() answers that of an object's own class, and X::_GetBaseClass() that of the class
+// A class X under the root has one static CRuntimeClass; X::GetThisClass() returns it,
+// GetRuntimeClass() returns that of an object's own class, and X::_GetBaseClass() that of the class
 // X derives from.
 #pragma once
+
+#include <mfc/CRuntimeClass.h>
 
 #pragma GCC visibility push(default)
 
 class CArchive;
 class CDumpContext;
-
-/// What is known of a class at run time. Classes are compared by the address of this.
-struct CRuntimeClass {
-    const char* m_lpszClassName;        // borrowed; a literal
-    int m_nObjectSize;                  // bytes
-    const CRuntimeClass* m_pBaseClass;  // null for the root
-
-    /// True when this is `base_class` or derives from it at any distance; false for null.
-    bool IsDerivedFrom(const CRuntimeClass* base_class) const noexcept;
-};
 
 /// The root. Copied only as part of a derived object.
 class CObject {

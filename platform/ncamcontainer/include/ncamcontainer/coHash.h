@@ -105,8 +105,17 @@ class UT_EXPORT coHash {
     void take(coHash& other) noexcept;
 
   private:
+    // What an empty slot holds: a default element, unless the Interface has a cheaper one.
+    static Element empty_element() {
+        if constexpr (requires { Interface::obj_empty(); }) {
+            return Interface::obj_empty();
+        } else {
+            return Element{};
+        }
+    }
+
     struct Slot {
-        Element element{};
+        Element element = empty_element();
         unsigned int mark = 0;  // mark_of the element's hash; 0 while the slot is empty
 
         bool used() const noexcept { return mark != 0; }

@@ -4,6 +4,9 @@
 // exactly when their bytes are, and for classes with a function `unsigned int co_hash(const
 // Class&)` in their namespace. For other classes, specialise the template or pass another interface
 // as the set's template argument.
+//
+// An interface may also offer `static Element obj_empty()`: the content of an empty slot, for
+// elements whose default constructor is costly or has effects. It is never returned to a caller.
 #pragma once
 
 #include <ncamcontainer/co_hash.h>

@@ -1,0 +1,3 @@
+#include <nmktoolbox/uniqueid/nmkActionBlocker.h>
+
+template class nmkActionBlocker<nmkProtectIdTag>;
