@@ -1,4 +1,4 @@
-// find_route: asks the library for the shortest route over a lattice.
+// find_route: finds the shortest route over a lattice with the search of the library.
 
 #include "commands/route/find_route.h"
 
@@ -51,7 +51,8 @@ double length_of(const nmk_lattice::RoutePlane& plane,
     return length;
 }
 
-/// The first of the closed places from which the goal, as it stands now, is cheapest.
+/// Finds the first of the closed cells with the smallest estimate to the goal in its current
+/// position.
 void find_nearest(const nmk_lattice::RoutePlane& plane, const nmkSearchGoal& goal,
                   FoundRoute& route) {
     for (std::size_t i = 0; i < route.closed.size(); ++i) {
@@ -64,8 +65,8 @@ void find_nearest(const nmk_lattice::RoutePlane& plane, const nmkSearchGoal& goa
     }
 }
 
-/// Where a goal stands that may have moved: only in x, and never back over column 0. From there, at
-/// its own height, a moving line is as far as its x.
+/// The current position of the goal. A moving line moves only in x, and never back past column 0:
+/// its estimate from column 0, at its own y, is its x.
 giPoint2 goal_now(const nmk_lattice::RoutePlane& plane, const RouteRequest& request,
                   const nmkSearchGoal& goal) {
     if (request.kind != GoalKind::moving_line) {

@@ -1,4 +1,4 @@
-// plane_verifier: which places of a lattice a route may pass, and a record of those it closed.
+// plane_verifier: decides which cells a route may pass, and records the closed ones.
 
 #include "commands/route/plane_verifier.h"
 
@@ -30,23 +30,23 @@ nmkSearchNodeVerifierResult PlaneVerifier::verify(const nmkSearchNode& parent,
         return nmkSearchNodeVerifierResult::refused_for_good;
     }
     const auto& point = static_cast<const nmk2dSearchNode&>(node).point();
-    const nmk_lattice::GridCell place = m_plane.searched_cell(point);
-    const nmkSearchNodeVerifierResult result = judge(parent, place);
+    const nmk_lattice::GridCell cell = m_plane.searched_cell(point);
+    const nmkSearchNodeVerifierResult result = judge(parent, cell);
     if (result == nmkSearchNodeVerifierResult::accepted) {
-        note(place);
+        note(cell);
     }
     return result;
 }
 
 nmkSearchNodeVerifierResult PlaneVerifier::judge(const nmkSearchNode& parent,
-                                                 nmk_lattice::GridCell place) const {
-    if (m_plane.is_blocked(place)) {
+                                                 nmk_lattice::GridCell cell) const {
+    if (m_plane.is_blocked(cell)) {
         return nmkSearchNodeVerifierResult::refused_for_good;
     }
     if (!m_cut_corners) {
-        // The parent of a root is of no kind that is known here.
+        // The parent of the start is not an nmk2dSearchNode.
         const auto* from = dynamic_cast<const nmk2dSearchNode*>(&parent);
-        if (from != nullptr && cuts_a_corner(m_plane.searched_cell(from->point()), place)) {
+        if (from != nullptr && cuts_a_corner(m_plane.searched_cell(from->point()), cell)) {
             return nmkSearchNodeVerifierResult::refused_for_this_parent;
         }
     }
@@ -57,8 +57,8 @@ bool PlaneVerifier::cuts_a_corner(nmk_lattice::GridCell from, nmk_lattice::GridC
     return m_plane.is_blocked({from.column, to.row}) || m_plane.is_blocked({to.column, from.row});
 }
 
-void PlaneVerifier::note(nmk_lattice::GridCell place) const {
-    m_record.closed.push_back(place);
+void PlaneVerifier::note(nmk_lattice::GridCell cell) const {
+    m_record.closed.push_back(cell);
     if (m_record.progress != nullptr && m_record.closed.size() % report_every == 0 &&
         m_record.progress->jump_to(static_cast<double>(m_record.closed.size())) != 0) {
         throw SearchStopped();

@@ -1,8 +1,8 @@
-// plane_verifier.h: which places of a lattice a route may pass, and a record of those it closed.
+// plane_verifier.h: decides which cells a route may pass, and records the closed ones.
 //
-// A place outside the lattice or blocked is refused for good. Where corners are to be left clear, a
-// diagonal step beside a blocked place is refused for this parent only: the place may still be
-// reached from another side.
+// A cell outside the lattice or blocked is refused for good. If corners are kept clear, a diagonal
+// step beside a blocked cell is refused for this parent only: the cell may still be reached from
+// another side.
 #pragma once
 
 #include <nmkprogressbreak/nmkProgressBreak.h>
@@ -15,12 +15,12 @@
 
 namespace nmk_route {
 
-/// Thrown out of a search that was asked to stop.
+/// Thrown out of a search when the progress reporter requests a stop.
 struct SearchStopped : std::runtime_error {
     SearchStopped() : std::runtime_error("stopped") {}
 };
 
-/// The places that a search has closed, in that order, and who wants to know of them.
+/// The cells that a search has closed, in that order, and its progress reporter.
 struct ClosingRecord {
     std::vector<nmk_lattice::GridCell> closed;
     nmkProgressBreak* progress = nullptr;  // borrowed; may be null
@@ -31,15 +31,15 @@ class PlaneVerifier : public nmk2dSearchNodeVerifier {
     /// Plane and record are borrowed.
     PlaneVerifier(const nmk_lattice::RoutePlane& plane, bool cut_corners, ClosingRecord& record);
 
-    /// Throws SearchStopped when the one who is told of the progress asks for it.
+    /// Throws SearchStopped when the progress reporter requests a stop.
     nmkSearchNodeVerifierResult verify(const nmkSearchNode& parent,
                                        const nmkSearchNode& node) const override;
 
   private:
     nmkSearchNodeVerifierResult judge(const nmkSearchNode& parent,
-                                      nmk_lattice::GridCell place) const;
+                                      nmk_lattice::GridCell cell) const;
     bool cuts_a_corner(nmk_lattice::GridCell from, nmk_lattice::GridCell to) const;
-    void note(nmk_lattice::GridCell place) const;
+    void note(nmk_lattice::GridCell cell) const;
 
     const nmk_lattice::RoutePlane& m_plane;
     bool m_cut_corners;

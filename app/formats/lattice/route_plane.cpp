@@ -1,4 +1,4 @@
-// route_plane: the lattice that a route is searched on, and which of its places are blocked.
+// route_plane: the lattice on which a route is searched, with its blocked cells.
 
 #include "formats/lattice/route_plane.h"
 
@@ -28,19 +28,19 @@ RoutePlane::RoutePlane(giPoint2 anchor, GridCell anchor_cell, giPoint2 steps, in
       m_rows(rows),
       m_blocked(static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows)) {}
 
-bool RoutePlane::contains(GridCell place) const {
-    return place.column >= 0 && place.column < m_columns && place.row >= 0 && place.row < m_rows;
+bool RoutePlane::contains(GridCell cell) const {
+    return cell.column >= 0 && cell.column < m_columns && cell.row >= 0 && cell.row < m_rows;
 }
 
-void RoutePlane::block(GridCell place) {
-    std::uint8_t& blocked = m_blocked[index(place)];
+void RoutePlane::block(GridCell cell) {
+    std::uint8_t& blocked = m_blocked[index(cell)];
     m_blocked_count += blocked == 0 ? 1U : 0U;
     blocked = 1;
 }
 
-giPoint2 RoutePlane::at(GridCell place) const {
-    return {m_anchor.x + (place.column - m_anchor_cell.column) * m_steps.x,
-            m_anchor.y + (place.row - m_anchor_cell.row) * m_steps.y};
+giPoint2 RoutePlane::at(GridCell cell) const {
+    return {m_anchor.x + (cell.column - m_anchor_cell.column) * m_steps.x,
+            m_anchor.y + (cell.row - m_anchor_cell.row) * m_steps.y};
 }
 
 giPoint2 RoutePlane::nearest_point(const giPoint2& point) const {
@@ -51,31 +51,31 @@ giPoint2 RoutePlane::nearest_point(const giPoint2& point) const {
 std::optional<GridCell> RoutePlane::cell_at(const giPoint2& point) const {
     const double column = std::nearbyint((point.x - m_anchor.x) / m_steps.x);
     const double row = std::nearbyint((point.y - m_anchor.y) / m_steps.y);
-    constexpr double far = 1e9;  // no lattice has such a place, and an int can hold it
+    constexpr double far = 1e9;  // no lattice has such a cell, and an int can represent it
     if (!(std::abs(column) < far && std::abs(row) < far)) {
         return std::nullopt;
     }
-    const GridCell place{static_cast<int>(column) + m_anchor_cell.column,
-                         static_cast<int>(row) + m_anchor_cell.row};
-    if (!contains(place) || at(place).coincident(point, min_step) == 0) {
+    const GridCell cell{static_cast<int>(column) + m_anchor_cell.column,
+                        static_cast<int>(row) + m_anchor_cell.row};
+    if (!contains(cell) || at(cell).coincident(point, min_step) == 0) {
         return std::nullopt;
     }
-    return place;
+    return cell;
 }
 
 giPoint2 RoutePlane::search_point(const giPoint2& point) const {
     const auto coordinate = [](double offset, double step, int anchor, double search_step) {
         const double count = offset / step;
         const double whole = std::nearbyint(count);
-        const bool is_met = std::abs(whole - count) * step <= min_step;
-        return ((is_met ? whole : count) + anchor) * search_step;
+        const bool is_on_lattice = std::abs(whole - count) * step <= min_step;
+        return ((is_on_lattice ? whole : count) + anchor) * search_step;
     };
     return {coordinate(point.x - m_anchor.x, m_steps.x, m_anchor_cell.column, m_search_steps.x),
             coordinate(point.y - m_anchor.y, m_steps.y, m_anchor_cell.row, m_search_steps.y)};
 }
 
-giPoint2 RoutePlane::search_point(GridCell place) const {
-    return {place.column * m_search_steps.x, place.row * m_search_steps.y};
+giPoint2 RoutePlane::search_point(GridCell cell) const {
+    return {cell.column * m_search_steps.x, cell.row * m_search_steps.y};
 }
 
 GridCell RoutePlane::searched_cell(const giPoint2& search_point) const {

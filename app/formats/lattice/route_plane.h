@@ -1,10 +1,11 @@
-// route_plane.h: the lattice that a route is searched on, and which of its places are blocked.
+// route_plane.h: the lattice on which a route is searched, with its blocked cells.
 //
-// A place is counted by its column and row from one corner of the lattice. The search walks
-// coordinates of its own: the column times a step and the row times a step, with steps that have so
-// few digits that no product or sum is ever rounded. So every way to a place arrives at the same
-// coordinates exactly, also with steps such as 0.1, and an arrival, which needs equality to the
-// last bit, is found. They differ from the true steps by less than a part in a thousand million.
+// A cell is addressed by its column and row from one corner of the lattice; its point is the middle
+// of the cell. The search has coordinates of its own: column and row times steps that are rounded
+// to so few binary digits that no product or sum is ever rounded. So every path to a cell ends at
+// exactly the same coordinates, also with steps such as 0.1, and the search, which needs equality
+// to the last bit, recognises the goal. The rounded steps differ from the true ones by less than a
+// part in 1e9.
 #pragma once
 
 #include <geometry/giPoint2.h>
@@ -19,10 +20,10 @@ namespace nmk_lattice {
 /// The largest lattice that is searched, 2048 by 2048.
 constexpr std::size_t max_cells = std::size_t{1} << 22U;
 
-/// The largest size of a coordinate of a lattice: a place must be told from its neighbours.
+/// The largest absolute value of a coordinate of a lattice; cells remain distinct up to it.
 constexpr double max_route_coordinate = 1e6;
 
-/// Places no further apart than this are one place for the search, so steps must be larger.
+/// Points no further apart than this are one cell for the search, so steps must be larger.
 constexpr double min_step = 1e-5;
 
 struct GridCell {
@@ -34,8 +35,8 @@ struct GridCell {
 
 class RoutePlane {
   public:
-    /// A lattice without blocked places, through `anchor`, which stands at `anchor_place`. The
-    /// steps are above smallest_step, columns times rows at most most_places.
+    /// A lattice without blocked cells; `anchor` is the point of `anchor_cell`. The steps are above
+    /// min_step, columns times rows at most max_cells.
     RoutePlane(giPoint2 anchor, GridCell anchor_cell, giPoint2 steps, int columns, int rows);
 
     int columns() const { return m_columns; }
@@ -45,34 +46,34 @@ class RoutePlane {
     /// The steps of the search, rounded to 30 binary digits.
     giPoint2 search_steps() const { return m_search_steps; }
 
-    bool contains(GridCell place) const;
-    bool is_blocked(GridCell place) const { return m_blocked[index(place)] != 0; }
-    void block(GridCell place);
+    bool contains(GridCell cell) const;
+    bool is_blocked(GridCell cell) const { return m_blocked[index(cell)] != 0; }
+    void block(GridCell cell);
     std::size_t blocked_count() const { return m_blocked_count; }
     std::size_t cell_count() const { return m_blocked.size(); }
 
-    /// Where the place stands.
-    giPoint2 at(GridCell place) const;
+    /// The point of the cell.
+    giPoint2 at(GridCell cell) const;
 
-    /// The place that stands at the point, to 1e-5; none where the point is off the lattice.
+    /// The cell at the point, to 1e-5; empty if the point is off the lattice.
     std::optional<GridCell> cell_at(const giPoint2& point) const;
 
-    /// The place of the lattice, which may be carried on past its edges, nearest to the point.
+    /// The nearest point of the lattice, continued past its edges.
     giPoint2 nearest_point(const giPoint2& point) const;
 
-    /// The point in the coordinates of the search. Places of the lattice are met exactly.
+    /// The point in the coordinates of the search; exact for the points of the lattice.
     giPoint2 search_point(const giPoint2& point) const;
-    giPoint2 search_point(GridCell place) const;
+    giPoint2 search_point(GridCell cell) const;
 
-    /// The place at these coordinates of the search.
+    /// The cell at these coordinates of the search.
     GridCell searched_cell(const giPoint2& search_point) const;
 
-    bool is_map = false;  // rows are counted downwards, as they stand in the file
+    bool is_map = false;  // rows are counted downwards, as in the file
 
   private:
-    std::size_t index(GridCell place) const {
-        return static_cast<std::size_t>(place.row) * static_cast<std::size_t>(m_columns) +
-               static_cast<std::size_t>(place.column);
+    std::size_t index(GridCell cell) const {
+        return static_cast<std::size_t>(cell.row) * static_cast<std::size_t>(m_columns) +
+               static_cast<std::size_t>(cell.column);
     }
 
     giPoint2 m_anchor;

@@ -1,4 +1,4 @@
-// Tests of writing several files, all of them or none.
+// write_all_files: several files are written, all of them or none.
 
 #include "files/write_all_files.h"
 
