@@ -38,7 +38,8 @@ std::string general_help(Commands commands) {
         text += "\n";
     }
     return text +
-           "\nnmk help COMMAND shows its options and an example; nmk --version its version.\n";
+           "\nnmk help COMMAND prints its options and an example; nmk --version prints the "
+           "version.\n";
 }
 
 int help(Commands commands, const std::vector<std::string>& arguments, std::ostream& out,

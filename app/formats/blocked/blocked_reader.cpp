@@ -72,7 +72,7 @@ class ListReader {
     void add_point(const nmk_text::CsvRow& row) {
         if (row.count != 2) {
             refuse(row, std::to_string(row.count) + (row.count == 1 ? " column" : " columns") +
-                            "; expected x,y or box,X0,Y0,X1,Y1 or steps,SX,SY");
+                            "; expected a blocked point x,y or box,X0,Y0,X1,Y1 or steps,SX,SY");
         }
         if (m_list.points.size() == nmk_lattice::max_cells) {
             refuse(row, "more than " + std::to_string(nmk_lattice::max_cells) + " points");

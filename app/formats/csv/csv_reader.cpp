@@ -46,12 +46,12 @@ class TableReader {
     }
 
     void check_columns(const nmk_text::CsvRow& row) {
-        if (row.count != 2 && row.count != 3 && row.count != 6) {
-            refuse(row, columns(row.count) + "; expected x,y or x,y,z or x,y,z,x2,y2,z2");
-        }
         if (m_columns != 0 && row.count != m_columns) {
             refuse(row, columns(row.count) + "; expected " + std::to_string(m_columns) +
                             " as in the rows above");
+        }
+        if (row.count != 2 && row.count != 3 && row.count != 6) {
+            refuse(row, columns(row.count) + "; expected x,y or x,y,z or x,y,z,x2,y2,z2");
         }
         m_columns = row.count;
     }

@@ -55,7 +55,8 @@ class ExcellonWalk {
     }
 
     [[noreturn]] void refuse_rest(const ExcellonWords& words) const {
-        refuse("cannot read " + nmk_text::quoted(words.rest()) + " in a drill program");
+        refuse("cannot read " + nmk_text::quoted(words.rest()) +
+               "; expected words of a drill program such as T1, X1.5Y2 or M30");
     }
 
     void keep(std::string_view text, ExcellonLine kind = ExcellonLine::remark) {

@@ -335,6 +335,29 @@ TEST_F(order_command, the_picture_shows_every_cut_twice_with_y_upwards) {
     EXPECT_GT(cy(first), cy(two.find("<circle", first + 1)));
 }
 
+TEST_F(order_command, pictures_of_many_items_have_smaller_holes_and_thinner_travel) {
+    const auto drawing_of = [&](int items) {
+        std::string points;
+        for (int i = 0; i < items; ++i) {
+            points += std::to_string(i % 70) + "," + std::to_string(i / 70) + "\n";
+        }
+        const std::string name = write("many.csv", points);
+        EXPECT_EQ(
+            nmk_shell::run({"order", name, "--type", "x", "--quiet", "--svg", file("a.svg")}).code,
+            0);
+        return nmk_shell::text_of(file("a.svg"));
+    };
+    const std::string few = drawing_of(700);
+    const std::string more = drawing_of(1400);
+    const std::string many = drawing_of(3500);
+    const std::string travel = "stroke-dasharray=\"4.5 2.5\"";
+    EXPECT_NE(few.find("stroke-width=\"1.7\" " + travel), std::string::npos);
+    EXPECT_NE(more.find("stroke-width=\"1.2\" " + travel), std::string::npos);
+    EXPECT_NE(many.find("stroke-width=\"0.8\" " + travel), std::string::npos);
+    EXPECT_NE(few.find("r=\"2.5\""), std::string::npos);
+    EXPECT_NE(many.find("r=\"0.8\""), std::string::npos);
+}
+
 TEST_F(order_command, pictures_of_odd_jobs_are_well_formed) {
     const std::string odd[] = {write("one.csv", "5,5\n"), write("same.csv", "1,1\n1,1\n1,1\n"),
                                write("far.csv", "-1e9,0\n1e9,0\n0,1\n"),

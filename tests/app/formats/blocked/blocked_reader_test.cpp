@@ -123,8 +123,9 @@ INSTANTIATE_TEST_SUITE_P(
                 "a decimal point"},
         BadList{"there_are_two_boxes", "box,0,0,1,1\nbox,0,0,1,1\n",
                 "a.csv:2: a second row box; expected one"},
-        BadList{"a_point_has_three_columns", "1,2,3\n",
-                "a.csv:1: 3 columns; expected x,y or box,X0,Y0,X1,Y1 or steps,SX,SY"},
+        BadList{
+            "a_point_has_three_columns", "1,2,3\n",
+            "a.csv:1: 3 columns; expected a blocked point x,y or box,X0,Y0,X1,Y1 or steps,SX,SY"},
         BadList{"a_point_is_infinite", "x,y\n1,inf\n",
                 "a.csv:2: cannot read \"inf\" in column 2; expected a number from -1e6 to 1e6 with "
                 "a decimal point"},

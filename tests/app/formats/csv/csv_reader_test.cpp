@@ -93,6 +93,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         RefusedTable{"ragged_rows", "1,2\n3,4\n1,2,3\n",
                      "3: 3 columns; expected 2 as in the rows above"},
+        RefusedTable{"another_separator_in_a_later_row", "x,y\n1;2\n",
+                     "2: 1 column; expected 2 as in the rows above"},
         RefusedTable{"a_row_under_a_wider_header", "x,y,z\n1,2\n",
                      "2: 2 columns; expected 3 as in the rows above"},
         RefusedTable{"one_column", "1\n", "1: 1 column; expected x,y or x,y,z or x,y,z,x2,y2,z2"},

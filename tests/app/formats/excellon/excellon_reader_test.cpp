@@ -162,12 +162,14 @@ INSTANTIATE_TEST_SUITE_P(
                     "7: cannot read the coordinate X\"\"; expected a number of at most a million "
                     "units and nine decimals"},
         RefusedCase{"an_exponent", metric_header + "T1\nX1E3Y1\n",
-                    "7: cannot read \"E3Y1\" in a drill program"},
+                    "7: cannot read \"E3Y1\"; expected words of a drill program such as "
+                    "T1, X1.5Y2 or M30"},
         RefusedCase{"a_huge_coordinate", metric_header + "T1\nX99999999999999999999\n",
                     "7: cannot read the coordinate X\"99999999999999999999\"; expected a number of "
                     "at most a million units and nine decimals"},
         RefusedCase{"a_coordinate_given_twice", metric_header + "T1\nX1Y1X2\n",
-                    "7: cannot read \"X2\" in a drill program"},
+                    "7: cannot read \"X2\"; expected words of a drill program such as "
+                    "T1, X1.5Y2 or M30"},
         RefusedCase{"increments_out_of_range", metric_header + "T1\nG91\nX900000.\nX900000.\n",
                     "9: the increments add up to more than a million units"},
         RefusedCase{"a_header_without_end", "M48\nMETRIC,TZ\nT1C1\n",
@@ -226,10 +228,12 @@ INSTANTIATE_TEST_SUITE_P(
                     "2: number format 9:9; expected at most 6 digits on either side of the point"},
         RefusedCase{"holes_after_the_end", metric_header + "T1\nX1\nM30\nX2\n",
                     "9: a coordinate after the end of the program (M30 or M00)"},
-        RefusedCase{"binary_junk",
-                    "\x7f"
-                    "ELF\x02\x01\x01",
-                    "1: cannot read \"\\x7fELF\\x02\\x01\\x01\" in a drill program"},
+        RefusedCase{
+            "binary_junk",
+            "\x7f"
+            "ELF\x02\x01\x01",
+            "1: cannot read \"\\x7fELF\\x02\\x01\\x01\"; expected words of a drill program such as "
+            "T1, X1.5Y2 or M30"},
         RefusedCase{"a_tool_number_out_of_range", metric_header + "T99999999999\n",
                     "6: cannot read the tool number \"99999999999\""}),
     nmk_job::CaseName());

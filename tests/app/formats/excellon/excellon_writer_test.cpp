@@ -157,6 +157,10 @@ TEST(excellon_writer, refuses_items_that_are_not_those_of_the_program) {
     moved.items[0].start.x += 1.0;
     EXPECT_EQ(written(moved, order),
               "error plate.drl: the holes cannot be written in another order");
+    nmk_job::MachiningJob slot = job_of_text("M48\nMETRIC,TZ\nT1C1.0\n%\nT1\nX1Y1G85X2Y1\nM30\n");
+    slot.items[0].start.x += 1.0;
+    EXPECT_EQ(written(slot, {{0, false}}),
+              "error plate.drl: the holes cannot be written in another order");
     job.items.pop_back();
     EXPECT_EQ(written(job, order), "error plate.drl: not a job that was read from a drill file");
     job.source = nullptr;

@@ -145,6 +145,11 @@ TEST(read_job_file, refuses_one_line_of_a_hundred_megabytes_in_little_memory) {
     EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 20 * 1024);  // KiB
 }
 
+TEST(read_job_file, reports_a_file_that_cannot_be_read) {
+    EXPECT_EQ(nmk_job::error_of(read_job_file("/proc/self/mem", std::nullopt)),
+              "/proc/self/mem: cannot be read: Input/output error");
+}
+
 TEST(read_job_file, refuses_an_endless_device) {
     EXPECT_EQ(nmk_job::error_of(read_job_file("/dev/zero", std::nullopt)),
               "/dev/zero:1: a line longer than 65536 bytes; expected lines of text");
