@@ -1,5 +1,5 @@
-// blocked_fuzzer: any bytes as a list of blocked places: read, made a lattice, and searched where
-// that is small.
+// blocked_fuzzer: any bytes as a list of blocked points: read, made a lattice, and searched if that
+// is small.
 
 #include <cstdint>
 #include <cstdlib>
@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr std::size_t most_searched = 300;  // places; more would only slow the fuzzer down
+constexpr std::size_t max_searched = 300;  // cells; more would only slow the fuzzer down
 
 void search(const nmk_lattice::RoutePlane& plane, const nmk_blocked::BlockedList& list,
             nmk_route::GoalKind kind) {
@@ -24,7 +24,7 @@ void search(const nmk_lattice::RoutePlane& plane, const nmk_blocked::BlockedList
         return;
     }
     const nmk_route::FoundRoute route = nmk_route::find_route(plane, request, nullptr);
-    // Exact steps: no place is ever closed twice under two names.
+    // The steps are exact: no cell is ever closed twice at two points.
     if (route.closed.size() > plane.cell_count() - plane.blocked_count()) {
         std::abort();
     }
@@ -41,7 +41,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     const auto made = nmk_blocked::plane_of_list(*list, list->box->lower);
     const auto* of_list = made ? &*made : nullptr;
-    if (of_list == nullptr || of_list->plane.cell_count() > most_searched) {
+    if (of_list == nullptr || of_list->plane.cell_count() > max_searched) {
         return 0;
     }
     for (const nmk_route::GoalKind kind :

@@ -1,4 +1,4 @@
-// csv_fuzzer: any bytes as a table: read, written as it was read, read again.
+// csv_fuzzer: any bytes as a table: read, written as a table with its lines reversed, read again.
 
 #include <cstdint>
 #include <cstdlib>
@@ -9,19 +9,20 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::string text(reinterpret_cast<const char*>(data), size);
-    auto read = nmk_csv::read_csv("fuzz.csv", std::move(text), std::nullopt);
-    auto* job = read ? &*read : nullptr;
-    if (job == nullptr || job->tools.empty()) {
+    const auto read = nmk_csv::read_csv("fuzz.csv", std::move(text), std::nullopt);
+    const auto* job = read ? &*read : nullptr;
+    if (job == nullptr || job->items.empty()) {
         return 0;
     }
-    for (nmk_job::JobItem& item : job->tools[0].items) {
-        item.reversed = item.end.has_value();
+    nmk_job::JobOrder order = nmk_job::order_of_file(*job);
+    for (nmk_job::JobCut& cut : order) {
+        cut.reversed = job->items[cut.item].end.has_value();
     }
-    nmk_json::write_json(*job);
-    const auto again = nmk_csv::read_csv("again.csv", nmk_csv::write_csv(*job), std::nullopt);
+    nmk_json::write_json(*job, order);
+    const auto again =
+        nmk_csv::read_csv("again.csv", nmk_csv::write_csv(*job, order), std::nullopt);
     const auto* same = again ? &*again : nullptr;
-    if (same == nullptr || same->tools.empty() ||
-        same->tools[0].items.size() != job->tools[0].items.size()) {
+    if (same == nullptr || same->items.size() != job->items.size()) {
         std::abort();
     }
     return 0;

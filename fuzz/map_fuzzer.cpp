@@ -1,4 +1,4 @@
-// map_fuzzer: any bytes as a map: read, and searched from corner to corner where it is small.
+// map_fuzzer: any bytes as a map: read, and searched from corner to corner if it is small.
 
 #include <cstdint>
 #include <cstdlib>
@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr std::size_t most_searched = 500;  // places; more would only slow the fuzzer down
+constexpr std::size_t max_searched = 500;  // cells; more would only slow the fuzzer down
 
 }  // namespace
 
@@ -17,11 +17,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     const auto read = nmk_octile::read_octile_map("fuzz.map", text);
     const auto* plane = read ? &*read : nullptr;
-    if (plane == nullptr || plane->cell_count() > most_searched) {
+    if (plane == nullptr || plane->cell_count() > max_searched) {
         return 0;
     }
     if (plane->cell_count() > size) {
-        std::abort();  // a place without its letter
+        std::abort();  // a cell without its letter
     }
     nmk_route::RouteRequest request;
     request.start = plane->at({0, 0});

@@ -1,4 +1,4 @@
-// problem_fuzzer: any bytes as a table of problems: read, solved, told and drawn.
+// problem_fuzzer: any bytes as a table of problems: read, solved, printed and drawn.
 
 #include <cstdint>
 #include <cstdlib>
@@ -11,7 +11,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
-    bool is_drawn = false;  // one picture an input: drawing is far slower than all the rest
+    bool is_drawn = false;  // one picture for each input: drawing is far slower than the rest
     const auto read = nmk_solve::read_problem_table(
         "fuzz.csv", text, nullptr, [&](const nmk_solve::Problem& problem, std::size_t line) {
             const nmk_solve::Answer answer = nmk_solve::solve_problem(problem);

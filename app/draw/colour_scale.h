@@ -1,4 +1,4 @@
-// colour_scale.h: colours that tell first from last, and tool from tool, on a white ground.
+// colour_scale.h: colour scales for an order, for visited cells and for tools, on white.
 #pragma once
 
 #include <cstddef>
@@ -6,13 +6,14 @@
 
 namespace nmk_draw {
 
-/// Blue at 0 by way of teal and orange to crimson at 1; "#rrggbb". Values outside are brought in.
+/// From blue at 0 through teal and orange to crimson at 1, as "#rrggbb"; values outside are
+/// clamped.
 std::string order_colour(double fraction);
 
-/// Pale at 0 to a middling blue at 1, for areas that lie below other marks. The same form.
+/// From pale yellow at 0 to a medium blue at 1, for areas below other marks; otherwise the same.
 std::string closing_colour(double fraction);
 
-/// A light filling for the tool at this place; after eight the colours come again.
+/// A light fill for the tool at this position; after eight tools the colours repeat.
 std::string tool_colour(std::size_t tool);
 
 }  // namespace nmk_draw

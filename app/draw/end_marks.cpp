@@ -1,4 +1,4 @@
-// end_marks: the marks at both ends of a run of the cutter or of a route.
+// end_marks: the marks at the start and the end of a run or a route.
 
 #include "draw/end_marks.h"
 

@@ -1,4 +1,4 @@
-// end_marks.h: the marks at both ends of a run of the cutter or of a route.
+// end_marks.h: the marks at the start and the end of a run or a route.
 #pragma once
 
 #include "draw/svg_document.h"

@@ -1,4 +1,4 @@
-// html_frame: what every page of the tool has around its content.
+// html_frame: the frame of every HTML page of the tool: head, style and heading.
 
 #include "draw/html_frame.h"
 

@@ -1,4 +1,4 @@
-// label_places: finds room for labels, so that no two of them overlap.
+// label_places: places labels so that no two of them overlap.
 
 #include "draw/label_places.h"
 

@@ -1,4 +1,4 @@
-// label_places.h: finds room for labels, so that no two of them overlap.
+// label_places.h: places labels so that no two of them overlap.
 #pragma once
 
 #include <string>
@@ -16,18 +16,18 @@ struct LabelBox {
     bool inside(const LabelBox& outer) const;
 };
 
-/// About how wide a text comes out at this size; fonts differ, so it is on the wide side.
+/// The approximate width of a text at this size, a little too wide rather than too narrow.
 double text_width(const std::string& words, double font_size);
 
 class LabelPlaces {
   public:
     explicit LabelPlaces(const LabelBox& within) : m_bounds(within) {}
 
-    /// Keeps labels off a box.
+    /// Reserves a box, which no label may overlap.
     void take(const LabelBox& box) { m_taken.push_back(box); }
 
-    /// The first of the middles at which a label of this size is free, taken from now on; a label
-    /// that would stick out is moved inside. False where none is: it had better be left out.
+    /// Reserves the first of the middles at which a label of this size overlaps nothing; a label
+    /// that would leave the bounds is moved inside. False if there is none.
     bool place(const std::vector<SvgPoint>& middles, double width, double height, LabelBox& box);
 
   private:

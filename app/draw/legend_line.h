@@ -8,13 +8,13 @@
 
 namespace nmk_draw {
 
-/// Where something may be drawn, in pixels.
+/// The horizontal range in which something may be drawn, in pixels.
 struct PictureColumn {
     double left = 0.0;
     double right = 0.0;
 };
 
-/// How the words of a legend are written.
+/// The text style of a legend.
 inline constexpr const char* legend_text = "font-size=\"15\" fill=\"#3c4654\"";
 
 class LegendLine {
@@ -24,7 +24,7 @@ class LegendLine {
     /// The left end of an entry, at the height of its middle.
     SvgPoint next(double width);
 
-    /// Where the next thing may begin.
+    /// The y below which the next element may be drawn.
     double bottom() const;
 
   private:
@@ -32,7 +32,7 @@ class LegendLine {
     double m_x, m_y;
 };
 
-/// Draws a symbol of that width, at the point it is given, and the words behind it.
+/// Draws an entry: `draw_symbol` at the left end of its symbol, and the words after it.
 void draw_entry(SvgDocument& svg, LegendLine& line, const std::string& words, double symbol_width,
                 const std::function<void(SvgPoint)>& draw_symbol);
 

@@ -1,4 +1,4 @@
-// plot_frame: the axes of a plot: where a value stands, and the round numbers beside them.
+// plot_frame: the axes of a plot, with ticks at round numbers.
 
 #include "draw/plot_frame.h"
 
@@ -12,11 +12,11 @@ namespace nmk_draw {
 
 namespace {
 
-constexpr double rules_in_x = 9.0;  // about so many
-constexpr double rules_in_y = 7.0;
+constexpr double ticks_in_x = 9.0;  // about
+constexpr double ticks_in_y = 7.0;
 constexpr const char* number_style = "font-size=\"14\" fill=\"#6b7785\"";
 
-/// The round numbers in a range, each told to `draw`.
+/// Calls `draw` for each round number in a range.
 template <class Draw>
 void each_tick(const PlotRange& range, double about, Draw draw) {
     const double step = round_length(range.span() / about * 1.6);
@@ -46,13 +46,13 @@ void draw_plot_frame(SvgDocument& svg, const PlotFrame& frame) {
     const auto style = [](double value) {
         return value == 0.0 ? "stroke=\"#52606d\" stroke-width=\"1.5\"" : "stroke=\"#e3e7eb\"";
     };
-    each_tick(frame.x, rules_in_x, [&](double value) {
+    each_tick(frame.x, ticks_in_x, [&](double value) {
         const double x = frame.at(value, frame.y.low).x;
         svg.line({x, frame.corner.y}, {x, bottom}, style(value));
         svg.text({x, bottom + 20.0}, plot_number(value),
                  std::string(number_style) + " text-anchor=\"middle\"");
     });
-    each_tick(frame.y, rules_in_y, [&](double value) {
+    each_tick(frame.y, ticks_in_y, [&](double value) {
         const double y = frame.at(frame.x.low, value).y;
         svg.line({frame.corner.x, y}, {right, y}, style(value));
         svg.text({frame.corner.x - 9.0, y + 5.0}, plot_number(value),

@@ -1,4 +1,4 @@
-// plot_frame.h: the axes of a plot: where a value stands, and the round numbers beside them.
+// plot_frame.h: the axes of a plot, with ticks at round numbers.
 #pragma once
 
 #include <string>
@@ -28,10 +28,10 @@ struct PlotFrame {
     }
 };
 
-/// Six digits, which are enough for a drawing and hide the last of a sum that is not quite round.
+/// The number with six digits: enough for a drawing, and rounding errors do not show.
 std::string plot_number(double value);
 
-/// Ground, rules at round numbers, the numbers, and the two axes where they are in sight.
+/// Background, grid lines at round numbers, their labels, and the two axes if they are in range.
 void draw_plot_frame(SvgDocument& svg, const PlotFrame& frame);
 
 }  // namespace nmk_draw

@@ -1,4 +1,4 @@
-// round_length: round numbers for scale bars and rules.
+// round_length: round numbers for scale bars and grid lines.
 
 #include "draw/round_length.h"
 

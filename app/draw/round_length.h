@@ -1,4 +1,4 @@
-// round_length.h: round numbers for scale bars and rules.
+// round_length.h: round numbers for scale bars and grid lines.
 #pragma once
 
 namespace nmk_draw {

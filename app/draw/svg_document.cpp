@@ -57,8 +57,8 @@ void SvgDocument::separate_lines(const std::vector<SvgPoint>& pairs, std::string
     for (std::size_t i = 0; i + 1 < pairs.size(); i += 2) {
         const SvgPoint& from = pairs[i];
         const SvgPoint& to = pairs[i + 1];
-        const bool goes_on = i > 0 && from.x == pairs[i - 1].x && from.y == pairs[i - 1].y;
-        if (!goes_on) {
+        const bool continues = i > 0 && from.x == pairs[i - 1].x && from.y == pairs[i - 1].y;
+        if (!continues) {
             m_body += "M" + pixels(from.x) + " " + pixels(from.y);
         }
         m_body += "L" + pixels(to.x) + " " + pixels(to.y);

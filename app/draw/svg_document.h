@@ -1,8 +1,7 @@
 // svg_document.h: writes an SVG drawing, element by element.
 //
-// Lengths are pixels of the drawing, x to the right and y downwards, as SVG has them; callers who
-// think upwards turn y over themselves. Text and attribute values that come from outside are
-// escaped here; the attribute strings given by callers are taken as they are.
+// Lengths are pixels of the drawing, x to the right and y downwards as in SVG. Text is escaped
+// here; attribute strings are not.
 #pragma once
 
 #include <string>
@@ -11,7 +10,7 @@
 
 namespace nmk_draw {
 
-/// A place in the drawing.
+/// A point in the drawing.
 struct SvgPoint {
     double x = 0.0;
     double y = 0.0;
@@ -32,10 +31,10 @@ class SvgDocument {
 
     void text(SvgPoint at, std::string_view words, std::string_view attributes = {});
 
-    /// Elements as they are, for what has no operation of its own.
+    /// Adds SVG elements as text.
     void raw(std::string_view elements) { m_body += elements; }
 
-    /// The whole drawing, on a white ground of this size; groups still open are closed.
+    /// The whole drawing, on a white background of this size; open groups are closed.
     std::string str(double width, double height, std::string_view title) const;
 
   private:

@@ -22,7 +22,7 @@ constexpr std::size_t chunk_size = std::size_t{256} << 10U;
 
 bool ends_line(char letter) { return letter == '\n' || letter == '\r'; }
 
-/// Closes the file when it goes.
+/// Closes the file when it is destroyed.
 struct OpenFile {
     explicit OpenFile(int number) : descriptor(number) {}
     OpenFile(const OpenFile&) = delete;
@@ -63,7 +63,7 @@ class LineLengths {
   private:
     std::size_t m_length = 0;
     std::size_t m_line = 1;
-    char m_last = '\0';  // what ended the line before
+    char m_last = '\0';  // the character that ended the last line
 };
 
 std::string too_long_line_message() {
@@ -72,7 +72,7 @@ std::string too_long_line_message() {
 }
 
 std::string too_large_message() {
-    return "larger than " + std::to_string(max_file_size >> 20U) + " MiB; no such file is read";
+    return "larger than " + std::to_string(max_file_size >> 20U) + " MiB; expected a smaller file";
 }
 
 nmk_text::Error system_error(const std::string& file_name, const char* what) {

@@ -1,4 +1,4 @@
-// same_file: whether two names mean one file.
+// same_file: whether two names are names of one file.
 
 #include "files/same_file.h"
 

@@ -1,4 +1,4 @@
-// staged_file: a file that is complete before it takes its name, and can be taken back.
+// staged_file: a file that is complete before it gets its name, and can be taken back.
 
 #include "files/staged_file.h"
 
@@ -22,7 +22,7 @@ namespace {
 
 std::string problem(const char* what) { return std::string(what) + ": " + std::strerror(errno); }
 
-/// Writes all bytes; false with errno set where that fails.
+/// Writes all bytes; false, with errno set, if that fails.
 bool write_all(int descriptor, std::string_view text) {
     while (!text.empty()) {
         const ssize_t count = ::write(descriptor, text.data(), text.size());
@@ -34,15 +34,15 @@ bool write_all(int descriptor, std::string_view text) {
     return true;
 }
 
-/// The file that a symlink leads to, where that exists; otherwise the name itself.
+/// The target of a symlink if it exists; otherwise the name itself.
 std::string target_of(const std::string& file_name) {
     const std::unique_ptr<char, decltype(&std::free)> found(::realpath(file_name.c_str(), nullptr),
                                                             &std::free);
     return found ? std::string(found.get()) : file_name;
 }
 
-/// Gives the new file the owner of the one it replaces, where the process may, and returns the
-/// mode it shall have: that of the replaced file, or the one that the process gives new files.
+/// Gives the new file the owner of the one it replaces, if the process may, and returns the mode
+/// for it: that of the replaced file, or the one that the process gives new files.
 mode_t take_over(int descriptor, const struct stat* replaced) {
     if (replaced != nullptr) {
         const bool same_owner = ::fchown(descriptor, replaced->st_uid, replaced->st_gid) == 0;
@@ -77,7 +77,7 @@ std::string fill(int descriptor, std::string_view text, mode_t mode) {
         ::fsync(descriptor) != 0 || ::fstat(descriptor, &written) != 0) {
         result = problem("cannot be written");
     } else if (written.st_size != static_cast<off_t>(text.size())) {
-        result = "cannot be written: not all bytes arrived";
+        result = "cannot be written: the file is shorter than its text";
     }
     if (::close(descriptor) != 0 && result.empty()) {
         result = problem("cannot be written");
@@ -90,7 +90,8 @@ std::string directory_of(const std::string& name) {
     return directory.empty() ? "." : directory;
 }
 
-/// Flushes the names in a directory to the disk; not every file system can, which does no harm.
+/// Flushes the names in a directory to the disk; an error is ignored, since not every file system
+/// can.
 void flush_directory(const std::string& directory) {
     const int descriptor = ::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor >= 0) {
@@ -122,7 +123,12 @@ nmk_text::Result<StagedFile> StagedFile::stage(const std::string& file_name,
     file.m_target = target_of(file_name);
     file.m_text = text;
     struct stat facts {};
+    const bool is_symlink = ::lstat(file.m_target.c_str(), &facts) == 0 && S_ISLNK(facts.st_mode);
     file.m_replaces_file = ::stat(file.m_target.c_str(), &facts) == 0;
+    if (is_symlink && !file.m_replaces_file) {
+        return failed(std::string("is a symlink whose target cannot be found (") +
+                      std::strerror(errno) + "); expected an existing file or a new name");
+    }
     if (file.m_replaces_file && S_ISDIR(facts.st_mode)) {
         return failed("is a directory; expected the name of a file");
     }
@@ -164,8 +170,8 @@ StagedFile::~StagedFile() {
     }
 }
 
-/// Gives the file that will be replaced a second name. Where the file system has no hard links, the
-/// file is renamed, and its own name is free for a moment.
+/// Gives the file that will be replaced a second name. On a file system without hard links the file
+/// is renamed, and its own name is free for a moment.
 bool StagedFile::keep_replaced() {
     std::string name = m_temporary + ".old";
     if (::link(m_target.c_str(), name.c_str()) == 0 ||
@@ -184,7 +190,7 @@ nmk_text::Result<void> StagedFile::put_in_place() {
     }
     if ((m_replaces_file && !keep_replaced()) ||
         ::rename(m_temporary.c_str(), m_target.c_str()) != 0) {
-        nmk_text::Error error{m_file_name, 0, problem("cannot be put in place")};
+        nmk_text::Error error{m_file_name, 0, problem("cannot be renamed from its temporary file")};
         take_back();
         return error;
     }
@@ -197,7 +203,7 @@ nmk_text::Result<void> StagedFile::put_in_place() {
 void StagedFile::take_back() {
     if (!m_replaced.empty()) {
         if (::rename(m_replaced.c_str(), m_target.c_str()) == 0) {
-            ::unlink(m_replaced.c_str());  // where both were names of one file, rename keeps both
+            ::unlink(m_replaced.c_str());  // rename keeps both names if they are names of one file
         }
         m_replaced.clear();  // a file that cannot be restored keeps its second name
     } else if (m_is_in_place) {

@@ -1,9 +1,9 @@
-// staged_file.h: a file that is complete before it takes its name, and can be taken back.
+// staged_file.h: a file that is complete before it gets its name, and can be taken back.
 //
 // The text goes to a temporary file of an unguessable name beside the target and is flushed to the
 // disk; put_in_place then renames it. The file that it replaces keeps a second, temporary name
-// until the StagedFile is destroyed, so that take_back can restore it. Whatever fails on the way,
-// the target stays as it was and no temporary file is left.
+// until the StagedFile is destroyed, so that take_back can restore it. If anything fails, the
+// target is unchanged and no temporary file is left.
 #pragma once
 
 #include <csignal>
@@ -14,7 +14,7 @@
 
 namespace nmk_files {
 
-/// Holds back the signals that would end the process (Ctrl-C, a hangup, SIGTERM) while temporary
+/// Blocks the signals that would end the process (Ctrl-C, a hangup, SIGTERM) while temporary
 /// files exist.
 class SignalBlock {
   public:
@@ -31,9 +31,10 @@ class StagedFile {
   public:
     /// Writes the temporary file. The text is borrowed until put_in_place.
     ///
-    /// A symlink is followed to the file that it names. A device (a pipe, a terminal, /dev/full)
-    /// has no temporary file: put_in_place writes to it. A new file gets the usual mode; a replaced
-    /// one keeps its own, and its owner where the process may set it.
+    /// A symlink is followed to its target; a symlink without a target is refused, since renaming a
+    /// file over it would destroy it. A device (a pipe, a terminal, /dev/full) has no temporary
+    /// file: put_in_place writes to it. A new file gets the mode that the process gives new files;
+    /// a replaced one keeps its own, and its owner if the process may set it.
     static nmk_text::Result<StagedFile> stage(const std::string& file_name, std::string_view text);
 
     StagedFile(StagedFile&& other) noexcept;
@@ -46,7 +47,7 @@ class StagedFile {
 
     nmk_text::Result<void> put_in_place();
 
-    /// Restores what had the name before put_in_place; a device cannot be taken back.
+    /// Restores the file that had the name before put_in_place; a device cannot be taken back.
     void take_back();
 
   private:
@@ -54,7 +55,7 @@ class StagedFile {
     bool keep_replaced();
 
     std::string m_file_name;  // as the caller gave it, for messages
-    std::string m_target;     // behind symlinks
+    std::string m_target;     // symlinks resolved
     std::string m_temporary;  // empty: none
     std::string m_replaced;   // the second name of the replaced file; empty: none
     std::string_view m_text;  // borrowed

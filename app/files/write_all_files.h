@@ -14,19 +14,19 @@ struct OutputFile {
     std::string text;
 };
 
-/// What was written; the names in the order of the files.
+/// The files that were written; the names in their order.
 struct WrittenFiles {
     std::vector<std::string> names;
     std::vector<std::string> new_names;  // those that did not exist before
 
-    /// Removes the new files, for a run that fails after all. Files that were replaced stay: they
-    /// are whole, and what they held before is gone.
+    /// Removes the new files, for a run that fails later. Replaced files are kept: they are
+    /// complete, and their former content no longer exists.
     void remove_new() const;
 };
 
-/// Writes all temporary files, then gives each its name, and writes to devices last. Where one
-/// cannot be written, the Error says which, new files are removed and replaced ones restored; only
-/// what a device has received cannot be taken back.
+/// Writes all temporary files, then renames each to its name, and writes to devices last. If one
+/// cannot be written, the Error names it, new files are removed and replaced ones restored; only
+/// bytes that a device has received cannot be taken back.
 nmk_text::Result<WrittenFiles> write_all_files(const std::vector<OutputFile>& files);
 
 }  // namespace nmk_files

@@ -1,4 +1,4 @@
-// command.h: what the tool knows of each of its commands.
+// command.h: one command of the tool, as main.cpp lists it.
 #pragma once
 
 #include <ostream>
@@ -8,7 +8,6 @@
 
 namespace nmk_shell {
 
-/// One command; each declares its own, and main.cpp lists them.
 struct Command {
     std::string_view name;
     std::string_view summary;  // one line for the general help
@@ -16,7 +15,7 @@ struct Command {
     /// Runs with the arguments that follow the name; returns the exit code.
     int (*run)(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
 
-    /// What `nmk help NAME` prints.
+    /// The text of `nmk help NAME`.
     std::string (*help)();
 };
 

@@ -1,8 +1,8 @@
-// command_options.h: reads the arguments of a command by tables of its options.
+// command_options.h: reads the arguments of a command from tables of its options.
 //
-// An option with a value is `--name value` or `--name=value`; a switch is a name alone; what
-// follows `--` is taken as it stands. A command keeps its options in a struct of its own and says
-// in two tables how each of them is set. Problems are one line of text; an empty text is none.
+// An option with a value is `--name value` or `--name=value`; a switch is a name alone; after `--`
+// every argument is positional. A command keeps its options in a struct of its own, and two tables
+// list how each of them is set. A problem is one line of text; an empty text is no problem.
 #pragma once
 
 #include <span>
@@ -29,32 +29,33 @@ struct SwitchOption {
     bool Options::*flag;
 };
 
-/// What a command understands.
+/// The arguments of a command.
 template <class Options>
 struct OptionTable {
     std::string_view command;  // for messages
     std::span<const ValueOption<Options>> values;
     std::span<const SwitchOption<Options>> switches;
-    std::string (*set_plain)(Options&, const std::string& argument);  // what is no option
-    std::string (*check)(Options&);                                   // of all, when they are read
-    bool takes_numbers = false;                                       // -3 is no option then
+    std::string (*set_positional)(Options&, const std::string& argument);
+    std::string (*check)(Options&);  // of all arguments, after the last one
+    bool takes_numbers = false;      // -3 is then a positional argument
 };
 
 /// Sets the name of a file to write.
 template <class Options, std::string Options::*file>
 std::string set_output_file(Options& options, const std::string& value) {
     if (value.empty()) {
-        return "a file to write needs a name";
+        return "expected the name of a file to write";
     }
     options.*file = value;
     return {};
 }
 
-/// Takes what is no option as the name of the one file to read.
+/// Sets the name of the one file to read from a positional argument.
 template <class Options>
 std::string set_file_name(Options& options, const std::string& argument) {
     if (!options.file_name.empty()) {
-        return "one file at a time; " + nmk_text::quoted(argument) + " is a second one";
+        return "expected one file; found " + nmk_text::quoted(options.file_name) + " and " +
+               nmk_text::quoted(argument);
     }
     if (argument.empty()) {
         return "the name of the file is empty";
@@ -63,7 +64,7 @@ std::string set_file_name(Options& options, const std::string& argument) {
     return {};
 }
 
-/// Reads the option at `i`, and its value where it has one.
+/// Reads the option at `i`, and its value if it has one.
 template <class Options>
 std::string read_option(Options& options, const OptionTable<Options>& table,
                         const std::vector<std::string>& arguments, std::size_t& i) {
@@ -92,27 +93,27 @@ std::string read_option(Options& options, const OptionTable<Options>& table,
            std::string(table.command);
 }
 
-/// "-3", and "-1e999" too, which is too large to be one but not meant as an option.
+/// True for "-3", and for "-1e999", which is too large for a number but is not an option either.
 inline bool begins_negative_number(const std::string& argument) {
     return nmk_text::read_number(argument) || argument.find_first_of("0123456789.") == 1;
 }
 
-/// Reads all arguments in their order and checks them; the first problem ends it.
+/// Reads all arguments in their order and checks them; returns the first problem as an Error.
 template <class Options>
 nmk_text::Result<Options> read_options(const OptionTable<Options>& table,
                                        const std::vector<std::string>& arguments) {
     Options options;
-    bool only_plain = false;  // after "--"
+    bool only_positional = false;  // after "--"
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string& argument = arguments[i];
-        if (!only_plain && argument == "--") {
-            only_plain = true;
+        if (!only_positional && argument == "--") {
+            only_positional = true;
             continue;
         }
         const bool is_number = table.takes_numbers && begins_negative_number(argument);
-        const bool is_option = !only_plain && argument.starts_with('-') && !is_number;
+        const bool is_option = !only_positional && argument.starts_with('-') && !is_number;
         std::string problem = is_option ? read_option(options, table, arguments, i)
-                                        : table.set_plain(options, argument);
+                                        : table.set_positional(options, argument);
         if (!problem.empty()) {
             return nmk_text::Error{{}, 0, std::move(problem)};
         }
@@ -123,26 +124,27 @@ nmk_text::Result<Options> read_options(const OptionTable<Options>& table,
     return options;
 }
 
-/// One line where two of the names that are not empty mean one file.
+/// A problem if two of the names that are not empty are one file.
 inline std::string check_outputs_differ(std::span<const std::string_view> names) {
     for (std::size_t i = 0; i < names.size(); ++i) {
         for (std::size_t j = 0; j < i; ++j) {
             if (!names[i].empty() && !names[j].empty() &&
                 nmk_files::is_same_file(names[i], names[j])) {
-                return nmk_text::quoted(names[i]) + " is named for two outputs";
+                return nmk_text::quoted(names[i]) +
+                       " is the name of two outputs; expected different files";
             }
         }
     }
     return {};
 }
 
-/// One line where one of the names that are not empty means the file that is read.
+/// A problem if one of the names that are not empty is the input file.
 inline std::string check_input_is_kept(std::string_view input,
                                        std::span<const std::string_view> names) {
     for (const std::string_view name : names) {
         if (!name.empty() && nmk_files::is_same_file(input, name)) {
             return nmk_text::quoted(name) +
-                   " is the file that is read; expected another name to write to";
+                   " is the input file; expected another name for the output";
         }
     }
     return {};

@@ -1,4 +1,4 @@
-// level_option: the option --level NAME=SETTING, and the names that come near a mistyped one.
+// level_option: the option --level NAME=SETTING, and names similar to a mistyped one.
 
 #include "shell/level_option.h"
 
@@ -16,10 +16,10 @@ namespace nmk_shell {
 
 namespace {
 
-constexpr std::size_t most_near_names = 5;
-constexpr std::size_t longest_name_compared = 200;  // what is longer is no typing error
+constexpr std::size_t max_similar_names = 5;
+constexpr std::size_t max_compared_length = 200;  // a longer name is not a typing error
 
-// The number of letters to insert, remove or replace to get from one text to the other.
+/// The number of letters to insert, remove or replace to get from one text to the other.
 std::size_t edit_distance(std::string_view from, std::string_view to) {
     std::vector<std::size_t> row(to.size() + 1);
     std::iota(row.begin(), row.end(), std::size_t{0});
@@ -34,16 +34,16 @@ std::size_t edit_distance(std::string_view from, std::string_view to) {
     return row[to.size()];
 }
 
-// How unlike two names are, 0 the likest; at or past `too_unlike` they are not near.
-constexpr std::size_t too_unlike = 1000;
+constexpr std::size_t too_different = 1000;
 
-std::size_t unlikeness(std::string_view wanted, std::string_view name) {
+/// How different two names are: 0 for equal names, too_different for names that are not similar.
+std::size_t difference(std::string_view wanted, std::string_view name) {
     const std::size_t distance = edit_distance(wanted, name);
     if (distance <= std::max<std::size_t>(2, wanted.size() / 4)) return distance;
-    const bool one_holds_the_other =
+    const bool one_contains_the_other =
         wanted.size() >= 3 && (name.find(wanted) != std::string_view::npos ||
                                wanted.find(name) != std::string_view::npos);
-    return one_holds_the_other ? 100 + distance : too_unlike;
+    return one_contains_the_other ? 100 + distance : too_different;
 }
 
 bool refuse(std::string& error, std::string message) {
@@ -51,11 +51,10 @@ bool refuse(std::string& error, std::string message) {
     return false;
 }
 
-// What was typed may hold anything; an error stays one line of readable text.
+/// The argument in quotation marks, as one line of readable text.
 std::string in_quotes(std::string_view text) {
-    const bool is_cut = text.size() > longest_name_compared;
-    return "'" + nmk_text::line_text(text.substr(0, longest_name_compared)) +
-           (is_cut ? "...'" : "'");
+    const bool is_cut = text.size() > max_compared_length;
+    return "'" + nmk_text::line_text(text.substr(0, max_compared_length)) + (is_cut ? "...'" : "'");
 }
 
 bool set_number(nmkVersion& level, std::string_view setting, std::string& error) {
@@ -72,26 +71,26 @@ bool set_number(nmkVersion& level, std::string_view setting, std::string& error)
 
 }  // namespace
 
-std::vector<std::string> near_level_names(std::string_view name) {
-    if (name.empty() || name.size() > longest_name_compared) return {};
+std::vector<std::string> similar_level_names(std::string_view name) {
+    if (name.empty() || name.size() > max_compared_length) return {};
     const std::string wanted = nmk_text::lower_case(name);
     std::vector<std::pair<std::size_t, std::string>> found;
     const dbgLevelManager& levels = *nmkVersion::get_manager();
     for (int position = 0; position < levels.size(); ++position) {
         const char* const each = levels.level(position)->get_name();
-        const std::size_t distance = unlikeness(wanted, nmk_text::lower_case(each));
-        if (distance < too_unlike) found.emplace_back(distance, each);
+        const std::size_t distance = difference(wanted, nmk_text::lower_case(each));
+        if (distance < too_different) found.emplace_back(distance, each);
     }
     std::sort(found.begin(), found.end());
-    if (found.size() > most_near_names) found.resize(most_near_names);
+    if (found.size() > max_similar_names) found.resize(max_similar_names);
     std::vector<std::string> names;
     for (auto& [distance, each] : found) names.push_back(std::move(each));
     return names;
 }
 
 std::string unknown_level_message(std::string_view name) {
-    std::string message = "there is no level " + in_quotes(name);
-    const std::vector<std::string> near = near_level_names(name);
+    std::string message = "unknown level " + in_quotes(name);
+    const std::vector<std::string> near = similar_level_names(name);
     if (near.empty()) return message + "; 'nmk levels' lists them all";
     message += "; did you mean ";
     for (std::size_t position = 0; position < near.size(); ++position) {
@@ -110,7 +109,7 @@ bool apply_level_option(std::string_view text, std::string& error) {
     }
     const std::string name(text.substr(0, equals));
     const std::string_view setting = text.substr(equals + 1);
-    // A nul in the name would end it early and find another level.
+    // A zero byte in the name would end it early and find another level.
     const bool is_text = name.find('\0') == std::string::npos;
     auto* const level =
         is_text ? dynamic_cast<nmkVersion*>(nmkVersion::get_manager()->get_by_name(name.c_str()))

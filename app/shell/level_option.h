@@ -7,19 +7,18 @@
 
 namespace nmk_shell {
 
-/// Moves one version level of this process.
+/// Sets one version level of this process.
 ///
 ///   text    NAME=previous, NAME=default, NAME=preview or NAME=NUMBER (0 to 2147483647, or -1)
-///   error   on failure one line that says what was wrong; else untouched
-///   answer  true when the level was moved
+///   error   on failure one line with the problem; unchanged on success
+///   returns true if the level was set
 bool apply_level_option(std::string_view text, std::string& error);
 
-/// The sentence for a level that does not exist; lists the names that come near, where there are
-/// any.
+/// The message for a level that does not exist, with similar names if there are any.
 std::string unknown_level_message(std::string_view name);
 
-/// Names of levels like `name`, the likeliest first, five at most: those that hold it or are held
-/// by it, and those that a few typing errors lead to. Case does not count.
-std::vector<std::string> near_level_names(std::string_view name);
+/// Up to five names of levels similar to `name`, the most similar first: names that contain it or
+/// are contained in it, and names that differ by a few typing errors. Case is ignored.
+std::vector<std::string> similar_level_names(std::string_view name);
 
 }  // namespace nmk_shell

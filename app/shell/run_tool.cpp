@@ -22,7 +22,7 @@ const Command* find_command(Commands commands, std::string_view name) {
 }
 
 int refuse_command(std::ostream& err, const std::string& name) {
-    return refuse(err, "nmk: there is no command '" + name + "'; nmk help lists the commands");
+    return refuse(err, "nmk: unknown command '" + name + "'; nmk help lists the commands");
 }
 
 int print(std::ostream& out, std::ostream& err, const std::string& text) {
@@ -38,7 +38,8 @@ std::string general_help(Commands commands) {
         text += "\n";
     }
     return text +
-           "\nnmk help COMMAND shows its options and an example; nmk --version its version.\n";
+           "\nnmk help COMMAND prints its options and an example; nmk --version prints the "
+           "version.\n";
 }
 
 int help(Commands commands, const std::vector<std::string>& arguments, std::ostream& out,
@@ -51,7 +52,7 @@ int help(Commands commands, const std::vector<std::string>& arguments, std::ostr
                               : print(out, err, command->help());
 }
 
-/// Applies every --level and leaves the other arguments; a problem in one line, or "".
+/// Applies every --level and collects the other arguments; returns the problem in one line, or "".
 std::string apply_levels(const std::vector<std::string>& arguments,
                          std::vector<std::string>& others) {
     constexpr std::string_view option = "--level";
@@ -83,8 +84,8 @@ std::string apply_levels(const std::vector<std::string>& arguments,
 }
 
 bool asks_for_help(const std::vector<std::string>& arguments) {
-    const auto plain = std::find(arguments.begin() + 1, arguments.end(), "--");
-    return std::any_of(arguments.begin() + 1, plain,
+    const auto positional = std::find(arguments.begin() + 1, arguments.end(), "--");
+    return std::any_of(arguments.begin() + 1, positional,
                        [](const std::string& a) { return a == "--help" || a == "-h"; });
 }
 

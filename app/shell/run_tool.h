@@ -13,9 +13,10 @@ namespace nmk_shell {
 /// Runs `nmk` with the arguments that follow its name.
 ///
 ///   commands  in the order in which the help lists them
-///   returns   0 done, 1 no result, 2 bad usage or bad input; with 1 and 2 one line is on err
+///   returns   0 done, 1 no result, 2 bad usage or bad input; with 1 and 2 one line is printed to
+///   err
 ///
-/// `--level NAME=VALUE` is taken at any position and applied before the command runs.
+/// `--level NAME=VALUE` may be given at any position and is applied before the command runs.
 int run_tool(std::span<const Command> commands, const std::vector<std::string>& arguments,
              std::ostream& out, std::ostream& err);
 

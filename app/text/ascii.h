@@ -9,7 +9,7 @@ namespace nmk_text {
 /// The text without blanks and tabs at either end.
 std::string_view trimmed(std::string_view text);
 
-/// The same letters in lower case; only those of ASCII change.
+/// The text with ASCII letters in lower case.
 std::string lower_case(std::string_view text);
 
 }  // namespace nmk_text

@@ -10,11 +10,11 @@ namespace nmk_text {
 
 namespace {
 
-constexpr std::size_t max_quotation = 40;  // bytes; what a message shows of a text
+constexpr std::size_t max_quotation = 40;  // bytes of a text that a message shows
 
 constexpr std::string_view replacement_character = "\xEF\xBF\xBD";
 
-/// Copies the text with every character below U+0080 as `escape_ascii` gives it.
+/// Copies the text; `escape_ascii(result, c)` appends each character below U+0080.
 template <class EscapeAscii>
 std::string escaped(std::string_view text, EscapeAscii escape_ascii) {
     std::string result;
@@ -28,7 +28,7 @@ std::string escaped(std::string_view text, EscapeAscii escape_ascii) {
         } else if (length == 1) {
             escape_ascii(result, text[0]);
         } else if (text.starts_with("\xEF\xBF\xBE") || text.starts_with("\xEF\xBF\xBF")) {
-            result += replacement_character;  // U+FFFE and U+FFFF are no characters in XML
+            result += replacement_character;  // U+FFFE and U+FFFF are not allowed in XML
         } else {
             result += text.substr(0, length);
         }

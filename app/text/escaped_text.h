@@ -1,7 +1,7 @@
 // escaped_text.h: text from outside, made safe for XML, for JSON and for one line of a terminal.
 //
-// File names may hold any byte. What is not valid UTF-8 becomes U+FFFD; what the target cannot hold
-// is replaced or escaped, so that the result is always well-formed.
+// File names may have any byte. Bytes that are not valid UTF-8 become U+FFFD; characters that the
+// target cannot represent are replaced or escaped, so that the result is always well-formed.
 #pragma once
 
 #include <string>
@@ -18,7 +18,8 @@ std::string json_text(std::string_view text);
 /// One line for a person: control characters become '?'.
 std::string line_text(std::string_view text);
 
-/// The text in quotation marks for a message: unprintable bytes as \xNN, long texts cut short.
+/// The text in quotation marks for a message: bytes that are not printable ASCII as \xNN, long
+/// texts cut short.
 std::string quoted(std::string_view text);
 
 }  // namespace nmk_text

@@ -14,10 +14,10 @@ std::string fixed_number(double value, int decimals);
 /// The same with at most so many decimals and no trailing zeros: "12.5".
 std::string short_number(double value, int decimals);
 
-/// The shortest text that reads as exactly this number again.
+/// The shortest text that is read back as exactly this number.
 std::string exact_number(double value);
 
-/// The same for a person: without an exponent from 0.00001 up to 1e15, also where that is longer.
+/// The same for a person: without an exponent from 0.00001 up to 1e15, even if that is longer.
 std::string readable_number(double value);
 
 }  // namespace nmk_text

@@ -9,18 +9,18 @@
 
 namespace nmk_text {
 
-/// The largest size of a coordinate, in the unit of its file. Squares and sums of squares of such
-/// lengths stay far from overflow, and no machine reaches it.
+/// The largest absolute value of a coordinate, in the unit of its file: beyond any machine, and its
+/// squares and their sums are far from overflow.
 constexpr double max_coordinate = 1e9;
 
-/// The number that the whole text is (a leading plus sign is allowed): may be NaN or infinite where
-/// the text spells that. Empty where it is no number or too large or too small for a double.
+/// The number of the whole text (a leading plus sign is allowed); NaN or infinite if the text
+/// spells that. Empty for a text that is not a number, or out of the range of a double.
 std::optional<double> read_number(std::string_view text);
 
-/// The same for a coordinate: also empty for NaN, infinities and what is past largest_coordinate.
+/// The same for a coordinate: also empty for NaN, infinities and numbers beyond max_coordinate.
 std::optional<double> read_coordinate(std::string_view text);
 
-/// The coordinates that stand between commas: "3,4.5" gives two. Empty where one is no coordinate.
+/// The coordinates of a list with commas: "3,4.5" gives two. Empty if one of them cannot be read.
 std::vector<double> read_coordinates(std::string_view text);
 
 }  // namespace nmk_text

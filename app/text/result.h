@@ -1,8 +1,7 @@
-// result.h: a value, or the one line that says why there is none.
+// result.h: a value, or an error message of one line.
 //
-// Every operation of the tool that can fail on what comes from outside returns a Result. A reader
-// may throw an Error from any depth of its own; value_or_error turns it into a Result before it
-// leaves the reader.
+// Every operation of the tool that can fail on outside input returns a Result. A reader may throw
+// an Error internally; value_or_error turns it into a Result before it leaves the reader.
 #pragma once
 
 #include <cstddef>
@@ -15,8 +14,8 @@ namespace nmk_text {
 
 /// Why something could not be read, written or understood: one line for a person.
 struct Error {
-    std::string file_name;  // empty where no file is meant
-    std::size_t line = 0;   // from 1; 0 where no line is meant
+    std::string file_name;  // empty if the error is not about a file
+    std::size_t line = 0;   // from 1; 0 if the error is not about a line
     std::string message;    // what was found, and what was expected
 
     /// "plate.drl:12: unknown tool T9; the header defines T1 to T4"
@@ -29,7 +28,7 @@ struct Error {
     Error in_file(const std::string& name) const { return {name, line, message}; }
 };
 
-/// A value or an Error. Reading the one that is not there throws std::bad_variant_access.
+/// A value or an Error. Access to the one that it does not have throws std::bad_variant_access.
 template <class Value>
 class [[nodiscard]] Result {
   public:
@@ -50,7 +49,7 @@ class [[nodiscard]] Result {
     std::variant<Value, Error> m_content;
 };
 
-/// Success without a value, or an Error. Reading an Error that is not there throws
+/// Success without a value, or an Error. Access to an Error that it does not have throws
 /// std::bad_optional_access.
 template <>
 class [[nodiscard]] Result<void> {

@@ -1,8 +1,8 @@
-// text_lines.h: walks a text line by line, whatever ends its lines.
+// text_lines.h: walks a text line by line, with any line ending.
 //
 // A line ends at a line feed, at a carriage return and a line feed, or at a lone carriage return.
-// Lines are views into the text; they are counted from 1, as editors count them. The mark that some
-// editors put before UTF-8 belongs to no line.
+// Lines are views into the text; they are counted from 1, as editors count them. A byte order mark
+// at the beginning of the text is skipped.
 #pragma once
 
 #include <algorithm>
@@ -11,21 +11,21 @@
 
 namespace nmk_text {
 
-/// One line and where it stands.
+/// One line and its position in the text.
 struct TextLine {
-    std::string_view text;   // without what ends it
+    std::string_view text;   // without its line ending
     std::size_t number = 0;  // from 1
     std::size_t begin = 0;   // of its first byte
     std::size_t end = 0;     // of the first byte of the next line
 };
 
-/// Hands out the lines of a text, which must outlive it.
+/// Returns the lines of a text one by one; the text is borrowed.
 class TextLines {
   public:
     explicit TextLines(std::string_view text)
         : m_text(text), m_at(text.starts_with(byte_order_mark) ? byte_order_mark.size() : 0) {}
 
-    /// False when there is no further line.
+    /// False after the last line.
     bool next(TextLine& line) {
         if (m_at >= m_text.size()) {
             return false;
@@ -47,7 +47,7 @@ class TextLines {
     std::size_t m_count = 0;
 };
 
-/// What ends the first line of the text; a line feed where nothing does.
+/// The line ending of the first line of the text; a line feed if the text has none.
 inline std::string_view line_ending(std::string_view text) {
     const std::size_t stop = text.find_first_of("\r\n");
     if (stop == std::string_view::npos) {

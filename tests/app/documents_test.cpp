@@ -1,4 +1,4 @@
-// Every command that README and docs/ show is run; what they print and draw of it is what comes.
+// documents: every command in README and docs/ is run, and its output and picture are compared.
 
 #include <gtest/gtest.h>
 
@@ -8,22 +8,22 @@
 
 #include "app/formats/job/job_fixtures.h"
 #include "app/shell/command_runner.h"
-#include "scratch_folder.h"
+#include "scratch_directory.h"
 
 namespace nmk_shell {
 namespace {
 
 const std::string root = NMK_SOURCE_DIR "/";
 
-/// The words of a command; samples stand where they are, what is written goes to the folder.
-std::vector<std::string> words_of(const std::string& command, const std::string& folder) {
+/// The words of a command; samples are read in the source tree, outputs go to the directory.
+std::vector<std::string> words_of(const std::string& command, const std::string& directory) {
     std::istringstream text(command);
     std::vector<std::string> words;
     for (std::string word; text >> word;) {
         const bool is_written =
             !words.empty() &&
             (words.back() == "-o" || words.back() == "--svg" || words.back() == "--debug-svg");
-        words.push_back(is_written                     ? folder + "/" + word
+        words.push_back(is_written                     ? directory + "/" + word
                         : word.starts_with("samples/") ? root + word
                                                        : word);
     }
@@ -35,7 +35,7 @@ std::string without(std::string text, const std::string& part) {
     return text;
 }
 
-/// Walks one document: runs its commands, and compares the block and the picture behind each.
+/// Walks one document: runs its commands, and compares the block and the picture after each.
 class DocumentWalk {
   public:
     explicit DocumentWalk(const std::string& name) : m_lines(nmk_job::bytes_of_file(root + name)) {}
@@ -89,13 +89,13 @@ class DocumentWalk {
         ++pictures;
     }
 
-    ScratchFolder m_folder;
+    ScratchDirectory m_folder;
     std::istringstream m_lines;
-    std::string m_printed;  // by the last command, as long as nothing else was said
+    std::string m_printed;  // by the last command, until other text follows
     std::string m_drawn;    // the name of the picture of the last command
 };
 
-TEST(documents, show_commands_that_work_with_what_they_print_and_draw) {
+TEST(documents, show_commands_with_their_output_and_pictures) {
     int outputs = 0;
     for (const std::string name : {"order", "route", "solve"}) {
         DocumentWalk document("docs/nmk-" + name + ".md");
@@ -107,7 +107,7 @@ TEST(documents, show_commands_that_work_with_what_they_print_and_draw) {
     EXPECT_EQ(outputs, 1);
 }
 
-/// The long options that a text names.
+/// The long options in a text.
 std::set<std::string> options_in(const std::string& text) {
     std::set<std::string> options;
     const std::regex option("--[a-z][a-z-]*");
@@ -117,7 +117,7 @@ std::set<std::string> options_in(const std::string& text) {
     return options;
 }
 
-TEST(documents, name_the_options_that_the_help_names) {
+TEST(documents, list_the_options_of_the_help) {
     for (const std::string name : {"order", "route", "solve"}) {
         const std::set<std::string> options = options_in(run({"help", name}).out);
         EXPECT_GE(options.size(), 4U) << name;
@@ -126,8 +126,8 @@ TEST(documents, name_the_options_that_the_help_names) {
     }
 }
 
-TEST(documents, of_the_first_page_show_commands_that_work) {
-    const ScratchFolder folder;
+TEST(documents, show_working_commands_on_the_first_page) {
+    const ScratchDirectory folder;
     std::istringstream lines(nmk_job::bytes_of_file(root + "README.md"));
     int commands = 0;
     for (std::string line; std::getline(lines, line);) {

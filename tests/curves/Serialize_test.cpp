@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/archive_failure.h"
+#include "archive_failure.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <memory>
 #include <vector>
 
-#include "platform/archive_failure.h"
+#include "archive_failure.h"
 
 namespace {
 

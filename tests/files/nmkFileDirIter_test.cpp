@@ -10,7 +10,7 @@
 
 #include "disk_fault.h"
 #include "name_samples.h"
-#include "scratch_folder.h"
+#include "scratch_directory.h"
 
 namespace fs = std::filesystem;
 
@@ -35,7 +35,7 @@ Names listed(const std::string& directory, nmkFileDirIterType type,
 static_assert(std::is_base_of_v<nmkFileDircoPageArr, nmkFileDirIter>);
 
 TEST(nmkFileDirIter, lists_every_entry_by_byte_value_but_not_the_dots) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     for (const char* name : {"b", "a", ".hidden", "B", "\xC3\xA9"}) scratch.file(name, "");
     fs::create_directory(scratch.path() + "/c");
     EXPECT_EQ(listed(scratch.path(), nmkFileDirIterAll),
@@ -43,7 +43,7 @@ TEST(nmkFileDirIter, lists_every_entry_by_byte_value_but_not_the_dots) {
 }
 
 TEST(nmkFileDirIter, entries_are_whole_names) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string file = scratch.file("a", "");
     nmkFileDirIter entries(nmkFileDir(scratch.path().c_str(), nullptr), nmkFileDirIterAll, nullptr);
     ASSERT_EQ(++entries, 1);
@@ -54,7 +54,7 @@ TEST(nmkFileDirIter, entries_are_whole_names) {
 }
 
 TEST(nmkFileDirIter, stands_before_the_first_entry_at_the_start) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     scratch.file("a", "");
     const nmkFileDirIter entries(nmkFileDir(scratch.path().c_str(), nullptr), nmkFileDirIterAll,
                                  nullptr);
@@ -62,7 +62,7 @@ TEST(nmkFileDirIter, stands_before_the_first_entry_at_the_start) {
 }
 
 TEST(nmkFileDirIter, lists_files_or_directories_alone) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     scratch.file("file", "");
     fs::create_directory(scratch.path() + "/directory");
     EXPECT_EQ(listed(scratch.path(), nmkFileDirIterFiles), (Names{"file"}));
@@ -70,7 +70,7 @@ TEST(nmkFileDirIter, lists_files_or_directories_alone) {
 }
 
 TEST(nmkFileDirIter, the_extension_filters_files_without_case_or_dot) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     for (const char* name : {"a.tri", "b.TRI", "c.tri2", "dtri", "tri"}) scratch.file(name, "");
     fs::create_directory(scratch.path() + "/e.tri");
     EXPECT_EQ(listed(scratch.path(), nmkFileDirIterFiles, "tri"),
@@ -78,7 +78,7 @@ TEST(nmkFileDirIter, the_extension_filters_files_without_case_or_dot) {
 }
 
 TEST(nmkFileDirIter, the_extension_does_not_filter_the_other_types) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     scratch.file("a", "");
     fs::create_directory(scratch.path() + "/d");
     EXPECT_EQ(listed(scratch.path(), nmkFileDirIterAll, "tri"), (Names{"a", "d"}));
@@ -86,13 +86,13 @@ TEST(nmkFileDirIter, the_extension_does_not_filter_the_other_types) {
 }
 
 TEST(nmkFileDirIter, another_type_accepts_nothing) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     scratch.file("a", "");
     EXPECT_EQ(listed(scratch.path(), static_cast<nmkFileDirIterType>(3)), Names{});
 }
 
 TEST(nmkFileDirIter, a_rejected_entry_leaves_its_slot_to_the_next) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     for (const char* name : {"a.x", "b.y", "c.x", "d.y"}) scratch.file(name, "");
     nmkFileDirIter entries(nmkFileDir(scratch.path().c_str(), nullptr), nmkFileDirIterFiles, "y");
     EXPECT_EQ(listed(entries), (Names{"b.y", "d.y"}));
@@ -102,13 +102,13 @@ TEST(nmkFileDirIter, a_rejected_entry_leaves_its_slot_to_the_next) {
 }
 
 TEST(nmkFileDirIter, a_directory_that_is_missing_or_a_file_gives_nothing) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     EXPECT_EQ(listed(scratch.path() + "/missing", nmkFileDirIterAll), Names{});
     EXPECT_EQ(listed(scratch.file("file", ""), nmkFileDirIterAll), Names{});
 }
 
 TEST(nmkFileDirIter, a_directory_that_may_not_be_read_gives_nothing) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     scratch.file("a", "");
     const Fault fault("list directory", scratch.path() + "/", EACCES);
     EXPECT_EQ(listed(scratch.path(), nmkFileDirIterAll), Names{});
@@ -124,7 +124,7 @@ TEST(nmkFileDirIter, no_name_lists_the_root_as_the_root_does) {
 }
 
 TEST(nmkFileDirIter, reset_lists_another_directory_even_an_entry_of_its_own) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     fs::create_directories(scratch.path() + "/d/inner");
     nmkFileDirIter entries(nmkFileDir(scratch.path().c_str(), nullptr), nmkFileDirIterAll, nullptr);
     ASSERT_EQ(++entries, 1);
@@ -137,7 +137,7 @@ TEST(nmkFileDirIter, reset_lists_another_directory_even_an_entry_of_its_own) {
 }
 
 TEST(nmkFileDirIter, lists_names_that_cannot_be_decoded_and_names_with_wildcards) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string odd = scratch.path() + "/a*" + bad_byte + "?";
     fs::create_directory(scratch.path() + "/axx");
     fs::create_directory(odd);
@@ -154,7 +154,7 @@ TEST(nmkFileDirIter, lists_names_that_cannot_be_decoded_and_names_with_wildcards
 }
 
 TEST(nmkFileDirIter, a_cycle_of_symlinks_ends) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     fs::create_directory(scratch.path() + "/d");
     fs::create_directory_symlink("..", scratch.path() + "/d/up");
     fs::create_symlink("loop", scratch.path() + "/d/loop");
@@ -164,7 +164,7 @@ TEST(nmkFileDirIter, a_cycle_of_symlinks_ends) {
 }
 
 TEST(nmkFileDirIter, more_entries_than_one_page_keep_their_order) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     for (int i = 0; i < 700; ++i) scratch.file(std::to_string(1000 + i), "");
     const Names names = listed(scratch.path(), nmkFileDirIterFiles);
     ASSERT_EQ(names.size(), 700U);
@@ -174,7 +174,7 @@ TEST(nmkFileDirIter, more_entries_than_one_page_keep_their_order) {
 }
 
 TEST(nmkFileDirIter, keeps_no_directory_open) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     scratch.file("f", "");
     const auto open_files = [] {
         return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());

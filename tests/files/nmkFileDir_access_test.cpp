@@ -12,14 +12,14 @@
 #include "child_process.h"
 #include "disk_fault.h"
 #include "name_samples.h"
-#include "scratch_folder.h"
+#include "scratch_directory.h"
 #include "tree_samples.h"
 #include "working_directory.h"
 
 namespace fs = std::filesystem;
 
 TEST(nmkFileDir_access, tells_files_directories_and_what_is_missing_apart) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const nmkFileDir directory = named(scratch.path());
     EXPECT_EQ(directory.exist(), 1);
     EXPECT_EQ(directory.is_dir(), 1);
@@ -35,7 +35,7 @@ TEST(nmkFileDir_access, tells_files_directories_and_what_is_missing_apart) {
 }
 
 TEST(nmkFileDir_access, what_may_not_be_looked_at_exists_but_is_neither_file_nor_directory) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const nmkFileDir file = named(scratch.file("f", ""));
     const Fault fault("GetFileAttributesA", scratch.path() + "/f", EACCES);
     EXPECT_EQ(file.exist(), 1);
@@ -44,7 +44,7 @@ TEST(nmkFileDir_access, what_may_not_be_looked_at_exists_but_is_neither_file_nor
 }
 
 TEST(nmkFileDir_access, a_file_in_a_directory_without_permissions_counts_as_existing) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string locked = scratch.path() + "/locked";
     fs::create_directory(locked);
     fs::permissions(scratch.path(), fs::perms::all);
@@ -58,7 +58,7 @@ TEST(nmkFileDir_access, a_file_in_a_directory_without_permissions_counts_as_exis
 }
 
 TEST(nmkFileDir_access, a_symlink_to_a_directory_is_a_directory_and_any_other_a_file) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     fs::create_directory(scratch.path() + "/d");
     fs::create_directory_symlink("d", scratch.path() + "/to_d");
     fs::create_symlink("nowhere", scratch.path() + "/broken");
@@ -70,7 +70,7 @@ TEST(nmkFileDir_access, a_symlink_to_a_directory_is_a_directory_and_any_other_a_
 }
 
 TEST(nmkFileDir_access, a_file_is_writeable_by_its_mode) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string file = scratch.file("f", "kept");
     EXPECT_EQ(named(file).is_file_writeable(), 1);
     EXPECT_EQ(named(file).is_writeable(), 1);
@@ -83,7 +83,7 @@ TEST(nmkFileDir_access, a_file_is_writeable_by_its_mode) {
 }
 
 TEST(nmkFileDir_access, a_directory_is_writeable_when_a_file_can_be_made_and_none_stays) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     EXPECT_EQ(named(scratch.path()).is_dir_writeable(), 1);
     EXPECT_EQ(named(scratch.path()).is_writeable(), 1);
     EXPECT_EQ(scratch.file_count(), 0U);
@@ -93,7 +93,7 @@ TEST(nmkFileDir_access, a_directory_is_writeable_when_a_file_can_be_made_and_non
 }
 
 TEST(nmkFileDir_access, the_file_made_in_a_directory_is_never_one_that_is_there) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string kept = scratch.file("kept", "kept");
     // Another process guesses the first two names: a file, and a symlink to a file.
     int guessed = 0;
@@ -112,7 +112,7 @@ TEST(nmkFileDir_access, the_file_made_in_a_directory_is_never_one_that_is_there)
 }
 
 TEST(nmkFileDir_access, a_directory_without_permissions_is_not_writeable) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     fs::permissions(scratch.path(),
                     fs::perms::owner_all | fs::perms::others_read | fs::perms::others_exec);
     if (::geteuid() != 0) fs::permissions(scratch.path(), fs::perms::owner_read);
@@ -125,13 +125,13 @@ TEST(nmkFileDir_access, a_directory_without_permissions_is_not_writeable) {
 }
 
 TEST(nmkFileDir_access, a_missing_file_in_a_writeable_directory_is_writeable_and_stays_missing) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     EXPECT_EQ(named(scratch.path() + "/missing").is_writeable(), 1);
     EXPECT_EQ(scratch.file_count(), 0U);
 }
 
 TEST(nmkFileDir_access, a_missing_file_whose_parent_is_missing_is_not_writeable) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     EXPECT_EQ(named(scratch.path() + "/missing/file").is_writeable(), 0);
     const WorkingDirectory here(scratch.path());
     EXPECT_EQ(named("no_parent_at_all").is_writeable(), 0);
@@ -139,7 +139,7 @@ TEST(nmkFileDir_access, a_missing_file_whose_parent_is_missing_is_not_writeable)
 }
 
 TEST(nmkFileDir_access, a_directory_whose_name_cannot_be_decoded_is_writeable) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string odd = scratch.path() + "/" + bad_byte;
     fs::create_directory(odd);
     EXPECT_EQ(named(odd).is_writeable(), 1);
@@ -148,7 +148,7 @@ TEST(nmkFileDir_access, a_directory_whose_name_cannot_be_decoded_is_writeable) {
 }
 
 TEST(nmkFileDir_access, a_file_is_local_unless_its_drive_is_remote) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const nmkFileDir file = named(scratch.file("f", ""));
     EXPECT_EQ(file.is_local_file(), 1);
     const RemoteDirectory remote(scratch.path());
@@ -156,7 +156,7 @@ TEST(nmkFileDir_access, a_file_is_local_unless_its_drive_is_remote) {
 }
 
 TEST(nmkFileDir_access, a_relative_file_is_local_by_its_full_path) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     scratch.file("f", "");
     const WorkingDirectory here(scratch.path());
     EXPECT_EQ(named("f").is_local_file(), 1);
@@ -165,7 +165,7 @@ TEST(nmkFileDir_access, a_relative_file_is_local_by_its_full_path) {
 }
 
 TEST(nmkFileDir_access, two_leading_slashes_mean_remote_and_one_means_local) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string file = scratch.file("f", "");
     EXPECT_EQ(named(file).is_local_file(), 1);
     ASSERT_EQ(named("/" + file).exist(), 1);
@@ -173,7 +173,7 @@ TEST(nmkFileDir_access, two_leading_slashes_mean_remote_and_one_means_local) {
 }
 
 TEST(nmkFileDir_access, a_drive_letter_or_any_character_before_a_colon_is_local_here) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const WorkingDirectory here(scratch.path());
     for (const char* name : {"C:f", "\xC3\xA9:f"}) {
         scratch.file(name, "");
@@ -184,7 +184,7 @@ TEST(nmkFileDir_access, a_drive_letter_or_any_character_before_a_colon_is_local_
 }
 
 TEST(nmkFileDir_access, what_leads_out_of_a_remote_drive_is_remote_by_its_letter) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const WorkingDirectory here(scratch.path());
     fs::create_directory("C:");
     scratch.file("elsewhere", "");
@@ -200,7 +200,7 @@ TEST(nmkFileDir_access, a_missing_file_is_not_local) {
 }
 
 TEST(nmkFileDir_access, the_size_is_in_bytes) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     EXPECT_EQ(named(scratch.file("empty", "")).size(), 0);
     EXPECT_EQ(named(scratch.file("f", "12345")).size(), 5);
     EXPECT_EQ(named(scratch.path() + "/missing").size(), -1);
@@ -208,7 +208,7 @@ TEST(nmkFileDir_access, the_size_is_in_bytes) {
 }
 
 TEST(nmkFileDir_access, a_size_beyond_32_bits_is_a_failure) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string file = scratch.file("f", "");
     fs::resize_file(file, 0x7FFFFFFF);
     EXPECT_EQ(named(file).size(), 0x7FFFFFFF);
@@ -217,7 +217,7 @@ TEST(nmkFileDir_access, a_size_beyond_32_bits_is_a_failure) {
 }
 
 TEST(nmkFileDir_access, a_name_without_a_full_path_has_no_size) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string deep = scratch.path() + "/" + std::string(250, 'd');
     fs::create_directory(deep);
     std::ofstream(deep + "/f") << "12345";
@@ -226,7 +226,7 @@ TEST(nmkFileDir_access, a_name_without_a_full_path_has_no_size) {
 }
 
 TEST(nmkFileDir_access, the_modification_time_is_in_seconds) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string file = scratch.file("f", "");
     const utimbuf times{5000000000, 5000000001};
     ASSERT_EQ(::utime(file.c_str(), &times), 0);
@@ -236,7 +236,7 @@ TEST(nmkFileDir_access, the_modification_time_is_in_seconds) {
 }
 
 TEST(nmkFileDir_access, the_modification_time_of_what_cannot_be_read_is_0) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string file = scratch.file("f", "");
     const Fault fault("_stat64i32", file, EACCES);
     EXPECT_EQ(named(file).modification_time(), 0);

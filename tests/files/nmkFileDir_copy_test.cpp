@@ -17,7 +17,7 @@
 #include "child_process.h"
 #include "disk_fault.h"
 #include "name_samples.h"
-#include "scratch_folder.h"
+#include "scratch_directory.h"
 #include "tree_samples.h"
 #include "working_directory.h"
 
@@ -61,7 +61,7 @@ std::string long_contents() { return std::string(std::size_t{9} << 20, 'x'); }
 }  // namespace
 
 TEST(nmkFileDir_copy, makes_a_file_that_only_its_owner_reads_and_writes) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string source = scratch.file("a", std::string("1\0\n\r2", 5));
     fs::permissions(source, fs::perms::all);
     EXPECT_EQ(named(source).copy_file(named(scratch.path() + "/b")), 1);
@@ -71,7 +71,7 @@ TEST(nmkFileDir_copy, makes_a_file_that_only_its_owner_reads_and_writes) {
 }
 
 TEST(nmkFileDir_copy, of_a_read_only_file_can_be_written) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string source = scratch.file("a", "x");
     fs::permissions(source, fs::perms::owner_read);
     EXPECT_EQ(named(source).copy_file(named(scratch.path() + "/b")), 1);
@@ -79,7 +79,7 @@ TEST(nmkFileDir_copy, of_a_read_only_file_can_be_written) {
 }
 
 TEST(nmkFileDir_copy, into_a_directory_keeps_the_name) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string source = scratch.file("a.b", "x");
     fs::create_directory(scratch.path() + "/d");
     fs::create_directory_symlink("d", scratch.path() + "/to_d");
@@ -91,7 +91,7 @@ TEST(nmkFileDir_copy, into_a_directory_keeps_the_name) {
 }
 
 TEST(nmkFileDir_copy, overwrites_a_file) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string source = scratch.file("a", "new");
     const std::string target = scratch.file("b", "much older");
     EXPECT_EQ(named(source).copy_file(named(target)), 1);
@@ -99,7 +99,7 @@ TEST(nmkFileDir_copy, overwrites_a_file) {
 }
 
 TEST(nmkFileDir_copy, onto_itself_fails_and_leaves_it_whole) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string file = scratch.file("a", "whole");
     fs::create_hard_link(file, scratch.path() + "/hard");
     fs::create_symlink("a", scratch.path() + "/soft");
@@ -111,7 +111,7 @@ TEST(nmkFileDir_copy, onto_itself_fails_and_leaves_it_whole) {
 }
 
 TEST(nmkFileDir_copy, of_nothing_to_nothing_or_into_a_missing_directory_fails) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const nmkFileDir target = named(scratch.path() + "/t");
     EXPECT_EQ(nmkFileDir().copy_file(target), 0);
     EXPECT_EQ(named(scratch.path() + "/missing").copy_file(target), 0);
@@ -123,7 +123,7 @@ TEST(nmkFileDir_copy, of_nothing_to_nothing_or_into_a_missing_directory_fails) {
 }
 
 TEST(nmkFileDir_copy, that_fails_half_way_leaves_no_half_file) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string source = scratch.file("a", long_contents());
     const std::string target = scratch.path() + "/b";
     for (const int reason : {ENOSPC, EIO, EACCES}) {
@@ -134,7 +134,7 @@ TEST(nmkFileDir_copy, that_fails_half_way_leaves_no_half_file) {
 }
 
 TEST(nmkFileDir_copy, to_a_disk_that_fills_leaves_no_half_file_and_what_was_there) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string source = scratch.file("a", long_contents());
     const std::string older = scratch.file("older", "before");
     const int answer = with_little_room(1 << 20, [&] {
@@ -147,7 +147,7 @@ TEST(nmkFileDir_copy, to_a_disk_that_fills_leaves_no_half_file_and_what_was_ther
 }
 
 TEST(nmkFileDir_copy, of_a_file_that_becomes_shorter_meanwhile_leaves_no_half_file) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string source = scratch.file("a", long_contents());
     const Fault fault([&](std::string_view call, std::string_view) {
         if (call == "copy part") fs::resize_file(source, 1000);
@@ -158,7 +158,7 @@ TEST(nmkFileDir_copy, of_a_file_that_becomes_shorter_meanwhile_leaves_no_half_fi
 }
 
 TEST(nmkFileDir_copy, keeps_names_that_cannot_be_decoded) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/from/" + bad_byte + "/" + cut_off, "x");
     fs::create_directory(scratch.path() + "/to");
     const nmkFileDir file = named(scratch.path() + "/from/" + bad_byte + "/" + cut_off);
@@ -169,7 +169,7 @@ TEST(nmkFileDir_copy, keeps_names_that_cannot_be_decoded) {
 }
 
 TEST(nmkFileDir_copy, of_a_directory_goes_into_the_target_under_its_name) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/from/a", "1");
     put(scratch.path() + "/from/d/e/b", "2");
     fs::create_directory(scratch.path() + "/from/empty");
@@ -180,7 +180,7 @@ TEST(nmkFileDir_copy, of_a_directory_goes_into_the_target_under_its_name) {
 }
 
 TEST(nmkFileDir_copy, of_the_contents_goes_straight_into_the_target) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/from/a", "1");
     put(scratch.path() + "/from/d/b", "2");
     put(scratch.path() + "/to/a", "older");
@@ -191,7 +191,7 @@ TEST(nmkFileDir_copy, of_the_contents_goes_straight_into_the_target) {
 }
 
 TEST(nmkFileDir_copy, of_contents_into_a_missing_directory_copies_only_what_makes_its_own) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/from/a", "1");
     put(scratch.path() + "/from/d/b", "2");
     named(scratch.path() + "/from").copy_dir_contents(named(scratch.path() + "/to"));
@@ -199,7 +199,7 @@ TEST(nmkFileDir_copy, of_contents_into_a_missing_directory_copies_only_what_make
 }
 
 TEST(nmkFileDir_copy, of_a_directory_continues_past_what_cannot_be_copied) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     for (const char* name : {"a", "b", "c"}) put(scratch.path() + "/from/" + name, name);
     const Fault fault("copy file", "b", EACCES);
     named(scratch.path() + "/from").copy_dir(named(scratch.path() + "/to"));
@@ -207,7 +207,7 @@ TEST(nmkFileDir_copy, of_a_directory_continues_past_what_cannot_be_copied) {
 }
 
 TEST(nmkFileDir_copy, continues_past_a_file_that_vanishes_after_the_listing) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     for (const char* name : {"a", "b", "c"}) put(scratch.path() + "/from/" + name, name);
     const std::string second = scratch.path() + "/from/b";
     const Fault fault([=](std::string_view call, std::string_view name) {
@@ -219,7 +219,7 @@ TEST(nmkFileDir_copy, continues_past_a_file_that_vanishes_after_the_listing) {
 }
 
 TEST(nmkFileDir_copy, of_a_directory_into_its_own_subtree_writes_nothing) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string from = scratch.path() + "/from";
     put(from + "/d/a", "1");
     fs::create_directory_symlink("from/d", scratch.path() + "/symlink");
@@ -239,7 +239,7 @@ TEST(nmkFileDir_copy, of_a_directory_into_its_own_subtree_writes_nothing) {
 }
 
 TEST(nmkFileDir_copy, beside_a_directory_of_similar_name_is_not_a_subtree) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/from/a", "1");
     fs::create_directory(scratch.path() + "/from2");
     named(scratch.path() + "/from").copy_dir(named(scratch.path() + "/from2"));
@@ -247,7 +247,7 @@ TEST(nmkFileDir_copy, beside_a_directory_of_similar_name_is_not_a_subtree) {
 }
 
 TEST(nmkFileDir_copy, makes_symlinks_to_directories_again_and_copies_what_symlinks_to_files_say) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/from/d/a", "1");
     fs::create_directory_symlink("..", scratch.path() + "/from/d/up");
     fs::create_directory_symlink(".", scratch.path() + "/from/self");
@@ -259,7 +259,7 @@ TEST(nmkFileDir_copy, makes_symlinks_to_directories_again_and_copies_what_symlin
 }
 
 TEST(nmkFileDir_copy, ends_when_a_symlink_in_the_target_leads_back_to_the_source) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/from/d/e/a", "1");
     fs::create_directory(scratch.path() + "/to");
     fs::create_directory_symlink("../from/d/e", scratch.path() + "/to/d");
@@ -270,7 +270,7 @@ TEST(nmkFileDir_copy, ends_when_a_symlink_in_the_target_leads_back_to_the_source
 
 TEST(nmkFileDir_copy,
      never_goes_through_a_symlink_deeper_in_the_target_to_another_part_of_the_source) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/from/d/e/a", "1");
     put(scratch.path() + "/from/other/b", "2");
     fs::create_directories(scratch.path() + "/to/d");
@@ -281,7 +281,7 @@ TEST(nmkFileDir_copy,
 }
 
 TEST(nmkFileDir_copy, of_no_name_or_to_no_name_does_nothing) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/from/a", "1");
     nmkFileDir().copy_dir(named(scratch.path() + "/to"));
     nmkFileDir().copy_dir_contents(named(scratch.path() + "/to"));
@@ -291,7 +291,7 @@ TEST(nmkFileDir_copy, of_no_name_or_to_no_name_does_nothing) {
 }
 
 TEST(nmkFileDir_local_copy, of_a_local_file_is_not_needed_and_changes_nothing) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     nmkFileDir file = named(scratch.file("a", "x"));
     Recorder recorder;
     EXPECT_EQ(file.make_local_file(&recorder), 0);
@@ -305,7 +305,7 @@ TEST(nmkFileDir_local_copy, of_a_local_file_is_not_needed_and_changes_nothing) {
 }
 
 TEST(nmkFileDir_local_copy, of_a_remote_file_takes_its_place) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string source = scratch.file("a.b.tri", "contents");
     const RemoteDirectory remote(scratch.path());
     nmkFileDir file = named(source);
@@ -322,7 +322,7 @@ TEST(nmkFileDir_local_copy, of_a_remote_file_takes_its_place) {
 }
 
 TEST(nmkFileDir_local_copy, of_a_file_without_extension_has_none) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const RemoteDirectory remote(scratch.path());
     nmkFileDir file = named(scratch.file("plain", "x"));
     EXPECT_EQ(file.make_local_file(nullptr), 1);
@@ -331,7 +331,7 @@ TEST(nmkFileDir_local_copy, of_a_file_without_extension_has_none) {
 }
 
 TEST(nmkFileDir_local_copy, reports_whole_percentages_of_100) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const RemoteDirectory remote(scratch.path());
     nmkFileDir file = named(scratch.file("a", long_contents() + "and one odd part"));
     Recorder recorder;
@@ -346,7 +346,7 @@ TEST(nmkFileDir_local_copy, reports_whole_percentages_of_100) {
 }
 
 TEST(nmkFileDir_local_copy, of_an_empty_file_reports_0_percent) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const RemoteDirectory remote(scratch.path());
     nmkFileDir file = named(scratch.file("a", ""));
     Recorder recorder;
@@ -358,7 +358,7 @@ TEST(nmkFileDir_local_copy, of_an_empty_file_reports_0_percent) {
 
 TEST(nmkFileDir_local_copy, counts_in_64_bits) {
     // The low 32 bits of this size are 0, and would never come to one percent.
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string source = scratch.file("a", "");
     fs::resize_file(source, std::uintmax_t{1} << 32);
     const RemoteDirectory remote(scratch.path());
@@ -370,7 +370,7 @@ TEST(nmkFileDir_local_copy, counts_in_64_bits) {
 }
 
 TEST(nmkFileDir_local_copy, that_is_stopped_leaves_the_name_and_no_file) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string source = scratch.file("a", long_contents());
     const RemoteDirectory remote(scratch.path());
     for (const double stop_at : {0.0, 1.0, 50.0}) {
@@ -383,7 +383,7 @@ TEST(nmkFileDir_local_copy, that_is_stopped_leaves_the_name_and_no_file) {
 }
 
 TEST(nmkFileDir_local_copy, never_goes_through_a_symlink_that_was_put_there) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string kept = scratch.file("kept", "kept");
     const std::string source = scratch.path() + "/remote/a.tri";
     put(source, "new");
@@ -405,7 +405,7 @@ TEST(nmkFileDir_local_copy, never_goes_through_a_symlink_that_was_put_there) {
 }
 
 TEST(nmkFileDir_local_copy, that_fails_half_way_leaves_no_half_file) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string source = scratch.file("a", long_contents());
     const RemoteDirectory remote(scratch.path());
     nmkFileDir file = named(source);
@@ -417,14 +417,14 @@ TEST(nmkFileDir_local_copy, that_fails_half_way_leaves_no_half_file) {
 }
 
 TEST(nmkFileDir_rename, gives_a_file_another_name) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const nmkFileDir file = named(scratch.file("a", "x"));
     EXPECT_EQ(file.rename_file((scratch.path() + "/b").c_str()), 1);
     EXPECT_EQ(tree(scratch.path()), (Tree{{"b", "=x"}}));
 }
 
 TEST(nmkFileDir_rename, onto_an_existing_file_is_refused) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const nmkFileDir file = named(scratch.file("a", "x"));
     const std::string other = scratch.file("b", "y");
     EXPECT_EQ(file.rename_file(other.c_str()), 0);
@@ -433,21 +433,21 @@ TEST(nmkFileDir_rename, onto_an_existing_file_is_refused) {
 }
 
 TEST(nmkFileDir_rename, of_a_missing_file_counts_as_done) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     EXPECT_EQ(named(scratch.path() + "/missing").rename_file("anything"), 1);
     EXPECT_EQ(nmkFileDir().rename_file("anything"), 1);
     EXPECT_EQ(scratch.file_count(), 0U);
 }
 
 TEST(nmkFileDir_rename, of_a_directory_counts_as_done_and_does_nothing) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     fs::create_directory(scratch.path() + "/d");
     EXPECT_EQ(named(scratch.path() + "/d").rename_file((scratch.path() + "/e").c_str()), 1);
     EXPECT_EQ(tree(scratch.path()), (Tree{{"d", "/"}}));
 }
 
 TEST(nmkFileDir_copy, never_has_a_wider_mode_than_the_finished_copy) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string source = scratch.file("a", long_contents());
     const std::string older = scratch.file("older", "x");
     fs::permissions(source, fs::perms::all);
@@ -470,7 +470,7 @@ TEST(nmkFileDir_copy, never_has_a_wider_mode_than_the_finished_copy) {
 }
 
 TEST(nmkFileDir_copy, sets_the_mode_of_the_copy_and_not_of_a_file_behind_a_symlink_swapped_in) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string source = scratch.file("a", "new");
     const std::string target = scratch.path() + "/b";
     const std::string other = scratch.file("other", "x");
@@ -486,7 +486,7 @@ TEST(nmkFileDir_copy, sets_the_mode_of_the_copy_and_not_of_a_file_behind_a_symli
 }
 
 TEST(nmkFileDir_copy, has_its_mode_whatever_the_umask) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string source = scratch.file("a", "x");
     const int copied = in_a_child([&] {
         ::umask(0777);
@@ -497,7 +497,7 @@ TEST(nmkFileDir_copy, has_its_mode_whatever_the_umask) {
 }
 
 TEST(nmkFileDir_copy_dir, never_writes_through_a_symlink_in_the_target) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/from/d/a", "new");
     put(scratch.path() + "/from/f", "new");
     put(scratch.path() + "/from/g", "new");
@@ -516,7 +516,7 @@ TEST(nmkFileDir_copy_dir, never_writes_through_a_symlink_in_the_target) {
 }
 
 TEST(nmkFileDir_copy_dir, does_nothing_when_its_own_name_in_the_target_is_a_symlink) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/from/a", "new");
     fs::create_directories(scratch.path() + "/outside");
     fs::create_directory(scratch.path() + "/to");
@@ -526,7 +526,7 @@ TEST(nmkFileDir_copy_dir, does_nothing_when_its_own_name_in_the_target_is_a_syml
 }
 
 TEST(nmkFileDir_copy_dir, goes_through_a_symlink_that_the_caller_named_as_target) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/from/a", "1");
     fs::create_directory(scratch.path() + "/to");
     fs::create_directory_symlink("to", scratch.path() + "/symlink");
@@ -535,7 +535,7 @@ TEST(nmkFileDir_copy_dir, goes_through_a_symlink_that_the_caller_named_as_target
 }
 
 TEST(nmkFileDir_copy_dir, never_leaves_the_target_through_a_symlink_put_there_meanwhile) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/from/d/a", "new");
     put(scratch.path() + "/outside/a", "kept");
     fs::create_directories(scratch.path() + "/to/d");
@@ -551,7 +551,7 @@ TEST(nmkFileDir_copy_dir, never_leaves_the_target_through_a_symlink_put_there_me
 }
 
 TEST(nmkFileDir_copy_dir, writes_into_the_directory_it_opened_when_a_symlink_takes_its_name) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/from/d/a", "new");
     put(scratch.path() + "/outside/a", "kept");
     const Fault fault([&](std::string_view call, std::string_view) {
@@ -568,7 +568,7 @@ TEST(nmkFileDir_copy_dir, writes_into_the_directory_it_opened_when_a_symlink_tak
 }
 
 TEST(nmkFileDir_copy_dir, of_a_directory_named_by_two_dots_does_nothing) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/from/a", "1");
     fs::create_directories(scratch.path() + "/from/d");
     fs::create_directories(scratch.path() + "/elsewhere/to");
@@ -578,7 +578,7 @@ TEST(nmkFileDir_copy_dir, of_a_directory_named_by_two_dots_does_nothing) {
 }
 
 TEST(nmkFileDir_copy_dir, ends_when_its_target_is_moved_into_the_source_meanwhile) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/from/a/f", "1");
     fs::create_directories(scratch.path() + "/from/z");
     fs::create_directory(scratch.path() + "/to");
@@ -595,7 +595,7 @@ TEST(nmkFileDir_copy_dir, ends_when_its_target_is_moved_into_the_source_meanwhil
 
 TEST(nmkFileDir_copy_dir, stops_when_a_directory_in_which_it_works_is_moved_away) {
     for (const char* moved : {"/from/d", "/to/d"}) {
-        const ScratchFolder scratch;
+        const ScratchDirectory scratch;
         put(scratch.path() + "/from/d/a", "1");
         put(scratch.path() + "/from/e/b", "2");
         fs::create_directories(scratch.path() + "/to");
@@ -613,7 +613,7 @@ TEST(nmkFileDir_copy_dir, stops_when_a_directory_in_which_it_works_is_moved_away
 }
 
 TEST(nmkFileDir_copy_dir, leaves_out_what_it_may_not_enter) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     for (const char* name : {"a", "b", "c"}) {
         put(scratch.path() + "/from/" + name + "/f", name);
     }
@@ -631,7 +631,7 @@ TEST(nmkFileDir_copy_dir, leaves_out_what_it_may_not_enter) {
 }
 
 TEST(nmkFileDir_copy_dir, copies_more_files_than_it_may_hold_open) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     for (int i = 0; i < 200; ++i) put(scratch.path() + "/from/" + std::to_string(i), "x");
     fs::create_directory(scratch.path() + "/to");
     const int done = in_a_child([&] {
@@ -645,7 +645,7 @@ TEST(nmkFileDir_copy_dir, copies_more_files_than_it_may_hold_open) {
 }
 
 TEST(nmkFileDir_copy_dir, flushes_one_by_one_on_a_disk_that_cannot_flush_all_at_once) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     for (int i = 0; i < 10; ++i) put(scratch.path() + "/from/" + std::to_string(i), "x");
     fs::create_directory(scratch.path() + "/to");
     int flushed = 0;
@@ -659,7 +659,7 @@ TEST(nmkFileDir_copy_dir, flushes_one_by_one_on_a_disk_that_cannot_flush_all_at_
 }
 
 TEST(nmkFileDir_copy_dir, asks_for_kinds_where_the_directory_does_not_keep_them) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/from/d/a", "1");
     put(scratch.path() + "/from/f", "2");
     fs::create_directory_symlink("d", scratch.path() + "/from/symlink");
@@ -670,7 +670,7 @@ TEST(nmkFileDir_copy_dir, asks_for_kinds_where_the_directory_does_not_keep_them)
 }
 
 TEST(nmkFileDir_copy_dir, leaves_out_temporary_files_of_other_copies) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/from/.nmk_part_0123456789abcdef", "half a fi");
     put(scratch.path() + "/from/.nmk_part_of_the_plan", "a file of the user");
     fs::create_directory(scratch.path() + "/to");
@@ -680,7 +680,7 @@ TEST(nmkFileDir_copy_dir, leaves_out_temporary_files_of_other_copies) {
 }
 
 TEST(nmkFileDir_copy_dir, deeper_than_any_name_or_number_of_open_files) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     {
         const WorkingDirectory here(scratch.path());
         fs::create_directory("from");
@@ -704,7 +704,7 @@ TEST(nmkFileDir_copy_dir, deeper_than_any_name_or_number_of_open_files) {
 }
 
 TEST(nmkFileDir_copy_dir, of_files_alone_to_a_missing_name_copies_each_onto_that_name) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/from/a", "1");
     put(scratch.path() + "/from/b", "2");
     named(scratch.path() + "/from").copy_dir_contents(named(scratch.path() + "/to"));

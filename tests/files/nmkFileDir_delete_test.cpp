@@ -13,7 +13,7 @@
 #include "child_process.h"
 #include "disk_fault.h"
 #include "name_samples.h"
-#include "scratch_folder.h"
+#include "scratch_directory.h"
 #include "tree_samples.h"
 #include "working_directory.h"
 
@@ -40,41 +40,41 @@ nmk_filesystem::FaultHook fail_first(std::string call, std::string name, int tim
 }  // namespace
 
 TEST(nmkFileDir_mkdir, makes_the_parents_that_are_missing) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     EXPECT_EQ(named(scratch.path() + "/a/b/c").mkdir(), 1);
     EXPECT_EQ(tree(scratch.path()), (Tree{{"a", "/"}, {"a/b", "/"}, {"a/b/c", "/"}}));
     EXPECT_EQ(named(scratch.path() + "/a/b/c").mkdir(), 1);
 }
 
 TEST(nmkFileDir_mkdir, makes_relative_and_undecodable_names) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const WorkingDirectory here(scratch.path());
     EXPECT_EQ(named("r/" + bad_byte + "/" + cut_off).mkdir(), 1);
     EXPECT_TRUE(fs::is_directory(scratch.path() + "/r/" + bad_byte + "/" + cut_off));
 }
 
 TEST(nmkFileDir_mkdir, of_no_name_or_what_exists_is_done_already) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     EXPECT_EQ(nmkFileDir().mkdir(), 1);
     EXPECT_EQ(named(scratch.file("f", "x")).mkdir(), 1);
     EXPECT_EQ(contents_of(scratch.path() + "/f"), "x");
 }
 
 TEST(nmkFileDir_mkdir, below_a_file_fails) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     EXPECT_EQ(named(scratch.file("f", "") + "/d").mkdir(), 0);
     EXPECT_EQ(named(scratch.path() + "/f/d/e").mkdir(), 0);
 }
 
 TEST(nmkFileDir_mkdir, stops_at_the_first_parent_that_cannot_be_made) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const Fault fault("CreateDirectoryA", scratch.path() + "/a/b", EACCES);
     EXPECT_EQ(named(scratch.path() + "/a/b/c").mkdir(), 0);
     EXPECT_EQ(tree(scratch.path()), (Tree{{"a", "/"}}));
 }
 
 TEST(nmkFileDir_mkdir, that_another_does_meanwhile_is_done_unless_it_is_a_file) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const Fault race([&](std::string_view call, std::string_view about) {
         if (call != "CreateDirectoryA") return 0;
         if (about.ends_with("file")) put(std::string(about), "x");
@@ -87,7 +87,7 @@ TEST(nmkFileDir_mkdir, that_another_does_meanwhile_is_done_unless_it_is_a_file) 
 }
 
 TEST(nmkFileDir_mkdir, of_a_name_too_long_for_the_disk_fails) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const WorkingDirectory here(scratch.path());
     for (int length : {256, 1000, 5000, 10000}) {
         EXPECT_EQ(named(std::string(static_cast<std::size_t>(length), 'x')).mkdir(), 0);
@@ -96,7 +96,7 @@ TEST(nmkFileDir_mkdir, of_a_name_too_long_for_the_disk_fails) {
 }
 
 TEST(nmkFileDir_mkdir, of_more_components_than_the_disk_takes_fails_and_leaves_none) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     for (const int count : {2500, 500000}) {
         std::string path = scratch.path();
         for (int i = 0; i < count; ++i) path += "/a";
@@ -106,7 +106,7 @@ TEST(nmkFileDir_mkdir, of_more_components_than_the_disk_takes_fails_and_leaves_n
 }
 
 TEST(nmkFileDir_rmdir, removes_an_empty_directory_read_only_or_not) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const nmkFileDir directory = named(scratch.path() + "/d");
     EXPECT_EQ(directory.mkdir(), 1);
     EXPECT_EQ(directory.rmdir(), 1);
@@ -117,7 +117,7 @@ TEST(nmkFileDir_rmdir, removes_an_empty_directory_read_only_or_not) {
 }
 
 TEST(nmkFileDir_rmdir, of_anything_but_a_directory_counts_as_done) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     EXPECT_EQ(nmkFileDir().rmdir(), 1);
     EXPECT_EQ(named(scratch.path() + "/missing").rmdir(), 1);
     EXPECT_EQ(named(scratch.file("f", "x")).rmdir(), 1);
@@ -125,14 +125,14 @@ TEST(nmkFileDir_rmdir, of_anything_but_a_directory_counts_as_done) {
 }
 
 TEST(nmkFileDir_rmdir, of_a_directory_that_holds_something_fails) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     scratch.file("f", "x");
     EXPECT_EQ(named(scratch.path()).rmdir(), 0);
     EXPECT_EQ(contents_of(scratch.path() + "/f"), "x");
 }
 
 TEST(nmkFileDir_rmdir, of_a_symlink_removes_the_symlink) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     fs::create_directory(scratch.path() + "/d");
     fs::create_directory_symlink("d", scratch.path() + "/symlink");
     EXPECT_EQ(named(scratch.path() + "/symlink").rmdir(), 1);
@@ -140,7 +140,7 @@ TEST(nmkFileDir_rmdir, of_a_symlink_removes_the_symlink) {
 }
 
 TEST(nmkFileDir_delete, of_a_file) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const nmkFileDir file = named(scratch.file("f", "x"));
     EXPECT_EQ(file.delete_file(), 1);
     EXPECT_EQ(file.exist(), 0);
@@ -152,13 +152,13 @@ TEST(nmkFileDir_delete, of_a_file) {
 }
 
 TEST(nmkFileDir_delete, of_a_directory_counts_as_done_and_it_is_still_there) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     EXPECT_EQ(named(scratch.path()).delete_file(), 1);
     EXPECT_TRUE(fs::is_directory(scratch.path()));
 }
 
 TEST(nmkFileDir_delete, of_a_read_only_file_is_refused_also_for_root) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string file = scratch.file("f", "x");
     fs::permissions(file, fs::perms::owner_read);
     EXPECT_EQ(named(file).delete_file(), 0);
@@ -166,7 +166,7 @@ TEST(nmkFileDir_delete, of_a_read_only_file_is_refused_also_for_root) {
 }
 
 TEST(nmkFileDir_delete, of_a_symlink_removes_the_symlink) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string file = scratch.file("f", "x");
     fs::permissions(file, fs::perms::owner_read);
     fs::create_symlink("f", scratch.path() + "/symlink");
@@ -177,7 +177,7 @@ TEST(nmkFileDir_delete, of_a_symlink_removes_the_symlink) {
 }
 
 TEST(nmkFileDir_delete, is_really_tried_when_the_file_may_not_be_looked_at) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const nmkFileDir file = named(scratch.file("f", "x"));
     {
         const Fault fault("GetFileAttributesA", scratch.path() + "/f", EACCES);
@@ -187,7 +187,7 @@ TEST(nmkFileDir_delete, is_really_tried_when_the_file_may_not_be_looked_at) {
 }
 
 TEST(nmkFileDir_delete, in_a_directory_without_permissions_fails_and_keeps_the_file) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/locked/f", "x");
     fs::permissions(scratch.path() + "/locked/f", fs::perms::all);
     fs::permissions(scratch.path(), fs::perms::all);
@@ -200,7 +200,7 @@ TEST(nmkFileDir_delete, in_a_directory_without_permissions_fails_and_keeps_the_f
 }
 
 TEST(nmkFileDir_delete, tries_again_after_waiting) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string file = scratch.file("f", "x");
     const Fault fault(fail_first("remove", file, 2));
     int answer = 0;
@@ -211,7 +211,7 @@ TEST(nmkFileDir_delete, tries_again_after_waiting) {
 }
 
 TEST(nmkFileDir_delete, gives_up_after_the_last_attempt_without_waiting) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string file = scratch.file("f", "x");
     const Fault fault(fail_first("remove", file, 2));
     EXPECT_EQ(named(file).delete_file(1, 1000000), 0);
@@ -220,7 +220,7 @@ TEST(nmkFileDir_delete, gives_up_after_the_last_attempt_without_waiting) {
 }
 
 TEST(nmkFileDir_delete, with_no_attempts_tries_once_and_returns_0_even_if_the_file_went) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     for (const int attempts : {0, -1}) {
         const nmkFileDir file = named(scratch.file("f", "x"));
         EXPECT_EQ(file.delete_file(attempts, 1000000), 0);
@@ -231,7 +231,7 @@ TEST(nmkFileDir_delete, with_no_attempts_tries_once_and_returns_0_even_if_the_fi
 }
 
 TEST(nmkFileDir_delete_tree, removes_everything_below) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/d/a", "1");
     put(scratch.path() + "/d/e/f/b", "2");
     put(scratch.path() + "/d/" + bad_byte + "/" + cut_off, "3");
@@ -242,7 +242,7 @@ TEST(nmkFileDir_delete_tree, removes_everything_below) {
 }
 
 TEST(nmkFileDir_delete_tree, of_anything_but_a_directory_counts_as_done) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     EXPECT_EQ(nmkFileDir().delete_tree(), 1);
     EXPECT_EQ(named(scratch.path() + "/missing").delete_tree(), 1);
     EXPECT_EQ(named(scratch.file("f", "x")).delete_tree(), 1);
@@ -250,7 +250,7 @@ TEST(nmkFileDir_delete_tree, of_anything_but_a_directory_counts_as_done) {
 }
 
 TEST(nmkFileDir_delete_tree, removes_read_only_directories) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/d/e/f", "x");
     fs::create_directory(scratch.path() + "/d/empty");
     for (const char* name : {"/d/e", "/d/empty", "/d"}) {
@@ -261,7 +261,7 @@ TEST(nmkFileDir_delete_tree, removes_read_only_directories) {
 }
 
 TEST(nmkFileDir_delete_tree, removes_read_only_directories_without_the_privileges_of_root) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     fs::permissions(scratch.path(), fs::perms::all);
     const int answer = without_rights([&] {
         put(scratch.path() + "/d/e/f", "x");
@@ -275,7 +275,7 @@ TEST(nmkFileDir_delete_tree, removes_read_only_directories_without_the_privilege
 }
 
 TEST(nmkFileDir_delete_tree, stops_at_a_read_only_file_and_keeps_what_follows) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     for (const char* name : {"a", "b", "c"}) put(scratch.path() + "/d/" + name, name);
     fs::permissions(scratch.path() + "/d/b", fs::perms::owner_read);
     EXPECT_EQ(named(scratch.path() + "/d").delete_tree(), 0);
@@ -283,7 +283,7 @@ TEST(nmkFileDir_delete_tree, stops_at_a_read_only_file_and_keeps_what_follows) {
 }
 
 TEST(nmkFileDir_delete_tree, removes_symlinks_and_never_what_they_lead_to) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/kept/f", "x");
     fs::create_directory(scratch.path() + "/d");
     fs::create_directory_symlink("../kept", scratch.path() + "/d/directory");
@@ -295,7 +295,7 @@ TEST(nmkFileDir_delete_tree, removes_symlinks_and_never_what_they_lead_to) {
 }
 
 TEST(nmkFileDir_delete_tree, of_a_symlink_removes_the_symlink_alone) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/kept/f", "x");
     fs::create_directory_symlink("kept", scratch.path() + "/symlink");
     EXPECT_EQ(named(scratch.path() + "/symlink").delete_tree(), 1);
@@ -303,7 +303,7 @@ TEST(nmkFileDir_delete_tree, of_a_symlink_removes_the_symlink_alone) {
 }
 
 TEST(nmkFileDir_delete_tree, does_not_follow_a_symlink_put_in_place_of_a_directory_meanwhile) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/kept/f", "x");
     put(scratch.path() + "/d/e/g", "y");
     // Between the look at the entry and entering it, another process swaps it.
@@ -320,7 +320,7 @@ TEST(nmkFileDir_delete_tree, does_not_follow_a_symlink_put_in_place_of_a_directo
 }
 
 TEST(nmkFileDir_delete_tree, stops_when_the_directory_it_works_in_is_moved_away) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/d/e/g", "y");
     put(scratch.path() + "/d/f", "kept when e is moved out of d");
     put(scratch.path() + "/other/f", "x");
@@ -335,7 +335,7 @@ TEST(nmkFileDir_delete_tree, stops_when_the_directory_it_works_in_is_moved_away)
 }
 
 TEST(nmkFileDir_delete_tree, stops_at_what_the_disk_refuses) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     for (const char* name : {"a", "b", "c"}) put(scratch.path() + "/d/" + name, name);
     {
         const Fault fault("remove", "b", EIO);
@@ -345,7 +345,7 @@ TEST(nmkFileDir_delete_tree, stops_at_what_the_disk_refuses) {
 }
 
 TEST(nmkFileDir_delete_tree, of_a_directory_that_may_not_be_read_fails) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/d/f", "x");
     fs::permissions(scratch.path(), fs::perms::all);
     fs::permissions(scratch.path() + "/d", fs::perms::none);
@@ -356,7 +356,7 @@ TEST(nmkFileDir_delete_tree, of_a_directory_that_may_not_be_read_fails) {
 }
 
 TEST(nmkFileDir_delete_tree, goes_deeper_than_any_name_or_number_of_open_files) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     {
         const WorkingDirectory here(scratch.path());
         fs::create_directory("d");
@@ -371,7 +371,7 @@ TEST(nmkFileDir_delete_tree, goes_deeper_than_any_name_or_number_of_open_files) 
 }
 
 TEST(nmkFileDir_delete_tree, tries_again_while_it_is_a_directory) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/d/f", "x");
     const nmkFileDir directory = named(scratch.path() + "/d");
     {
@@ -384,7 +384,7 @@ TEST(nmkFileDir_delete_tree, tries_again_while_it_is_a_directory) {
 }
 
 TEST(nmkFileDir_delete_tree, with_no_attempts_tries_once_and_returns_0) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/d/f", "x");
     const nmkFileDir directory = named(scratch.path() + "/d");
     EXPECT_EQ(directory.delete_tree(0, 1000000), 0);
@@ -393,7 +393,7 @@ TEST(nmkFileDir_delete_tree, with_no_attempts_tries_once_and_returns_0) {
 }
 
 TEST(nmkFileDir_delete_tree, made_and_deleted_by_several_at_once_loses_nothing_else) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/kept/f", "x");
     const nmkFileDir directory = named(scratch.path() + "/d");
     std::vector<std::thread> threads;
@@ -416,7 +416,7 @@ TEST(nmkFileDir_delete_tree, made_and_deleted_by_several_at_once_loses_nothing_e
 }
 
 TEST(nmkFileDir_delete_tree, made_and_deleted_by_two_processes_at_once_loses_nothing_else) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/kept/f", "x");
     const auto make_often = [&] {
         for (int i = 0; i < 100; ++i) {
@@ -435,7 +435,7 @@ TEST(nmkFileDir_delete_tree, made_and_deleted_by_two_processes_at_once_loses_not
 
 TEST(nmkFileDir_delete_tree, by_two_at_once_succeeds_for_both) {
     for (int round = 0; round < 20; ++round) {
-        const ScratchFolder scratch;
+        const ScratchDirectory scratch;
         for (int i = 0; i < 30; ++i) {
             put(scratch.path() + "/d/" + std::to_string(i) + "/f", "x");
         }

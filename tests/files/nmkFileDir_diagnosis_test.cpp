@@ -13,7 +13,7 @@
 
 #include "files/deletion_diagnosis.h"
 #include "holding_child.h"
-#include "scratch_folder.h"
+#include "scratch_directory.h"
 #include "tree_samples.h"
 
 namespace {
@@ -37,7 +37,7 @@ std::string written_by_diagnosis(const nmkFileDir& name) {
 }  // namespace
 
 TEST(nmkFileDir_diagnosis, without_the_switch_has_no_effect_at_all) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string file = scratch.file("f", "x");
     const HoldingChild holder([&] { ::open(file.c_str(), O_RDONLY); });
     ::unsetenv("NMK_DIAGNOSE_UNLINK");
@@ -46,7 +46,7 @@ TEST(nmkFileDir_diagnosis, without_the_switch_has_no_effect_at_all) {
 }
 
 TEST(nmkFileDir_diagnosis, reports_the_time_the_name_and_the_process_that_holds_the_file) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string file = scratch.file("f.tri", "x");
     const HoldingChild holder([&] { ::open(file.c_str(), O_RDONLY); });
     const DiagnosisSwitch on;
@@ -60,7 +60,7 @@ TEST(nmkFileDir_diagnosis, reports_the_time_the_name_and_the_process_that_holds_
 }
 
 TEST(nmkFileDir_diagnosis, of_a_file_without_holders_is_one_line) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string file = scratch.file("f", "x");
     const DiagnosisSwitch on;
     const std::string text = written_by_diagnosis(named(file));
@@ -114,7 +114,7 @@ TEST(nmkFileDir_diagnosis, writes_its_numbers_the_same_in_every_locale) {
         char do_thousands_sep() const override { return '.'; }
         std::string do_grouping() const override { return "\1"; }
     };
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string file = scratch.file("f.tri", "x");
     const HoldingChild holder([&] { ::open(file.c_str(), O_RDONLY); });
     const DiagnosisSwitch on;
@@ -126,7 +126,7 @@ TEST(nmkFileDir_diagnosis, writes_its_numbers_the_same_in_every_locale) {
 }
 
 TEST(nmkFileDir_diagnosis, is_called_by_no_operation_that_deletes) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string file = scratch.file("f", "x");
     std::filesystem::permissions(file, std::filesystem::perms::owner_read);
     const DiagnosisSwitch on;

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "name_samples.h"
-#include "scratch_folder.h"
+#include "scratch_directory.h"
 #include "working_directory.h"
 
 namespace {
@@ -39,7 +39,7 @@ TEST(nmkFileDir_full_path, of_261_or_more_bytes_is_not_valid) {
 }
 
 TEST(nmkFileDir_full_path, of_a_relative_name_needs_less_than_260_bytes) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const WorkingDirectory here(scratch.path());
     const int room = 259 - static_cast<int>(std::filesystem::current_path().string().size()) - 1;
     EXPECT_EQ(named(of_length(room)).is_valid(), 1);
@@ -50,7 +50,7 @@ TEST(nmkFileDir_full_path, of_a_relative_name_needs_less_than_260_bytes) {
 }
 
 TEST(nmkFileDir_full_path, is_taken_where_there_is_one) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const WorkingDirectory here(scratch.path());
     const std::string cwd = std::filesystem::current_path().string();
     nmkFileDir name("a/../b", nullptr);
@@ -74,7 +74,7 @@ TEST(nmkFileDir_full_path, is_brought_to_the_normal_form) {
 }
 
 TEST(nmkFileDir_full_path, keeps_bytes_that_cannot_be_decoded) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const WorkingDirectory here(scratch.path());
     nmkFileDir name(bad_byte.c_str(), nullptr);
     name.set_full_path();
@@ -82,7 +82,7 @@ TEST(nmkFileDir_full_path, keeps_bytes_that_cannot_be_decoded) {
 }
 
 TEST(nmkFileDir_full_path, set_cwd_takes_the_current_directory) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const WorkingDirectory here(scratch.path());
     nmkFileDir name("anything", nullptr);
     name.set_cwd();
@@ -90,7 +90,7 @@ TEST(nmkFileDir_full_path, set_cwd_takes_the_current_directory) {
 }
 
 TEST(nmkFileDir_full_path, a_current_directory_of_260_or_more_bytes_gives_a_null_name) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const WorkingDirectory there(scratch.path());
     const std::string top = std::filesystem::current_path().string() + "/";
     for (const int length : {258, 259, 260, 261}) {
@@ -134,7 +134,7 @@ TEST(nmkFileDir_long_name, keeps_components_that_are_not_found) {
 }
 
 TEST(nmkFileDir_long_name, asks_for_each_component_and_never_takes_another_file_for_it) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const WorkingDirectory here(scratch.path());
     std::filesystem::create_directories("C:/a~1/b");
     std::filesystem::create_directories("C:/axx~1");

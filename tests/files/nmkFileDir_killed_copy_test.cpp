@@ -16,7 +16,7 @@
 #include "child_process.h"
 #include "disk_fault.h"
 #include "holding_child.h"
-#include "scratch_folder.h"
+#include "scratch_directory.h"
 #include "tree_samples.h"
 
 namespace {
@@ -64,7 +64,7 @@ std::ptrdiff_t temporary_files_in(const std::string& directory) {
 }  // namespace
 
 TEST(nmkFileDir_killed_copy, leaves_no_partial_file_under_a_new_name) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string source = scratch.file("source", long_contents());
     const std::string target = scratch.path() + "/target";
     int unfinished = 0;
@@ -80,7 +80,7 @@ TEST(nmkFileDir_killed_copy, leaves_no_partial_file_under_a_new_name) {
 }
 
 TEST(nmkFileDir_killed_copy, leaves_an_existing_target_as_it_was) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string source = scratch.file("source", long_contents());
     const std::string target = scratch.file("target", "before");
     const int points = killed_at_every_call([&] { named(source).copy_file(named(target)); },
@@ -89,7 +89,7 @@ TEST(nmkFileDir_killed_copy, leaves_an_existing_target_as_it_was) {
 }
 
 TEST(nmkFileDir_killed_copy, at_any_moment_leaves_a_whole_target_or_none) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string source = scratch.file("source", long_contents());
     for (int round = 0; round < 20; ++round) {
         const std::string target = scratch.path() + "/target " + std::to_string(round);
@@ -110,7 +110,7 @@ TEST(nmkFileDir_killed_copy, at_any_moment_leaves_a_whole_target_or_none) {
 }
 
 TEST(nmkFileDir_killed_copy, is_cleared_away_by_the_next_copy_into_the_directory) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string source = scratch.file("source", long_contents());
     const std::string to = scratch.path() + "/to";
     fs::create_directory(to);
@@ -129,7 +129,7 @@ TEST(nmkFileDir_killed_copy, is_cleared_away_by_the_next_copy_into_the_directory
 }
 
 TEST(nmkFileDir_killed_copy, of_a_directory_leaves_whole_files_and_is_cleared_away_by_the_next) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     for (int i = 0; i < 3; ++i) {
         put(scratch.path() + "/from/" + std::to_string(i), std::string(1000, 'x'));
         put(scratch.path() + "/from/d/" + std::to_string(i), std::string(1000, 'x'));
@@ -150,7 +150,7 @@ TEST(nmkFileDir_killed_copy, of_a_directory_leaves_whole_files_and_is_cleared_aw
 }
 
 TEST(nmkFileDir_killed_copy, to_a_local_file_leaves_no_file_under_that_name) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     put(scratch.path() + "/remote/f.tri", long_contents());
     const std::string local = scratch.path() + "/local";
     fs::create_directory(local);

@@ -10,7 +10,7 @@
 #include <string>
 
 #include "files/tree_samples.h"
-#include "scratch_folder.h"
+#include "scratch_directory.h"
 
 namespace {
 
@@ -55,7 +55,7 @@ void make_source(const std::string& top) {
 }  // namespace
 
 TEST(nmkFileDir_processes, two_that_copy_and_delete_the_same_tree_lose_nothing_else) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     make_source(scratch.path());
     const Tree before = tree(scratch.path());
     const auto copy_and_delete = [&](int rounds) {
@@ -75,7 +75,7 @@ TEST(nmkFileDir_processes, two_that_copy_and_delete_the_same_tree_lose_nothing_e
 }
 
 TEST(nmkFileDir_processes, a_copy_of_what_another_deletes_has_whole_files_only) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     for (int round = 0; round < 10; ++round) {
         make_source(scratch.path());
         BesideProcess other([&] { return named(scratch.path() + "/source").delete_tree() == 1; });
@@ -92,7 +92,7 @@ TEST(nmkFileDir_processes, a_copy_of_what_another_deletes_has_whole_files_only) 
 }
 
 TEST(nmkFileDir_processes, two_that_delete_what_another_fills_continue_until_it_is_deleted) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string shared = scratch.path() + "/shared";
     BesideProcess fills([&] {
         for (int i = 0; i < 300; ++i) {

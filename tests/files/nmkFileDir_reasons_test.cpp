@@ -9,7 +9,7 @@
 #include <string>
 
 #include "disk_fault.h"
-#include "scratch_folder.h"
+#include "scratch_directory.h"
 #include "tree_samples.h"
 
 namespace {
@@ -104,7 +104,7 @@ class nmkFileDir_reasons : public testing::TestWithParam<Failure> {};
 }  // namespace
 
 TEST_P(nmkFileDir_reasons, are_in_errno_after_a_call_that_returns_0) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     scratch.file("f", "x");
     put(scratch.path() + "/full/f", "x");
     fs::permissions(scratch.file("read_only", "x"), fs::perms::owner_read);

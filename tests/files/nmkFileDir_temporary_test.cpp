@@ -16,7 +16,7 @@
 #include <vector>
 
 #include "disk_fault.h"
-#include "scratch_folder.h"
+#include "scratch_directory.h"
 
 namespace {
 
@@ -59,7 +59,7 @@ TEST(nmkFileDir_temporary, a_null_or_empty_suffix_adds_nothing) {
 }
 
 TEST(nmkFileDir_temporary, honours_the_directory_of_the_environment) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const TemporaryDirectory there(scratch.path());
     nmkFileDir name = temporary(".x");
     EXPECT_EQ(name.up_one(), 1);

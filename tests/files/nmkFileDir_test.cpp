@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "name_samples.h"
-#include "scratch_folder.h"
+#include "scratch_directory.h"
 
 namespace {
 
@@ -327,7 +327,7 @@ TEST(nmkFileDir, the_extension_is_what_follows_the_last_dot) {
 }
 
 TEST(nmkFileDir, the_extension_of_a_directory_is_empty_though_its_dot_can_be_read) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     nmkFileDir directory((scratch.path() + "/dir.ext").c_str(), nullptr);
     ASSERT_EQ(directory.mkdir(), 1);
     EXPECT_EQ(directory.file_ext().length(), 0);

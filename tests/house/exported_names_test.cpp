@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "scratch_folder.h"
+#include "scratch_directory.h"
 
 namespace {
 
@@ -16,7 +16,7 @@ int exit_code_of(const std::string& command) {
 
 /// The exit code of the check on a shared library that is compiled from the text.
 int check_library(const std::string& text) {
-    const ScratchFolder folder;
+    const ScratchDirectory folder;
     const std::string source = folder.file("library.cpp", text);
     const std::string library = folder.path() + "/library.so";
     EXPECT_EQ(

@@ -7,7 +7,7 @@
 
 #include "house/rules/rules.h"
 #include "house/rules/source_text.h"
-#include "scratch_folder.h"
+#include "scratch_directory.h"
 
 class SmallTree {
   public:
@@ -25,7 +25,7 @@ class SmallTree {
     std::filesystem::path root() const { return m_folder.path(); }
 
   private:
-    ScratchFolder m_folder;
+    ScratchDirectory m_folder;
 };
 
 /// One violation: what is written into which file, and the beginning of the only finding.

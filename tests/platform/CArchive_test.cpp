@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/archive_failure.h"
+#include "archive_failure.h"
 #include "platform/stream_objects.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/archive_failure.h"
+#include "archive_failure.h"
 #include "platform/stream_objects.h"
 #include "scoped_code_page.h"
 

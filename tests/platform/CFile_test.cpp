@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "scratch_folder.h"
+#include "scratch_directory.h"
 
 namespace {
 
@@ -30,7 +30,7 @@ CFileException::Cause file_cause_of(const Work& work) {
 }  // namespace
 
 TEST(CFile, what_was_written_is_read_back) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string name = scratch.path() + "/file";
     {
         CFile file(name.c_str(), CFile::modeWrite | CFile::modeCreate);
@@ -48,7 +48,7 @@ TEST(CFile, what_was_written_is_read_back) {
 }
 
 TEST(CFile, creating_empties_a_file_unless_told_otherwise) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string name = scratch.path() + "/file";
     CFile(name.c_str(), CFile::modeWrite | CFile::modeCreate).Write("old", 3);
     {
@@ -60,7 +60,7 @@ TEST(CFile, creating_empties_a_file_unless_told_otherwise) {
 }
 
 TEST(CFile, opening_reports_why_it_failed) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     CFile file;
     CFileException error;
     EXPECT_FALSE(file.Open((scratch.path() + "/missing").c_str(), CFile::modeRead, &error));
@@ -88,7 +88,7 @@ TEST(CFile, a_full_device_is_reported) {
 }
 
 TEST(CFile, a_position_before_the_beginning_throws_badSeek) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     CFile file((scratch.path() + "/file").c_str(), CFile::modeReadWrite | CFile::modeCreate);
     EXPECT_EQ(file_cause_of([&] { file.Seek(-1, CFile::begin); }), CFileException::badSeek);
     CMemFile memory;

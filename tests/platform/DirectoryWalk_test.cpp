@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "disk_fault.h"
-#include "scratch_folder.h"
+#include "scratch_directory.h"
 
 namespace fs = std::filesystem;
 using nmk_filesystem::DirectoryListing;
@@ -39,7 +39,7 @@ std::vector<std::string> names_in(const DirectoryWalk& walk) {
 }  // namespace
 
 TEST(DirectoryWalk, opens_a_directory_but_no_symlink_file_or_missing_name) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     fs::create_directory(scratch.path() + "/d");
     fs::create_directory_symlink("d", scratch.path() + "/symlink");
     EXPECT_EQ(open_refusing_symlinks(scratch.path() + "/d"), 0);
@@ -50,7 +50,7 @@ TEST(DirectoryWalk, opens_a_directory_but_no_symlink_file_or_missing_name) {
 }
 
 TEST(DirectoryWalk, opens_a_symlink_to_a_directory_where_that_is_asked_for) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     fs::create_directory_symlink(".", scratch.path() + "/symlink");
     DirectoryWalk walk(DirectoryWalk::Use::listing);
     EXPECT_EQ(walk.open((scratch.path() + "/symlink").c_str(), Symlink::followed), 0);
@@ -58,7 +58,7 @@ TEST(DirectoryWalk, opens_a_symlink_to_a_directory_where_that_is_asked_for) {
 }
 
 TEST(DirectoryWalk, lists_by_byte_value_without_the_dots) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     for (const char* name : {"b", "a", ".x", "..y", "\xFF"}) scratch.file(name, "");
     const StartedWalk walk(scratch.path());
     const std::vector<std::string> expected{"..y", ".x", "a", "b", "\xFF"};
@@ -67,7 +67,7 @@ TEST(DirectoryWalk, lists_by_byte_value_without_the_dots) {
 }
 
 TEST(DirectoryWalk, enters_directories_and_not_symlinks_to_them) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     scratch.file("f", "");
     fs::create_directory(scratch.path() + "/d");
     fs::create_directory_symlink("d", scratch.path() + "/symlink");
@@ -83,7 +83,7 @@ TEST(DirectoryWalk, enters_directories_and_not_symlinks_to_them) {
 }
 
 TEST(DirectoryWalk, moves_down_and_back_up) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     fs::create_directories(scratch.path() + "/a/b");
     StartedWalk walk(scratch.path());
     ASSERT_EQ(walk.enter("a"), 0);
@@ -95,7 +95,7 @@ TEST(DirectoryWalk, moves_down_and_back_up) {
 }
 
 TEST(DirectoryWalk, does_not_move_back_to_another_directory) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     fs::create_directories(scratch.path() + "/a/b");
     fs::create_directory(scratch.path() + "/other");
     StartedWalk walk(scratch.path() + "/a");
@@ -105,7 +105,7 @@ TEST(DirectoryWalk, does_not_move_back_to_another_directory) {
 }
 
 TEST(DirectoryWalk, deletes_files_symlinks_and_empty_directories) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     scratch.file("f", "");
     fs::permissions(scratch.file("read_only", ""), fs::perms::owner_read);
     fs::create_symlink("read_only", scratch.path() + "/symlink");
@@ -124,7 +124,7 @@ TEST(DirectoryWalk, deletes_files_symlinks_and_empty_directories) {
 }
 
 TEST(DirectoryWalk, creates_directories) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     scratch.file("f", "");
     const StartedWalk walk(scratch.path(), DirectoryWalk::Use::writing);
     EXPECT_EQ(walk.make_directory("d"), 0);
@@ -135,7 +135,7 @@ TEST(DirectoryWalk, creates_directories) {
 }
 
 TEST(DirectoryWalk, gives_the_owner_the_permission_to_write) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     fs::permissions(scratch.path(), fs::perms::owner_read | fs::perms::owner_exec);
     EXPECT_EQ(StartedWalk(scratch.path()).make_writeable(), 0);
     EXPECT_EQ(fs::status(scratch.path()).permissions(), fs::perms::owner_all);
@@ -144,7 +144,7 @@ TEST(DirectoryWalk, gives_the_owner_the_permission_to_write) {
 }
 
 TEST(DirectoryWalk, reports_what_the_disk_refuses) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     scratch.file("f", "");
     fs::create_directory(scratch.path() + "/d");
     StartedWalk walk(scratch.path());

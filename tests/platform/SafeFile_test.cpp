@@ -14,7 +14,7 @@
 #include "disk_fault.h"
 #include "file_contents.h"
 #include "holding_child.h"
-#include "scratch_folder.h"
+#include "scratch_directory.h"
 
 namespace fs = std::filesystem;
 using nmk_filesystem::is_temporary_name;
@@ -42,7 +42,7 @@ const std::string leftover = ".nmk_part_0123456789abcdef";
 }  // namespace
 
 TEST(SafeFile, appears_when_it_is_committed_and_not_before) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string name = scratch.path() + "/f";
     SafeFile file;
     ASSERT_EQ(file.create(name, 0644), 0);
@@ -60,7 +60,7 @@ TEST(SafeFile, appears_when_it_is_committed_and_not_before) {
 }
 
 TEST(SafeFile, that_is_not_committed_leaves_nothing) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string name = scratch.file("f", "before");
     {
         SafeFile file;
@@ -74,7 +74,7 @@ TEST(SafeFile, that_is_not_committed_leaves_nothing) {
 }
 
 TEST(SafeFile, replaces_or_keeps_what_has_the_name) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string name = scratch.file("f", "before");
     EXPECT_EQ(write_whole(name, "after", Existing::kept), EEXIST);
     EXPECT_EQ(contents_of(name), "before");
@@ -88,7 +88,7 @@ TEST(SafeFile, replaces_or_keeps_what_has_the_name) {
 }
 
 TEST(SafeFile, can_be_committed_again_with_another_choice) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const std::string name = scratch.file("f", "before");
     SafeFile file;
     ASSERT_EQ(file.create(name, 0666), 0);
@@ -99,7 +99,7 @@ TEST(SafeFile, can_be_committed_again_with_another_choice) {
 }
 
 TEST(SafeFile, refuses_names_of_directories_and_missing_directories) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     fs::create_directory(scratch.path() + "/d");
     EXPECT_EQ(write_whole(scratch.path() + "/missing/f", "x"), ENOENT);
     EXPECT_EQ(write_whole(scratch.path() + "/new/", "x"), EISDIR);
@@ -112,7 +112,7 @@ TEST(SafeFile, refuses_names_of_directories_and_missing_directories) {
 }
 
 TEST(SafeFile, has_its_mode_from_the_start_less_the_umask) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const mode_t before = ::umask(027);
     SafeFile file;
     ASSERT_EQ(file.create(scratch.path() + "/f", 0666), 0);
@@ -126,7 +126,7 @@ TEST(SafeFile, has_its_mode_from_the_start_less_the_umask) {
 }
 
 TEST(SafeFile, with_fewer_bytes_than_were_written_is_not_committed) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     SafeFile file;
     ASSERT_EQ(file.create(scratch.path() + "/f", 0666), 0);
     EXPECT_EQ(file.write("1234"), 0);
@@ -136,14 +136,14 @@ TEST(SafeFile, with_fewer_bytes_than_were_written_is_not_committed) {
 }
 
 TEST(SafeFile, that_cannot_be_flushed_is_not_committed) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const Fault fault("fsync", EIO);
     EXPECT_EQ(write_whole(scratch.path() + "/f", "x"), EIO);
     EXPECT_EQ(scratch.file_count(), 0U);
 }
 
 TEST(SafeFile, on_a_full_disk_leaves_nothing) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const int error_number = with_little_room(
         1000, [&] { return write_whole(scratch.path() + "/f", std::string(2000, 'x')); });
     EXPECT_EQ(error_number, EFBIG);
@@ -151,7 +151,7 @@ TEST(SafeFile, on_a_full_disk_leaves_nothing) {
 }
 
 TEST(SafeFile, of_another_owner_takes_the_privileges_of_root) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     fs::permissions(scratch.path(), fs::perms::all);
     const int error_number = without_rights([&] {
         SafeFile file;
@@ -161,7 +161,7 @@ TEST(SafeFile, of_another_owner_takes_the_privileges_of_root) {
 }
 
 TEST(SafeFile, many_are_flushed_together_and_committed_one_by_one) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     std::vector<SafeFile> files(10);
     std::vector<SafeFile*> pointers;
     for (SafeFile& file : files) {
@@ -187,7 +187,7 @@ TEST(SafeFile, recognises_its_temporary_names) {
 }
 
 TEST(SafeFile, removes_the_leftovers_of_killed_processes_and_nothing_else) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     scratch.file(leftover, "half");
     scratch.file(".nmk_part_of_the_plan", "kept");
     const std::string kept = scratch.file("kept", "kept");
@@ -201,7 +201,7 @@ TEST(SafeFile, removes_the_leftovers_of_killed_processes_and_nothing_else) {
 }
 
 TEST(SafeFile, leaves_a_temporary_file_alone_while_a_process_holds_it) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     SafeFile here;
     ASSERT_EQ(here.create(scratch.path() + "/here", 0666), 0);
     HoldingChild child([&] {
@@ -218,7 +218,7 @@ TEST(SafeFile, leaves_a_temporary_file_alone_while_a_process_holds_it) {
 }
 
 TEST(SafeFile, without_locks_on_a_disk_removes_nothing) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     scratch.file(leftover, "perhaps in use");
     const Fault fault("flock", ENOLCK);
     EXPECT_EQ(write_whole(scratch.path() + "/f", "x"), 0);
@@ -226,7 +226,7 @@ TEST(SafeFile, without_locks_on_a_disk_removes_nothing) {
 }
 
 TEST(SafeFile, starts_again_when_another_process_removes_it_before_it_is_locked) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     int removed = 0;
     const Fault fault([&](std::string_view call, std::string_view) {
         if (call != "flock" || removed++ > 0) return 0;
@@ -239,7 +239,7 @@ TEST(SafeFile, starts_again_when_another_process_removes_it_before_it_is_locked)
 }
 
 TEST(SafeFile, gives_up_when_others_lock_every_name_it_tries) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     const Fault fault("flock", EWOULDBLOCK);
     EXPECT_EQ(write_whole(scratch.path() + "/f", "x"), EEXIST);
     EXPECT_EQ(scratch.file_count(), 0U);

@@ -16,7 +16,7 @@
 #include <gtest/gtest.h>
 
 #include "scoped_code_page.h"
-#include "scratch_folder.h"
+#include "scratch_directory.h"
 
 namespace {
 
@@ -70,7 +70,7 @@ TEST(apPath, knows_whether_a_name_exists) {
 }
 
 TEST(apPath, never_takes_another_name_for_one_that_the_code_page_lacks) {
-    const ScratchFolder scratch;
+    const ScratchDirectory scratch;
     scratch.file("?", "");
     const std::wstring directory(scratch.path().begin(), scratch.path().end());
     const apPath lacking(apString(directory + L"/\u65E5"));

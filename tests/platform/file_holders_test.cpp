@@ -25,7 +25,7 @@ std::vector<nmk_filesystem::FileHolder> holders_in(int process, const std::strin
 }  // namespace
 
 TEST(file_holders, names_a_child_that_has_the_file_open) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string file = scratch.file("held \xFF file", "x");
     EXPECT_TRUE(file_holders(file.c_str()).empty());
     {
@@ -43,7 +43,7 @@ TEST(file_holders, names_a_child_that_has_the_file_open) {
 }
 
 TEST(file_holders, sees_maps_and_the_current_directory) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string file = scratch.file("mapped", std::string(5000, 'x'));
     const std::string directory = scratch.directory("directory");
     const HoldingChild child([&] {
@@ -70,7 +70,7 @@ TEST(file_holders, a_missing_file_has_no_holders) {
 }
 
 TEST(file_holders, processes_that_come_and_go_do_not_disturb_it) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string file = scratch.file("file", "x");
     const HoldingChild child([&] {
         if (::open(file.c_str(), O_RDONLY) < 0) {

@@ -18,7 +18,7 @@ int rename_it(const std::string& from, const std::string& to) {
 }  // namespace
 
 TEST(remove_file, removes_a_file_and_refuses_a_directory) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string file = scratch.file("file", "x");
     const std::string directory = scratch.directory("directory");
     EXPECT_EQ(remove_it(file), 0);
@@ -33,7 +33,7 @@ TEST(remove_file, removes_a_file_and_refuses_a_directory) {
 }
 
 TEST(remove_file, a_read_only_file_is_refused_to_root_too) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string file = scratch.file("file", "precious");
     ASSERT_EQ(::chmod(file.c_str(), 0466), 0);
     EXPECT_EQ(remove_it(file), EACCES);
@@ -43,7 +43,7 @@ TEST(remove_file, a_read_only_file_is_refused_to_root_too) {
 }
 
 TEST(remove_file, of_a_symlink_removes_the_symlink_itself) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string file = scratch.file("file", "x");
     ASSERT_EQ(::chmod(file.c_str(), 0444), 0);
     scratch.directory("directory");
@@ -56,7 +56,7 @@ TEST(remove_file, of_a_symlink_removes_the_symlink_itself) {
 }
 
 TEST(remove_file, a_directory_without_permissions_keeps_its_files) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string closed = scratch.directory("closed");
     const std::string file = scratch.file("closed/file", "x");
     ASSERT_EQ(::chmod(closed.c_str(), 0555), 0);
@@ -67,7 +67,7 @@ TEST(remove_file, a_directory_without_permissions_keeps_its_files) {
 }
 
 TEST(rename_file, gives_files_and_directories_another_name) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string file = scratch.file("file", "x");
     const std::string directory = scratch.directory("directory");
     EXPECT_EQ(rename_it(file, scratch.in("directory/moved")), 0);
@@ -79,7 +79,7 @@ TEST(rename_file, gives_files_and_directories_another_name) {
 }
 
 TEST(rename_file, never_replaces_what_has_the_name_already) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string file = scratch.file("file", "new");
     const std::string existing = scratch.file("existing", "old");
     const std::string directory = scratch.directory("directory");
@@ -93,7 +93,7 @@ TEST(rename_file, never_replaces_what_has_the_name_already) {
 }
 
 TEST(rename_file, reports_what_is_missing) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string file = scratch.file("file", "x");
     EXPECT_EQ(rename_it(scratch.in("missing"), scratch.in("new")), ENOENT);
     EXPECT_EQ(rename_it(scratch.in("missing/x"), scratch.in("new")), ENOENT);
@@ -105,7 +105,7 @@ TEST(rename_file, reports_what_is_missing) {
 }
 
 TEST(rename_file, a_file_may_go_to_another_disk_and_a_directory_may_not) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     struct stat here, there;
     if (::stat("/dev/shm", &there) != 0 || ::access("/dev/shm", W_OK) != 0 ||
         ::stat(scratch.path().c_str(), &here) != 0 || here.st_dev == there.st_dev) {
@@ -125,7 +125,7 @@ TEST(rename_file, a_file_may_go_to_another_disk_and_a_directory_may_not) {
 }
 
 TEST(rename_file, keeps_its_rules_on_a_disk_that_cannot_rename_without_replacing) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string file = scratch.file("file", "new");
     const std::string existing = scratch.file("existing", "old");
     const std::string directory = scratch.directory("directory");
@@ -148,7 +148,7 @@ TEST(rename_file, keeps_its_rules_on_a_disk_that_cannot_rename_without_replacing
 // The old name is in a directory that the caller may not write to: it cannot be removed.
 TEST(rename_file, that_cannot_take_the_old_name_away_leaves_no_new_one) {
     for (const int reason : {EXDEV, EINVAL}) {
-        const OpenScratchFolder scratch;
+        const OpenScratchDirectory scratch;
         const std::string closed = scratch.directory("closed");
         const std::string file = scratch.file("closed/file", "x");
         ASSERT_EQ(::chmod(file.c_str(), 0666), 0);

@@ -67,7 +67,7 @@ int watched_copy(const std::string& source, const std::string& target, Progress&
 }  // namespace
 
 TEST(CopyFileExA, copies_files_of_every_size_about_its_parts) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     for (const std::size_t size :
          {std::size_t{0}, std::size_t{1}, std::size_t{65535}, std::size_t{65536},
           std::size_t{65537}, megabyte, megabyte + 1, 3 * megabyte}) {
@@ -82,7 +82,7 @@ TEST(CopyFileExA, copies_files_of_every_size_about_its_parts) {
 }
 
 TEST(CopyFileExA, replaces_an_existing_file_and_leaves_nothing_beside) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string source = scratch.file("source", "new");
     const std::string target = scratch.file("target", "old and longer");
     EXPECT_EQ(copy(source, target), 0);
@@ -91,7 +91,7 @@ TEST(CopyFileExA, replaces_an_existing_file_and_leaves_nothing_beside) {
 }
 
 TEST(CopyFileExA, reports_what_is_missing_or_of_the_wrong_kind) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string source = scratch.file("source", "x");
     const std::string directory = scratch.directory("directory");
     EXPECT_EQ(copy(scratch.in("missing"), scratch.in("target")), 2);
@@ -109,7 +109,7 @@ TEST(CopyFileExA, reports_what_is_missing_or_of_the_wrong_kind) {
 }
 
 TEST(CopyFileExA, a_pipe_or_device_is_refused_and_does_not_hold_it_up) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     ASSERT_EQ(::mkfifo(scratch.in("pipe").c_str(), 0666), 0);
     const std::string source = scratch.file("source", "x");
     EXPECT_EQ(copy(scratch.in("pipe"), scratch.in("target")), 5);
@@ -120,7 +120,7 @@ TEST(CopyFileExA, a_pipe_or_device_is_refused_and_does_not_hold_it_up) {
 }
 
 TEST(CopyFileExA, onto_itself_by_any_name_fails_and_leaves_it_whole) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string source = scratch.file("source", "precious");
     ASSERT_EQ(::link(source.c_str(), scratch.in("hard").c_str()), 0);
     scratch.symlink("soft", "source");
@@ -134,7 +134,7 @@ TEST(CopyFileExA, onto_itself_by_any_name_fails_and_leaves_it_whole) {
 }
 
 TEST(CopyFileExA, keeps_an_existing_target_when_asked_to) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string source = scratch.file("source", "new");
     const std::string target = scratch.file("target", "old");
     EXPECT_EQ(copy(source, target, COPY_FILE_FAIL_IF_EXISTS), 80);
@@ -144,7 +144,7 @@ TEST(CopyFileExA, keeps_an_existing_target_when_asked_to) {
 }
 
 TEST(CopyFileExA, a_read_only_target_is_refused_to_root_too) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string source = scratch.file("source", "new");
     const std::string target = scratch.file("target", "old");
     ASSERT_EQ(::chmod(target.c_str(), 0444), 0);
@@ -153,7 +153,7 @@ TEST(CopyFileExA, a_read_only_target_is_refused_to_root_too) {
 }
 
 TEST(CopyFileExA, a_target_of_another_user_is_refused_although_the_directory_is_open) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string source = scratch.file("source", "new");
     const std::string target = scratch.file("target", "old");
     ASSERT_EQ(::chmod(target.c_str(), 0644), 0);
@@ -165,7 +165,7 @@ TEST(CopyFileExA, a_target_of_another_user_is_refused_although_the_directory_is_
 }
 
 TEST(CopyFileExA, a_source_or_directory_without_permissions_is_refused) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string source = scratch.file("source", "x");
     const std::string closed = scratch.directory("closed");
     ASSERT_EQ(::chmod(source.c_str(), 0200), 0);
@@ -177,7 +177,7 @@ TEST(CopyFileExA, a_source_or_directory_without_permissions_is_refused) {
 }
 
 TEST(CopyFileExA, copies_the_mode_and_the_time_of_the_last_write) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string source = scratch.file("source", "x");
     const timespec times[2] = {{1000, 0}, {1234567890, 123456789}};
     ASSERT_EQ(::utimensat(AT_FDCWD, source.c_str(), times, 0), 0);
@@ -194,7 +194,7 @@ TEST(CopyFileExA, copies_the_mode_and_the_time_of_the_last_write) {
 }
 
 TEST(CopyFileExA, does_not_copy_the_set_user_id_bits) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string source = scratch.file("source", "x");
     ASSERT_EQ(::chmod(source.c_str(), 06755), 0);
     ASSERT_EQ(copy(source, scratch.in("target")), 0);
@@ -204,7 +204,7 @@ TEST(CopyFileExA, does_not_copy_the_set_user_id_bits) {
 }
 
 TEST(CopyFileExA, symlinks_mean_the_files_they_lead_to) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     scratch.file("source", "new");
     scratch.directory("directory");
     const std::string old = scratch.file("directory/target", "old");
@@ -221,7 +221,7 @@ TEST(CopyFileExA, symlinks_mean_the_files_they_lead_to) {
 }
 
 TEST(CopyFileExA, the_first_call_switches_to_the_stream_and_the_last_has_all_bytes) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string source = scratch.file("source", pattern(2 * megabyte + 5));
     Progress progress;
     ASSERT_EQ(watched_copy(source, scratch.in("target"), progress), 0);
@@ -239,7 +239,7 @@ TEST(CopyFileExA, the_first_call_switches_to_the_stream_and_the_last_has_all_byt
 }
 
 TEST(CopyFileExA, cancelling_removes_the_part_at_whichever_call) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string source = scratch.file("source", pattern(2 * megabyte + 5));
     const std::string existing = scratch.file("existing", "old");
     Progress counted;
@@ -260,7 +260,7 @@ TEST(CopyFileExA, cancelling_removes_the_part_at_whichever_call) {
 }
 
 TEST(CopyFileExA, stopping_leaves_the_target_as_it_was_like_cancelling) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string source = scratch.file("source", pattern(2 * megabyte + 5));
     const std::string existing = scratch.file("existing", "old");
     for (const std::string& target : {scratch.in("target"), existing}) {
@@ -276,7 +276,7 @@ TEST(CopyFileExA, stopping_leaves_the_target_as_it_was_like_cancelling) {
 }
 
 TEST(CopyFileExA, a_quiet_routine_is_not_called_again_and_the_copy_continues) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string source = scratch.file("source", pattern(3 * megabyte));
     Progress progress;
     progress.answer = [](const Call&) { return PROGRESS_QUIET; };
@@ -286,7 +286,7 @@ TEST(CopyFileExA, a_quiet_routine_is_not_called_again_and_the_copy_continues) {
 }
 
 TEST(CopyFileExA, the_callers_flag_cancels) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string source = scratch.file("source", pattern(3 * megabyte));
     BOOL cancel = TRUE;
     EXPECT_FALSE(
@@ -304,7 +304,7 @@ TEST(CopyFileExA, the_callers_flag_cancels) {
 }
 
 TEST(CopyFileExA, a_routine_that_throws_leaves_no_part) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string source = scratch.file("source", pattern(megabyte));
     const std::string existing = scratch.file("existing", "old");
     Progress progress;
@@ -321,7 +321,7 @@ TEST(CopyFileExA, a_routine_that_throws_leaves_no_part) {
 }
 
 TEST(CopyFileExA, counts_in_64_bits) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string source = scratch.file("source", "");
     constexpr std::int64_t size = 0x200000003;
     ASSERT_EQ(::truncate(source.c_str(), size), 0);
@@ -334,7 +334,7 @@ TEST(CopyFileExA, counts_in_64_bits) {
 }
 
 TEST(CopyFileExA, a_disk_that_fills_leaves_the_target_as_it_was) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string existing = scratch.file("existing", "old");
     for (const std::size_t size : {std::size_t{40000}, 3 * megabyte}) {
         const std::string source = scratch.file("source", pattern(size));
@@ -347,7 +347,7 @@ TEST(CopyFileExA, a_disk_that_fills_leaves_the_target_as_it_was) {
 }
 
 TEST(CopyFileExA, a_failure_at_any_part_leaves_the_target_as_it_was) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string source = scratch.file("source", pattern(3 * megabyte));
     const std::string existing = scratch.file("existing", "old");
     int part = 0;
@@ -367,7 +367,7 @@ TEST(CopyFileExA, a_failure_at_any_part_leaves_the_target_as_it_was) {
 }
 
 TEST(CopyFileExA, a_source_that_becomes_shorter_is_a_failure) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string source = scratch.file("source", pattern(3 * megabyte));
     Progress progress;
     progress.answer = [&](const Call& call) {
@@ -381,7 +381,7 @@ TEST(CopyFileExA, a_source_that_becomes_shorter_is_a_failure) {
 }
 
 TEST(CopyFileExA, a_source_that_grows_is_copied_as_long_as_it_was) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string source = scratch.file("source", pattern(2 * megabyte));
     Progress progress;
     progress.answer = [&](const Call&) {
@@ -393,7 +393,7 @@ TEST(CopyFileExA, a_source_that_grows_is_copied_as_long_as_it_was) {
 }
 
 TEST(CopyFileExA, a_source_deleted_meanwhile_is_copied_whole_and_one_deleted_before_is_missing) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string source = scratch.file("source", pattern(2 * megabyte));
     Progress progress;
     progress.answer = [&](const Call&) {
@@ -414,13 +414,13 @@ TEST(CopyFileExA, a_source_deleted_meanwhile_is_copied_whole_and_one_deleted_bef
 }
 
 TEST(CopyFileExA, files_of_the_kernel_come_with_what_a_read_gives) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     ASSERT_EQ(copy("/proc/self/status", scratch.in("target")), 0);
     EXPECT_EQ(contents_of(scratch.in("target")).substr(0, 5), "Name:");
 }
 
 TEST(CopyFileExA, reads_through_memory_where_the_kernel_cannot_copy) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string target_disk = "/dev/shm";
     if (::access(target_disk.c_str(), W_OK) != 0) {
         GTEST_SKIP() << "no second disk";
@@ -433,7 +433,7 @@ TEST(CopyFileExA, reads_through_memory_where_the_kernel_cannot_copy) {
 }
 
 TEST(CopyFileExA, copies_through_memory_on_a_kernel_that_cannot) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string source = scratch.file("source", pattern(2 * megabyte + 7));
     for (const int reason : {EXDEV, ENOSYS, EINVAL, EOPNOTSUPP}) {
         const Fault fault([=](std::string_view call, std::string_view) {
@@ -450,7 +450,7 @@ TEST(CopyFileExA, copies_through_memory_on_a_kernel_that_cannot) {
 }
 
 TEST(CopyFileExA, continues_after_a_signal) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string source = scratch.file("source", pattern(2 * megabyte + 7));
     int signals = 0;
     const Fault fault([&](std::string_view call, std::string_view) {
@@ -462,14 +462,14 @@ TEST(CopyFileExA, continues_after_a_signal) {
 }
 
 TEST(CopyFileExA, names_that_are_not_valid_text_are_copied) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string source = scratch.file("\xFF\xFE source", "x");
     EXPECT_EQ(copy(source, scratch.in("\x80")), 0);
     EXPECT_EQ(contents_of(scratch.in("\x80")), "x");
 }
 
 TEST(CopyFileExA, many_threads_writing_one_target_leave_one_whole_file) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     std::vector<std::thread> threads;
     for (int i = 0; i < 4; ++i) {
         const std::string source = scratch.file("source" + std::to_string(i),

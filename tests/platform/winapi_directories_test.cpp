@@ -20,7 +20,7 @@ int unmake(const std::string& name) {
 }  // namespace
 
 TEST(CreateDirectoryA, makes_one_directory_in_a_directory_that_is_there) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     EXPECT_EQ(make(scratch.in("directory")), 0);
     EXPECT_EQ(GetFileAttributesA(scratch.in("directory").c_str()), 0x10u);
     EXPECT_EQ(make(scratch.in("directory")), 183);
@@ -39,7 +39,7 @@ TEST(CreateDirectoryA, makes_one_directory_in_a_directory_that_is_there) {
 }
 
 TEST(CreateDirectoryA, a_directory_without_permissions_or_a_full_disk_is_a_failure) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string closed = scratch.directory("closed");
     ASSERT_EQ(::chmod(closed.c_str(), 0555), 0);
     EXPECT_EQ(without_rights([&] { return make(closed + "/directory"); }), 5);
@@ -50,7 +50,7 @@ TEST(CreateDirectoryA, a_directory_without_permissions_or_a_full_disk_is_a_failu
 }
 
 TEST(RemoveDirectoryA, removes_empty_directories_only) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string directory = scratch.directory("directory");
     const std::string file = scratch.file("directory/file", "x");
     EXPECT_EQ(unmake(directory), 145);
@@ -63,7 +63,7 @@ TEST(RemoveDirectoryA, removes_empty_directories_only) {
 }
 
 TEST(RemoveDirectoryA, a_symlink_to_a_directory_is_refused) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string directory = scratch.directory("directory");
     EXPECT_EQ(unmake(scratch.symlink("link", "directory")), 3);
     EXPECT_TRUE(is_there(directory));
@@ -71,7 +71,7 @@ TEST(RemoveDirectoryA, a_symlink_to_a_directory_is_refused) {
 }
 
 TEST(RemoveDirectoryA, a_read_only_directory_is_refused_until_the_attribute_is_cleared) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string directory = scratch.directory("directory");
     ASSERT_TRUE(SetFileAttributesA(directory.c_str(), FILE_ATTRIBUTE_READONLY));
     EXPECT_EQ(GetFileAttributesA(directory.c_str()), 0x11u);

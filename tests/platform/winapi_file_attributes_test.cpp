@@ -16,7 +16,7 @@ DWORD reason_of(const std::string& name) {
 }  // namespace
 
 TEST(GetFileAttributesA, tells_directories_files_and_read_only_files_apart) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string file = scratch.file("file", "x");
     EXPECT_EQ(GetFileAttributesA(scratch.path().c_str()), 0x10u);
     EXPECT_EQ(GetFileAttributesA((scratch.path() + "/").c_str()), 0x10u);
@@ -26,7 +26,7 @@ TEST(GetFileAttributesA, tells_directories_files_and_read_only_files_apart) {
 }
 
 TEST(GetFileAttributesA, reports_what_is_missing) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string file = scratch.file("file", "x");
     EXPECT_EQ(reason_of(scratch.in("missing")), 2u);
     EXPECT_EQ(reason_of(scratch.in("missing/")), 2u);
@@ -40,7 +40,7 @@ TEST(GetFileAttributesA, reports_what_is_missing) {
 }
 
 TEST(GetFileAttributesA, names_too_long_for_the_disk_are_reported_as_such) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     for (const std::size_t length : {300u, 1000u, 5000u, 10000u}) {
         EXPECT_EQ(reason_of(scratch.in(std::string(length, 'x'))), 206u) << length;
     }
@@ -52,14 +52,14 @@ TEST(GetFileAttributesA, names_too_long_for_the_disk_are_reported_as_such) {
 }
 
 TEST(GetFileAttributesA, keeps_the_last_error_when_it_succeeds) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     SetLastError(untouched);
     GetFileAttributesA(scratch.path().c_str());
     EXPECT_EQ(GetLastError(), untouched);
 }
 
 TEST(GetFileAttributesA, a_symlink_has_attributes_of_its_own_wherever_it_leads) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     scratch.directory("directory");
     scratch.file("file", "x");
     EXPECT_EQ(GetFileAttributesA(scratch.symlink("to_directory", "directory").c_str()), 0x400u);
@@ -71,13 +71,13 @@ TEST(GetFileAttributesA, a_symlink_has_attributes_of_its_own_wherever_it_leads) 
 }
 
 TEST(GetFileAttributesA, a_pipe_is_neither_directory_nor_file) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     ASSERT_EQ(::mkfifo(scratch.in("pipe").c_str(), 0644), 0);
     EXPECT_EQ(GetFileAttributesA(scratch.in("pipe").c_str()), 0x40u);
 }
 
 TEST(GetFileAttributesA, invalid_text_and_separators_of_other_systems_are_names) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     for (const char* name : {"\xFF\xFE", "a|b", "a*b", "a?b", "a\\b", "trailing. ", "nul", "\n"}) {
         EXPECT_EQ(reason_of(scratch.in(name)), 2u) << name;
         scratch.file(name, "x");
@@ -87,7 +87,7 @@ TEST(GetFileAttributesA, invalid_text_and_separators_of_other_systems_are_names)
 }
 
 TEST(GetFileAttributesA, a_directory_that_may_not_be_searched_denies_access) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string closed = scratch.directory("closed");
     scratch.file("closed/file", "x");
     ASSERT_EQ(::chmod(closed.c_str(), 0600), 0);
@@ -97,7 +97,7 @@ TEST(GetFileAttributesA, a_directory_that_may_not_be_searched_denies_access) {
 }
 
 TEST(GetFileAttributesA, a_fault_can_be_injected) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string file = scratch.file("file", "x");
     const Fault fault([](std::string_view call, std::string_view name) {
         return call == "GetFileAttributesA" && name.ends_with("/file") ? EACCES : 0;
@@ -114,7 +114,7 @@ TEST(GetFileAttributesA, last_errors_belong_to_their_thread) {
 }
 
 TEST(SetFileAttributesA, sets_and_clears_the_permission_to_write) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string file = scratch.file("file", "x");
     ASSERT_EQ(::chmod(file.c_str(), 0666), 0);
     EXPECT_TRUE(SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_READONLY));
@@ -131,7 +131,7 @@ TEST(SetFileAttributesA, sets_and_clears_the_permission_to_write) {
 }
 
 TEST(SetFileAttributesA, does_not_reach_through_a_symlink) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string file = scratch.file("file", "x");
     const std::string symlink = scratch.symlink("link", "file");
     EXPECT_FALSE(SetFileAttributesA(symlink.c_str(), FILE_ATTRIBUTE_READONLY));
@@ -142,7 +142,7 @@ TEST(SetFileAttributesA, does_not_reach_through_a_symlink) {
 }
 
 TEST(SetFileAttributesA, only_the_owner_may) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string file = scratch.file("file", "x");
     if (::geteuid() != 0) {
         GTEST_SKIP() << "the test's own user owns the file";
@@ -154,7 +154,7 @@ TEST(SetFileAttributesA, only_the_owner_may) {
 }
 
 TEST(_access, a_read_only_file_is_refused_to_root_too) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string file = scratch.file("file", "x");
     EXPECT_EQ(_access(file.c_str(), 0), 0);
     EXPECT_EQ(_access(file.c_str(), 2), 0);
@@ -172,7 +172,7 @@ TEST(_access, a_read_only_file_is_refused_to_root_too) {
 }
 
 TEST(_access, somebody_elses_file_is_refused) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string file = scratch.file("file", "x");
     ASSERT_EQ(::chmod(file.c_str(), 0600), 0);
     if (::geteuid() != 0) {
@@ -184,7 +184,7 @@ TEST(_access, somebody_elses_file_is_refused) {
 }
 
 TEST(_stat64i32, tells_size_and_time) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string file = scratch.file("file", "12345");
     const timespec times[2] = {{1, 0}, {5000000000, 0}};  // past 32 bits
     ASSERT_EQ(::utimensat(AT_FDCWD, file.c_str(), times, 0), 0);
@@ -200,7 +200,7 @@ TEST(_stat64i32, tells_size_and_time) {
 }
 
 TEST(_stat64i32, a_size_past_32_bits_is_a_failure) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string file = scratch.file("file", "");
     struct _stat64i32 record;
     ASSERT_EQ(::truncate(file.c_str(), 0x7FFFFFFF), 0);

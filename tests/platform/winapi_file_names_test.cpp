@@ -84,7 +84,7 @@ TEST(GetFullPathNameA, folds_dots_and_stops_at_the_root) {
 }
 
 TEST(GetFullPathNameA, relative_names_start_at_the_current_directory) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     scratch.directory("sub");
     const CurrentFolder current(scratch.in("sub"));
     const std::string here = std::filesystem::current_path().string();
@@ -130,7 +130,7 @@ TEST(GetFullPathNameA, names_of_every_length_fit_buffers_of_exactly_their_size) 
 }
 
 TEST(GetFullPathNameA, a_current_directory_that_was_deleted_is_a_failure) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string removed = scratch.directory("removed");
     EXPECT_EQ(in_a_child([&] {
                   if (::chdir(removed.c_str()) != 0 || ::rmdir(removed.c_str()) != 0) {
@@ -162,7 +162,7 @@ TEST(_getcwd, fills_the_buffer_or_says_that_it_is_too_small) {
 }
 
 TEST(_tempnam, keeps_the_whole_prefix_and_creates_nothing) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const Variable tmpdir("TMPDIR", scratch.path().c_str());
     const std::string name = temporary_name(nullptr, "nmk_12345_0_long_prefix_");
     EXPECT_TRUE(name.starts_with(scratch.in("nmk_12345_0_long_prefix_"))) << name;
@@ -173,7 +173,7 @@ TEST(_tempnam, keeps_the_whole_prefix_and_creates_nothing) {
 }
 
 TEST(_tempnam, chooses_the_directory_in_order) {
-    const OpenScratchFolder first, second, third;
+    const OpenScratchDirectory first, second, third;
     const auto directory_of = [](const std::string& name) {
         return name.substr(0, name.rfind('/'));
     };
@@ -221,7 +221,7 @@ TEST(_tempnam, never_gives_a_name_twice_to_threads_and_processes) {
         thread.join();
     }
     // A child starts from the same counter.
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string list = scratch.in("names");
     EXPECT_EQ(in_a_child([&] {
                   std::ofstream stream(list);
@@ -253,7 +253,7 @@ TEST(_tempnam, neighbouring_names_cannot_be_foreseen) {
 }
 
 TEST(GetDriveTypeA, an_ordinary_directory_is_not_remote) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     EXPECT_NE(GetDriveTypeA(scratch.path().c_str()), DRIVE_REMOTE);
     EXPECT_NE(GetDriveTypeA(scratch.path().c_str()), DRIVE_NO_ROOT_DIR);
     EXPECT_EQ(GetDriveTypeA(scratch.file("file", "x").c_str()),
@@ -285,7 +285,7 @@ TEST(GetDriveTypeA, a_disk_in_memory_is_recognised) {
 }
 
 TEST(GetDriveTypeA, a_directory_can_be_named_as_remote) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     scratch.directory("remote");
     const std::string neighbour = scratch.directory("remote_not");
     const std::string file = scratch.file("remote/file", "x");

@@ -58,7 +58,7 @@ std::string random_text(std::mt19937& random, const char* letters, std::size_t l
 }  // namespace
 
 TEST(FindFirstFileA, lists_by_byte_value_with_the_dots_first) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     for (const char* name : {"b", "a", "B", "\xC3\xA9", "\x01", "-", ".hidden", "...", "..a", ".-",
                              "a.b", "a b", "\xFF"}) {
         scratch.file(name, "");
@@ -69,13 +69,13 @@ TEST(FindFirstFileA, lists_by_byte_value_with_the_dots_first) {
 }
 
 TEST(FindFirstFileA, an_empty_directory_has_its_dots) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     EXPECT_EQ(names_for(scratch.in("*")), (Names{".", ".."}));
     EXPECT_EQ(names_for(scratch.in("*.*")), (Names{".", ".."}));
 }
 
 TEST(FindFirstFileA, wildcards_match_runs_and_one_character) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     for (const char* name : {"a.txt", "ab.txt", "\xC3\xA9.txt", "a.dat", "txt", "abcabcabd"}) {
         scratch.file(name, "");
     }
@@ -91,7 +91,7 @@ TEST(FindFirstFileA, wildcards_match_runs_and_one_character) {
 TEST(FindFirstFileA, wildcards_agree_with_trying_every_length) {
     constexpr unsigned seed = 7;
     std::mt19937 random(seed);
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     std::set<std::string> files;
     for (int i = 0; i < 60; ++i) {
         files.insert("n" + random_text(random, "abn", 7));
@@ -121,7 +121,7 @@ TEST(FindFirstFileA, wildcards_agree_with_trying_every_length) {
 }
 
 TEST(FindFirstFileA, many_stars_take_no_time) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     scratch.file(std::string(255, 'a'), "");
     std::string pattern;
     for (int i = 0; i < 100; ++i) {
@@ -132,7 +132,7 @@ TEST(FindFirstFileA, many_stars_take_no_time) {
 }
 
 TEST(FindFirstFileA, a_plain_name_gives_that_entry_directories_too) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     scratch.directory("directory");
     scratch.file("directory/inside", "");
     WIN32_FIND_DATAA entry;
@@ -146,7 +146,7 @@ TEST(FindFirstFileA, a_plain_name_gives_that_entry_directories_too) {
 }
 
 TEST(FindFirstFileA, reports_why_it_found_nothing) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     scratch.file("file", "");
     EXPECT_EQ(names_for(scratch.in("missing")), failure(2));
     EXPECT_EQ(names_for(scratch.in("missing*")), failure(2));
@@ -167,7 +167,7 @@ TEST(FindFirstFileA, lists_the_current_directory_and_the_root) {
 }
 
 TEST(FindFirstFileA, reports_size_time_and_kind) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string file = scratch.file("file", "12345");
     ASSERT_EQ(::truncate(file.c_str(), 0x100000003), 0);
     const timespec times[2] = {{0, 0}, {1, 500}};
@@ -187,7 +187,7 @@ TEST(FindFirstFileA, reports_size_time_and_kind) {
 }
 
 TEST(FindFirstFileA, a_symlink_is_described_itself) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     scratch.symlink("link", ".");
     WIN32_FIND_DATAA entry;
     HANDLE search = FindFirstFileA(scratch.in("l*").c_str(), &entry);
@@ -198,7 +198,7 @@ TEST(FindFirstFileA, a_symlink_is_described_itself) {
 }
 
 TEST(FindFirstFileA, an_entry_that_vanishes_before_its_turn_is_left_out) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     scratch.file("a", "");
     const std::string second = scratch.file("b", "");
     scratch.file("c", "");
@@ -216,7 +216,7 @@ TEST(FindFirstFileA, an_entry_that_vanishes_before_its_turn_is_left_out) {
 }
 
 TEST(FindFirstFileA, a_directory_that_may_not_be_read_denies_access) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string closed = scratch.directory("closed");
     ASSERT_EQ(::chmod(closed.c_str(), 0300), 0);
     EXPECT_EQ(without_rights([&] { return names_for(closed + "/*") == failure(5) ? 0 : 1; }), 0);
@@ -224,7 +224,7 @@ TEST(FindFirstFileA, a_directory_that_may_not_be_read_denies_access) {
 }
 
 TEST(FindFirstFileA, a_directory_that_may_be_read_but_not_searched_gives_names_without_attributes) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string closed = scratch.directory("closed");
     scratch.file("closed/file", "x");
     ASSERT_EQ(::chmod(closed.c_str(), 0744), 0);
@@ -244,14 +244,14 @@ TEST(FindFirstFileA, a_directory_that_may_be_read_but_not_searched_gives_names_w
 }
 
 TEST(FindFirstFileA, names_of_255_bytes_come_whole) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     const std::string longest(255, 'n');
     scratch.file(longest, "");
     EXPECT_EQ(names_for(scratch.in("n*")), Names{longest});
 }
 
 TEST(FindClose, refuses_other_handles) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     WIN32_FIND_DATAA entry;
     HANDLE search = FindFirstFileA(scratch.in("*").c_str(), &entry);
     ASSERT_NE(search, INVALID_HANDLE_VALUE);

@@ -11,7 +11,7 @@
 #include "child_process.h"
 #include "disk_fault.h"
 #include "file_contents.h"
-#include "scratch_folder.h"
+#include "scratch_directory.h"
 
 /// A last error that no call sets, to see whether one set any.
 inline constexpr DWORD untouched = 0xABCD;
@@ -22,9 +22,9 @@ inline bool is_there(const std::string& name) {
 }
 
 /// A directory of a test that every user may read and write.
-class OpenScratchFolder : public ScratchFolder {
+class OpenScratchDirectory : public ScratchDirectory {
   public:
-    OpenScratchFolder() { ::chmod(path().c_str(), 0777); }
+    OpenScratchDirectory() { ::chmod(path().c_str(), 0777); }
     std::string in(const std::string& name) const { return path() + "/" + name; }
     std::string directory(const std::string& name) const {
         EXPECT_EQ(::mkdir(in(name).c_str(), 0755), 0);

@@ -53,7 +53,7 @@ TEST(ShellExecuteExA, splits_parameters_at_blanks_outside_quotes) {
 }
 
 TEST(ShellExecuteExA, runs_in_the_directory_asked_for_and_shows_nothing) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     SHELLEXECUTEINFOA execution =
         execution_of("sh", "-c \"readlink /proc/self/fd/1 > out; echo seen; echo seen >&2\"");
     const std::string directory = scratch.path();
@@ -69,7 +69,7 @@ TEST(ShellExecuteExA, runs_in_the_directory_asked_for_and_shows_nothing) {
 }
 
 TEST(ShellExecuteExA, tells_why_a_program_does_not_run) {
-    const OpenScratchFolder scratch;
+    const OpenScratchDirectory scratch;
     // A directory on the search path that may not be searched would hide that nothing is there.
     const std::string search_path = std::getenv("PATH") == nullptr ? "" : std::getenv("PATH");
     ::setenv("PATH", "/usr/bin:/bin", 1);

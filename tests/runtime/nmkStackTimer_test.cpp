@@ -2,7 +2,7 @@
 #include <nmktoolbox/runtime/nmkStackTimer.h>
 #include <nmktoolbox/runtime/nmkStackTimerEventLogger.h>
 #include <nmktoolbox/runtime/nmkStackTimerSection.h>
-#include <scratch_folder.h>
+#include <scratch_directory.h>
 
 #include <malloc.h>
 
@@ -77,7 +77,7 @@ class nmkStackTimer_write_to_file : public nmkStackTimerTest {
     }
 
   private:
-    ScratchFolder m_folder;
+    ScratchDirectory m_folder;
 };
 
 }  // namespace

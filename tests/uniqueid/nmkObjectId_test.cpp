@@ -7,7 +7,7 @@
 #include <type_traits>
 #include <vector>
 
-#include "platform/archive_failure.h"
+#include "archive_failure.h"
 #include "uniqueid/identifier_samples.h"
 
 using namespace identifier_samples;

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "platform/archive_failure.h"
+#include "archive_failure.h"
 #include "uniqueid/identifier_samples.h"
 
 using namespace identifier_samples;

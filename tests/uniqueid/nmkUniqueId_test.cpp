@@ -15,7 +15,7 @@
 #include <thread>
 #include <vector>
 
-#include "platform/archive_failure.h"
+#include "archive_failure.h"
 #include "uniqueid/identifier_samples.h"
 
 using namespace identifier_samples;

@@ -1,4 +1,4 @@
-// levels_command: `nmk levels`: shows the version levels and how they stand.
+// levels_command: `nmk levels`: lists the version levels and their state.
 
 #include "commands/levels/levels_command.h"
 
@@ -33,7 +33,7 @@ using Problem = std::string;  // empty: none
 
 Problem set_name(Request& request, const std::string& argument) {
     if (request.name) {
-        return "one NAME at most, found '" + *request.name + "' and '" + argument + "'";
+        return "expected at most one NAME, found '" + *request.name + "' and '" + argument + "'";
     }
     request.name = argument;
     return {};
@@ -55,7 +55,7 @@ Problem set_state(Request& request, const std::string& value) {
 
 Problem check(Request& request) {
     return request.name && (request.find || request.state)
-               ? "NAME goes with neither --find nor --state"
+               ? "NAME cannot be combined with --find or --state"
                : "";
 }
 
@@ -67,15 +67,15 @@ constexpr nmk_shell::SwitchOption<Request> switches[] = {{"--json", &Request::js
 
 constexpr nmk_shell::OptionTable<Request> table{"levels", value_options, switches, set_name, check};
 
-bool holds(std::string_view text, std::string_view part) {
+bool contains(std::string_view text, std::string_view part) {
     return nmk_text::lower_case(text).find(nmk_text::lower_case(part)) != std::string::npos;
 }
 
 bool is_wanted(const nmkVersion& level, const Request& request) {
     if (request.name) return *request.name == level.get_name();
     if (request.state && *request.state != level.get_current()) return false;
-    return !request.find || holds(level.get_name(), *request.find) ||
-           holds(level.get_description(), *request.find);
+    return !request.find || contains(level.get_name(), *request.find) ||
+           contains(level.get_description(), *request.find);
 }
 
 std::vector<const nmkVersion*> wanted_levels(const Request& request) {

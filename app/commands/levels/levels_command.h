@@ -1,4 +1,4 @@
-// levels_command.h: the command `nmk levels`, which shows the version levels and how they stand.
+// levels_command.h: the command `nmk levels`, which lists the version levels and their state.
 #pragma once
 
 #include <iosfwd>
@@ -11,16 +11,15 @@ namespace nmk_levels {
 
 /// Lists the levels in order of registration, or shows one.
 ///
-///   arguments   what follows the word "levels": [NAME] [--find TEXT] [--state WORD] [--json]
-///               [--quiet]
-///   answer      0; 2 after one line on `err` when the arguments are not right
+///   arguments   after the word "levels": [NAME] [--find TEXT] [--state WORD] [--json] [--quiet]
+///   returns     0; 2 after one line on `err` if the arguments are wrong
 ///
-/// --find takes the levels whose name or description holds the text, whatever its case; --state
-/// those that stand at unavailable, default, previous, preview or unknown. Finding none is no
-/// error. --quiet prints no text; --json still prints.
+/// --find selects the levels with the text in their name or description, in upper or lower case;
+/// --state those in the state unavailable, default, previous, preview or unknown. An empty
+/// selection is not an error. --quiet prints no text; --json still prints.
 int run_levels(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
 
-/// What `nmk help levels` prints.
+/// The text of `nmk help levels`.
 std::string levels_help();
 
 inline constexpr nmk_shell::Command levels_command{

@@ -1,4 +1,4 @@
-// levels_command_help: what `nmk help levels` prints.
+// levels_command_help: the text of `nmk help levels`.
 
 #include "commands/levels/levels_command.h"
 
@@ -7,14 +7,14 @@ namespace nmk_levels {
 std::string levels_help() {
     return R"(nmk levels [NAME]: list the version levels of the library, or show one
 
-A version level chooses between generations of a method, so that old results can be had again.
-Every command takes --level, which moves a level for that one run.
+A version level chooses between versions of a method, so that former results can be reproduced.
+Every command takes --level, which sets a level for that one run.
 
-  --find TEXT         levels whose name or description holds the text
-  --state WORD        levels that stand at unavailable, default, previous, preview or unknown
+  --find TEXT         levels with the text in their name or description
+  --state WORD        levels in this state: unavailable, default, previous, preview or unknown
   --json              print the levels as JSON
   --quiet             print no text; --json still prints
-  --level NAME=VALUE  previous, default, preview or a number
+  --level NAME=VALUE  set a level first: previous, default, preview or a number
 
 Examples:
   nmk levels --find sort

@@ -1,3 +1,5 @@
+// print_levels: version levels as a table, as a list of the facts of one, and as JSON.
+
 #include "commands/levels/print_levels.h"
 
 #include "text/escaped_text.h"

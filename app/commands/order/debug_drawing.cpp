@@ -13,7 +13,7 @@ namespace nmk_order {
 
 namespace {
 
-// The channels that a sort draws on, with the level from which something is drawn.
+// The channels on which a sort draws, each with the lowest level that draws anything.
 const DebugChannel known_channels[] = {{"nmkPointSorter", 2}, {"nmkAnnealStateNonReversible", 1}};
 
 nmkDebugGeometry& geometry_of(const std::string& name) {
@@ -23,7 +23,7 @@ nmkDebugGeometry& geometry_of(const std::string& name) {
 std::string known_names() {
     std::string names;
     for (const DebugChannel& known : known_channels) {
-        names += (names.empty() ? "" : ", ") + known.name;
+        names += (names.empty() ? "" : " or ") + known.name;
     }
     return names;
 }
@@ -37,8 +37,7 @@ bool read_debug_channel(const std::string& text, DebugChannel& channel, std::str
         std::find_if(std::begin(known_channels), std::end(known_channels),
                      [&name](const DebugChannel& candidate) { return candidate.name == name; });
     if (known == std::end(known_channels)) {
-        problem = "there is no debug channel " + nmk_text::quoted(name) + "; the channels are " +
-                  known_names();
+        problem = "unknown debug channel " + nmk_text::quoted(name) + "; expected " + known_names();
         return false;
     }
     channel = *known;

@@ -1,24 +1,24 @@
 // debug_drawing.h: a debug channel of the library, on while a command runs.
 //
-// The library draws on named channels what it is given and what it makes of it; see
-// nmkDebugGeometry. They are off unless somebody asks for one by name.
+// The library can draw its input and output on named channels; see nmkDebugGeometry. A channel is
+// off unless the user switches it on by name.
 #pragma once
 
 #include <string>
 
 namespace nmk_order {
 
-/// What the ordering of the library draws on; a channel is told with as much detail as it has.
+/// A channel on which the ordering of the library draws, with the level of detail.
 struct DebugChannel {
     std::string name;  // empty: none
     int level = 1;
 };
 
-/// The channel of a text "NAME" or "NAME=LEVEL", with the level that shows everything where none is
-/// told. False, with one line in `problem`, when there is no such channel or level.
+/// Reads "NAME" or "NAME=LEVEL"; without a level the channel gets the one that draws everything.
+/// False, with one line in `problem`, for an unknown channel or level.
 bool read_debug_channel(const std::string& text, DebugChannel& channel, std::string& problem);
 
-/// Switches a channel on and forgets its drawings at the end.
+/// Switches a channel on; the destructor switches it off and clears it.
 class DebugDrawing {
   public:
     explicit DebugDrawing(const DebugChannel& channel);
@@ -33,7 +33,7 @@ class DebugDrawing {
 /// True when nothing was drawn on the channel.
 bool is_debug_drawing_empty(const DebugChannel& channel);
 
-/// What was drawn on the channel so far, as SVG.
+/// The drawings on the channel so far, as SVG.
 std::string debug_drawing_svg(const DebugChannel& channel);
 
 }  // namespace nmk_order

@@ -1,4 +1,4 @@
-// order_command: `nmk order FILE`: reads holes, orders them, tells what was saved, writes them.
+// order_command: `nmk order FILE`: orders the holes of a file and reports the travel saved.
 
 #include "commands/order/order_command.h"
 
@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "commands/order/order_figures.h"
 #include "commands/order/order_job.h"
 #include "commands/order/order_json.h"
 #include "commands/order/order_options.h"
@@ -22,7 +21,7 @@ namespace nmk_order {
 
 namespace {
 
-// From here on annealing takes long enough to say so.
+// From this number of items on, the tool announces that annealing takes long.
 constexpr std::size_t many_items = 2000;
 
 bool anneals(nmkSortType type) {
@@ -30,16 +29,17 @@ bool anneals(nmkSortType type) {
 }
 
 std::size_t largest_run(const nmk_job::MachiningJob& job, bool across_tools) {
-    std::size_t largest = 0;
-    std::size_t sum = 0;
-    for (const nmk_job::JobTool& tool : job.tools) {
-        sum += tool.items.size();
-        largest = std::max(largest, tool.items.size());
+    if (across_tools) {
+        return job.items.size();
     }
-    return across_tools ? sum : largest;
+    std::vector<std::size_t> counts(job.tools.size() + 1, 0);
+    for (const nmk_job::JobItem& item : job.items) {
+        ++counts[item.tool];
+    }
+    return *std::max_element(counts.begin(), counts.end());
 }
 
-/// The annealer tries a move for each item at 7,500 temperatures at least, and 7,500 times more at
+/// The annealer tries a move for each item at 7,500 temperatures or more, and 7,500 more times at
 /// the end.
 void announce_long_work(const nmk_job::MachiningJob& job, const OrderRequest& request,
                         std::ostream& err) {
@@ -51,19 +51,6 @@ void announce_long_work(const nmk_job::MachiningJob& job, const OrderRequest& re
     }
 }
 
-OrderReport report_of(const OrderOptions& options, const OrderRequest& request,
-                      const OrderedJob& ordered) {
-    OrderReport report;
-    report.options = options;
-    report.request = request;
-    report.figures = measure_order(ordered.before, ordered.after);
-    report.tool_changes_before = ordered.tool_changes_before;
-    report.tool_changes_after = ordered.tool_changes_after;
-    report.stopped = ordered.stopped;
-    report.notes = ordered.notes;
-    return report;
-}
-
 int print_report(const OrderReport& report, const nmk_files::WrittenFiles& written,
                  std::ostream& out, std::ostream& err) {
     if (report.options.json) {
@@ -72,14 +59,14 @@ int print_report(const OrderReport& report, const nmk_files::WrittenFiles& writt
         out << order_table(report);
         nmk_shell::print_written(out, written);
     }
-    const int answer = nmk_shell::finish(out, err, "the figures", written);
-    if (answer == nmk_shell::done && report.stopped) {
-        err << "nmk order: stopped; what was not yet ordered stands as in the file\n";
+    const int code = nmk_shell::finish(out, err, "the figures", written);
+    if (code == nmk_shell::done && report.stopped) {
+        err << "nmk order: stopped; items not yet ordered are in the order of the file\n";
     }
-    return answer;
+    return code;
 }
 
-int order_with(const OrderOptions& options, nmkProgressBreak* progress, bool tell,
+int order_with(const OrderOptions& options, nmkProgressBreak* progress, bool announce,
                std::ostream& out, std::ostream& err) {
     const nmk_text::Result<nmk_job::MachiningJob> read =
         nmk_job_files::read_job_file(options.file_name, options.units);
@@ -88,7 +75,7 @@ int order_with(const OrderOptions& options, nmkProgressBreak* progress, bool tel
     }
     const auto& job = *read;
     const OrderRequest request = order_request(options, job.units);
-    if (tell) {
+    if (announce) {
         announce_long_work(job, request, err);
     }
     const DebugDrawing drawing(options.debug_channel);
@@ -96,7 +83,7 @@ int order_with(const OrderOptions& options, nmkProgressBreak* progress, bool tel
     if (!options.debug_svg_file.empty() && is_debug_drawing_empty(options.debug_channel)) {
         ordered.notes.push_back("nothing was drawn on the debug channel");
     }
-    const OrderReport report = report_of(options, request, ordered);
+    const OrderReport report = report_of(options, request, job, ordered);
     const auto written = write_order_outputs(job, ordered, report);
     if (!written) {
         return nmk_shell::refuse(err, written.error().text());
@@ -115,13 +102,13 @@ int run_order(const std::vector<std::string>& arguments, std::ostream& out, std:
 }
 
 int run_order(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
-    return nmk_shell::run_with(read_order_options(arguments), "order", err,
-                               [&](const OrderOptions& options) {
-                                   // Draws on a terminal only, but answers Ctrl-C everywhere.
-                                   nmkTerminalProgress progress(options.quiet ? nullptr : stderr);
-                                   const bool tell = !options.quiet && isatty(STDERR_FILENO) == 1;
-                                   return order_with(options, &progress, tell, out, err);
-                               });
+    return nmk_shell::run_with(
+        read_order_options(arguments), "order", err, [&](const OrderOptions& options) {
+            // Draws on a terminal only, but handles Ctrl-C everywhere.
+            nmkTerminalProgress progress(options.quiet ? nullptr : stderr);
+            const bool announce = !options.quiet && isatty(STDERR_FILENO) == 1;
+            return order_with(options, &progress, announce, out, err);
+        });
 }
 
 }  // namespace nmk_order

@@ -1,4 +1,4 @@
-// order_figures: how far the cutter travels between cuts, and how long that takes.
+// order_figures: the travel of the cutter between cuts, and the time that it takes.
 
 #include "commands/order/order_figures.h"
 
@@ -21,11 +21,12 @@ void add_to_total(TravelFigures& total, const TravelFigures& row) {
 
 }  // namespace
 
-TravelFigures measure_travel(const std::vector<nmk_job::JobItem>& items) {
+TravelFigures measure_travel(const std::vector<nmk_job::JobItem>& items,
+                             std::span<const nmk_job::JobCut> cuts) {
     TravelFigures figures;
-    for (std::size_t i = 1; i < items.size(); ++i) {
-        const giPoint3& from = items[i - 1].exit();
-        const giPoint3& to = items[i].entry();
+    for (std::size_t i = 1; i < cuts.size(); ++i) {
+        const giPoint3& from = nmk_job::exit_of(items[cuts[i - 1].item], cuts[i - 1].reversed);
+        const giPoint3& to = nmk_job::entry_of(items[cuts[i].item], cuts[i].reversed);
         const double length = from.distance(to);
         figures.travel += length;
         figures.per_axis += longest_component(from, to);
@@ -37,13 +38,13 @@ TravelFigures measure_travel(const std::vector<nmk_job::JobItem>& items) {
     return figures;
 }
 
-OrderFigures measure_order(const std::vector<nmk_job::JobTool>& before,
-                           const std::vector<nmk_job::JobTool>& after) {
+OrderFigures measure_order(const nmk_job::MachiningJob& job, const OrderedJob& ordered) {
     OrderFigures figures;
     figures.total.name = "total";
-    for (std::size_t i = 0; i < before.size(); ++i) {
-        ToolFigures row{before[i].name, before[i].diameter, before[i].items.size(),
-                        measure_travel(before[i].items), measure_travel(after[i].items)};
+    for (const OrderRun& run : ordered.runs) {
+        ToolFigures row{run.name, run.diameter, run.count,
+                        measure_travel(job.items, run.of(ordered.before)),
+                        measure_travel(job.items, run.of(ordered.after))};
         figures.total.items += row.items;
         add_to_total(figures.total.before, row.before);
         add_to_total(figures.total.after, row.after);

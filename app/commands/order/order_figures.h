@@ -1,16 +1,18 @@
-// order_figures.h: how far the cutter travels between cuts, and how long that takes.
+// order_figures.h: the travel of the cutter between cuts, and the time that it takes.
 //
-// Travel is what the cutter moves without cutting inside one tool's run: from the end of each item
-// to the beginning of the next, first item to last. The way to the first item and the way back
-// after the last are not counted, since a tool change lies between. Lengths are millimetres.
+// Travel is movement without cutting within one run: from the end of each item to the beginning of
+// the next. The moves to the first item and from the last one are not counted, since they belong to
+// the tool changes. Lengths are millimetres.
 #pragma once
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
-#include "formats/job/machining_job.h"
+#include "commands/order/order_job.h"
+#include "formats/job/job_order.h"
 
 namespace nmk_order {
 
@@ -18,8 +20,8 @@ namespace nmk_order {
 struct TravelFigures {
     double travel = 0.0;            // mm, along straight lines
     double per_axis = 0.0;          // mm, each move as its longest component (Chebyshev)
-    double longest = 0.0;           // mm; 0 where there is no move
-    std::size_t longest_after = 0;  // the longest move leaves the item at this position
+    double longest = 0.0;           // mm; 0 if there is no move
+    std::size_t longest_after = 0;  // position of the cut that the longest move leaves
 };
 
 /// One row of the table.
@@ -31,22 +33,21 @@ struct ToolFigures {
     TravelFigures after;
 };
 
-/// A row for each tool, and their sum.
+/// A row for each run, and their sum.
 struct OrderFigures {
     std::vector<ToolFigures> tools;
     ToolFigures total;
 };
 
-TravelFigures measure_travel(const std::vector<nmk_job::JobItem>& items);
+TravelFigures measure_travel(const std::vector<nmk_job::JobItem>& items,
+                             std::span<const nmk_job::JobCut> cuts);
 
-/// Rows of the tools of `before`, which `after` has at the same places.
-OrderFigures measure_order(const std::vector<nmk_job::JobTool>& before,
-                           const std::vector<nmk_job::JobTool>& after);
+OrderFigures measure_order(const nmk_job::MachiningJob& job, const OrderedJob& ordered);
 
-/// What was saved, in percent of what was; 0 where nothing was travelled before.
+/// The saving in percent of `before`; 0 if nothing was travelled before.
 double saved_percent(double before, double after);
 
-/// Seconds for a length at a constant rapid rate, without acceleration.
+/// Seconds for a length in mm at a constant rapid rate, without acceleration.
 double rapid_seconds(double length, double mm_per_minute);
 
 }  // namespace nmk_order

@@ -1,4 +1,4 @@
-// order_job: puts the items of a job in the order that the library finds.
+// order_job: orders the items of a job with the library's sorters.
 
 #include "commands/order/order_job.h"
 
@@ -15,57 +15,61 @@ namespace nmk_order {
 
 namespace {
 
-bool has_end(const nmk_job::JobItem& item) { return item.end.has_value(); }
+using Items = std::vector<nmk_job::JobItem>;
 
-/// One library item for each of ours, numbered. A deque, since the library borrows them.
-std::deque<nmkSortItemLine> library_items(const std::vector<nmk_job::JobItem>& items) {
-    const bool lines = std::any_of(items.begin(), items.end(), has_end);
-    const giPoint3 no_end;  // unset, which the sorters take for none
+bool has_slots(const Items& items, std::span<const nmk_job::JobCut> cuts) {
+    return std::any_of(cuts.begin(), cuts.end(),
+                       [&](const nmk_job::JobCut& cut) { return items[cut.item].end.has_value(); });
+}
+
+/// One library item for each cut, with the position of the cut as its index. A deque, since the
+/// library borrows the items.
+///
+/// The sorters need an end on all items or on none: beside slots, a hole is a line of no length.
+std::deque<nmkSortItemLine> library_items(const Items& items,
+                                          std::span<const nmk_job::JobCut> cuts) {
+    const bool are_lines = has_slots(items, cuts);
+    const giPoint3 no_end;  // unset, which the sorters read as a point without an end
     std::deque<nmkSortItemLine> result;
-    for (const nmk_job::JobItem& item : items) {
-        const giPoint3& end = lines ? item.end.value_or(item.start) : no_end;
+    for (const nmk_job::JobCut& cut : cuts) {
+        const nmk_job::JobItem& item = items[cut.item];
+        const giPoint3& end = are_lines ? item.end.value_or(item.start) : no_end;
         result.emplace_back(item.start, end).set_index(static_cast<int>(result.size()) - 1);
     }
     return result;
 }
 
-/// Appends the items that a broken off sort did not come to, in the order in which they came.
-void append_missing(std::vector<nmk_job::JobItem>& result,
-                    const std::vector<nmk_job::JobItem>& items, const std::vector<bool>& taken) {
-    for (std::size_t i = 0; i < items.size(); ++i) {
-        if (!taken[i]) {
-            result.push_back(items[i]);
-        }
-    }
-}
+struct SortedCuts {
+    nmk_job::JobOrder cuts;
+    bool stopped = false;  // a stop left cuts undone; they follow in the order that they had
+};
 
-/// The items of one run in the library's order; `stopped` is set when a break left some undone.
-///
-/// Where some items have two points and some one, a hole counts as a line of no length, because the
-/// sorters want either all items with an end or none.
-std::vector<nmk_job::JobItem> sorted_items(const std::vector<nmk_job::JobItem>& items,
-                                           const OrderRequest& request, nmkProgressBreak* progress,
-                                           bool& stopped) {
-    std::deque<nmkSortItemLine> lines = library_items(items);
+SortedCuts sorted_cuts(const Items& items, std::span<const nmk_job::JobCut> cuts,
+                       const OrderRequest& request, nmkProgressBreak* progress) {
+    std::deque<nmkSortItemLine> lines = library_items(items, cuts);
     nmkPointSorter sorter(request.type);
     for (nmkSortItemLine& line : lines) {
         sorter.add_item(nmkSortItemPrf(&line));
     }
     nmkSortList& sorted = sorter.sort(request.tolerance, request.start, progress);
-    std::vector<nmk_job::JobItem> result;
-    result.reserve(items.size());
-    std::vector<bool> taken(items.size(), false);
+    SortedCuts result;
+    result.cuts.reserve(cuts.size());
+    std::vector<bool> taken(cuts.size(), false);
     sorted.reset();
     while (sorted.forwards() != 0) {
         const auto i = static_cast<std::size_t>(sorted.read()->index());
         if (!taken[i]) {
             taken[i] = true;
-            result.push_back(items[i]);
-            result.back().reversed = has_end(items[i]) && lines[i].reversed() != 0;
+            const bool is_slot = items[cuts[i].item].end.has_value();
+            result.cuts.push_back({cuts[i].item, is_slot && lines[i].reversed() != 0});
         }
     }
-    stopped = result.size() < items.size();
-    append_missing(result, items, taken);
+    result.stopped = result.cuts.size() < cuts.size();
+    for (std::size_t i = 0; i < cuts.size(); ++i) {
+        if (!taken[i]) {
+            result.cuts.push_back(cuts[i]);
+        }
+    }
     return result;
 }
 
@@ -73,110 +77,116 @@ bool finds_shortest(nmkSortType type) {
     return type == nmkSortTypeShortest || type == nmkSortTypeShortestOneWay;
 }
 
-/// The library orders lines around a ring, which has no first item: cut it at its longest move, so
-/// that this move is not travelled. The order around the ring stays as it is.
-void cut_ring_at_longest_move(std::vector<nmk_job::JobItem>& items) {
-    const double closing = items.back().exit().distance(items.front().entry());
-    const TravelFigures open = measure_travel(items);
+/// The library orders lines around a ring, which has no first item: cuts the ring open at its
+/// longest move, which is then not travelled. The order around the ring does not change.
+void open_ring_at_longest_move(const Items& items, nmk_job::JobOrder& cuts) {
+    const nmk_job::JobCut& first = cuts.front();
+    const nmk_job::JobCut& last = cuts.back();
+    const double closing = nmk_job::exit_of(items[last.item], last.reversed)
+                               .distance(nmk_job::entry_of(items[first.item], first.reversed));
+    const TravelFigures open = measure_travel(items, cuts);
     if (open.longest > closing) {
-        const auto first = static_cast<std::ptrdiff_t>(open.longest_after) + 1;
-        std::rotate(items.begin(), items.begin() + first, items.end());
+        const auto begin = static_cast<std::ptrdiff_t>(open.longest_after) + 1;
+        std::rotate(cuts.begin(), cuts.begin() + begin, cuts.end());
     }
 }
 
-struct Orderer {
-    const OrderRequest& request;
-    nmk_shell::ProgressRelay& breaks;
-    nmkProgressBreak* progress;
-    OrderedJob& result;
+/// Orders the runs of `result.after`, which begin in the order of the file.
+class RunOrderer {
+  public:
+    RunOrderer(const nmk_job::MachiningJob& job, const OrderRequest& request,
+               nmkProgressBreak* progress, OrderedJob& result)
+        : m_items(job.items),
+          m_request(request),
+          m_relay(progress),
+          m_progress(progress == nullptr ? nullptr : &m_relay),
+          m_result(result) {}
 
-    std::vector<nmk_job::JobItem> order_run(const nmk_job::JobTool& run) {
-        if (breaks.stop_requested()) {
-            result.stopped = true;
-            result.notes.push_back(run.name + ": not begun, left in the order of the file");
-            return run.items;
+    void order(const OrderRun& run) {
+        if (m_relay.stop_requested()) {
+            m_result.stopped = true;
+            add_note(run, "not ordered; its items are in the order of the file");
+            return;
         }
-        bool stopped = false;
-        std::vector<nmk_job::JobItem> items = sorted_items(run.items, request, progress, stopped);
-        if (stopped) {
-            result.stopped = true;
-            result.notes.push_back(run.name +
-                                   ": stopped; what was not yet ordered follows as in the file");
-            return items;
+        const std::span<nmk_job::JobCut> cuts =
+            std::span(m_result.after).subspan(run.begin, run.count);
+        SortedCuts sorted = sorted_cuts(m_items, cuts, m_request, m_progress);
+        if (sorted.stopped) {
+            m_result.stopped = true;
+            add_note(run, "stopped; the rest of its items follow in the order of the file");
+        } else if (finds_shortest(m_request.type) && !shorten(run, sorted.cuts)) {
+            return;
         }
-        return finds_shortest(request.type) ? shortest(run, std::move(items)) : items;
+        std::copy(sorted.cuts.begin(), sorted.cuts.end(), cuts.begin());
     }
 
-    /// Cuts the ring of lines, and never answers an order longer than the file's.
-    std::vector<nmk_job::JobItem> shortest(const nmk_job::JobTool& run,
-                                           std::vector<nmk_job::JobItem> items) {
-        if (items.size() > 2 && std::any_of(items.begin(), items.end(), has_end)) {
-            cut_ring_at_longest_move(items);
+  private:
+    /// Opens a ring of slots; returns false, with a note, if the order of the file is shorter.
+    bool shorten(const OrderRun& run, nmk_job::JobOrder& cuts) {
+        if (cuts.size() > 2 && has_slots(m_items, cuts)) {
+            open_ring_at_longest_move(m_items, cuts);
         }
-        if (measure_travel(items).travel > measure_travel(run.items).travel) {
-            result.notes.push_back(run.name + ": the order of the file is shorter and was kept");
-            return run.items;
+        const double of_file = measure_travel(m_items, run.of(m_result.before)).travel;
+        if (measure_travel(m_items, cuts).travel > of_file) {
+            add_note(run, "the order of the file is shorter and was kept");
+            return false;
         }
-        return items;
+        return true;
     }
+
+    void add_note(const OrderRun& run, const std::string& note) {
+        m_result.notes.push_back(run.name + ": " + note);
+    }
+
+    const Items& m_items;
+    const OrderRequest& m_request;
+    nmk_shell::ProgressRelay m_relay;
+    nmkProgressBreak* m_progress;
+    OrderedJob& m_result;
 };
 
-/// All items of all tools as they stand in the file, and for each the place of its tool.
-nmk_job::JobTool all_items(const nmk_job::MachiningJob& job,
-                           std::vector<std::size_t>& tool_of_source) {
-    nmk_job::JobTool all{"all", std::nullopt, {}};
-    for (std::size_t tool = 0; tool < job.tools.size(); ++tool) {
-        for (const nmk_job::JobItem& item : job.tools[tool].items) {
-            tool_of_source.resize(std::max(tool_of_source.size(), item.source_index + 1));
-            tool_of_source[item.source_index] = tool;
-            all.items.push_back(item);
-        }
+std::vector<OrderRun> runs_of(const nmk_job::MachiningJob& job, bool across_tools) {
+    if (across_tools) {
+        return {{"all", std::nullopt, 0, job.items.size()}};
     }
-    std::sort(all.items.begin(), all.items.end(),
-              [](const nmk_job::JobItem& a, const nmk_job::JobItem& b) {
-                  return a.source_index < b.source_index;
-              });
-    return all;
-}
-
-/// Cuts an order of all items into runs of one tool each.
-std::vector<nmk_job::JobTool> runs_of_one_tool(const std::vector<nmk_job::JobItem>& items,
-                                               const nmk_job::MachiningJob& job,
-                                               const std::vector<std::size_t>& tool_of_source) {
-    std::vector<nmk_job::JobTool> runs;
-    std::size_t last_tool = job.tools.size();
-    for (const nmk_job::JobItem& item : items) {
-        const std::size_t tool = tool_of_source[item.source_index];
-        if (tool != last_tool) {
-            runs.push_back({job.tools[tool].name, job.tools[tool].diameter, {}});
-            last_tool = tool;
-        }
-        runs.back().items.push_back(item);
+    std::vector<OrderRun> runs;
+    for (const nmk_job::JobTool& tool : job.tools) {
+        runs.push_back({tool.name, tool.diameter, 0, 0});
+    }
+    for (const nmk_job::JobItem& item : job.items) {
+        ++runs[item.tool].count;
+    }
+    for (std::size_t i = 1; i < runs.size(); ++i) {
+        runs[i].begin = runs[i - 1].begin + runs[i - 1].count;
     }
     return runs;
 }
 
-std::size_t changes(std::size_t runs) { return runs == 0 ? 0 : runs - 1; }
+std::size_t tool_changes(const nmk_job::MachiningJob& job, const nmk_job::JobOrder& order) {
+    std::size_t changes = 0;
+    for (std::size_t i = 1; i < order.size(); ++i) {
+        changes += job.items[order[i].item].tool != job.items[order[i - 1].item].tool ? 1U : 0U;
+    }
+    return changes;
+}
 
 }  // namespace
 
 OrderedJob order_job(const nmk_job::MachiningJob& job, const OrderRequest& request,
                      nmkProgressBreak* progress) {
     OrderedJob result;
-    result.job = job;
-    std::vector<std::size_t> tool_of_source;
-    const nmk_job::JobTool all = all_items(job, tool_of_source);
-    result.tool_changes_before = changes(runs_of_one_tool(all.items, job, tool_of_source).size());
-    result.before = request.across_tools ? std::vector<nmk_job::JobTool>{all} : job.tools;
-    nmk_shell::ProgressRelay breaks(progress);
-    Orderer orderer{request, breaks, progress == nullptr ? nullptr : &breaks, result};
-    for (const nmk_job::JobTool& run : result.before) {
-        result.after.push_back({run.name, run.diameter, orderer.order_run(run)});
+    result.runs = runs_of(job, request.across_tools);
+    result.before = nmk_job::order_of_file(job);
+    result.tool_changes_before = tool_changes(job, result.before);
+    if (!request.across_tools) {
+        result.before = nmk_job::order_by_tool(job);
     }
-    result.job.tools = request.across_tools
-                           ? runs_of_one_tool(result.after.front().items, job, tool_of_source)
-                           : result.after;
-    result.tool_changes_after = changes(result.job.tools.size());
+    result.after = result.before;
+    RunOrderer orderer(job, request, progress, result);
+    for (const OrderRun& run : result.runs) {
+        orderer.order(run);
+    }
+    result.tool_changes_after = tool_changes(job, result.after);
     return result;
 }
 

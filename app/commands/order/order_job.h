@@ -1,8 +1,8 @@
-// order_job.h: puts the items of a job in the order that the library finds.
+// order_job.h: orders the items of a job with the library's sorters.
 //
-// Each tool is ordered by itself, as if the cutter stood at `start`: between two tools stands a
-// tool change, which costs more than any travel and happens at a place of the machine's own.
-// Whatever happens, a break included, every item comes out exactly once.
+// Each tool is ordered by itself, as if the cutter stood at `start`: a tool change costs more than
+// any travel, and the machine chooses where it takes place. Whatever happens, a stop included,
+// every item is in the order exactly once.
 #pragma once
 
 #include <geometry/giPoint3.h>
@@ -10,10 +10,12 @@
 #include <nmktoolbox/ordering/nmkSortType.h>
 
 #include <cstddef>
+#include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
-#include "formats/job/machining_job.h"
+#include "formats/job/job_order.h"
 
 namespace nmk_order {
 
@@ -24,19 +26,30 @@ struct OrderRequest {
     double tolerance = 0.0;         // mm
 };
 
-/// A job in its new order, and what is compared.
-struct OrderedJob {
-    nmk_job::MachiningJob job;  // a tool for each run: a tool may come back when tools are mixed
-    std::vector<nmk_job::JobTool>
-        before;  // runs in the order of the file; one run, "all", across tools
-    std::vector<nmk_job::JobTool> after;  // the same runs in their new order
-    std::size_t tool_changes_before = 0;
-    std::size_t tool_changes_after = 0;
-    bool stopped = false;            // a break was asked for; what was not done stays in file order
-    std::vector<std::string> notes;  // what a person should know, a sentence each
+/// Cuts that are ordered together: those of one tool, or all of them across tools.
+struct OrderRun {
+    std::string name;                // of the tool; "all" across tools
+    std::optional<double> diameter;  // mm
+    std::size_t begin = 0;           // position of its first cut, before as after
+    std::size_t count = 0;
+
+    std::span<const nmk_job::JobCut> of(const nmk_job::JobOrder& order) const {
+        return std::span(order).subspan(begin, count);
+    }
 };
 
-/// Orders the job. `progress` may be null; a non-zero answer of its increment asks for a break.
+/// Two complete orders of a job, divided into the same runs.
+struct OrderedJob {
+    std::vector<OrderRun> runs;           // one for each tool, or a single one across tools
+    nmk_job::JobOrder before;             // each run in the order of the file
+    nmk_job::JobOrder after;              // each run in its new order
+    std::size_t tool_changes_before = 0;  // in the order of the file, whatever the runs
+    std::size_t tool_changes_after = 0;
+    bool stopped = false;            // a stop was requested; the rest is in the order of the file
+    std::vector<std::string> notes;  // remarks for a person, a sentence each without its full stop
+};
+
+/// Orders the job. `progress` may be null; a result of its increment other than 0 requests a stop.
 OrderedJob order_job(const nmk_job::MachiningJob& job, const OrderRequest& request,
                      nmkProgressBreak* progress);
 

@@ -1,4 +1,4 @@
-// order_legend: what the marks and colours of the picture mean, and its table of figures.
+// order_legend: the legend of the picture, its scale bar and its table of figures.
 
 #include "commands/order/order_legend.h"
 
@@ -28,7 +28,7 @@ void draw_gradient(nmk_draw::SvgDocument& svg, nmk_draw::SvgPoint at, double wid
     }
 }
 
-/// How much of the table each column takes; the columns of figure_cells.
+/// The relative widths of the columns of figure_cells.
 constexpr std::array<double, 9> column_shares = {1.0, 1.0, 0.8, 1.35, 1.25, 0.9, 1.0, 1.1, 1.15};
 
 void draw_cells(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, double y,

@@ -1,6 +1,7 @@
-// order_legend.h: what the marks and colours of the picture mean, and its table of figures.
+// order_legend.h: the legend of the picture, its scale bar and its table of figures.
 //
-// Each operation draws from a given y downwards and answers where the next thing may begin.
+// Each operation draws from a given y downwards and returns the y below which the next one may
+// draw.
 #pragma once
 
 #include <vector>

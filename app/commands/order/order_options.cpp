@@ -1,4 +1,4 @@
-// order_options: what a person asks of `nmk order`.
+// order_options: the command line of `nmk order`.
 
 #include "commands/order/order_options.h"
 
@@ -19,7 +19,7 @@ using Problem = std::string;  // empty: none
 Problem set_type(OrderOptions& options, const std::string& value) {
     const auto type = sort_type_of_name(value);
     if (!type) {
-        return "--type " + nmk_text::quoted(value) + " cannot be sorted; the types are " +
+        return "--type " + nmk_text::quoted(value) + " is unknown; expected " +
                sort_type_name_list();
     }
     options.type = *type;
@@ -67,7 +67,7 @@ Problem set_output(OrderOptions& options, const std::string& value) {
     const std::string ending = nmk_job_files::name_ending(value);
     if (ending != "drl" && ending != "csv" && ending != "json") {
         return "-o " + nmk_text::quoted(value) +
-               " has no known ending; expected .drl, .csv or .json";
+               " has no known extension; expected .drl, .csv or .json";
     }
     return nmk_shell::set_output_file<OrderOptions, &OrderOptions::output_file>(options, value);
 }
@@ -103,11 +103,11 @@ Problem check(OrderOptions& options) {
         return "expected the name of a file: nmk order FILE; see nmk help order";
     }
     if (options.debug_channel.name.empty() != options.debug_svg_file.empty()) {
-        return "--debug CHANNEL and --debug-svg FILE go together";
+        return "--debug CHANNEL and --debug-svg FILE must be given together";
     }
     const std::string_view outputs[] = {options.output_file, options.svg_file, options.html_file,
                                         options.debug_svg_file};
-    // -o may name the file itself, which is then put in order; a picture would be its end.
+    // -o may be the input file, which is then ordered in place; a picture would destroy it.
     Problem problem =
         nmk_shell::check_input_is_kept(options.file_name, std::span(outputs).subspan(1));
     return problem.empty() ? nmk_shell::check_outputs_differ(outputs) : problem;

@@ -1,7 +1,7 @@
-// order_options.h: what a person asks of `nmk order`.
+// order_options.h: the command line of `nmk order`.
 //
 // Lengths on the command line are in the unit of --units, and without it in the unit of the file;
-// they become millimetres only when the file has been read, by order_request.
+// order_request converts them to millimetres once the file has been read.
 #pragma once
 
 #include <nmktoolbox/ordering/nmkSortType.h>
@@ -26,22 +26,22 @@ struct OrderOptions {
     std::array<double, 3> start{0.0, 0.0, 0.0};
     std::optional<double> tolerance;  // empty: default_tolerance
     std::optional<nmk_job::JobUnits> units;
-    double rapid = 10000.0;  // mm per minute, a common rate of routers and drilling machines
+    double rapid = 10000.0;  // mm per minute, common for routers and drilling machines
     std::string output_file, svg_file, html_file;  // empty: not written
-    DebugChannel debug_channel;                    // with a name only together with debug_svg_file
+    DebugChannel debug_channel;                    // has a name if debug_svg_file has one
     std::string debug_svg_file;
     bool json = false;
     bool quiet = false;
 };
 
-/// Items of one row of a grid may differ by so much, in mm: above the rounding of drill files,
+/// The largest difference of items in one row of a grid, in mm: above the rounding of drill files,
 /// below any distance between two rows of holes.
 constexpr double default_tolerance = 0.1;
 
-/// The options, or one line that says what is wrong with them.
+/// The options, or an Error.
 nmk_text::Result<OrderOptions> read_order_options(const std::vector<std::string>& arguments);
 
-/// What is to be done with a job in these file units.
+/// The request for a job with these file units.
 OrderRequest order_request(const OrderOptions& options, nmk_job::JobUnits file_units);
 
 }  // namespace nmk_order

@@ -12,7 +12,7 @@ namespace nmk_order {
 
 namespace {
 
-/// All texts before the first is written, so that a job that has no text leaves no file.
+/// All texts, before the first file is written: a job that cannot be written leaves no file.
 nmk_text::Result<std::vector<nmk_files::OutputFile>> outputs(const nmk_job::MachiningJob& job,
                                                              const OrderedJob& ordered,
                                                              const OrderReport& report) {
@@ -20,7 +20,7 @@ nmk_text::Result<std::vector<nmk_files::OutputFile>> outputs(const nmk_job::Mach
     const OrderOptions& options = report.options;
     if (!options.output_file.empty()) {
         nmk_text::Result<std::string> text =
-            nmk_job_files::job_text(ordered.job, options.output_file);
+            nmk_job_files::job_text(job, ordered.after, options.output_file);
         if (!text) {
             return text.error();
         }

@@ -1,4 +1,4 @@
-// order_page: one self-contained page with the picture and the figures; nothing is fetched.
+// order_page: one self-contained HTML page with the picture and the figures.
 
 #include "commands/order/order_page.h"
 
@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "commands/order/order_picture.h"
+#include "commands/order/order_table.h"
 #include "draw/html_frame.h"
 #include "text/escaped_text.h"
 

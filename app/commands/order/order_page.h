@@ -1,11 +1,9 @@
-// order_page.h: one self-contained page with the picture and the figures; nothing is fetched.
+// order_page.h: one self-contained HTML page with the picture and the figures.
 #pragma once
 
 #include <string>
 
-#include "commands/order/order_job.h"
-#include "commands/order/order_table.h"
-#include "formats/job/machining_job.h"
+#include "commands/order/order_report.h"
 
 namespace nmk_order {
 

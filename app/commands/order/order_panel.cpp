@@ -1,4 +1,4 @@
-// order_panel: one half of the picture: the cuts of a part and the way of the cutter between them.
+// order_panel: one half of the picture: the cuts of a part and the travel between them.
 
 #include "commands/order/order_panel.h"
 
@@ -17,25 +17,17 @@ namespace nmk_order {
 namespace {
 
 constexpr std::size_t colour_steps = 64;
-constexpr std::size_t many_items = 2000;  // are drawn small, or they would hide the travel
-constexpr double smallest_radius = 1.5;   // pixels
+constexpr std::size_t many_items = 2000;  // above, items are drawn small to show the travel
+constexpr double min_radius = 1.5;        // pixels
 constexpr double label_size = 14.0;
 
-std::size_t count_items(const std::vector<nmk_job::JobTool>& tools) {
-    std::size_t count = 0;
-    for (const nmk_job::JobTool& tool : tools) {
-        count += tool.items.size();
-    }
-    return count;
-}
-
-/// Half the width of a tool's cut in pixels, with a sensible dot where the width is unknown.
+/// Half the width of a cut in pixels; a dot if the diameter of the tool is unknown.
 double cut_radius(const PartView& view, const nmk_job::JobTool& tool, std::size_t items) {
     const double dot = items > many_items ? 0.8 : 2.5;
-    return tool.diameter ? std::max(*tool.diameter / 2.0 * view.scale, smallest_radius) : dot;
+    return tool.diameter ? std::max(*tool.diameter / 2.0 * view.scale, min_radius) : dot;
 }
 
-/// A slot: its outline as a wider line under its filling.
+/// A slot: the outline is a wider line under the fill.
 void draw_slot(nmk_draw::SvgDocument& svg, const PartView& view, const nmk_job::JobItem& item,
                double radius, const std::string& colour) {
     const nmk_draw::SvgPoint from = view.at(item.start);
@@ -47,22 +39,51 @@ void draw_slot(nmk_draw::SvgDocument& svg, const PartView& view, const nmk_job::
     svg.line(from, to, stroke(colour, std::max(2 * radius - 1.0, 1.0)));
 }
 
-/// The moves of all runs, each with its place among them, from 0 to 1.
-struct Move {
-    nmk_draw::SvgPoint from, to;
-    double place;
+/// The ends of a run in the drawing.
+struct RunEnds {
+    const std::string& name;
+    nmk_draw::SvgPoint start, end;
 };
 
-std::vector<Move> moves_of(const PartView& view, const std::vector<nmk_job::JobTool>& runs) {
+nmk_draw::SvgPoint entry_at(const PartView& view, const TravelRuns& runs,
+                            const nmk_job::JobCut& cut) {
+    return view.at(nmk_job::entry_of(runs.items[cut.item], cut.reversed));
+}
+
+nmk_draw::SvgPoint exit_at(const PartView& view, const TravelRuns& runs,
+                           const nmk_job::JobCut& cut) {
+    return view.at(nmk_job::exit_of(runs.items[cut.item], cut.reversed));
+}
+
+std::vector<RunEnds> run_ends(const PartView& view, const TravelRuns& runs) {
+    std::vector<RunEnds> ends;
+    for (const OrderRun& run : runs.runs) {
+        if (run.count > 0) {
+            const std::span<const nmk_job::JobCut> cuts = run.of(runs.order);
+            ends.push_back(
+                {run.name, entry_at(view, runs, cuts.front()), exit_at(view, runs, cuts.back())});
+        }
+    }
+    return ends;
+}
+
+/// A move, and its position among all moves, from 0 to 1.
+struct Move {
+    nmk_draw::SvgPoint from, to;
+    double position;
+};
+
+std::vector<Move> moves_of(const PartView& view, const TravelRuns& runs) {
     std::vector<Move> moves;
-    for (const nmk_job::JobTool& run : runs) {
-        for (std::size_t i = 1; i < run.items.size(); ++i) {
-            moves.push_back({view.at(run.items[i - 1].exit()), view.at(run.items[i].entry()), 0.0});
+    for (const OrderRun& run : runs.runs) {
+        const std::span<const nmk_job::JobCut> cuts = run.of(runs.order);
+        for (std::size_t i = 1; i < cuts.size(); ++i) {
+            moves.push_back({exit_at(view, runs, cuts[i - 1]), entry_at(view, runs, cuts[i]), 0.0});
         }
     }
     const double last = moves.size() > 1 ? static_cast<double>(moves.size() - 1) : 1.0;
     for (std::size_t i = 0; i < moves.size(); ++i) {
-        moves[i].place = static_cast<double>(i) / last;
+        moves[i].position = static_cast<double>(i) / last;
     }
     return moves;
 }
@@ -76,7 +97,8 @@ void draw_moves(nmk_draw::SvgDocument& svg, const std::vector<Move>& moves) {
     svg.open_group("fill=\"none\" stroke-width=\"" + travel_width(moves.size()) +
                    "\" stroke-dasharray=\"4.5 2.5\" stroke-linejoin=\"round\"");
     const auto step_of = [](const Move& move) {
-        return static_cast<std::size_t>(move.place * static_cast<double>(colour_steps - 1) + 0.5);
+        return static_cast<std::size_t>(move.position * static_cast<double>(colour_steps - 1) +
+                                        0.5);
     };
     for (std::size_t i = 0; i < moves.size();) {
         const std::size_t step = step_of(moves[i]);
@@ -85,8 +107,8 @@ void draw_moves(nmk_draw::SvgDocument& svg, const std::vector<Move>& moves) {
             pairs.push_back(moves[i].from);
             pairs.push_back(moves[i].to);
         }
-        const double place = static_cast<double>(step) / static_cast<double>(colour_steps - 1);
-        svg.separate_lines(pairs, "stroke=\"" + nmk_draw::order_colour(place) + "\"");
+        const double position = static_cast<double>(step) / static_cast<double>(colour_steps - 1);
+        svg.separate_lines(pairs, "stroke=\"" + nmk_draw::order_colour(position) + "\"");
     }
     svg.close_group();
 }
@@ -96,13 +118,14 @@ struct LongestMove {
     double length = 0.0;  // mm
 };
 
-LongestMove longest_move(const PartView& view, const std::vector<nmk_job::JobTool>& runs) {
+LongestMove longest_move(const PartView& view, const TravelRuns& runs) {
     LongestMove longest;
-    for (const nmk_job::JobTool& run : runs) {
-        const TravelFigures figures = measure_travel(run.items);
+    for (const OrderRun& run : runs.runs) {
+        const std::span<const nmk_job::JobCut> cuts = run.of(runs.order);
+        const TravelFigures figures = measure_travel(runs.items, cuts);
         if (figures.longest > longest.length) {
-            longest = {view.at(run.items[figures.longest_after].exit()),
-                       view.at(run.items[figures.longest_after + 1].entry()), figures.longest};
+            longest = {exit_at(view, runs, cuts[figures.longest_after]),
+                       entry_at(view, runs, cuts[figures.longest_after + 1]), figures.longest};
         }
     }
     return longest;
@@ -117,21 +140,21 @@ void draw_label(nmk_draw::SvgDocument& svg, const nmk_draw::LabelBox& box, const
                  nmk_text::short_number(label_size, 1) + "\" fill=\"" + colour + "\"");
 }
 
-/// Along the move, in the middle first, then beside it.
-std::vector<nmk_draw::SvgPoint> places_along(const LongestMove& move) {
-    std::vector<nmk_draw::SvgPoint> places;
+/// Middles for a label along the move: on its middle first, then beside it.
+std::vector<nmk_draw::SvgPoint> middles_along(const LongestMove& move) {
+    std::vector<nmk_draw::SvgPoint> middles;
     for (const double up : {0.0, -16.0, 16.0, -32.0, 32.0}) {
         for (const double part : {0.5, 0.4, 0.6, 0.3, 0.7, 0.2, 0.8}) {
-            places.push_back({move.from.x + (move.to.x - move.from.x) * part,
-                              move.from.y + (move.to.y - move.from.y) * part + up});
+            middles.push_back({move.from.x + (move.to.x - move.from.x) * part,
+                               move.from.y + (move.to.y - move.from.y) * part + up});
         }
     }
-    return places;
+    return middles;
 }
 
-/// Around a mark, nearest first.
-std::vector<nmk_draw::SvgPoint> places_around(nmk_draw::SvgPoint mark, double width) {
-    std::vector<nmk_draw::SvgPoint> places;
+/// Middles for a label around a mark, nearest first.
+std::vector<nmk_draw::SvgPoint> middles_around(nmk_draw::SvgPoint mark, double width) {
+    std::vector<nmk_draw::SvgPoint> middles;
     for (const double distance : {1.0, 1.8, 2.6}) {
         const double x = width / 2 + 8.0 * distance;
         const double y = 17.0 * distance;
@@ -143,10 +166,10 @@ std::vector<nmk_draw::SvgPoint> places_around(nmk_draw::SvgPoint mark, double wi
                                                {-x, -y},
                                                {x, y},
                                                {-x, y}}) {
-            places.push_back({mark.x + step.x, mark.y + step.y});
+            middles.push_back({mark.x + step.x, mark.y + step.y});
         }
     }
-    return places;
+    return middles;
 }
 
 nmk_draw::LabelBox around(nmk_draw::SvgPoint p, double radius) {
@@ -180,33 +203,24 @@ double label_width(const std::string& words) {
 }  // bold
 
 /// Ends under starts, so that a run of one hole shows both.
-void draw_run_marks(nmk_draw::SvgDocument& svg, const PartView& view,
-                    const std::vector<nmk_job::JobTool>& runs, Labels& labels) {
-    for (const nmk_job::JobTool& run : runs) {
-        if (!run.items.empty()) {
-            nmk_draw::draw_end_mark(svg, view.at(run.items.back().exit()));
-            labels.keep_off(view.at(run.items.back().exit()));
-        }
+void draw_run_marks(nmk_draw::SvgDocument& svg, const std::vector<RunEnds>& runs, Labels& labels) {
+    for (const RunEnds& run : runs) {
+        nmk_draw::draw_end_mark(svg, run.end);
+        labels.keep_off(run.end);
     }
-    for (const nmk_job::JobTool& run : runs) {
-        if (!run.items.empty()) {
-            nmk_draw::draw_start_mark(svg, view.at(run.items.front().entry()));
-            labels.keep_off(view.at(run.items.front().entry()));
-        }
+    for (const RunEnds& run : runs) {
+        nmk_draw::draw_start_mark(svg, run.start);
+        labels.keep_off(run.start);
     }
 }
 
-void write_run_names(const PartView& view, const std::vector<nmk_job::JobTool>& runs,
-                     Labels& labels) {
+void write_run_names(const std::vector<RunEnds>& runs, Labels& labels) {
     if (runs.size() < 2) {
         return;
     }
-    for (const nmk_job::JobTool& run : runs) {
-        if (!run.items.empty()) {
-            const double width = label_width(run.name);
-            labels.write(places_around(view.at(run.items.front().entry()), width), run.name, width,
-                         "#1b5e20");
-        }
+    for (const RunEnds& run : runs) {
+        const double width = label_width(run.name);
+        labels.write(middles_around(run.start, width), run.name, width, "#1b5e20");
     }
 }
 
@@ -218,40 +232,42 @@ void draw_longest_mark(nmk_draw::SvgDocument& svg, nmk_draw::SvgPoint from, nmk_
              "stroke-linecap=\"round\"");
 }
 
-void draw_cuts(nmk_draw::SvgDocument& svg, const PartView& view,
-               const std::vector<nmk_job::JobTool>& tools) {
-    const std::size_t items = count_items(tools);
-    for (std::size_t i = 0; i < tools.size(); ++i) {
-        const double radius = cut_radius(view, tools[i], items);
+void draw_cuts(nmk_draw::SvgDocument& svg, const PartView& view, const nmk_job::MachiningJob& job) {
+    const std::size_t items = job.items.size();
+    const auto draw_tool = [&](std::size_t tool, std::span<const nmk_job::JobCut> cuts) {
+        const double radius = cut_radius(view, job.tools[tool], items);
         const std::string rim = items > many_items ? "0.4" : "1";
-        svg.open_group("fill=\"" + nmk_draw::tool_colour(i) +
+        svg.open_group("fill=\"" + nmk_draw::tool_colour(tool) +
                        "\" stroke=\"#5c6b7a\" stroke-width=\"" + rim +
                        "\" stroke-linecap=\"round\"");
-        for (const nmk_job::JobItem& item : tools[i].items) {
+        for (const nmk_job::JobCut& cut : cuts) {
+            const nmk_job::JobItem& item = job.items[cut.item];
             if (item.end) {
-                draw_slot(svg, view, item, radius, nmk_draw::tool_colour(i));
+                draw_slot(svg, view, item, radius, nmk_draw::tool_colour(tool));
             } else {
                 svg.circle(view.at(item.start), radius);
             }
         }
         svg.close_group();
-    }
+    };
+    nmk_job::each_tool_run(job, nmk_job::order_by_tool(job), draw_tool);
 }
 
 void draw_travel(nmk_draw::SvgDocument& svg, const PartView& view, const nmk_draw::LabelBox& panel,
-                 const std::vector<nmk_job::JobTool>& runs) {
+                 const TravelRuns& runs) {
     Labels labels(svg, panel);
+    const std::vector<RunEnds> ends = run_ends(view, runs);
     const LongestMove longest = longest_move(view, runs);
     draw_moves(svg, moves_of(view, runs));
     if (longest.length > 0.0) {
         draw_longest_mark(svg, longest.from, longest.to);
     }
-    draw_run_marks(svg, view, runs, labels);
+    draw_run_marks(svg, ends, labels);
     if (longest.length > 0.0) {
         const std::string words = "longest " + nmk_text::fixed_number(longest.length, 1) + " mm";
-        labels.write(places_along(longest), words, label_width(words), "#8a5300");
+        labels.write(middles_along(longest), words, label_width(words), "#8a5300");
     }
-    write_run_names(view, runs, labels);
+    write_run_names(ends, labels);
 }
 
 }  // namespace nmk_order

@@ -1,4 +1,4 @@
-// order_picture: before and after side by side on one scale, a legend, and the figures below.
+// order_picture: before and after side by side at one scale, a legend, and the figures below.
 
 #include "commands/order/order_picture.h"
 
@@ -17,14 +17,14 @@ namespace {
 
 // The layout, in pixels.
 constexpr double margin = 32.0;
-constexpr double gap = 36.0;             // between the panels
-constexpr double largest_width = 690.0;  // of a panel
-constexpr double largest_height = 640.0;
-constexpr double smallest_width = 450.0;  // so that headings and legend have room
+constexpr double gap = 36.0;         // between the panels
+constexpr double max_width = 690.0;  // of a panel
+constexpr double max_height = 640.0;
+constexpr double min_width = 450.0;  // for headings and legend
 constexpr double heading_height = 120.0;
 
 struct Layout {
-    PartView view;             // of the left panel, in its middle
+    PartView view;             // of the left panel, centred in it
     double panel_width = 0.0;  // at least that of the view
     double width = 0.0;
     double panel_bottom = 0.0;
@@ -39,18 +39,18 @@ struct Layout {
 
 Layout layout_of(const nmk_job::MachiningJob& job) {
     Layout layout;
-    layout.view.extent = part_extent(job.tools);
-    layout.view.scale = std::min(largest_width / layout.view.extent.width(),
-                                 largest_height / layout.view.extent.height());
+    layout.view.extent = part_extent(job);
+    layout.view.scale =
+        std::min(max_width / layout.view.extent.width(), max_height / layout.view.extent.height());
     layout.view.corner.y = heading_height;
-    layout.panel_width = std::max(layout.view.width(), smallest_width);
+    layout.panel_width = std::max(layout.view.width(), min_width);
     layout.width = 2 * margin + 2 * layout.panel_width + gap;
     layout.panel_bottom = heading_height + layout.view.height();
     return layout;
 }
 
 void draw_panel(nmk_draw::SvgDocument& svg, const Layout& layout, bool after,
-                const nmk_job::MachiningJob& job, const std::vector<nmk_job::JobTool>& runs,
+                const nmk_job::MachiningJob& job, const OrderedJob& ordered,
                 const std::string& figures) {
     const double left = layout.panel_left(after);
     const double y = heading_height - 13.0;
@@ -60,8 +60,9 @@ void draw_panel(nmk_draw::SvgDocument& svg, const Layout& layout, bool after,
              "font-size=\"17\" fill=\"#3c4654\" text-anchor=\"end\"");
     svg.rectangle({left, heading_height}, layout.panel_width, layout.view.height(),
                   "rx=\"6\" fill=\"#fbfcfd\" stroke=\"#c5ccd4\"");
-    draw_cuts(svg, layout.view_of(after), job.tools);
+    draw_cuts(svg, layout.view_of(after), job);
     const nmk_draw::LabelBox panel{left, heading_height, layout.panel_width, layout.view.height()};
+    const TravelRuns runs{job.items, ordered.runs, after ? ordered.after : ordered.before};
     draw_travel(svg, layout.view_of(after), panel, runs);
 }
 
@@ -83,13 +84,13 @@ std::string after_figures(const OrderReport& report) {
            nmk_text::fixed_number(saved_percent(before, after), 1) + " %";
 }
 
-/// Everything but the ground; answers the bottom.
+/// Everything but the background; returns its lower edge.
 double draw_content(nmk_draw::SvgDocument& svg, const Layout& layout,
                     const nmk_job::MachiningJob& job, const OrderedJob& ordered,
                     const OrderReport& report, bool figures) {
     draw_title(svg, layout, report);
-    draw_panel(svg, layout, false, job, ordered.before, before_figures(report));
-    draw_panel(svg, layout, true, job, ordered.after, after_figures(report));
+    draw_panel(svg, layout, false, job, ordered, before_figures(report));
+    draw_panel(svg, layout, true, job, ordered, after_figures(report));
     const nmk_draw::PictureColumn column{margin, layout.width - margin};
     double y = layout.panel_bottom + 14.0;
     draw_scale_bar(svg, column, y, layout.view.scale);

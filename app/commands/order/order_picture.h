@@ -1,17 +1,15 @@
-// order_picture.h: before and after side by side on one scale, a legend, and the figures below.
+// order_picture.h: before and after side by side at one scale, a legend, and the figures below.
 #pragma once
 
 #include <string>
 #include <vector>
 
-#include "commands/order/order_job.h"
-#include "commands/order/order_table.h"
-#include "formats/job/machining_job.h"
+#include "commands/order/order_report.h"
 
 namespace nmk_order {
 
-/// The picture as an SVG document. With `figures` the table stands below; a page that has its own
-/// table goes without.
+/// The picture as an SVG document. With `figures` the table is drawn below; a page has a table of
+/// its own instead.
 std::string order_picture(const nmk_job::MachiningJob& job, const OrderedJob& ordered,
                           const OrderReport& report, bool figures);
 

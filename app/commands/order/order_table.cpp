@@ -4,22 +4,12 @@
 
 #include <algorithm>
 
-#include "commands/order/sort_type_names.h"
 #include "text/escaped_text.h"
 #include "text/number_format.h"
 
 namespace nmk_order {
 
 namespace {
-
-std::string counted(std::size_t count, const std::string& noun) {
-    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
-}
-
-std::string point_text(const giPoint3& p) {
-    std::string text = "(" + nmk_text::short_number(p.x, 3) + ", " + nmk_text::short_number(p.y, 3);
-    return text + (p.z == 0.0 ? "" : ", " + nmk_text::short_number(p.z, 3)) + ")";
-}
 
 std::vector<std::string> row_cells(const ToolFigures& row, double rapid) {
     const TravelFigures& after = row.after;
@@ -71,27 +61,6 @@ FigureCells figure_cells(const OrderReport& report) {
     }
     cells.rows.push_back(row_cells(report.figures.total, report.options.rapid));
     return cells;
-}
-
-std::string report_summary(const OrderReport& report) {
-    const OrderRequest& request = report.request;
-    const std::size_t tools = report.figures.tools.size();
-    return counted(report.figures.total.items, "item") + ", " +
-           (request.across_tools ? "across tools" : counted(tools, "tool")) + ", sorted by " +
-           std::string(sort_type_name(request.type)) + " from " + point_text(request.start) + " mm";
-}
-
-std::string rapid_summary(const OrderReport& report) {
-    const double rapid = report.options.rapid;
-    const TravelFigures& before = report.figures.total.before;
-    const TravelFigures& after = report.figures.total.after;
-    const auto seconds = [&](double length) {
-        return nmk_text::fixed_number(rapid_seconds(length, rapid), 1) + " s";
-    };
-    return "Rapids at " + nmk_text::short_number(rapid, 3) + " mm/min: straight (Euclidean) " +
-           seconds(before.travel) + " before, " + seconds(after.travel) +
-           " after; longest axis (Chebyshev) " + seconds(before.per_axis) + " before, " +
-           seconds(after.per_axis) + " after.";
 }
 
 std::string order_table(const OrderReport& report) {

@@ -1,4 +1,4 @@
-// part_view: where a point of the part stands in the drawing: seen from above, y upwards.
+// part_view: maps points of the part to the drawing: seen from above, y upwards.
 
 #include "commands/order/part_view.h"
 
@@ -9,7 +9,7 @@ namespace nmk_order {
 
 namespace {
 
-constexpr double air = 0.06;             // of the larger side, around the cuts
+constexpr double margin = 0.06;          // of the larger side, around the cuts
 constexpr double smallest_extent = 1.0;  // mm, for a single hole without a diameter
 
 void include(PartExtent& extent, const giPoint3& p, double radius) {
@@ -21,22 +21,20 @@ void include(PartExtent& extent, const giPoint3& p, double radius) {
 
 }  // namespace
 
-PartExtent part_extent(const std::vector<nmk_job::JobTool>& tools) {
+PartExtent part_extent(const nmk_job::MachiningJob& job) {
     constexpr double far = std::numeric_limits<double>::max();
     PartExtent extent{far, far, -far, -far};
-    for (const nmk_job::JobTool& tool : tools) {
-        const double radius = tool.diameter.value_or(0.0) / 2.0;
-        for (const nmk_job::JobItem& item : tool.items) {
-            include(extent, item.start, radius);
-            include(extent, item.end.value_or(item.start), radius);
-        }
+    for (const nmk_job::JobItem& item : job.items) {
+        const double radius = job.tools[item.tool].diameter.value_or(0.0) / 2.0;
+        include(extent, item.start, radius);
+        include(extent, item.end.value_or(item.start), radius);
     }
     if (extent.min_x > extent.max_x) {
         extent = {0.0, 0.0, 0.0, 0.0};
     }
     const double side = std::max({extent.width(), extent.height(), smallest_extent});
-    return {extent.min_x - side * air, extent.min_y - side * air, extent.max_x + side * air,
-            extent.max_y + side * air};
+    return {extent.min_x - side * margin, extent.min_y - side * margin,
+            extent.max_x + side * margin, extent.max_y + side * margin};
 }
 
 }  // namespace nmk_order

@@ -1,16 +1,14 @@
-// part_view.h: where a point of the part stands in the drawing: seen from above, y upwards.
+// part_view.h: maps points of the part to the drawing: seen from above, y upwards.
 #pragma once
 
 #include <geometry/giPoint3.h>
-
-#include <vector>
 
 #include "draw/svg_document.h"
 #include "formats/job/machining_job.h"
 
 namespace nmk_order {
 
-/// What there is to see, in mm: from the lower left to the upper right corner.
+/// The rectangle that is shown, in mm: from the lower left to the upper right corner.
 struct PartExtent {
     double min_x = 0.0, min_y = 0.0, max_x = 0.0, max_y = 0.0;
 
@@ -18,8 +16,8 @@ struct PartExtent {
     double height() const { return max_y - min_y; }
 };
 
-/// The extent of all cuts with the width of their tools and some air around; never empty.
-PartExtent part_extent(const std::vector<nmk_job::JobTool>& tools);
+/// The extent of all cuts, with the width of their tools and a margin; never empty.
+PartExtent part_extent(const nmk_job::MachiningJob& job);
 
 /// Maps millimetres to pixels, with the same scale in x and y.
 struct PartView {

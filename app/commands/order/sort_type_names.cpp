@@ -1,4 +1,4 @@
-// sort_type_names: the names by which a person picks a sort type on the command line.
+// sort_type_names: the names of the sort types on the command line.
 
 #include "commands/order/sort_type_names.h"
 

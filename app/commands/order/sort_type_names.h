@@ -1,4 +1,4 @@
-// sort_type_names.h: the names by which a person picks a sort type on the command line.
+// sort_type_names.h: the names of the sort types on the command line.
 #pragma once
 
 #include <nmktoolbox/ordering/nmkSortType.h>
@@ -9,10 +9,10 @@
 
 namespace nmk_order {
 
-/// The type of a name, in small or capital letters; nothing for a name that is not in the list.
+/// The type of a name in upper or lower case; empty for an unknown name.
 std::optional<nmkSortType> sort_type_of_name(std::string_view name);
 
-/// The name of a type in the list, "" for another.
+/// The name of a type; "" for a type that is not supported.
 std::string_view sort_type_name(nmkSortType type);
 
 /// All names in the order of the types, "none, shortest, closest, ...".

@@ -1,4 +1,4 @@
-// find_route: asks the library for the shortest route over a lattice.
+// find_route: finds the shortest route over a lattice with the search of the library.
 
 #include "commands/route/find_route.h"
 

@@ -1,7 +1,7 @@
-// find_route.h: asks the library for the shortest route over a lattice.
+// find_route.h: finds the shortest route over a lattice with the search of the library.
 //
-// The steps are those of the library's lattice: to the eight neighbours, or to the three ahead in
-// x. Costs are lengths. The search stays on the lattice, so it always ends.
+// Steps go to the eight neighbours of a cell, or to the three ahead in x. Costs are lengths. The
+// search stays on the lattice, so it always ends.
 #pragma once
 
 #include <optional>
@@ -25,16 +25,15 @@ struct RouteRequest {
     giPoint2 start;
     giPoint2 goal;
     GoalKind kind = GoalKind::point;
-    double gradient = 0.0;     // of the kinds that need one
+    double gradient = 0.0;     // for the kinds that need one
     bool forward = false;      // only steps ahead in x
     bool cut_corners = false;  // a diagonal step may pass beside a blocked cell
 };
 
 struct FoundRoute {
-    std::vector<nmk_lattice::GridCell>
-        nodes;  // in the order of travel; empty where there is no route
+    std::vector<nmk_lattice::GridCell> nodes;  // in the order of travel; empty if there is no route
     std::vector<nmk_lattice::GridCell> closed;  // in the order of closing
-    std::size_t expanded = 0;                   // of the closed ones all but the arrival
+    std::size_t expanded = 0;                   // number of closed cells without the goal
     double length = 0.0;
     nmk_lattice::GridCell nearest;  // without a route: the closed cell nearest to the goal
     double short_of_goal = 0.0;     // what it then had before it; of a line as the goal counts it
@@ -44,10 +43,10 @@ struct FoundRoute {
     bool is_found() const { return !nodes.empty(); }
 };
 
-/// Why the plane cannot be searched so, in one line; empty where it can.
+/// The problem of a request that cannot be searched, in one line; otherwise empty.
 std::string check_request(const nmk_lattice::RoutePlane& plane, const RouteRequest& request);
 
-/// The route of a request that was checked. `progress` is borrowed and may be null.
+/// The route of a request that check_request accepts. `progress` is borrowed and may be null.
 FoundRoute find_route(const nmk_lattice::RoutePlane& plane, const RouteRequest& request,
                       nmkProgressBreak* progress);
 

@@ -9,10 +9,10 @@
 
 namespace nmk_route {
 
-/// Decimals that are shown: finer than two places that count as one.
+/// Decimals that are shown: finer than the smallest step of a lattice.
 inline constexpr int route_decimals = 9;
 
-/// A number as routes show it.
+/// A number of a route as text.
 inline std::string route_number(double value) {
     return nmk_text::short_number(value, route_decimals);
 }

@@ -1,4 +1,4 @@
-// read_plane: the lattice of a file, be it a map or a list of blocked places.
+// read_plane: reads a map or a list of blocked points as a lattice.
 
 #include "commands/route/read_plane.h"
 
@@ -14,7 +14,7 @@ nmk_text::Result<PlaneOfFile> plane_of_map(const RouteOptions& options, const st
     if (options.box || options.steps) {
         return nmk_text::Error{options.file_name, 0,
                                std::string(options.box ? "--box" : "--steps") +
-                                   " is for lists of blocked places; a map has its own"};
+                                   " applies to lists of blocked points; a map has its own"};
     }
     auto plane = nmk_octile::read_octile_map(options.file_name, text);
     if (!plane) {
@@ -23,9 +23,9 @@ nmk_text::Result<PlaneOfFile> plane_of_map(const RouteOptions& options, const st
     return PlaneOfFile{*std::move(plane), {}};
 }
 
-std::string off_lattice_note(std::size_t off_lattice, std::size_t places) {
-    return std::to_string(off_lattice) + " of " + std::to_string(places) +
-           " blocked places are outside the box or off the lattice and block nothing";
+std::string off_lattice_note(std::size_t off_lattice, std::size_t points) {
+    return std::to_string(off_lattice) + " of " + std::to_string(points) +
+           " blocked points are outside the box or off the lattice and block nothing";
 }
 
 nmk_text::Result<PlaneOfFile> plane_of_blocked(const RouteOptions& options,
@@ -38,10 +38,11 @@ nmk_text::Result<PlaneOfFile> plane_of_blocked(const RouteOptions& options,
     list.box = options.box ? options.box : list.box;
     list.steps = options.steps ? options.steps : list.steps;
     if (!list.box || !list.steps) {
-        return nmk_text::Error{
-            options.file_name, 0,
-            std::string("has no row ") + (list.box ? "steps,SX,SY" : "box,X0,Y0,X1,Y1") +
-                "; expected one, or " + (list.box ? "--steps SX,SY" : "--box X0,Y0,X1,Y1")};
+        return nmk_text::Error{options.file_name, 0,
+                               std::string("has no ") + (list.box ? "steps" : "box") +
+                                   "; expected a row " +
+                                   (list.box ? "steps,SX,SY or --steps SX,SY"
+                                             : "box,X0,Y0,X1,Y1 or --box X0,Y0,X1,Y1")};
     }
     auto made = nmk_blocked::plane_of_list(list, *options.start);
     if (!made) {
@@ -50,7 +51,7 @@ nmk_text::Result<PlaneOfFile> plane_of_blocked(const RouteOptions& options,
     auto& of_list = *made;
     PlaneOfFile result{std::move(of_list.plane), {}};
     if (of_list.off_lattice > 0) {
-        result.notes.push_back(off_lattice_note(of_list.off_lattice, list.places.size()));
+        result.notes.push_back(off_lattice_note(of_list.off_lattice, list.points.size()));
     }
     return result;
 }

@@ -1,4 +1,4 @@
-// read_plane.h: the lattice of a file, be it a map or a list of blocked places.
+// read_plane.h: reads a map or a list of blocked points as a lattice.
 #pragma once
 
 #include <string>
@@ -10,13 +10,13 @@
 
 namespace nmk_route {
 
-/// The lattice, and what a person should know of it.
+/// The lattice, and notes for a person.
 struct PlaneOfFile {
     nmk_lattice::RoutePlane plane;
     std::vector<std::string> notes;
 };
 
-/// Reads the file that the options name; one line where that cannot be.
+/// Reads the file that the options name.
 nmk_text::Result<PlaneOfFile> read_plane_file(const RouteOptions& options);
 
 /// The same for the text of that file.

@@ -1,4 +1,4 @@
-// route_command: `nmk route FILE`: searches a route through a plane with blocked places.
+// route_command: `nmk route FILE`: finds a short route across a plane with blocked cells.
 
 #include "commands/route/route_command.h"
 
@@ -53,12 +53,12 @@ int print_report(const RouteReport& report, const nmk_files::WrittenFiles& writt
         out << route_text(report);
         nmk_shell::print_written(out, written);
     }
-    const int answer = nmk_shell::finish(out, err, "the route", written);
-    if (answer == nmk_shell::done && !report.route.is_found()) {
+    const int code = nmk_shell::finish(out, err, "the route", written);
+    if (code == nmk_shell::done && !report.route.is_found()) {
         err << "nmk route: " << no_route_line(report) << "\n";
         return nmk_shell::no_result;
     }
-    return answer;
+    return code;
 }
 
 int route_with(const RouteOptions& options, nmkProgressBreak* progress, std::ostream& out,
@@ -74,7 +74,7 @@ int route_with(const RouteOptions& options, nmkProgressBreak* progress, std::ost
     }
     const FoundRoute route = find_route(file.plane, request, progress);
     if (route.stopped) {
-        err << "nmk route: stopped after " << route.closed.size() << " places; no route yet\n";
+        err << "nmk route: stopped after " << route.closed.size() << " cells; no route was found\n";
         return nmk_shell::no_result;
     }
     const RouteReport report{options, request, file.plane, route, file.notes};
@@ -97,7 +97,7 @@ int run_route(const std::vector<std::string>& arguments, std::ostream& out, std:
 int run_route(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
     return nmk_shell::run_with(read_route_options(arguments), "route", err,
                                [&](const RouteOptions& options) {
-                                   // Draws on a terminal only, but answers Ctrl-C everywhere.
+                                   // Draws on a terminal only, but handles Ctrl-C everywhere.
                                    nmkTerminalProgress progress(options.quiet ? nullptr : stderr);
                                    return route_with(options, &progress, out, err);
                                });

@@ -1,4 +1,4 @@
-// route_options: what a person asks of `nmk route`.
+// route_options: the command line of `nmk route`.
 
 #include "commands/route/route_options.h"
 
@@ -17,7 +17,7 @@ Problem set_point(RouteOptions& options, const std::string& value) {
     const std::vector<double> numbers = nmk_text::read_coordinates(value);
     if (numbers.size() != 2 || std::abs(numbers[0]) > nmk_lattice::max_route_coordinate ||
         std::abs(numbers[1]) > nmk_lattice::max_route_coordinate) {
-        return nmk_text::quoted(value) + " is not a place; expected X,Y from -1e6 to 1e6";
+        return nmk_text::quoted(value) + " is not a point; expected X,Y from -1e6 to 1e6";
     }
     options.*point = giPoint2(numbers[0], numbers[1]);
     return {};
@@ -47,7 +47,7 @@ Problem set_gradient(RouteOptions& options, const std::string& value) {
     const auto number = nmk_text::read_coordinate(value);
     if (!number || !(*number > 0.0)) {
         return "--gradient " + nmk_text::quoted(value) +
-               " is not a slope; expected a number above 0";
+               " is not a gradient; expected a number above 0";
     }
     options.gradient = *number;
     return {};
@@ -111,7 +111,7 @@ Problem check(RouteOptions& options) {
         return "--goal-kind " + kind + " needs a --gradient";
     }
     if (!needs_gradient(options.kind) && options.gradient) {
-        return "--gradient has no meaning for --goal-kind " + kind +
+        return "--gradient does not apply to --goal-kind " + kind +
                "; expected line-with-gradient or moving-line";
     }
     const std::string_view outputs[] = {options.csv_file, options.svg_file, options.html_file};

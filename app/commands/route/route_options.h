@@ -1,4 +1,4 @@
-// route_options.h: what a person asks of `nmk route`.
+// route_options.h: the command line of `nmk route`.
 #pragma once
 
 #include <optional>
@@ -11,22 +11,22 @@
 
 namespace nmk_route {
 
-/// The command line of `nmk route`, checked as far as that goes without the file.
+/// The command line of `nmk route`, checked as far as possible without the file.
 struct RouteOptions {
     std::string file_name;
     std::optional<giPoint2> start, goal;
     GoalKind kind = GoalKind::point;
     std::optional<double> gradient;
-    std::optional<nmk_blocked::PlaneBox> box;  // in place of the one in the file
+    std::optional<nmk_blocked::PlaneBox> box;  // instead of the one in the file
     std::optional<giPoint2> steps;             // the same
-    std::optional<bool> cut_corners;           // empty: a map is not cut, a list of places is
+    std::optional<bool> cut_corners;           // empty: true for a list, false for a map
     bool forward = false;
     std::string csv_file, svg_file, html_file;  // empty: not written
     bool json = false;
     bool quiet = false;
 };
 
-/// The options, or one line that says what is wrong with them.
+/// The options, or an Error.
 nmk_text::Result<RouteOptions> read_route_options(const std::vector<std::string>& arguments);
 
 }  // namespace nmk_route

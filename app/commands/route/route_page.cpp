@@ -1,4 +1,4 @@
-// route_page: one self-contained page with the picture and the figures of a route.
+// route_page: one self-contained HTML page with the picture and the figures of a route.
 
 #include "commands/route/route_page.h"
 

@@ -1,4 +1,4 @@
-// route_page.h: one self-contained page with the picture and the figures of a route.
+// route_page.h: one self-contained HTML page with the picture and the figures of a route.
 #pragma once
 
 #include <string>

@@ -14,22 +14,21 @@ namespace nmk_route {
 
 namespace {
 
-// Cells are painted by kind: 0 free, 1 blocked, then the closed ones from first to last.
+// Kinds of cells by colour: 0 free, 1 blocked, then the closed ones from first to last.
 constexpr std::size_t blocked_kind = 1;
 constexpr std::size_t first_closed_kind = 2;
 constexpr std::size_t shades = 40;
 constexpr std::size_t kinds = first_closed_kind + shades;
 
-constexpr double smallest_ruled_cell = 7.0;  // pixels; below, lines would hide the cells
+constexpr double min_cell_with_lines = 7.0;  // pixels; grid lines would hide smaller cells
 constexpr double mark_size = 6.0;
 
 std::vector<std::uint8_t> cell_kinds(const RouteReport& report) {
     const nmk_lattice::RoutePlane& plane = report.plane;
     std::vector<std::uint8_t> cells(plane.cell_count(), 0);
-    const auto cell = [&](nmk_lattice::GridCell place) -> std::uint8_t& {
-        return cells[static_cast<std::size_t>(place.row) *
-                         static_cast<std::size_t>(plane.columns()) +
-                     static_cast<std::size_t>(place.column)];
+    const auto cell = [&](nmk_lattice::GridCell at) -> std::uint8_t& {
+        return cells[static_cast<std::size_t>(at.row) * static_cast<std::size_t>(plane.columns()) +
+                     static_cast<std::size_t>(at.column)];
     };
     for (int row = 0; row < plane.rows(); ++row) {
         for (int column = 0; column < plane.columns(); ++column) {
@@ -45,7 +44,7 @@ std::vector<std::uint8_t> cell_kinds(const RouteReport& report) {
     return cells;
 }
 
-/// One path for each kind: its runs of cells, row by row, as rectangles in cells.
+/// One path for each kind: its runs of cells, row by row, as rectangles in units of cells.
 std::array<std::string, kinds> run_paths(const GridView& view,
                                          const std::vector<std::uint8_t>& cells) {
     std::array<std::string, kinds> paths;
@@ -75,8 +74,8 @@ std::string colour_of(std::size_t kind) {
                                     double{shades - 1});
 }
 
-void draw_rules(nmk_draw::SvgDocument& svg, const GridView& view) {
-    if (std::min(view.cell_width, view.cell_height) < smallest_ruled_cell) {
+void draw_grid_lines(nmk_draw::SvgDocument& svg, const GridView& view) {
+    if (std::min(view.cell_width, view.cell_height) < min_cell_with_lines) {
         return;
     }
     std::vector<nmk_draw::SvgPoint> pairs;
@@ -95,7 +94,7 @@ void draw_rules(nmk_draw::SvgDocument& svg, const GridView& view) {
                        "stroke-width=\"1\"");
 }
 
-/// The middle of the cell at a point that need not stand on the lattice.
+/// The position in the drawing of a point that need not be on the lattice.
 nmk_draw::SvgPoint middle_of_point(const GridView& view, const nmk_lattice::RoutePlane& plane,
                                    const giPoint2& point) {
     const giPoint2 searched = plane.search_point(point);
@@ -106,7 +105,7 @@ nmk_draw::SvgPoint middle_of_point(const GridView& view, const nmk_lattice::Rout
             view.corner.y + (drawn + 0.5) * view.cell_height};
 }
 
-/// The goal where it stands in the end: of a line what may be reached, of a moving one its way.
+/// For a line, the part that may be reached; for a moving line, its movement.
 void draw_goal_lines(nmk_draw::SvgDocument& svg, const GridView& view, const RouteReport& report,
                      nmk_draw::SvgPoint goal) {
     if (report.request.kind == GoalKind::moving_line) {
@@ -159,7 +158,7 @@ void draw_cells(nmk_draw::SvgDocument& svg, const GridView& view, const RouteRep
         }
     }
     svg.close_group();
-    draw_rules(svg, view);
+    draw_grid_lines(svg, view);
 }
 
 void draw_route(nmk_draw::SvgDocument& svg, const GridView& view, const RouteReport& report) {

@@ -1,7 +1,6 @@
 // route_panel.h: the cells of a lattice, and the route and its marks above them.
 //
-// Every place is a cell with the place in its middle. Rows of a map run downwards, as in its file;
-// those of a list of places upwards.
+// Rows of a map run downwards, as in its file; those of a list of points upwards.
 #pragma once
 
 #include "commands/route/route_report.h"
@@ -9,7 +8,7 @@
 
 namespace nmk_route {
 
-/// Where the cells stand in the drawing, in pixels.
+/// The position of the cells in the drawing, in pixels.
 struct GridView {
     nmk_draw::SvgPoint corner;  // upper left
     double cell_width = 1.0;
@@ -21,19 +20,19 @@ struct GridView {
     double width() const { return cell_width * columns; }
     double height() const { return cell_height * rows; }
     int drawn_row(int row) const { return downwards ? row : rows - 1 - row; }
-    nmk_draw::SvgPoint middle(nmk_lattice::GridCell place) const {
-        return {corner.x + (place.column + 0.5) * cell_width,
-                corner.y + (drawn_row(place.row) + 0.5) * cell_height};
+    nmk_draw::SvgPoint middle(nmk_lattice::GridCell cell) const {
+        return {corner.x + (cell.column + 0.5) * cell_width,
+                corner.y + (drawn_row(cell.row) + 0.5) * cell_height};
     }
 };
 
-/// Blocked and closed places, and the lines between cells that are large enough.
+/// Blocked and closed cells, and grid lines if the cells are large enough.
 void draw_cells(nmk_draw::SvgDocument& svg, const GridView& view, const RouteReport& report);
 
-/// The goal, the route, its start and its end, or the place that came nearest.
+/// The goal, and the route with its start and end or the cell nearest to the goal.
 void draw_route(nmk_draw::SvgDocument& svg, const GridView& view, const RouteReport& report);
 
-/// The marks of the legend, the same as in the panel.
+/// The marks of the panel, also for the legend.
 void draw_route_line(nmk_draw::SvgDocument& svg, const std::vector<nmk_draw::SvgPoint>& pairs,
                      double width);
 void draw_goal_mark(nmk_draw::SvgDocument& svg, nmk_draw::SvgPoint at);

@@ -1,4 +1,4 @@
-// route_picture: the map, the places that a search closed in their order, and the route.
+// route_picture: the map, the cells that a search visited in their order, and the route.
 
 #include "commands/route/route_picture.h"
 
@@ -16,10 +16,10 @@ namespace {
 
 // The layout, in pixels.
 constexpr double margin = 32.0;
-constexpr double largest_width = 1040.0;  // of the panel
-constexpr double largest_height = 800.0;
-constexpr double largest_cell = 48.0;
-constexpr double smallest_width = 760.0;  // so that heading and legend have room
+constexpr double max_width = 1040.0;  // of the panel
+constexpr double max_height = 800.0;
+constexpr double max_cell = 48.0;
+constexpr double min_width = 760.0;  // for heading and legend
 constexpr double heading_height = 118.0;
 
 struct Layout {
@@ -32,9 +32,9 @@ struct Layout {
 
 Layout layout_of(const nmk_lattice::RoutePlane& plane) {
     const giPoint2 steps = plane.steps();
-    const double scale = std::min({largest_width / (plane.columns() * steps.x),
-                                   largest_height / (plane.rows() * steps.y),
-                                   largest_cell / steps.x, largest_cell / steps.y});
+    const double scale =
+        std::min({max_width / (plane.columns() * steps.x), max_height / (plane.rows() * steps.y),
+                  max_cell / steps.x, max_cell / steps.y});
     Layout layout;
     GridView& view = layout.view;
     view.columns = plane.columns();
@@ -42,7 +42,7 @@ Layout layout_of(const nmk_lattice::RoutePlane& plane) {
     view.cell_width = steps.x * scale;
     view.cell_height = steps.y * scale;
     view.downwards = plane.is_map;
-    layout.panel_width = std::max(view.width(), smallest_width);
+    layout.panel_width = std::max(view.width(), min_width);
     layout.panel_height = view.height();
     view.corner = {margin + (layout.panel_width - view.width()) / 2, heading_height};
     return layout;
@@ -119,7 +119,7 @@ double draw_legend(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, d
     return line.bottom();
 }
 
-/// Everything but the ground; answers the bottom.
+/// Everything but the background; returns its lower edge.
 double draw_content(nmk_draw::SvgDocument& svg, const Layout& layout, const RouteReport& report) {
     draw_title(svg, layout, report);
     const GridView& view = layout.view;

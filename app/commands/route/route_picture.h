@@ -1,4 +1,4 @@
-// route_picture.h: the map, the places that a search closed in their order, and the route.
+// route_picture.h: the map, the cells that a search visited in their order, and the route.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// route_report: what is told of one run of `nmk route`, as text and CSV.
+// route_report: the report of one run of `nmk route`, as text and CSV.
 
 #include "commands/route/route_report.h"
 
@@ -28,8 +28,8 @@ std::string goal_text(const RouteReport& report) {
 std::string node_list(const RouteReport& report) {
     std::string text;
     std::string line = " ";
-    for (const nmk_lattice::GridCell& place : report.route.nodes) {
-        const std::string node = point_text(report.plane.at(place));
+    for (const nmk_lattice::GridCell& cell : report.route.nodes) {
+        const std::string node = point_text(report.plane.at(cell));
         if (line.size() + 1 + node.size() > line_width) {
             text += line + "\n";
             line = " ";
@@ -43,7 +43,7 @@ std::string node_list(const RouteReport& report) {
 
 std::string plane_summary(const RouteReport& report) {
     const nmk_lattice::RoutePlane& plane = report.plane;
-    return std::to_string(plane.columns()) + " x " + std::to_string(plane.rows()) + " places, " +
+    return std::to_string(plane.columns()) + " x " + std::to_string(plane.rows()) + " cells, " +
            std::to_string(plane.blocked_count()) + " blocked; corners " +
            (report.request.cut_corners ? "may be cut" : "kept clear") +
            (report.request.forward ? "; forward only" : "");
@@ -62,11 +62,11 @@ std::string route_summary(const RouteReport& report) {
 
 std::string no_route_line(const RouteReport& report) {
     const std::size_t closed = report.route.closed.size();
-    return route_summary(report) + "; of " + std::to_string(closed) +
-           (closed == 1 ? " place" : " places") + " closed " +
-           point_text(report.plane.at(report.route.nearest)) + " is nearest to the goal" +
-           (report.has_moved_goal() ? ", now at " + point_text(report.route.goal) : "") + ", " +
-           route_number(report.route.short_of_goal) + " short of it";
+    return route_summary(report) + "; the nearest of " + std::to_string(closed) +
+           (closed == 1 ? " visited cell" : " visited cells") + " is " +
+           point_text(report.plane.at(report.route.nearest)) + ", " +
+           route_number(report.route.short_of_goal) + " short of the goal" +
+           (report.has_moved_goal() ? ", which has moved to " + point_text(report.route.goal) : "");
 }
 
 std::vector<std::pair<std::string, std::string>> route_figures(const RouteReport& report) {
@@ -85,8 +85,9 @@ std::vector<std::pair<std::string, std::string>> route_figures(const RouteReport
         figures.emplace_back("Nodes", std::to_string(route.nodes.size()));
     } else {
         figures.emplace_back("Route", "none");
-        figures.emplace_back("Nearest closed", point_text(report.plane.at(route.nearest)) + ", " +
-                                                   route_number(route.short_of_goal) + " short");
+        figures.emplace_back("Nearest cell", point_text(report.plane.at(route.nearest)) + ", " +
+                                                 route_number(route.short_of_goal) +
+                                                 " short of the goal");
     }
     figures.emplace_back("Nodes expanded", std::to_string(route.expanded));
     return figures;
@@ -111,8 +112,8 @@ std::string route_csv(const RouteReport& report) {
     std::string text = "x,y,length\n";
     double length = 0.0;
     giPoint2 last = report.request.start;
-    for (const nmk_lattice::GridCell& place : report.route.nodes) {
-        const giPoint2 point = report.plane.at(place);
+    for (const nmk_lattice::GridCell& cell : report.route.nodes) {
+        const giPoint2 point = report.plane.at(cell);
         length += last.distance(point);
         last = point;
         text +=

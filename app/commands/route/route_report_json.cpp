@@ -1,4 +1,4 @@
-// route_report_json: what is told of one run of `nmk route`, as one JSON object for programs.
+// route_report_json: the report of one run of `nmk route` as one JSON object.
 
 #include "commands/route/point_text.h"
 #include "commands/route/route_report.h"
@@ -29,8 +29,8 @@ std::string route_part(const RouteReport& report) {
                ", \"short\": " + route_number(route.short_of_goal) + "}";
     }
     std::string nodes;
-    for (const nmk_lattice::GridCell& place : route.nodes) {
-        nodes += (nodes.empty() ? "" : ", ") + point_json(report.plane.at(place));
+    for (const nmk_lattice::GridCell& cell : route.nodes) {
+        nodes += (nodes.empty() ? "" : ", ") + point_json(report.plane.at(cell));
     }
     return "{\"length\": " + route_number(route.length) + ", \"nodes\": [" + nodes + "]}";
 }

@@ -1,6 +1,6 @@
 // answer_text.h: an answer as lines for a person, and as a JSON object for a program.
 //
-// Numbers have as many digits as it takes to read them back exactly.
+// Numbers have as many digits as are needed to read them back exactly.
 #pragma once
 
 #include <cstddef>
@@ -10,12 +10,12 @@
 
 namespace nmk_solve {
 
-/// The problem with the number of solutions, a table of them, and the note. With a `line` of a
-/// table above 0 that stands in front.
+/// The problem with the number of solutions, a table of them, and the note. A `line` above 0, the
+/// line of a table, is printed first.
 std::string answer_text(const Answer& answer, std::size_t line);
 
-/// {"line": 3, "problem": ..., "solutions": [{"x": 1, "residual": 0}], "note": ...}; no "line" for
-/// 0, and null for a number that is not finite. Without a line feed at its end.
+/// {"line": 3, "problem": ..., "solutions": [{"x": 1, "residual": 0}], "note": ...}, without a line
+/// feed at the end; no "line" for 0, and null for a number that is not finite.
 std::string answer_json(const Answer& answer, std::size_t line);
 
 }  // namespace nmk_solve

@@ -21,9 +21,9 @@ constexpr double plot_width = 820.0;
 constexpr double plot_height = 440.0;
 constexpr int samples = 600;
 
-constexpr double x_air = 0.35;  // of what is to be seen, on either side
-constexpr double y_air = 0.12;
-constexpr double most_beyond = 1.2;  // how far the curve is followed past its turning points
+constexpr double x_margin = 0.35;  // of the range of the points to show, on either side
+constexpr double y_margin = 0.12;
+constexpr double max_beyond = 1.2;  // of that range, the part of the curve past its turning points
 
 double largest_size(const std::vector<double>& values) {
     double largest = 0.0;
@@ -33,38 +33,38 @@ double largest_size(const std::vector<double>& values) {
     return largest;
 }
 
-/// Roots and turning points.
-std::vector<double> places_to_see(const std::vector<double>& coefficients, const Answer& answer) {
-    std::vector<double> places;
+/// The x of roots and turning points.
+std::vector<double> points_to_show(const std::vector<double>& coefficients, const Answer& answer) {
+    std::vector<double> points;
     for (const Solution& root : answer.solutions) {
-        places.push_back(root.values[0]);
+        points.push_back(root.values[0]);
     }
     for (const Solution& turn : solve_polynomial(derivative_of(coefficients)).solutions) {
-        places.push_back(turn.values[0]);
+        points.push_back(turn.values[0]);
     }
-    std::erase_if(places, [](double x) { return !std::isfinite(x); });
-    return places;
+    std::erase_if(points, [](double x) { return !std::isfinite(x); });
+    return points;
 }
 
-nmk_draw::PlotRange x_range(const std::vector<double>& places) {
-    if (places.empty()) {
+nmk_draw::PlotRange x_range(const std::vector<double>& points) {
+    if (points.empty()) {
         return {-1.0, 1.0};
     }
-    const auto [low, high] = std::minmax_element(places.begin(), places.end());
-    const double size = std::max(largest_size(places), 1e-300);
+    const auto [low, high] = std::minmax_element(points.begin(), points.end());
+    const double size = std::max(largest_size(points), 1e-300);
     const double span = *high - *low;
-    // A single place, or several that a drawing could not tell apart.
-    const double air = span > 1e-9 * size ? span * x_air : size;
+    // A single point, or several that the drawing cannot separate.
+    const double air = span > 1e-9 * size ? span * x_margin : size;
     const double shown = air > 1e-200 ? air : 1.0;
     return {*low - shown, *high + shown};
 }
 
 nmk_draw::PlotRange y_range(const std::vector<double>& coefficients,
-                            const std::vector<double>& places, const nmk_draw::PlotRange& x) {
+                            const std::vector<double>& points, const nmk_draw::PlotRange& x) {
     double low = 0.0;
     double high = 0.0;
-    for (const double place : places) {
-        const double value = polynomial_value(coefficients, place);
+    for (const double point : points) {
+        const double value = polynomial_value(coefficients, point);
         low = std::min(low, value);
         high = std::max(high, value);
     }
@@ -72,14 +72,14 @@ nmk_draw::PlotRange y_range(const std::vector<double>& coefficients,
     const double right = polynomial_value(coefficients, x.high);
     const double edge_low = std::min({left, right, low});
     const double edge_high = std::max({left, right, high});
-    const double beyond = (high - low) * most_beyond;
-    // Values at roots are rounding, not height.
+    const double beyond = (high - low) * max_beyond;
+    // The values at roots are only rounding errors.
     const bool is_flat = high - low <= 1e-9 * (edge_high - edge_low);
     nmk_draw::PlotRange range{is_flat ? edge_low : std::max(edge_low, low - beyond),
                               is_flat ? edge_high : std::min(edge_high, high + beyond)};
     const double span = range.span() > 0.0 ? range.span() : 2.0;
-    range.low -= span * y_air;
-    range.high += span * y_air;
+    range.low -= span * y_margin;
+    range.high += span * y_margin;
     return range;
 }
 
@@ -87,14 +87,14 @@ bool is_drawable(const nmk_draw::PlotRange& range) {
     return std::isfinite(range.span()) && std::isfinite(range.low) && range.span() > 0.0;
 }
 
-/// The curve, broken where it has no finite value.
+/// The curve, interrupted at values that are not finite.
 std::vector<nmk_draw::SvgPoint> curve_pairs(const std::vector<double>& coefficients,
                                             const nmk_draw::PlotFrame& frame) {
     const auto point = [&](int i) {
         const double x = frame.x.low + frame.x.span() * i / samples;
         return frame.at(x, polynomial_value(coefficients, x));
     };
-    // What is far out of sight is brought nearer, for viewers that cannot draw so far.
+    // Values far out of range are clamped, for viewers that cannot draw them.
     const auto near = [&](nmk_draw::SvgPoint p) {
         const double far = 4 * frame.height;
         return nmk_draw::SvgPoint{p.x, std::clamp(p.y, frame.corner.y - far, frame.corner.y + far)};
@@ -110,7 +110,7 @@ std::vector<nmk_draw::SvgPoint> curve_pairs(const std::vector<double>& coefficie
     return pairs;
 }
 
-/// Roots of the same text once, with how often they were found.
+/// A root, and how many roots the drawing cannot separate from it.
 struct RootMark {
     double x;
     int count;
@@ -120,7 +120,7 @@ std::vector<RootMark> root_marks(const Answer& answer, const nmk_draw::PlotFrame
     std::vector<RootMark> marks;
     for (const Solution& root : answer.solutions) {
         const double x = root.values[0];
-        // Nearer than a pixel's hundredth: one mark.
+        // Roots nearer than a hundredth of a pixel share one mark.
         const bool is_same =
             !marks.empty() && std::abs(x - marks.back().x) <= frame.x.span() / frame.width / 100.0;
         if (is_same) {
@@ -132,8 +132,8 @@ std::vector<RootMark> root_marks(const Answer& answer, const nmk_draw::PlotFrame
     return marks;
 }
 
-/// Where a label may stand: beside the curve first, or on the other side of the axis where the
-/// curve only touches that; then above and below.
+/// Middles for a label: beside the curve first, or on the other side of the axis if the curve only
+/// touches it; then above and below.
 std::vector<nmk_draw::SvgPoint> label_middles(nmk_draw::SvgPoint at, double width,
                                               const std::vector<double>& coefficients,
                                               const RootMark& mark) {
@@ -202,15 +202,15 @@ std::string polynomial_picture(const std::vector<double>& coefficients, const An
     const double height = heading_height + plot_height + 54.0;
     nmk_draw::SvgDocument svg;
     draw_heading(svg, answer);
-    const std::vector<double> places = places_to_see(coefficients, answer);
+    const std::vector<double> points = points_to_show(coefficients, answer);
     nmk_draw::PlotFrame frame;
     frame.corner = {margin + number_width, heading_height};
     frame.width = plot_width;
     frame.height = plot_height;
-    frame.x = x_range(places);
-    frame.y = y_range(coefficients, places, frame.x);
+    frame.x = x_range(points);
+    frame.y = y_range(coefficients, points, frame.x);
     if (!is_drawable(frame.x) || !is_drawable(frame.y)) {
-        svg.text({margin, heading_height + 24.0}, "The numbers are too large to be drawn.",
+        svg.text({margin, heading_height + 24.0}, "The values are too large to be drawn.",
                  "font-size=\"16\" fill=\"#3c4654\"");
         return svg.str(width, height, answer.problem);
     }

@@ -8,7 +8,7 @@
 
 namespace nmk_solve {
 
-/// The picture as an SVG document. It shows every root and every turning point.
+/// The picture as an SVG document. Its range includes every root and every turning point.
 std::string polynomial_picture(const std::vector<double>& coefficients, const Answer& answer);
 
 }  // namespace nmk_solve

@@ -1,4 +1,4 @@
-// problem_table: reads a table of problems, a row each.
+// problem_table: reads a table of problems, one in each row.
 
 #include "commands/solve/problem_table.h"
 
@@ -27,7 +27,7 @@ nmk_text::Result<Problem> problem_of(const nmk_text::CsvRow& row, const KindFact
     if (row.count > nmk_text::max_csv_columns) {
         return nmk_text::Error{{},
                                0,
-                               std::to_string(row.count) + " columns; no problem has more than " +
+                               std::to_string(row.count) + " columns; expected at most " +
                                    std::to_string(nmk_text::max_csv_columns)};
     }
     const std::vector<std::string_view> cells = cells_of(row);
@@ -38,7 +38,7 @@ nmk_text::Result<Problem> problem_of(const nmk_text::CsvRow& row, const KindFact
     const KindFacts* const named = kind_of_name(name);
     if (named == nullptr) {
         return nmk_text::Error{
-            {}, 0, "cannot read " + nmk_text::quoted(name) + " as a kind; expected " + kind_list()};
+            {}, 0, "unknown kind " + nmk_text::quoted(name) + "; expected " + kind_list()};
     }
     return read_problem(*named, std::span(cells).subspan(1));
 }

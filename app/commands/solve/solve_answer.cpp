@@ -1,4 +1,4 @@
-// solve_answer: what the library answers to a problem.
+// solve_answer: the solutions of a problem by the library.
 
 #include "commands/solve/solve_answer.h"
 
@@ -15,7 +15,7 @@ Answer solve_normal(double x) {
     Answer answer;
     answer.problem = "probability of a value of at most " + nmk_text::readable_number(x);
     answer.value_names = {"probability"};
-    answer.residual_names = {"off the exact one"};
+    answer.residual_names = {"error"};
     const double probability = nmkCumulativeGaussian::calculate(x);
     const double exact = 0.5 * nmk_exact::exact_erfc(-x / std::sqrt(2.0));
     answer.solutions.push_back({{probability}, {probability - exact}});

@@ -1,7 +1,7 @@
-// solve_answer.h: what the library answers to a problem, with what is left when it is put back.
+// solve_answer.h: the solutions of a problem by the library, with their residuals.
 //
-// A solution is a row of values, each column under its name, and one residual for each equation:
-// the difference of its two sides at these values, worked out by the tool and not by the library.
+// A solution is a row of values with named columns, and one residual for each equation: the
+// difference of its two sides at these values, computed by the tool and not by the library.
 #pragma once
 
 #include <string>
@@ -21,11 +21,11 @@ struct Answer {
     std::vector<std::string> value_names;     // "cos phi"
     std::vector<std::string> residual_names;  // "residual"
     std::vector<Solution> solutions;
-    std::string note;  // what the count alone does not tell; empty where there is nothing
+    std::string note;  // for a person, about the count of solutions; may be empty
 };
 
-/// The answer to a problem that read_problem has accepted. A bracket whose ends cannot hold what is
-/// looked for has no solution, and a note that says so.
+/// The answer to a problem that read_problem has accepted. A bracket without a change of sign
+/// between its ends has no solution but a note.
 Answer solve_problem(const Problem& problem);
 
 /// "1 - 3 x + 2 x^2"
@@ -37,7 +37,7 @@ double polynomial_value(const std::vector<double>& coefficients, double x);
 /// The coefficients of the derivative; of a constant, one zero.
 std::vector<double> derivative_of(const std::vector<double>& coefficients);
 
-// The solvers of the kinds, by the file that each stands in.
+// The solvers of the kinds; each has a file of its own.
 Answer solve_polynomial(const std::vector<double>& coefficients);
 Answer solve_bracket(const Problem& problem);
 Answer solve_angles(const Problem& problem);

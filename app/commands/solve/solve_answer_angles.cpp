@@ -15,18 +15,18 @@ namespace nmk_solve {
 
 namespace {
 
-constexpr std::size_t most_solutions = 4;
+constexpr std::size_t max_solutions = 4;
 constexpr double degrees = 180.0 / 3.14159265358979323846;
 
-/// The arrays that the library fills. They begin as NaN, so that a slot that it counts and leaves
-/// unfilled can be told.
+/// The arrays that the library fills. They start as NaN, so that an element that it counts but does
+/// not fill is recognised.
 struct Slots {
     Slots() {
         for (auto* const array : {&cos_phi, &sin_phi, &cos_psi, &sin_psi}) {
             array->fill(std::numeric_limits<double>::quiet_NaN());
         }
     }
-    std::array<double, most_solutions> cos_phi, sin_phi, cos_psi, sin_psi;
+    std::array<double, max_solutions> cos_phi, sin_phi, cos_psi, sin_psi;
     int count = 0;
 };
 
@@ -71,7 +71,7 @@ Slots solve(const Problem& problem) {
     return s;
 }
 
-/// The residual of the one equation at an angle.
+/// The residual of the equation at an angle.
 std::vector<double> one_angle_residual(const Problem& problem, double c, double s) {
     const std::vector<double>& n = problem.numbers;
     if (problem.kind == ProblemKind::angles1) {
@@ -143,10 +143,11 @@ Answer solve_angles(const Problem& problem) {
     for (std::size_t i = 0; i < static_cast<std::size_t>(slots.count); ++i) {
         Solution solution = solution_at(problem, slots, i);
         if (std::isnan(slots.cos_phi[i])) {
-            answer.note = "one solution is counted that does not exist; it is left out";
+            answer.note = "the solver counted a solution that does not exist; it is left out";
         } else if (!std::all_of(solution.values.begin(), solution.values.end(),
                                 [](double value) { return std::isfinite(value); })) {
-            answer.note = "the numbers are too uneven: solutions that overflow are left out";
+            answer.note =
+                "the numbers differ too much in size; solutions that overflow are left out";
         } else {
             answer.solutions.push_back(std::move(solution));
         }

@@ -12,7 +12,7 @@ namespace nmk_solve {
 
 namespace {
 
-constexpr int most_iterations = 200;  // halving alone needs fewer for any bracket of ordinary size
+constexpr int max_iterations = 200;  // bisection alone needs fewer for a bracket of ordinary size
 constexpr double extremum_tolerance = 1e-10;
 
 /// A polynomial as the library takes a function; derivatives of first order only.
@@ -29,8 +29,8 @@ class PolynomialFunction : public mlFunction {
     std::vector<double> m_derivative;
 };
 
-// What the library's search leaves behind when values between the ends overflow.
-constexpr const char* values_overflow = "the values between the two ends are too large";
+// The search of the library then ends at a value that is not finite.
+constexpr const char* values_overflow = "values between the two ends overflow";
 
 bool differ_in_sign(double a, double b) { return (a <= 0.0 && b >= 0.0) || (a >= 0.0 && b <= 0.0); }
 
@@ -41,14 +41,14 @@ void find_root(const PolynomialFunction& f, double low, double high, Answer& ans
     }
     int converged = 0;
     const double x =
-        nmkRootSolve::bracketed_root_solve(f, low, high, 0.0, converged, most_iterations);
+        nmkRootSolve::bracketed_root_solve(f, low, high, 0.0, converged, max_iterations);
     if (!std::isfinite(x)) {
         answer.note = values_overflow;
         return;
     }
     answer.solutions.push_back({{x}, {f.value(x)}});
     if (converged == 0) {
-        answer.note = "not converged in " + std::to_string(most_iterations) + " rounds";
+        answer.note = "not converged after " + std::to_string(max_iterations) + " iterations";
     }
 }
 
@@ -73,7 +73,7 @@ void find_extremum(const PolynomialFunction& f, double low, double high, Answer&
     }
     answer.solutions.push_back({{x, f_x}, {f.derivative(1, x)}});
     if (!std::isfinite(f_x)) {
-        answer.note = "the value there is too large";
+        answer.note = "the value at the extremum overflows";
     }
 }
 

@@ -23,7 +23,7 @@ struct Roots {
     int count = 0;
 };
 
-/// The library takes coefficients that it might write to, so it gets a copy.
+/// The library takes coefficients that are not const, so it gets a copy.
 Roots roots_of(const std::vector<double>& coefficients) {
     std::array<double, 5> c{};
     std::copy(coefficients.begin(), coefficients.end(), c.begin());
@@ -44,14 +44,14 @@ bool all_zero(const std::vector<double>& coefficients) {
 
 std::string note_of(const std::vector<double>& coefficients, const Roots& roots) {
     if (all_zero(coefficients)) {
-        return "all coefficients are zero: every x is a root, and none is given";
+        return "all coefficients are zero; every x is a root, and none is listed";
     }
     if (coefficients.size() == 4 && roots.status[0] == too_uneven) {
-        return "the coefficients are too uneven: no roots are given";
+        return "the coefficients differ too much in size; no roots are computed";
     }
     if (coefficients.size() == 5 && roots.count < 4 &&
         roots.status[static_cast<std::size_t>(roots.count)] == lost_root) {
-        return "the leading coefficient is zero: one root is lost";
+        return "the leading coefficient is zero; one root is lost";
     }
     return {};
 }
@@ -103,11 +103,11 @@ Answer solve_polynomial(const std::vector<double>& coefficients) {
     answer.value_names = {"x"};
     answer.residual_names = {"residual"};
     answer.note = note_of(coefficients, roots);
-    // The closed forms overflow where coefficients are very uneven.
+    // The closed forms overflow if the coefficients differ very much in size.
     const auto end = std::remove_if(roots.values.begin(), roots.values.begin() + roots.count,
                                     [](double x) { return !std::isfinite(x); });
     if (end != roots.values.begin() + roots.count) {
-        answer.note = "the coefficients are too uneven: roots that overflow are left out";
+        answer.note = "the coefficients differ too much in size; roots that overflow are left out";
     }
     std::sort(roots.values.begin(), end);
     for (auto x = roots.values.begin(); x != end; ++x) {

@@ -1,4 +1,4 @@
-// solve_command: `nmk solve KIND NUMBERS`: roots, angles and probabilities by the library.
+// solve_command: `nmk solve KIND NUMBERS`: computes roots, angles and probabilities.
 
 #include "commands/solve/solve_command.h"
 
@@ -15,7 +15,7 @@ namespace nmk_solve {
 
 namespace {
 
-/// Prints the answers to a table that was checked, each as soon as it is there.
+/// Prints the answers to a table that was checked, each as soon as it is solved.
 nmk_text::Result<void> print_table(const SolveOptions& options, const std::string& text,
                                    std::ostream& out) {
     bool is_first = true;

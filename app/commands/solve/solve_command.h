@@ -1,4 +1,4 @@
-// solve_command.h: `nmk solve KIND NUMBERS`: roots, angles and probabilities by the library.
+// solve_command.h: `nmk solve KIND NUMBERS`: computes roots, angles and probabilities.
 #pragma once
 
 #include <ostream>
@@ -11,15 +11,16 @@ namespace nmk_solve {
 
 /// Runs the command with the arguments that follow its name.
 ///
-///   out     the answers, as text or as JSON: one object, or a list of them for a table
-///   err     one line where something is wrong
-///   answer  0 answered (also that there is no solution), 2 bad usage, bad input or an output that
-///           cannot be written
+///   out      the answers, as text or as JSON: one object, or a list of them for a table
+///   err      one line if there is an error
+///   returns  0 done (also if there is no solution), 2 bad usage, bad input or an output that
+///   cannot
+///            be written
 ///
-/// A table is checked as a whole before the first of its rows is answered.
+/// A table is checked as a whole before the first of its rows is solved.
 int run_solve(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
 
-/// What `nmk help solve` prints.
+/// The text of `nmk help solve`.
 std::string solve_help();
 
 inline constexpr nmk_shell::Command solve_command{

@@ -1,4 +1,4 @@
-// solve_options: what a person asks of `nmk solve`.
+// solve_options: the command line of `nmk solve`.
 
 #include "commands/solve/solve_options.h"
 
@@ -12,7 +12,7 @@ using Complaint = std::string;  // empty: none
 
 Complaint set_csv(SolveOptions& options, const std::string& value) {
     if (value.empty()) {
-        return "--csv needs the name of a table";
+        return "expected the name of a table after --csv";
     }
     options.csv_file = value;
     return {};
@@ -34,9 +34,9 @@ Complaint set_word(SolveOptions& options, const std::string& argument) {
         return {};
     }
     options.kind = kind_of_name(argument);
-    return options.kind != nullptr ? ""
-                                   : "cannot read " + nmk_text::quoted(argument) +
-                                         " as a kind; expected " + kind_list();
+    return options.kind != nullptr
+               ? ""
+               : "unknown kind " + nmk_text::quoted(argument) + "; expected " + kind_list();
 }
 
 Complaint check(SolveOptions& options) {
@@ -48,8 +48,9 @@ Complaint check(SolveOptions& options) {
         return "--svg draws one polynomial: nmk solve polynomial C0 C1 ... --svg FILE";
     }
     if (!options.csv_file.empty()) {
-        return options.words.empty() ? ""
-                                     : "numbers stand on the command line or in --csv, not in both";
+        return options.words.empty()
+                   ? ""
+                   : "numbers are given both as arguments and in --csv; expected one of them";
     }
     const std::vector<std::string_view> words(options.words.begin(), options.words.end());
     auto problem = read_problem(*options.kind, words);

@@ -1,4 +1,4 @@
-// solve_options.h: what a person asks of `nmk solve`.
+// solve_options.h: the command line of `nmk solve`.
 #pragma once
 
 #include <string>
@@ -11,16 +11,16 @@ namespace nmk_solve {
 
 /// The command line of `nmk solve`, checked.
 struct SolveOptions {
-    const KindFacts* kind = nullptr;  // null only with a table that names its kinds
-    std::vector<std::string> words;   // behind the kind, as they were given
-    Problem problem;                  // of those, where there is no table
+    const KindFacts* kind = nullptr;  // null only with a table whose rows name their kinds
+    std::vector<std::string> words;   // the arguments after the kind
+    Problem problem;                  // of these words, if there is no table
     std::string csv_file;             // the table; empty: none
     std::string svg_file;             // empty: not written
     bool json = false;
     bool quiet = false;
 };
 
-/// The options, or one line that says what is wrong with them.
+/// The options, or an Error.
 nmk_text::Result<SolveOptions> read_solve_options(const std::vector<std::string>& arguments);
 
 }  // namespace nmk_solve

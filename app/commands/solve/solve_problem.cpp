@@ -1,4 +1,4 @@
-// solve_problem: a problem of `nmk solve`: its kind, and the numbers that belong to it.
+// solve_problem: a problem of `nmk solve`: its kind and its numbers.
 
 #include "commands/solve/solve_problem.h"
 
@@ -27,10 +27,10 @@ constexpr KindFacts kinds[] = {
 };
 
 std::string counts(const KindFacts& facts) {
-    if (facts.least == facts.most) {
-        return std::to_string(facts.least) + (facts.least == 1 ? " number" : " numbers");
+    if (facts.min_count == facts.max_count) {
+        return std::to_string(facts.min_count) + (facts.min_count == 1 ? " number" : " numbers");
     }
-    return std::to_string(facts.least) + " to " + std::to_string(facts.most) + " numbers";
+    return std::to_string(facts.min_count) + " to " + std::to_string(facts.max_count) + " numbers";
 }
 
 }  // namespace
@@ -57,7 +57,7 @@ std::string kind_list() {
 nmk_text::Result<Problem> read_problem(const KindFacts& facts,
                                        std::span<const std::string_view> words) {
     const std::string name(facts.name);
-    if (words.size() < facts.least || words.size() > facts.most) {
+    if (words.size() < facts.min_count || words.size() > facts.max_count) {
         return nmk_text::Error{{},
                                0,
                                name + " has " + std::to_string(words.size()) +

@@ -1,4 +1,4 @@
-// solve_problem.h: a problem of `nmk solve`: its kind, and the numbers that belong to it.
+// solve_problem.h: a problem of `nmk solve`: its kind and its numbers.
 #pragma once
 
 #include <cstddef>
@@ -25,12 +25,12 @@ enum class ProblemKind {
     normal
 };
 
-/// What a person must know to write a problem down.
+/// The name of a kind and its numbers.
 struct KindFacts {
     ProblemKind kind;
     std::string_view name;
-    std::size_t least, most;   // numbers
-    std::string_view letters;  // of the numbers, for messages: "A B C"
+    std::size_t min_count, max_count;  // of the numbers
+    std::string_view letters;          // of the numbers, for messages: "A B C"
 };
 
 /// All kinds, in the order of ProblemKind.
@@ -38,7 +38,7 @@ std::span<const KindFacts> problem_kinds();
 
 const KindFacts& facts_of(ProblemKind kind);
 
-/// The kind of this name; null where there is none.
+/// The kind of this name; null for an unknown name.
 const KindFacts* kind_of_name(std::string_view name);
 
 /// "polynomial, root, ... or normal"
@@ -49,7 +49,7 @@ struct Problem {
     std::vector<double> numbers;
 };
 
-/// The problem of these words, or one line that says what is wrong with them. Numbers are finite.
+/// The problem of these words, or an Error. The numbers are finite.
 nmk_text::Result<Problem> read_problem(const KindFacts& facts,
                                        std::span<const std::string_view> words);
 

@@ -1,4 +1,4 @@
-// blocked_reader: reads a table of blocked places.
+// blocked_reader: reads a table of blocked points.
 
 #include "formats/blocked/blocked_reader.h"
 
@@ -32,7 +32,7 @@ class ListReader {
         } else if (word == "steps") {
             set(m_list.steps, "steps", checked_steps(numbers(row, 1)), row);
         } else {
-            add_place(row);
+            add_point(row);
         }
     }
 
@@ -61,7 +61,7 @@ class ListReader {
     static void set(std::optional<Value>& kept, const char* name,
                     const nmk_text::Result<Value>& checked, const nmk_text::CsvRow& row) {
         if (kept) {
-            refuse(row, std::string("a second row ") + name);
+            refuse(row, std::string("a second row ") + name + "; expected one");
         }
         if (!checked) {
             refuse(row, checked.error().message);
@@ -69,22 +69,22 @@ class ListReader {
         kept = *checked;
     }
 
-    void add_place(const nmk_text::CsvRow& row) {
+    void add_point(const nmk_text::CsvRow& row) {
         if (row.count != 2) {
-            refuse(row, std::to_string(row.count) +
-                            " columns; expected x,y or box,X0,Y0,X1,Y1 or steps,SX,SY");
+            refuse(row, std::to_string(row.count) + (row.count == 1 ? " column" : " columns") +
+                            "; expected a blocked point x,y or box,X0,Y0,X1,Y1 or steps,SX,SY");
         }
-        if (m_list.places.size() == nmk_lattice::max_cells) {
-            refuse(row, "more than " + std::to_string(nmk_lattice::max_cells) + " places");
+        if (m_list.points.size() == nmk_lattice::max_cells) {
+            refuse(row, "more than " + std::to_string(nmk_lattice::max_cells) + " points");
         }
         const std::vector<double> point = numbers(row, 0);
-        m_list.places.emplace_back(point[0], point[1]);
+        m_list.points.emplace_back(point[0], point[1]);
     }
 
     BlockedList m_list;
 };
 
-/// How many steps fit between the start and an edge; a place on the edge belongs to the box.
+/// The number of steps that fit between the start and an edge; a cell on the edge is in the box.
 double steps_to(double distance, double step) {
     return std::floor((distance + nmk_lattice::min_step) / step);
 }
@@ -93,19 +93,20 @@ double steps_to(double distance, double step) {
 
 nmk_text::Result<PlaneBox> checked_box(const std::vector<double>& numbers) {
     if (numbers.size() != 4 || !in_range(numbers)) {
-        return nmk_text::Error{{}, 0, "a box has four numbers from -1e6 to 1e6: X0,Y0,X1,Y1"};
+        return nmk_text::Error{
+            {}, 0, "expected a box of four numbers from -1e6 to 1e6: X0,Y0,X1,Y1"};
     }
     const PlaneBox box{{numbers[0], numbers[1]}, {numbers[2], numbers[3]}};
     for (const bool is_x : {true, false}) {
         const double from = is_x ? box.lower.x : box.lower.y;
         const double to = is_x ? box.upper.x : box.upper.y;
         if (!(from <= to)) {
-            return nmk_text::Error{
-                {},
-                0,
-                std::string("the box is turned inside out, ") + (is_x ? "x" : "y") + " from " +
-                    nmk_text::short_number(from, 9) + " to " + nmk_text::short_number(to, 9) +
-                    "; expected the lower left corner before the upper right"};
+            return nmk_text::Error{{},
+                                   0,
+                                   std::string("the box goes from ") + (is_x ? "x " : "y ") +
+                                       nmk_text::short_number(from, 9) + " to " +
+                                       nmk_text::short_number(to, 9) +
+                                       "; expected the lower left corner before the upper right"};
         }
     }
     return box;
@@ -113,9 +114,7 @@ nmk_text::Result<PlaneBox> checked_box(const std::vector<double>& numbers) {
 
 nmk_text::Result<giPoint2> checked_steps(const std::vector<double>& numbers) {
     const nmk_text::Error problem{
-        {},
-        0,
-        "steps are one or two numbers above 0.00001 and at most 1e6: SX,SY; nearer places are one"};
+        {}, 0, "expected steps of one or two numbers above 0.00001 and at most 1e6: SX,SY"};
     if (numbers.empty() || numbers.size() > 2 || !in_range(numbers)) {
         return problem;
     }
@@ -161,16 +160,16 @@ nmk_text::Result<ListPlane> plane_of_list(const BlockedList& list, giPoint2 star
         return nmk_text::Error{{},
                                0,
                                "the box has " + nmk_text::fixed_number(columns, 0) + " by " +
-                                   nmk_text::fixed_number(rows, 0) + " places; at most " +
+                                   nmk_text::fixed_number(rows, 0) + " cells; at most " +
                                    std::to_string(nmk_lattice::max_cells) +
-                                   " can be searched, expected larger steps or a smaller box"};
+                                   " can be searched; expected larger steps or a smaller box"};
     }
     ListPlane result{
         nmk_lattice::RoutePlane(start, {static_cast<int>(left), static_cast<int>(below)}, steps,
                                 static_cast<int>(columns), static_cast<int>(rows))};
-    for (const giPoint2& point : list.places) {
-        if (const std::optional<nmk_lattice::GridCell> place = result.plane.cell_at(point)) {
-            result.plane.block(*place);
+    for (const giPoint2& point : list.points) {
+        if (const std::optional<nmk_lattice::GridCell> cell = result.plane.cell_at(point)) {
+            result.plane.block(*cell);
         } else {
             ++result.off_lattice;
         }

@@ -14,6 +14,10 @@ namespace {
 constexpr std::size_t point_columns = 3;
 constexpr std::size_t line_columns = 6;
 
+std::string columns(std::size_t count) {
+    return std::to_string(count) + (count == 1 ? " column" : " columns");
+}
+
 /// Reads row after row; throws an Error without a file name.
 class TableReader {
   public:
@@ -31,7 +35,6 @@ class TableReader {
         if (row.count == line_columns && !has_empty_end(row)) {
             item.end = point(row, point_columns);
         }
-        item.source_index = m_items.size();
         m_items.push_back(item);
     }
 
@@ -43,13 +46,12 @@ class TableReader {
     }
 
     void check_columns(const nmk_text::CsvRow& row) {
-        if (row.count != 2 && row.count != 3 && row.count != 6) {
-            refuse(row,
-                   std::to_string(row.count) + " columns; expected x,y or x,y,z or x,y,z,x2,y2,z2");
-        }
         if (m_columns != 0 && row.count != m_columns) {
-            refuse(row, std::to_string(row.count) + " columns; the rows above have " +
-                            std::to_string(m_columns));
+            refuse(row, columns(row.count) + "; expected " + std::to_string(m_columns) +
+                            " as in the rows above");
+        }
+        if (row.count != 2 && row.count != 3 && row.count != 6) {
+            refuse(row, columns(row.count) + "; expected x,y or x,y,z or x,y,z,x2,y2,z2");
         }
         m_columns = row.count;
     }

@@ -1,9 +1,9 @@
 // csv_reader.h: reads a table of points (x,y or x,y,z) or lines (x,y,z,x2,y2,z2).
 //
-// Columns stand between commas, semicolons or tabs, whichever the first row has (semicolons before
-// tabs before commas). Numbers have a decimal point whatever the locale, and may stand in quotation
-// marks. A first row without a number is a header. Empty rows and rows that begin with # are
-// passed over. In a table of lines a row whose last three columns are empty is a point.
+// Columns are separated by semicolons, tabs or commas: the first of these that the first row has.
+// Numbers have a decimal point in every locale, and may be in quotation marks. A first row without
+// a number is a header. Empty rows and rows that begin with # are skipped. In a table of lines a
+// row with its last three cells empty is a point.
 #pragma once
 
 #include <optional>
@@ -16,16 +16,16 @@
 
 namespace nmk_csv {
 
-/// The job of the table: one tool "all", or none where the table is empty. Lengths are in the
-/// given unit; millimetres where none is given.
+/// The job of the table, with one tool "all", or none if the table is empty. Lengths are in
+/// `units`, by default millimetres.
 nmk_text::Result<nmk_job::MachiningJob> read_csv(const std::string& file_name, std::string text,
                                                  std::optional<nmk_job::JobUnits> units);
 
-/// The table as text again: its rows as they stand in the file, in the order of their items.
+/// The rows of a table as text, in the order of their items.
 struct CsvTable {
     char separator = ',';
-    std::string_view header;             // empty where there is none
-    std::vector<std::string_view> rows;  // without what ends the line
+    std::string_view header;             // empty if there is none
+    std::vector<std::string_view> rows;  // without their line endings
 };
 
 /// Splits a table that read_csv has accepted.

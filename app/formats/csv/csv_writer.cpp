@@ -3,6 +3,7 @@
 #include "formats/csv/csv_writer.h"
 
 #include <algorithm>
+#include <span>
 
 #include "formats/csv/csv_reader.h"
 #include "text/csv_rows.h"
@@ -18,10 +19,10 @@ std::string point_cells(const giPoint3& point) {
            nmk_text::exact_number(point.z);
 }
 
-/// The cells of the row as the file has them, without blanks and quotation marks: what else stands
-/// in a row could be taken for a separator once the row is the first. A turned row has its last
-/// three cells in front.
-std::string row_text(std::string_view line, char separator, bool is_turned) {
+/// The cells of the row as in the file, without blanks and quotation marks: once the row is the
+/// first of the table, a reader could take other characters in it for the separator. A reversed row
+/// has its last three cells first.
+std::string row_text(std::string_view line, char separator, bool reversed) {
     nmk_text::CsvRow row;
     row.line = line;
     nmk_text::split_row(row, separator);
@@ -30,33 +31,28 @@ std::string row_text(std::string_view line, char separator, bool is_turned) {
         if (i > 0) {
             text += separator;
         }
-        text += row.bare(is_turned ? (i + 3) % row.count : i);
+        text += row.bare(reversed ? (i + 3) % row.count : i);
     }
     return text;
 }
 
-std::string same_table(const nmk_job::MachiningJob& ordered) {
-    const CsvTable table = split_csv(ordered.text);
-    const std::string_view ending = nmk_text::line_ending(ordered.text);
+std::string same_table(const nmk_job::MachiningJob& job, std::span<const nmk_job::JobCut> order) {
+    const CsvTable table = split_csv(job.text);
+    const std::string_view ending = nmk_text::line_ending(job.text);
     std::string text;
     if (!table.header.empty()) {
         text.append(table.header).append(ending);
     }
-    for (const nmk_job::JobTool& tool : ordered.tools) {
-        for (const nmk_job::JobItem& item : tool.items) {
-            const std::string_view row = table.rows.at(item.source_index);
-            text += row_text(row, table.separator, item.reversed);
-            text.append(ending);
-        }
+    for (const nmk_job::JobCut& cut : order) {
+        text += row_text(table.rows.at(cut.item), table.separator, cut.reversed);
+        text.append(ending);
     }
     return text;
 }
 
 bool has_lines(const nmk_job::MachiningJob& job) {
-    return std::any_of(job.tools.begin(), job.tools.end(), [](const nmk_job::JobTool& tool) {
-        return std::any_of(tool.items.begin(), tool.items.end(),
-                           [](const nmk_job::JobItem& item) { return item.end.has_value(); });
-    });
+    return std::any_of(job.items.begin(), job.items.end(),
+                       [](const nmk_job::JobItem& item) { return item.end.has_value(); });
 }
 
 std::string tool_remark(const nmk_job::JobTool& tool) {
@@ -65,28 +61,33 @@ std::string tool_remark(const nmk_job::JobTool& tool) {
            "\n";
 }
 
-std::string new_table(const nmk_job::MachiningJob& ordered) {
-    const bool with_ends = has_lines(ordered);
-    std::string text = with_ends ? "x,y,z,x2,y2,z2\n" : "x,y,z\n";
-    for (const nmk_job::JobTool& tool : ordered.tools) {
-        if (ordered.format == nmk_job::JobFormat::excellon) {
-            text += tool_remark(tool);
-        }
-        for (const nmk_job::JobItem& item : tool.items) {
-            text += point_cells(item.entry());
-            if (with_ends) {
-                text += item.end ? "," + point_cells(item.exit()) : ",,,";
-            }
-            text += "\n";
-        }
+std::string cut_cells(const nmk_job::JobItem& item, bool reversed, bool with_ends) {
+    std::string text = point_cells(nmk_job::entry_of(item, reversed));
+    if (with_ends) {
+        text += item.end ? "," + point_cells(nmk_job::exit_of(item, reversed)) : ",,,";
     }
+    return text + "\n";
+}
+
+std::string new_table(const nmk_job::MachiningJob& job, std::span<const nmk_job::JobCut> order) {
+    const bool with_ends = has_lines(job);
+    std::string text = with_ends ? "x,y,z,x2,y2,z2\n" : "x,y,z\n";
+    const auto add_run = [&](std::size_t tool, std::span<const nmk_job::JobCut> cuts) {
+        if (job.format == nmk_job::JobFormat::excellon) {
+            text += tool_remark(job.tools[tool]);
+        }
+        for (const nmk_job::JobCut& cut : cuts) {
+            text += cut_cells(job.items[cut.item], cut.reversed, with_ends);
+        }
+    };
+    nmk_job::each_tool_run(job, order, add_run);
     return text;
 }
 
 }  // namespace
 
-std::string write_csv(const nmk_job::MachiningJob& ordered) {
-    return ordered.format == nmk_job::JobFormat::csv ? same_table(ordered) : new_table(ordered);
+std::string write_csv(const nmk_job::MachiningJob& job, std::span<const nmk_job::JobCut> order) {
+    return job.format == nmk_job::JobFormat::csv ? same_table(job, order) : new_table(job, order);
 }
 
 }  // namespace nmk_csv

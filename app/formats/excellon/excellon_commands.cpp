@@ -1,4 +1,4 @@
-// excellon_commands: what the G and M words of a drill program ask for.
+// excellon_commands: the meaning of the G and M words of a drill program.
 
 #include "formats/excellon/excellon_commands.h"
 

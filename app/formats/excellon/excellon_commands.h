@@ -1,15 +1,14 @@
-// excellon_commands.h: what the G and M words of a drill program ask for.
+// excellon_commands.h: the meaning of the G and M words of a drill program.
 #pragma once
 
 #include <string>
 
 namespace nmk_excellon {
 
-/// What a G or M word asks for.
 enum class ExcellonCommand {
-    keep,       // nothing that holes depend on
+    keep,       // holes do not depend on it
     keep_line,  // a message: the rest of the line is text
-    routed,     // a path
+    routed,     // a routed path
     pattern,    // step and repeat
     unsupported,
     drill_mode,
@@ -24,10 +23,10 @@ enum class ExcellonCommand {
     end
 };
 
-/// `letter` is G or M. A word that is not known is unsupported.
+/// `letter` is G or M. An unknown word is unsupported.
 ExcellonCommand excellon_command(char letter, int number);
 
-/// The word as messages name it, "G01".
+/// The word as in messages, "G01".
 std::string excellon_command_name(char letter, int number);
 
 }  // namespace nmk_excellon

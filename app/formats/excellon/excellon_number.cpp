@@ -10,22 +10,22 @@ namespace nmk_excellon {
 
 namespace {
 
-constexpr int unit_decimals = 9;            // of excellon_unit
-constexpr std::size_t longest_number = 40;  // digits; more are no coordinate
+constexpr int unit_decimals = 9;               // of excellon_unit
+constexpr std::size_t max_number_length = 40;  // characters of a coordinate
 
 bool is_digit(char letter) { return letter >= '0' && letter <= '9'; }
 
-/// The digits before and after the point, padded as the format asks for.
+/// The digits before and after the point, padded as the format requires.
 struct SplitNumber {
     std::string whole;
     std::string decimals;
 };
 
-/// Splits digits with an optional point; empty where it is anything else.
+/// Splits digits with an optional point; empty for any other text.
 std::optional<SplitNumber> split_number(std::string_view digits, const ExcellonFormat& format) {
     const std::size_t point = digits.find('.');
     const std::size_t digit_count = digits.size() - (point == std::string_view::npos ? 0U : 1U);
-    if (digit_count == 0 || digits.size() > longest_number ||
+    if (digit_count == 0 || digits.size() > max_number_length ||
         static_cast<std::size_t>(std::count_if(digits.begin(), digits.end(), is_digit)) !=
             digit_count) {
         return std::nullopt;
@@ -46,7 +46,7 @@ std::optional<SplitNumber> split_number(std::string_view digits, const ExcellonF
                        padded.substr(padded.size() - width)};
 }
 
-/// The value of digits; empty past the largest coordinate.
+/// The value of digits; empty beyond the largest coordinate.
 std::optional<std::int64_t> value_of_digits(std::string_view digits) {
     std::int64_t value = 0;
     for (const char digit : digits) {
@@ -85,7 +85,7 @@ std::string point_text(std::int64_t size) {
     return std::to_string(size / excellon_unit) + "." + decimals;
 }
 
-/// The ends of the coordinates of one line, gathered to tell which zeros a program keeps.
+/// Zeros at the ends of the coordinates of a program, which show the zeros that it keeps.
 struct ZeroEvidence {
     bool leading = false;
     bool trailing = false;

@@ -1,9 +1,9 @@
-// excellon_parser.h: walks a drill program and tells a listener what it does.
+// excellon_parser.h: parses a drill program and calls a listener for its tools, holes and lines.
 //
-// Reader and writer both listen to the same walk, so that they can never differ on what a line
-// means. Coordinates arrive absolute and complete, each with its text where the file has it so.
+// The reader and the check of the writer use the same parser, so that they cannot differ on the
+// meaning of a line. Coordinates are absolute and complete, each with its text if the file has it.
 //
-// What can be ordered are drilled holes, slots (G85) and repeats of holes (R). Whatever makes holes
+// Drilled holes, slots (G85) and repeats of holes (R) can be ordered. Anything that makes holes
 // depend on one another is refused with its line: routed paths (G00 to G03, M15 to M17), patterns
 // (M01, M02, M25), mirrored or swapped axes, canned text, a zero point that moves between holes.
 #pragma once
@@ -21,11 +21,11 @@
 
 namespace nmk_excellon {
 
-/// Past these a file is refused: a few bytes of repeats would otherwise make any number of holes.
+/// A file with more is refused: a few bytes of repeats could otherwise create any number of holes.
 constexpr std::size_t max_repeated_holes = 100'000;
 
-/// One coordinate. The text is a view into the file, empty where the file has no such text (the
-/// coordinate was added up, or was never given and is zero).
+/// One coordinate. The text is a view into the file, empty if the file has no such text (the
+/// coordinate is a sum of increments, or was never given and is zero).
 struct ExcellonCoordinate {
     std::int64_t value = 0;  // billionths of the unit
     std::string_view text;
@@ -36,18 +36,18 @@ struct ExcellonPoint {
     ExcellonCoordinate y;
 };
 
-/// A hole, or a slot where it has an end.
+/// A hole, or a slot if it has an end.
 struct ExcellonCut {
     ExcellonPoint start;
     std::optional<ExcellonPoint> end;
-    bool with_point = false;  // the file writes decimal points
+    bool with_point = false;  // the file has used decimal points so far
 };
 
-/// What a line that cuts nothing is: a remark belongs to the holes that follow it, a definition
-/// holds for the whole program.
+/// The kind of a line that cuts nothing: a remark belongs to the holes that follow it, a definition
+/// applies to the whole program.
 enum class ExcellonLine { remark, definition };
 
-/// Told what a program does, in its order. Views are into the program's text.
+/// Receives the contents of a program in its order. Views are into the text of the program.
 class ExcellonListener {
   public:
     virtual ~ExcellonListener() = default;
@@ -55,7 +55,7 @@ class ExcellonListener {
     /// A line, or a word of one, that neither selects a tool nor cuts nor is G90 or G91.
     virtual void line_kept(std::string_view /*line*/, ExcellonLine /*kind*/) {}
 
-    /// A tool is taken up; `text` is the word with its parameters, "T01F20".
+    /// A tool is selected; `text` is the word with its parameters, "T01F20".
     virtual void tool_selected(int /*number*/, std::string_view /*text*/,
                                std::size_t /*line_begin*/) {}
 
@@ -64,15 +64,14 @@ class ExcellonListener {
                      std::size_t /*line_begin*/, std::size_t /*line_end*/) {}
 };
 
-/// What is known at the end of a program.
+/// The facts that are known at the end of a program.
 struct ExcellonFacts {
     nmk_job::JobUnits units = nmk_job::JobUnits::inches;
     std::map<int, double> diameters;  // mm, of the tools that have one
     bool incremental = false;         // some positions may be increments
 };
 
-/// Walks the program and returns what is known at its end. The first error ends it; its file name
-/// is empty.
+/// Parses the program and returns the facts at its end, or the first Error, without a file name.
 nmk_text::Result<ExcellonFacts> parse_excellon(std::string_view text,
                                                std::optional<nmk_job::JobUnits> units_if_unstated,
                                                ExcellonListener& listener);

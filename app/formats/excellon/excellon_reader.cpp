@@ -5,44 +5,58 @@
 #include <map>
 
 #include "formats/excellon/excellon_parser.h"
+#include "formats/excellon/excellon_program.h"
 
 namespace nmk_excellon {
 
 namespace {
 
-/// Gathers the cuts of each tool.
-class CutCollector : public ExcellonListener {
+/// Collects the items and their tools, and records the program for the writer.
+class JobRecorder : public ProgramRecorder {
   public:
-    explicit CutCollector(std::vector<nmk_job::JobTool>& tools) : m_tools(tools) {}
+    explicit JobRecorder(nmk_job::MachiningJob& job) : ProgramRecorder(job.text), m_job(job) {}
 
-    void cut(int tool, const ExcellonCut& cut, const ExcellonFormat& format, std::size_t,
-             std::size_t) override {
+    void cut(int tool, const ExcellonCut& cut, const ExcellonFormat& format, std::size_t line_begin,
+             std::size_t line_end) override {
+        ProgramRecorder::cut(tool, cut, format, line_begin, line_end);
         nmk_job::JobItem item;
         item.start = excellon_point(cut.start, format.units);
         if (cut.end) {
             item.end = excellon_point(*cut.end, format.units);
         }
-        item.source_index = m_count++;
-        const auto [place, is_new] = m_index.try_emplace(tool, m_tools.size());
-        if (is_new) {
-            m_tools.push_back({"T" + std::to_string(tool), std::nullopt, {}});
-        }
-        m_tools[place->second].items.push_back(item);
+        item.tool = position_of(tool);
+        m_job.items.push_back(item);
     }
 
-    void set_diameters(const std::map<int, double>& diameters) {
-        for (const auto& [number, index] : m_index) {
-            const auto found = diameters.find(number);
-            if (found != diameters.end()) {
-                m_tools[index].diameter = found->second;
+    void finish(const ExcellonFacts& facts) {
+        m_job.units = facts.units;
+        for (std::size_t i = 0; i < m_numbers.size(); ++i) {
+            const auto found = facts.diameters.find(m_numbers[i]);
+            if (found != facts.diameters.end()) {
+                m_job.tools[i].diameter = found->second;
             }
         }
+        const std::shared_ptr<ExcellonProgram> program = take();
+        program->facts = facts;
+        program->tool_numbers = std::move(m_numbers);
+        m_job.source = program;
     }
 
   private:
-    std::vector<nmk_job::JobTool>& m_tools;
-    std::map<int, std::size_t> m_index;
-    std::size_t m_count = 0;
+    /// The position of the tool in the job; a new tool is added.
+    std::uint32_t position_of(int tool) {
+        const auto position = static_cast<std::uint32_t>(m_numbers.size());
+        const auto [found, is_new] = m_positions.try_emplace(tool, position);
+        if (is_new) {
+            m_job.tools.push_back({"T" + std::to_string(tool), std::nullopt});
+            m_numbers.push_back(tool);
+        }
+        return found->second;
+    }
+
+    nmk_job::MachiningJob& m_job;
+    std::map<int, std::uint32_t> m_positions;
+    std::vector<int> m_numbers;  // of the tools of the job
 };
 
 }  // namespace
@@ -59,14 +73,13 @@ nmk_text::Result<nmk_job::MachiningJob> read_excellon(
     job.file_name = file_name;
     job.format = nmk_job::JobFormat::excellon;
     job.text = std::move(text);
-    CutCollector collector(job.tools);
+    JobRecorder recorder(job);
     const nmk_text::Result<ExcellonFacts> facts =
-        parse_excellon(job.text, units_if_unstated, collector);
+        parse_excellon(job.text, units_if_unstated, recorder);
     if (!facts) {
         return facts.error().in_file(file_name);
     }
-    collector.set_diameters(facts->diameters);
-    job.units = facts->units;
+    recorder.finish(*facts);
     return job;
 }
 

@@ -1,5 +1,5 @@
-// excellon_reader.h: reads a drill program as a machining job. See excellon_parser.h for what is
-// understood and excellon_state.h for the defaults.
+// excellon_reader.h: reads a drill program as a machining job. See excellon_parser.h for the words
+// that are understood and excellon_state.h for the defaults.
 #pragma once
 
 #include <optional>
@@ -10,8 +10,9 @@
 
 namespace nmk_excellon {
 
-/// The job of a drill program: its tools in the order of their first cut, named "T1" whatever the
-/// leading zeros in the file; tools that cut nothing are left out.
+/// The job of a drill program, with an ExcellonProgram as its source. The tools are in the order of
+/// their first cut and named "T1" whatever the leading zeros in the file; a tool that cuts nothing
+/// is left out.
 nmk_text::Result<nmk_job::MachiningJob> read_excellon(
     const std::string& file_name, std::string text,
     std::optional<nmk_job::JobUnits> units_if_unstated);

@@ -14,20 +14,19 @@ namespace nmk_excellon {
 
 namespace {
 
-constexpr int most_digits = 6;             // on either side of the point
-constexpr double largest_diameter = 1000;  // in the file's unit
+constexpr int max_digits = 6;          // on either side of the point
+constexpr double max_diameter = 1000;  // in the unit of the file
 
 [[noreturn]] void refuse(std::size_t line, std::string message) {
     throw nmk_text::Error{{}, line, std::move(message)};
 }
 
 [[noreturn]] void refuse_change(std::size_t line, std::string_view what) {
-    refuse(line,
-           std::string(what) +
-               " change between the holes; one file can be ordered in one number format only");
+    refuse(line, std::string(what) +
+                     " change between the holes; expected one number format for the whole file");
 }
 
-/// What stands between commas, blanks taken off; moves `text` behind the comma.
+/// Takes the field before the next comma, without blanks, off the front of the text.
 std::string_view take_field(std::string_view& text) {
     const std::size_t comma = std::min(text.find(','), text.size());
     const std::string_view field = nmk_text::trimmed(text.substr(0, comma));
@@ -74,10 +73,10 @@ void ExcellonState::state_zeros(KeptZeros zeros, std::size_t line) {
 }
 
 void ExcellonState::state_digits(int whole, int decimal, std::size_t line) {
-    if (whole < 0 || decimal < 0 || whole > most_digits || decimal > most_digits ||
+    if (whole < 0 || decimal < 0 || whole > max_digits || decimal > max_digits ||
         whole + decimal == 0) {
         refuse(line, "number format " + std::to_string(whole) + ":" + std::to_string(decimal) +
-                         "; at most 6 digits can stand on either side of the point");
+                         "; expected at most 6 digits on either side of the point");
     }
     if (m_format && (m_format->whole_digits != whole || m_format->decimal_digits != decimal)) {
         refuse_change(line, "the digits of the number format");
@@ -132,7 +131,7 @@ bool ExcellonState::read_statement(std::string_view text, std::size_t line) {
         } else if (const auto digits = digits_of_picture(field)) {
             state_digits(digits->first, digits->second, line);
         } else {
-            refuse(line, "cannot read " + nmk_text::quoted(field) + " behind " +
+            refuse(line, "cannot read " + nmk_text::quoted(field) + " after " +
                              nmk_text::quoted(keyword) +
                              "; expected LZ, TZ or a picture such as 000.000");
         }
@@ -158,14 +157,14 @@ void ExcellonState::define_tool(int number, std::string_view parameters, std::si
             diameter = value;
         }
     }
-    if (diameter && !(*diameter >= 0.0 && *diameter <= largest_diameter)) {
+    if (diameter && !(*diameter >= 0.0 && *diameter <= max_diameter)) {
         refuse(line, "T" + std::to_string(number) + " has the diameter " +
                          nmk_text::exact_number(*diameter) + "; expected 0 to 1000");
     }
     ExcellonTool& tool = tools[number];
     if (tool.has_cut && diameter && tool.diameter != diameter) {
         refuse(line, "T" + std::to_string(number) +
-                         " gets another diameter after it has cut; its holes could not be moved");
+                         " changes its diameter after it has cut; its holes cannot be reordered");
     }
     if (diameter) {
         tool.diameter = diameter;
@@ -196,12 +195,12 @@ std::optional<double> ExcellonState::diameter_of(int number) const {
 }
 
 std::string ExcellonState::known_tools() const {
-    constexpr std::size_t most_named = 12;
+    constexpr std::size_t max_named = 12;
     std::string names;
     std::size_t named = 0;
     for (const auto& [number, tool] : tools) {
-        if (named++ == most_named) {
-            return names + " and " + std::to_string(tools.size() - most_named) + " more";
+        if (named++ == max_named) {
+            return names + " and " + std::to_string(tools.size() - max_named) + " more";
         }
         names += (names.empty() ? "T" : ", T") + std::to_string(number);
     }

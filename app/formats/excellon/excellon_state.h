@@ -1,12 +1,12 @@
-// excellon_state.h: what a drill program has stated so far: units, number format, tools.
+// excellon_state.h: the settings of a drill program so far: units, number format, tools.
 //
-// Defaults where a file states nothing: inches (the caller may hand in other units), two whole
-// digits and four decimals for inches, three and three for millimetres, and for the kept zeros
-// what the numbers themselves tell (kept_zeros_of). From the first coordinate on the format is
-// fixed: a file that changes it between its holes is refused, for its holes could not be moved.
+// Defaults: inches (the caller may pass other units), two whole digits and four decimals for
+// inches, three and three for millimetres, and the kept zeros that the numbers show
+// (kept_zeros_of). From the first coordinate on the format is fixed: a file that changes it between
+// its holes is refused, since its holes could not be moved.
 //
-// A function that meets something it cannot accept throws an Error with the line and message
-// set; parse_excellon catches it.
+// A function throws an Error with line and message for text that cannot be accepted; parse_excellon
+// catches it.
 #pragma once
 
 #include <map>
@@ -21,12 +21,12 @@ namespace nmk_excellon {
 
 /// A tool of the file's tables.
 struct ExcellonTool {
-    std::optional<double> diameter;          // in the file's unit at the place of its definition
-    std::optional<nmk_job::JobUnits> units;  // empty where none was stated before the tool
+    std::optional<double> diameter;          // in the unit of the file at its definition
+    std::optional<nmk_job::JobUnits> units;  // empty if none was stated before
     bool has_cut = false;
 };
 
-/// Facts of a drill program as they stand at one of its lines.
+/// The settings of a drill program at one of its lines.
 class ExcellonState {
   public:
     explicit ExcellonState(std::optional<nmk_job::JobUnits> units_if_unstated)
@@ -37,25 +37,25 @@ class ExcellonState {
     void state_digits(int whole, int decimal, std::size_t line);
 
     /// Takes a number format from a comment such as ";FILE_FORMAT=2:4" or
-    /// ";FORMAT={3:3/ absolute / metric / suppress leading zeros}"; others are left alone.
+    /// ";FORMAT={3:3/ absolute / metric / suppress leading zeros}"; other comments are ignored.
     void read_comment(std::string_view comment, std::size_t line);
 
-    /// "INCH,TZ,00.0000", "METRIC", "ICI,ON", ...: true where the line is such a statement.
+    /// Reads "INCH,TZ,00.0000", "METRIC", "ICI,ON", ...; false if the line is not such a statement.
     bool read_statement(std::string_view text, std::size_t line);
 
-    /// Puts a tool into the table: `parameters` is what stands behind its number, "F00S00C0.012".
+    /// Adds a tool to the table; `parameters` is the text after its number, "F00S00C0.012".
     void define_tool(int number, std::string_view parameters, std::size_t line);
 
-    /// The format, which is fixed by the first call; `program` is what follows.
+    /// The format, which the first call fixes; `program` is the rest of the program.
     const ExcellonFormat& format(std::string_view program);
 
-    /// The unit of the file as far as it is known.
+    /// The unit of the file as far as it is known so far.
     nmk_job::JobUnits units() const;
 
-    /// The diameter in millimetres, where the table has one.
+    /// The diameter in millimetres, if the table has one.
     std::optional<double> diameter_of(int number) const;
 
-    /// "T1 to T4" or "no tool", for messages.
+    /// "T1, T2" or "no tool", for messages.
     std::string known_tools() const;
 
     std::map<int, ExcellonTool> tools;

@@ -1,9 +1,8 @@
-// excellon_walk.h: one walk over one drill program, inside excellon_parser.
+// excellon_walk.h: the walk of excellon_parser over the lines of one drill program.
 //
-// The walk goes from line to line. What a line may hold is spread over files by idea: the header
-// (excellon_walk_header), modes and tools (excellon_walk_modes), holes, slots and repeats
-// (excellon_walk_cuts).
-// Whatever cannot be read or ordered is thrown as an Error with its line.
+// Its operations are in one file for each kind of line: the header (excellon_walk_header), modes
+// and tools (excellon_walk_modes), holes, slots and repeats (excellon_walk_cuts). A line that
+// cannot be read or ordered throws an Error with its number.
 #pragma once
 
 #include <cstdint>
@@ -22,7 +21,6 @@
 
 namespace nmk_excellon {
 
-/// The walk itself: one object for one program.
 class ExcellonWalk {
   public:
     ExcellonWalk(std::string_view text, std::optional<nmk_job::JobUnits> units,
@@ -36,8 +34,8 @@ class ExcellonWalk {
             m_incremental_seen = m_incremental_seen || m_state.incremental;
         }
         if (m_in_header) {
-            refuse("the header begun on line " + std::to_string(m_header_line) +
-                   " is never ended by % or M95");
+            refuse("the header that begins on line " + std::to_string(m_header_line) +
+                   " has no end; expected % or M95");
         }
     }
 
@@ -57,14 +55,16 @@ class ExcellonWalk {
     }
 
     [[noreturn]] void refuse_rest(const ExcellonWords& words) const {
-        refuse("cannot read " + nmk_text::quoted(words.rest()) + " in a drill program");
+        refuse("cannot read " + nmk_text::quoted(words.rest()) +
+               "; expected words of a drill program such as T1, X1.5Y2 or M30");
     }
 
     void keep(std::string_view text, ExcellonLine kind = ExcellonLine::remark) {
         m_listener.line_kept(text, kind);
     }
 
-    /// Once for each line: before its cut, so that it stays with the cut's tool, else at its end.
+    /// Called once for each line: before its cut, so that the comment stays with the tool of the
+    /// cut, otherwise at the end of the line.
     void keep_comment() {
         if (!m_comment.empty()) {
             keep(std::exchange(m_comment, {}));
@@ -95,7 +95,7 @@ class ExcellonWalk {
     ExcellonListener& m_listener;
     ExcellonState m_state;
     nmk_text::TextLine m_line;
-    std::string_view m_comment;  // of the line, until it is kept
+    std::string_view m_comment;  // of the line, until the listener has it
     ExcellonPoint m_at;
     std::optional<int> m_tool;
     bool m_in_header = false;

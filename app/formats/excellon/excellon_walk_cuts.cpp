@@ -17,7 +17,7 @@ void ExcellonWalk::read_cut(ExcellonWords& words) {
         words.take();
         const std::optional<ExcellonWord> axis = words.peek();
         if (!axis || (axis->letter != 'X' && axis->letter != 'Y')) {
-            refuse("the slot (G85) has no end; expected X, Y or both behind it");
+            refuse("the slot (G85) has no end; expected X, Y or both after it");
         }
         take_point(words);
         end = m_at;
@@ -59,7 +59,7 @@ void ExcellonWalk::repeat_hole(const ExcellonWord& word, ExcellonWords& words) {
     }
 }
 
-/// Takes X, Y or both in either order; each may stand once.
+/// Takes X, Y or both in either order, each at most once.
 void ExcellonWalk::take_point(ExcellonWords& words) {
     if (take_axis(words, 'X', m_at.x)) {
         take_axis(words, 'Y', m_at.y);

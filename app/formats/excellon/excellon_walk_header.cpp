@@ -1,4 +1,4 @@
-// excellon_walk_header: the lines between M48 and the % or M95 that ends them.
+// excellon_walk_header: the lines of a header, from M48 to % or M95.
 
 #include "formats/excellon/excellon_walk.h"
 
@@ -20,8 +20,8 @@ void ExcellonWalk::read_header_words(std::string_view code) {
         return;  // a setting of the machine: VER, DETECT, ATC, R, ...
     }
     if (word->letter == 'X' || word->letter == 'Y') {
-        refuse("a coordinate in the header, which begins on line " + std::to_string(m_header_line) +
-               " and is not ended by % or M95");
+        refuse("a coordinate in the header that begins on line " + std::to_string(m_header_line) +
+               "; expected % or M95 before it");
     }
     const std::optional<int> number = small_number(word->number);
     if (word->letter == 'T') {
@@ -39,8 +39,8 @@ void ExcellonWalk::read_header_command(ExcellonCommand command) {
         case ExcellonCommand::end:
         case ExcellonCommand::slot:
         case ExcellonCommand::routed:
-            refuse("the header, which begins on line " + std::to_string(m_header_line) +
-                   ", is not ended by % or M95 before this line");
+            refuse("the header that begins on line " + std::to_string(m_header_line) +
+                   " has no end; expected % or M95 before this line");
         case ExcellonCommand::header_end:
             m_in_header = false;
             return;

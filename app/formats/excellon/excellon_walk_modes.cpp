@@ -20,8 +20,8 @@ void ExcellonWalk::read_command(const ExcellonWord& word, ExcellonWords& words) 
             refuse("step and repeat pattern (" + name +
                    "); only drilled holes, their repeats and G85 slots can be ordered");
         case ExcellonCommand::unsupported:
-            refuse(name + " is not understood in a drill program");
-        case ExcellonCommand::slot:  // from where the cutter stands
+            refuse(name + " is not supported in a drill program");
+        case ExcellonCommand::slot:  // from the current position
             read_cut(words);
             return;
         case ExcellonCommand::keep_line:
@@ -41,7 +41,7 @@ void ExcellonWalk::read_mode(ExcellonCommand command, const ExcellonWord& word,
     switch (command) {
         case ExcellonCommand::absolute:
         case ExcellonCommand::incremental:
-            return;  // positions are handed on complete
+            return;  // the listener gets absolute positions
         case ExcellonCommand::millimetres:
         case ExcellonCommand::inches:
             keep(text, ExcellonLine::definition);
@@ -67,7 +67,7 @@ void ExcellonWalk::read_mode(ExcellonCommand command, const ExcellonWord& word,
     }
 }
 
-/// What a command sets in a header as below it; others are left alone.
+/// Applies a command that has the same effect in a header as after it; ignores other commands.
 void ExcellonWalk::set_mode(ExcellonCommand command) {
     switch (command) {
         case ExcellonCommand::absolute:
@@ -85,8 +85,8 @@ void ExcellonWalk::set_mode(ExcellonCommand command) {
     }
 }
 
-/// Takes the coordinates behind G92 or G93 and answers them as they stand. They may be anything
-/// before the first hole, where they move all holes alike; later only zero.
+/// Takes the coordinates after G92 or G93 and returns their text. Before the first hole any value
+/// is accepted, since it moves all holes alike; later only zero.
 std::string ExcellonWalk::take_zero_point(ExcellonWords& words) {
     std::string text;
     while (const std::optional<ExcellonWord> axis = words.peek()) {
@@ -95,7 +95,7 @@ std::string ExcellonWalk::take_zero_point(ExcellonWords& words) {
         }
         words.take();
         if (m_items > 0 && axis->number.find_first_not_of("+-.0") != std::string_view::npos) {
-            refuse("the zero point moves between the holes");
+            refuse("the zero point moves between the holes; expected it before the first hole");
         }
         text += axis->letter + std::string(axis->number);
     }
@@ -118,7 +118,7 @@ void ExcellonWalk::select_tool(const ExcellonWord& word, ExcellonWords& words) {
     const std::string_view text = m_line.text.substr(code_begin + word.begin, end - word.begin);
     const std::string_view parameters = text.substr(word.end - word.begin);
     if (*number == 0) {
-        m_tool.reset();  // the tool is put away
+        m_tool.reset();  // no tool is selected
     } else {
         if (m_state.tools.count(*number) == 0 &&
             nmk_text::lower_case(parameters).find('c') == std::string::npos) {

@@ -1,4 +1,4 @@
-// excellon_words.h: a line of a drill program as words: a letter and the number behind it.
+// excellon_words.h: a line of a drill program as words: a letter and the number after it.
 #pragma once
 
 #include <cstddef>
@@ -11,22 +11,22 @@ namespace nmk_excellon {
 struct ExcellonWord {
     char letter = '\0';
     std::string_view number;
-    std::size_t begin = 0;  // of the letter, in the line
-    std::size_t end = 0;    // behind the number
+    std::size_t begin = 0;  // position of the letter in the line
+    std::size_t end = 0;    // position after the number
 };
 
-/// Hands out the words of a line without its comment; blanks between words are skipped.
+/// Returns the words of a line without its comment one by one; blanks between words are skipped.
 class ExcellonWords {
   public:
     explicit ExcellonWords(std::string_view line) : m_line(line) {}
 
-    /// The next word and moves on; empty at the end of the line and where no word stands.
+    /// Takes the next word; empty at the end of the line and at a character that begins no word.
     std::optional<ExcellonWord> take();
 
-    /// The next word, left where it is.
+    /// The same, without taking the word.
     std::optional<ExcellonWord> peek() const;
 
-    /// What has not been taken, from its first byte that is no blank.
+    /// The text that has not been taken, without leading blanks.
     std::string_view rest() const;
 
   private:
@@ -34,12 +34,12 @@ class ExcellonWords {
     std::size_t m_at = 0;
 };
 
-/// A letter of what may stand behind a tool's number: C its diameter, F, S, B, H and Z its use.
+/// True for the letter of a parameter of a tool: C for the diameter, F, S, B, H and Z for its use.
 inline bool is_tool_parameter(char letter) {
     return std::string_view("CFSBHZ").find(letter) != std::string_view::npos;
 }
 
-/// The whole number from 0 to 99999 that the text is, leading zeros allowed; otherwise empty.
+/// The text as a whole number from 0 to 99999, leading zeros allowed; empty for any other text.
 std::optional<int> small_number(std::string_view text);
 
 }  // namespace nmk_excellon

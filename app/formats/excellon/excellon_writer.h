@@ -1,22 +1,25 @@
 // excellon_writer.h: writes a drill program again with its holes in another order.
 //
-// What stands before the first tool and what follows the last hole stay as they are, byte for byte.
-// Between them each tool is taken up when the order wants it; every hole is written with both its
-// coordinates, in the letters in which the file has them wherever it has them. Repeats and modal
+// The text before the first tool and the text after the last hole are kept byte for byte. Between
+// them a tool is selected whenever the order comes to it; every hole is written with both its
+// coordinates, with the digits of the file wherever the file has them. Repeats and modal
 // coordinates are written out, increments become positions (with a G90 before the first). Remarks
-// between the holes move to the first run of the tool whose holes they stood before; definitions
+// between the holes move to the first run of the tool whose holes they preceded; definitions
 // between the holes (a second header) move before the first tool.
 #pragma once
 
+#include <span>
 #include <string>
 
-#include "formats/job/machining_job.h"
+#include "formats/job/job_order.h"
 #include "text/result.h"
 
 namespace nmk_excellon {
 
-/// The text of the ordered program. The text is read again before it is handed out: an order that
-/// would lose, double or move a hole answers an error in its place.
-nmk_text::Result<std::string> write_excellon(const nmk_job::MachiningJob& ordered);
+/// The text of the program of a job that read_excellon returned, in another order. The text is
+/// parsed before it is returned: an Error for an order that is not complete, and for a program that
+/// would lose, double or move a hole.
+nmk_text::Result<std::string> write_excellon(const nmk_job::MachiningJob& job,
+                                             std::span<const nmk_job::JobCut> order);
 
 }  // namespace nmk_excellon

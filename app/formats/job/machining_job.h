@@ -1,15 +1,16 @@
-// machining_job.h: what every reader of holes makes, what ordering rearranges, and what every
-// writer is given.
+// machining_job.h: the holes and slots of one file, as every reader returns them.
 //
-// A job is a list of tools; a tool is a list of items in the order in which the cutter takes them.
-// Lengths are millimetres, whatever the file was written in (a TSPLIB file has no unit and is taken
-// as millimetres). Items keep the position at which they stood in their file, so that a writer can
-// find its text again and a check can tell that none was lost or cut twice.
+// The items are one array in the order of the file, which nothing rearranges: the position of an
+// item in it is the number of the item, and an order is a list of such numbers (job_order.h).
+// Lengths are millimetres, whatever the unit of the file (a TSPLIB file has no unit and is read as
+// millimetres).
 #pragma once
 
 #include <geometry/giPoint3.h>
 
 #include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -18,25 +19,24 @@
 
 namespace nmk_job {
 
-/// A hole (one point) or a slot or line (two points) to be machined.
+/// A hole (one point), or a slot or line (two points).
 struct JobItem {
-    giPoint3 start;                // mm; where the cut begins as the file has it
-    std::optional<giPoint3> end;   // mm; empty for a hole
-    std::size_t source_index = 0;  // position among all items of the file, from 0
-    bool reversed = false;         // cut from end to start; only ever set on items with an end
-
-    const giPoint3& entry() const { return reversed ? *end : start; }
-    const giPoint3& exit() const { return end && !reversed ? *end : start; }
+    giPoint3 start;               // mm; where the cut begins in the file
+    std::optional<giPoint3> end;  // mm; empty for a hole
+    std::uint32_t tool = 0;       // position in MachiningJob::tools
 };
 
-/// The items that one tool cuts, in order.
 struct JobTool {
-    std::string name;                // as the file calls it, "T1"; "all" where files have no tools
+    std::string name;                // as in the file, "T1"; "all" for a format without tools
     std::optional<double> diameter;  // mm
-    std::vector<JobItem> items;
 };
 
-/// Past these a file is refused, since every item costs memory.
+/// What the reader of a format keeps for the writer of the same format.
+struct JobSource {
+    virtual ~JobSource() = default;
+};
+
+/// A file with more items is refused, since every item costs memory.
 constexpr std::size_t max_items = 5'000'000;
 
 enum class JobFormat { excellon, csv, tsplib };
@@ -50,8 +50,10 @@ struct MachiningJob {
     std::string file_name;
     JobFormat format = JobFormat::csv;
     JobUnits units = JobUnits::millimetres;  // of the file
-    std::string text;            // the file as read; writers of the same format copy from it
-    std::vector<JobTool> tools;  // in the order of their first use
+    std::string text;            // the file as read; a writer of the same format copies from it
+    std::vector<JobTool> tools;  // in the order of their first use; each cuts at least one item
+    std::vector<JobItem> items;  // in the order of the file
+    std::shared_ptr<const JobSource> source;  // null where the writer needs no more than the text
 };
 
 }  // namespace nmk_job

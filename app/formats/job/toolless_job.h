@@ -1,4 +1,4 @@
-// toolless_job.h: reads a format without tools into a job with one tool, "all".
+// toolless_job.h: reads a file of a format without tools as a job with one tool, "all".
 #pragma once
 
 #include <optional>
@@ -27,8 +27,9 @@ nmk_text::Result<MachiningJob> read_toolless_job(JobFormat format, const std::st
     if (!items) {
         return items.error();
     }
-    if (!items->empty()) {
-        job.tools.push_back({"all", std::nullopt, *std::move(items)});
+    job.items = *std::move(items);
+    if (!job.items.empty()) {
+        job.tools.push_back({"all", std::nullopt});
     }
     return job;
 }

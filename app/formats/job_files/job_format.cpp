@@ -13,14 +13,14 @@ namespace nmk_job_files {
 
 namespace {
 
-constexpr std::size_t lines_looked_at = 40;
+constexpr std::size_t max_examined_lines = 40;
 
 constexpr std::array<std::string_view, 7> drill_endings = {"drl", "drd", "exc", "ncd",
                                                            "xln", "tap", "txt"};
 
 bool is_digit(char letter) { return letter >= '0' && letter <= '9'; }
 
-/// "T1...", "X-1...", "M48", "G90", "INCH": how a line of a drill program begins.
+/// True for a line that begins like a drill program: "T1...", "X-1...", "M48", "G90", "INCH".
 bool begins_drill_line(std::string_view line) {
     if (line.size() < 2) {
         return line == "%";
@@ -78,7 +78,7 @@ bool names_drill_program(const std::string& file_name) {
 std::optional<nmk_job::JobFormat> format_of(const std::string& file_name, std::string_view text) {
     nmk_text::TextLines lines(text);
     nmk_text::TextLine line;
-    for (std::size_t i = 0; i < lines_looked_at && lines.next(line); ++i) {
+    for (std::size_t i = 0; i < max_examined_lines && lines.next(line); ++i) {
         if (const std::optional<nmk_job::JobFormat> format =
                 format_of_line(nmk_text::trimmed(line.text))) {
             return format;

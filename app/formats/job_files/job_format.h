@@ -1,4 +1,4 @@
-// job_format.h: tells the format of a file of holes.
+// job_format.h: recognises the format of a file of holes.
 #pragma once
 
 #include <optional>
@@ -9,15 +9,15 @@
 
 namespace nmk_job_files {
 
-/// What the content says, and where it says nothing, the name: M48, tools or coordinates in letters
-/// are a drill program, NODE_COORD_SECTION or DIMENSION a TSPLIB instance, rows of numbers a table.
-/// Empty where neither says anything.
+/// The format by the content, and by the name if the content does not decide: M48, T1 or X1Y1 begin
+/// a drill program, NODE_COORD_SECTION or DIMENSION a TSPLIB instance, rows of numbers a table.
+/// Empty if neither decides.
 std::optional<nmk_job::JobFormat> format_of(const std::string& file_name, std::string_view text);
 
-/// The ending of the name in lower case without its point, "drl"; empty where it has none.
+/// The extension of the name in lower case without its point, "drl"; empty if it has none.
 std::string name_ending(const std::string& file_name);
 
-/// A name that ends as drill programs do: .drl, .drd, .exc, .ncd, .xln, .tap, .txt.
+/// True for a name with an extension of drill programs: .drl, .drd, .exc, .ncd, .xln, .tap, .txt.
 bool names_drill_program(const std::string& file_name);
 
 }  // namespace nmk_job_files

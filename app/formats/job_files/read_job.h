@@ -1,4 +1,4 @@
-// read_job.h: reads a file of holes and slots, whatever its format.
+// read_job.h: reads a file of holes and slots of any format.
 #pragma once
 
 #include <optional>
@@ -10,12 +10,12 @@
 
 namespace nmk_job_files {
 
-/// Reads the file; the format is told by its content and name. `units` is used where the file does
-/// not tell its own. Nothing is thrown: a file that cannot be read returns an Error.
+/// Reads the file, whose format is recognised by content and name. `units` applies if the file does
+/// not state its own. An Error if it cannot be read; nothing is thrown.
 nmk_text::Result<nmk_job::MachiningJob> read_job_file(const std::string& file_name,
                                                       std::optional<nmk_job::JobUnits> units);
 
-/// The same for text that is in memory; `file_name` is for messages and for telling the format.
+/// The same for a text in memory; `file_name` is for messages and for recognising the format.
 nmk_text::Result<nmk_job::MachiningJob> read_job_text(const std::string& file_name,
                                                       std::string text,
                                                       std::optional<nmk_job::JobUnits> units);

@@ -9,24 +9,26 @@
 
 namespace nmk_job_files {
 
-nmk_text::Result<std::string> job_text(const nmk_job::MachiningJob& ordered,
+nmk_text::Result<std::string> job_text(const nmk_job::MachiningJob& job,
+                                       std::span<const nmk_job::JobCut> order,
                                        const std::string& file_name) {
     const std::string ending = name_ending(file_name);
     if (ending == "csv") {
-        return nmk_csv::write_csv(ordered);
+        return nmk_csv::write_csv(job, order);
     }
     if (ending == "json") {
-        return nmk_json::write_json(ordered);
+        return nmk_json::write_json(job, order);
     }
     if (!names_drill_program(file_name)) {
         return nmk_text::Error{file_name, 0,
                                "cannot write ." + ending + "; expected .drl, .csv or .json"};
     }
-    if (ordered.format != nmk_job::JobFormat::excellon) {
+    if (job.format != nmk_job::JobFormat::excellon) {
         return nmk_text::Error{
-            file_name, 0, "a drill file can only be made of a drill file; expected .csv or .json"};
+            file_name, 0,
+            "a drill file can only be written from a drill file; expected .csv or .json"};
     }
-    return nmk_excellon::write_excellon(ordered);
+    return nmk_excellon::write_excellon(job, order);
 }
 
 }  // namespace nmk_job_files

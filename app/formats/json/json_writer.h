@@ -4,16 +4,19 @@
 //     {"name": "T1", "diameter": 3.2, "items": [
 //       {"source": 17, "reversed": false, "start": [1, 2, 0], "end": [5, 2, 0]}, ...]}, ...]}
 //
-// Tools and items stand in the order of cutting, start and end as they are cut; a hole has no end.
-// "source" is the position in the file, from 0. "diameter" is null where the file has none.
+// Tools and items are listed in the order of cutting, start and end as they are cut; a hole has no
+// "end". A tool is listed once for each run of its items. "source" is the position in the file,
+// from 0. "diameter" is null if the file has none.
 #pragma once
 
+#include <span>
 #include <string>
 
-#include "formats/job/machining_job.h"
+#include "formats/job/job_order.h"
 
 namespace nmk_json {
 
-std::string write_json(const nmk_job::MachiningJob& ordered);
+/// The JSON text. `order` is a complete order of the job.
+std::string write_json(const nmk_job::MachiningJob& job, std::span<const nmk_job::JobCut> order);
 
 }  // namespace nmk_json

@@ -67,8 +67,8 @@ giPoint2 RoutePlane::search_point(const giPoint2& point) const {
     const auto coordinate = [](double offset, double step, int anchor, double search_step) {
         const double count = offset / step;
         const double whole = std::nearbyint(count);
-        const bool is_met = std::abs(whole - count) * step <= min_step;
-        return ((is_met ? whole : count) + anchor) * search_step;
+        const bool is_on_lattice = std::abs(whole - count) * step <= min_step;
+        return ((is_on_lattice ? whole : count) + anchor) * search_step;
     };
     return {coordinate(point.x - m_anchor.x, m_steps.x, m_anchor_cell.column, m_search_steps.x),
             coordinate(point.y - m_anchor.y, m_steps.y, m_anchor_cell.row, m_search_steps.y)};

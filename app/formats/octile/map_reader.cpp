@@ -1,4 +1,4 @@
-// map_reader: reads a map of a grid in the octile text format.
+// map_reader: reads a grid map in the octile text format.
 
 #include "formats/octile/map_reader.h"
 
@@ -16,7 +16,7 @@ namespace {
 constexpr std::string_view free_letters = ".GS";
 constexpr std::string_view blocked_letters = "@OTW";
 
-/// The word before the first blank and what follows it.
+/// The word before the first blank, and the text after it.
 struct HeadLine {
     std::string_view word, value;
 };
@@ -42,7 +42,7 @@ class MapReader {
         }
         while (m_lines.next(m_line)) {
             if (!nmk_text::trimmed(m_line.text).empty()) {
-                refuse("more rows than the height of " + std::to_string(m_height));
+                refuse("another row; expected the height of " + std::to_string(m_height));
             }
         }
         return plane;
@@ -82,14 +82,15 @@ class MapReader {
             }
         }
         if (m_height == 0 || m_width == 0) {
-            refuse(std::string("no ") + (m_height == 0 ? "height" : "width") + " before the map");
+            refuse(std::string(m_height == 0 ? "height" : "width") +
+                   " is missing; expected it before map");
         }
     }
 
     void read_size(int& size, const HeadLine& line) const {
         const std::string name(line.word);
         if (size != 0) {
-            refuse("a second " + name);
+            refuse("a second " + name + "; expected one");
         }
         const bool digits = !line.value.empty() &&
                             line.value.find_first_not_of("0123456789") == std::string_view::npos;
@@ -101,20 +102,21 @@ class MapReader {
         }
         if (*value > static_cast<double>(nmk_lattice::max_cells)) {
             refuse(name + " " + nmk_text::quoted(line.value) + "; at most " +
-                   std::to_string(nmk_lattice::max_cells) + " places can be searched");
+                   std::to_string(nmk_lattice::max_cells) + " cells can be searched");
         }
         size = static_cast<int>(*value);
     }
 
-    /// A map takes memory only where the file has letters for it.
+    /// The size of the text bounds the memory of the map.
     void check_size() const {
-        const std::size_t places =
+        const std::size_t cells =
             static_cast<std::size_t>(m_width) * static_cast<std::size_t>(m_height);
-        if (places > nmk_lattice::max_cells) {
-            refuse(std::to_string(m_width) + " by " + std::to_string(m_height) + "; at most " +
-                   std::to_string(nmk_lattice::max_cells) + " places can be searched");
+        if (cells > nmk_lattice::max_cells) {
+            refuse(std::to_string(m_width) + " by " + std::to_string(m_height) +
+                   " cells; at most " + std::to_string(nmk_lattice::max_cells) +
+                   " cells can be searched");
         }
-        if (places > m_text.size()) {
+        if (cells > m_text.size()) {
             refuse("the file ends early; expected " + std::to_string(m_height) + " rows of " +
                    std::to_string(m_width) + " letters");
         }

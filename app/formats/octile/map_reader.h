@@ -1,9 +1,9 @@
-// map_reader.h: reads a map of a grid in the octile text format.
+// map_reader.h: reads a grid map in the octile text format.
 //
-// Four lines of head (`type octile`, `height H`, `width W`, `map`; height and width in either
-// order), then H rows of W letters. `.`, `G` and `S` (ground and swamp) may be walked; `@`, `O`,
-// `T` and `W` (out of bounds, trees, water) are blocked. x counts columns from the left, y rows
-// from the top, both from 0; the steps are 1.
+// Four header lines (`type octile`, `height H`, `width W`, `map`; height and width in either
+// order), then H rows of W letters. `.`, `G` and `S` (ground and swamp) are free; `@`, `O`, `T` and
+// `W` (out of bounds, trees, water) are blocked. x counts columns from the left, y rows from the
+// top, both from 0; the steps are 1.
 #pragma once
 
 #include <string>
@@ -14,10 +14,10 @@
 
 namespace nmk_octile {
 
-/// Whether the text begins like such a map.
+/// True if the text begins like such a map.
 bool is_octile_map(std::string_view text);
 
-/// The map, or one line on what is wrong with it.
+/// The map, or an Error.
 nmk_text::Result<nmk_lattice::RoutePlane> read_octile_map(const std::string& file_name,
                                                           std::string_view text);
 

@@ -17,11 +17,11 @@ namespace nmk_tsplib {
 
 namespace {
 
-/// Keywords that say nothing about where the points are.
-constexpr std::array<std::string_view, 6> passed_over = {
+/// Keywords without influence on the points.
+constexpr std::array<std::string_view, 6> ignored_keywords = {
     "NAME", "COMMENT", "NODE_COORD_TYPE", "DISPLAY_DATA_TYPE", "EDGE_WEIGHT_FORMAT", "CAPACITY"};
 
-/// Takes the front up to a blank.
+/// Takes the text up to the next blank off its front.
 std::string_view take_word(std::string_view& text) {
     text = nmk_text::trimmed(text);
     const std::size_t stop = std::min(text.find_first_of(" \t"), text.size());
@@ -44,7 +44,7 @@ class InstanceReader {
             }
             if (text == "NODE_COORD_SECTION" || text == "NODE_COORD_SECTION:") {
                 if (has_section) {
-                    refuse("a second NODE_COORD_SECTION");
+                    refuse("a second NODE_COORD_SECTION; expected one");
                 }
                 has_section = true;
             } else if (has_section) {
@@ -54,7 +54,7 @@ class InstanceReader {
             }
         }
         if (!has_section) {
-            refuse("no NODE_COORD_SECTION; expected the points of the instance");
+            refuse("NODE_COORD_SECTION is missing; expected the points of the instance");
         }
         check_count();
         return std::move(m_items);
@@ -78,8 +78,8 @@ class InstanceReader {
             read_dimension(value);
         } else if (keyword == "EDGE_WEIGHT_TYPE") {
             read_weight_type(value);
-        } else if (std::find(passed_over.begin(), passed_over.end(), keyword) ==
-                   passed_over.end()) {
+        } else if (std::find(ignored_keywords.begin(), ignored_keywords.end(), keyword) ==
+                   ignored_keywords.end()) {
             refuse("cannot read " + nmk_text::quoted(text) + " before the NODE_COORD_SECTION");
         }
     }
@@ -93,7 +93,8 @@ class InstanceReader {
     void read_dimension(std::string_view value) {
         const std::optional<double> dimension = nmk_text::read_number(value);
         if (!dimension || value.find_first_not_of("0123456789") != std::string_view::npos) {
-            refuse("cannot read the DIMENSION " + nmk_text::quoted(value));
+            refuse("cannot read the DIMENSION " + nmk_text::quoted(value) +
+                   "; expected a whole number");
         }
         if (*dimension > static_cast<double>(nmk_job::max_items)) {
             refuse("DIMENSION " + nmk_text::quoted(value) + "; at most " +
@@ -131,11 +132,10 @@ class InstanceReader {
         check_name(*number);
         nmk_job::JobItem item;
         item.start = giPoint3(*x * m_scale, *y * m_scale, 0.0);
-        item.source_index = m_items.size();
         m_items.push_back(item);
     }
 
-    /// Gathers the numbers; that each stands once is checked at the end.
+    /// Collects the numbers; at the end each must be there once.
     void check_name(double number) {
         if (number < 1.0 || number > static_cast<double>(nmk_job::max_items)) {
             refuse("node number " + nmk_text::exact_number(number) +
@@ -146,17 +146,17 @@ class InstanceReader {
 
     void check_count() {
         if (m_dimension && m_items.size() != *m_dimension) {
-            refuse(std::to_string(m_items.size()) + " points; the DIMENSION says " +
-                   std::to_string(*m_dimension));
+            refuse(std::to_string(m_items.size()) + (m_items.size() == 1 ? " point" : " points") +
+                   "; expected the " + std::to_string(*m_dimension) + " of the DIMENSION");
         }
         std::sort(m_names.begin(), m_names.end());
         const auto twice = std::adjacent_find(m_names.begin(), m_names.end());
         if (twice != m_names.end()) {
-            refuse("node " + std::to_string(*twice) + " stands twice");
+            refuse("node " + std::to_string(*twice) + " is defined twice");
         }
         if (m_largest_name > static_cast<double>(m_items.size())) {
-            refuse("node " + nmk_text::exact_number(m_largest_name) + " among " +
-                   std::to_string(m_items.size()) + " points; expected the numbers from 1 on");
+            refuse("node number " + nmk_text::exact_number(m_largest_name) + "; expected 1 to " +
+                   std::to_string(m_items.size()) + ", the number of points");
         }
     }
 

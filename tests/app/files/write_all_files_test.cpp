@@ -1,4 +1,4 @@
-// Tests of writing several files, all of them or none.
+// write_all_files: several files are written, all of them or none.
 
 #include "files/write_all_files.h"
 
@@ -7,13 +7,13 @@
 #include <unistd.h>
 
 #include "app/formats/job/job_fixtures.h"
-#include "scratch_folder.h"
+#include "scratch_directory.h"
 
 namespace nmk_files {
 namespace {
 
 TEST(write_all_files, reports_the_names_in_their_order_and_which_files_are_new) {
-    const ScratchFolder folder;
+    const ScratchDirectory folder;
     const std::string old_name = folder.file("a.txt", "old");
     const std::string new_name = folder.path() + "/b.txt";
     const auto written = write_all_files({{old_name, "A"}, {"/dev/null", "N"}, {new_name, "B"}});
@@ -26,7 +26,7 @@ TEST(write_all_files, reports_the_names_in_their_order_and_which_files_are_new) 
 }
 
 TEST(write_all_files, touches_no_file_when_a_later_one_cannot_be_created) {
-    const ScratchFolder folder;
+    const ScratchDirectory folder;
     const std::string name = folder.file("a.txt", "old");
     const auto written = write_all_files(
         {{name, "A"}, {folder.path() + "/b.txt", "B"}, {folder.path() + "/none/c.txt", "C"}});
@@ -39,7 +39,7 @@ TEST(write_all_files, touches_no_file_when_a_later_one_cannot_be_created) {
 }
 
 TEST(write_all_files, restores_a_replaced_file_when_a_device_is_full) {
-    const ScratchFolder folder;
+    const ScratchDirectory folder;
     const std::string name = folder.file("a.txt", "old");
     const auto written =
         write_all_files({{"/dev/full", "x"}, {name, "A"}, {folder.path() + "/b.txt", "B"}});
@@ -50,7 +50,7 @@ TEST(write_all_files, restores_a_replaced_file_when_a_device_is_full) {
 }
 
 TEST(write_all_files, restores_the_same_file_with_its_owner_and_mode) {
-    const ScratchFolder folder;
+    const ScratchDirectory folder;
     const std::string name = folder.file("a.txt", "old");
     struct stat before {};
     struct stat after {};

@@ -1,4 +1,4 @@
-// command_runner.h: runs the tool as a person would, and what the tests of all commands expect.
+// command_runner.h: runs the tool with arguments, and expectations of the tests of all commands.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -39,7 +39,7 @@ inline std::string text_of(const std::string& file_name) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// Exit code 2, nothing printed, one line that holds `words`.
+/// Expects exit code 2, no output, and one line with `words` as the error.
 inline void expect_refused(const Printed& printed, const std::string& words) {
     EXPECT_EQ(printed.code, 2) << printed.err;
     EXPECT_EQ(printed.out, "");

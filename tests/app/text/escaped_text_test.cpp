@@ -1,4 +1,5 @@
-// escaped_text, number_text and label_places: what comes from outside is made safe and readable.
+// escaped_text, number_format, label_places, colour_scale: text from outside is escaped, numbers
+// and labels are readable.
 
 #include "text/escaped_text.h"
 
@@ -16,7 +17,7 @@ namespace {
 
 using namespace nmk_text;
 
-TEST(escaped_text, xml_has_no_character_that_means_something) {
+TEST(escaped_text, xml_has_no_markup_characters) {
     EXPECT_EQ(xml_text("<a href=\"x\">&'"), "&lt;a href=&quot;x&quot;&gt;&amp;&#39;");
     EXPECT_EQ(xml_text("caf\xC3\xA9"), "caf\xC3\xA9");
     EXPECT_EQ(xml_text(std::string("a\0b", 3)),
@@ -56,7 +57,7 @@ TEST(escaped_text, every_pair_of_bytes_makes_valid_documents) {
     }
 }
 
-TEST(number_text, is_the_same_in_every_locale) {
+TEST(number_format, is_the_same_in_every_locale) {
     const CommaLocale commas;
     ASSERT_TRUE(commas.holds_for_the_c_library());
     EXPECT_EQ(fixed_number(1234567.875, 2), "1234567.88");
@@ -79,7 +80,7 @@ TEST(label_places, no_two_labels_overlap_and_none_leaves_the_bounds) {
     EXPECT_TRUE(places.place({{95, 30}}, 10, 10, box));
 }
 
-TEST(label_places, moves_a_label_inside_that_would_stick_out) {
+TEST(label_places, moves_a_label_inside_the_bounds) {
     nmk_draw::LabelPlaces places({0, 0, 100, 50});
     nmk_draw::LabelBox box;
     EXPECT_TRUE(places.place({{97, 60}}, 10, 10, box));

@@ -1,7 +1,7 @@
-// plain_syntax.h: plain checkers of JSON and XML syntax, to hold the tool's output against.
+// plain_syntax.h: plain checkers of JSON and XML syntax for the output of the tool.
 //
-// They take a whole text and answer whether it is well-formed; the XML one knows elements,
-// attributes, text, the five named and the decimal references, and one leading <!DOCTYPE ...>.
+// They return whether a whole text is well-formed; the XML one accepts elements, attributes, text,
+// the references that the tool writes, and one leading <!DOCTYPE ...>.
 #pragma once
 
 #include <cctype>
@@ -42,7 +42,7 @@ class Json {
         }
         return take("\"");
     }
-    bool escape() {  // leaves the last character of the escape in front
+    bool escape() {  // does not take the last character of the escape
         text.remove_prefix(1);
         if (text.empty()) return false;
         if (text[0] != 'u') return std::string_view("\"\\/bfnrt").find(text[0]) != text.npos;

@@ -23,11 +23,11 @@ nmk_shell::Printed levels(std::vector<std::string> arguments) {
 
 std::ptrdiff_t lines(const std::string& text) { return std::count(text.begin(), text.end(), '\n'); }
 
-bool holds(const std::string& text, const std::string& part) {
+bool contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
-// Levels are of the whole process; each test finds them at their defaults and leaves them so.
+// Levels belong to the whole process; each test leaves them at their defaults.
 class levels_command : public testing::Test {
   protected:
     ~levels_command() override {
@@ -50,7 +50,7 @@ TEST_F(levels_command, lists_every_level_on_a_line_of_its_own) {
     const nmk_shell::Printed answer = levels({});
     EXPECT_EQ(answer.code, 0);
     EXPECT_EQ(lines(answer.out), 198);  // a heading, 196 levels, their number
-    EXPECT_TRUE(holds(answer.out, "\n196 levels\n"));
+    EXPECT_TRUE(contains(answer.out, "\n196 levels\n"));
     EXPECT_LT(answer.out.find("\nSafetyNetTolerance "), answer.out.find("\nzone_memory "));
     EXPECT_EQ(answer.err, "");
 }
@@ -58,30 +58,30 @@ TEST_F(levels_command, lists_every_level_on_a_line_of_its_own) {
 TEST_F(levels_command, finds_by_name_and_by_description_whatever_the_case) {
     const nmk_shell::Printed by_name = levels({"--find", "ITEMSORTER"});
     EXPECT_EQ(lines(by_name.out), 3);
-    EXPECT_TRUE(holds(by_name.out, "\nitemsorter "));
+    EXPECT_TRUE(contains(by_name.out, "\nitemsorter "));
     const nmk_shell::Printed by_description = levels({"--find=point ordering"});
     EXPECT_EQ(by_description.out, by_name.out);
 }
 
-TEST_F(levels_command, finding_nothing_is_no_error) {
+TEST_F(levels_command, an_empty_selection_is_not_an_error) {
     const nmk_shell::Printed answer = levels({"--find", "no such words"});
     EXPECT_EQ(answer.code, 0);
-    EXPECT_TRUE(holds(answer.out, "\n0 levels\n"));
+    EXPECT_TRUE(contains(answer.out, "\n0 levels\n"));
 }
 
 TEST_F(levels_command, filters_by_state) {
     const nmk_shell::Printed answer = levels({"--state", "unavailable"});
-    EXPECT_TRUE(holds(answer.out, "\n5 levels\n")) << answer.out;
-    EXPECT_TRUE(holds(answer.out, "\ncutfile "));
-    EXPECT_TRUE(holds(levels({"--state", "previous"}).out, "\n0 levels\n"));
+    EXPECT_TRUE(contains(answer.out, "\n5 levels\n")) << answer.out;
+    EXPECT_TRUE(contains(answer.out, "\ncutfile "));
+    EXPECT_TRUE(contains(levels({"--state", "previous"}).out, "\n0 levels\n"));
     ASSERT_EQ(nmkVersion::get_from_manager("cutfile").set_previous(), 1);
-    EXPECT_TRUE(holds(levels({"--state=previous"}).out, "\n1 level\n"));
+    EXPECT_TRUE(contains(levels({"--state=previous"}).out, "\n1 level\n"));
 }
 
-TEST_F(levels_command, both_filters_must_hold) {
+TEST_F(levels_command, combines_both_filters) {
     const nmk_shell::Printed answer = levels({"--find", "sort", "--state", "unavailable"});
-    EXPECT_TRUE(holds(answer.out, "\n1 level\n")) << answer.out;
-    EXPECT_TRUE(holds(answer.out, "\ncylinder_sort "));
+    EXPECT_TRUE(contains(answer.out, "\n1 level\n")) << answer.out;
+    EXPECT_TRUE(contains(answer.out, "\ncylinder_sort "));
 }
 
 TEST_F(levels_command, shows_one_level) {
@@ -113,16 +113,16 @@ TEST_F(levels_command, shows_one_level_for_programs) {
 
 TEST_F(levels_command, a_setting_that_does_not_exist_is_null_for_programs) {
     const nmk_shell::Printed answer = levels({"SafetyNetTolerance", "--json"});
-    EXPECT_TRUE(holds(answer.out, "\"previous\": null, \"default\": 0, \"preview\": 1"));
+    EXPECT_TRUE(contains(answer.out, "\"previous\": null, \"default\": 0, \"preview\": 1"));
 }
 
-TEST_F(levels_command, shows_the_state_after_a_move) {
+TEST_F(levels_command, shows_the_state_after_level_is_applied) {
     const nmk_shell::Printed answer = levels({"--level", "itemsorter=previous", "itemsorter"});
     EXPECT_EQ(answer.code, 0);
-    EXPECT_TRUE(holds(answer.out, "state          previous\nlevel          0\n"));
+    EXPECT_TRUE(contains(answer.out, "state          previous\nlevel          0\n"));
 }
 
-TEST_F(levels_command, quiet_prints_nothing_but_json_when_asked_for) {
+TEST_F(levels_command, quiet_prints_only_json) {
     for (const std::vector<std::string>& words :
          {std::vector<std::string>{"--quiet"}, {"itemsorter", "--quiet"}}) {
         const nmk_shell::Printed answer = levels(words);
@@ -134,9 +134,9 @@ TEST_F(levels_command, quiet_prints_nothing_but_json_when_asked_for) {
     nmk_shell::expect_refused(levels({"itemsroter", "--quiet"}), "did you mean itemsorter");
 }
 
-TEST_F(levels_command, an_unknown_name_brings_the_near_ones) {
+TEST_F(levels_command, an_unknown_name_is_refused_with_similar_names) {
     nmk_shell::expect_refused(levels({"itemsroter"}), "did you mean itemsorter");
-    nmk_shell::expect_refused(levels({"qqqqqqqqqq"}), "there is no level 'qqqqqqqqqq'");
+    nmk_shell::expect_refused(levels({"qqqqqqqqqq"}), "unknown level 'qqqqqqqqqq'");
 }
 
 TEST_F(levels_command, refuses_wrong_arguments_with_one_line) {
@@ -144,21 +144,22 @@ TEST_F(levels_command, refuses_wrong_arguments_with_one_line) {
     nmk_shell::expect_refused(levels({"--find"}), "--find needs a value");
     nmk_shell::expect_refused(levels({"--frob"}), "unknown option \"--frob\"; see nmk help levels");
     nmk_shell::expect_refused(levels({"--finder=x"}), "unknown option");
-    nmk_shell::expect_refused(levels({"sorter", "itemsorter"}), "one NAME at most");
-    nmk_shell::expect_refused(levels({"sorter", "--find", "x"}), "neither --find nor --state");
+    nmk_shell::expect_refused(levels({"sorter", "itemsorter"}), "at most one NAME");
+    nmk_shell::expect_refused(levels({"sorter", "--find", "x"}),
+                              "cannot be combined with --find or --state");
     nmk_shell::expect_refused(levels({"--two\nlines"}), "unknown option");
     nmk_shell::expect_refused(levels({"--level", "sorter"}), "NAME=NUMBER");
 }
 
-TEST_F(levels_command, says_so_when_the_output_cannot_be_written) {
+TEST_F(levels_command, reports_an_output_that_cannot_be_written) {
     std::ostringstream out;
     std::ostringstream err;
     out.setstate(std::ios::badbit);
     EXPECT_EQ(nmk_levels::run_levels({}, out, err), 2);
-    EXPECT_TRUE(holds(err.str(), "cannot be written"));
+    EXPECT_TRUE(contains(err.str(), "cannot be written"));
 }
 
-TEST_F(level_option, moves_to_each_setting) {
+TEST_F(level_option, sets_each_setting) {
     nmkVersion& level = nmkVersion::get_from_manager("curvature_smooth");
     EXPECT_TRUE(apply("curvature_smooth=previous"));
     EXPECT_EQ(level.get_level(), 0);
@@ -173,16 +174,16 @@ TEST_F(level_option, moves_to_each_setting) {
     EXPECT_EQ(error, "");
 }
 
-TEST_F(level_option, says_that_a_level_lacks_the_setting) {
+TEST_F(level_option, reports_a_setting_that_the_level_does_not_have) {
     EXPECT_FALSE(apply("itemsorter=preview"));
     EXPECT_EQ(error, "--level itemsorter=preview: level itemsorter has no preview setting");
     EXPECT_EQ(nmkVersion::get_from_manager("itemsorter").get_level(), 1);
 }
 
-TEST_F(level_option, refuses_what_is_no_setting_and_moves_nothing) {
+TEST_F(level_option, refuses_an_unknown_setting_and_keeps_the_level) {
     for (const std::string setting : {"Preview", "1.5", "1x", "-2", "99999999999", " 1", "+1"}) {
         EXPECT_FALSE(apply("itemsorter=" + setting)) << setting;
-        EXPECT_TRUE(holds(error, "expected previous, default, preview")) << error;
+        EXPECT_TRUE(contains(error, "expected previous, default, preview")) << error;
     }
     EXPECT_EQ(nmkVersion::get_from_manager("itemsorter").get_level(), 1);
 }
@@ -190,20 +191,20 @@ TEST_F(level_option, refuses_what_is_no_setting_and_moves_nothing) {
 TEST_F(level_option, refuses_a_missing_name_setting_or_equals_sign) {
     for (const std::string text : {"", "=", "itemsorter", "itemsorter=", "=previous"}) {
         EXPECT_FALSE(apply(text)) << text;
-        EXPECT_TRUE(holds(error, "expected NAME=previous")) << error;
+        EXPECT_TRUE(contains(error, "expected NAME=previous")) << error;
     }
 }
 
-TEST_F(level_option, lists_near_names_for_an_unknown_one) {
+TEST_F(level_option, lists_similar_names_for_an_unknown_one) {
     EXPECT_FALSE(apply("ItemSorter=previous"));
-    EXPECT_EQ(error, "--level: there is no level 'ItemSorter'; did you mean itemsorter or sorter?");
+    EXPECT_EQ(error, "--level: unknown level 'ItemSorter'; did you mean itemsorter or sorter?");
     EXPECT_FALSE(apply(std::string("itemsorter\0x=previous", 21)));
     EXPECT_EQ(lines(error), 0);
 }
 
-TEST_F(level_option, names_nothing_near_for_a_name_without_end) {
+TEST_F(level_option, lists_no_similar_names_for_an_endless_name) {
     const std::string name(1'000'000, 'a');
-    EXPECT_TRUE(nmk_shell::near_level_names(name).empty());
+    EXPECT_TRUE(nmk_shell::similar_level_names(name).empty());
     EXPECT_FALSE(apply(name + "=1"));
     EXPECT_LT(error.size(), 400U);
 }

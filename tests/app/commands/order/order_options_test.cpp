@@ -1,4 +1,4 @@
-// order_options: which command lines are understood, and what is said of the others.
+// order_options: valid command lines, and the errors of the others.
 
 #include "commands/order/order_options.h"
 
@@ -25,7 +25,7 @@ OrderOptions read(const Words& words) {
     return *options;
 }
 
-TEST(order_options, a_file_alone_gives_the_defaults) {
+TEST(order_options, a_file_name_alone_selects_the_defaults) {
     const OrderOptions options = read({"plate.drl"});
     EXPECT_EQ(options.file_name, "plate.drl");
     EXPECT_EQ(options.type, nmkSortTypeShortest);
@@ -36,7 +36,7 @@ TEST(order_options, a_file_alone_gives_the_defaults) {
     EXPECT_EQ(request.start, giPoint3(0.0, 0.0, 0.0));
 }
 
-TEST(order_options, every_option_is_taken_with_a_blank_or_an_equals_sign) {
+TEST(order_options, every_option_may_have_a_blank_or_an_equals_sign) {
     const OrderOptions a =
         read({"--type", "xz",      "--start",        "1,-2.5,3", "--tolerance", "0.5",   "--units",
               "mm",     "--rapid", "6000",           "-o",       "a.csv",       "--svg", "a.svg",
@@ -57,13 +57,13 @@ TEST(order_options, every_option_is_taken_with_a_blank_or_an_equals_sign) {
     }
 }
 
-TEST(order_options, the_ending_of_what_is_written_may_stand_in_capital_letters) {
+TEST(order_options, the_extension_of_the_output_may_be_in_capital_letters) {
     for (const std::string name : {"OUT.DRL", "parts.d/Out.Csv", "a.b.JSON"}) {
         EXPECT_EQ(read({"f", "-o", name}).output_file, name);
     }
 }
 
-TEST(order_options, lengths_are_in_the_unit_of_the_file_unless_told) {
+TEST(order_options, lengths_are_in_the_unit_of_the_file_by_default) {
     OrderOptions options = read({"f", "--start", "1,2", "--tolerance", "0.5"});
     EXPECT_EQ(order_request(options, nmk_job::JobUnits::inches).start, giPoint3(25.4, 50.8, 0.0));
     EXPECT_EQ(order_request(options, nmk_job::JobUnits::inches).tolerance, 12.7);
@@ -95,7 +95,7 @@ TEST(order_options, every_supported_sort_type_has_a_name_of_its_own) {
 struct BadLine {
     const char* name;
     Words words;
-    const char* expected;  // stands in the message
+    const char* expected;  // part of the message
 };
 
 std::ostream& operator<<(std::ostream& out, const BadLine& line) { return out << line.name; }
@@ -113,14 +113,14 @@ TEST_P(order_options_bad, is_refused_with_one_line) {
 const BadLine bad_lines[] = {
     {"no_file", {"--json"}, "expected the name of a file"},
     {"empty_file", {""}, "empty"},
-    {"two_files", {"a", "b"}, "second"},
+    {"two_files", {"a", "b"}, "expected one file; found \"a\" and \"b\""},
     {"unknown_option", {"a", "--fast"}, "unknown option"},
     {"unknown_with_line_feed", {"a", "--fa\nst"}, "unknown option"},
     {"lone_dash", {"a", "-"}, "unknown option"},
     {"value_missing", {"a", "--type"}, "needs a value"},
     {"unknown_type", {"a", "--type", "best"}, "one-way"},
     {"cylinder", {"a", "--type", "cylinder"}, "shortest, closest"},
-    {"empty_type", {"a", "--type="}, "the types are"},
+    {"empty_type", {"a", "--type="}, "expected none, shortest"},
     {"start_of_one", {"a", "--start", "1"}, "X,Y"},
     {"start_of_four", {"a", "--start", "1,2,3,4"}, "X,Y"},
     {"start_with_hole", {"a", "--start", "1,,3"}, "X,Y"},
@@ -134,10 +134,10 @@ const BadLine bad_lines[] = {
     {"rapid_zero", {"a", "--rapid", "0"}, "above 0"},
     {"rapid_nan", {"a", "--rapid", "nan"}, "above 0"},
     {"units", {"a", "--units", "cm"}, "mm or inch"},
-    {"output_ending", {"a", "-o", "b.txt"}, ".drl, .csv or .json"},
-    {"output_folder_with_ending", {"a", "-o", "b.csv/c"}, ".drl, .csv or .json"},
-    {"svg_empty", {"a", "--svg", ""}, "needs a name"},
-    {"same_output", {"a", "--svg", "b", "--html", "b"}, "two outputs"},
+    {"output_extension", {"a", "-o", "b.txt"}, ".drl, .csv or .json"},
+    {"output_directory_with_extension", {"a", "-o", "b.csv/c"}, ".drl, .csv or .json"},
+    {"svg_empty", {"a", "--svg", ""}, "expected the name of a file to write"},
+    {"same_output", {"a", "--svg", "b", "--html", "b"}, "the name of two outputs"},
 };
 
 INSTANTIATE_TEST_SUITE_P(lines, order_options_bad, testing::ValuesIn(bad_lines),

@@ -69,7 +69,7 @@ PlainGrid random_grid(std::mt19937& random) {
     return grid;
 }
 
-TEST(find_route, lengths_are_those_of_dijkstra_whatever_the_steps_and_the_rule) {
+TEST(find_route, lengths_are_those_of_dijkstra_with_any_steps_and_corner_rule) {
     constexpr unsigned seed = 20;
     std::mt19937 random(seed);
     int found = 0;
@@ -107,7 +107,7 @@ TEST(find_route, lengths_are_those_of_dijkstra_whatever_the_steps_and_the_rule) 
     EXPECT_GT(missing, 50);
 }
 
-TEST(find_route, closes_everything_it_can_reach_and_no_more_when_there_is_no_route) {
+TEST(find_route, closes_every_reachable_cell_if_there_is_no_route) {
     const PlainGrid grid = PlainGrid::of_rows({"..@..", "..@..", "@@@..", "....."});
     const nmk_lattice::RoutePlane plane = plane_of(grid);
     const FoundRoute route = find_route(plane, request_of(plane, {0, 0}, {4, 1}), nullptr);
@@ -126,7 +126,7 @@ TEST(find_route, a_start_that_is_the_goal_is_a_route_of_one_node) {
     EXPECT_EQ(route.expanded, 0U);
 }
 
-TEST(find_route, corners_may_be_cut_only_where_that_is_asked_for) {
+TEST(find_route, corners_are_cut_only_on_request) {
     const nmk_lattice::RoutePlane plane = plane_of(PlainGrid::of_rows({".@", "@."}));
     RouteRequest request = request_of(plane, {0, 0}, {1, 1});
     EXPECT_FALSE(find_route(plane, request, nullptr).is_found());
@@ -156,7 +156,7 @@ TEST(find_route, a_line_may_be_reached_past_its_beginning) {
     EXPECT_TRUE(find_route(plane, request, nullptr).is_found());
 }
 
-TEST(find_route, a_moving_line_moves_on_along_the_lattice_and_is_reported) {
+TEST(find_route, a_moving_line_moves_on_along_the_lattice) {
     PlainGrid grid = PlainGrid::of_rows(std::vector<std::string>(9, std::string(40, '.')));
     for (int y = 0; y < 8; ++y) grid.blocked[grid.index(6, y)] = true;
     const nmk_lattice::RoutePlane plane = plane_of(grid);
@@ -171,7 +171,7 @@ TEST(find_route, a_moving_line_moves_on_along_the_lattice_and_is_reported) {
     EXPECT_EQ(find_route(plane, request, nullptr).goal, request.goal);
 }
 
-TEST(find_route, impossible_requests_are_reported_in_one_line) {
+TEST(find_route, check_request_reports_requests_that_cannot_be_searched) {
     const nmk_lattice::RoutePlane plane = plane_of(PlainGrid::of_rows({".@.", "...", "..."}));
     const auto problem = [&](giPoint2 start, giPoint2 goal, GoalKind kind, double gradient = 1.0) {
         RouteRequest request;
@@ -182,21 +182,21 @@ TEST(find_route, impossible_requests_are_reported_in_one_line) {
         return check_request(plane, request);
     };
     EXPECT_EQ(problem({3, 0}, {0, 1}, GoalKind::point),
-              "the start (3, 0) is outside; the places go from (0, 0) to (2, 2)");
+              "the start (3, 0) is outside; the cells go from (0, 0) to (2, 2)");
     EXPECT_EQ(problem({0, 0.5}, {0, 1}, GoalKind::point),
-              "the start (0, 0.5) is off the lattice; the nearest place is (0, 0)");
+              "the start (0, 0.5) is off the lattice; the nearest cell is (0, 0)");
     EXPECT_EQ(problem({1, 0}, {0, 1}, GoalKind::point), "the start (1, 0) is blocked");
     EXPECT_EQ(problem({0, 0}, {1, 0}, GoalKind::point), "the goal (1, 0) is blocked");
     EXPECT_EQ(problem({0, 0}, {0, -1}, GoalKind::point),
-              "the goal (0, -1) is outside; the places go from (0, 0) to (2, 2)");
+              "the goal (0, -1) is outside; the cells go from (0, 0) to (2, 2)");
     EXPECT_EQ(problem({0, 0}, {1.5, 1}, GoalKind::moving_line),
-              "the goal (1.5, 1) is off the lattice; the nearest place is (2, 1)");
+              "the goal (1.5, 1) is off the lattice; the nearest cell is (2, 1)");
     EXPECT_EQ(problem({0, 0}, {1.5, 1}, GoalKind::line), "");
     EXPECT_NE(problem({0, 0}, {1, 1.5}, GoalKind::line), "");
     EXPECT_EQ(problem({0, 0}, {1, 0}, GoalKind::line), "");
     EXPECT_EQ(problem({0, 0}, {2, 2}, GoalKind::moving_line, 1e-7),
-              "the gradient 0.0000001 is too small; the way up the whole plane would take more "
-              "than 4194304 steps");
+              "the gradient 0.0000001 is too small; crossing the plane in y would take more than "
+              "4194304 steps in x");
 }
 
 class StopAtOnce : public nmkProgressBreak {
@@ -204,7 +204,7 @@ class StopAtOnce : public nmkProgressBreak {
     int jump_to(double) override { return 1; }
 };
 
-TEST(find_route, stops_when_it_is_asked_to) {
+TEST(find_route, stops_on_request) {
     const nmk_lattice::RoutePlane plane =
         plane_of(PlainGrid::of_rows(std::vector<std::string>(60, std::string(60, '.'))));
     RouteRequest request = request_of(plane, {30, 30}, {59, 59});
@@ -216,7 +216,7 @@ TEST(find_route, stops_when_it_is_asked_to) {
     EXPECT_FALSE(route.is_found());
 }
 
-/// One line of a file of scenarios: two cells, and the length of the shortest route that leaves
+/// One line of a file of scenarios: two cells, and the length of the shortest path that keeps
 /// corners clear.
 struct Scenario {
     nmk_lattice::GridCell from, to;
@@ -239,23 +239,23 @@ std::vector<Scenario> scenarios_of(const std::string& text) {
     return result;
 }
 
-/// So many of the scenarios of each map are walked, from the shortest to the longest.
-constexpr std::size_t walked_scenarios = 4;
+/// The number of scenarios of each map that are tested, from the shortest to the longest.
+constexpr std::size_t tested_scenarios = 4;
 
-TEST(find_route, real_maps_give_the_lengths_of_their_scenarios_and_of_dijkstra) {
+TEST(find_route, real_maps_have_the_lengths_of_their_scenarios_and_of_dijkstra) {
     if (const auto missing = real_inputs::missing("maps")) GTEST_SKIP() << *missing;
-    const std::string folder = real_inputs::path("maps/");
+    const std::string directory = real_inputs::path("maps/");
     for (const std::string name : {"maze512-32-0.map", "random512-10-0.map"}) {
-        const std::string text = nmk_job::bytes_of_file(folder + name);
+        const std::string text = nmk_job::bytes_of_file(directory + name);
         auto read = nmk_octile::read_octile_map(name, text);
         ASSERT_TRUE(bool(read)) << read.error().text();
         const nmk_lattice::RoutePlane& plane = *read;
         const PlainGrid grid = PlainGrid::of_map(text);
         const std::vector<Scenario> all =
-            scenarios_of(nmk_job::bytes_of_file(folder + name + ".scen"));
-        ASSERT_GT(all.size(), walked_scenarios) << name;
-        for (std::size_t k = 0; k < walked_scenarios; ++k) {
-            const Scenario& scenario = all[k * (all.size() - 1) / (walked_scenarios - 1)];
+            scenarios_of(nmk_job::bytes_of_file(directory + name + ".scen"));
+        ASSERT_GT(all.size(), tested_scenarios) << name;
+        for (std::size_t k = 0; k < tested_scenarios; ++k) {
+            const Scenario& scenario = all[k * (all.size() - 1) / (tested_scenarios - 1)];
             const FoundRoute route =
                 find_route(plane, request_of(plane, scenario.from, scenario.to), nullptr);
             ASSERT_TRUE(route.is_found()) << name << " scenario of length " << scenario.length;

@@ -1,7 +1,7 @@
-// plain_grid.h: a grid, and the lengths of the shortest ways through it by Dijkstra's algorithm.
+// plain_grid.h: a grid, and the lengths of its shortest paths by Dijkstra's algorithm.
 //
-// Written from the rules of the steps alone: no estimate of what is left, no library call, places
-// as numbers. It shares no code with the reader of maps either.
+// Written from the rules of the steps alone: no estimate, no call of the library, cells as numbers.
+// It shares no code with the reader of maps either.
 #pragma once
 
 #include <cmath>
@@ -48,7 +48,7 @@ struct PlainGrid {
         return x >= 0 && y >= 0 && x < width && y < height && !blocked[index(x, y)];
     }
 
-    /// The length of the shortest way from (x, y) to every place.
+    /// The length of the shortest path from (x, y) to every cell.
     std::vector<double> lengths_from(int x, int y) const {
         std::vector<double> best(blocked.size(), unreachable);
         using Entry = std::pair<double, std::size_t>;

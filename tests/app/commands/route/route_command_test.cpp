@@ -1,4 +1,4 @@
-// route_command: what a person and a program see of `nmk route`.
+// route_command: the output of `nmk route` for a person and for a program.
 
 #include "commands/route/route_command.h"
 
@@ -11,7 +11,7 @@
 #include "app/formats/job/job_fixtures.h"
 #include "app/shell/command_runner.h"
 #include "app/text/plain_syntax.h"
-#include "scratch_folder.h"
+#include "scratch_directory.h"
 
 namespace nmk_route {
 namespace {
@@ -28,7 +28,7 @@ class route_command : public testing::Test {
     }
     std::string file(const std::string& name) const { return folder.path() + "/" + name; }
 
-    ScratchFolder folder;
+    ScratchDirectory folder;
 };
 
 TEST_F(route_command, prints_the_length_the_nodes_and_how_many_were_expanded) {
@@ -38,7 +38,7 @@ TEST_F(route_command, prints_the_length_the_nodes_and_how_many_were_expanded) {
     EXPECT_EQ(printed.code, 0);
     EXPECT_EQ(printed.err, "");
     EXPECT_EQ(printed.out, name +
-                               ": 4 x 3 places, 2 blocked; corners kept clear\n"
+                               ": 4 x 3 cells, 2 blocked; corners kept clear\n"
                                "\n"
                                "Start           (0, 1)\n"
                                "Goal            (3, 1)\n"
@@ -69,7 +69,7 @@ TEST_F(route_command, the_examples_of_its_help_work) {
     EXPECT_NE(moving.out.find("Goal moved to   (17, 8)"), std::string::npos) << moving.out;
 }
 
-TEST_F(route_command, json_and_pictures_are_well_formed_whatever_the_name_of_the_file) {
+TEST_F(route_command, json_and_pictures_are_well_formed_with_any_file_name) {
     for (const std::string name : {"plain.map", "q\"uote\\.map", "tab\t\x01.map", "<a&b>'.map"}) {
         for (const char* const text : {small_map, walled_map}) {
             const nmk_shell::Printed printed = nmk_shell::run(
@@ -83,7 +83,7 @@ TEST_F(route_command, json_and_pictures_are_well_formed_whatever_the_name_of_the
     }
 }
 
-TEST_F(route_command, the_page_lists_the_figures_and_stresses_none_as_a_total) {
+TEST_F(route_command, the_page_lists_the_figures_without_a_total_row) {
     const std::string name = write("s.map", small_map);
     ASSERT_EQ(
         nmk_shell::run({"route", name, "--start", "0,0", "--goal", "1,0", "--html", file("a.html")})
@@ -127,7 +127,7 @@ TEST_F(route_command, steps_of_a_tenth_arrive_at_a_goal_of_three_tenths) {
         << printed.out;
 }
 
-TEST_F(route_command, says_plainly_that_there_is_no_route_and_what_came_nearest) {
+TEST_F(route_command, reports_that_there_is_no_route_and_the_nearest_cell) {
     const std::string name = write("w.map", walled_map);
     const nmk_shell::Printed printed =
         nmk_shell::run({"route", name, "--start", "0,0", "--goal", "3,1", "--quiet", "--svg",
@@ -135,8 +135,8 @@ TEST_F(route_command, says_plainly_that_there_is_no_route_and_what_came_nearest)
     EXPECT_EQ(printed.code, 1);
     EXPECT_EQ(printed.out, "");
     EXPECT_EQ(printed.err,
-              "nmk route: no route from (0, 0) to (3, 1); of 2 places closed (0, 1) is nearest to "
-              "the goal, 3 short of it\n");
+              "nmk route: no route from (0, 0) to (3, 1); the nearest of 2 visited cells is "
+              "(0, 1), 3 short of the goal\n");
     EXPECT_NE(nmk_shell::text_of(file("w.svg")).find("nearest to the goal"), std::string::npos);
     EXPECT_EQ(nmk_shell::text_of(file("w.csv")), "x,y,length\n");
 }
@@ -145,7 +145,7 @@ struct StopAtOnce : nmkProgressBreak {
     int jump_to(double) override { return 1; }
 };
 
-TEST_F(route_command, a_break_ends_with_one_and_writes_nothing) {
+TEST_F(route_command, a_stop_returns_1_and_writes_nothing) {
     std::string rows;
     for (int i = 0; i < 64; ++i) rows += std::string(62, '.') + "@.\n";
     const std::string name = write("f.map", "type octile\nheight 64\nwidth 64\nmap\n" + rows);
@@ -157,30 +157,30 @@ TEST_F(route_command, a_break_ends_with_one_and_writes_nothing) {
                   out, err, &stop),
         1);
     EXPECT_EQ(out.str(), "");
-    EXPECT_EQ(err.str(), "nmk route: stopped after 1024 places; no route yet\n");
+    EXPECT_EQ(err.str(), "nmk route: stopped after 1024 cells; no route was found\n");
     EXPECT_EQ(folder.file_count(), 1U);
 }
 
-TEST_F(route_command, blocked_places_off_the_lattice_are_told) {
+TEST_F(route_command, blocked_points_off_the_lattice_are_reported) {
     const std::string name = write("l.csv", "box,0,0,4,4\nsteps,1\n1.5,1\n2,2\n9,9\n");
     const nmk_shell::Printed printed =
         nmk_shell::run({"route", name, "--start", "0,0", "--goal", "4,4"});
     EXPECT_EQ(printed.code, 0);
-    EXPECT_NE(printed.out.find("2 of 3 blocked places are outside the box or off the lattice"),
+    EXPECT_NE(printed.out.find("2 of 3 blocked points are outside the box or off the lattice"),
               std::string::npos)
         << printed.out;
 }
 
 struct BadUse {
     const char* name;
-    std::vector<std::string> words;  // "MAP" and "LIST" stand for files
+    std::vector<std::string> words;  // "MAP", "LIST" and "BARE" are replaced by files
     const char* expected;
 };
 
-class route_command_refuses : public testing::TestWithParam<BadUse> {};
+class route_command_error : public testing::TestWithParam<BadUse> {};
 
-TEST_P(route_command_refuses, in_one_line_with_two) {
-    const ScratchFolder folder;
+TEST_P(route_command_error, is_one_line_and_exit_code_2) {
+    const ScratchDirectory folder;
     const std::string map = folder.file("s.map", small_map);
     const std::string list = folder.file("l.csv", "box,0,0,4,4\nsteps,1\n1,1\n");
     const std::string bare = folder.file("b.csv", "1,1\n");
@@ -194,15 +194,15 @@ TEST_P(route_command_refuses, in_one_line_with_two) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    bad_uses, route_command_refuses,
+    bad_uses, route_command_error,
     testing::Values(
         BadUse{"no_file", {"--start", "0,0", "--goal", "1,0"}, "expected the name of a file"},
-        BadUse{"two_files", {"MAP", "LIST"}, "one file at a time"},
+        BadUse{"two_files", {"MAP", "LIST"}, "expected one file; found"},
         BadUse{"no_start", {"MAP", "--goal", "1,0"}, "expected --start X,Y"},
         BadUse{"no_goal", {"MAP", "--start", "1,0"}, "expected --goal X,Y"},
-        BadUse{"start_that_is_no_number",
+        BadUse{"start_that_is_not_a_number",
                {"MAP", "--start", "nan,0", "--goal", "1,0"},
-               "--start \"nan,0\" is not a place"},
+               "--start \"nan,0\" is not a point"},
         BadUse{"start_outside",
                {"MAP", "--start", "4,0", "--goal", "1,0"},
                "the start (4, 0) is outside"},
@@ -217,52 +217,56 @@ INSTANTIATE_TEST_SUITE_P(
                "the goal (2, 1) is blocked"},
         BadUse{"goal_off_the_lattice",
                {"LIST", "--start", "0,0", "--goal", "0.5,1"},
-               "the goal (0.5, 1) is off the lattice; the nearest place is (0, 1)"},
+               "the goal (0.5, 1) is off the lattice; the nearest cell is (0, 1)"},
         BadUse{"gradient_of_zero",
                {"MAP", "--start", "0,0", "--goal", "3,0", "--goal-kind", "moving-line",
                 "--gradient", "0"},
-               "--gradient \"0\" is not a slope"},
-        BadUse{"gradient_that_is_no_number",
+               "--gradient \"0\" is not a gradient"},
+        BadUse{"gradient_that_is_not_a_number",
                {"MAP", "--start", "0,0", "--goal", "3,0", "--goal-kind", "moving-line",
                 "--gradient", "nan"},
-               "--gradient \"nan\" is not a slope"},
-        BadUse{"gradient_that_would_not_end",
+               "--gradient \"nan\" is not a gradient"},
+        BadUse{"gradient_that_is_too_small",
                {"MAP", "--start", "0,0", "--goal", "3,0", "--goal-kind", "moving-line",
                 "--gradient", "1e-300"},
                "is too small"},
         BadUse{"gradient_missing",
                {"MAP", "--start", "0,0", "--goal", "3,0", "--goal-kind", "line-with-gradient"},
                "needs a --gradient"},
-        BadUse{"gradient_without_meaning",
+        BadUse{"gradient_that_does_not_apply",
                {"MAP", "--start", "0,0", "--goal", "3,0", "--gradient", "1"},
-               "--gradient has no meaning for --goal-kind point"},
+               "--gradient does not apply to --goal-kind point"},
         BadUse{"unknown_kind", {"MAP", "--goal-kind", "circle"}, "\"circle\" is unknown"},
         BadUse{"unknown_corners", {"MAP", "--corners", "round"}, "\"round\" is unknown"},
         BadUse{"steps_of_zero",
                {"LIST", "--start", "0,0", "--goal", "1,0", "--steps", "0,1"},
-               "--steps \"0,1\": steps are one or two numbers above 0.00001"},
-        BadUse{"steps_that_are_no_number", {"LIST", "--steps", "nan"}, "--steps \"nan\": steps"},
-        BadUse{"box_inside_out",
+               "--steps \"0,1\": expected steps of one or two numbers above 0.00001"},
+        BadUse{"steps_that_are_not_a_number",
+               {"LIST", "--steps", "nan"},
+               "--steps \"nan\": expected steps"},
+        BadUse{"box_that_ends_before_it_begins",
                {"LIST", "--box", "4,4,0,0"},
-               "--box \"4,4,0,0\": the box is turned inside out, x from 4 to 0"},
+               "--box \"4,4,0,0\": the box goes from x 4 to 0"},
         BadUse{"box_of_a_map",
                {"MAP", "--start", "0,0", "--goal", "1,0", "--box", "0,0,1,1"},
-               "--box is for lists of blocked places"},
-        BadUse{"no_box", {"BARE", "--start", "0,0", "--goal", "1,0"}, "has no row box,X0,Y0,X1,Y1"},
+               "--box applies to lists of blocked points"},
+        BadUse{"no_box",
+               {"BARE", "--start", "0,0", "--goal", "1,0"},
+               "has no box; expected a row box,X0,Y0,X1,Y1"},
         BadUse{"no_steps",
                {"BARE", "--start", "0,0", "--goal", "1,0", "--box", "0,0,1,1"},
-               "has no row steps,SX,SY"},
+               "has no steps; expected a row steps,SX,SY"},
         BadUse{
             "unknown_option", {"MAP", "--fast"}, "unknown option \"--fast\"; see nmk help route"},
         BadUse{"one_output_twice",
                {"MAP", "--start", "0,0", "--goal", "1,0", "--csv", "x", "--html", "x"},
-               "is named for two outputs"},
+               "is the name of two outputs"},
         BadUse{"one_output_under_two_names",
                {"MAP", "--start", "0,0", "--goal", "1,0", "--csv", "./x", "--html", "x"},
-               "\"x\" is named for two outputs"},
+               "\"x\" is the name of two outputs"},
         BadUse{"output_that_is_read",
                {"LIST", "--start", "0,0", "--goal", "1,0", "--csv", "LIST"},
-               "is the file that is read; expected another name to write to"},
+               "is the input file; expected another name for the output"},
         BadUse{"missing_file",
                {"/nowhere/s.map", "--start", "0,0", "--goal", "1,0"},
                "/nowhere/s.map: cannot be opened"},
@@ -277,14 +281,14 @@ TEST_F(route_command, binary_files_are_refused_with_their_line) {
                               name + ":2: a zero byte; expected a text file");
 }
 
-TEST_F(route_command, a_gigabyte_is_refused_unread) {
+TEST_F(route_command, a_file_of_a_gigabyte_is_refused) {
     const std::string name = write("g.map", "type octile\n");
     std::filesystem::resize_file(name, std::uintmax_t{1} << 30U);
     nmk_shell::expect_refused(nmk_shell::run({"route", name, "--start", "0,0", "--goal", "1,0"}),
                               "larger than 256 MiB");
 }
 
-TEST_F(route_command, outputs_that_cannot_be_written_leave_nothing) {
+TEST_F(route_command, outputs_that_cannot_be_written_leave_no_file) {
     const std::string name = write("s.map", small_map);
     for (const std::string bad : {"/nowhere/out.svg", "/dev/full"}) {
         const nmk_shell::Printed printed =

@@ -1,4 +1,4 @@
-// solve_answer: answers of `nmk solve`, put back into what was asked.
+// solve_answer: the answers of `nmk solve` satisfy their problems.
 
 #include "commands/solve/solve_answer.h"
 
@@ -20,7 +20,7 @@ std::vector<double> firsts(const Answer& answer) {
     return result;
 }
 
-TEST(solve_answer, roots_are_ascending_and_a_double_one_stands_twice) {
+TEST(solve_answer, roots_are_ascending_and_a_double_root_is_listed_twice) {
     const Answer cubic = solve("polynomial", {2, -3, 0, 1});
     EXPECT_EQ(cubic.problem, "2 - 3 x + x^3 = 0");
     EXPECT_EQ(firsts(cubic), (std::vector<double>{-2, 1, 1}));
@@ -29,22 +29,23 @@ TEST(solve_answer, roots_are_ascending_and_a_double_one_stands_twice) {
     EXPECT_EQ(firsts(solve("polynomial", {6, -2})), (std::vector<double>{3}));
 }
 
-TEST(solve_answer, polynomials_are_written_as_people_write_them) {
+TEST(solve_answer, polynomials_are_written_in_the_usual_notation) {
     EXPECT_EQ(polynomial_text({1, -3, 2}), "1 - 3 x + 2 x^2");
     EXPECT_EQ(polynomial_text({0, 1, 0, -1}), "x - x^3");
     EXPECT_EQ(polynomial_text({-0.0005, 0, 1e20}), "-0.0005 + 1e+20 x^2");
     EXPECT_EQ(polynomial_text({0, 0, 0}), "0");
 }
 
-TEST(solve_answer, what_the_count_does_not_tell_is_told_in_words) {
+TEST(solve_answer, a_note_explains_a_doubtful_count) {
     EXPECT_NE(solve("polynomial", {0, 0, 0}).note.find("every x is a root"), std::string::npos);
     EXPECT_NE(solve("polynomial", {1, 0, 0, 1, 0}).note.find("one root is lost"),
               std::string::npos);
-    EXPECT_NE(solve("polynomial", {1, 1, 1e300, 1e-10}).note.find("too uneven"), std::string::npos);
+    EXPECT_NE(solve("polynomial", {1, 1, 1e300, 1e-10}).note.find("differ too much in size"),
+              std::string::npos);
     EXPECT_EQ(solve("polynomial", {1, -3, 2}).note, "");
 }
 
-TEST(solve_answer, residuals_are_what_the_polynomial_gives_at_the_root) {
+TEST(solve_answer, residuals_are_the_values_of_the_polynomial_at_the_roots) {
     const std::vector<double> coefficients = {-6.5, 11.25, -6, 1.5};
     for (const Solution& solution : solve("polynomial", coefficients).solutions) {
         const double x = solution.values[0];
@@ -53,7 +54,7 @@ TEST(solve_answer, residuals_are_what_the_polynomial_gives_at_the_root) {
     }
 }
 
-TEST(solve_answer, a_bracket_gives_its_root_or_its_extremum) {
+TEST(solve_answer, a_bracket_has_its_root_or_its_extremum) {
     const Answer root = solve("root", {0, 2, -2, 0, 1});
     ASSERT_EQ(root.solutions.size(), 1U);
     EXPECT_NEAR(root.solutions[0].values[0], std::sqrt(2.0), 1e-9);
@@ -65,7 +66,7 @@ TEST(solve_answer, a_bracket_gives_its_root_or_its_extremum) {
     EXPECT_EQ(firsts(solve("extremum", {0, 2, 0, 0, 1})), (std::vector<double>{0}));
 }
 
-TEST(solve_answer, a_bracket_without_a_change_of_sign_says_so) {
+TEST(solve_answer, a_bracket_without_a_change_of_sign_has_a_note) {
     EXPECT_EQ(solve("root", {0, 2, 1, 0, 1}).note,
               "the values at the two ends do not differ in sign");
     EXPECT_EQ(solve("extremum", {1, 2, 1, 0, 1}).note,
@@ -73,30 +74,32 @@ TEST(solve_answer, a_bracket_without_a_change_of_sign_says_so) {
     EXPECT_TRUE(solve("extremum", {1, 2, 1, 0, 1}).solutions.empty());
 }
 
-TEST(solve_answer, a_bracket_whose_values_overflow_has_no_solution_and_says_so) {
+TEST(solve_answer, a_bracket_whose_values_overflow_has_no_solution_but_a_note) {
     for (const Answer& answer : {solve("root", {0, 1e300, -1, 0, 0, 1}),
                                  solve("extremum", {-1e300, 1e300, 1, 2, 3, 1, 1})}) {
         EXPECT_TRUE(answer.solutions.empty()) << answer.problem;
-        EXPECT_EQ(answer.note, "the values between the two ends are too large");
+        EXPECT_EQ(answer.note, "values between the two ends overflow");
     }
 }
 
-TEST(solve_answer, roots_that_overflow_are_left_out_with_a_word) {
+TEST(solve_answer, roots_that_overflow_are_left_out_with_a_note) {
     const Answer answer = solve("polynomial", {0, 0.271387, -1.39129, -1.33154, -5.65657e-55});
     EXPECT_EQ(firsts(answer), (std::vector<double>{0}));
-    EXPECT_EQ(answer.note, "the coefficients are too uneven: roots that overflow are left out");
+    EXPECT_EQ(answer.note,
+              "the coefficients differ too much in size; roots that overflow are left out");
 }
 
-TEST(solve_answer, an_extremum_whose_value_overflows_is_given_with_a_word) {
+TEST(solve_answer, an_extremum_whose_value_overflows_has_a_note) {
     const Answer answer = solve("extremum", {-1e-300, 1e300, 1, -1e300, 2.5});
     EXPECT_EQ(firsts(answer), (std::vector<double>{2e299}));
-    EXPECT_EQ(answer.note, "the value there is too large");
+    EXPECT_EQ(answer.note, "the value at the extremum overflows");
 }
 
-TEST(solve_answer, angles_that_overflow_are_left_out_with_a_word) {
+TEST(solve_answer, angles_that_overflow_are_left_out_with_a_note) {
     const Answer answer = solve("angles5", {1e-300, 1e-16, 5e-324, 1e300, 1e-16, 1e-300, -1e-300});
     EXPECT_TRUE(answer.solutions.empty());
-    EXPECT_EQ(answer.note, "the numbers are too uneven: solutions that overflow are left out");
+    EXPECT_EQ(answer.note,
+              "the numbers differ too much in size; solutions that overflow are left out");
 }
 
 TEST(solve_answer, angles_of_random_systems_satisfy_their_equations) {
@@ -109,7 +112,7 @@ TEST(solve_answer, angles_of_random_systems_satisfy_their_equations) {
         std::size_t of_kind = 0;
         for (int round = 0; round < 300; ++round) {
             std::vector<double> numbers;
-            while (numbers.size() < facts.least) numbers.push_back(number(random));
+            while (numbers.size() < facts.min_count) numbers.push_back(number(random));
             const Answer answer = solve(facts.name, numbers);
             for (const Solution& solution : answer.solutions) {
                 ++of_kind;
@@ -126,7 +129,7 @@ TEST(solve_answer, angles_of_random_systems_satisfy_their_equations) {
     EXPECT_GT(solved, 1000U);
 }
 
-TEST(solve_answer, a_solution_that_is_counted_but_not_there_is_left_out_with_a_word) {
+TEST(solve_answer, a_solution_that_is_counted_but_does_not_exist_is_left_out_with_a_note) {
     // F and G are zero, and of the two directions that make the radius zero or touch it, the second
     // misses the quadrant by rounding.
     const Answer answer =
@@ -137,10 +140,10 @@ TEST(solve_answer, a_solution_that_is_counted_but_not_there_is_left_out_with_a_w
     for (const Solution& solution : answer.solutions) {
         for (const double value : solution.values) EXPECT_FALSE(std::isnan(value));
     }
-    EXPECT_EQ(answer.note, "one solution is counted that does not exist; it is left out");
+    EXPECT_EQ(answer.note, "the solver counted a solution that does not exist; it is left out");
 }
 
-TEST(solve_answer, the_normal_distribution_is_told_with_its_distance_from_the_exact_one) {
+TEST(solve_answer, the_normal_distribution_is_listed_with_its_error) {
     const Answer answer = solve("normal", {1.96});
     ASSERT_EQ(answer.solutions.size(), 1U);
     EXPECT_NEAR(answer.solutions[0].values[0], 0.9750021, 1e-6);
@@ -148,23 +151,24 @@ TEST(solve_answer, the_normal_distribution_is_told_with_its_distance_from_the_ex
     EXPECT_EQ(solve("normal", {1e308}).solutions[0].values[0], 1.0);
 }
 
-TEST(solve_answer, hostile_numbers_are_answered_by_every_kind) {
+TEST(solve_answer, every_kind_accepts_hostile_numbers) {
     constexpr unsigned seed = 9;
     std::mt19937 random(seed);
     const double hostile[] = {0.0,    -0.0,  1.0,  -1.0, 1e-300, -1e-300, 1e300, -1e300,
                               5e-324, 1e-16, 1e16, 2.5,  -7.25,  1e-8,    1e8,   0.1};
     for (const KindFacts& facts : problem_kinds()) {
         for (int round = 0; round < 2000; ++round) {
-            std::vector<double> numbers(facts.least + random() % (facts.most - facts.least + 1));
+            std::vector<double> numbers(facts.min_count +
+                                        random() % (facts.max_count - facts.min_count + 1));
             for (double& n : numbers) n = hostile[random() % std::size(hostile)];
             const bool is_bracket = facts.name == "root" || facts.name == "extremum";
             if (is_bracket && !(numbers[0] < numbers[1])) continue;
             const Answer answer = solve(facts.name, numbers);
             EXPECT_LE(answer.solutions.size(), 4U);
             for (const Solution& solution : answer.solutions) {
-                const bool is_told = !answer.note.empty() && facts.name == "extremum";
+                const bool has_note = !answer.note.empty() && facts.name == "extremum";
                 for (const double value : solution.values) {
-                    EXPECT_TRUE(std::isfinite(value) || is_told) << answer.problem;
+                    EXPECT_TRUE(std::isfinite(value) || has_note) << answer.problem;
                 }
             }
         }

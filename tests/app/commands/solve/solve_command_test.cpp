@@ -1,4 +1,4 @@
-// solve_command: what a person and a program see of `nmk solve`.
+// solve_command: the output of `nmk solve` for a person and for a program.
 
 #include "commands/solve/solve_command.h"
 
@@ -10,7 +10,7 @@
 #include "app/shell/command_runner.h"
 #include "app/text/plain_syntax.h"
 #include "commands/solve/problem_table.h"
-#include "scratch_folder.h"
+#include "scratch_directory.h"
 
 namespace nmk_solve {
 namespace {
@@ -21,7 +21,7 @@ class solve_command : public testing::Test {
   protected:
     std::string file(const std::string& name) const { return folder.path() + "/" + name; }
 
-    ScratchFolder folder;
+    ScratchDirectory folder;
 };
 
 TEST_F(solve_command, prints_solutions_with_their_residuals) {
@@ -38,7 +38,7 @@ TEST_F(solve_command, prints_solutions_with_their_residuals) {
               "1 + x^2 = 0: no solution\n");
 }
 
-TEST_F(solve_command, numbers_have_the_digits_to_read_them_back) {
+TEST_F(solve_command, numbers_have_enough_digits_to_read_them_back) {
     const std::string out = nmk_shell::run({"solve", "polynomial", "-2", "0", "1", "--json"}).out;
     ASSERT_TRUE(plain_syntax::Json::is_valid(out)) << out;
     const std::size_t at = out.rfind("\"x\": ");
@@ -73,7 +73,7 @@ TEST_F(solve_command, the_help_names_every_kind) {
     }
 }
 
-TEST_F(solve_command, a_table_may_leave_out_a_kind_that_is_named) {
+TEST_F(solve_command, a_table_may_omit_a_kind_that_is_an_argument) {
     const std::string table = folder.file("t.csv", "c0;c1;c2\n# remark\n1;-2;1\n\n\"6\";-2;;\n");
     const nmk_shell::Printed printed = nmk_shell::run({"solve", "polynomial", "--csv", table});
     EXPECT_EQ(printed.code, 0) << printed.err;
@@ -87,13 +87,13 @@ TEST_F(solve_command, a_table_may_leave_out_a_kind_that_is_named) {
               "  3  0\n");
 }
 
-TEST_F(solve_command, an_empty_table_has_no_answers) {
+TEST_F(solve_command, prints_nothing_for_an_empty_table) {
     const std::string table = folder.file("t.csv", "");
     EXPECT_EQ(nmk_shell::run({"solve", "--csv", table}).out, "");
     EXPECT_EQ(nmk_shell::run({"solve", "--csv", table, "--json"}).out, "[]\n");
 }
 
-TEST_F(solve_command, a_bad_row_is_told_before_the_first_answer) {
+TEST_F(solve_command, a_bad_row_is_reported_before_the_first_answer) {
     const std::string table = folder.file("t.csv", "normal,1\nnormal,x\n");
     nmk_shell::expect_refused(nmk_shell::run({"solve", "--csv", table}),
                               table + ":2: cannot read \"x\" as a number of normal");
@@ -130,19 +130,19 @@ struct BadUse {
     const char* expected;
 };
 
-class solve_command_refuses : public testing::TestWithParam<BadUse> {};
+class solve_command_error : public testing::TestWithParam<BadUse> {};
 
-TEST_P(solve_command_refuses, in_one_line_with_two) {
+TEST_P(solve_command_error, is_one_line_and_exit_code_2) {
     std::vector<std::string> words = {"solve"};
     words.insert(words.end(), GetParam().words.begin(), GetParam().words.end());
     nmk_shell::expect_refused(nmk_shell::run(words), GetParam().expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    bad_uses, solve_command_refuses,
+    bad_uses, solve_command_error,
     testing::Values(
         BadUse{"nothing", {}, "expected a kind: polynomial, root"},
-        BadUse{"unknown_kind", {"quintic", "1"}, "cannot read \"quintic\" as a kind"},
+        BadUse{"unknown_kind", {"quintic", "1"}, "unknown kind \"quintic\""},
         BadUse{
             "too_few", {"angles1", "1", "2"}, "angles1 has 2 numbers; expected 3 numbers: A B C"},
         BadUse{"too_many",
@@ -154,10 +154,12 @@ INSTANTIATE_TEST_SUITE_P(
         BadUse{"not_a_number", {"polynomial", "1", "nan"}, "cannot read \"nan\""},
         BadUse{"negative_not_a_number", {"polynomial", "1", "-nan"}, "cannot read \"-nan\""},
         BadUse{"infinite", {"polynomial", "1", "-inf"}, "cannot read \"-inf\""},
-        BadUse{"past_all_numbers", {"polynomial", "1", "1e999"}, "cannot read \"1e999\""},
-        BadUse{"below_all_numbers", {"polynomial", "1", "-1e999"}, "cannot read \"-1e999\""},
+        BadUse{
+            "above_the_range_of_a_double", {"polynomial", "1", "1e999"}, "cannot read \"1e999\""},
+        BadUse{
+            "below_the_range_of_a_double", {"polynomial", "1", "-1e999"}, "cannot read \"-1e999\""},
         BadUse{"negative_comma", {"polynomial", "1", "-1,5"}, "cannot read \"-1,5\" as a number"},
-        BadUse{"bracket_inside_out",
+        BadUse{"bracket_that_ends_before_it_begins",
                {"root", "2", "1", "0", "1"},
                "root between \"2\" and \"1\"; expected the lower end before the upper"},
         BadUse{"unknown_option", {"normal", "1", "--fast"}, "unknown option \"--fast\""},
@@ -167,11 +169,13 @@ INSTANTIATE_TEST_SUITE_P(
         BadUse{"picture_of_a_table",
                {"polynomial", "--csv", "a.csv", "--svg", "a.svg"},
                "--svg draws one polynomial"},
-        BadUse{"numbers_and_a_table", {"normal", "1", "--csv", "a.csv"}, "not in both"},
+        BadUse{"numbers_and_a_table",
+               {"normal", "1", "--csv", "a.csv"},
+               "both as arguments and in --csv"},
         BadUse{"missing_table", {"--csv", "/nowhere/a.csv"}, "/nowhere/a.csv: cannot be opened"},
         BadUse{
             "endless_line", {"--csv", "/dev/zero"}, "/dev/zero:1: a line longer than 65536 bytes"},
-        BadUse{"folder_that_is_not_there",
+        BadUse{"missing_directory",
                {"polynomial", "1", "2", "--svg", "/nowhere/a.svg"},
                "/nowhere/a.svg: "},
         BadUse{"full_disk", {"polynomial", "1", "2", "--svg", "/dev/full"}, "/dev/full: "}),
@@ -183,9 +187,9 @@ struct BadRow {
     const char* expected;
 };
 
-class problem_table_refuses : public testing::TestWithParam<BadRow> {};
+class problem_table_error : public testing::TestWithParam<BadRow> {};
 
-TEST_P(problem_table_refuses, with_the_line_and_what_was_expected) {
+TEST_P(problem_table_error, names_the_line_and_the_expected_text) {
     const auto error =
         read_problem_table("a.csv", GetParam().text, nullptr, [](const Problem&, std::size_t) {});
     ASSERT_FALSE(error);
@@ -194,19 +198,19 @@ TEST_P(problem_table_refuses, with_the_line_and_what_was_expected) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    bad_rows, problem_table_refuses,
+    bad_rows, problem_table_error,
     testing::Values(
         BadRow{"unknown_kind", "normal,1\nquintic,1\n",
-               "a.csv:2: cannot read \"quintic\" as a kind; expected polynomial, root"},
-        BadRow{"no_kind", "1,2,3\n", "a.csv:1: cannot read \"1\" as a kind"},
+               "a.csv:2: unknown kind \"quintic\"; expected polynomial, root"},
+        BadRow{"no_kind", "1,2,3\n", "a.csv:1: unknown kind \"1\""},
         BadRow{"too_few", "angles2,1,2\n", "a.csv:1: angles2 has 2 numbers; expected 6 numbers"},
         BadRow{"gap", "polynomial,1,,2\n", "a.csv:1: cannot read \"\" as a number of polynomial"},
         BadRow{"too_wide", "polynomial,1,2,3,4,5,6,7,8,9,10,11,12,13\n",
-               "a.csv:1: 14 columns; no problem has more than 12"},
+               "a.csv:1: 14 columns; expected at most 12"},
         BadRow{"binary", "normal,\x01\xff\n", "a.csv:1: cannot read \"\\x01\\xff\" as a number"}),
     nmk_job::CaseName());
 
-TEST(problem_table, reads_every_prefix_of_a_table_without_a_look_past_its_end) {
+TEST(problem_table, reads_every_prefix_of_a_table_within_its_bounds) {
     const std::string text = nmk_job::bytes_of_file(problems);
     std::size_t most = 0;
     for (std::size_t length = 0; length <= text.size(); ++length) {

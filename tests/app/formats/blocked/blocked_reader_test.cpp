@@ -1,4 +1,4 @@
-// blocked_reader: lists of blocked places, and the lattice that they lie on.
+// blocked_reader: lists of blocked points, and the lattice that they are on.
 
 #include "formats/blocked/blocked_reader.h"
 
@@ -34,17 +34,17 @@ std::string plane_problem(const std::string& text, giPoint2 start) {
     return problem == nullptr ? "" : *problem;
 }
 
-TEST(blocked_reader, reads_places_box_and_steps_in_any_order) {
+TEST(blocked_reader, reads_points_box_and_steps_in_any_order) {
     const BlockedList list = list_of(good);
     ASSERT_TRUE(list.box && list.steps);
     EXPECT_EQ(list.box->lower, giPoint2(-1.0, 0.0));
     EXPECT_EQ(list.box->upper, giPoint2(2.0, 1.0));
     EXPECT_EQ(*list.steps, giPoint2(0.5, 0.25));
-    ASSERT_EQ(list.places.size(), 2U);
-    EXPECT_EQ(list.places[0], giPoint2(0.5, 0.25));
-    EXPECT_EQ(list_of("1;2\nsteps;3\n").places.size(), 1U);
+    ASSERT_EQ(list.points.size(), 2U);
+    EXPECT_EQ(list.points[0], giPoint2(0.5, 0.25));
+    EXPECT_EQ(list_of("1;2\nsteps;3\n").points.size(), 1U);
     EXPECT_EQ(*list_of("1;2\nsteps;3\n").steps, giPoint2(3.0, 3.0));
-    EXPECT_TRUE(list_of("").places.empty());
+    EXPECT_TRUE(list_of("").points.empty());
 }
 
 TEST(blocked_reader, the_lattice_goes_through_the_start_and_fills_the_box) {
@@ -58,7 +58,7 @@ TEST(blocked_reader, the_lattice_goes_through_the_start_and_fills_the_box) {
     EXPECT_EQ(plane.blocked_count(), 0U);
 }
 
-TEST(blocked_reader, a_place_of_the_lattice_is_met_to_a_hundred_thousandth) {
+TEST(blocked_reader, a_blocked_point_is_on_the_lattice_within_a_hundred_thousandth) {
     const std::string text = "box,0,0,1,1\nsteps,0.1\n0.3,0.3\n0.300009,0.7\n0.30002,0.9\n5,5\n";
     const auto made = plane_of_list(list_of(text), {0.0, 0.0});
     const auto& plane = made->plane;
@@ -69,7 +69,7 @@ TEST(blocked_reader, a_place_of_the_lattice_is_met_to_a_hundred_thousandth) {
     EXPECT_EQ(made->off_lattice, 2U);
 }
 
-TEST(blocked_reader, places_of_the_search_are_met_exactly_by_sums_of_any_order) {
+TEST(blocked_reader, sums_of_steps_are_exact_in_any_order) {
     const auto made = plane_of_list(list_of("box,0,0,100,100\nsteps,0.1,0.3\n"), {0.0, 0.0});
     const nmk_lattice::RoutePlane& plane = made->plane;
     const nmkLattice lattice = plane.search_lattice(false);
@@ -90,45 +90,46 @@ struct BadList {
     const char* expected;
 };
 
-class blocked_reader_refuses : public testing::TestWithParam<BadList> {};
+class blocked_reader_error : public testing::TestWithParam<BadList> {};
 
-TEST_P(blocked_reader_refuses, with_the_line_and_what_was_expected) {
+TEST_P(blocked_reader_error, names_the_line_and_the_expected_text) {
     EXPECT_EQ(error_of(GetParam().text), GetParam().expected);
 }
 
 const char* const bad_steps =
-    "a.csv:1: steps are one or two numbers above 0.00001 and at most 1e6: SX,SY; nearer places "
-    "are one";
+    "a.csv:1: expected steps of one or two numbers above 0.00001 and at most 1e6: SX,SY";
 
 INSTANTIATE_TEST_SUITE_P(
-    bad_lists, blocked_reader_refuses,
+    bad_lists, blocked_reader_error,
     testing::Values(
-        BadList{"steps_of_zero", "steps,0,1\n", bad_steps},
-        BadList{"negative_steps", "steps,1,-1\n", bad_steps},
-        BadList{"steps_within_the_tolerance", "steps,0.00001\n", bad_steps},
-        BadList{"three_steps", "steps,1,2,3\n", bad_steps},
-        BadList{"steps_without_numbers", "steps\n", bad_steps},
-        BadList{"steps_that_are_no_number", "steps,nan,1\n",
+        BadList{"a_step_is_zero", "steps,0,1\n", bad_steps},
+        BadList{"a_step_is_negative", "steps,1,-1\n", bad_steps},
+        BadList{"a_step_is_within_the_tolerance", "steps,0.00001\n", bad_steps},
+        BadList{"there_are_three_steps", "steps,1,2,3\n", bad_steps},
+        BadList{"steps_have_no_numbers", "steps\n", bad_steps},
+        BadList{"a_step_is_not_a_number", "steps,nan,1\n",
                 "a.csv:1: cannot read \"nan\" in column 2; expected a number from -1e6 to 1e6 with "
                 "a decimal point"},
-        BadList{"box_inside_out_in_x", "box,10,0,0,5\n",
-                "a.csv:1: the box is turned inside out, x from 10 to 0; expected the lower left "
+        BadList{"the_box_ends_before_it_begins_in_x", "box,10,0,0,5\n",
+                "a.csv:1: the box goes from x 10 to 0; expected the lower left "
                 "corner before the upper right"},
-        BadList{"box_inside_out_in_y", "box,0,5,10,-5\n",
-                "a.csv:1: the box is turned inside out, y from 5 to -5; expected the lower left "
+        BadList{"the_box_ends_before_it_begins_in_y", "box,0,5,10,-5\n",
+                "a.csv:1: the box goes from y 5 to -5; expected the lower left "
                 "corner before the upper right"},
-        BadList{"box_of_three", "box,1,2,3\n",
-                "a.csv:1: a box has four numbers from -1e6 to 1e6: X0,Y0,X1,Y1"},
-        BadList{"box_past_all_bounds", "box,0,0,1e7,1\n",
+        BadList{"the_box_has_three_numbers", "box,1,2,3\n",
+                "a.csv:1: expected a box of four numbers from -1e6 to 1e6: X0,Y0,X1,Y1"},
+        BadList{"the_box_is_too_large", "box,0,0,1e7,1\n",
                 "a.csv:1: cannot read \"1e7\" in column 4; expected a number from -1e6 to 1e6 with "
                 "a decimal point"},
-        BadList{"two_boxes", "box,0,0,1,1\nbox,0,0,1,1\n", "a.csv:2: a second row box"},
-        BadList{"place_in_space", "1,2,3\n",
-                "a.csv:1: 3 columns; expected x,y or box,X0,Y0,X1,Y1 or steps,SX,SY"},
-        BadList{"place_that_is_no_number", "x,y\n1,inf\n",
+        BadList{"there_are_two_boxes", "box,0,0,1,1\nbox,0,0,1,1\n",
+                "a.csv:2: a second row box; expected one"},
+        BadList{
+            "a_point_has_three_columns", "1,2,3\n",
+            "a.csv:1: 3 columns; expected a blocked point x,y or box,X0,Y0,X1,Y1 or steps,SX,SY"},
+        BadList{"a_point_is_infinite", "x,y\n1,inf\n",
                 "a.csv:2: cannot read \"inf\" in column 2; expected a number from -1e6 to 1e6 with "
                 "a decimal point"},
-        BadList{"binary", "1,2\n\x02\x7f,3\n",
+        BadList{"a_cell_is_binary", "1,2\n\x02\x7f,3\n",
                 "a.csv:2: cannot read \"\\x02\\x7f\" in column 1; expected a number from -1e6 to "
                 "1e6 with a decimal point"}),
     nmk_job::CaseName());
@@ -140,11 +141,11 @@ TEST(blocked_reader, refuses_a_lattice_without_bounds_and_a_start_outside) {
     EXPECT_EQ(plane_problem(box + "steps,1\n", {0.0, -2.0}),
               "the start (0, -2) is outside the box");
     EXPECT_EQ(plane_problem(box + "steps,0.0001\n", {0.0, 0.0}),
-              "the box has 100001 by 100001 places; at most 4194304 can be searched, expected "
+              "the box has 100001 by 100001 cells; at most 4194304 can be searched; expected "
               "larger steps or a smaller box");
 }
 
-TEST(blocked_reader, reads_every_prefix_of_a_list_without_a_look_past_its_end) {
+TEST(blocked_reader, reads_every_prefix_of_a_list_within_its_bounds) {
     std::size_t read = 0;
     for (std::size_t length = 0; length <= good.size(); ++length) {
         const std::vector<char> exact(good.begin(),

@@ -1,4 +1,4 @@
-// Tests of tables of points and lines: reading, refusing, and writing in another order.
+// csv_reader, csv_writer: tables of points and lines, good and bad ones, in another order.
 
 #include "formats/csv/csv_reader.h"
 
@@ -30,11 +30,9 @@ std::string point_text(const giPoint3& point) {
 /// "1,2,0 3,4,0>5,6,0": the items in millimetres.
 std::string items_of(const nmk_job::MachiningJob& job) {
     std::string text;
-    for (const nmk_job::JobTool& tool : job.tools) {
-        for (const nmk_job::JobItem& item : tool.items) {
-            text += (text.empty() ? "" : " ") + point_text(item.start);
-            text += item.end ? ">" + point_text(*item.end) : "";
-        }
+    for (const nmk_job::JobItem& item : job.items) {
+        text += (text.empty() ? "" : " ") + point_text(item.start);
+        text += item.end ? ">" + point_text(*item.end) : "";
     }
     return text;
 }
@@ -49,7 +47,7 @@ std::ostream& operator<<(std::ostream& out, const TableCase& table) { return out
 
 class csv_table : public testing::TestWithParam<TableCase> {};
 
-TEST_P(csv_table, gives_its_items) {
+TEST_P(csv_table, is_read_as_its_items) {
     EXPECT_EQ(items_of(nmk_job::job_of(read(GetParam().text))), GetParam().items);
 }
 
@@ -93,14 +91,17 @@ TEST_P(csv_refusal, names_the_line_and_the_reason) {
 INSTANTIATE_TEST_SUITE_P(
     tables, csv_refusal,
     testing::Values(
-        RefusedTable{"ragged_rows", "1,2\n3,4\n1,2,3\n", "3: 3 columns; the rows above have 2"},
+        RefusedTable{"ragged_rows", "1,2\n3,4\n1,2,3\n",
+                     "3: 3 columns; expected 2 as in the rows above"},
+        RefusedTable{"another_separator_in_a_later_row", "x,y\n1;2\n",
+                     "2: 1 column; expected 2 as in the rows above"},
         RefusedTable{"a_row_under_a_wider_header", "x,y,z\n1,2\n",
-                     "2: 2 columns; the rows above have 3"},
-        RefusedTable{"one_column", "1\n", "1: 1 columns; expected x,y or x,y,z or x,y,z,x2,y2,z2"},
+                     "2: 2 columns; expected 3 as in the rows above"},
+        RefusedTable{"one_column", "1\n", "1: 1 column; expected x,y or x,y,z or x,y,z,x2,y2,z2"},
         RefusedTable{"four_columns", "1,2,3,4\n",
                      "1: 4 columns; expected x,y or x,y,z or x,y,z,x2,y2,z2"},
         RefusedTable{
-            "a_thousand_columns_are_counted_only",
+            "columns_past_the_largest_table_are_counted",
             ",,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,",
             "1: 79 columns; expected x,y or x,y,z or x,y,z,x2,y2,z2"},
         RefusedTable{"a_second_header", "x,y\nx,y\n",
@@ -114,7 +115,7 @@ INSTANTIATE_TEST_SUITE_P(
             "1: cannot read \"nan\" in column 1; expected a number from -1e9 to 1e9 with a "
             "decimal point"},
         RefusedTable{
-            "a_row_of_nan_is_no_header", "nan,nan\n",
+            "a_row_of_nan_is_not_a_header", "nan,nan\n",
             "1: cannot read \"nan\" in column 1; expected a number from -1e9 to 1e9 with a "
             "decimal point"},
         RefusedTable{
@@ -122,11 +123,11 @@ INSTANTIATE_TEST_SUITE_P(
             "1: cannot read \"-inf\" in column 2; expected a number from -1e9 to 1e9 with a "
             "decimal point"},
         RefusedTable{
-            "past_a_double", "1e999,1e999\n",
+            "out_of_the_range_of_a_double", "1e999,1e999\n",
             "1: cannot read \"1e999\" in column 1; expected a number from -1e9 to 1e9 with "
             "a decimal point"},
         RefusedTable{
-            "past_every_machine", "1,2\n1,2e9\n",
+            "out_of_the_range_of_a_coordinate", "1,2\n1,2e9\n",
             "2: cannot read \"2e9\" in column 2; expected a number from -1e9 to 1e9 with a "
             "decimal point"},
         RefusedTable{
@@ -148,7 +149,7 @@ TEST(csv_reader, scales_inches) {
     EXPECT_EQ(items_of(job), "25.4,50.8,0");
 }
 
-TEST(csv_reader, survives_every_prefix_of_a_good_file) {
+TEST(csv_reader, reads_every_prefix_of_a_good_file_within_its_bounds) {
     for (const char* name : {"points.csv", "lines.csv", "semicolons.csv", "tabs.csv"}) {
         nmk_job::read_every_prefix(
             nmk_job::bytes_of_file(std::string(NMK_CASES_DIR "/csv/") + name),
@@ -158,10 +159,10 @@ TEST(csv_reader, survives_every_prefix_of_a_good_file) {
 
 void expect_numbers_with_points() {
     const nmk_job::MachiningJob job = nmk_job::job_of(read("1234.5,2.25\n"));
-    ASSERT_EQ(nmk_job::item_count(job), 1U);
-    EXPECT_EQ(job.tools[0].items[0].start.x, 1234.5);
-    EXPECT_EQ(job.tools[0].items[0].start.y, 2.25);
-    const auto json = nmk_job_files::job_text(job, "a.json");
+    ASSERT_EQ(job.items.size(), 1U);
+    EXPECT_EQ(job.items[0].start.x, 1234.5);
+    EXPECT_EQ(job.items[0].start.y, 2.25);
+    const auto json = nmk_job_files::job_text(job, nmk_job::order_of_file(job), "a.json");
     EXPECT_NE(json->find("[1234.5, 2.25, 0]"), std::string::npos);
 }
 
@@ -171,24 +172,26 @@ TEST(csv_reader, reads_decimal_points_in_a_locale_of_decimal_commas) {
     expect_numbers_with_points();
 }
 
-std::string written(const nmk_job::MachiningJob& job) { return write_csv(job); }
+std::string written(const nmk_job::MachiningJob& job) {
+    return write_csv(job, nmk_job::order_of_file(job));
+}
 
-TEST(csv_writer, keeps_the_letters_of_the_table) {
+TEST(csv_writer, keeps_the_digits_of_the_table) {
     const std::string text = "x;y\r\n1.50;2e1\r\n3;4.0\r\n";
     EXPECT_EQ(written(nmk_job::job_of(read(text))), text);
 }
 
-TEST(csv_writer, turns_lines_and_leaves_points_among_them) {
-    nmk_job::MachiningJob job = nmk_job::job_of(read("x,y,z,x2,y2,z2\n1,2,3,4,5,6\n7,8,9,,,\n"));
-    std::swap(job.tools[0].items[0], job.tools[0].items[1]);
-    job.tools[0].items[1].reversed = true;
-    EXPECT_EQ(written(job), "x,y,z,x2,y2,z2\n7,8,9,,,\n4,5,6,1,2,3\n");
+TEST(csv_writer, reverses_lines_and_leaves_points_among_them) {
+    const nmk_job::MachiningJob job =
+        nmk_job::job_of(read("x,y,z,x2,y2,z2\n1,2,3,4,5,6\n7,8,9,,,\n"));
+    const nmk_job::JobOrder order = {{1, false}, {0, true}};
+    EXPECT_EQ(write_csv(job, order), "x,y,z,x2,y2,z2\n7,8,9,,,\n4,5,6,1,2,3\n");
 }
 
-TEST(csv_writer, writes_nothing_that_could_be_taken_for_a_separator) {
-    nmk_job::MachiningJob job = nmk_job::job_of(read("1,24,5,6,5,62\t\n"));
-    job.tools[0].items[0].reversed = true;
-    EXPECT_EQ(written(job), "6,5,62,1,24,5\n");
+TEST(csv_writer, writes_no_character_that_could_be_read_as_a_separator) {
+    const nmk_job::MachiningJob job = nmk_job::job_of(read("1,24,5,6,5,62\t\n"));
+    const nmk_job::JobOrder order = {{0, true}};
+    EXPECT_EQ(write_csv(job, order), "6,5,62,1,24,5\n");
 }
 
 TEST(csv_writer, writes_inches_as_the_table_has_them) {
@@ -197,20 +200,19 @@ TEST(csv_writer, writes_inches_as_the_table_has_them) {
     EXPECT_EQ(written(job), "0.1,0.3\n");
 }
 
-TEST(csv_writer, makes_a_table_of_a_drill_file_that_reads_as_the_same_cuts) {
+TEST(csv_writer, writes_a_drill_file_as_a_table_with_the_same_cuts) {
     const std::string path = NMK_SOURCE_DIR "/samples/cover_plate.drl";
     const nmk_job::MachiningJob job =
-        nmk_job::shuffled(nmk_job::job_of(nmk_job_files::read_job_file(path, std::nullopt)), 7);
-    const auto text = nmk_job_files::job_text(job, "plate.csv");
+        nmk_job::job_of(nmk_job_files::read_job_file(path, std::nullopt));
+    const nmk_job::JobOrder order = nmk_job::shuffled_order(job, 7);
+    const auto text = nmk_job_files::job_text(job, order, "plate.csv");
     const nmk_job::MachiningJob table = nmk_job::job_of(read(*text));
-    ASSERT_EQ(nmk_job::item_count(table), nmk_job::item_count(job));
-    std::size_t i = 0;
-    for (const nmk_job::JobTool& tool : job.tools) {
-        for (const nmk_job::JobItem& item : tool.items) {
-            const nmk_job::JobItem& same = table.tools.at(0).items[i++];
-            EXPECT_EQ(same.start, item.entry());
-            EXPECT_EQ(same.end.value_or(same.start), item.exit());
-        }
+    ASSERT_EQ(table.items.size(), job.items.size());
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        const nmk_job::JobItem& item = job.items[order[i].item];
+        const nmk_job::JobItem& same = table.items[i];
+        EXPECT_EQ(same.start, nmk_job::entry_of(item, order[i].reversed));
+        EXPECT_EQ(same.end.value_or(same.start), nmk_job::exit_of(item, order[i].reversed));
     }
 }
 

@@ -1,4 +1,4 @@
-// Tests of the coordinates of drill files: which digits mean what, and that nothing is rounded.
+// excellon_number: the coordinates of drill files in each format, never rounded.
 
 #include "formats/excellon/excellon_number.h"
 
@@ -29,7 +29,7 @@ std::ostream& operator<<(std::ostream& out, const NumberCase& number) { return o
 
 class excellon_number : public testing::TestWithParam<NumberCase> {};
 
-TEST_P(excellon_number, reads_as_the_format_says) {
+TEST_P(excellon_number, is_read_in_its_format) {
     const NumberCase& number = GetParam();
     const std::optional<std::int64_t> value = read_excellon_number(number.text, number.format);
     ASSERT_EQ(value.has_value(), number.expected.has_value());
@@ -48,7 +48,7 @@ INSTANTIATE_TEST_SUITE_P(
         NumberCase{"metric_trailing", "6270", metric_trailing, 6.27},
         NumberCase{"metric_leading", "095885", metric_leading, 95.885},
         NumberCase{"metric_leading_cut_short", "1397", metric_leading, 139.7},
-        NumberCase{"a_point_means_what_it_says", "1.5", metric_leading, 1.5},
+        NumberCase{"a_decimal_point_is_read_as_usual", "1.5", metric_leading, 1.5},
         NumberCase{"a_point_without_whole_digits", ".864", inch_trailing, 0.864},
         NumberCase{"a_point_without_decimals", "12.", inch_trailing, 12.0},
         NumberCase{"negative", "-2500", inch_trailing, -0.25},
@@ -75,7 +75,7 @@ INSTANTIATE_TEST_SUITE_P(
                    inch_trailing, std::nullopt}),
     nmk_job::CaseName());
 
-TEST(excellon_number_text, reads_as_the_same_value_in_every_format) {
+TEST(excellon_number_text, is_read_as_the_same_value_in_every_format) {
     const unsigned seed = 20;
     std::mt19937_64 random(seed);
     std::uniform_int_distribution<std::int64_t> any(-max_excellon_coordinate,
@@ -94,7 +94,7 @@ TEST(excellon_number_text, reads_as_the_same_value_in_every_format) {
     }
 }
 
-TEST(excellon_number_text, writes_as_the_format_does) {
+TEST(excellon_number_text, is_in_the_format_of_the_file) {
     EXPECT_EQ(excellon_number_text(1'500'000'000, inch_trailing, false), "15000");
     EXPECT_EQ(excellon_number_text(1'500'000'000, inch_leading, false), "015");
     EXPECT_EQ(excellon_number_text(-250'000'000, inch_leading, false), "-0025");
@@ -103,18 +103,18 @@ TEST(excellon_number_text, writes_as_the_format_does) {
     EXPECT_EQ(excellon_number_text(2'000'000'000, metric_trailing, true), "2.0");
 }
 
-TEST(excellon_number_text, takes_a_point_where_the_format_has_too_few_digits) {
+TEST(excellon_number_text, has_a_decimal_point_if_the_format_has_too_few_digits) {
     EXPECT_EQ(excellon_number_text(10'000, inch_trailing, false), "0.00001");
     EXPECT_EQ(excellon_number_text(123'000'000'000, inch_leading, false), "123.0");
 }
 
-TEST(excellon_millimetres, of_an_inch_are_exactly_those_of_its_decimals) {
+TEST(excellon_millimetres, are_exact_for_decimals_of_an_inch) {
     EXPECT_EQ(excellon_millimetres(1'000'000'000, nmk_job::JobUnits::inches), 25.4);
     EXPECT_EQ(excellon_millimetres(100'000'000, nmk_job::JobUnits::inches), 2.54);
     EXPECT_EQ(excellon_millimetres(12'345'000'000, nmk_job::JobUnits::millimetres), 12.345);
 }
 
-TEST(kept_zeros_of, is_told_by_the_ends_of_the_numbers) {
+TEST(kept_zeros_of, is_judged_by_the_ends_of_the_numbers) {
     EXPECT_EQ(kept_zeros_of("X40500Y6270\nY3730\n"), KeptZeros::trailing);
     EXPECT_EQ(kept_zeros_of("X1397Y095885\nX143256Y143383\n"), KeptZeros::leading);
     EXPECT_EQ(kept_zeros_of("X010000Y012340\n"), KeptZeros::trailing);

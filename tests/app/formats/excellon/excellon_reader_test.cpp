@@ -1,4 +1,4 @@
-// Tests of reading drill programs: what each word means, and how bad files are answered.
+// excellon_reader: the meaning of each word of a drill program, and the errors of bad files.
 
 #include "formats/excellon/excellon_reader.h"
 
@@ -25,15 +25,17 @@ nmk_text::Result<nmk_job::MachiningJob> read(const std::string& text) {
 /// "T1 1,2 3,4>5,6 T2 ...": the cuts in millimetres, for comparison.
 std::string cuts_of(const nmk_job::MachiningJob& job) {
     std::ostringstream text;
-    for (const nmk_job::JobTool& tool : job.tools) {
-        text << (text.tellp() > 0 ? " " : "") << tool.name;
-        for (const nmk_job::JobItem& item : tool.items) {
+    const auto add_run = [&](std::size_t tool, std::span<const nmk_job::JobCut> cuts) {
+        text << (text.tellp() > 0 ? " " : "") << job.tools[tool].name;
+        for (const nmk_job::JobCut& cut : cuts) {
+            const nmk_job::JobItem& item = job.items[cut.item];
             text << " " << item.start.x << "," << item.start.y;
             if (item.end) {
                 text << ">" << item.end->x << "," << item.end->y;
             }
         }
-    }
+    };
+    nmk_job::each_tool_run(job, nmk_job::order_by_tool(job), add_run);
     return text.str();
 }
 
@@ -49,7 +51,7 @@ std::ostream& operator<<(std::ostream& out, const ProgramCase& program) {
 
 class excellon_program : public testing::TestWithParam<ProgramCase> {};
 
-TEST_P(excellon_program, cuts_what_its_words_say) {
+TEST_P(excellon_program, is_read_as_its_cuts) {
     EXPECT_EQ(cuts_of(nmk_job::job_of(read(GetParam().text))), GetParam().cuts);
 }
 
@@ -64,7 +66,7 @@ INSTANTIATE_TEST_SUITE_P(
         ProgramCase{"y_before_x", metric_header + "T1\nY4000X1000\nM30\n", "T1 1,4"},
         ProgramCase{"leading_zeros_in_tool_numbers", metric_header + "T01\nX1Y1\nT002\nX2Y2\n",
                     "T1 0.001,0.001 T2 0.002,0.002"},
-        ProgramCase{"a_tool_taken_up_twice_is_one_tool",
+        ProgramCase{"a_tool_selected_twice_is_one_tool",
                     metric_header + "T1\nX1000Y0\nT2\nX2000\nT1\nX3000\nM30\n",
                     "T1 1,0 3,0 T2 2,0"},
         ProgramCase{"a_tool_and_a_hole_on_one_line", metric_header + "T1X1000Y2000\nM30\n",
@@ -72,9 +74,9 @@ INSTANTIATE_TEST_SUITE_P(
         ProgramCase{"a_slot", metric_header + "T1\nX1000Y2000G85X3000Y4000\nM30\n", "T1 1,2>3,4"},
         ProgramCase{"a_slot_with_a_modal_end", metric_header + "T1\nX1000Y2000G85X3000\nY5000\n",
                     "T1 1,2>3,2 3,5"},
-        ProgramCase{"a_slot_from_where_the_cutter_stands",
+        ProgramCase{"a_slot_from_the_current_position",
                     metric_header + "T1\nX1000Y2000\nG85X3000Y4000\n", "T1 1,2 1,2>3,4"},
-        ProgramCase{"repeats_go_on_from_the_hole",
+        ProgramCase{"repeats_continue_from_the_hole",
                     metric_header + "T1\nX1000Y0\nR2X500\nR1Y-1000\nM30\n",
                     "T1 1,0 1.5,0 2,0 2,-1"},
         ProgramCase{"repeats_step_in_absolute_programs_too",
@@ -97,28 +99,28 @@ INSTANTIATE_TEST_SUITE_P(
                     "T1 1,1"},
         ProgramCase{"m95_ends_the_header", "M48\nMETRIC,TZ\nT1C1\nM95\nT1\nX1000Y1000\nM30\n",
                     "T1 1,1"},
-        ProgramCase{"several_headers",
+        ProgramCase{"a_second_header",
                     "M48\nMETRIC,TZ\nT1C1\n%\nT1\nX1000Y0\nM48\nT2C2\n%\nT2\nX2000\n",
                     "T1 1,0 T2 2,0"},
         ProgramCase{"no_header_at_all", "M71\nT1C0.8\nX1000Y1000\nT1\nX2000\nM30\n", "T1 1,1 2,1"},
-        ProgramCase{"a_picture_of_the_number", "M48\nMETRIC,TZ,0000.00\nT1C1\n%\nT1\nX100Y200\n",
-                    "T1 1,2"},
+        ProgramCase{"a_number_format_as_a_picture",
+                    "M48\nMETRIC,TZ,0000.00\nT1C1\n%\nT1\nX100Y200\n", "T1 1,2"},
         ProgramCase{"a_format_in_a_comment",
                     "M48\n;FILE_FORMAT=2:3\nINCH,LZ\nT1C1\n%\nT1\nX01Y0005\n", "T1 25.4,1.27"},
         ProgramCase{"a_format_and_its_zeros_in_a_comment",
                     "M48\n;FORMAT={3:2/ absolute / metric / suppress trailing zeros}\nMETRIC\n"
                     "T1C1\n%\nT1\nX001Y00025\n",
                     "T1 1,0.25"},
-        ProgramCase{"millimetres_stated_behind_the_header",
+        ProgramCase{"millimetres_stated_after_the_header",
                     "M48\nT1C1\n%\nM71\nG93X0Y0\nT1\nX40500Y6270\n", "T1 40.5,6.27"},
-        ProgramCase{"inches_where_nothing_is_stated", "M48\nT1C1\n%\nT1\nX10000Y20000\n",
+        ProgramCase{"inches_if_no_unit_is_stated", "M48\nT1C1\n%\nT1\nX10000Y20000\n",
                     "T1 25.4,50.8"},
         ProgramCase{"speeds_and_feeds", metric_header + "T1F20S100\nS200\nX1000F30\nM30\n",
                     "T1 1,0"},
         ProgramCase{"drill_mode_and_messages",
                     metric_header + "G05\nM47,clean X1 off\nT1\nG81\nX1000\nM30\n", "T1 1,0"},
         ProgramCase{"no_holes", metric_header + "T1\nM30\n", ""},
-        ProgramCase{"text_behind_the_end", metric_header + "T1\nX1000\nM30\n;LEADER\nblah\n",
+        ProgramCase{"text_after_the_end", metric_header + "T1\nX1000\nM30\n;LEADER\nblah\n",
                     "T1 1,0"}),
     nmk_job::CaseName());
 
@@ -144,14 +146,14 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         RefusedCase{"no_tool", "M48\nMETRIC,TZ\nT1C1\n%\nX1Y1\n",
                     "5: a hole before any tool is selected; expected a line such as T1 above it"},
-        RefusedCase{"the_tool_is_put_away", metric_header + "T1\nX1\nT0\nX2\n",
+        RefusedCase{"the_tool_is_deselected", metric_header + "T1\nX1\nT0\nX2\n",
                     "9: a hole before any tool is selected; expected a line such as T1 above it"},
         RefusedCase{"an_unknown_tool", metric_header + "T9\nX1Y1\n",
                     "6: unknown tool T9; the file defines T1, T2"},
         RefusedCase{"no_tool_is_defined", "M48\nMETRIC\n%\nT1\nX1Y1\n",
                     "4: unknown tool T1; the file defines no tool"},
         RefusedCase{
-            "a_number_that_is_none", metric_header + "T1\nX1-2Y1\n",
+            "a_sign_within_a_number", metric_header + "T1\nX1-2Y1\n",
             "7: cannot read the coordinate X\"1-2\"; expected a number of at most a million "
             "units and nine decimals"},
         RefusedCase{"a_coordinate_without_number", metric_header + "T1\nXY1\n",
@@ -161,24 +163,25 @@ INSTANTIATE_TEST_SUITE_P(
                     "7: cannot read the coordinate X\"\"; expected a number of at most a million "
                     "units and nine decimals"},
         RefusedCase{"an_exponent", metric_header + "T1\nX1E3Y1\n",
-                    "7: cannot read \"E3Y1\" in a drill program"},
+                    "7: cannot read \"E3Y1\"; expected words of a drill program such as "
+                    "T1, X1.5Y2 or M30"},
         RefusedCase{"a_huge_coordinate", metric_header + "T1\nX99999999999999999999\n",
                     "7: cannot read the coordinate X\"99999999999999999999\"; expected a number of "
                     "at most a million units and nine decimals"},
         RefusedCase{"a_coordinate_given_twice", metric_header + "T1\nX1Y1X2\n",
-                    "7: cannot read \"X2\" in a drill program"},
-        RefusedCase{"increments_that_run_away", metric_header + "T1\nG91\nX900000.\nX900000.\n",
+                    "7: cannot read \"X2\"; expected words of a drill program such as "
+                    "T1, X1.5Y2 or M30"},
+        RefusedCase{"increments_out_of_range", metric_header + "T1\nG91\nX900000.\nX900000.\n",
                     "9: the increments add up to more than a million units"},
         RefusedCase{"a_header_without_end", "M48\nMETRIC,TZ\nT1C1\n",
-                    "3: the header begun on line 1 is never ended by % or M95"},
+                    "3: the header that begins on line 1 has no end; expected % or M95"},
         RefusedCase{
             "a_hole_in_the_header", "M48\nMETRIC,TZ\nT1C1\nT1\nX1Y1\n",
-            "5: a coordinate in the header, which begins on line 1 and is not ended by % or "
-            "M95"},
+            "5: a coordinate in the header that begins on line 1; expected % or M95 before it"},
         RefusedCase{"the_end_in_the_header", "M48\nMETRIC,TZ\nM30\n",
-                    "3: the header, which begins on line 1, is not ended by % or M95 before this "
+                    "3: the header that begins on line 1 has no end; expected % or M95 before this "
                     "line"},
-        RefusedCase{"a_diameter_that_is_no_number", "M48\nT1C1.x\n%\n",
+        RefusedCase{"a_diameter_that_is_not_a_number", "M48\nT1C1.x\n%\n",
                     "2: cannot read \"C1.x\" in the definition of T1"},
         RefusedCase{"a_diameter_without_number", "M48\nT1C\n%\n",
                     "2: cannot read the number \"\" of T1C"},
@@ -197,9 +200,9 @@ INSTANTIATE_TEST_SUITE_P(
                     "7: step and repeat pattern (M25); only drilled holes, their repeats and G85 "
                     "slots can be ordered"},
         RefusedCase{"mirrored_axes", metric_header + "M80\n",
-                    "6: M80 is not understood in a drill program"},
+                    "6: M80 is not supported in a drill program"},
         RefusedCase{"a_slot_without_end", metric_header + "T1\nX1Y1G85\n",
-                    "7: the slot (G85) has no end; expected X, Y or both behind it"},
+                    "7: the slot (G85) has no end; expected X, Y or both after it"},
         RefusedCase{"a_repeat_without_hole", metric_header + "T1\nR5X100\n",
                     "7: a repeat (R) without a hole of the same tool before it"},
         RefusedCase{"a_repeat_of_a_slot", metric_header + "T1\nX0Y0G85X1\nR5X100\n",
@@ -214,28 +217,29 @@ INSTANTIATE_TEST_SUITE_P(
                     "9: more than 100000 repeated holes"},
         RefusedCase{
             "units_that_change", metric_header + "T1\nX1\nM72\nX2\n",
-            "8: units change between the holes; one file can be ordered in one number format "
-            "only"},
+            "8: units change between the holes; expected one number format for the whole file"},
         RefusedCase{"zeros_that_change", metric_header + "T1\nX1\nMETRIC,LZ\nX2\n",
-                    "8: the kept zeros change between the holes; one file can be ordered in one "
-                    "number format only"},
+                    "8: the kept zeros change between the holes; expected one number format for "
+                    "the whole file"},
         RefusedCase{"a_zero_point_that_moves", metric_header + "T1\nX1\nG93X100Y0\nX2\n",
-                    "8: the zero point moves between the holes"},
+                    "8: the zero point moves between the holes; expected it before the first hole"},
         RefusedCase{"a_tool_that_changes", metric_header + "T1\nX1\nM48\nT1C3\n%\n",
-                    "9: T1 gets another diameter after it has cut; its holes could not be moved"},
+                    "9: T1 changes its diameter after it has cut; its holes cannot be reordered"},
         RefusedCase{"too_many_digits", "M48\n;FILE_FORMAT=9:9\n%\n",
-                    "2: number format 9:9; at most 6 digits can stand on either side of the point"},
-        RefusedCase{"holes_behind_the_end", metric_header + "T1\nX1\nM30\nX2\n",
+                    "2: number format 9:9; expected at most 6 digits on either side of the point"},
+        RefusedCase{"holes_after_the_end", metric_header + "T1\nX1\nM30\nX2\n",
                     "9: a coordinate after the end of the program (M30 or M00)"},
-        RefusedCase{"binary_junk",
-                    "\x7f"
-                    "ELF\x02\x01\x01",
-                    "1: cannot read \"\\x7fELF\\x02\\x01\\x01\" in a drill program"},
-        RefusedCase{"a_tool_number_past_all_bounds", metric_header + "T99999999999\n",
+        RefusedCase{
+            "binary_junk",
+            "\x7f"
+            "ELF\x02\x01\x01",
+            "1: cannot read \"\\x7fELF\\x02\\x01\\x01\"; expected words of a drill program such as "
+            "T1, X1.5Y2 or M30"},
+        RefusedCase{"a_tool_number_out_of_range", metric_header + "T99999999999\n",
                     "6: cannot read the tool number \"99999999999\""}),
     nmk_job::CaseName());
 
-TEST(excellon_reader, takes_the_units_it_is_given_only_where_the_file_states_none) {
+TEST(excellon_reader, uses_the_given_units_only_if_the_file_states_none) {
     const std::string holes = "%\nT1\nX1000Y1000\nM30\n";
     const auto metric = nmk_job::JobUnits::millimetres;
     const nmk_job::MachiningJob unstated =
@@ -248,22 +252,28 @@ TEST(excellon_reader, takes_the_units_it_is_given_only_where_the_file_states_non
     EXPECT_EQ(cuts_of(stated), "T1 2.54,2.54");
 }
 
-TEST(excellon_reader, gives_diameters_in_millimetres) {
+TEST(excellon_reader, returns_diameters_in_millimetres) {
     const nmk_job::MachiningJob job =
         nmk_job::job_of(read("M48\nINCH,TZ\nT1C0.1\nT2F00S00\n%\nT2\nX1\nT1\nX2\nM30\n"));
     EXPECT_EQ(job.tools.at(0).diameter, std::nullopt);
     EXPECT_DOUBLE_EQ(job.tools.at(1).diameter.value_or(0.0), 2.54);
 }
 
-TEST(excellon_reader, numbers_the_items_as_they_stand_in_the_file) {
+TEST(excellon_reader, returns_the_items_in_the_order_of_the_file) {
     const nmk_job::MachiningJob job =
         nmk_job::job_of(read(metric_header + "T1\nX1\nT2\nX2\nR2X1\nT1\nX3\nM30\n"));
     ASSERT_EQ(job.tools.size(), 2U);
-    EXPECT_EQ(job.tools[0].items.at(1).source_index, 4U);
-    EXPECT_EQ(job.tools[1].items.at(2).source_index, 3U);
+    std::vector<std::uint32_t> tools;
+    std::vector<double> x;
+    for (const nmk_job::JobItem& item : job.items) {
+        tools.push_back(item.tool);
+        x.push_back(item.start.x);
+    }
+    EXPECT_EQ(tools, (std::vector<std::uint32_t>{0, 1, 1, 1, 0}));
+    EXPECT_EQ(x, (std::vector<double>{0.001, 0.002, 0.003, 0.004, 0.003}));
 }
 
-TEST(excellon_reader, survives_every_prefix_of_a_good_file) {
+TEST(excellon_reader, reads_every_prefix_of_a_good_file_within_its_bounds) {
     for (const char* name : {"metric_decimal_slots.drl", "inch_leading.drl", "repeats.drl",
                              "increments.drl", "two_headers.drl", "remarks.drl"}) {
         nmk_job::read_every_prefix(
@@ -272,16 +282,16 @@ TEST(excellon_reader, survives_every_prefix_of_a_good_file) {
     }
 }
 
-TEST(excellon_reader, takes_two_million_holes) {
+TEST(excellon_reader, reads_two_million_holes) {
     std::string text = metric_header + "T1\n";
     for (int i = 0; i < 2'000'000; ++i) {
         text += "X" + std::to_string(i % 100'000) + "Y" + std::to_string(i / 1000) + "\n";
     }
     text += "M30\n";
-    EXPECT_EQ(nmk_job::item_count(nmk_job::job_of(read(text))), 2'000'000U);
+    EXPECT_EQ(nmk_job::job_of(read(text)).items.size(), 2'000'000U);
 }
 
-TEST(excellon_reader, refuses_more_holes_than_it_can_hold) {
+TEST(excellon_reader, refuses_more_than_five_million_holes) {
 #ifndef NDEBUG
     GTEST_SKIP() << "five million holes take half a minute without optimisation";
 #endif
@@ -302,7 +312,7 @@ struct RealFile {
 
 class real_drill_file : public testing::TestWithParam<RealFile> {};
 
-TEST_P(real_drill_file, reads_as_a_plain_reading_does) {
+TEST_P(real_drill_file, has_the_cuts_of_a_plain_reading) {
     const std::string name = std::string("drill/") + GetParam().name;
     if (const auto missing = real_inputs::missing(name)) GTEST_SKIP() << *missing;
     const std::string path = real_inputs::path(name);
@@ -314,17 +324,17 @@ TEST_P(real_drill_file, reads_as_a_plain_reading_does) {
     std::vector<PlainCut> cuts;
     for (const nmk_job::JobTool& tool : job.tools) {
         EXPECT_TRUE(tool.diameter.has_value());
-        for (const nmk_job::JobItem& item : tool.items) {
-            const auto fixed = [&](double value) { return std::llround(value / unit * 1e5); };
-            const giPoint3 end = item.end.value_or(item.start);
-            PlainCut cut{std::atoi(tool.name.c_str() + 1), fixed(item.start.x), fixed(item.start.y),
-                         fixed(end.x), fixed(end.y)};
-            if (std::pair(cut[3], cut[4]) < std::pair(cut[1], cut[2])) {
-                std::swap(cut[1], cut[3]);
-                std::swap(cut[2], cut[4]);
-            }
-            cuts.push_back(cut);
+    }
+    for (const nmk_job::JobItem& item : job.items) {
+        const auto fixed = [&](double value) { return std::llround(value / unit * 1e5); };
+        const giPoint3 end = item.end.value_or(item.start);
+        PlainCut cut{std::atoi(job.tools[item.tool].name.c_str() + 1), fixed(item.start.x),
+                     fixed(item.start.y), fixed(end.x), fixed(end.y)};
+        if (std::pair(cut[3], cut[4]) < std::pair(cut[1], cut[2])) {
+            std::swap(cut[1], cut[3]);
+            std::swap(cut[2], cut[4]);
         }
+        cuts.push_back(cut);
     }
     const std::vector<PlainCut> plain =
         PlainExcellon(GetParam().format).read(nmk_job::bytes_of_file(path));
@@ -350,11 +360,12 @@ INSTANTIATE_TEST_SUITE_P(
                     RealFile{"ts_core.TXT", inch_tz, nmk_job::JobUnits::inches, 3}),
     nmk_job::CaseName());
 
-TEST(real_drill_files, that_rout_are_refused_with_their_line) {
+TEST(real_drill_files, with_routed_paths_are_refused_with_their_line) {
     if (const auto missing = real_inputs::missing("drill")) GTEST_SKIP() << *missing;
     for (const char* name : {"ts_linear-route.drl", "ts_arc-route.drl"}) {
         const std::string path = real_inputs::path(std::string("drill/") + name);
-        EXPECT_NE(error_of(read_job_file(path, std::nullopt)).find(":7: routed path (G00)"),
+        EXPECT_NE(nmk_job::error_of(nmk_job_files::read_job_file(path, std::nullopt))
+                      .find(":7: routed path (G00)"),
                   std::string::npos);
     }
 }

@@ -1,8 +1,8 @@
 // plain_excellon.h: a second, plain reading of drill programs, to compare the real one with.
 //
-// Written from the facts of the format alone and only as wide as the files of the tests: words are
-// picked off a line with plain loops, coordinates are doubles in the file's unit. It shares no code
-// with the reader, and is told the number format instead of finding it out.
+// Written from the facts of the format alone and only for the files of the tests: words are taken
+// off a line with plain loops, coordinates are doubles in the unit of the file. It shares no code
+// with the reader, and the number format is a parameter.
 #pragma once
 
 #include <algorithm>
@@ -15,15 +15,16 @@
 #include <string>
 #include <vector>
 
-/// How the coordinates of a file are written.
+/// The number format of a file.
 struct PlainFormat {
     bool trailing_kept = true;
     int whole_digits = 2;
     int decimals = 4;
 };
 
-/// One hole or slot, in hundred-thousandths of the file's unit: tool, x, y, end x, end y. A slot's
-/// ends stand in ascending order, so that turning it changes nothing; a hole's ends are the same.
+/// One hole or slot, in hundred-thousandths of the file's unit: tool, x, y, end x, end y. The
+/// ends of a slot are in ascending order, so that its direction does not matter; those of a hole
+/// are equal.
 using PlainCut = std::array<long long, 5>;
 
 class PlainExcellon {
@@ -43,7 +44,7 @@ class PlainExcellon {
         return m_cuts;
     }
 
-    /// The cuts in ascending order, for comparison of what was cut whatever the order.
+    /// The cuts in ascending order, to compare them whatever their order.
     static std::vector<PlainCut> sorted(std::vector<PlainCut> cuts) {
         std::sort(cuts.begin(), cuts.end());
         return cuts;

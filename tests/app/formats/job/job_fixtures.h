@@ -1,4 +1,4 @@
-// job_fixtures.h: what the tests of readers and writers share.
+// job_fixtures.h: operations that the tests of readers and writers share.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "formats/job/machining_job.h"
+#include "formats/job/job_order.h"
 
 namespace nmk_job {
 
@@ -32,21 +32,13 @@ inline MachiningJob job_of(const nmk_text::Result<MachiningJob>& result) {
     return *result;
 }
 
-/// The text of the error, or "" where the file was read.
+/// The text of the error, or "" if the file was read.
 inline std::string error_of(const nmk_text::Result<MachiningJob>& result) {
     const nmk_text::Error* error = result ? nullptr : &result.error();
     return error == nullptr ? "" : error->text();
 }
 
-inline std::size_t item_count(const MachiningJob& job) {
-    std::size_t count = 0;
-    for (const JobTool& tool : job.tools) {
-        count += tool.items.size();
-    }
-    return count;
-}
-
-/// The name of a case of a table of tests, what is neither letter nor digit replaced.
+/// The name of a test case, with characters other than letters and digits replaced.
 struct CaseName {
     template <class Case>
     std::string operator()(const testing::TestParamInfo<Case>& given) const {
@@ -58,21 +50,36 @@ struct CaseName {
     }
 };
 
-/// Another order of the same cuts: tools and their items shuffled, every other slot turned.
-inline MachiningJob shuffled(MachiningJob job, unsigned seed) {
+/// A complete order of the job: tools and their items shuffled, about half of the slots reversed.
+inline JobOrder shuffled_order(const MachiningJob& job, unsigned seed) {
     std::mt19937 random(seed);
-    std::shuffle(job.tools.begin(), job.tools.end(), random);
-    for (JobTool& tool : job.tools) {
-        std::shuffle(tool.items.begin(), tool.items.end(), random);
-        for (JobItem& item : tool.items) {
-            item.reversed = item.end && random() % 2 == 0;
-        }
+    std::vector<JobOrder> runs(job.tools.size());
+    for (std::size_t i = 0; i < job.items.size(); ++i) {
+        const bool reversed = job.items[i].end && random() % 2 == 0;
+        runs[job.items[i].tool].push_back({static_cast<std::uint32_t>(i), reversed});
     }
-    return job;
+    std::shuffle(runs.begin(), runs.end(), random);
+    JobOrder order;
+    for (JobOrder& run : runs) {
+        std::shuffle(run.begin(), run.end(), random);
+        order.insert(order.end(), run.begin(), run.end());
+    }
+    return order;
 }
 
-/// Reads every prefix of the text, each from a buffer of exactly its size, so that a sanitizer sees
-/// any look past its end. `read` takes a std::string; every answer will do but a crash.
+/// The order by tool from its last cut to its first, every slot reversed.
+inline JobOrder backward_order(const MachiningJob& job) {
+    JobOrder order = order_by_tool(job);
+    std::reverse(order.begin(), order.end());
+    for (JobCut& cut : order) {
+        cut.reversed = job.items[cut.item].end.has_value();
+    }
+    return order;
+}
+
+/// Reads every prefix of the text, each from a buffer of exactly its size, so that a sanitizer
+/// detects any read past its end. `read` takes a std::string; any result without a crash is
+/// accepted.
 template <class Read>
 void read_every_prefix(const std::string& text, Read read) {
     for (std::size_t length = 0; length <= text.size(); ++length) {

@@ -1,4 +1,4 @@
-// Tests of reading a file of whatever format: how it is told, and files that are none.
+// read_job: the format of a file is recognised; files that cannot be read are refused.
 
 #include "formats/job_files/read_job.h"
 
@@ -11,7 +11,7 @@
 
 #include "app/formats/job/job_fixtures.h"
 #include "files/read_whole_file.h"
-#include "scratch_folder.h"
+#include "scratch_directory.h"
 
 namespace nmk_job_files {
 namespace {
@@ -28,11 +28,11 @@ std::ostream& operator<<(std::ostream& out, const FormatCase& format) { return o
 
 class job_format : public testing::TestWithParam<FormatCase> {};
 
-TEST_P(job_format, is_told_by_content_and_name) {
+TEST_P(job_format, is_recognised_by_content_and_name) {
     const nmk_job::MachiningJob job =
         nmk_job::job_of(read_job_text(GetParam().file_name, GetParam().text, std::nullopt));
     EXPECT_EQ(job.format, GetParam().format);
-    EXPECT_EQ(nmk_job::item_count(job), GetParam().items);
+    EXPECT_EQ(job.items.size(), GetParam().items);
     EXPECT_EQ(job.text, GetParam().text);
     EXPECT_EQ(job.file_name, GetParam().file_name);
 }
@@ -44,12 +44,12 @@ INSTANTIATE_TEST_SUITE_P(
                    nmk_job::JobFormat::excellon, 1},
         FormatCase{"a_drill_file_named_as_text", "a.txt", "%\nM48\nT1C1\n%\nT1\nX1\n",
                    nmk_job::JobFormat::excellon, 1},
-        FormatCase{"a_drill_file_behind_a_byte_order_mark", "a",
+        FormatCase{"a_drill_file_after_a_byte_order_mark", "a",
                    "\xef\xbb\xbfM48\nT1C1\n%\nT1\nX1Y1\n", nmk_job::JobFormat::excellon, 1},
-        FormatCase{"an_instance_behind_a_byte_order_mark", "a",
+        FormatCase{"an_instance_after_a_byte_order_mark", "a",
                    "\xef\xbb\xbfNAME: a\nDIMENSION: 1\nNODE_COORD_SECTION\n1 2 3\n",
                    nmk_job::JobFormat::tsplib, 1},
-        FormatCase{"a_table_behind_a_byte_order_mark", "a",
+        FormatCase{"a_table_after_a_byte_order_mark", "a",
                    "\xef\xbb\xbf"
                    "1,2\n",
                    nmk_job::JobFormat::csv, 1},
@@ -64,7 +64,7 @@ INSTANTIATE_TEST_SUITE_P(
         FormatCase{"an_empty_table", "a.csv", "", nmk_job::JobFormat::csv, 0}),
     nmk_job::CaseName());
 
-TEST(read_job_text, refuses_what_it_cannot_tell) {
+TEST(read_job_text, refuses_an_unknown_format) {
     EXPECT_EQ(nmk_job::error_of(read_job_text("a", "hello\n", std::nullopt)),
               "a: unknown format; expected a drill file, a table x,y or a TSPLIB instance");
     EXPECT_EQ(nmk_job::error_of(read_job_text("a", "", std::nullopt)),
@@ -76,7 +76,7 @@ TEST(read_job_text, refuses_binary_files) {
               "a.drl:2: a zero byte; expected a text file");
 }
 
-TEST(read_job_text, tells_the_line_of_a_zero_byte_whatever_ends_the_lines) {
+TEST(read_job_text, names_the_line_of_a_zero_byte_with_any_line_ending) {
     for (const std::string end : {"\n", "\r\n", "\r"}) {
         const std::string text = "1,2" + end + end + "3" + std::string(1, '\0') + end + "5,6" + end;
         EXPECT_EQ(nmk_job::error_of(read_job_text("a.csv", text, std::nullopt)),
@@ -97,27 +97,27 @@ TEST(read_job_text, refuses_an_endless_line) {
               "");
 }
 
-TEST(read_job_text, counts_lines_the_same_whatever_ends_them) {
+TEST(read_job_text, counts_lines_the_same_with_any_line_ending) {
     const std::string line(nmk_files::max_line_length + 1, '1');
     for (const std::string end : {"\n", "\r\n", "\r"}) {
         EXPECT_EQ(nmk_files::first_too_long_line("1" + end + end + "2" + end + line), 4U);
     }
 }
 
-TEST(read_job_file, names_what_is_wrong_with_the_file) {
-    const ScratchFolder folder;
+TEST(read_job_file, refuses_a_missing_file_and_a_directory) {
+    const ScratchDirectory folder;
     EXPECT_EQ(nmk_job::error_of(read_job_file("/no/such/file.drl", std::nullopt)),
               "/no/such/file.drl: cannot be opened: No such file or directory");
     EXPECT_EQ(nmk_job::error_of(read_job_file(folder.path(), std::nullopt)),
               folder.path() + ": is a directory; expected a file");
 }
 
-TEST(read_job_file, counts_a_line_that_two_reads_share_once) {
-    // The first read ends within a line behind one that a carriage return ends.
+TEST(read_job_file, counts_a_line_across_two_reads_once) {
+    // The first read ends within a line, after one that ends with a carriage return.
     std::string text;
     for (int i = 0; i < 131071; ++i) text += "1\r";
     text += "11\n" + std::string(nmk_files::max_line_length + 1, '1');
-    const ScratchFolder folder;
+    const ScratchDirectory folder;
     EXPECT_EQ(
         nmk_job::error_of(read_job_file(folder.file("a.csv", text), std::nullopt)),
         folder.path() + "/a.csv:131073: a line longer than 65536 bytes; expected lines of text");
@@ -125,15 +125,15 @@ TEST(read_job_file, counts_a_line_that_two_reads_share_once) {
 }
 
 TEST(read_job_file, refuses_a_huge_file_before_reading_it) {
-    const ScratchFolder folder;
+    const ScratchDirectory folder;
     const std::string name = folder.file("huge.drl", "M48\n");
     std::filesystem::resize_file(name, std::uintmax_t{1} << 40U);  // sparse
     EXPECT_EQ(nmk_job::error_of(read_job_file(name, std::nullopt)),
-              name + ": larger than 256 MiB; no such file is read");
+              name + ": larger than 256 MiB; expected a smaller file");
 }
 
 TEST(read_job_file, refuses_one_line_of_a_hundred_megabytes_in_little_memory) {
-    const ScratchFolder folder;
+    const ScratchDirectory folder;
     const std::string name = folder.file("line.csv", "1,2\n");
     std::filesystem::resize_file(name, 100U << 20U);  // sparse: one line of zero bytes
     struct rusage before {};
@@ -145,30 +145,33 @@ TEST(read_job_file, refuses_one_line_of_a_hundred_megabytes_in_little_memory) {
     EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 20 * 1024);  // KiB
 }
 
+TEST(read_job_file, reports_a_file_that_cannot_be_read) {
+    EXPECT_EQ(nmk_job::error_of(read_job_file("/proc/self/mem", std::nullopt)),
+              "/proc/self/mem: cannot be read: Input/output error");
+}
+
 TEST(read_job_file, refuses_an_endless_device) {
     EXPECT_EQ(nmk_job::error_of(read_job_file("/dev/zero", std::nullopt)),
               "/dev/zero:1: a line longer than 65536 bytes; expected lines of text");
 }
 
-TEST(samples, are_read_with_their_counts) {
-    const std::string folder = NMK_SOURCE_DIR "/samples/";
+TEST(samples, have_their_numbers_of_items) {
+    const std::string directory = NMK_SOURCE_DIR "/samples/";
     const nmk_job::MachiningJob plate =
-        nmk_job::job_of(read_job_file(folder + "cover_plate.drl", std::nullopt));
+        nmk_job::job_of(read_job_file(directory + "cover_plate.drl", std::nullopt));
     EXPECT_EQ(plate.tools.size(), 4U);
-    EXPECT_EQ(nmk_job::item_count(plate), 403U);
-    EXPECT_EQ(
-        nmk_job::item_count(nmk_job::job_of(read_job_file(folder + "holes.csv", std::nullopt))),
-        13U);
-    EXPECT_EQ(
-        nmk_job::item_count(nmk_job::job_of(read_job_file(folder + "slots.csv", std::nullopt))),
-        9U);
+    EXPECT_EQ(plate.items.size(), 403U);
+    EXPECT_EQ(nmk_job::job_of(read_job_file(directory + "holes.csv", std::nullopt)).items.size(),
+              13U);
+    EXPECT_EQ(nmk_job::job_of(read_job_file(directory + "slots.csv", std::nullopt)).items.size(),
+              9U);
 }
 
-TEST(samples, of_the_cover_plate_are_what_its_script_makes) {
+TEST(samples, of_the_cover_plate_are_the_output_of_its_script) {
     if (std::system("python3 -c pass > /dev/null 2>&1") != 0) {
         GTEST_SKIP() << "python3 is not installed";
     }
-    const ScratchFolder folder;
+    const ScratchDirectory folder;
     const std::string script = folder.path() + "/make_cover_plate.py";
     std::filesystem::copy_file(NMK_SOURCE_DIR "/samples/make_cover_plate.py", script);
     ASSERT_EQ(std::system(("python3 '" + script + "'").c_str()), 0);

@@ -1,4 +1,4 @@
-// write_job: the text of an ordered job, told by the name of its file.
+// write_job: the text of an ordered job in the format of its file name.
 
 #include "formats/job_files/write_job.h"
 
@@ -13,19 +13,19 @@ nmk_job::MachiningJob one_hole() {
     nmk_job::MachiningJob job;
     job.file_name = "a \"b\".csv";
     job.text = "1,2\n";
-    job.tools.push_back(
-        {"all", std::nullopt, {nmk_job::JobItem{giPoint3(1, 2, 0), std::nullopt, 0, false}}});
+    job.tools.push_back({"all", std::nullopt});
+    job.items.push_back({giPoint3(1, 2, 0), std::nullopt, 0});
     return job;
 }
 
-/// The text, or the error behind a word that no text has.
+/// The text, or the error after a word that no text begins with.
 std::string text_for(const std::string& file_name) {
-    const auto text = job_text(one_hole(), file_name);
+    const auto text = job_text(one_hole(), nmk_job::JobOrder{{0, false}}, file_name);
     const auto* error = text ? nullptr : &text.error();
     return error != nullptr ? "error " + error->text() : *text;
 }
 
-TEST(job_text, tells_the_format_by_the_name) {
+TEST(job_text, is_in_the_format_of_the_name) {
     EXPECT_EQ(text_for("parts/a.CSV"), "1,2\n");
     EXPECT_EQ(text_for("a.json"),
               "{\"file\": \"a \\\"b\\\".csv\", \"units\": \"mm\", \"tools\": [\n"
@@ -33,9 +33,10 @@ TEST(job_text, tells_the_format_by_the_name) {
               "    {\"source\": 0, \"reversed\": false, \"start\": [1, 2, 0]}]}]}\n");
 }
 
-TEST(job_text, refuses_names_and_jobs_that_do_not_go_together) {
-    EXPECT_EQ(text_for("a.drl"),
-              "error a.drl: a drill file can only be made of a drill file; expected .csv or .json");
+TEST(job_text, refuses_a_drill_file_of_a_table_and_an_unknown_extension) {
+    EXPECT_EQ(
+        text_for("a.drl"),
+        "error a.drl: a drill file can only be written from a drill file; expected .csv or .json");
     EXPECT_EQ(text_for("a.pdf"), "error a.pdf: cannot write .pdf; expected .drl, .csv or .json");
 }
 

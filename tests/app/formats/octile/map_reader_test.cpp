@@ -29,7 +29,7 @@ std::string error_of(const std::string& text) {
     return error == nullptr ? "" : error->text();
 }
 
-TEST(map_reader, tells_ground_and_swamp_from_what_blocks) {
+TEST(map_reader, reads_ground_and_swamp_as_free_and_other_letters_as_blocked) {
     const nmk_lattice::RoutePlane plane = plane_of(good);
     EXPECT_EQ(plane.columns(), 3);
     EXPECT_EQ(plane.rows(), 2);
@@ -53,7 +53,7 @@ TEST(map_reader, counts_x_from_the_left_and_y_from_the_top) {
     EXPECT_EQ(plane.cell_at({1e300, 0.0}), std::nullopt);
 }
 
-TEST(map_reader, takes_any_line_ending_and_the_sizes_in_either_order) {
+TEST(map_reader, accepts_any_line_ending_and_the_sizes_in_either_order) {
     for (const std::string text : {"type octile\r\nheight 1\r\nwidth 2\r\nmap\r\n.T\r\n",
                                    "type octile\rwidth 2\rheight 1\rmap\r.T",
                                    "\xef\xbb\xbftype octile\r\nheight 1\r\nwidth 2\r\nmap\r\n.T",
@@ -68,47 +68,54 @@ struct BadMap {
     const char* expected;
 };
 
-class map_reader_refuses : public testing::TestWithParam<BadMap> {};
+class map_reader_error : public testing::TestWithParam<BadMap> {};
 
-TEST_P(map_reader_refuses, with_the_line_and_what_was_expected) {
+TEST_P(map_reader_error, names_the_line_and_the_expected_text) {
     EXPECT_EQ(error_of(GetParam().text), GetParam().expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    bad_maps, map_reader_refuses,
+    bad_maps, map_reader_error,
     testing::Values(
-        BadMap{"nothing", "", "a.map: the file ends early; expected \"type octile\""},
-        BadMap{"another_type", "type tile\nheight 1\n",
+        BadMap{"the_file_is_empty", "", "a.map: the file ends early; expected \"type octile\""},
+        BadMap{"the_type_is_another_one", "type tile\nheight 1\n",
                "a.map:1: cannot read \"type tile\"; expected \"type octile\""},
-        BadMap{"no_width", "type octile\nheight 1\nmap\n.\n", "a.map:3: no width before the map"},
-        BadMap{"no_height", "type octile\nwidth 1\nmap\n.\n", "a.map:3: no height before the map"},
-        BadMap{"two_heights", "type octile\nheight 1\nheight 1\n", "a.map:3: a second height"},
-        BadMap{"height_of_zero", "type octile\nheight 0\n",
+        BadMap{"the_width_is_missing", "type octile\nheight 1\nmap\n.\n",
+               "a.map:3: width is missing; expected it before map"},
+        BadMap{"the_height_is_missing", "type octile\nwidth 1\nmap\n.\n",
+               "a.map:3: height is missing; expected it before map"},
+        BadMap{"there_are_two_heights", "type octile\nheight 1\nheight 1\n",
+               "a.map:3: a second height; expected one"},
+        BadMap{"the_height_is_zero", "type octile\nheight 0\n",
                "a.map:2: height \"0\"; expected a whole number from 1 up"},
-        BadMap{"negative_width", "type octile\nwidth -3\n",
+        BadMap{"the_width_is_negative", "type octile\nwidth -3\n",
                "a.map:2: width \"-3\"; expected a whole number from 1 up"},
-        BadMap{"height_that_is_no_number", "type octile\nheight nan\n",
+        BadMap{"the_height_is_not_a_number", "type octile\nheight nan\n",
                "a.map:2: height \"nan\"; expected a whole number from 1 up"},
-        BadMap{"height_past_all_bounds", "type octile\nheight 99999999999999999999\n",
-               "a.map:2: height \"99999999999999999999\"; at most 4194304 places can be searched"},
-        BadMap{"hostile_sizes", "type octile\nheight 65536\nwidth 65536\nmap\n.\n",
-               "a.map:4: 65536 by 65536; at most 4194304 places can be searched"},
-        BadMap{"sizes_without_letters", "type octile\nheight 2000\nwidth 2000\nmap\n.\n",
+        BadMap{"the_height_is_out_of_range", "type octile\nheight 99999999999999999999\n",
+               "a.map:2: height \"99999999999999999999\"; at most 4194304 cells can be searched"},
+        BadMap{"the_map_has_too_many_cells", "type octile\nheight 65536\nwidth 65536\nmap\n.\n",
+               "a.map:4: 65536 by 65536 cells; at most 4194304 cells can be searched"},
+        BadMap{"the_map_has_no_letters", "type octile\nheight 2000\nwidth 2000\nmap\n.\n",
                "a.map:4: the file ends early; expected 2000 rows of 2000 letters"},
-        BadMap{"unknown_word", "type octile\ndepth 3\n",
+        BadMap{"a_word_is_unknown", "type octile\ndepth 3\n",
                "a.map:2: cannot read \"depth 3\"; expected height, width or map"},
-        BadMap{"unknown_letter", head + ".@G\nS?O\n",
+        BadMap{"a_letter_is_unknown", head + ".@G\nS?O\n",
                "a.map:6: unknown letter \"?\" in column 2; expected one of . G S @ O T W"},
-        BadMap{"binary_letter", head + ".@G\nS\x01O\n",
+        BadMap{"a_letter_is_binary", head + ".@G\nS\x01O\n",
                "a.map:6: unknown letter \"\\x01\" in column 2; expected one of . G S @ O T W"},
-        BadMap{"short_row", head + ".@\nSTOO\n", "a.map:5: 2 letters; expected the width of 3"},
-        BadMap{"long_row", head + ".@G\nSTOO\n", "a.map:6: 4 letters; expected the width of 3"},
-        BadMap{"missing_row", head + ".@G\n\n", "a.map:6: 0 letters; expected the width of 3"},
-        BadMap{"truncated", head + ".@G\n", "a.map:5: the file ends early; expected row 2 of 2"},
-        BadMap{"further_row", good + "...\n", "a.map:7: more rows than the height of 2"}),
+        BadMap{"a_row_is_short", head + ".@\nSTOO\n",
+               "a.map:5: 2 letters; expected the width of 3"},
+        BadMap{"a_row_is_long", head + ".@G\nSTOO\n",
+               "a.map:6: 4 letters; expected the width of 3"},
+        BadMap{"a_row_is_empty", head + ".@G\n\n", "a.map:6: 0 letters; expected the width of 3"},
+        BadMap{"the_file_is_truncated", head + ".@G\n",
+               "a.map:5: the file ends early; expected row 2 of 2"},
+        BadMap{"there_is_another_row", good + "...\n",
+               "a.map:7: another row; expected the height of 2"}),
     nmk_job::CaseName());
 
-TEST(map_reader, reads_every_prefix_of_a_map_without_a_look_past_its_end) {
+TEST(map_reader, reads_every_prefix_of_a_map_within_its_bounds) {
     const std::string text = good + "\n";
     std::size_t read = 0;
     for (std::size_t length = 0; length <= text.size(); ++length) {

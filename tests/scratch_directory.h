@@ -1,4 +1,4 @@
-// scratch_folder.h: a folder of its own for a test, gone when the test ends.
+// scratch_directory.h: a folder of its own for a test, gone when the test ends.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -9,16 +9,16 @@
 #include <fstream>
 #include <string>
 
-class ScratchFolder {
+class ScratchDirectory {
   public:
-    ScratchFolder() {
+    ScratchDirectory() {
         std::string name = (std::filesystem::temp_directory_path() / "nmk_test_XXXXXX").string();
         EXPECT_NE(::mkdtemp(name.data()), nullptr);
         m_path = name;
     }
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-    ~ScratchFolder() {
+    ScratchDirectory(const ScratchDirectory&) = delete;
+    ScratchDirectory& operator=(const ScratchDirectory&) = delete;
+    ~ScratchDirectory() {
         std::error_code ignored;
         std::filesystem::remove_all(m_path, ignored);
     }

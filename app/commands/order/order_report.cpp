@@ -1,0 +1,57 @@
+// order_report: everything that is reported of one run of `nmk order`.
+
+#include "commands/order/order_report.h"
+
+#include "commands/order/sort_type_names.h"
+#include "text/number_format.h"
+
+namespace nmk_order {
+
+namespace {
+
+std::string counted(std::size_t count, const std::string& noun) {
+    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
+std::string point_text(const giPoint3& p) {
+    std::string text = "(" + nmk_text::short_number(p.x, 3) + ", " + nmk_text::short_number(p.y, 3);
+    return text + (p.z == 0.0 ? "" : ", " + nmk_text::short_number(p.z, 3)) + ")";
+}
+
+}  // namespace
+
+OrderReport report_of(const OrderOptions& options, const OrderRequest& request,
+                      const nmk_job::MachiningJob& job, const OrderedJob& ordered) {
+    OrderReport report;
+    report.options = options;
+    report.request = request;
+    report.figures = measure_order(job, ordered);
+    report.tool_changes_before = ordered.tool_changes_before;
+    report.tool_changes_after = ordered.tool_changes_after;
+    report.stopped = ordered.stopped;
+    report.notes = ordered.notes;
+    return report;
+}
+
+std::string report_summary(const OrderReport& report) {
+    const OrderRequest& request = report.request;
+    const std::size_t tools = report.figures.tools.size();
+    return counted(report.figures.total.items, "item") + ", " +
+           (request.across_tools ? "across tools" : counted(tools, "tool")) + ", sorted by " +
+           std::string(sort_type_name(request.type)) + " from " + point_text(request.start) + " mm";
+}
+
+std::string rapid_summary(const OrderReport& report) {
+    const double rapid = report.options.rapid;
+    const TravelFigures& before = report.figures.total.before;
+    const TravelFigures& after = report.figures.total.after;
+    const auto seconds = [&](double length) {
+        return nmk_text::fixed_number(rapid_seconds(length, rapid), 1) + " s";
+    };
+    return "Rapids at " + nmk_text::short_number(rapid, 3) + " mm/min: straight (Euclidean) " +
+           seconds(before.travel) + " before, " + seconds(after.travel) +
+           " after; longest axis (Chebyshev) " + seconds(before.per_axis) + " before, " +
+           seconds(after.per_axis) + " after.";
+}
+
+}  // namespace nmk_order

@@ -1,0 +1,32 @@
+// order_report.h: everything that is reported of one run of `nmk order`.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "commands/order/order_figures.h"
+#include "commands/order/order_options.h"
+
+namespace nmk_order {
+
+struct OrderReport {
+    OrderOptions options;
+    OrderRequest request;
+    OrderFigures figures;
+    std::size_t tool_changes_before = 0;
+    std::size_t tool_changes_after = 0;
+    bool stopped = false;
+    std::vector<std::string> notes;
+};
+
+OrderReport report_of(const OrderOptions& options, const OrderRequest& request,
+                      const nmk_job::MachiningJob& job, const OrderedJob& ordered);
+
+/// "402 items, 4 tools, sorted by shortest from (0, 0) mm"
+std::string report_summary(const OrderReport& report);
+
+/// "Rapids at 10000 mm/min ..." with the seconds before and after.
+std::string rapid_summary(const OrderReport& report);
+
+}  // namespace nmk_order

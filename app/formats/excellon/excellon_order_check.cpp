@@ -1,0 +1,95 @@
+// excellon_order_check.cpp: see excellon_order_check.h.
+
+#include "formats/excellon/excellon_order_check.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "formats/excellon/excellon_reader.h"
+
+namespace nmk_excellon {
+
+namespace {
+
+/// Compares the cuts of a program with those of an order.
+class OrderComparison : public ExcellonListener {
+  public:
+    OrderComparison(const nmk_job::MachiningJob& job, const ExcellonProgram& program,
+                    std::span<const nmk_job::JobCut> order)
+        : m_job(job), m_program(program), m_order(order) {}
+
+    void cut(int tool, const ExcellonCut& cut, const ExcellonFormat& format, std::size_t,
+             std::size_t) override {
+        if (m_count < m_order.size()) {
+            m_is_same = m_is_same && is_same(m_order[m_count], tool, cut, format.units);
+        }
+        ++m_count;
+    }
+
+    bool is_same() const { return m_is_same && m_count == m_order.size(); }
+
+  private:
+    bool is_same(const nmk_job::JobCut& expected, int tool, const ExcellonCut& cut,
+                 nmk_job::JobUnits units) const {
+        const nmk_job::JobItem& item = m_job.items[expected.item];
+        const giPoint3 start = excellon_point(cut.start, units);
+        const giPoint3 end = cut.end ? excellon_point(*cut.end, units) : start;
+        return m_program.tool_numbers[item.tool] == tool &&
+               item.end.has_value() == cut.end.has_value() &&
+               start == nmk_job::entry_of(item, expected.reversed) &&
+               end == nmk_job::exit_of(item, expected.reversed);
+    }
+
+    const nmk_job::MachiningJob& m_job;
+    const ExcellonProgram& m_program;
+    std::span<const nmk_job::JobCut> m_order;
+    std::size_t m_count = 0;
+    bool m_is_same = true;
+};
+
+}  // namespace
+
+nmk_text::Result<void> check_order(const nmk_job::MachiningJob& job,
+                                   std::span<const nmk_job::JobCut> order) {
+    const auto error = [&](std::string message) {
+        return nmk_text::Error{job.file_name, 0, std::move(message)};
+    };
+    const std::string count = std::to_string(job.items.size()) + " items";
+    std::vector<bool> seen(job.items.size(), false);
+    for (const auto [item, reversed] : order) {
+        if (item >= seen.size()) {
+            return error("the order has item " + std::to_string(item) + "; the file has " + count);
+        }
+        if (seen[item]) {
+            return error("the order has item " + std::to_string(item) + " twice");
+        }
+        if (reversed && !job.items[item].end) {
+            return error("the order reverses item " + std::to_string(item) + ", which is a hole");
+        }
+        seen[item] = true;
+    }
+    if (order.size() < seen.size()) {
+        return error("the order leaves out " + std::to_string(seen.size() - order.size()) + " of " +
+                     count);
+    }
+    return {};
+}
+
+nmk_text::Result<void> check_written_program(const nmk_job::MachiningJob& job,
+                                             const ExcellonProgram& program,
+                                             std::span<const nmk_job::JobCut> order,
+                                             std::string_view text) {
+    const std::string message = "the holes cannot be written in another order";
+    OrderComparison comparison(job, program, order);
+    const nmk_text::Result<ExcellonFacts> written = parse_excellon(text, job.units, comparison);
+    if (!written) {
+        return nmk_text::Error{job.file_name, 0, message + ": " + written.error().message};
+    }
+    if (!comparison.is_same() || written->diameters != program.facts.diameters) {
+        return nmk_text::Error{job.file_name, 0, message};
+    }
+    return {};
+}
+
+}  // namespace nmk_excellon
