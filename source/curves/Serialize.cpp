@@ -6,7 +6,7 @@
 namespace {
 
 void store(const utString& text, CArchive& archive) {
-    // Deliberate: cut at a nul inside, which the reader takes for the end; what stands behind it
+    // Deliberate: cut at a nul inside, which the reader takes for the end; the text behind it
     // would be taken for what comes next.
     const char* const bytes = text.is_null() ? "" : text.c_str();
     archive.Write(bytes, std::strlen(bytes) + 1);

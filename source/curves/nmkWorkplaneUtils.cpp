@@ -5,7 +5,7 @@
 namespace {
 
 // Angle of a mapped axis and the cross product of the two others, for maps that change the hand.
-// Above: the axes are no frame any more.
+// Above: the axes are not a frame.
 const giAngle largest_skew(giRadians, 0.001);
 
 // Made on first use, since an invalid reference spends a serial of identifiers.

@@ -45,8 +45,8 @@ void write_word(std::uint32_t word, char* text) {
     std::memcpy(text, &digits, sizeof digits);
 }
 
-// The reverse. Checks nothing: what is no digit gives some number, which is not written back as the
-// same text.
+// The reverse. Checks nothing: a character that is not a digit gives some number, which is not
+// written back as the same text.
 std::uint32_t read_word(const char* text) {
     std::uint64_t digits = 0;
     std::memcpy(&digits, text, sizeof digits);
@@ -194,7 +194,7 @@ void nmkUniqueId::from_hex(const char* hex) {
 }
 
 void nmkUniqueId::generate() {
-    // Deliberate: the address itself is hashed and not what stands there, so that an identifier
+    // Deliberate: the address itself is hashed and not the bytes at it, so that an identifier
     // that is generated anew in place keeps its place in hash tables.
     const nmkUniqueId* const address = this;
     m_hash = co_hash(&address, static_cast<int>(sizeof address));

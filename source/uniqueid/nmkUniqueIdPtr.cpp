@@ -25,6 +25,17 @@ nmkUniqueIdPtr::nmkUniqueIdPtr(nmkPtrClaim, nmkUniqueId* identifier)
 
 nmkUniqueIdPtr::~nmkUniqueIdPtr() = default;
 
+nmkUniqueIdPtr nmkUniqueIdPtr::nil_handle() {
+    const auto nil = std::make_shared<Loaded>();
+    nil->identifier.m_hash = 0;
+    nil->identifier.m_stamp = nmkUniqueId::invalid_stamp;
+    nil->identifier.m_serial = 0;
+    nil->identifier.m_spare = 0;
+    nmkUniqueIdPtr handle{Empty()};
+    handle.m_target = nmkUniqueIdcoPrf(std::shared_ptr<nmkUniqueId>(nil, &nil->identifier));
+    return handle;
+}
+
 CRuntimeClass* nmkUniqueIdPtr::GetRuntimeClass() const { return GetThisClass(); }
 
 CRuntimeClass* nmkUniqueIdPtr::GetThisClass() {

@@ -163,7 +163,7 @@ TEST(nmkWorkPlane, every_prefix_throws_endOfFile_and_leaves_it_as_it_was) {
     }
 }
 
-TEST(nmkWorkPlane, axes_that_are_no_frame_throw_badIndex_and_leave_it_as_it_was) {
+TEST(nmkWorkPlane, axes_that_do_not_form_a_frame_throw_badIndex_and_leave_it_as_it_was) {
     const double not_a_number = std::numeric_limits<double>::quiet_NaN();
     const double infinity = std::numeric_limits<double>::infinity();
     const std::vector<double> forged[] = {

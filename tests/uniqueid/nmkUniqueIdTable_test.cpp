@@ -92,7 +92,7 @@ TEST(nmkUniqueIdTable, deleting_a_member_leaves_the_others) {
     EXPECT_EQ(table.member(handle_with({1, 2, 3, 5})), 1);
 }
 
-TEST(nmkUniqueIdTable, an_invalid_handle_is_no_member_where_all_members_are_valid) {
+TEST(nmkUniqueIdTable, an_invalid_handle_is_not_a_member_where_all_members_are_valid) {
     nmkUniqueIdTable table;
     for (std::uint32_t i = 0; i < 100; ++i) table.add(handle_with({i, 2, 3, 4}));
     EXPECT_EQ(table.member(nmkUniqueIdPtr()), 0);

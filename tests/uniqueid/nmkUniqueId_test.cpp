@@ -63,7 +63,7 @@ TEST(nmkUniqueId, is_made_of_the_hash_of_its_address_the_time_and_the_next_seria
     EXPECT_EQ(identifier->get_hash_val(), words[0]);
 }
 
-TEST(nmkUniqueId, word_0_does_not_hash_what_stands_at_the_address) {
+TEST(nmkUniqueId, word_0_does_not_hash_the_bytes_at_the_address) {
     const Owned identifier = made();
     const Words words = words_of(*identifier);
     identifier->become(made_of({1, 2, 3, 4}).get());
@@ -351,7 +351,7 @@ INSTANTIATE_TEST_SUITE_P(
                     TextCase{"a_very_long_text", std::string(100000, '0')},
                     TextCase{"capital_digits", "0123456789ABCDEF0123456789ABCDEF"},
                     TextCase{"one_capital_digit", "0123456789abcdeF0123456789abcdef"},
-                    TextCase{"a_letter_that_is_no_digit", "g123456789abcdef0123456789abcdef"},
+                    TextCase{"a_letter_that_is_not_a_digit", "g123456789abcdef0123456789abcdef"},
                     TextCase{"a_blank", "0123456789abcdef 123456789abcdef"},
                     TextCase{"bytes_above_127", std::string(32, '\xFF')},
                     TextCase{"control_characters", std::string(32, '\x01')}),

@@ -57,6 +57,7 @@ class NMKTOOLBOX_EXPORT nmkRefToObjectId : public CObject {
     friend class nmkObjectId;
     friend class nmkUniqueIdTable;
     friend struct coObjInterface<nmkRefToObjectId>;
+    friend struct nmk_container::NilMaker<nmkRefToObjectId>;
 
     explicit nmkRefToObjectId(const nmkUniqueIdPtr& handle) : m_id(handle) {}
 
@@ -90,6 +91,18 @@ struct UT_EXPORT coObjInterface<nmkRefToObjectId> {
         return nmkRefToObjectId(coObjInterface<nmkUniqueIdPtr>::obj_empty());
     }
 };
+
+namespace nmk_container {
+
+template <>
+struct NilMaker<nmkRefToObjectId> {
+    static std::shared_ptr<const nmkRefToObjectId> make() {
+        return std::make_shared<const nmkRefToObjectId>(
+            nmkRefToObjectId(nmkUniqueIdPtr::nil_handle()));
+    }
+};
+
+}  // namespace nmk_container
 
 using nmkRefToObjectIdcoSet = coSet<nmkRefToObjectId>;
 using nmkRefToObjectIdcoDList = coDList<nmkRefToObjectId>;

@@ -6,9 +6,12 @@
 
 #include <mfc/CObject.h>
 #include <ncamcontainer/coSet.h>
+#include <ncamcontainer/co_nil.h>
 #include <nmktoolbox/collections/nmkPtrClaim.h>
 #include <nmktoolbox/export.h>
 #include <nmktoolbox/uniqueid/nmkUniqueId.h>
+
+class nmkRefToObjectId;
 
 class NMKTOOLBOX_EXPORT nmkUniqueIdPtr : public CObject {
   public:
@@ -62,6 +65,8 @@ class NMKTOOLBOX_EXPORT nmkUniqueIdPtr : public CObject {
 
   private:
     friend struct coObjInterface<nmkUniqueIdPtr>;
+    friend struct nmk_container::NilMaker<nmkUniqueIdPtr>;
+    friend struct nmk_container::NilMaker<nmkRefToObjectId>;
     friend class nmkRefToObjectId;
 
     struct Loaded;
@@ -69,6 +74,9 @@ class NMKTOOLBOX_EXPORT nmkUniqueIdPtr : public CObject {
 
     // For empty slots of sets: no identifier, so nothing is allocated and no serial is spent.
     explicit nmkUniqueIdPtr(Empty) noexcept {}
+
+    // A handle for nil: its identifier is invalid and spends no serial.
+    static nmkUniqueIdPtr nil_handle();
 
     nmkUniqueIdcoPrf m_target;
 };
@@ -87,6 +95,18 @@ struct UT_EXPORT coObjInterface<nmkUniqueIdPtr> {
     }
     static nmkUniqueIdPtr obj_empty() noexcept { return nmkUniqueIdPtr(nmkUniqueIdPtr::Empty()); }
 };
+
+namespace nmk_container {
+
+/// Nil is made at the first look-up that finds nothing, which must not change the serials.
+template <>
+struct NilMaker<nmkUniqueIdPtr> {
+    static std::shared_ptr<const nmkUniqueIdPtr> make() {
+        return std::make_shared<const nmkUniqueIdPtr>(nmkUniqueIdPtr::nil_handle());
+    }
+};
+
+}  // namespace nmk_container
 
 using nmkUniqueIdPtrcoSet = coSet<nmkUniqueIdPtr>;
 

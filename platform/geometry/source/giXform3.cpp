@@ -1,3 +1,4 @@
+#include <exactmath/exact_sine.h>
 #include <geometry/giWorkplane3.h>
 #include <geometry/giXform3.h>
 
@@ -27,8 +28,8 @@ giXform3::giXform3(giXform3ScaleType, double x_factor, double y_factor, double z
 giXform3 giXform3::translation(const giVector3& by) { return giXform3(giXform3().m_linear, by); }
 
 giXform3 giXform3::rotation(const giPoint3& centre, const giUnitVec3& axis, const giAngle& angle) {
-    const double cosine = std::cos(angle.angle(giAngleRadians()));
-    const double sine = std::sin(angle.angle(giAngleRadians()));
+    const double cosine = nmk_exact::exact_cos(angle.angle(giAngleRadians()));
+    const double sine = nmk_exact::exact_sin(angle.angle(giAngleRadians()));
     const double rest = 1.0 - cosine;
     const double x = axis.x;
     const double y = axis.y;

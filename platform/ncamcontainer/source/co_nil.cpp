@@ -34,6 +34,13 @@ void keep_library_loaded(const std::type_info& type) {
 
 }  // namespace
 
+const void* nmk_container::registered_nil(const NilType& type) {
+    Registry& all = registry();
+    const std::lock_guard lock(all.mutex);
+    const auto entry = all.elements.find(Key(type.container, type.size, type.alignment));
+    return entry == all.elements.end() ? nullptr : entry->second.get();
+}
+
 const void* nmk_container::registered_nil(const NilType& type, std::shared_ptr<const void> made) {
     Registry& all = registry();
     const std::lock_guard lock(all.mutex);

@@ -21,16 +21,30 @@ struct NilType {
     std::size_t alignment;            // of the element, in bytes
 };
 
+/// The object registered for `type`; null before one is.
+UT_EXPORT const void* registered_nil(const NilType& type);
+
 /// The object registered for `type`. For the first caller it is `made`, and `made` is then null and
 /// its owner the registry, which never deletes it; the library that holds its code stays loaded.
 /// Safe from any thread.
 UT_EXPORT const void* registered_nil(const NilType& type, std::shared_ptr<const void> made);
 
-/// The nil element of `Container`: default-constructed on first use, never changed, never deleted.
+/// How the nil element of an element class is made. A class whose default constructor has effects
+/// specialises it.
+template <class Element>
+struct NilMaker {
+    static std::shared_ptr<const Element> make() { return std::make_shared<const Element>(); }
+};
+
+/// The nil element of `Container`: made on first use, never changed, never deleted.
 template <class Container, class Element>
 const Element& nil_element() {
-    static const Element& nil = *static_cast<const Element*>(registered_nil(
-        {typeid(Container), sizeof(Element), alignof(Element)}, std::make_shared<const Element>()));
+    static const Element& nil = []() -> const Element& {
+        const NilType type{typeid(Container), sizeof(Element), alignof(Element)};
+        const void* found = registered_nil(type);
+        if (found == nullptr) found = registered_nil(type, NilMaker<Element>::make());
+        return *static_cast<const Element*>(found);
+    }();
     return nil;
 }
 
