@@ -4,9 +4,9 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "commands/solve/answer_text.h"
 #include "commands/solve/polynomial_picture.h"
 #include "commands/solve/problem_table.h"
+#include "commands/solve/solution_text.h"
 #include "commands/solve/solve_answer.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -16,7 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         "fuzz.csv", text, nullptr, [&](const nmk_solve::Problem& problem, std::size_t line) {
             const nmk_solve::Answer answer = nmk_solve::solve_problem(problem);
             const std::string json = nmk_solve::answer_json(answer, line);
-            if (nmk_solve::answer_text(answer, line).empty() ||
+            if (nmk_solve::solution_text(answer, line).empty() ||
                 json.find("nan") != std::string::npos || json.find("inf") != std::string::npos) {
                 std::abort();
             }

@@ -2,7 +2,8 @@
 //
 // An option with a value is `--name value` or `--name=value`; a switch is a name alone; after `--`
 // every argument is positional. A command keeps its options in a struct of its own, and two tables
-// list how each of them is set. A problem is one line of text; an empty text is no problem.
+// list how each of them is set. A problem is one line of text; an empty text means that there is
+// none.
 #pragma once
 
 #include <span>

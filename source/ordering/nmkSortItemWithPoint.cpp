@@ -10,8 +10,6 @@
 
 #include "elastic_limits.h"
 
-namespace elastic_limits = nmk_ordering::elastic_limits;
-
 namespace {
 
 double squared_plan_distance(const giPoint3& a, const giPoint3& b) {
@@ -65,11 +63,11 @@ double nmkSortItemWithPoint::set_distance_array(giPoint3coDynArr& ring, double k
     for (int j = 0; j < ring.size(); ++j) {
         const double d2 = squared_plan_distance(part.normal_point, ring[j]);
         least = std::min(least, d2);
-        const bool out_of_reach = d2 >= elastic_limits::squared_reach;
+        const bool out_of_reach = d2 >= nmk_ordering::elastic_limits::squared_reach;
         part.weights[j] = out_of_reach ? 0.0 : nmk_exact::exact_exp(-d2 / ((k + k) * k));
         part.weight_sum += part.weights[j];
     }
-    if (ring.size() == 0 || part.weight_sum < elastic_limits::min_weight_sum) {
+    if (ring.size() == 0 || part.weight_sum < nmk_ordering::elastic_limits::min_weight_sum) {
         part.weight_sum = 1.0;
     }
     return least;

@@ -30,7 +30,9 @@ void nmkSortList::clear() {
 
 void nmkSortList::remove_first() { m_cursor.remove_first(); }
 
-nmkSortItemPrf& nmkSortList::read_first() { return m_items.size() == 0 ? no_item() : *m_items.begin(); }
+nmkSortItemPrf& nmkSortList::read_first() {
+    return m_items.size() == 0 ? no_item() : *m_items.begin();
+}
 
 void nmkSortList::remove_backwards() { m_cursor.remove_backwards(); }
 

@@ -1,9 +1,9 @@
 // The nil element of a container class is one object in a process, also beside libraries that hide
 // what they do not export.
+#include <collections/nil_library/nil_library.h>
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <ncamcontainer/co_nil.h>
-#include <collections/nil_library/nil_library.h>
 
 #include <array>
 #include <cstdint>

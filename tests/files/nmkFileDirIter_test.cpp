@@ -53,7 +53,7 @@ TEST(nmkFileDirIter, entries_are_whole_names) {
     EXPECT_TRUE(entries().get().is_null());
 }
 
-TEST(nmkFileDirIter, stands_before_the_first_entry_at_the_start) {
+TEST(nmkFileDirIter, is_before_the_first_entry_at_the_start) {
     const ScratchDirectory scratch;
     scratch.file("a", "");
     const nmkFileDirIter entries(nmkFileDir(scratch.path().c_str(), nullptr), nmkFileDirIterAll,

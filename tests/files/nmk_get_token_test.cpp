@@ -50,15 +50,15 @@ const Found word_cases[] = {
     {"letters_of_any_script", "=(f\xC3\xBCr", 6, 1, "f\xC3\xBCr"},
     {"ideographs", "= \xE6\x97\xA5", 5, 1, "\xE6\x97\xA5"},
     {"position_inside_a_character", "= \xE6\x97\xA5", 4, 1, "\xE6\x97"},
-    {"euro_is_no_letter",
+    {"the_euro_sign_is_not_a_letter",
      "ab\xE2\x82\xAC"
      "c",
      6, 1, "c"},
-    {"pairs_are_no_letters",
+    {"surrogate_pairs_are_not_letters",
      "ab\xF0\x9F\x98\x80"
      "c",
      7, 1, "c"},
-    {"ill_formed_is_no_letter",
+    {"ill_formed_bytes_are_not_letters",
      "ab\xFF"
      "c",
      4, 1, "c"},

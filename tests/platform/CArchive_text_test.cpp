@@ -61,7 +61,7 @@ TEST_P(CArchive_text_length, stands_in_front_of_a_narrow_text) {
     EXPECT_EQ(read_narrow(bytes), text);
 }
 
-TEST_P(CArchive_text_length, stands_behind_the_mark_of_a_wide_text) {
+TEST_P(CArchive_text_length, follows_the_mark_of_a_wide_text) {
     const LengthCase& one = GetParam();
     const std::wstring text(one.length, L'\x20AC');
     Bytes in_front = {0xFF, 0xFE, 0xFF};

@@ -47,7 +47,7 @@ TEST(CFile, what_was_written_is_read_back) {
     EXPECT_EQ(file.Read(&more, 1), 0U);
 }
 
-TEST(CFile, creating_empties_a_file_unless_told_otherwise) {
+TEST(CFile, creating_empties_a_file_without_the_flag_that_keeps_it) {
     const ScratchDirectory scratch;
     const std::string name = scratch.path() + "/file";
     CFile(name.c_str(), CFile::modeWrite | CFile::modeCreate).Write("old", 3);

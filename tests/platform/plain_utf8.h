@@ -95,7 +95,7 @@ inline std::wstring decode(std::string_view bytes, int& status) {
     return wide;
 }
 
-/// The bytes of one character that is no surrogate.
+/// The bytes of one character, which must not be a surrogate.
 inline std::string contents_of(char32_t character) {
     if (character < 0x80) return {static_cast<char>(character)};
     std::string trails;

@@ -260,7 +260,7 @@ TEST(nmkAngleSolver_solve_angles6, the_angle_form_gives_both_angles) {
     EXPECT_NEAR(psi[0].angle(giDegrees), 90.0, 1e-12);
 }
 
-TEST(nmkAngleSolver_solve_angles6, a_psi_that_is_not_a_number_is_no_solution) {
+TEST(nmkAngleSolver_solve_angles6, a_psi_that_is_not_a_number_is_not_a_solution) {
     // k squared overflows beside d, so that phi comes out as 0 and psi as 0 / 0.
     Arrays x;
     EXPECT_EQ(nmkAngleSolver::solve_angles6(1, 0, 0, 1e-200, -1, x.cf, x.sf, x.cp, x.sp), 0);

@@ -154,7 +154,7 @@ TEST(nmkSolver_qarsol, returns_the_bits_of_the_plain_way) {
     for (const int one : counts) EXPECT_GT(one, 100);
 }
 
-TEST(nmkSolver_qarsol, the_status_of_a_cubic_behind_a_root_at_zero_stands_behind_that_root) {
+TEST(nmkSolver_qarsol, the_status_of_a_cubic_behind_a_root_at_zero_is_behind_that_root) {
     // x (1 + x + x^2 + 1e-150 x^3): too uneven for the cubic, which marks its three slots.
     double c[5] = {0.0, 1.0, 1.0, 1.0, 1e-150};
     double roots[4] = {9, 9, 9, 9};

@@ -2,9 +2,9 @@
 
 #include "commands/solve/solve_command.h"
 
-#include "commands/solve/answer_text.h"
 #include "commands/solve/polynomial_picture.h"
 #include "commands/solve/problem_table.h"
+#include "commands/solve/solution_text.h"
 #include "commands/solve/solve_answer.h"
 #include "commands/solve/solve_options.h"
 #include "files/read_whole_file.h"
@@ -28,7 +28,7 @@ nmk_text::Result<void> print_table(const SolveOptions& options, const std::strin
             if (options.json) {
                 out << (is_first ? "\n  " : ",\n  ") << answer_json(answer, line);
             } else if (!options.quiet) {
-                out << answer_text(answer, line);
+                out << solution_text(answer, line);
             }
             is_first = false;
         });
@@ -72,7 +72,7 @@ int solve_one(const SolveOptions& options, std::ostream& out, std::ostream& err)
     if (options.json) {
         out << answer_json(answer, 0) << "\n";
     } else if (!options.quiet) {
-        out << answer_text(answer, 0);
+        out << solution_text(answer, 0);
         nmk_shell::print_written(out, written);
     }
     return nmk_shell::finish(out, err, "the answers", written);

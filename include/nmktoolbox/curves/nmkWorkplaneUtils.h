@@ -20,9 +20,9 @@ class NMKTOOLBOX_EXPORT nmkWorkplaneUtils {
     /// How far the origin of `a` lies above that of `b`, measured along the Z axis of `a`.
     static double get_z_shift(const giWorkplane3& a, const giWorkplane3& b);
 
-    /// True where the origin of the plane is on the Z axis of the world with its own Z axis along it, in
-    /// either sense: x and y of its origin are below `tolerance` in size, and the cross product of
-    /// the Z axes is at most `tolerance` long.
+    /// True where the origin of the plane is on the Z axis of the world with its own Z axis along
+    /// it, in either sense: x and y of its origin are below `tolerance` in size, and the cross
+    /// product of the Z axes is at most `tolerance` long.
     static bool suitable_for_turning(const giWorkplane3& plane, double tolerance);
 
     /// Transforms a workplane. A map that changes the hand keeps Y and Z as they are mapped and

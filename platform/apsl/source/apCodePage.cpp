@@ -26,16 +26,16 @@ void ap_set_thread_code_page(unsigned code_page) noexcept {
 
 std::wstring ap_decode(unsigned code_page, std::string_view bytes, int& status) {
     bool exact = true;
-    std::wstring wide =
-        code_page == ap_code_page_western ? western_to_wide(bytes) : utf8_to_wide(bytes, exact);
+    std::wstring wide = code_page == ap_code_page_western ? nmk_apsl::western_to_wide(bytes)
+                                                          : nmk_apsl::utf8_to_wide(bytes, exact);
     status = exact ? 1 : 0;
     return wide;
 }
 
 std::string ap_encode(unsigned code_page, std::wstring_view text, int& status) {
     bool exact = true;
-    std::string bytes = code_page == ap_code_page_western ? wide_to_western(text, exact)
-                                                          : wide_to_utf8(text, exact);
+    std::string bytes = code_page == ap_code_page_western ? nmk_apsl::wide_to_western(text, exact)
+                                                          : nmk_apsl::wide_to_utf8(text, exact);
     status = exact ? 1 : 0;
     return bytes;
 }

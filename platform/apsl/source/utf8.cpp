@@ -9,6 +9,7 @@
 
 #include "wide_characters.h"
 
+namespace nmk_apsl {
 namespace {
 
 using Byte = unsigned char;
@@ -249,3 +250,5 @@ std::string wide_to_utf8(std::wstring_view text, bool& exact) {
     }
     return bytes;
 }
+
+}  // namespace nmk_apsl

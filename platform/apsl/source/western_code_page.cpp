@@ -9,6 +9,7 @@
 
 #include "wide_characters.h"
 
+namespace nmk_apsl {
 namespace {
 
 /// The code page as two tables: the character of each byte, and the bytes by their characters.
@@ -88,3 +89,5 @@ std::string wide_to_western(std::wstring_view text, bool& exact) {
     }
     return bytes;
 }
+
+}  // namespace nmk_apsl

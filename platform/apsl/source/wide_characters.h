@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
+namespace nmk_apsl {
+
 constexpr char32_t replacement_character = 0xFFFD;
 constexpr char32_t last_character = 0x10FFFF;
 constexpr char32_t first_beyond_one_unit = 0x10000;
@@ -37,3 +39,5 @@ inline char32_t next_character(const wchar_t*& at, const wchar_t* end, bool& exa
     exact = false;
     return replacement_character;
 }
+
+}  // namespace nmk_apsl

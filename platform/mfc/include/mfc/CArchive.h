@@ -110,9 +110,9 @@ class CArchive {
     std::uint32_t ReadCount();
 
     /// Stores an object with its class, a reference to it where it was stored before, or null.
-    /// Objects are told apart by their address. Throws badSchema for a class that cannot be stored,
-    /// badClass where its name is not 1 to 255 printable ASCII characters, and generic for objects
-    /// nested deeper than max_nesting.
+    /// Objects are distinguished by their address. Throws badSchema for a class that cannot be
+    /// stored, badClass where its name is not 1 to 255 printable ASCII characters, and generic for
+    /// objects nested deeper than max_nesting.
     void WriteObject(const CObject* object);
 
     /// Loads an object, one that was loaded before, or null.
@@ -141,7 +141,7 @@ class CArchive {
     void MapObject(const CObject* object);
 
     /// The schema that was stored with the object being loaded, for its Serialize to ask once and
-    /// first. The next question, and any question outside ReadObject, is answered with -1.
+    /// first. The next question, and any question outside ReadObject, returns -1.
     unsigned int GetObjectSchema() noexcept;
     void SetObjectSchema(unsigned int schema) noexcept { m_object_schema = schema; }
 

@@ -1,6 +1,6 @@
-// answer_text: an answer as lines for a person, and as a JSON object for a program.
+// solution_text: the result of a problem as lines for a person, and as a JSON object for a program.
 
-#include "commands/solve/answer_text.h"
+#include "commands/solve/solution_text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -75,7 +75,7 @@ std::string solution_json(const Cells& names, const Solution& solution) {
 
 }  // namespace
 
-std::string answer_text(const Answer& answer, std::size_t line) {
+std::string solution_text(const Answer& answer, std::size_t line) {
     std::string text = line > 0 ? std::to_string(line) + ": " : std::string();
     text += answer.problem + ": " + count_text(answer.solutions.size()) + "\n";
     if (!answer.solutions.empty()) {
