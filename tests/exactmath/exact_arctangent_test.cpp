@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <ostream>
@@ -63,6 +64,24 @@ TEST(exact_atan2, is_rounded_right_at_and_beside_the_steps_of_its_table) {
             ASSERT_TRUE(is_rounded_right(std::nextafter(y * x, -4.0), x));
         }
     }
+}
+
+// Where it comes nearest to its bound: half a step from 0, and half a step from the step behind.
+TEST(exact_atan2, has_an_error_bound_of_its_quick_angle_that_holds_and_is_not_ten_times_too_wide) {
+    const unsigned seed = 1134;
+    std::mt19937_64 random(seed);
+    std::uniform_real_distribution<double> half_step(0.5, 0.51);
+    std::uniform_real_distribution<double> side(0.5, 1.0);
+    double largest = 0.0;
+    for (int i = 0; i < 20000; ++i) {
+        const double x = side(random);
+        const double y = x * half_step(random) / nmk_exact::arctangent_steps::steps_in_1;
+        const auto quick = nmk_exact::arctangent_steps::quick_angle(y, x);
+        const auto error = (Binary128(quick.part) - plain_arctangent::angle(y, x)) + quick.rest;
+        largest = std::max(largest, std::fabs(static_cast<double>(error / Binary128(quick.part))));
+    }
+    EXPECT_LT(largest, nmk_exact::arctangent_steps::quick_error) << "seed " << seed;
+    EXPECT_GT(largest, nmk_exact::arctangent_steps::quick_error / 10.0) << "seed " << seed;
 }
 
 // The angle is less than y / x by far less than a digit, which decides between two subnormals.

@@ -1,17 +1,17 @@
 #include <exactmath/exact_arctangent.h>
 
-#include <algorithm>
 #include <array>
-#include <bit>
 #include <cmath>
 #include <cstddef>
-#include <cstdint>
 #include <limits>
 
 #include "wide_power.h"
 
 namespace nmk_exact {
 namespace {
+
+using arctangent_steps::steps_in_1;
+using arctangent_steps::TableEntry;
 
 constexpr DoubleDouble one{1.0, 0.0};
 constexpr DoubleDouble zero{0.0, 0.0};
@@ -20,19 +20,8 @@ constexpr DoubleDouble pi{0x1.921fb54442d18p+1, 0x1.1a62633145c07p-53};
 constexpr double quarter_pi = half_pi.high / 2.0;
 constexpr double three_quarters_of_pi = 0x1.2d97c7f3321d2p+1;
 
-// Steps of the table from 0 to 1. A step has eight bits: its products with the halves of a double
-// are exact.
-constexpr int steps_in_1 = 128;
-
 // Within this distance from a step, 1 / 128, the series below are complete.
 constexpr int terms_of_wide_series = 9;
-
-// Relative error of quick_angle, with room to spare.
-constexpr double quick_error = 0x1p-66;
-
-// Outside these sizes an intermediate result of the quick way could lose digits or overflow.
-constexpr double least_quick = 0x1p-300;
-constexpr double greatest_quick = 0x1p300;
 
 // Sides that differ by more binary places than this are at right angles, or one is nothing.
 constexpr int places_apart = 70;
@@ -76,34 +65,8 @@ constexpr auto arctangents = [] {
 
 int nearest_step(double ratio) { return static_cast<int>(ratio * steps_in_1 + 0.5); }
 
-// The arctangent of y / x, for 0 <= y <= x, to about 66 bits.
-DoubleDouble quick_angle(double y, double x) {
-    // So large that a double has no digits behind those of a step.
-    constexpr double rounds_to_steps = 0x1.8p52 / steps_in_1;
-    const double shifted = y / x + rounds_to_steps;
-    const double step = shifted - rounds_to_steps;
-    const DoubleDouble& at_step =
-        arctangents[std::bit_cast<std::uint64_t>(shifted) & (2 * steps_in_1 - 1)];
-    // z = (y - step x) / (x + step y), the tangent of the angle beyond the step.
-    const DoubleDouble x_halves = split(x);
-    const DoubleDouble y_halves = split(y);
-    const DoubleDouble over = exact_sum(y, -step * x_halves.high);
-    const DoubleDouble above = exact_sum(over.high, -step * x_halves.low);
-    const DoubleDouble under = exact_sum(x, step * y_halves.high);
-    const DoubleDouble below = exact_sum(under.high, step * y_halves.low);
-    const double reciprocal = 1.0 / below.high;
-    const double quotient = above.high * reciprocal;
-    const DoubleDouble product = exact_product(quotient, below.high);
-    const double remainder = ((above.high - product.high) - product.low) +
-                             ((over.low + above.low) - quotient * (under.low + below.low));
-    const double square = quotient * quotient;
-    const double series = 1.0 / 3.0 - square * (1.0 / 5.0 - square * (1.0 / 7.0 - square / 9.0));
-    const double beyond_quotient = remainder * reciprocal - quotient * square * series;
-    const DoubleDouble sum = quick_sum(at_step.high, quotient);
-    return quick_sum(sum.high, sum.low + (at_step.low + beyond_quotient));
-}
-
-// The same to about 98 bits, also for sides of more digits than a double has.
+// The arctangent of y / x, for 0 <= y <= x, to about 98 bits, also for sides of more digits than a
+// double has.
 DoubleDouble wide_angle(DoubleDouble y, DoubleDouble x) {
     const int j = nearest_step(y.high / x.high);
     const DoubleDouble step{j / double{steps_in_1}, 0.0};
@@ -119,19 +82,6 @@ struct Octant {
     DoubleDouble angle(DoubleDouble first) const {
         if (is_steep) return points_left ? half_pi + first : half_pi - first;
         return points_left ? pi - first : first;
-    }
-
-    // The same without a branch, which could not be predicted, for a high part of at most pi / 4.
-    DoubleDouble quick_angle(DoubleDouble first) const {
-        struct Base {
-            DoubleDouble angle;
-            double sign;
-        };
-        static constexpr std::array<Base, 4> bases = {
-            {{zero, 1.0}, {half_pi, -1.0}, {pi, -1.0}, {half_pi, 1.0}}};
-        const Base& base = bases[(is_steep ? 1U : 0U) + (points_left ? 2U : 0U)];
-        const DoubleDouble sum = quick_sum(base.angle.high, base.sign * first.high);
-        return {sum.high, sum.low + (base.angle.low + base.sign * first.low)};
     }
 };
 
@@ -163,20 +113,6 @@ double angle_of_any_size(double y, double x, bool points_left) {
     return angle.high + angle.low;
 }
 
-double angle_of_sides(double y, double x, bool points_left) {
-    const Octant octant{y > x, points_left};
-    const double longer = std::max(y, x);
-    const double shorter = std::min(y, x);
-    if (shorter >= least_quick && longer <= greatest_quick) {
-        const DoubleDouble angle = octant.quick_angle(quick_angle(shorter, longer));
-        const double error = angle.high * quick_error;
-        const double least = angle.high + (angle.low - error);
-        const double most = angle.high + (angle.low + error);
-        if (least == most) return least;
-    }
-    return angle_of_any_size(y, x, points_left);
-}
-
 double angle_of_infinities(double y, double x) {
     if (std::isinf(y) && std::isinf(x)) return x > 0.0 ? quarter_pi : three_quarters_of_pi;
     if (std::isinf(y)) return half_pi.high;
@@ -196,9 +132,43 @@ DoubleDouble angle_in_quadrant(DoubleDouble y, DoubleDouble x) {
     return y.high > x.high ? half_pi - wide_angle(x, y) : wide_angle(y, x);
 }
 
+// The slope 1 / (1 + x^2) at a distance d from the step: its Taylor coefficients divided by those
+// of 1 + (step + d)^2 one after the other, each over the power that it has in the integral.
+constexpr TableEntry entry_of(int j) {
+    const double step = j / double{steps_in_1};
+    const DoubleDouble angle = arctangents[static_cast<std::size_t>(j)];
+    const double square = 1.0 + step * step;
+    const DoubleDouble slope = one / DoubleDouble{square, 0.0};
+    const double slope_head = split(slope.high).high;
+    TableEntry entry{angle.high, angle.low, slope_head, (slope.high - slope_head) + slope.low, {}};
+    double before_last = 0.0;
+    double last = slope.high;
+    for (std::size_t i = 0; i < entry.bends.size(); ++i) {
+        const double next = -(2.0 * step * last + before_last) / square;
+        entry.bends[i] = next / static_cast<double>(i + 2);
+        before_last = last;
+        last = next;
+    }
+    return entry;
+}
+
+constexpr auto entries_by_step = [] {
+    std::array<TableEntry, steps_in_1 + 1> all{};
+    for (int j = 0; j <= steps_in_1; ++j) all[static_cast<std::size_t>(j)] = entry_of(j);
+    return all;
+}();
+
 }  // namespace
 
-double exact_atan2(double y, double x) {
+const std::array<TableEntry, steps_in_1 + 1> arctangent_steps::table = entries_by_step;
+
+const std::array<arctangent_steps::OctantBase, 4> arctangent_steps::octants = {
+    {{0.0, 0.0, 1.0, 0.0},
+     {half_pi.high, half_pi.low, -1.0, 0x1p-90},
+     {pi.high, pi.low, -1.0, 0x1p-90},
+     {half_pi.high, half_pi.low, 1.0, 0x1p-90}}};
+
+double arctangent_steps::wide_atan2(double y, double x) {
     if (std::isnan(y) || std::isnan(x)) return std::numeric_limits<double>::quiet_NaN();
     const double height = std::fabs(y);
     const double width = std::fabs(x);
@@ -207,7 +177,7 @@ double exact_atan2(double y, double x) {
     if (width == 0.0) return std::copysign(half_pi.high, y);
     if (std::isinf(height) || std::isinf(width))
         return std::copysign(angle_of_infinities(height, x), y);
-    return std::copysign(angle_of_sides(height, width, points_left), y);
+    return std::copysign(angle_of_any_size(height, width, points_left), y);
 }
 
 double exact_acos(double x) {

@@ -16,7 +16,7 @@ namespace {
 constexpr double exp_overflows_above = 709.79;
 constexpr double exp_vanishes_below = -745.14;
 
-// From here down a result may be subnormal and is left to the wide way, which rounds it once.
+// From here down a result may be subnormal.
 constexpr double exp_is_subnormal_below = -708.0;
 
 // More than all errors of quick_exp for an exact argument, as a part of the result.
@@ -173,6 +173,25 @@ double wide_exp_rounded(DoubleDouble x) {
     return rounded(wide_exp(x));
 }
 
+// The same for a result that may be subnormal. Beside `rounds`, whose last digit is the last of the
+// subnormals, a sum has just the digits that they have, and is rounded once.
+template <class Wide>
+double certain_subnormal_or(const ScaledDoubleDouble& quick, double relative_error,
+                            const Wide& wide) {
+    constexpr int exponent_of_last_digit = -1074;
+    // Above, the sum could have a digit less.
+    constexpr int greatest_exponent = -1024;
+    if (quick.exponent > greatest_exponent) return wide();
+    const double last_digit =
+        std::bit_cast<double>(std::uint64_t(exponent_of_last_digit - quick.exponent + 1023) << 52);
+    const double rounds = 0x1.8p52 * last_digit;
+    const DoubleDouble sum = exact_sum(rounds, quick.value.high);
+    const double error = quick.value.high * relative_error + 0x1p-52 * last_digit;
+    const double least = sum.high + (sum.low + (quick.value.low - error));
+    const double most = sum.high + (sum.low + (quick.value.low + error));
+    return least == most ? std::ldexp(least - rounds, quick.exponent) : wide();
+}
+
 bool is_in_quick_range(double x) { return x < exp_overflows_above && x > exp_is_subnormal_below; }
 
 }  // namespace
@@ -180,7 +199,10 @@ bool is_in_quick_range(double x) { return x < exp_overflows_above && x > exp_is_
 double exact_exp(double x) {
     if (std::isnan(x)) return x;
     const auto wide = [x] { return wide_exp_rounded({x, 0.0}); };
-    return is_in_quick_range(x) ? certain_or(quick_exp(x, 0.0), quick_exp_error, wide) : wide();
+    if (is_in_quick_range(x)) return certain_or(quick_exp(x, 0.0), quick_exp_error, wide);
+    if (x <= exp_is_subnormal_below && x > exp_vanishes_below)
+        return certain_subnormal_or(quick_exp(x, 0.0), quick_exp_error, wide);
+    return wide();
 }
 
 double exact_pow(double base, double exponent) {
