@@ -43,7 +43,7 @@ int nmk_get_token(const utString& text, const utString& delimiters, int position
         --before;
     }
     before = before >= 1 ? before : -1;
-    const auto begin = static_cast<std::size_t>(before + 1);
+    const std::size_t begin = before >= 1 ? static_cast<std::size_t>(before) + 1 : 0;
     const std::size_t end = std::min(bytes.find_first_of(marks, begin), bytes.size());
     if (begin < end) {
         token = utString(bytes.substr(begin, end - begin));
@@ -52,7 +52,8 @@ int nmk_get_token(const utString& text, const utString& delimiters, int position
 }
 
 int nmk_alphanumeric_token(const utString& text, int position, utString& token) {
-    const utString source = text;  // `token` may be the text itself
+    // `token` may be the text itself.
+    const utString source = text;  // NOLINT(performance-unnecessary-copy-initialization)
     token = "";
     if (source.length() == 0 || position < 1) {
         return 0;
