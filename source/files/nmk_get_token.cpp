@@ -52,8 +52,7 @@ int nmk_get_token(const utString& text, const utString& delimiters, int position
 }
 
 int nmk_alphanumeric_token(const utString& text, int position, utString& token) {
-    // `token` may be the text itself.
-    const utString source = text;  // NOLINT(performance-unnecessary-copy-initialization)
+    const utString source = text;  // `token` may be the text itself
     token = "";
     if (source.length() == 0 || position < 1) {
         return 0;
