@@ -20,7 +20,7 @@ void require(bool holds) {
 
 std::string take_text(std::string_view& input) {
     const std::size_t end = std::min(input.find('\0'), input.size());
-    const std::string text(input.substr(0, end));
+    std::string text(input.substr(0, end));
     input.remove_prefix(std::min(end + 1, input.size()));
     return text;
 }

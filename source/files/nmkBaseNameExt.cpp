@@ -57,7 +57,7 @@ utString start_bytes(std::string_view name, std::wstring_view wide,
 }  // namespace
 
 utString nmkBaseName(const utString& path, const apIStringEncoding* encoding) {
-    const utString name = nmkBaseNameExt(path, encoding);
+    utString name = nmkBaseNameExt(path, encoding);
     int exact = 0;
     const apString wide = chosen(encoding).decode(name, exact);
     const std::size_t dot = wide.view().rfind(L'.');

@@ -43,7 +43,7 @@ int nmk_get_token(const utString& text, const utString& delimiters, int position
         --before;
     }
     before = before >= 1 ? before : -1;
-    const auto begin = static_cast<std::size_t>(before + 1);
+    const std::size_t begin = before >= 1 ? static_cast<std::size_t>(before) + 1 : 0;
     const std::size_t end = std::min(bytes.find_first_of(marks, begin), bytes.size());
     if (begin < end) {
         token = utString(bytes.substr(begin, end - begin));

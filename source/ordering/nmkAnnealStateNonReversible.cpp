@@ -11,7 +11,6 @@
 
 #include <utility>
 
-using nmk_ordering::BlockExchange;
 using nmk_ordering::cast_to_kind;
 using nmk_ordering::draw_index;
 

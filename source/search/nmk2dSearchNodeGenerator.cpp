@@ -41,8 +41,8 @@ void nmkAbs2dSearchNodeGenerator::expand_node(
 
 nmkAbs2dSearchNodeGenerator::~nmkAbs2dSearchNodeGenerator() = default;
 
-nmk2dSearchNodeGenerator::nmk2dSearchNodeGenerator(double in_x, double in_y)
-    : m_step_x(in_x), m_step_y(in_y) {}
+nmk2dSearchNodeGenerator::nmk2dSearchNodeGenerator(double step_x, double step_y)
+    : m_step_x(step_x), m_step_y(step_y) {}
 
 nmk2dSearchNodeGenerator::~nmk2dSearchNodeGenerator() = default;
 

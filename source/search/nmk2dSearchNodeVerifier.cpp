@@ -20,7 +20,7 @@ std::shared_ptr<const nmk_search::BlockedPoints> points_of_fixed(const NodeItera
 
 }  // namespace
 
-nmk2dSearchNodeVerifier::nmk2dSearchNodeVerifier(giBox2 box) : m_bounds(box) {}
+nmk2dSearchNodeVerifier::nmk2dSearchNodeVerifier(giBox2 bounds) : m_bounds(bounds) {}
 
 nmk2dSearchNodeVerifier::~nmk2dSearchNodeVerifier() = default;
 
@@ -34,10 +34,9 @@ bool nmk2dSearchNodeVerifier::is_in_bounds(const nmkSearchNode& node) const {
     return m_bounds.contains(static_cast<const nmk2dSearchNode&>(node).point()) != 0;
 }
 
-nmk2dSearchNodeVerifierBlocked::nmk2dSearchNodeVerifierBlocked(giBox2 box,
-                                                               NodeIterator blocked_nodes)
-    : nmk2dSearchNodeVerifier(box),
-      m_blocked(std::move(blocked_nodes)),
+nmk2dSearchNodeVerifierBlocked::nmk2dSearchNodeVerifierBlocked(giBox2 bounds, NodeIterator blocked)
+    : nmk2dSearchNodeVerifier(bounds),
+      m_blocked(std::move(blocked)),
       m_blocked_points(points_of_fixed(m_blocked)) {}
 
 nmk2dSearchNodeVerifierBlocked::~nmk2dSearchNodeVerifierBlocked() = default;

@@ -3,10 +3,10 @@
 
 #include <utility>
 
-nmkAStarSearchNode::nmkAStarSearchNode(std::shared_ptr<const nmkSearchNode> space_node,
-                                       std::shared_ptr<const nmkAStarSearchNode> reached_from,
+nmkAStarSearchNode::nmkAStarSearchNode(std::shared_ptr<const nmkSearchNode> node,
+                                       std::shared_ptr<const nmkAStarSearchNode> parent,
                                        const nmkSearchGoal& goal)
-    : m_node(std::move(space_node)), m_parent(std::move(reached_from)) {
+    : m_node(std::move(node)), m_parent(std::move(parent)) {
     nmkAStarSearchNode::calculate_h(goal);
     nmkAStarSearchNode::calculate_g();
 }

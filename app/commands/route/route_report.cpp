@@ -15,7 +15,7 @@ constexpr std::size_t line_width = 96;  // of the list of nodes
 
 std::string goal_text(const RouteReport& report) {
     const RouteRequest& request = report.request;
-    const std::string point = point_text(request.goal);
+    std::string point = point_text(request.goal);
     if (request.kind == GoalKind::point) {
         return point;
     }

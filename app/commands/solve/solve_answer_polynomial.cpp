@@ -57,7 +57,7 @@ std::string note_of(const std::vector<double>& coefficients, const Roots& roots)
 }
 
 std::string term_text(double coefficient, std::size_t power) {
-    const std::string variable = power == 0 ? "" : power == 1 ? "x" : "x^" + std::to_string(power);
+    std::string variable = power == 0 ? "" : power == 1 ? "x" : "x^" + std::to_string(power);
     if (coefficient == 1.0 && power > 0) {
         return variable;
     }

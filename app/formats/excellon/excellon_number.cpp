@@ -153,9 +153,9 @@ std::string excellon_number_text(std::int64_t value, const ExcellonFormat& forma
     if (format.zeros == KeptZeros::trailing) {
         return sign + std::to_string(size / step);
     }
-    std::string digits =
-        with_leading_zeros(size / step, format.whole_digits + format.decimal_digits);
-    if (digits.size() > static_cast<std::size_t>(format.whole_digits + format.decimal_digits)) {
+    const int width = format.whole_digits + format.decimal_digits;
+    std::string digits = with_leading_zeros(size / step, width);
+    if (digits.size() > static_cast<std::size_t>(width)) {
         return sign + point_text(size);
     }
     drop_trailing_zeros(digits, 1);

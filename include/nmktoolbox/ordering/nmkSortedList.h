@@ -29,11 +29,11 @@ class NMKTOOLBOX_EXPORT nmkSortedList : public nmkSortItemPrf {
     nmkSortedList(nmkSortItemPrfcoSortedList* claimed, const nmkSortItemPrf& representative);
 
     nmkSortItemPrfcoSortedList* operator->() const { return m_row.get(); }
-    nmkSortItemPrfcoSortedList& list() const { return *m_row.get(); }
+    nmkSortItemPrfcoSortedList& list() const { return *m_row; }
 
     /// The items of the row in order; none where the row was made without a list.
-    const_iterator begin() const { return m_row.get() ? m_row->begin() : const_iterator(); }
-    const_iterator end() const { return m_row.get() ? m_row->end() : const_iterator(); }
+    const_iterator begin() const { return m_row ? m_row->begin() : const_iterator(); }
+    const_iterator end() const { return m_row ? m_row->end() : const_iterator(); }
 
     /// A borrowing reference to the representative.
     nmkSortItemPrf sort_value() const;

@@ -76,7 +76,7 @@ class NMKTOOLBOX_EXPORT nmkAngleSolver {
     static int solve_angles4_quadratic(double d, double h, double k, double& cosine, double& sine);
     static int solve_angles4_quartic_iteratively(double c, double d, double h, double k,
                                                  double& cosine, double& sine);
-    static int quartic_laguer(double* const coefficients, double& x);
+    static int quartic_laguer(double* const a, double& x);
 
     /// The value, held to the range -1 to 1.
     static double clip_to_range(double value);

@@ -60,7 +60,8 @@ class NMKTOOLBOX_EXPORT nmkSolver {
     static int laguer(double* coefficients, int degree, double* roots, int& count, int* status);
 
     static int polished_cubic(double* coefficients, int polish, double* roots, int count);
-    static int quartic_with_bracket(double* coefficients, int polish, double* roots);
-    static int quartic_from_root(double* coefficients, int polish, double* roots, double root);
-    static int checked_quartic(double* coefficients, int polish, double* roots, int count);
+    // `a` holds the five coefficients of a quartic, ascending.
+    static int quartic_with_bracket(double* a, int polish, double* roots);
+    static int quartic_from_root(double* a, int polish, double* roots, double root);
+    static int checked_quartic(double* a, int polish, double* roots, int count);
 };

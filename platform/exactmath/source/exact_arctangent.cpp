@@ -63,6 +63,8 @@ constexpr auto arctangents = [] {
     return table;
 }();
 
+// `ratio` is positive, so that adding 0.5 and truncating rounds it.
+// NOLINTNEXTLINE(bugprone-incorrect-roundings)
 int nearest_step(double ratio) { return static_cast<int>(ratio * steps_in_1 + 0.5); }
 
 // The arctangent of y / x, for 0 <= y <= x, to about 98 bits, also for sides of more digits than a

@@ -111,6 +111,7 @@ constexpr auto log_table = [] {
         const double middle = (1.0 + (j + 0.5) / log_steps) * (j < log_wraps ? 1.0 : 0.5);
         // Around 1 the factor is 1, and the logarithm keeps all its digits.
         const bool is_next_to_1 = j == 0 || j == log_steps - 1;
+        // NOLINTNEXTLINE(bugprone-incorrect-roundings): is positive, and lround is not constexpr
         const int rounded_to_256ths = static_cast<int>(256.0 / middle + 0.5);
         const double factor = is_next_to_1 ? 1.0 : rounded_to_256ths / 256.0;
         const DoubleDouble log = log_of_reciprocal(factor);

@@ -15,8 +15,6 @@
 #include "child_process.h"
 #include "failure.h"
 
-extern char** environ;
-
 namespace {
 
 // Above this hInstApp means success, as it always did.
