@@ -17,6 +17,10 @@ constexpr int polish = 1;
 constexpr int lost_root = 2;   // a status of qarsol
 constexpr int too_uneven = 1;  // a status of cubsol
 
+// Compared with a coefficient divided by the leading one: above, the products of the closed form of
+// a cubic may overflow.
+constexpr double max_ratio_to_leading = 1e50;
+
 struct Roots {
     std::array<double, 4> values{};
     std::array<int, 4> status{};
@@ -42,6 +46,16 @@ bool all_zero(const std::vector<double>& coefficients) {
     return std::all_of(coefficients.begin(), coefficients.end(), [](double c) { return c == 0.0; });
 }
 
+/// Whether the library has left out a root that overflows: the number of real roots has the parity
+/// of the degree.
+bool has_lost_overflowed_roots(const std::vector<double>& coefficients, const Roots& roots) {
+    const auto degree = static_cast<int>(coefficients.size()) - 1;
+    const double limit = max_ratio_to_leading * std::abs(coefficients.back());
+    return degree >= 3 && limit > 0.0 && (degree - roots.count) % 2 != 0 &&
+           std::any_of(coefficients.begin(), coefficients.end(),
+                       [limit](double c) { return std::abs(c) > limit; });
+}
+
 std::string note_of(const std::vector<double>& coefficients, const Roots& roots) {
     if (all_zero(coefficients)) {
         return "all coefficients are zero; every x is a root, and none is listed";
@@ -52,6 +66,9 @@ std::string note_of(const std::vector<double>& coefficients, const Roots& roots)
     if (coefficients.size() == 5 && roots.count < 4 &&
         roots.status[static_cast<std::size_t>(roots.count)] == lost_root) {
         return "the leading coefficient is zero; one root is lost";
+    }
+    if (has_lost_overflowed_roots(coefficients, roots)) {
+        return "the coefficients differ too much in size; roots that overflow are left out";
     }
     return {};
 }
