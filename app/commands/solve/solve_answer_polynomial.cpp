@@ -120,12 +120,7 @@ Answer solve_polynomial(const std::vector<double>& coefficients) {
     answer.value_names = {"x"};
     answer.residual_names = {"residual"};
     answer.note = note_of(coefficients, roots);
-    // The closed forms overflow if the coefficients differ very much in size.
-    const auto end = std::remove_if(roots.values.begin(), roots.values.begin() + roots.count,
-                                    [](double x) { return !std::isfinite(x); });
-    if (end != roots.values.begin() + roots.count) {
-        answer.note = "the coefficients differ too much in size; roots that overflow are left out";
-    }
+    const auto end = roots.values.begin() + roots.count;
     std::sort(roots.values.begin(), end);
     for (auto x = roots.values.begin(); x != end; ++x) {
         answer.solutions.push_back({{*x}, {polynomial_value(coefficients, *x)}});
