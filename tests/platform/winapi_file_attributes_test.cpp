@@ -3,6 +3,7 @@
 #include <winapi/file_attributes.h>
 
 #include <cerrno>
+#include <thread>
 
 #include "platform/winapi_fixtures.h"
 
@@ -108,6 +109,13 @@ TEST(GetFileAttributesA, a_fault_can_be_injected) {
 
 TEST(GetFileAttributesA, last_errors_belong_to_their_thread) {
     SetLastError(7);
+    DWORD in_other_thread = 0;
+    std::thread([&in_other_thread] {
+        SetLastError(8);
+        in_other_thread = GetLastError();
+    }).join();
+    EXPECT_EQ(in_other_thread, 8u);
+    EXPECT_EQ(GetLastError(), 7u);
     EXPECT_EQ(in_a_child([] { return static_cast<int>(GetLastError()); }), 7);
     SetLastError(untouched);
     EXPECT_EQ(GetLastError(), untouched);
