@@ -3,6 +3,7 @@
 #include "files/staged_file.h"
 
 #include <fcntl.h>
+#include <filesystem/random_number.h>
 #include <pthread.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -10,9 +11,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <memory>
 #include <utility>
 
@@ -41,16 +42,14 @@ std::string target_of(const std::string& file_name) {
     return found ? std::string(found.get()) : file_name;
 }
 
-/// Gives the new file the owner of the one it replaces, if the process may, and returns the mode
-/// for it: that of the replaced file, or the one that the process gives new files.
-mode_t take_over(int descriptor, const struct stat* replaced) {
-    if (replaced != nullptr) {
-        const bool same_owner = ::fchown(descriptor, replaced->st_uid, replaced->st_gid) == 0;
-        return replaced->st_mode & (same_owner ? 07777U : 0777U);
-    }
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    return 0666U & ~mask;
+constexpr mode_t new_file_mode = 0666;  // less the umask
+constexpr mode_t private_mode = 0600;   // until the mode of the replaced file is set
+
+/// Gives the new file the owner of the one it replaces, if the process may, and its mode. Returns
+/// an errno, or 0.
+int take_over(nmk_filesystem::SafeFile& file, const struct stat& replaced) {
+    const bool same_owner = file.set_owner(replaced.st_uid, replaced.st_gid) == 0;
+    return file.set_mode(replaced.st_mode & (same_owner ? 07777U : 0777U));
 }
 
 /// Returns the problem, or "".
@@ -67,37 +66,6 @@ std::string write_to_device(const std::string& name, std::string_view text) {
         result = problem("cannot be written");
     }
     return result;
-}
-
-/// Fills the open file, flushes and closes it; returns the problem, or "".
-std::string fill(int descriptor, std::string_view text, mode_t mode) {
-    std::string result;
-    struct stat written {};
-    if (!write_all(descriptor, text) || ::fchmod(descriptor, mode) != 0 ||
-        ::fsync(descriptor) != 0 || ::fstat(descriptor, &written) != 0) {
-        result = problem("cannot be written");
-    } else if (written.st_size != static_cast<off_t>(text.size())) {
-        result = "cannot be written: the file is shorter than its text";
-    }
-    if (::close(descriptor) != 0 && result.empty()) {
-        result = problem("cannot be written");
-    }
-    return result;
-}
-
-std::string directory_of(const std::string& name) {
-    const std::string directory = std::filesystem::path(name).parent_path().string();
-    return directory.empty() ? "." : directory;
-}
-
-/// Flushes the names in a directory to the disk; an error is ignored, since not every file system
-/// can.
-void flush_directory(const std::string& directory) {
-    const int descriptor = ::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor >= 0) {
-        ::fsync(descriptor);
-        ::close(descriptor);
-    }
 }
 
 }  // namespace
@@ -139,15 +107,21 @@ nmk_text::Result<StagedFile> StagedFile::stage(const std::string& file_name,
     if (file.m_replaces_file && ::access(file.m_target.c_str(), W_OK) != 0) {
         return failed(problem("cannot be written"));
     }
-    std::string temporary = directory_of(file.m_target) + "/.nmk-XXXXXX";
-    const int descriptor = ::mkostemp(temporary.data(), O_CLOEXEC);
-    if (descriptor < 0) {
+    file.m_temporary = std::make_unique<nmk_filesystem::SafeFile>();
+    nmk_filesystem::SafeFile& temporary = *file.m_temporary;
+    errno = temporary.create(file.m_target, file.m_replaces_file ? private_mode : new_file_mode);
+    if (errno != 0) {
         return failed(problem("no file can be created in its directory"));
     }
-    file.m_temporary = temporary;
-    const mode_t mode = take_over(descriptor, file.m_replaces_file ? &facts : nullptr);
-    if (std::string message = fill(descriptor, text, mode); !message.empty()) {
-        return failed(std::move(message));
+    errno = file.m_replaces_file ? take_over(temporary, facts) : 0;
+    if (errno == 0) {
+        errno = temporary.write(text);
+    }
+    if (errno == 0) {
+        errno = temporary.flush();
+    }
+    if (errno != 0) {
+        return failed(problem("cannot be written"));
     }
     return file;
 }
@@ -155,7 +129,7 @@ nmk_text::Result<StagedFile> StagedFile::stage(const std::string& file_name,
 StagedFile::StagedFile(StagedFile&& other) noexcept
     : m_file_name(std::move(other.m_file_name)),
       m_target(std::move(other.m_target)),
-      m_temporary(std::exchange(other.m_temporary, {})),
+      m_temporary(std::move(other.m_temporary)),
       m_replaced(std::exchange(other.m_replaced, {})),
       m_text(other.m_text),
       m_is_device(other.m_is_device),
@@ -163,17 +137,19 @@ StagedFile::StagedFile(StagedFile&& other) noexcept
       m_is_in_place(std::exchange(other.m_is_in_place, false)) {}
 
 StagedFile::~StagedFile() {
-    for (const std::string* name : {&m_temporary, &m_replaced}) {
-        if (!name->empty()) {
-            ::unlink(name->c_str());
-        }
+    if (!m_replaced.empty()) {
+        ::unlink(m_replaced.c_str());
     }
 }
 
 /// Gives the file that will be replaced a second name. On a file system without hard links the file
 /// is renamed, and its own name is free for a moment.
 bool StagedFile::keep_replaced() {
-    std::string name = m_temporary + ".old";
+    std::uint64_t random = 0;
+    if (!nmk_filesystem::random_number(random)) {
+        return false;
+    }
+    std::string name = m_target + ".nmk-" + std::to_string(random);
     if (::link(m_target.c_str(), name.c_str()) == 0 ||
         ::rename(m_target.c_str(), name.c_str()) == 0) {
         m_replaced = std::move(name);
@@ -188,15 +164,18 @@ nmk_text::Result<void> StagedFile::put_in_place() {
         return message.empty() ? nmk_text::Result<void>()
                                : nmk_text::Error{m_file_name, 0, std::move(message)};
     }
-    if ((m_replaces_file && !keep_replaced()) ||
-        ::rename(m_temporary.c_str(), m_target.c_str()) != 0) {
+    int error_number = m_replaces_file && !keep_replaced() ? errno : 0;
+    if (error_number == 0) {
+        error_number = m_temporary->commit(nmk_filesystem::SafeFile::Existing::replaced);
+    }
+    if (error_number != 0) {
+        errno = error_number;
         nmk_text::Error error{m_file_name, 0, problem("cannot be renamed from its temporary file")};
         take_back();
         return error;
     }
-    m_temporary.clear();
     m_is_in_place = true;
-    flush_directory(directory_of(m_target));
+    m_temporary->flush_directory();
     return {};
 }
 

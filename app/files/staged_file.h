@@ -1,12 +1,15 @@
 // staged_file.h: a file that is complete before it gets its name, and can be taken back.
 //
-// The text goes to a temporary file of an unguessable name beside the target and is flushed to the
-// disk; put_in_place then renames it. The file that it replaces keeps a second, temporary name
+// The text goes to a nmk_filesystem::SafeFile beside the target and is flushed to the disk;
+// put_in_place then renames it. The file that it replaces keeps a second, temporary name
 // until the StagedFile is destroyed, so that take_back can restore it. If anything fails, the
 // target is unchanged and no temporary file is left.
 #pragma once
 
+#include <filesystem/safe_file.h>
+
 #include <csignal>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -54,9 +57,9 @@ class StagedFile {
     StagedFile() = default;
     bool keep_replaced();
 
-    std::string m_file_name;  // as the caller gave it, for messages
-    std::string m_target;     // symlinks resolved
-    std::string m_temporary;  // empty: none
+    std::string m_file_name;                                // as the caller gave it, for messages
+    std::string m_target;                                   // symlinks resolved
+    std::unique_ptr<nmk_filesystem::SafeFile> m_temporary;  // null: none
     std::string m_replaced;   // the second name of the replaced file; empty: none
     std::string_view m_text;  // borrowed
     bool m_is_device = false;

@@ -15,7 +15,7 @@ std::string trimmed(const std::string& text) {
     return first == text.npos ? std::string() : text.substr(first, last - first + 1);
 }
 
-/// The cells of a row of a table in Markdown; none where the line is no row.
+/// The cells of a row of a table in Markdown; empty if the line is not a row.
 std::vector<std::string> cells_of(const std::string& line) {
     std::vector<std::string> cells;
     if (!line.starts_with('|')) return cells;

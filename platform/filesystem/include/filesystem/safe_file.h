@@ -65,6 +65,9 @@ class SafeFile {
     /// Gives the file another owner and group, which may take the privileges of root.
     int set_owner(uid_t owner, gid_t group);
 
+    /// Writes the file to the disk now, so that `commit` has only to check and rename it.
+    int flush();
+
     /// Writes the files to the disk together, which is far quicker than one by one. A failure is
     /// not reported here but by the `commit` of the file concerned.
     static void flush_together(std::span<SafeFile* const> files);
@@ -83,7 +86,6 @@ class SafeFile {
   private:
     int create_temporary(mode_t mode);
     int lock_temporary();
-    int flush();
     int check_size() const;
     bool is_still_named() const;
 
