@@ -144,7 +144,8 @@ TEST_F(levels_command, refuses_wrong_arguments_with_one_line) {
     nmk_shell::expect_refused(levels({"--find"}), "--find needs a value");
     nmk_shell::expect_refused(levels({"--frob"}), "unknown option \"--frob\"; see nmk help levels");
     nmk_shell::expect_refused(levels({"--finder=x"}), "unknown option");
-    nmk_shell::expect_refused(levels({"sorter", "itemsorter"}), "at most one NAME");
+    nmk_shell::expect_refused(levels({"sorter", "itemsorter"}),
+                              "expected one NAME; found \"sorter\" and \"itemsorter\"");
     nmk_shell::expect_refused(levels({"sorter", "--find", "x"}),
                               "cannot be combined with --find or --state");
     nmk_shell::expect_refused(levels({"--two\nlines"}), "unknown option");
@@ -155,7 +156,7 @@ TEST_F(levels_command, reports_an_output_that_cannot_be_written) {
     std::ostringstream out;
     std::ostringstream err;
     out.setstate(std::ios::badbit);
-    EXPECT_EQ(nmk_levels::run_levels({}, out, err), 2);
+    EXPECT_EQ(nmk_shell::run_tool(nmk_shell::tool_commands, {"levels"}, out, err), 2);
     EXPECT_TRUE(contains(err.str(), "cannot be written"));
 }
 
@@ -176,7 +177,7 @@ TEST_F(level_option, sets_each_setting) {
 
 TEST_F(level_option, reports_a_setting_that_the_level_does_not_have) {
     EXPECT_FALSE(apply("itemsorter=preview"));
-    EXPECT_EQ(error, "--level itemsorter=preview: level itemsorter has no preview setting");
+    EXPECT_EQ(error, "level itemsorter has no preview setting");
     EXPECT_EQ(nmkVersion::get_from_manager("itemsorter").get_level(), 1);
 }
 
@@ -197,7 +198,7 @@ TEST_F(level_option, refuses_a_missing_name_setting_or_equals_sign) {
 
 TEST_F(level_option, lists_similar_names_for_an_unknown_one) {
     EXPECT_FALSE(apply("ItemSorter=previous"));
-    EXPECT_EQ(error, "--level: unknown level 'ItemSorter'; did you mean itemsorter or sorter?");
+    EXPECT_EQ(error, "unknown level 'ItemSorter'; did you mean itemsorter or sorter?");
     EXPECT_FALSE(apply(std::string("itemsorter\0x=previous", 21)));
     EXPECT_EQ(lines(error), 0);
 }
