@@ -112,15 +112,16 @@ TEST(run_tool, an_argument_after_two_dashes_is_not_a_request_for_help) {
 }
 
 TEST(run_tool, standard_output_that_cannot_be_written_is_reported_in_one_line) {
+    const std::string samples = NMK_SOURCE_DIR "/samples/";
     for (const std::vector<std::string>& words :
          {std::vector<std::string>{"help"},
           {"order", "--help"},
           {"--version"},
           {"solve", "normal", "1"},
-          {"solve", "--csv", NMK_SOURCE_DIR "/samples/problems.csv"},
+          {"solve", "--csv", samples + "problems.csv"},
           {"levels", "--json"},
-          {"order", NMK_SOURCE_DIR "/samples/holes.csv", "--type", "x"},
-          {"route", NMK_SOURCE_DIR "/samples/clamps.csv", "--start", "0,5", "--goal", "8,8"}}) {
+          {"order", samples + "holes.csv", "--type", "x"},
+          {"route", samples + "clamps.csv", "--start", "0,5", "--goal", "8,8"}}) {
         std::ostringstream out;
         std::ostringstream err;
         out.setstate(std::ios::badbit);

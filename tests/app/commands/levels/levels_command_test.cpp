@@ -16,7 +16,7 @@ namespace {
 
 using nmk_shell::Printed;
 
-nmk_shell::Printed levels(std::vector<std::string> arguments) {
+Printed levels(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "levels");
     return nmk_shell::run(arguments);
 }
@@ -47,7 +47,7 @@ class level_option : public levels_command {
 }  // namespace
 
 TEST_F(levels_command, lists_every_level_on_a_line_of_its_own) {
-    const nmk_shell::Printed answer = levels({});
+    const Printed answer = levels({});
     EXPECT_EQ(answer.code, 0);
     EXPECT_EQ(lines(answer.out), 198);  // a heading, 196 levels, their number
     EXPECT_TRUE(contains(answer.out, "\n196 levels\n"));
@@ -56,21 +56,21 @@ TEST_F(levels_command, lists_every_level_on_a_line_of_its_own) {
 }
 
 TEST_F(levels_command, finds_by_name_and_by_description_whatever_the_case) {
-    const nmk_shell::Printed by_name = levels({"--find", "ITEMSORTER"});
+    const Printed by_name = levels({"--find", "ITEMSORTER"});
     EXPECT_EQ(lines(by_name.out), 3);
     EXPECT_TRUE(contains(by_name.out, "\nitemsorter "));
-    const nmk_shell::Printed by_description = levels({"--find=point ordering"});
+    const Printed by_description = levels({"--find=point ordering"});
     EXPECT_EQ(by_description.out, by_name.out);
 }
 
 TEST_F(levels_command, an_empty_selection_is_not_an_error) {
-    const nmk_shell::Printed answer = levels({"--find", "no such words"});
+    const Printed answer = levels({"--find", "no such words"});
     EXPECT_EQ(answer.code, 0);
     EXPECT_TRUE(contains(answer.out, "\n0 levels\n"));
 }
 
 TEST_F(levels_command, filters_by_state) {
-    const nmk_shell::Printed answer = levels({"--state", "unavailable"});
+    const Printed answer = levels({"--state", "unavailable"});
     EXPECT_TRUE(contains(answer.out, "\n5 levels\n")) << answer.out;
     EXPECT_TRUE(contains(answer.out, "\ncutfile "));
     EXPECT_TRUE(contains(levels({"--state", "previous"}).out, "\n0 levels\n"));
@@ -79,13 +79,13 @@ TEST_F(levels_command, filters_by_state) {
 }
 
 TEST_F(levels_command, combines_both_filters) {
-    const nmk_shell::Printed answer = levels({"--find", "sort", "--state", "unavailable"});
+    const Printed answer = levels({"--find", "sort", "--state", "unavailable"});
     EXPECT_TRUE(contains(answer.out, "\n1 level\n")) << answer.out;
     EXPECT_TRUE(contains(answer.out, "\ncylinder_sort "));
 }
 
 TEST_F(levels_command, shows_one_level) {
-    const nmk_shell::Printed answer = levels({"itemsorter"});
+    const Printed answer = levels({"itemsorter"});
     EXPECT_EQ(answer.code, 0);
     EXPECT_EQ(answer.out,
               "name           itemsorter\n"
@@ -100,7 +100,7 @@ TEST_F(levels_command, shows_one_level) {
 }
 
 TEST_F(levels_command, shows_one_level_for_programs) {
-    const nmk_shell::Printed answer = levels({"--json", "stitch_smoothing"});
+    const Printed answer = levels({"--json", "stitch_smoothing"});
     EXPECT_EQ(answer.out,
               "{\"levels\": [\n"
               "  {\"name\": \"stitch_smoothing\", \"state\": \"default\", \"level\": 2, "
@@ -112,12 +112,12 @@ TEST_F(levels_command, shows_one_level_for_programs) {
 }
 
 TEST_F(levels_command, a_setting_that_does_not_exist_is_null_for_programs) {
-    const nmk_shell::Printed answer = levels({"SafetyNetTolerance", "--json"});
+    const Printed answer = levels({"SafetyNetTolerance", "--json"});
     EXPECT_TRUE(contains(answer.out, "\"previous\": null, \"default\": 0, \"preview\": 1"));
 }
 
 TEST_F(levels_command, shows_the_state_after_level_is_applied) {
-    const nmk_shell::Printed answer = levels({"--level", "itemsorter=previous", "itemsorter"});
+    const Printed answer = levels({"--level", "itemsorter=previous", "itemsorter"});
     EXPECT_EQ(answer.code, 0);
     EXPECT_TRUE(contains(answer.out, "state          previous\nlevel          0\n"));
 }
@@ -125,7 +125,7 @@ TEST_F(levels_command, shows_the_state_after_level_is_applied) {
 TEST_F(levels_command, quiet_prints_only_json) {
     for (const std::vector<std::string>& words :
          {std::vector<std::string>{"--quiet"}, {"itemsorter", "--quiet"}}) {
-        const nmk_shell::Printed answer = levels(words);
+        const Printed answer = levels(words);
         EXPECT_EQ(answer.code, 0);
         EXPECT_EQ(answer.out, "");
         EXPECT_EQ(answer.err, "");
