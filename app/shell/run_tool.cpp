@@ -50,7 +50,7 @@ int run_command(const ToolCommands& commands, const std::string& name, const Arg
         return print(out, err, command_help(command.table));
     }
     if (has_argument(words, {"--version", "-V"})) {
-        return print(out, err, tool_version());
+        return print(out, err, "nmk " + tool_version() + "\n");
     }
     if (const nmk_text::Result<void> read = read_arguments(command.table, words); !read) {
         return refuse(err, "nmk " + name + ": " + read.error().message);
@@ -62,10 +62,10 @@ int run_command(const ToolCommands& commands, const std::string& name, const Arg
 int run_without_command(const ToolCommands& commands, const Arguments& arguments, std::ostream& out,
                         std::ostream& err) {
     if (arguments.empty() || has_argument(arguments, {"--help", "-h"})) {
-        return print(out, err, commands.help());
+        return print(out, err, general_help(commands.tool_table(), commands.terms()));
     }
     if (has_argument(arguments, {"--version", "-V"})) {
-        return print(out, err, tool_version());
+        return print(out, err, "nmk " + tool_version() + "\n");
     }
     const nmk_text::Result<void> read = read_arguments(commands.tool_table(), arguments);
     return refuse(

@@ -1,4 +1,4 @@
-// tool_commands: all commands of the tool: those that main.cpp lists, and help.
+// tool_commands: all commands of the tool: those that main.cpp lists, and its own.
 
 #include "shell/tool_commands.h"
 
@@ -6,7 +6,7 @@
 
 #include "shell/command_result.h"
 #include "shell/common_options.h"
-#include "shell/help_text.h"
+#include "shell/own_commands.h"
 
 namespace nmk_shell {
 
@@ -19,30 +19,9 @@ struct OwnCommand {
     Run (*declare)(const ToolCommands& commands, OptionTable& table);
 };
 
-Run declare_help(const ToolCommands& commands, OptionTable& table) {
-    const auto name = std::make_shared<std::string>();
-    table.keep(name);
-    const std::vector<std::string> names = commands.names();
-    Argument& command = table.positional(
-        "COMMAND",
-        [name, names](const std::string& word) {
-            *name = word;
-            const bool is_known = std::find(names.begin(), names.end(), word) != names.end();
-            return is_known ? Problem() : unknown_choice(word, names);
-        },
-        "print the help of this command; without it, the list of commands");
-    for (const std::string& each : names) {
-        command.choices.push_back({each, {}});
-    }
-    table.example("nmk help order");
-    return [&commands, name](std::ostream& out, std::ostream& err) {
-        out << (name->empty() ? commands.help() : command_help(commands.declare(*name).table));
-        return finish(out, err, "the text");
-    };
-}
-
 constexpr OwnCommand own_commands[] = {
     {"help", "print the help of a command", declare_help},
+    {"completion", "print a script that completes command lines", declare_completion},
 };
 
 }  // namespace
@@ -81,7 +60,7 @@ DeclaredCommand ToolCommands::declare(const std::string& name) const {
     return {std::move(table), std::move(run)};
 }
 
-std::string ToolCommands::help() const {
+std::vector<HelpTerm> ToolCommands::terms() const {
     std::vector<HelpTerm> terms;
     for (const Command& command : m_commands) {
         terms.push_back({std::string(command.name), std::string(command.summary)});
@@ -89,12 +68,7 @@ std::string ToolCommands::help() const {
     for (const OwnCommand& command : own_commands) {
         terms.push_back({std::string(command.name), std::string(command.summary)});
     }
-    OptionTable table = tool_table();
-    const DeclaredCommand first = declare(names().front());
-    for (const std::string& example : first.table.examples()) {
-        table.example(example);
-    }
-    return general_help(table, terms);
+    return terms;
 }
 
 OptionTable ToolCommands::tool_table() const {
@@ -102,9 +76,13 @@ OptionTable ToolCommands::tool_table() const {
     table.exit_code(no_result, "no result");
     table.remark("nmk help COMMAND prints the options of a command and an example.");
     declare_common_options(table);
+    const DeclaredCommand first = declare(names().front());
+    for (const std::string& example : first.table.examples()) {
+        table.example(example);
+    }
     return table;
 }
 
-std::string tool_version() { return "nmk " NMK_APP_VERSION "\n"; }
+std::string tool_version() { return NMK_APP_VERSION; }
 
 }  // namespace nmk_shell

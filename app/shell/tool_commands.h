@@ -1,4 +1,4 @@
-// tool_commands.h: all commands of the tool: those that main.cpp lists, and help.
+// tool_commands.h: all commands of the tool: those that main.cpp lists, and its own.
 #pragma once
 
 #include <span>
@@ -29,17 +29,17 @@ class ToolCommands {
     /// The command of a name that the tool has.
     DeclaredCommand declare(const std::string& name) const;
 
-    /// The general help.
-    std::string help() const;
+    /// All names with their summaries, in the same order.
+    std::vector<HelpTerm> terms() const;
 
-    /// The options that are accepted without a command.
+    /// The options that are accepted without a command, and the texts of the general help.
     OptionTable tool_table() const;
 
   private:
     std::span<const Command> m_commands;
 };
 
-/// "nmk 0.1.0", with a line feed.
+/// "0.1.0"
 std::string tool_version();
 
 }  // namespace nmk_shell

@@ -15,6 +15,7 @@ namespace nmk_order {
 
 namespace {
 
+using nmk_shell::Argument;
 using nmk_shell::Problem;
 
 constexpr nmk_shell::Choice<nmk_job::JobUnits> units[] = {{"mm", nmk_job::JobUnits::millimetres},
@@ -76,16 +77,16 @@ void declare_files(nmk_shell::OptionTable& table, OrderOptions& options) {
         .completes = nmk_shell::Completes::files;
     table.output_file("--svg", options.svg_file, "a drawing of before and after, side by side");
     table.output_file("--html", options.html_file, "a page with the drawing and the figures");
-    table.option(
+    Argument& channel = table.option(
         "--debug", "CHANNEL",
         [&](const std::string& value) {
             Problem problem;
             read_debug_channel(value, options.debug_channel, problem);
             return problem;
         },
-        "draw a debug channel of the library: nmkPointSorter (the points before and "
-        "after) or nmkAnnealStateNonReversible (one-way lines); CHANNEL=LEVEL sets its "
-        "level");
+        "draw a debug channel of the library; CHANNEL=LEVEL sets its level");
+    channel.choices = {{"nmkPointSorter", "the points before and after"},
+                       {"nmkAnnealStateNonReversible", "one-way lines"}};
     table.output_file("--debug-svg", options.debug_svg_file,
                       "the drawing of the debug channel; needs --debug");
 }
