@@ -24,7 +24,7 @@ struct AxisTick {
 inline constexpr const char* axis_number_style = "font-size=\"14\" fill=\"#6b7785\"";
 
 /// The round numbers in a range, ascending, about so many; at least `min_step` apart. Their texts
-/// have as many decimals as are needed to tell them apart.
+/// have as many decimals as are needed for them to differ.
 std::vector<AxisTick> axis_ticks(const PlotRange& range, double about, double min_step = 0.0);
 
 }  // namespace nmk_draw

@@ -18,11 +18,8 @@ constexpr double radius_share = 0.25;    // of the distance between holes, for a
 
 constexpr std::size_t max_circles = 10'000;       // above, holes are dots without a rim
 constexpr std::size_t max_dashed_moves = 20'000;  // above, lines are thin and not dashed
-constexpr std::size_t max_moves = 20'000;         // in one panel
-constexpr std::size_t max_cuts = 40'000;          // in one panel
+constexpr std::size_t max_items = 40'000;         // and moves, in one panel
 constexpr std::size_t max_paths = 4096;           // of travel, in one panel
-
-std::size_t rounded_up(std::size_t count, std::size_t most) { return (count + most - 1) / most; }
 
 double spacing_of(const nmk_job::MachiningJob& job, const PartView& view) {
     std::vector<nmk_draw::SvgPoint> points;
@@ -37,8 +34,13 @@ double travel_width(std::size_t moves) {
     return moves > max_dashed_moves ? 0.5 : moves > 3000 ? 0.8 : moves > 800 ? 1.2 : 1.7;
 }
 
-std::string counted(std::size_t every) {
-    return "every " + std::to_string(every) + (every == 2 ? "nd" : every == 3 ? "rd" : "th");
+std::string ordinal(std::size_t number) {
+    const std::size_t last = number % 10;
+    const bool is_teen = number / 10 % 10 == 1;
+    return std::to_string(number) + (is_teen || last > 3 || last == 0 ? "th"
+                                     : last == 1                      ? "st"
+                                     : last == 2                      ? "nd"
+                                                                      : "rd");
 }
 
 }  // namespace
@@ -59,8 +61,7 @@ DrawingPlan drawing_plan(const nmk_job::MachiningJob& job, const OrderedJob& ord
     DrawingPlan plan;
     plan.tools.tools = job.tools.size();
     plan.across_tools = across_tools;
-    plan.every_cut = std::max<std::size_t>(rounded_up(items, max_cuts), 1);
-    plan.every_move = std::max<std::size_t>(rounded_up(items, max_moves), 1);
+    plan.every_item = std::max<std::size_t>((items + max_items - 1) / max_items, 1);
     plan.colour_steps = std::clamp<std::size_t>(
         max_paths / std::max<std::size_t>(ordered.runs.size(), 1), 1, plan.colour_steps);
     plan.max_dot_radius =
@@ -73,13 +74,12 @@ DrawingPlan drawing_plan(const nmk_job::MachiningJob& job, const OrderedJob& ord
 }
 
 std::string omission_note(const DrawingPlan& plan) {
-    if (plan.every_move == 1) {
+    if (plan.every_item == 1) {
         return "";
     }
-    const std::string cuts =
-        plan.every_cut > 1 ? counted(plan.every_cut) + " hole or slot and " : "";
-    return "Too many items to draw them all: only " + cuts + counted(plan.every_move) +
-           " move is drawn";
+    const std::string every = "every " + ordinal(plan.every_item);
+    return "Too many items to draw them all: " + every + " of them and " + every +
+           " move are drawn";
 }
 
 }  // namespace nmk_order

@@ -28,8 +28,7 @@ struct ToolGroups {
 struct DrawingPlan {
     ToolGroups tools;
     bool across_tools = false;      // the travel belongs to no tool
-    std::size_t every_cut = 1;      // 2 if every second cut is drawn
-    std::size_t every_move = 1;     // likewise
+    std::size_t every_item = 1;     // 2 if every second item and move is drawn
     std::size_t colour_steps = 64;  // of the travel of one tool
     double max_dot_radius = 2.5;    // pixels; of a hole that is larger than to scale
     double travel_width = 1.7;      // pixels
@@ -37,7 +36,7 @@ struct DrawingPlan {
     bool is_dashed = true;          // the travel
     int decimals = 2;
 
-    /// Labels and marks in full size; not for more tools than one can tell apart.
+    /// Labels and marks in full size; not for more tools than can be distinguished.
     bool has_labels() const { return !tools.has_rest(); }
 
     /// Half the width of a cut in pixels.

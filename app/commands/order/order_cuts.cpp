@@ -88,7 +88,7 @@ template <class Draw>
 void each_cut(const PartView& view, const DrawingPlan& plan, const nmk_job::MachiningJob& job,
               std::span<const nmk_job::JobCut> cuts, Draw draw) {
     for (const nmk_job::JobCut& cut : cuts) {
-        if (cut.item % plan.every_cut == 0) {
+        if (cut.item % plan.every_item == 0) {
             const nmk_job::JobItem& item = job.items[cut.item];
             draw(item, plan.cut_radius(job.tools[item.tool], view.scale));
         }

@@ -166,8 +166,8 @@ void draw_small_marks(nmk_draw::SvgDocument& svg, const DrawingPlan& plan,
             }
         }
         svg.open_group(plan.travel_attribute(group));
-        svg.path(path, style + " fill=\"none\" stroke-width=\"" +
-                           nmk_text::short_number(size, 1) + "\"");
+        svg.path(path,
+                 style + " fill=\"none\" stroke-width=\"" + nmk_text::short_number(size, 1) + "\"");
         svg.close_group();
         begin = i;
     }

@@ -82,7 +82,7 @@ void draw_moves(nmk_draw::SvgDocument& svg, const TravelRuns& runs) {
     for (std::size_t r = 0; r < runs.runs.size(); ++r) {
         const std::span<const nmk_job::JobCut> cuts = runs.runs[r].of(runs.order);
         for (std::size_t i = 1; i < cuts.size(); ++i, ++number) {
-            if (number % runs.plan.every_move == 0) {
+            if (number % runs.plan.every_item == 0) {
                 paths.add(runs.exit_at(cuts[i - 1]), runs.entry_at(cuts[i]), runs.group_of(r),
                           colour_step(i - 1, cuts.size() - 1, runs.plan.colour_steps));
             }

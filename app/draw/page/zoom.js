@@ -6,6 +6,7 @@
 (() => {
     "use strict";
     const largestZoom = 200;
+    const largestMark = 1.5;  // times its size in the drawing
     const panels = [...document.querySelectorAll("svg.panel")];
     if (panels.length === 0) {
         return;
@@ -16,10 +17,10 @@
 
     const limited = (value, low, high) => Math.min(Math.max(value, low), high);
 
-    /** Marks and labels grow with a small drawing up to their own size, and no further. */
+    /** Marks and labels keep their size, but on a small drawing they shrink with it in part. */
     const scaleMarks = (svg, width) => {
         const pixels = svg.clientWidth > 0 ? svg.clientWidth / width : 1;
-        svg.style.setProperty("--mark-scale", String(Math.min(1, 1 / pixels)));
+        svg.style.setProperty("--mark-scale", String(Math.min(largestMark, 1 / pixels)));
     };
 
     const show = () => {
