@@ -15,12 +15,14 @@ namespace nmk_route {
 
 namespace {
 
-// Kinds of cells by colour: 0 free, 1 blocked, then the closed ones from first to last.
+// Kinds of cells by colour; the closed ones from first to last.
+constexpr std::uint8_t free_kind = 0;
 constexpr std::size_t blocked_kind = 1;
 constexpr std::size_t first_closed_kind = 2;
 constexpr std::size_t shades = 40;
 constexpr std::size_t kinds = first_closed_kind + shades;
 
+constexpr int max_drawn_cells = 270'000;     // 512 by 512 and some more
 constexpr double min_cell_with_lines = 7.0;  // pixels; grid lines would hide smaller cells
 
 std::vector<std::uint8_t> cell_kinds(const RouteReport& report) {
@@ -44,22 +46,29 @@ std::vector<std::uint8_t> cell_kinds(const RouteReport& report) {
     return cells;
 }
 
-/// One path for each kind: its runs of cells, row by row, as rectangles in units of cells.
+/// One path for each kind: its runs of cells, row by row, as rectangles in units of cells. Of cells
+/// smaller than a pixel one in `every` columns and rows is drawn, so many times as large.
 std::array<std::string, kinds> run_paths(const GridView& view,
-                                         const std::vector<std::uint8_t>& cells) {
+                                         const std::vector<std::uint8_t>& cells, int every) {
     std::array<std::string, kinds> paths;
-    for (int row = 0; row < view.rows; ++row) {
+    for (int row = 0; row < view.rows; row += every) {
         const std::uint8_t* const in_row =
             cells.data() + static_cast<std::ptrdiff_t>(row) * view.columns;
-        const std::string y = std::to_string(view.drawn_row(row));
+        const int height = std::min(every, view.rows - row);
+        const std::string y =
+            std::to_string(view.drawn_row(view.downwards ? row : row + height - 1));
+        const std::string h = std::to_string(height);
         for (int from = 0; from < view.columns;) {
-            int to = from + 1;
+            int to = from + every;
             while (to < view.columns && in_row[to] == in_row[from]) {
-                ++to;
+                to += every;
             }
+            to = std::min(to, view.columns);
             const std::string length = std::to_string(to - from);
-            paths[in_row[from]] +=
-                "M" + std::to_string(from) + " " + y + "h" + length + "v1h-" + length + "z";
+            if (in_row[from] != free_kind) {
+                paths[in_row[from]] += "M" + std::to_string(from) + " " + y + "h" + length + "v" +
+                                       h + "h-" + length + "z";
+            }
             from = to;
         }
     }
@@ -94,9 +103,23 @@ void draw_grid_lines(nmk_draw::SvgDocument& svg, const GridView& view) {
 
 }  // namespace
 
+int every_cell(const GridView& view) {
+    const auto drawn = [&](int every) {
+        const int columns = (view.columns + every - 1) / every;
+        const int rows = (view.rows + every - 1) / every;
+        return columns * rows;  // at most max_cells of a plane, which an int holds
+    };
+    int every = 1;
+    while (drawn(every) > max_drawn_cells) {
+        ++every;
+    }
+    return every;
+}
+
 void draw_cells(nmk_draw::SvgDocument& svg, const GridView& view, const RouteReport& report) {
     const auto number = [](double value) { return nmk_text::short_number(value, 6); };
-    const std::array<std::string, kinds> paths = run_paths(view, cell_kinds(report));
+    const std::array<std::string, kinds> paths =
+        run_paths(view, cell_kinds(report), every_cell(view));
     const auto draw_kind = [&](std::size_t kind) {
         if (!paths[kind].empty()) {
             svg.raw("<path d=\"" + paths[kind] + "\" fill=\"" + colour_of(kind) + "\"/>\n");

@@ -11,6 +11,9 @@ namespace nmk_route {
 /// large enough.
 void draw_cells(nmk_draw::SvgDocument& svg, const GridView& view, const RouteReport& report);
 
+/// 3 if only one in three columns and rows of cells is drawn: there are more than can be seen.
+int every_cell(const GridView& view);
+
 inline constexpr const char* blocked_colour = "#46505c";
 
 }  // namespace nmk_route

@@ -89,6 +89,14 @@ void add_route_entries(nmk_draw::LegendEntries& entries, const RouteReport& repo
 
 }  // namespace
 
+std::string omission_note(const GridView& view) {
+    const int every = every_cell(view);
+    const std::string number = std::to_string(every);
+    return every == 1 ? ""
+                      : "Too many cells to draw them all: one in " + number +
+                            " columns and one in " + number + " rows are drawn.";
+}
+
 nmk_draw::LegendEntries route_legend(const GridView& view, const RouteReport& report) {
     nmk_draw::LegendEntries entries = cell_entries(report);
     entries.push_back({"start", 12, [](SvgDocument& svg, SvgPoint at) {

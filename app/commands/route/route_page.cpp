@@ -41,6 +41,8 @@ std::string route_page(const RouteReport& report) {
     std::string content = nmk_draw::html_toolbar({}, "step");
     content += nmk_draw::html_panels({{plane_summary(report), "", panel_element(view, report)}});
     content += nmk_draw::legend_list(route_legend(view, report));
+    const std::string omission = omission_note(view);
+    content += omission.empty() ? "" : "<p>" + nmk_text::xml_text(omission) + "</p>\n";
     content += nmk_draw::html_table(figure_table(report));
     for (const std::string& note : report.notes) {
         content += "<p>" + nmk_text::xml_text(note) + ".</p>\n";

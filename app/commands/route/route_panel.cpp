@@ -20,11 +20,23 @@ using nmk_draw::SvgPoint;
 
 constexpr double mark_size = 6.0;
 
+/// True if the step to node i has the direction of the step before it.
+bool is_straight_on(const std::vector<nmk_lattice::GridCell>& nodes, std::size_t i) {
+    return i >= 2 &&
+           nodes[i].column - nodes[i - 1].column == nodes[i - 1].column - nodes[i - 2].column &&
+           nodes[i].row - nodes[i - 1].row == nodes[i - 1].row - nodes[i - 2].row;
+}
+
+/// One line for all steps in one direction.
 std::vector<SvgPoint> route_pairs(const GridView& view, const RouteReport& report) {
     const std::vector<nmk_lattice::GridCell>& nodes = report.route.nodes;
     std::vector<SvgPoint> pairs;
     for (std::size_t i = 1; i < nodes.size(); ++i) {
-        pairs.insert(pairs.end(), {view.middle(nodes[i - 1]), view.middle(nodes[i])});
+        if (is_straight_on(nodes, i)) {
+            pairs.back() = view.middle(nodes[i]);
+        } else {
+            pairs.insert(pairs.end(), {view.middle(nodes[i - 1]), view.middle(nodes[i])});
+        }
     }
     return pairs;
 }

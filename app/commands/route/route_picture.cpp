@@ -67,7 +67,12 @@ std::string route_picture(const RouteReport& report) {
     draw_heading(svg, column, report);
     draw_panel(svg, view, report);
     const double top = heading_height + view.height() + numbers_height + 12.0;
-    const double bottom = nmk_draw::draw_legend(svg, column, top, route_legend(view, report));
+    double bottom = nmk_draw::draw_legend(svg, column, top, route_legend(view, report));
+    const std::string note = omission_note(view);
+    if (!note.empty()) {
+        svg.text({column.left, bottom + 17.0}, note, nmk_draw::legend_text);
+        bottom += 27.0;
+    }
     return svg.str(column.right + margin, bottom + margin / 2,
                    nmk_files::base_name(report.options.file_name) + ": " + route_summary(report));
 }

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <random>
 #include <set>
 
 #include "app/browser/browser.h"
@@ -132,6 +133,43 @@ TEST(route_picture, names_the_movement_of_a_goal_that_has_moved) {
                                 .picture;
     EXPECT_NE(svg.find(">movement of the goal<"), std::string::npos);
     EXPECT_NE(svg.find(">goal at first<"), std::string::npos);
+}
+
+/// A map whose cells are blocked at random, but for the corners.
+std::string random_map(int side) {
+    std::mt19937 random(20261122);
+    const std::string size = std::to_string(side);
+    std::string text = "type octile\nheight " + size + "\nwidth " + size + "\nmap\n";
+    for (int row = 0; row < side; ++row) {
+        std::string line(static_cast<std::size_t>(side), '.');
+        for (char& cell : line) cell = random() % 10 < 3 ? '@' : '.';
+        line.front() = line.back() = '.';
+        text += line + "\n";
+    }
+    return text;
+}
+
+TEST(route_picture, of_a_large_map_stays_below_five_megabytes_and_says_what_is_left_out) {
+    const ScratchDirectory folder;
+    const Drawn large =
+        drawn({folder.file("m.map", random_map(1200)), "--start", "0,0", "--goal", "0,300"});
+    for (const std::string& file : {large.picture, large.page}) {
+        EXPECT_LT(file.size(), 5'000'000U);
+        EXPECT_NE(file.find("one in 3 columns and one in 3 rows are drawn."), std::string::npos);
+    }
+    const Drawn small =
+        drawn({folder.file("s.map", random_map(60)), "--start", "0,0", "--goal", "0,30"});
+    EXPECT_EQ(small.picture.find("are drawn"), std::string::npos);
+}
+
+TEST(route_picture, draws_straight_steps_as_one_line) {
+    const ScratchDirectory folder;
+    const std::string name =
+        folder.file("m.map", "type octile\nheight 3\nwidth 6\nmap\n......\n@@@@..\n......\n");
+    const std::string svg = drawn({name, "--start", "0,0", "--goal", "0,2"}).picture;
+    const std::string route = drawn_elements(svg, "path", "route").front().value("d");
+    EXPECT_EQ(std::count(route.begin(), route.end(), 'M'), 1) << route;
+    EXPECT_EQ(std::count(route.begin(), route.end(), 'L'), 3) << route;  // east, south, west
 }
 
 TEST(route_picture, long_names_are_cut_with_an_ellipsis) {
