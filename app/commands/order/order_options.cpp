@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "commands/order/sort_type_names.h"
+#include "formats/job/job_length.h"
 #include "formats/job_files/job_format.h"
 #include "shell/command_result.h"
 #include "shell/output_names.h"
@@ -119,12 +120,13 @@ void declare_order_options(nmk_shell::OptionTable& table, OrderOptions& options)
 }
 
 OrderRequest order_request(const OrderOptions& options, nmk_job::JobUnits file_units) {
-    const double mm = nmk_job::mm_of(options.units.value_or(file_units));
+    const nmk_job::JobUnits units = options.units.value_or(file_units);
+    const auto mm = [&](double length) { return nmk_job::millimetres_of(length, units); };
     OrderRequest request;
     request.type = options.type;
     request.across_tools = options.across_tools;
-    request.start = giPoint3(options.start[0] * mm, options.start[1] * mm, options.start[2] * mm);
-    request.tolerance = options.tolerance ? *options.tolerance * mm : default_tolerance;
+    request.start = giPoint3(mm(options.start[0]), mm(options.start[1]), mm(options.start[2]));
+    request.tolerance = options.tolerance ? mm(*options.tolerance) : default_tolerance;
     return request;
 }
 
