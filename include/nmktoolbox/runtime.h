@@ -3,7 +3,9 @@
 
 #include <nmktoolbox/runtime/dbgLevel_angleassert_nmkutils.h>  // whether angle solutions are checked
 #include <nmktoolbox/runtime/ncmTimer.h>                       // a stopwatch
+#include <nmktoolbox/runtime/nmkCExceptTrans.h>                // faults as exceptions
 #include <nmktoolbox/runtime/nmkClipboardAbs.h>                // services of the host
+#include <nmktoolbox/runtime/nmkCtrlBreakTask.h>               // the progress dialog as a task
 #include <nmktoolbox/runtime/nmkDialogIndir.h>
 #include <nmktoolbox/runtime/nmkIterTools.h>
 #include <nmktoolbox/runtime/nmkProductInfoAbs.h>

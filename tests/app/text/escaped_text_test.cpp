@@ -1,4 +1,4 @@
-// escaped_text, number_format, label_places, colour_scale: text from outside is escaped, numbers
+// escaped_text, number_format, label_places: text from outside is escaped, numbers
 // and labels are readable.
 
 #include "text/escaped_text.h"
@@ -9,7 +9,6 @@
 
 #include "app/text/plain_syntax.h"
 #include "comma_locale.h"
-#include "draw/colour_scale.h"
 #include "draw/label_places.h"
 #include "text/number_format.h"
 
@@ -112,15 +111,6 @@ TEST(label_places, moves_a_label_inside_the_bounds) {
     EXPECT_FALSE(places.place({{98, 48}}, 10, 10, box));  // taken
     EXPECT_FALSE(places.place({{50, 20}}, 101, 10, box));
     EXPECT_FALSE(places.place({{50, 20}}, 10, 51, box));
-}
-
-TEST(colour_scale, runs_from_blue_to_crimson_and_stays_inside) {
-    EXPECT_EQ(nmk_draw::order_colour(0.0), "#2646be");
-    EXPECT_EQ(nmk_draw::order_colour(1.0), "#c41446");
-    EXPECT_EQ(nmk_draw::order_colour(-1.0), nmk_draw::order_colour(0.0));
-    EXPECT_EQ(nmk_draw::order_colour(7.0), nmk_draw::order_colour(1.0));
-    EXPECT_EQ(nmk_draw::tool_colour(9), nmk_draw::tool_colour(1));
-    EXPECT_NE(nmk_draw::tool_colour(0), nmk_draw::tool_colour(1));
 }
 
 }  // namespace
