@@ -1,6 +1,8 @@
 // trifile.h: triangle models, read, joined, marked, bounded and written.
 #pragma once
 
+#include <nmktoolbox/trifile/TriangleFileFlue.h>
+#include <nmktoolbox/trifile/TriangleFileTTR.h>
 #include <nmktoolbox/trifile/nmkAppendTri.h>
 #include <nmktoolbox/trifile/nmkGiTriBlockColour.h>
 #include <nmktoolbox/trifile/nmkGiTriData.h>
