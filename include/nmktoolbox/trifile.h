@@ -7,6 +7,8 @@
 #include <nmktoolbox/trifile/nmkGiTriBlockColour.h>
 #include <nmktoolbox/trifile/nmkGiTriData.h>
 #include <nmktoolbox/trifile/nmkGiTriDataTypes.h>
+#include <nmktoolbox/trifile/nmkNMTFileMaker.h>
 #include <nmktoolbox/trifile/nmkNodeUnduplicator.h>
 #include <nmktoolbox/trifile/nmkTriBlockParThicknessOverride.h>
 #include <nmktoolbox/trifile/nmkTriBoundary.h>
+#include <nmktoolbox/trifile/nmkTriFileNMT.h>
