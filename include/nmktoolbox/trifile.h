@@ -9,6 +9,7 @@
 #include <nmktoolbox/trifile/nmkGiTriDataTypes.h>
 #include <nmktoolbox/trifile/nmkNMTFileMaker.h>
 #include <nmktoolbox/trifile/nmkNodeUnduplicator.h>
+#include <nmktoolbox/trifile/nmkSTLFileWrite.h>
 #include <nmktoolbox/trifile/nmkTriBlockParThicknessOverride.h>
 #include <nmktoolbox/trifile/nmkTriBoundary.h>
 #include <nmktoolbox/trifile/nmkTriFileNMT.h>
