@@ -13,3 +13,4 @@
 #include <nmktoolbox/trifile/nmkTriBlockParThicknessOverride.h>
 #include <nmktoolbox/trifile/nmkTriBoundary.h>
 #include <nmktoolbox/trifile/nmkTriFileNMT.h>
+#include <nmktoolbox/trifile/nmkTriFileReader.h>
