@@ -26,6 +26,11 @@ foreach(target IN LISTS platform_targets ITEMS nmktoolbox)
     target_compile_options(${target} INTERFACE
         $<INSTALL_INTERFACE:$<$<COMPILE_LANG_AND_ID:CXX,GNU,Clang,AppleClang>:-ffp-contract=off>>)
 endforeach()
+# A consumer's own functions are left by faults as well.
+if(NMKTOOLBOX_TRANSLATE_FAULTS)
+    target_compile_options(nmktoolbox INTERFACE
+        $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fnon-call-exceptions>)
+endif()
 install(TARGETS ${platform_targets} EXPORT nmkplatform-targets)
 install(TARGETS nmktoolbox EXPORT nmktoolbox-targets)
 
@@ -41,6 +46,15 @@ if(NMKTOOLBOX_BUILD_APP)
     file(RELATIVE_PATH from_tool_to_libraries /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
     set_target_properties(nmk PROPERTIES INSTALL_RPATH "$ORIGIN/${from_tool_to_libraries}")
     install(TARGETS nmk)
+    # Debian's shells look in these directories.
+    set(documents ${PROJECT_BINARY_DIR}/app/documents)
+    install(DIRECTORY ${documents}/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
+            FILES_MATCHING PATTERN "*.1")
+    install(FILES ${documents}/nmk.bash
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME nmk)
+    install(FILES ${documents}/_nmk DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
+    install(FILES ${documents}/nmk.fish
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 endif()
 
 # find_package(nmktoolbox CONFIG)
@@ -57,6 +71,9 @@ install(FILES ${PROJECT_BINARY_DIR}/nmktoolbox-config.cmake
 
 # pkg-config nmktoolbox
 file(RELATIVE_PATH from_pkgconfig_to_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+if(NMKTOOLBOX_TRANSLATE_FAULTS AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    set(pkgconfig_faults " -fnon-call-exceptions")
+endif()
 configure_file(${PROJECT_SOURCE_DIR}/cmake/nmktoolbox.pc.in
                ${PROJECT_BINARY_DIR}/nmktoolbox.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/nmktoolbox.pc

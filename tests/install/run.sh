@@ -54,6 +54,25 @@ if has_fused "$(find "$scratch/consumer" -name 'distance.cpp.o')"; then
     exit 1
 fi
 
+echo "--- a fault of a consumer's own code is thrown"
+if [ -z "$("$compiler" --version | grep -i clang)" ]; then
+    # shellcheck disable=SC2046  # a list of options
+    compile_fault() {
+        "$compiler" -std=c++20 -O2 "$project/tests/install/fault.cpp" -o "$scratch/fault" \
+            $(pkg-config --cflags --libs nmktoolbox) "-Wl,-rpath,$libraries" "$@"
+    }
+    compile_fault -fno-non-call-exceptions
+    if (ulimit -c 0; "$scratch/fault") >/dev/null 2>&1; then
+        echo "fault.cpp is translated without the option; the check shows nothing" >&2
+        exit 1
+    fi
+    compile_fault
+    "$scratch/fault" | diff -u "$project/tests/install/fault.expected" -
+    cmake -S "$project/tests/install" -B "$scratch/consumer" -DCMAKE_CXX_FLAGS=-O2 >/dev/null
+    cmake --build "$scratch/consumer" --target fault
+    "$scratch/consumer/fault" | diff -u "$project/tests/install/fault.expected" -
+fi
+
 echo "--- the tool, from where it was moved to"
 if readelf -d "$prefix"/bin/nmk "$libraries"/*.so | grep -F "$build"; then
     echo "the installed tree remembers the build folder" >&2
@@ -61,11 +80,30 @@ if readelf -d "$prefix"/bin/nmk "$libraries"/*.so | grep -F "$build"; then
 fi
 "$prefix/bin/nmk" --version
 
+echo "--- manual pages and completion"
+pages=(nmk)
+for folder in "$project"/app/commands/*/; do pages+=("nmk-$(basename "$folder")"); done
+for page in "${pages[@]}"; do
+    command=${page#nmk}
+    # shellcheck disable=SC2086  # none for the general page
+    "$prefix/bin/nmk" help ${command#-} --man | cmp - "$prefix/share/man/man1/$page.1"
+    if command -v groff >/dev/null; then
+        [ -z "$(groff -man -ww -z "$prefix/share/man/man1/$page.1" 2>&1)" ] ||
+            { echo "groff warns about $page.1" >&2; exit 1; }
+    else
+        echo "groff is not installed: $page.1 is not formatted"
+    fi
+done
+bash -c "source '$prefix/share/bash-completion/completions/nmk'; complete -p nmk"
+"$prefix/bin/nmk" completion zsh | cmp - "$prefix/share/zsh/vendor-completions/_nmk"
+"$prefix/bin/nmk" completion fish | cmp - "$prefix/share/fish/vendor_completions.d/nmk.fish"
+
 echo "--- the Debian package"
 (cd "$scratch" && cpack --config "$build/CPackConfig.cmake" -B "$scratch/package" >"$scratch/log" 2>&1) ||
     { cat "$scratch/log"; exit 1; }
 dpkg-deb --contents "$scratch"/package/*.deb >"$scratch/contents"
 for file in usr/bin/nmk usr/include/nmktoolbox.h nmktoolbox-config.cmake nmktoolbox.pc \
-    libnmktoolbox.so; do
+    libnmktoolbox.so "${pages[@]/%/.1}" usr/share/bash-completion/completions/nmk \
+    usr/share/zsh/vendor-completions/_nmk usr/share/fish/vendor_completions.d/nmk.fish; do
     grep -q "/$file" "$scratch/contents" || { echo "the package lacks $file" >&2; exit 1; }
 done
