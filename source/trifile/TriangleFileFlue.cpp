@@ -1,5 +1,5 @@
 #include <geometry/giTriBlock.h>
-#include <nls/nls_scan_number.h>
+#include <nls/scan_number.h>
 #include <nmktoolbox/files/nmktrim.h>
 #include <nmktoolbox/trifile/TriangleFileFlue.h>
 #include <nmktoolbox/trifile/nmkGiTriData.h>
@@ -259,14 +259,14 @@ bool TriangleFileFlue::scan(double* values, int count) const {
     const char* at = m_line;
     const char* const end = at + std::strlen(m_line);
     return std::all_of(values, values + count,
-                       [&](double& value) { return nls_scan_number(at, end, value); });
+                       [&](double& value) { return nmk_nls::scan_number(at, end, value); });
 }
 
 bool TriangleFileFlue::scan(int* values, int count) const {
     const char* at = m_line;
     const char* const end = at + std::strlen(m_line);
     return std::all_of(values, values + count,
-                       [&](int& value) { return nls_scan_number(at, end, value); });
+                       [&](int& value) { return nmk_nls::scan_number(at, end, value); });
 }
 
 int TriangleFileFlue::count_item() {

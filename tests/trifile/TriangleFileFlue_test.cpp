@@ -137,7 +137,7 @@ INSTANTIATE_TEST_SUITE_P(
                    with_line(Block(), counts_line, "0 0 2147483647 1"), 3},
         StatusCase{"a_huge_count_of_triangles_ends_with_the_file",
                    with_line(Block(), counts_line, "0 0 3 2147483647"), 1},
-        StatusCase{"huge_counts_of_both_are_no_overflow",
+        StatusCase{"huge_counts_of_both_do_not_overflow",
                    with_line(Block(), counts_line, "0 0 2147483647 2147483647"), 3},
         StatusCase{"a_node_line_that_does_not_parse_is_3",
                    with_line(Block(), first_node_line, "0 zero 0"), 3},

@@ -6,8 +6,8 @@
 #include <ostream>
 #include <string>
 
-#include "sample_clipboard.h"
 #include "scratch_directory.h"
+#include "trifile/sample_clipboard.h"
 
 namespace {
 

@@ -48,12 +48,16 @@ class CountingFile : public nmkNMTFile {
     int fail_writes = 0;
 };
 
-// Takes facets without keeping them.
-class DroppingFile : public CountingFile {
-  public:
-    std::size_t write(const void*, std::size_t size, std::size_t count) override {
-        return size * count;
-    }
+// The count of facets, which nobody writes one by one up to its limit. An explicit instantiation
+// may name private members; it hands this one on through a friend function.
+struct FacetsWritten {
+    using Type = std::int32_t nmkSTLFileWrite::*;
+    friend Type member_of(FacetsWritten);
+};
+
+template <class Tag, typename Tag::Type member>
+struct Opened {
+    friend typename Tag::Type member_of(Tag) { return member; }
 };
 
 constexpr double origin[] = {0, 0, 0};
@@ -80,6 +84,8 @@ giVector3 normal_in(const std::string& bytes) {
 }
 
 const std::string default_text = "STL file written by BrackMILL";
+
+template struct Opened<FacetsWritten, &nmkSTLFileWrite::m_facets_written>;
 
 }  // namespace
 
@@ -328,13 +334,22 @@ TEST(nmkSTLFileWrite, a_block_ends_at_the_first_failure) {
 }
 
 TEST(nmkSTLFileWrite, a_facet_that_would_pass_the_largest_position_fails) {
-    DroppingFile file;
+    class DroppingFile : public CountingFile {
+      public:
+        std::size_t write(const void*, std::size_t size, std::size_t count) override {
+            at += size * count;
+            return size * count;
+        }
+    } file;
     nmkSTLFileWrite writer(&file);
     constexpr int room = (INT_MAX - 84) / 50;
-    for (int i = 0; i < room; ++i) {
-        if (write_any_facet(writer) != 0) FAIL() << "facet " << i;
-    }
+    writer.*member_of(FacetsWritten()) = room - 1;
+    EXPECT_EQ(write_any_facet(writer), 0);
+    EXPECT_EQ(file.at, 84U + 50U * room);
     EXPECT_EQ(write_any_facet(writer), 1);
     EXPECT_EQ(file.errors, 1);
+    EXPECT_EQ(file.at, 84U + 50U * room);
+    writer.*member_of(FacetsWritten()) = INT_MAX;
+    EXPECT_EQ(write_any_facet(writer), 1);
     EXPECT_EQ(writer.write_end(), 0);
 }

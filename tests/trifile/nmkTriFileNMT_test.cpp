@@ -10,7 +10,7 @@
 #include "model_samples.h"
 #include "trifile/nmt_samples.h"
 #include "trifile/percent_recorder.h"
-#include "unit_switch.h"
+#include "trifile/unit_switch.h"
 
 using model_samples::MemoryFile;
 using nmt_samples::Block;

@@ -14,11 +14,11 @@
 #include "comma_locale.h"
 #include "model_samples.h"
 #include "real_inputs.h"
-#include "sample_clipboard.h"
 #include "scratch_directory.h"
 #include "trifile/flue_samples.h"
 #include "trifile/nmt_samples.h"
-#include "unit_switch.h"
+#include "trifile/sample_clipboard.h"
+#include "trifile/unit_switch.h"
 
 namespace {
 
