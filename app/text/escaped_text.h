@@ -15,11 +15,12 @@ std::string xml_text(std::string_view text);
 /// A JSON string with its quotes.
 std::string json_text(std::string_view text);
 
-/// One line for a person: control characters become '?'.
+/// One line for a person: control characters, line ends and characters that change the direction of
+/// the text become '?'.
 std::string line_text(std::string_view text);
 
-/// The text in quotation marks for a message: bytes that are not printable ASCII as \xNN, long
-/// texts cut short.
+/// The text in quotation marks for a message: the bytes of control characters, of characters that
+/// change the direction of the text and of what is not UTF-8 as \xNN, long texts cut short.
 std::string quoted(std::string_view text);
 
 }  // namespace nmk_text

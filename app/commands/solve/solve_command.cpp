@@ -78,14 +78,14 @@ int solve_one(const SolveOptions& options, std::ostream& out, std::ostream& err)
     return nmk_shell::finish(out, err, "the answers", written);
 }
 
+int run_solve(const SolveOptions& options, std::ostream& out, std::ostream& err) {
+    return options.csv_file.empty() ? solve_one(options, out, err) : solve_table(options, out, err);
+}
+
 }  // namespace
 
-int run_solve(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
-    return nmk_shell::run_with(read_solve_options(arguments), "solve", err,
-                               [&](const SolveOptions& options) {
-                                   return options.csv_file.empty() ? solve_one(options, out, err)
-                                                                   : solve_table(options, out, err);
-                               });
+nmk_shell::Run declare_solve(nmk_shell::OptionTable& table) {
+    return nmk_shell::declare_command<SolveOptions>(table, declare_solve_options, run_solve);
 }
 
 }  // namespace nmk_solve

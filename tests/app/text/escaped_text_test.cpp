@@ -32,6 +32,31 @@ TEST(escaped_text, json_escapes_quotes_backslashes_and_controls) {
 
 TEST(escaped_text, a_line_stays_one_line) { EXPECT_EQ(line_text("a\r\nb\x1B[2J"), "a??b?[2J"); }
 
+TEST(escaped_text, a_line_has_no_characters_that_a_terminal_acts_upon) {
+    EXPECT_EQ(line_text("caf\xC3\xA9 \xC2\x9B"
+                        "31m"),
+              "caf\xC3\xA9 ?31m");
+    EXPECT_EQ(line_text("a\xE2\x80\xAE"
+                        "b\xE2\x80\xA8\xEF\xBB\xBF\x7F"),
+              "a?b???");
+}
+
+TEST(escaped_text, a_quotation_shows_letters_and_no_control_characters) {
+    EXPECT_EQ(nmk_text::quoted("caf\xC3\xA9 \xE6\xBC\xA2"), "\"caf\xC3\xA9 \xE6\xBC\xA2\"");
+    EXPECT_EQ(nmk_text::quoted("\x1B[2J\x7F\n"), "\"\\x1b[2J\\x7f\\x0a\"");
+    EXPECT_EQ(nmk_text::quoted("\xC2\x85\xC2\xA0"), "\"\\xc2\\x85\xC2\xA0\"");
+    EXPECT_EQ(nmk_text::quoted("\xE2\x80\x8A\xE2\x80\x8B\xE2\x80\xAE\xE2\x80\xAF"),
+              "\"\xE2\x80\x8A\\xe2\\x80\\x8b\\xe2\\x80\\xae\xE2\x80\xAF\"");
+    EXPECT_EQ(nmk_text::quoted("\xFF\xC3"), "\"\\xff\\xc3\"");
+}
+
+TEST(escaped_text, a_quotation_is_cut_between_characters) {
+    EXPECT_EQ(nmk_text::quoted(std::string(40, 'a')), "\"" + std::string(40, 'a') + "\"");
+    EXPECT_EQ(nmk_text::quoted(std::string(41, 'a')), "\"" + std::string(40, 'a') + "\"...");
+    EXPECT_EQ(nmk_text::quoted(std::string(39, 'a') + "\xC3\xA9z"),
+              "\"" + std::string(39, 'a') + "\"...");
+}
+
 TEST(escaped_text, bytes_that_are_not_utf8_are_replaced) {
     for (const std::string bad : {"\xFF", "\xC0\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80",
                                   "\xE2\x82", "\x80", "\xF0\x80\x80\x80"}) {

@@ -134,7 +134,7 @@ class Xml {
                 text[length] == '-' || text[length] == ':')) {
             ++length;
         }
-        const std::string result(text.substr(0, length));
+        std::string result(text.substr(0, length));
         text.remove_prefix(length);
         return result;
     }

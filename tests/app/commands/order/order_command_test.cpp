@@ -13,6 +13,7 @@
 
 #include "app/shell/command_runner.h"
 #include "app/text/plain_syntax.h"
+#include "commands/order/order_options.h"
 #include "formats/job_files/read_job.h"
 #include "real_inputs.h"
 #include "scratch_directory.h"
@@ -280,9 +281,9 @@ TEST_F(order_command, bad_input_is_refused_with_one_line_and_writes_no_file) {
 }
 
 TEST_F(order_command, refuses_a_missing_name_and_an_unknown_type) {
-    nmk_shell::expect_refused(nmk_shell::run({"order"}), "expected the name of a file");
+    nmk_shell::expect_refused(nmk_shell::run({"order"}), "expected FILE");
     nmk_shell::expect_refused(nmk_shell::run({"order", cover_plate, "--type", "cylinder"}),
-                              "is unknown; expected none, shortest");
+                              "--type \"cylinder\": expected none, shortest");
 }
 
 TEST_F(order_command, the_level_of_the_sorter_chooses_the_older_method) {
@@ -308,8 +309,10 @@ TEST_F(order_command, a_stop_still_writes_every_item_and_is_reported) {
     StopAtOnce stop;
     std::ostringstream out;
     std::ostringstream err;
-    EXPECT_EQ(run_order({cover_plate, "--type", "closest", "-o", file("o.drl")}, out, err, &stop),
-              0);
+    const auto options = nmk_shell::read_options(
+        declare_order_options, {cover_plate, "--type", "closest", "-o", file("o.drl")});
+    ASSERT_TRUE(bool(options));
+    EXPECT_EQ(run_order(*options, out, err, &stop), 0);
     EXPECT_NE(err.str().find("stopped"), std::string::npos);
     EXPECT_NE(out.str().find("T1: stopped"), std::string::npos);
     EXPECT_NE(out.str().find("T4: not ordered"), std::string::npos);

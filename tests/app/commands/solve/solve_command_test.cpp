@@ -141,8 +141,8 @@ TEST_P(solve_command_error, is_one_line_and_exit_code_2) {
 INSTANTIATE_TEST_SUITE_P(
     bad_uses, solve_command_error,
     testing::Values(
-        BadUse{"nothing", {}, "expected a kind: polynomial, root"},
-        BadUse{"unknown_kind", {"quintic", "1"}, "unknown kind \"quintic\""},
+        BadUse{"nothing", {}, "expected a KIND: polynomial, root"},
+        BadUse{"unknown_kind", {"quintic", "1"}, "KIND \"quintic\": expected polynomial, root"},
         BadUse{
             "too_few", {"angles1", "1", "2"}, "angles1 has 2 numbers; expected 3 numbers: A B C"},
         BadUse{"too_many",
