@@ -6,6 +6,7 @@
 
 #include "commands/levels/levels_command.h"
 #include "commands/order/order_command.h"
+#include "commands/registry/registry_command.h"
 #include "commands/route/route_command.h"
 #include "commands/solve/solve_command.h"
 #include "shell/run_tool.h"
@@ -13,10 +14,8 @@
 namespace {
 
 constexpr nmk_shell::Command commands[] = {
-    nmk_order::order_command,
-    nmk_route::route_command,
-    nmk_solve::solve_command,
-    nmk_levels::levels_command,
+    nmk_order::order_command,   nmk_route::route_command,       nmk_solve::solve_command,
+    nmk_levels::levels_command, nmk_registry::registry_command,
 };
 
 }  // namespace

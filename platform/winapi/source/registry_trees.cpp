@@ -3,7 +3,6 @@
 #include <winapi/registry.h>
 
 #include <algorithm>
-#include <ranges>
 #include <string>
 #include <vector>
 

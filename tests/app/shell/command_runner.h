@@ -12,6 +12,7 @@
 
 #include "commands/levels/levels_command.h"
 #include "commands/order/order_command.h"
+#include "commands/registry/registry_command.h"
 #include "commands/route/route_command.h"
 #include "commands/solve/solve_command.h"
 #include "shell/run_tool.h"
@@ -20,7 +21,8 @@ namespace nmk_shell {
 
 /// The commands of the tool, as main lists them.
 inline constexpr Command tool_commands[] = {nmk_order::order_command, nmk_route::route_command,
-                                            nmk_solve::solve_command, nmk_levels::levels_command};
+                                            nmk_solve::solve_command, nmk_levels::levels_command,
+                                            nmk_registry::registry_command};
 
 struct Printed {
     int code;
