@@ -46,6 +46,15 @@ if(NMKTOOLBOX_BUILD_APP)
     file(RELATIVE_PATH from_tool_to_libraries /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
     set_target_properties(nmk PROPERTIES INSTALL_RPATH "$ORIGIN/${from_tool_to_libraries}")
     install(TARGETS nmk)
+    # Debian's shells look in these directories.
+    set(documents ${PROJECT_BINARY_DIR}/app/documents)
+    install(DIRECTORY ${documents}/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
+            FILES_MATCHING PATTERN "*.1")
+    install(FILES ${documents}/nmk.bash
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME nmk)
+    install(FILES ${documents}/_nmk DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
+    install(FILES ${documents}/nmk.fish
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 endif()
 
 # find_package(nmktoolbox CONFIG)

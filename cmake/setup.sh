@@ -32,16 +32,12 @@ missing_of() {
 
 # need ROLE...: installs what is missing, as root or through sudo.
 need() {
-    local missing command=()
+    local missing command
     command -v dpkg-query >/dev/null || { need_without_packages; return; }
     missing=$(missing_of "$@" | tr '\n' ' ')
     missing=${missing% }
     [ -n "$missing" ] || return 0
-    if [ "$(id -u)" != 0 ]; then
-        sudo_works || fail "Missing: $missing. Run this once, then call again:
-    su -c 'apt-get update && apt-get install -y --no-install-recommends $missing'"
-        command=(sudo)
-    fi
+    as_root "Missing: $missing" "apt-get update && apt-get install -y --no-install-recommends $missing"
     say "Installing $missing ..."
     mkdir -p "$root/build"
     command+=(env DEBIAN_FRONTEND=noninteractive)
@@ -50,6 +46,24 @@ need() {
         "${command[@]}" apt-get install -y --no-install-recommends $missing; } \
         </dev/null >"$root/build/packages.log" 2>&1 ||
         { cat "$root/build/packages.log" >&2; fail "The packages could not be installed."; }
+}
+
+# need_architecture NAME: lets the packages of another processor be installed beside this one's.
+need_architecture() {
+    local command
+    dpkg --print-foreign-architectures | grep -qx "$1" && return
+    as_root "Packages for $1 cannot be installed yet" "dpkg --add-architecture $1"
+    "${command[@]}" dpkg --add-architecture "$1" || fail "dpkg --add-architecture $1 failed."
+}
+
+# as_root WHY WHAT: sets `command` to what runs a command as root; where that cannot be done, says why it is
+# needed and what to type.
+as_root() {
+    command=()
+    [ "$(id -u)" = 0 ] && return
+    sudo_works || fail "$1. Run this once, then call again:
+    su -c '$2'"
+    command=(sudo)
 }
 
 # sudo asks for a password only where somebody can type one.

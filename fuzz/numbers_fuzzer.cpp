@@ -4,6 +4,7 @@
 #include <nmktoolbox/files/nmktrim_trailing_zeros.h>
 #include <nmktoolbox/solver/nmkNumberFormatter.h>
 
+#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
@@ -22,7 +23,7 @@ bool reads_back(const utString& text, double value) {
     double read = 0.0;
     int position = 0;
     return text.parse(read, position) == 1 && position == text.length() &&
-           std::memcmp(&read, &value, sizeof value) == 0;
+           std::bit_cast<std::uint64_t>(read) == std::bit_cast<std::uint64_t>(value);
 }
 
 void check_number(double value, int digits, int places) {

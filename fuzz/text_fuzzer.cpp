@@ -56,7 +56,7 @@ void change(const utString& text, const utString& mark) {
 void translate(const utString& text) {
     const utString escaped = nmkEscapeString(text).url_escape();
     require(nmkEscapeString(nmk_escape_string_url, escaped).str() == text);
-    nmkEscapeString(nmk_escape_string_url, text);
+    nmkEscapeString(nmk_escape_string_url, text).str();
     nmk_file_uri_to_path(text);
     nmk_file_uri_to_path(utString("file:") + text);
     std::istringstream stream{std::string(text.view())};

@@ -45,14 +45,4 @@ inline int finish(std::ostream& out, std::ostream& err, const std::string& what,
     return code;
 }
 
-/// Returns the exit code of `go(options)`, or prints why the options could not be read.
-template <class Options, class Go>
-int run_with(const nmk_text::Result<Options>& read, const std::string& command, std::ostream& err,
-             Go go) {
-    if (!read) {
-        return refuse(err, "nmk " + command + ": " + read.error().message);
-    }
-    return go(*read);
-}
-
 }  // namespace nmk_shell

@@ -10,7 +10,7 @@ namespace nmk_shell {
 /// Sets one version level of this process.
 ///
 ///   text    NAME=previous, NAME=default, NAME=preview or NAME=NUMBER (0 to 2147483647, or -1)
-///   error   on failure one line with the problem; unchanged on success
+///   error   on failure what was expected, in one line; unchanged on success
 ///   returns true if the level was set
 bool apply_level_option(std::string_view text, std::string& error);
 

@@ -6,112 +6,85 @@
 #include <exception>
 #include <string_view>
 
+#include "shell/argument_reader.h"
 #include "shell/command_result.h"
-#include "shell/level_option.h"
+#include "shell/help_text.h"
+#include "shell/tool_commands.h"
+#include "text/escaped_text.h"
+#include "text/similar_names.h"
 
 namespace nmk_shell {
 
 namespace {
 
-using Commands = std::span<const Command>;
-
-const Command* find_command(Commands commands, std::string_view name) {
-    const auto found = std::find_if(commands.begin(), commands.end(),
-                                    [&](const Command& c) { return c.name == name; });
-    return found == commands.end() ? nullptr : &*found;
-}
-
-int refuse_command(std::ostream& err, const std::string& name) {
-    return refuse(err, "nmk: unknown command '" + name + "'; nmk help lists the commands");
-}
+using Arguments = std::vector<std::string>;
 
 int print(std::ostream& out, std::ostream& err, const std::string& text) {
     out << text;
     return finish(out, err, "the text");
 }
 
-std::string general_help(Commands commands) {
-    std::string text = "nmk COMMAND ... [--json] [--quiet] [--level NAME=VALUE]\n\nCommands:\n";
-    for (const Command& command : commands) {
-        const std::string name(command.name);
-        text += "  " + name + std::string(10 - name.size(), ' ') + std::string(command.summary);
-        text += "\n";
+/// The position of the name of the command: the first argument that is neither an option nor the
+/// value of --level.
+std::size_t command_position(const Arguments& arguments) {
+    std::size_t position = 0;
+    while (position < arguments.size() && arguments[position].starts_with('-')) {
+        position += arguments[position] == "--level" ? 2 : 1;
     }
-    return text +
-           "\nnmk help COMMAND prints its options and an example; nmk --version prints the "
-           "version.\n";
+    return std::min(position, arguments.size());
 }
 
-int help(Commands commands, const std::vector<std::string>& arguments, std::ostream& out,
-         std::ostream& err) {
-    if (arguments.size() < 2) {
-        return print(out, err, general_help(commands));
+int refuse_command(const ToolCommands& commands, const std::string& name, std::ostream& err) {
+    const std::string similar =
+        nmk_text::did_you_mean(nmk_text::similar_names(name, commands.names()));
+    return refuse(err, "nmk: unknown command " + nmk_text::quoted(name) +
+                           (similar.empty() ? "" : " (" + similar + ")") +
+                           "; nmk help lists the commands");
+}
+
+/// `words` are the arguments without the name of the command.
+int run_command(const ToolCommands& commands, const std::string& name, const Arguments& words,
+                std::ostream& out, std::ostream& err) {
+    DeclaredCommand command = commands.declare(name);
+    if (has_argument(words, {"--help", "-h"})) {
+        return print(out, err, command_help(command.table));
     }
-    const Command* const command = find_command(commands, arguments[1]);
-    return command == nullptr ? refuse_command(err, arguments[1])
-                              : print(out, err, command->help());
-}
-
-/// Applies every --level and collects the other arguments; returns the problem in one line, or "".
-std::string apply_levels(const std::vector<std::string>& arguments,
-                         std::vector<std::string>& others) {
-    constexpr std::string_view option = "--level";
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string_view argument = arguments[i];
-        std::string_view value;
-        if (argument == "--") {
-            others.insert(others.end(), arguments.begin() + static_cast<std::ptrdiff_t>(i),
-                          arguments.end());
-            break;
-        }
-        if (argument == option) {
-            if (++i == arguments.size()) {
-                return "--level needs a value: NAME=previous, default, preview or a number";
-            }
-            value = arguments[i];
-        } else if (argument.starts_with("--level=")) {
-            value = argument.substr(option.size() + 1);
-        } else {
-            others.emplace_back(argument);
-            continue;
-        }
-        std::string problem;
-        if (!apply_level_option(value, problem)) {
-            return problem;
-        }
+    if (has_argument(words, {"--version", "-V"})) {
+        return print(out, err, "nmk " + tool_version() + "\n");
     }
-    return {};
+    if (const nmk_text::Result<void> read = read_arguments(command.table, words); !read) {
+        return refuse(err, "nmk " + name + ": " + read.error().message);
+    }
+    return command.run(out, err);
 }
 
-bool asks_for_help(const std::vector<std::string>& arguments) {
-    const auto positional = std::find(arguments.begin() + 1, arguments.end(), "--");
-    return std::any_of(arguments.begin() + 1, positional,
-                       [](const std::string& a) { return a == "--help" || a == "-h"; });
+/// The options alone, such as `nmk --version`.
+int run_without_command(const ToolCommands& commands, const Arguments& arguments, std::ostream& out,
+                        std::ostream& err) {
+    if (arguments.empty() || has_argument(arguments, {"--help", "-h"})) {
+        return print(out, err, general_help(commands.tool_table(), commands.terms()));
+    }
+    if (has_argument(arguments, {"--version", "-V"})) {
+        return print(out, err, "nmk " + tool_version() + "\n");
+    }
+    const nmk_text::Result<void> read = read_arguments(commands.tool_table(), arguments);
+    return refuse(
+        err, "nmk: " + (read ? "expected a command; nmk help lists them" : read.error().message));
 }
 
-int dispatch(Commands commands, const std::vector<std::string>& arguments, std::ostream& out,
+int dispatch(const ToolCommands& commands, const Arguments& arguments, std::ostream& out,
              std::ostream& err) {
-    std::vector<std::string> others;
-    if (const std::string problem = apply_levels(arguments, others); !problem.empty()) {
-        return refuse(err, "nmk: " + problem);
+    const std::size_t position = command_position(arguments);
+    if (position == arguments.size()) {
+        return run_without_command(commands, arguments, out, err);
     }
-    if (others.empty()) {
-        return refuse(err, "nmk: expected a command; nmk help lists them");
+    const std::string& name = arguments[position];
+    if (!commands.has(name)) {
+        return refuse_command(commands, name, err);
     }
-    if (others[0] == "--version") {
-        return print(out, err, "nmk " NMK_APP_VERSION "\n");
-    }
-    if (others[0] == "help" || others[0] == "--help" || others[0] == "-h") {
-        return help(commands, others, out, err);
-    }
-    const Command* const command = find_command(commands, others[0]);
-    if (command == nullptr) {
-        return refuse_command(err, others[0]);
-    }
-    if (asks_for_help(others)) {
-        return print(out, err, command->help());
-    }
-    return command->run({others.begin() + 1, others.end()}, out, err);
+    Arguments words = arguments;
+    words.erase(words.begin() + static_cast<std::ptrdiff_t>(position));
+    return run_command(commands, name, words, out, err);
 }
 
 }  // namespace
@@ -119,7 +92,7 @@ int dispatch(Commands commands, const std::vector<std::string>& arguments, std::
 int run_tool(std::span<const Command> commands, const std::vector<std::string>& arguments,
              std::ostream& out, std::ostream& err) {
     try {
-        return dispatch(commands, arguments, out, err);
+        return dispatch(ToolCommands(commands), arguments, out, err);
     } catch (const std::exception& failure) {
         err << "nmk: no result: " << nmk_text::line_text(failure.what()) << "\n";
         return no_result;

@@ -46,8 +46,10 @@ class Distance : public boost::astar_heuristic<Graph, double> {
   public:
     Distance(const grid::Map& map, grid::Cell goal) : m_width(map.width), m_goal(goal) {}
     double operator()(Vertex vertex) const {
-        const double dx = static_cast<int>(vertex) % m_width - m_goal.x;
-        const double dy = static_cast<int>(vertex) / m_width - m_goal.y;
+        const int x = static_cast<int>(vertex) % m_width;
+        const int y = static_cast<int>(vertex) / m_width;
+        const double dx = x - m_goal.x;
+        const double dy = y - m_goal.y;
         return std::sqrt(dx * dx + dy * dy);
     }
 

@@ -38,7 +38,7 @@ struct Slots {
 std::vector<double> random_systems(int used) {
     solver_samples::Generator random(31);
     std::vector<double> all;
-    all.reserve(static_cast<std::size_t>(problems * parameters));
+    all.reserve(static_cast<std::size_t>(problems) * parameters);
     for (int i = 0; i < problems; ++i) {
         for (int j = 0; j < parameters; ++j)
             all.push_back(random.between(j == used - 1 && used > 3 ? 0.0 : -1.0, 1.0));

@@ -9,6 +9,7 @@
 #include <nmktoolbox/runtime/nmkDialogIndir.h>
 #include <nmktoolbox/runtime/nmkIterTools.h>
 #include <nmktoolbox/runtime/nmkProductInfoAbs.h>
+#include <nmktoolbox/runtime/nmkRegistry.h>         // a session on the registry
 #include <nmktoolbox/runtime/nmkStackBasedTimer.h>  // a printed tree of timed scopes
 #include <nmktoolbox/runtime/nmkStackTimer.h>       // timed sections of all threads
 #include <nmktoolbox/runtime/nmkStackTimerEvent.h>

@@ -103,7 +103,7 @@ void nmkAStarSearch::update_goal() { m_open->score(*m_goal); }
 
 std::shared_ptr<const nmkAStarSearchNode> nmkAStarSearch::find_next_node() {
     while (!m_open->is_empty()) {
-        const std::shared_ptr<const nmkAStarSearchNode> record = pop_best_node();
+        std::shared_ptr<const nmkAStarSearchNode> record = pop_best_node();
         if (is_in_visited(*record->m_node)) continue;
         switch (m_verifier->verify(parent_of(*record), *record->m_node)) {
             case nmkSearchNodeVerifierResult::accepted:
@@ -122,7 +122,7 @@ std::shared_ptr<const nmkAStarSearchNode> nmkAStarSearch::find_next_node() {
 std::shared_ptr<const nmkAStarSearchNode> nmkAStarSearch::pop_best_node() {
     if (m_open->is_empty()) return nullptr;
     const std::size_t best = m_open->best();
-    const std::shared_ptr<const nmkAStarSearchNode> chosen = (*m_open)[best];
+    std::shared_ptr<const nmkAStarSearchNode> chosen = (*m_open)[best];
     if (m_goal->overshoot_goal(*chosen->m_node, *m_generator)) {
         // Deliberate: the record chosen before is kept, even where the new scores put another
         // first.

@@ -21,13 +21,13 @@ const Names names_cases[] = {
     {"last_dot_counts", "a.b.c", "a.b", "a.b.c"},
     {"directory", "dir/file.ext", "file", "file.ext"},
     {"directory_of_the_other_system", "C:\\dir\\file.ext", "file", "file.ext"},
-    {"later_of_both_marks", "a\\b/c\\d.e", "d", "d.e"},
+    {"later_of_both_separators", "a\\b/c\\d.e", "d", "d.e"},
     {"dot_in_the_directory", "dir.d/file", "file", "file"},
     {"only_dot_first", "dir/.profile", "", ".profile"},
     {"dot_first_and_last", "dir/.a.b", ".a", ".a.b"},
     {"dot_at_the_end", "file.", "file", "file."},
     {"directory_alone", "dir.d/", "", ""},
-    {"mark_alone", "/", "", ""},
+    {"separator_alone", "/", "", ""},
     {"empty", "", "", ""},
     {"one_character", "x", "x", "x"},
     {"wide_and_pairs", "\xE2\x82\xAC/\xF0\x9F\x98\x80.\xC3\xA4", "\xF0\x9F\x98\x80",
@@ -37,7 +37,7 @@ const Names names_cases[] = {
     {"nul_inside", std::string("d/a\0b.c", 7), std::string("a\0b", 3), std::string("a\0b.c", 5)},
 };
 
-/// Narrow text of two bytes for each character, the second of which can look like a mark.
+/// Narrow text of two bytes for each character, the second of which can look like a separator.
 class PairEncoding : public apIStringEncoding {
   public:
     apString decode(const utString& text, int& status) const override {

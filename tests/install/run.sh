@@ -80,11 +80,30 @@ if readelf -d "$prefix"/bin/nmk "$libraries"/*.so | grep -F "$build"; then
 fi
 "$prefix/bin/nmk" --version
 
+echo "--- manual pages and completion"
+pages=(nmk)
+for folder in "$project"/app/commands/*/; do pages+=("nmk-$(basename "$folder")"); done
+for page in "${pages[@]}"; do
+    command=${page#nmk}
+    # shellcheck disable=SC2086  # none for the general page
+    "$prefix/bin/nmk" help ${command#-} --man | cmp - "$prefix/share/man/man1/$page.1"
+    if command -v groff >/dev/null; then
+        [ -z "$(groff -man -ww -z "$prefix/share/man/man1/$page.1" 2>&1)" ] ||
+            { echo "groff warns about $page.1" >&2; exit 1; }
+    else
+        echo "groff is not installed: $page.1 is not formatted"
+    fi
+done
+bash -c "source '$prefix/share/bash-completion/completions/nmk'; complete -p nmk"
+"$prefix/bin/nmk" completion zsh | cmp - "$prefix/share/zsh/vendor-completions/_nmk"
+"$prefix/bin/nmk" completion fish | cmp - "$prefix/share/fish/vendor_completions.d/nmk.fish"
+
 echo "--- the Debian package"
 (cd "$scratch" && cpack --config "$build/CPackConfig.cmake" -B "$scratch/package" >"$scratch/log" 2>&1) ||
     { cat "$scratch/log"; exit 1; }
 dpkg-deb --contents "$scratch"/package/*.deb >"$scratch/contents"
 for file in usr/bin/nmk usr/include/nmktoolbox.h nmktoolbox-config.cmake nmktoolbox.pc \
-    libnmktoolbox.so; do
+    libnmktoolbox.so "${pages[@]/%/.1}" usr/share/bash-completion/completions/nmk \
+    usr/share/zsh/vendor-completions/_nmk usr/share/fish/vendor_completions.d/nmk.fish; do
     grep -q "/$file" "$scratch/contents" || { echo "the package lacks $file" >&2; exit 1; }
 done

@@ -34,7 +34,8 @@ struct Map {
         return letter == '.' || letter == 'G';
     }
     std::size_t number(Cell cell) const {
-        return static_cast<std::size_t>(cell.y * width + cell.x);
+        return static_cast<std::size_t>(cell.y) * static_cast<std::size_t>(width) +
+               static_cast<std::size_t>(cell.x);
     }
 };
 

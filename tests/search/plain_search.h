@@ -100,7 +100,7 @@ class Search {
 
     std::shared_ptr<const nmkAStarSearchNode> find_next_node() {
         while (!m_open.empty()) {
-            const auto record = pop_best_node();
+            auto record = pop_best_node();
             if (is_in_visited(*record->node())) continue;
             const int result = verdict(*record);
             if (result == 0 || result == 1) m_visited.push_back(record->node());
@@ -114,7 +114,7 @@ class Search {
         for (std::size_t i = 1; i < m_open.size(); ++i) {
             if (m_open[i]->f() < m_open[best]->f()) best = i;
         }
-        const std::shared_ptr<const nmkAStarSearchNode> chosen = m_open[best];
+        std::shared_ptr<const nmkAStarSearchNode> chosen = m_open[best];
         if (m_goal->overshoot_goal(*chosen->node(), *m_generator)) update_goal();
         m_open.erase(m_open.begin() + static_cast<std::ptrdiff_t>(best));
         return chosen;

@@ -3,23 +3,25 @@
 #include "commands/levels/levels_command.h"
 
 #include "commands/levels/print_levels.h"
-#include "shell/command_options.h"
 #include "shell/command_result.h"
 #include "shell/level_option.h"
 #include "text/ascii.h"
 
-#include <algorithm>
-#include <array>
 #include <optional>
 #include <ostream>
+#include <span>
+#include <string>
 #include <string_view>
 
 namespace nmk_levels {
 
 namespace {
 
-constexpr std::array<std::string_view, 5> state_words = {"unavailable", "default", "previous",
-                                                         "preview", "unknown"};
+constexpr nmk_shell::Choice<std::string_view> states[] = {{"unavailable", "unavailable"},
+                                                          {"default", "default"},
+                                                          {"previous", "previous"},
+                                                          {"preview", "preview"},
+                                                          {"unknown", "unknown"}};
 
 struct Request {
     std::optional<std::string> name;
@@ -29,43 +31,26 @@ struct Request {
     bool quiet = false;
 };
 
-using Problem = std::string;  // empty: none
-
-Problem set_name(Request& request, const std::string& argument) {
-    if (request.name) {
-        return "expected at most one NAME, found '" + *request.name + "' and '" + argument + "'";
-    }
-    request.name = argument;
-    return {};
+void declare_options(nmk_shell::OptionTable& table, Request& request) {
+    table.describe(
+        "A version level chooses between versions of a method, so that former results can be "
+        "reproduced. Every command takes --level, which sets a level for that one run.");
+    table.positional("NAME", nmk_shell::text_setter(request.name), "the level to show");
+    table.group("Selection");
+    table.option("--find", "TEXT", nmk_shell::text_setter(request.find),
+                 "levels with the text in their name or description");
+    table.choice("--state", "WORD", request.state, std::span(states), "levels in this state");
+    table.group("Output");
+    table.option("--json", request.json, "print the levels as JSON");
+    table.option("--quiet", request.quiet, "print no text; --json still prints");
+    table.check([&request]() -> nmk_shell::Problem {
+        return request.name && (request.find || request.state)
+                   ? "NAME cannot be combined with --find or --state"
+                   : "";
+    });
+    table.example("nmk levels --find sort");
+    table.example("nmk order samples/cover_plate.drl --level itemsorter=0");
 }
-
-Problem set_find(Request& request, const std::string& value) {
-    request.find = value;
-    return {};
-}
-
-Problem set_state(Request& request, const std::string& value) {
-    if (std::find(state_words.begin(), state_words.end(), value) == state_words.end()) {
-        return "--state '" + value +
-               "': expected unavailable, default, previous, preview or unknown";
-    }
-    request.state = value;
-    return {};
-}
-
-Problem check(Request& request) {
-    return request.name && (request.find || request.state)
-               ? "NAME cannot be combined with --find or --state"
-               : "";
-}
-
-constexpr nmk_shell::ValueOption<Request> value_options[] = {{"--find", set_find},
-                                                             {"--state", set_state}};
-
-constexpr nmk_shell::SwitchOption<Request> switches[] = {{"--json", &Request::json},
-                                                         {"--quiet", &Request::quiet}};
-
-constexpr nmk_shell::OptionTable<Request> table{"levels", value_options, switches, set_name, check};
 
 bool contains(std::string_view text, std::string_view part) {
     return nmk_text::lower_case(text).find(nmk_text::lower_case(part)) != std::string::npos;
@@ -106,10 +91,8 @@ int show_levels(const Request& request, std::ostream& out, std::ostream& err) {
 
 }  // namespace
 
-int run_levels(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
-    return nmk_shell::run_with(
-        nmk_shell::read_options(table, arguments), "levels", err,
-        [&](const Request& request) { return show_levels(request, out, err); });
+nmk_shell::Run declare_levels(nmk_shell::OptionTable& table) {
+    return nmk_shell::declare_command<Request>(table, declare_options, show_levels);
 }
 
 }  // namespace nmk_levels

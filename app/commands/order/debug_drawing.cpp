@@ -7,8 +7,6 @@
 #include <algorithm>
 #include <sstream>
 
-#include "text/escaped_text.h"
-
 namespace nmk_order {
 
 namespace {
@@ -37,7 +35,7 @@ bool read_debug_channel(const std::string& text, DebugChannel& channel, std::str
         std::find_if(std::begin(known_channels), std::end(known_channels),
                      [&name](const DebugChannel& candidate) { return candidate.name == name; });
     if (known == std::end(known_channels)) {
-        problem = "unknown debug channel " + nmk_text::quoted(name) + "; expected " + known_names();
+        problem = "unknown debug channel; expected " + known_names();
         return false;
     }
     channel = *known;
@@ -46,7 +44,7 @@ bool read_debug_channel(const std::string& text, DebugChannel& channel, std::str
     }
     const std::string level = text.substr(equals + 1);
     if (level.size() != 1 || level[0] < '1' || level[0] > '9') {
-        problem = "debug level " + nmk_text::quoted(level) + " is unknown; expected 1 to 9";
+        problem = "unknown debug level; expected 1 to 9";
         return false;
     }
     channel.level = level[0] - '0';

@@ -91,24 +91,22 @@ int order_with(const OrderOptions& options, nmkProgressBreak* progress, bool ann
     return print_report(report, *written, out, err);
 }
 
-}  // namespace
-
-int run_order(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
-              nmkProgressBreak* progress) {
-    return nmk_shell::run_with(read_order_options(arguments), "order", err,
-                               [&](const OrderOptions& options) {
-                                   return order_with(options, progress, false, out, err);
-                               });
+int run_on_terminal(const OrderOptions& options, std::ostream& out, std::ostream& err) {
+    // Draws on a terminal only, but handles Ctrl-C everywhere.
+    nmkTerminalProgress progress(options.quiet ? nullptr : stderr);
+    const bool announce = !options.quiet && isatty(STDERR_FILENO) == 1;
+    return order_with(options, &progress, announce, out, err);
 }
 
-int run_order(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
-    return nmk_shell::run_with(
-        read_order_options(arguments), "order", err, [&](const OrderOptions& options) {
-            // Draws on a terminal only, but handles Ctrl-C everywhere.
-            nmkTerminalProgress progress(options.quiet ? nullptr : stderr);
-            const bool announce = !options.quiet && isatty(STDERR_FILENO) == 1;
-            return order_with(options, &progress, announce, out, err);
-        });
+}  // namespace
+
+int run_order(const OrderOptions& options, std::ostream& out, std::ostream& err,
+              nmkProgressBreak* progress) {
+    return order_with(options, progress, false, out, err);
+}
+
+nmk_shell::Run declare_order(nmk_shell::OptionTable& table) {
+    return nmk_shell::declare_command<OrderOptions>(table, declare_order_options, run_on_terminal);
 }
 
 }  // namespace nmk_order

@@ -2,8 +2,6 @@
 #pragma once
 
 #include <ostream>
-#include <string>
-#include <vector>
 
 #include "shell/command.h"
 
@@ -11,23 +9,21 @@ class nmkProgressBreak;
 
 namespace nmk_order {
 
-/// Runs the command with the arguments that follow its name.
+struct OrderOptions;
+
+/// Declares the options of the command, which draws its progress on a terminal.
+nmk_shell::Run declare_order(nmk_shell::OptionTable& table);
+
+/// Runs the command with a progress reporter of the caller, which may be null.
 ///
 ///   out      the table or JSON
 ///   err      one line if there is an error
-///   returns  0 done (also when stopped: the order is still complete), 1 no result, 2 bad usage,
-///   bad
-///            input or an output that cannot be written
-int run_order(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
-
-/// The same with a progress reporter of the caller, which may be null.
-int run_order(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
+///   returns  0 done (also when stopped: the order is still complete), 1 no result, 2 bad input or
+///            an output that cannot be written
+int run_order(const OrderOptions& options, std::ostream& out, std::ostream& err,
               nmkProgressBreak* progress);
 
-/// What `nmk help order` prints.
-std::string order_help();
-
 inline constexpr nmk_shell::Command order_command{
-    "order", "order holes and slots so that the cutter travels little", run_order, order_help};
+    "order", "order holes and slots so that the cutter travels little", declare_order};
 
 }  // namespace nmk_order

@@ -9,12 +9,11 @@
 #include <array>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "commands/order/debug_drawing.h"
 #include "commands/order/order_job.h"
 #include "formats/job/machining_job.h"
-#include "text/result.h"
+#include "shell/option_table.h"
 
 namespace nmk_order {
 
@@ -38,8 +37,8 @@ struct OrderOptions {
 /// below any distance between two rows of holes.
 constexpr double default_tolerance = 0.1;
 
-/// The options, or an Error.
-nmk_text::Result<OrderOptions> read_order_options(const std::vector<std::string>& arguments);
+/// Declares the options, which are read into `options`.
+void declare_order_options(nmk_shell::OptionTable& table, OrderOptions& options);
 
 /// The request for a job with these file units.
 OrderRequest order_request(const OrderOptions& options, nmk_job::JobUnits file_units);

@@ -18,7 +18,15 @@ namespace nmk_route {
 
 namespace {
 
-constexpr const char* goal_kind_names[] = {"point", "line", "line-with-gradient", "moving-line"};
+// In the order of GoalKind.
+constexpr nmk_shell::Choice<GoalKind> kinds[] = {
+    {"point", GoalKind::point, "the goal itself"},
+    {"line", GoalKind::line, "the goal or any cell past it in x, with its y"},
+    {"line-with-gradient", GoalKind::line_with_gradient,
+     "the same, approached within the gradient"},
+    {"moving-line", GoalKind::moving_line,
+     "a goal that moves on in x while it cannot be reached within the gradient"},
+};
 
 std::unique_ptr<nmk2dSearchGoal> make_goal(const nmk_lattice::RoutePlane& plane,
                                            const RouteRequest& request) {
@@ -74,16 +82,11 @@ giPoint2 goal_now(const nmk_lattice::RoutePlane& plane, const RouteRequest& requ
 
 }  // namespace
 
-std::string goal_kind_name(GoalKind kind) { return goal_kind_names[static_cast<int>(kind)]; }
-
-std::optional<GoalKind> goal_kind_of_name(const std::string& name) {
-    const auto* const found =
-        std::find(std::begin(goal_kind_names), std::end(goal_kind_names), name);
-    if (found == std::end(goal_kind_names)) {
-        return std::nullopt;
-    }
-    return static_cast<GoalKind>(found - std::begin(goal_kind_names));
+std::string goal_kind_name(GoalKind kind) {
+    return std::string(kinds[static_cast<std::size_t>(kind)].name);
 }
+
+std::span<const nmk_shell::Choice<GoalKind>> goal_kinds() { return kinds; }
 
 bool needs_gradient(GoalKind kind) {
     return kind == GoalKind::line_with_gradient || kind == GoalKind::moving_line;

@@ -5,10 +5,12 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "formats/lattice/route_plane.h"
+#include "shell/option_values.h"
 
 class nmkProgressBreak;
 
@@ -18,7 +20,9 @@ enum class GoalKind { point, line, line_with_gradient, moving_line };
 
 /// "point", "line", "line-with-gradient", "moving-line".
 std::string goal_kind_name(GoalKind kind);
-std::optional<GoalKind> goal_kind_of_name(const std::string& name);
+
+/// All kinds with their names and what they mean.
+std::span<const nmk_shell::Choice<GoalKind>> goal_kinds();
 bool needs_gradient(GoalKind kind);
 
 struct RouteRequest {

@@ -85,22 +85,21 @@ int route_with(const RouteOptions& options, nmkProgressBreak* progress, std::ost
     return print_report(report, *written, out, err);
 }
 
-}  // namespace
-
-int run_route(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
-              nmkProgressBreak* progress) {
-    return nmk_shell::run_with(
-        read_route_options(arguments), "route", err,
-        [&](const RouteOptions& options) { return route_with(options, progress, out, err); });
+int run_on_terminal(const RouteOptions& options, std::ostream& out, std::ostream& err) {
+    // Draws on a terminal only, but handles Ctrl-C everywhere.
+    nmkTerminalProgress progress(options.quiet ? nullptr : stderr);
+    return route_with(options, &progress, out, err);
 }
 
-int run_route(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
-    return nmk_shell::run_with(read_route_options(arguments), "route", err,
-                               [&](const RouteOptions& options) {
-                                   // Draws on a terminal only, but handles Ctrl-C everywhere.
-                                   nmkTerminalProgress progress(options.quiet ? nullptr : stderr);
-                                   return route_with(options, &progress, out, err);
-                               });
+}  // namespace
+
+int run_route(const RouteOptions& options, std::ostream& out, std::ostream& err,
+              nmkProgressBreak* progress) {
+    return route_with(options, progress, out, err);
+}
+
+nmk_shell::Run declare_route(nmk_shell::OptionTable& table) {
+    return nmk_shell::declare_command<RouteOptions>(table, declare_route_options, run_on_terminal);
 }
 
 }  // namespace nmk_route

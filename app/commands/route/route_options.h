@@ -3,11 +3,10 @@
 
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "commands/route/find_route.h"
 #include "formats/blocked/blocked_reader.h"
-#include "text/result.h"
+#include "shell/option_table.h"
 
 namespace nmk_route {
 
@@ -26,7 +25,7 @@ struct RouteOptions {
     bool quiet = false;
 };
 
-/// The options, or an Error.
-nmk_text::Result<RouteOptions> read_route_options(const std::vector<std::string>& arguments);
+/// Declares the options, which are read into `options`.
+void declare_route_options(nmk_shell::OptionTable& table, RouteOptions& options);
 
 }  // namespace nmk_route

@@ -4,6 +4,7 @@
 
 #include "commands/solve/polynomial_picture.h"
 #include "commands/solve/problem_table.h"
+#include "commands/solve/solution_json.h"
 #include "commands/solve/solution_text.h"
 #include "commands/solve/solve_answer.h"
 #include "commands/solve/solve_options.h"
@@ -20,20 +21,20 @@ nmk_text::Result<void> print_table(const SolveOptions& options, const std::strin
                                    std::ostream& out) {
     bool is_first = true;
     if (options.json) {
-        out << "[";
+        out << table_opening();
     }
     auto checked = read_problem_table(
         options.csv_file, text, options.kind, [&](const Problem& problem, std::size_t line) {
             const Answer answer = solve_problem(problem);
             if (options.json) {
-                out << (is_first ? "\n  " : ",\n  ") << answer_json(answer, line);
+                out << (is_first ? "\n  " : ",\n  ") << answer_row(answer, line);
             } else if (!options.quiet) {
                 out << solution_text(answer, line);
             }
             is_first = false;
         });
     if (options.json) {
-        out << (is_first ? "]\n" : "\n]\n");
+        out << "]}\n";
     }
     return checked;
 }
@@ -70,7 +71,7 @@ int solve_one(const SolveOptions& options, std::ostream& out, std::ostream& err)
         written = *std::move(files);
     }
     if (options.json) {
-        out << answer_json(answer, 0) << "\n";
+        out << answer_document(answer);
     } else if (!options.quiet) {
         out << solution_text(answer, 0);
         nmk_shell::print_written(out, written);
@@ -78,14 +79,14 @@ int solve_one(const SolveOptions& options, std::ostream& out, std::ostream& err)
     return nmk_shell::finish(out, err, "the answers", written);
 }
 
+int run_solve(const SolveOptions& options, std::ostream& out, std::ostream& err) {
+    return options.csv_file.empty() ? solve_one(options, out, err) : solve_table(options, out, err);
+}
+
 }  // namespace
 
-int run_solve(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
-    return nmk_shell::run_with(read_solve_options(arguments), "solve", err,
-                               [&](const SolveOptions& options) {
-                                   return options.csv_file.empty() ? solve_one(options, out, err)
-                                                                   : solve_table(options, out, err);
-                               });
+nmk_shell::Run declare_solve(nmk_shell::OptionTable& table) {
+    return nmk_shell::declare_command<SolveOptions>(table, declare_solve_options, run_solve);
 }
 
 }  // namespace nmk_solve

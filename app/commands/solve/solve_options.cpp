@@ -2,55 +2,32 @@
 
 #include "commands/solve/solve_options.h"
 
-#include "shell/command_options.h"
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "shell/command_result.h"
 
 namespace nmk_solve {
 
 namespace {
 
-using Complaint = std::string;  // empty: none
-
-Complaint set_csv(SolveOptions& options, const std::string& value) {
-    if (value.empty()) {
-        return "expected the name of a table after --csv";
-    }
-    options.csv_file = value;
-    return {};
-}
-
-constexpr nmk_shell::ValueOption<SolveOptions> value_options[] = {
-    {"--csv", set_csv},
-    {"--svg", nmk_shell::set_output_file<SolveOptions, &SolveOptions::svg_file>},
-};
-
-constexpr nmk_shell::SwitchOption<SolveOptions> switches[] = {
-    {"--json", &SolveOptions::json},
-    {"--quiet", &SolveOptions::quiet},
-};
-
-Complaint set_word(SolveOptions& options, const std::string& argument) {
-    if (options.kind != nullptr) {
-        options.words.push_back(argument);
-        return {};
-    }
-    options.kind = kind_of_name(argument);
-    return options.kind != nullptr
+nmk_shell::Problem csv_problem(const SolveOptions& options) {
+    return options.words.empty()
                ? ""
-               : "unknown kind " + nmk_text::quoted(argument) + "; expected " + kind_list();
+               : "numbers are given both as arguments and in --csv; expected one of them";
 }
 
-Complaint check(SolveOptions& options) {
+nmk_shell::Problem check(SolveOptions& options) {
     if (options.csv_file.empty() && options.kind == nullptr) {
-        return "expected a kind: " + kind_list() + "; see nmk help solve";
+        return "expected a KIND: " + kind_list() + "; see nmk help solve";
     }
     if (!options.svg_file.empty() &&
         (!options.csv_file.empty() || options.kind->kind != ProblemKind::polynomial)) {
         return "--svg draws one polynomial: nmk solve polynomial C0 C1 ... --svg FILE";
     }
     if (!options.csv_file.empty()) {
-        return options.words.empty()
-                   ? ""
-                   : "numbers are given both as arguments and in --csv; expected one of them";
+        return csv_problem(options);
     }
     const std::vector<std::string_view> words(options.words.begin(), options.words.end());
     auto problem = read_problem(*options.kind, words);
@@ -61,13 +38,49 @@ Complaint check(SolveOptions& options) {
     return {};
 }
 
-constexpr nmk_shell::OptionTable<SolveOptions> table{"solve",  value_options, switches,
-                                                     set_word, check,         true};
+nmk_shell::HelpList kinds_with(bool has_two_angles, nmk_shell::HelpList list) {
+    for (const KindFacts& kind : problem_kinds()) {
+        if (kind.has_two_angles == has_two_angles) {
+            list.terms.push_back({std::string(kind.name) + " " + std::string(kind.letters),
+                                  std::string(kind.about)});
+        }
+    }
+    return list;
+}
 
 }  // namespace
 
-nmk_text::Result<SolveOptions> read_solve_options(const std::vector<std::string>& arguments) {
-    return nmk_shell::read_options(table, arguments);
+void declare_solve_options(nmk_shell::OptionTable& table, SolveOptions& options) {
+    table.describe(
+        "Solves with the solvers of the library and prints each solution with its residuals.");
+    table.positional_choice("KIND", options.kind, kind_choices(), "what to solve, as listed below");
+    table
+        .positional(
+            "NUMBER",
+            [&options](const std::string& word) {
+                options.words.push_back(word);
+                return nmk_shell::Problem();
+            },
+            "the numbers of the kind; may be negative")
+        .is_many = true;
+    table.list(kinds_with(false, {"Kinds and their numbers", {}, {}}));
+    table.list(kinds_with(true, {"Kinds with two angles",
+                                 {},
+                                 "psi is free, phi goes from 0 to 90 degrees, and R = H + K sin "
+                                 "phi is not negative."}));
+    table.group("Options");
+    table
+        .option("--csv", "FILE", nmk_shell::file_setter(options.csv_file),
+                "solve a table: rows KIND,NUMBERS, or rows NUMBERS if KIND is an argument")
+        .completes = nmk_shell::Completes::files;
+    table.output_file("--svg", options.svg_file, "draw the polynomial and its roots");
+    table.option("--json", options.json, "print JSON instead of the text");
+    table.option("--quiet", options.quiet, "print no text; --json still prints");
+    table.check([&options] { return check(options); });
+    table.exit_code(nmk_shell::done, "done, also if there is no solution");
+    table.example("nmk solve polynomial 1 -3 2 --svg roots.svg");
+    table.example("nmk solve angles4 1 0.5 0.3 0.4 1 2");
+    table.example("nmk solve --csv samples/problems.csv --json");
 }
 
 }  // namespace nmk_solve

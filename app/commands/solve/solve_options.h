@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "commands/solve/solve_problem.h"
-#include "text/result.h"
+#include "shell/option_table.h"
 
 namespace nmk_solve {
 
@@ -20,7 +20,7 @@ struct SolveOptions {
     bool quiet = false;
 };
 
-/// The options, or an Error.
-nmk_text::Result<SolveOptions> read_solve_options(const std::vector<std::string>& arguments);
+/// Declares the options, which are read into `options`.
+void declare_solve_options(nmk_shell::OptionTable& table, SolveOptions& options);
 
 }  // namespace nmk_solve

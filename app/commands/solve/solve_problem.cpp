@@ -3,7 +3,9 @@
 #include "commands/solve/solve_problem.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <iterator>
 
 #include "text/escaped_text.h"
 #include "text/number_reader.h"
@@ -13,18 +15,37 @@ namespace nmk_solve {
 namespace {
 
 constexpr KindFacts kinds[] = {
-    {ProblemKind::polynomial, "polynomial", 2, 5, "C0 C1 [C2 [C3 [C4]]]"},
-    {ProblemKind::root, "root", 4, 11, "LOW HIGH C0 C1 ..."},
-    {ProblemKind::extremum, "extremum", 5, 11, "LOW HIGH C0 C1 C2 ..."},
-    {ProblemKind::angles1, "angles1", 3, 3, "A B C"},
-    {ProblemKind::angles2, "angles2", 6, 6, "A B C D E F"},
-    {ProblemKind::angles3, "angles3", 9, 9, "A B C D E F G H K"},
-    {ProblemKind::angles4, "angles4", 6, 6, "A B C D H K"},
-    {ProblemKind::angles4_one, "angles4-one", 6, 6, "A B C D H K"},
-    {ProblemKind::angles5, "angles5", 7, 7, "A B C D E H K"},
-    {ProblemKind::angles6, "angles6", 5, 5, "A B C D K"},
-    {ProblemKind::normal, "normal", 1, 1, "X"},
+    {ProblemKind::polynomial, "polynomial", 2, 5, "C0 C1 [C2 [C3 [C4]]]",
+     "real roots of C0 + C1 x + ... + C4 x^4 = 0, ascending"},
+    {ProblemKind::root, "root", 4, 11, "LOW HIGH C0 C1 ...",
+     "the root of a polynomial between LOW and HIGH"},
+    {ProblemKind::extremum, "extremum", 5, 11, "LOW HIGH C0 C1 C2 ...",
+     "its highest or lowest point between LOW and HIGH"},
+    {ProblemKind::angles1, "angles1", 3, 3, "A B C", "A cos t + B sin t = C"},
+    {ProblemKind::angles2, "angles2", 6, 6, "A B C D E F",
+     "A cos^2 t + B cos t sin t + C sin^2 t + D cos t + E sin t + F = 0"},
+    {ProblemKind::angles3, "angles3", 9, 9, "A B C D E F G H K",
+     "sin phi (A cos psi + B sin psi) + C cos phi = 0,\n"
+     "F cos phi + (D cos psi + E sin psi) R = G",
+     true},
+    {ProblemKind::angles4, "angles4", 6, 6, "A B C D H K",
+     "sin phi (A cos psi + B sin psi) + C cos phi = 0,\nR (A sin psi - B cos psi) = D", true},
+    {ProblemKind::angles4_one, "angles4-one", 6, 6, "A B C D H K",
+     "the same, but only one solution if a direct method finds it", true},
+    {ProblemKind::angles5, "angles5", 7, 7, "A B C D E H K",
+     "R (A cos psi + B sin psi) = C,\nR (A sin psi - B cos psi) + D cos phi = E", true},
+    {ProblemKind::angles6, "angles6", 5, 5, "A B C D K", "angles4 with H = 0", true},
+    {ProblemKind::normal, "normal", 1, 1, "X",
+     "the standard normal distribution: the probability of at most X"},
 };
+
+constexpr auto choices = [] {
+    std::array<nmk_shell::Choice<const KindFacts*>, std::size(kinds)> result{};
+    for (std::size_t i = 0; i < std::size(kinds); ++i) {
+        result[i] = {kinds[i].name, &kinds[i]};
+    }
+    return result;
+}();
 
 std::string counts(const KindFacts& facts) {
     if (facts.min_count == facts.max_count) {
@@ -36,6 +57,8 @@ std::string counts(const KindFacts& facts) {
 }  // namespace
 
 std::span<const KindFacts> problem_kinds() { return kinds; }
+
+std::span<const nmk_shell::Choice<const KindFacts*>> kind_choices() { return choices; }
 
 const KindFacts& facts_of(ProblemKind kind) { return kinds[static_cast<std::size_t>(kind)]; }
 

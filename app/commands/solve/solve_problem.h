@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "shell/option_values.h"
 #include "text/result.h"
 
 namespace nmk_solve {
@@ -31,12 +32,17 @@ struct KindFacts {
     std::string_view name;
     std::size_t min_count, max_count;  // of the numbers
     std::string_view letters;          // of the numbers, for messages: "A B C"
+    std::string_view about;            // what is solved; lines end with a line feed
+    bool has_two_angles = false;
 };
 
 /// All kinds, in the order of ProblemKind.
 std::span<const KindFacts> problem_kinds();
 
 const KindFacts& facts_of(ProblemKind kind);
+
+/// The kinds by their names.
+std::span<const nmk_shell::Choice<const KindFacts*>> kind_choices();
 
 /// The kind of this name; null for an unknown name.
 const KindFacts* kind_of_name(std::string_view name);

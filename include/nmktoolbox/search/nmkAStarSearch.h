@@ -55,22 +55,23 @@ class NMKTOOLBOX_EXPORT nmkAStarSearch {
     void perform(coiFiller<std::shared_ptr<const nmkSearchNode>> filler);
 
   protected:
-    /// Puts the neighbours of `node` that are not closed into the open list.
-    virtual void expand_node(std::shared_ptr<const nmkAStarSearchNode> node);
+    /// Puts the neighbours of the node of `record` that are not closed into the open list.
+    virtual void expand_node(std::shared_ptr<const nmkAStarSearchNode> record);
 
     /// A new record for `node`, scored against the goal as it is now.
     virtual std::shared_ptr<nmkAStarSearchNode> generate_node(
         std::shared_ptr<const nmkSearchNode> node,
         std::shared_ptr<const nmkAStarSearchNode> parent) const;
 
-    /// Whether `node` is an arrival.
-    virtual bool is_goal(const nmkAStarSearchNode& node) const;
+    /// Whether the node of `record` is an arrival.
+    virtual bool is_goal(const nmkAStarSearchNode& record) const;
 
     /// Whether `node` is equal to one that is closed; the closed one is on the left.
     bool is_in_visited(const nmkSearchNode& node) const;
 
-    /// Adds the route from the root to `node` to `filler`. Derived classes rely on the spelling.
-    void reconstuct_route(std::shared_ptr<const nmkAStarSearchNode> node,
+    /// Adds the route from the root to the node of `record` to `filler`. Derived classes rely on
+    /// the spelling.
+    void reconstuct_route(std::shared_ptr<const nmkAStarSearchNode> record,
                           coiFiller<std::shared_ptr<const nmkSearchNode>> filler) const;
 
     /// Computes h of every record of the open list again, oldest first.

@@ -33,6 +33,7 @@ class NMKTOOLBOX_EXPORT nmkUniqueId {
     static void* operator new(std::size_t size);
     static void* operator new(std::size_t, void* place) noexcept { return place; }
     static void operator delete(void* block, std::size_t size) noexcept;
+    static void operator delete(void*, void*) noexcept {}
 
     /// New identifiers on the heap, for the caller to own: a valid one; an invalid one; one that is
     /// read from the archive, see Serialize; and a copy. Null is copied as an invalid one. The

@@ -14,6 +14,16 @@ utString encode_to(unsigned code_page, const apString& text, int& status) {
     return text.is_valid() ? utString(ap_encode(code_page, text.view(), status)) : utString();
 }
 
+// An object that is never destroyed: texts are still converted while the process ends.
+template <typename T>
+union Immortal {
+    Immortal() : object() {}
+    Immortal(const Immortal&) = delete;
+    Immortal& operator=(const Immortal&) = delete;
+    ~Immortal() {}
+    T object;
+};
+
 }  // namespace
 
 apIStringEncoding::~apIStringEncoding() = default;
@@ -43,7 +53,6 @@ utString apString1252Encoding::encode(const apString& text, int& status) const {
 }
 
 const apIStringEncoding* apStringEncodingChooser::ut_encoding() const noexcept {
-    // Never released: texts are still converted while the process ends.
-    static const apIStringEncoding* const crt = new apStringCRTEncoding;
-    return crt;
+    static const Immortal<apStringCRTEncoding> crt;
+    return &crt.object;
 }

@@ -24,7 +24,7 @@ std::vector<unsigned char> bytes_of_units(const std::wstring& text) {
         bytes.push_back(static_cast<unsigned char>(unit >> 8 & 0xFF));
     };
     for (const wchar_t character : text) {
-        const auto value = static_cast<std::uint32_t>(character);
+        const std::uint32_t value = static_cast<char32_t>(character);
         if (value > 0xFFFF) {
             put(0xD800 + ((value - 0x10000) >> 10 & 0x3FF));
             put(0xDC00 + (value & 0x3FF));

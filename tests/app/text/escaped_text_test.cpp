@@ -1,4 +1,4 @@
-// escaped_text, number_format, label_places, colour_scale: text from outside is escaped, numbers
+// escaped_text, number_format, label_places: text from outside is escaped, numbers
 // and labels are readable.
 
 #include "text/escaped_text.h"
@@ -9,7 +9,6 @@
 
 #include "app/text/plain_syntax.h"
 #include "comma_locale.h"
-#include "draw/colour_scale.h"
 #include "draw/label_places.h"
 #include "text/number_format.h"
 
@@ -26,11 +25,32 @@ TEST(escaped_text, xml_has_no_markup_characters) {
     EXPECT_EQ(xml_text("\xEF\xBF\xBF"), "\xEF\xBF\xBD");
 }
 
-TEST(escaped_text, json_escapes_quotes_backslashes_and_controls) {
-    EXPECT_EQ(json_text("a\"\\\n\x7F"), "\"a\\\"\\\\\\u000a\\u007f\"");
+TEST(escaped_text, a_line_stays_one_line) { EXPECT_EQ(line_text("a\r\nb\x1B[2J"), "a??b?[2J"); }
+
+TEST(escaped_text, a_line_has_no_characters_that_a_terminal_acts_upon) {
+    EXPECT_EQ(line_text("caf\xC3\xA9 \xC2\x9B"
+                        "31m"),
+              "caf\xC3\xA9 ?31m");
+    EXPECT_EQ(line_text("a\xE2\x80\xAE"
+                        "b\xE2\x80\xA8\xEF\xBB\xBF\x7F"),
+              "a?b???");
 }
 
-TEST(escaped_text, a_line_stays_one_line) { EXPECT_EQ(line_text("a\r\nb\x1B[2J"), "a??b?[2J"); }
+TEST(escaped_text, a_quotation_shows_letters_and_no_control_characters) {
+    EXPECT_EQ(nmk_text::quoted("caf\xC3\xA9 \xE6\xBC\xA2"), "\"caf\xC3\xA9 \xE6\xBC\xA2\"");
+    EXPECT_EQ(nmk_text::quoted("\x1B[2J\x7F\n"), "\"\\x1b[2J\\x7f\\x0a\"");
+    EXPECT_EQ(nmk_text::quoted("\xC2\x85\xC2\xA0"), "\"\\xc2\\x85\xC2\xA0\"");
+    EXPECT_EQ(nmk_text::quoted("\xE2\x80\x8A\xE2\x80\x8B\xE2\x80\xAE\xE2\x80\xAF"),
+              "\"\xE2\x80\x8A\\xe2\\x80\\x8b\\xe2\\x80\\xae\xE2\x80\xAF\"");
+    EXPECT_EQ(nmk_text::quoted("\xFF\xC3"), "\"\\xff\\xc3\"");
+}
+
+TEST(escaped_text, a_quotation_is_cut_between_characters) {
+    EXPECT_EQ(nmk_text::quoted(std::string(40, 'a')), "\"" + std::string(40, 'a') + "\"");
+    EXPECT_EQ(nmk_text::quoted(std::string(41, 'a')), "\"" + std::string(40, 'a') + "\"...");
+    EXPECT_EQ(nmk_text::quoted(std::string(39, 'a') + "\xC3\xA9z"),
+              "\"" + std::string(39, 'a') + "\"...");
+}
 
 TEST(escaped_text, bytes_that_are_not_utf8_are_replaced) {
     for (const std::string bad : {"\xFF", "\xC0\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80",
@@ -51,7 +71,6 @@ TEST(escaped_text, every_pair_of_bytes_makes_valid_documents) {
     for (int first = 0; first < 256; ++first) {
         for (int second = 0; second < 256; ++second) {
             const std::string bytes{static_cast<char>(first), static_cast<char>(second)};
-            EXPECT_TRUE(plain_syntax::Json::is_valid(json_text(bytes)));
             EXPECT_TRUE(plain_syntax::Xml::is_well_formed("<a>" + xml_text(bytes) + "</a>"));
         }
     }
@@ -92,15 +111,6 @@ TEST(label_places, moves_a_label_inside_the_bounds) {
     EXPECT_FALSE(places.place({{98, 48}}, 10, 10, box));  // taken
     EXPECT_FALSE(places.place({{50, 20}}, 101, 10, box));
     EXPECT_FALSE(places.place({{50, 20}}, 10, 51, box));
-}
-
-TEST(colour_scale, runs_from_blue_to_crimson_and_stays_inside) {
-    EXPECT_EQ(nmk_draw::order_colour(0.0), "#2646be");
-    EXPECT_EQ(nmk_draw::order_colour(1.0), "#c41446");
-    EXPECT_EQ(nmk_draw::order_colour(-1.0), nmk_draw::order_colour(0.0));
-    EXPECT_EQ(nmk_draw::order_colour(7.0), nmk_draw::order_colour(1.0));
-    EXPECT_EQ(nmk_draw::tool_colour(9), nmk_draw::tool_colour(1));
-    EXPECT_NE(nmk_draw::tool_colour(0), nmk_draw::tool_colour(1));
 }
 
 }  // namespace

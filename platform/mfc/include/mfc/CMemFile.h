@@ -27,10 +27,10 @@ class CMemFile : public CFile {
         return m_is_owner ? std::span<const unsigned char>(m_owned) : m_borrowed;
     }
 
-    std::size_t Read(void* bytes, std::size_t count) override;
+    std::size_t Read(void* to, std::size_t count) override;
 
     /// Writing behind the end fills the gap with zeros.
-    void Write(const void* bytes, std::size_t count) override;
+    void Write(const void* from, std::size_t count) override;
     std::uint64_t Seek(std::int64_t offset, SeekPosition from) override;
     std::uint64_t GetPosition() const override;
     std::uint64_t GetLength() const override;

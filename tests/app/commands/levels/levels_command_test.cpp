@@ -16,7 +16,7 @@ namespace {
 
 using nmk_shell::Printed;
 
-nmk_shell::Printed levels(std::vector<std::string> arguments) {
+Printed levels(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "levels");
     return nmk_shell::run(arguments);
 }
@@ -47,7 +47,7 @@ class level_option : public levels_command {
 }  // namespace
 
 TEST_F(levels_command, lists_every_level_on_a_line_of_its_own) {
-    const nmk_shell::Printed answer = levels({});
+    const Printed answer = levels({});
     EXPECT_EQ(answer.code, 0);
     EXPECT_EQ(lines(answer.out), 198);  // a heading, 196 levels, their number
     EXPECT_TRUE(contains(answer.out, "\n196 levels\n"));
@@ -56,21 +56,21 @@ TEST_F(levels_command, lists_every_level_on_a_line_of_its_own) {
 }
 
 TEST_F(levels_command, finds_by_name_and_by_description_whatever_the_case) {
-    const nmk_shell::Printed by_name = levels({"--find", "ITEMSORTER"});
+    const Printed by_name = levels({"--find", "ITEMSORTER"});
     EXPECT_EQ(lines(by_name.out), 3);
     EXPECT_TRUE(contains(by_name.out, "\nitemsorter "));
-    const nmk_shell::Printed by_description = levels({"--find=point ordering"});
+    const Printed by_description = levels({"--find=point ordering"});
     EXPECT_EQ(by_description.out, by_name.out);
 }
 
 TEST_F(levels_command, an_empty_selection_is_not_an_error) {
-    const nmk_shell::Printed answer = levels({"--find", "no such words"});
+    const Printed answer = levels({"--find", "no such words"});
     EXPECT_EQ(answer.code, 0);
     EXPECT_TRUE(contains(answer.out, "\n0 levels\n"));
 }
 
 TEST_F(levels_command, filters_by_state) {
-    const nmk_shell::Printed answer = levels({"--state", "unavailable"});
+    const Printed answer = levels({"--state", "unavailable"});
     EXPECT_TRUE(contains(answer.out, "\n5 levels\n")) << answer.out;
     EXPECT_TRUE(contains(answer.out, "\ncutfile "));
     EXPECT_TRUE(contains(levels({"--state", "previous"}).out, "\n0 levels\n"));
@@ -79,13 +79,13 @@ TEST_F(levels_command, filters_by_state) {
 }
 
 TEST_F(levels_command, combines_both_filters) {
-    const nmk_shell::Printed answer = levels({"--find", "sort", "--state", "unavailable"});
+    const Printed answer = levels({"--find", "sort", "--state", "unavailable"});
     EXPECT_TRUE(contains(answer.out, "\n1 level\n")) << answer.out;
     EXPECT_TRUE(contains(answer.out, "\ncylinder_sort "));
 }
 
 TEST_F(levels_command, shows_one_level) {
-    const nmk_shell::Printed answer = levels({"itemsorter"});
+    const Printed answer = levels({"itemsorter"});
     EXPECT_EQ(answer.code, 0);
     EXPECT_EQ(answer.out,
               "name           itemsorter\n"
@@ -100,24 +100,36 @@ TEST_F(levels_command, shows_one_level) {
 }
 
 TEST_F(levels_command, shows_one_level_for_programs) {
-    const nmk_shell::Printed answer = levels({"--json", "stitch_smoothing"});
+    const Printed answer = levels({"--json", "stitch_smoothing"});
     EXPECT_EQ(answer.out,
-              "{\"levels\": [\n"
-              "  {\"name\": \"stitch_smoothing\", \"state\": \"default\", \"level\": 2, "
-              "\"previous\": 0, \"default\": 2, \"preview\": 1, \"prerelease\": false,\n"
-              "   \"description\": \"Select stitch smoothing method to use:\\u000a PREVIOUS = old "
+              "{\n"
+              "  \"schema\": 1,\n"
+              "  \"levels\": [\n"
+              "    {\n"
+              "      \"name\": \"stitch_smoothing\",\n"
+              "      \"state\": \"default\",\n"
+              "      \"level\": 2,\n"
+              "      \"previous\": 0,\n"
+              "      \"default\": 2,\n"
+              "      \"preview\": 1,\n"
+              "      \"prerelease\": false,\n"
+              "      \"description\": \"Select stitch smoothing method to use:\\n PREVIOUS = old "
               "smoother | DEFAULT  = strip smoother | PREVIEW  = Gaussian smoother\",\n"
-              "   \"documentation\": "
-              "\"https://nmktoolbox.invalid/nmk/doc/nmkVersion/stitch_smoothing.htm\"}\n]}\n");
+              "      \"documentation\": "
+              "\"https://nmktoolbox.invalid/nmk/doc/nmkVersion/stitch_smoothing.htm\"\n"
+              "    }\n"
+              "  ]\n"
+              "}\n");
 }
 
 TEST_F(levels_command, a_setting_that_does_not_exist_is_null_for_programs) {
-    const nmk_shell::Printed answer = levels({"SafetyNetTolerance", "--json"});
-    EXPECT_TRUE(contains(answer.out, "\"previous\": null, \"default\": 0, \"preview\": 1"));
+    const Printed answer = levels({"SafetyNetTolerance", "--json"});
+    EXPECT_TRUE(
+        contains(answer.out, "\"previous\": null,\n      \"default\": 0,\n      \"preview\": 1"));
 }
 
 TEST_F(levels_command, shows_the_state_after_level_is_applied) {
-    const nmk_shell::Printed answer = levels({"--level", "itemsorter=previous", "itemsorter"});
+    const Printed answer = levels({"--level", "itemsorter=previous", "itemsorter"});
     EXPECT_EQ(answer.code, 0);
     EXPECT_TRUE(contains(answer.out, "state          previous\nlevel          0\n"));
 }
@@ -125,7 +137,7 @@ TEST_F(levels_command, shows_the_state_after_level_is_applied) {
 TEST_F(levels_command, quiet_prints_only_json) {
     for (const std::vector<std::string>& words :
          {std::vector<std::string>{"--quiet"}, {"itemsorter", "--quiet"}}) {
-        const nmk_shell::Printed answer = levels(words);
+        const Printed answer = levels(words);
         EXPECT_EQ(answer.code, 0);
         EXPECT_EQ(answer.out, "");
         EXPECT_EQ(answer.err, "");
@@ -144,7 +156,8 @@ TEST_F(levels_command, refuses_wrong_arguments_with_one_line) {
     nmk_shell::expect_refused(levels({"--find"}), "--find needs a value");
     nmk_shell::expect_refused(levels({"--frob"}), "unknown option \"--frob\"; see nmk help levels");
     nmk_shell::expect_refused(levels({"--finder=x"}), "unknown option");
-    nmk_shell::expect_refused(levels({"sorter", "itemsorter"}), "at most one NAME");
+    nmk_shell::expect_refused(levels({"sorter", "itemsorter"}),
+                              "expected one NAME; found \"sorter\" and \"itemsorter\"");
     nmk_shell::expect_refused(levels({"sorter", "--find", "x"}),
                               "cannot be combined with --find or --state");
     nmk_shell::expect_refused(levels({"--two\nlines"}), "unknown option");
@@ -155,7 +168,7 @@ TEST_F(levels_command, reports_an_output_that_cannot_be_written) {
     std::ostringstream out;
     std::ostringstream err;
     out.setstate(std::ios::badbit);
-    EXPECT_EQ(nmk_levels::run_levels({}, out, err), 2);
+    EXPECT_EQ(nmk_shell::run_tool(nmk_shell::tool_commands, {"levels"}, out, err), 2);
     EXPECT_TRUE(contains(err.str(), "cannot be written"));
 }
 
@@ -176,7 +189,7 @@ TEST_F(level_option, sets_each_setting) {
 
 TEST_F(level_option, reports_a_setting_that_the_level_does_not_have) {
     EXPECT_FALSE(apply("itemsorter=preview"));
-    EXPECT_EQ(error, "--level itemsorter=preview: level itemsorter has no preview setting");
+    EXPECT_EQ(error, "level itemsorter has no preview setting");
     EXPECT_EQ(nmkVersion::get_from_manager("itemsorter").get_level(), 1);
 }
 
@@ -197,7 +210,7 @@ TEST_F(level_option, refuses_a_missing_name_setting_or_equals_sign) {
 
 TEST_F(level_option, lists_similar_names_for_an_unknown_one) {
     EXPECT_FALSE(apply("ItemSorter=previous"));
-    EXPECT_EQ(error, "--level: unknown level 'ItemSorter'; did you mean itemsorter or sorter?");
+    EXPECT_EQ(error, "unknown level 'ItemSorter'; did you mean itemsorter or sorter?");
     EXPECT_FALSE(apply(std::string("itemsorter\0x=previous", 21)));
     EXPECT_EQ(lines(error), 0);
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "commands/order/sort_type_names.h"
+#include "shell/command.h"
 
 namespace {
 
@@ -17,7 +18,7 @@ using namespace nmk_order;
 using Words = std::vector<std::string>;
 
 OrderOptions read(const Words& words) {
-    const auto options = read_order_options(words);
+    const auto options = nmk_shell::read_options(declare_order_options, words);
     if (!options) {
         ADD_FAILURE() << options.error().message;
         return {};
@@ -85,7 +86,7 @@ TEST(order_options, every_supported_sort_type_has_a_name_of_its_own) {
         const bool supported = (0 <= value && value <= 12) || value == 17;
         EXPECT_EQ(!name.empty(), supported) << value;
         if (supported) {
-            EXPECT_EQ(sort_type_of_name(name), type);
+            EXPECT_EQ(read({"f", "--type", name}).type, type);
             ++named;
         }
     }
@@ -103,7 +104,7 @@ std::ostream& operator<<(std::ostream& out, const BadLine& line) { return out <<
 class order_options_bad : public testing::TestWithParam<BadLine> {};
 
 TEST_P(order_options_bad, is_refused_with_one_line) {
-    const auto options = read_order_options(GetParam().words);
+    const auto options = nmk_shell::read_options(declare_order_options, GetParam().words);
     ASSERT_FALSE(options);
     const std::string& problem = options.error().message;
     EXPECT_NE(problem.find(GetParam().expected), std::string::npos) << problem;
@@ -111,12 +112,13 @@ TEST_P(order_options_bad, is_refused_with_one_line) {
 }
 
 const BadLine bad_lines[] = {
-    {"no_file", {"--json"}, "expected the name of a file"},
-    {"empty_file", {""}, "empty"},
-    {"two_files", {"a", "b"}, "expected one file; found \"a\" and \"b\""},
+    {"no_file", {"--json"}, "expected FILE; see nmk help"},
+    {"empty_file", {""}, "FILE \"\": expected the name of a file"},
+    {"two_files", {"a", "b"}, "expected one FILE; found \"a\" and \"b\""},
     {"unknown_option", {"a", "--fast"}, "unknown option"},
     {"unknown_with_line_feed", {"a", "--fa\nst"}, "unknown option"},
-    {"lone_dash", {"a", "-"}, "unknown option"},
+    {"similar_option", {"a", "--tpye", "x"}, "did you mean --type?"},
+    {"switch_with_value", {"a", "--json=yes"}, "--json takes no value"},
     {"value_missing", {"a", "--type"}, "needs a value"},
     {"unknown_type", {"a", "--type", "best"}, "one-way"},
     {"cylinder", {"a", "--type", "cylinder"}, "shortest, closest"},
@@ -136,7 +138,7 @@ const BadLine bad_lines[] = {
     {"units", {"a", "--units", "cm"}, "mm or inch"},
     {"output_extension", {"a", "-o", "b.txt"}, ".drl, .csv or .json"},
     {"output_directory_with_extension", {"a", "-o", "b.csv/c"}, ".drl, .csv or .json"},
-    {"svg_empty", {"a", "--svg", ""}, "expected the name of a file to write"},
+    {"svg_empty", {"a", "--svg", ""}, "--svg \"\": expected the name of a file"},
     {"same_output", {"a", "--svg", "b", "--html", "b"}, "the name of two outputs"},
 };
 

@@ -7,10 +7,12 @@
 
 #include <filesystem>
 #include <fstream>
+#include <regex>
 
 #include "app/formats/job/job_fixtures.h"
 #include "app/shell/command_runner.h"
 #include "app/text/plain_syntax.h"
+#include "commands/route/route_options.h"
 #include "scratch_directory.h"
 
 namespace nmk_route {
@@ -52,7 +54,8 @@ TEST_F(route_command, prints_the_length_the_nodes_and_how_many_were_expanded) {
 }
 
 TEST_F(route_command, the_examples_of_its_help_work) {
-    const std::string help = nmk_shell::run({"help", "route"}).out;
+    const std::string help =
+        std::regex_replace(nmk_shell::run({"help", "route"}).out, std::regex(" \\\\\n +"), " ");
     EXPECT_NE(help.find("nmk route samples/workshop.map --start 3,36 --goal 92,36"),
               std::string::npos);
     EXPECT_NE(help.find("nmk route samples/clamps.csv --start 0,5 --goal 8,8 --goal-kind "
@@ -152,10 +155,11 @@ TEST_F(route_command, a_stop_returns_1_and_writes_nothing) {
     StopAtOnce stop;
     std::ostringstream out;
     std::ostringstream err;
-    EXPECT_EQ(
-        run_route({name, "--start", "0,0", "--goal", "63,63", "--json", "--svg", file("f.svg")},
-                  out, err, &stop),
-        1);
+    const auto options = nmk_shell::read_options(
+        declare_route_options,
+        {name, "--start", "0,0", "--goal", "63,63", "--json", "--svg", file("f.svg")});
+    ASSERT_TRUE(bool(options));
+    EXPECT_EQ(run_route(*options, out, err, &stop), 1);
     EXPECT_EQ(out.str(), "");
     EXPECT_EQ(err.str(), "nmk route: stopped after 1024 cells; no route was found\n");
     EXPECT_EQ(folder.file_count(), 1U);
@@ -196,13 +200,13 @@ TEST_P(route_command_error, is_one_line_and_exit_code_2) {
 INSTANTIATE_TEST_SUITE_P(
     bad_uses, route_command_error,
     testing::Values(
-        BadUse{"no_file", {"--start", "0,0", "--goal", "1,0"}, "expected the name of a file"},
-        BadUse{"two_files", {"MAP", "LIST"}, "expected one file; found"},
+        BadUse{"no_file", {"--start", "0,0", "--goal", "1,0"}, "expected FILE; see nmk help route"},
+        BadUse{"two_files", {"MAP", "LIST"}, "expected one FILE; found"},
         BadUse{"no_start", {"MAP", "--goal", "1,0"}, "expected --start X,Y"},
         BadUse{"no_goal", {"MAP", "--start", "1,0"}, "expected --goal X,Y"},
         BadUse{"start_that_is_not_a_number",
                {"MAP", "--start", "nan,0", "--goal", "1,0"},
-               "--start \"nan,0\" is not a point"},
+               "--start \"nan,0\": expected X,Y"},
         BadUse{"start_outside",
                {"MAP", "--start", "4,0", "--goal", "1,0"},
                "the start (4, 0) is outside"},
@@ -221,11 +225,11 @@ INSTANTIATE_TEST_SUITE_P(
         BadUse{"gradient_of_zero",
                {"MAP", "--start", "0,0", "--goal", "3,0", "--goal-kind", "moving-line",
                 "--gradient", "0"},
-               "--gradient \"0\" is not a gradient"},
+               "--gradient \"0\": expected a number above 0"},
         BadUse{"gradient_that_is_not_a_number",
                {"MAP", "--start", "0,0", "--goal", "3,0", "--goal-kind", "moving-line",
                 "--gradient", "nan"},
-               "--gradient \"nan\" is not a gradient"},
+               "--gradient \"nan\": expected a number above 0"},
         BadUse{"gradient_that_is_too_small",
                {"MAP", "--start", "0,0", "--goal", "3,0", "--goal-kind", "moving-line",
                 "--gradient", "1e-300"},
@@ -236,8 +240,12 @@ INSTANTIATE_TEST_SUITE_P(
         BadUse{"gradient_that_does_not_apply",
                {"MAP", "--start", "0,0", "--goal", "3,0", "--gradient", "1"},
                "--gradient does not apply to --goal-kind point"},
-        BadUse{"unknown_kind", {"MAP", "--goal-kind", "circle"}, "\"circle\" is unknown"},
-        BadUse{"unknown_corners", {"MAP", "--corners", "round"}, "\"round\" is unknown"},
+        BadUse{"unknown_kind",
+               {"MAP", "--goal-kind", "circle"},
+               "--goal-kind \"circle\": expected point, line"},
+        BadUse{"unknown_corners",
+               {"MAP", "--corners", "round"},
+               "--corners \"round\": expected cut or clear"},
         BadUse{"steps_of_zero",
                {"LIST", "--start", "0,0", "--goal", "1,0", "--steps", "0,1"},
                "--steps \"0,1\": expected steps of one or two numbers above 0.00001"},

@@ -90,7 +90,8 @@ TEST_F(solve_command, a_table_may_omit_a_kind_that_is_an_argument) {
 TEST_F(solve_command, prints_nothing_for_an_empty_table) {
     const std::string table = folder.file("t.csv", "");
     EXPECT_EQ(nmk_shell::run({"solve", "--csv", table}).out, "");
-    EXPECT_EQ(nmk_shell::run({"solve", "--csv", table, "--json"}).out, "[]\n");
+    EXPECT_EQ(nmk_shell::run({"solve", "--csv", table, "--json"}).out,
+              "{\"schema\": 1, \"problems\": []}\n");
 }
 
 TEST_F(solve_command, a_bad_row_is_reported_before_the_first_answer) {
@@ -141,8 +142,8 @@ TEST_P(solve_command_error, is_one_line_and_exit_code_2) {
 INSTANTIATE_TEST_SUITE_P(
     bad_uses, solve_command_error,
     testing::Values(
-        BadUse{"nothing", {}, "expected a kind: polynomial, root"},
-        BadUse{"unknown_kind", {"quintic", "1"}, "unknown kind \"quintic\""},
+        BadUse{"nothing", {}, "expected a KIND: polynomial, root"},
+        BadUse{"unknown_kind", {"quintic", "1"}, "KIND \"quintic\": expected polynomial, root"},
         BadUse{
             "too_few", {"angles1", "1", "2"}, "angles1 has 2 numbers; expected 3 numbers: A B C"},
         BadUse{"too_many",
