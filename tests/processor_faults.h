@@ -14,17 +14,18 @@
 
 namespace processor_faults {
 
-/// Whether tests may throw out of an instruction: what GCC compiles for it, and not the sanitizer
-/// of addresses, whose own accesses come first.
+/// Whether tests may throw out of an instruction: what GCC compiles for it. Not under the sanitizer
+/// of addresses, whose own accesses come first, nor under that of threads, whose handler of signals
+/// must not be left by an exception.
 #if defined(NMK_FAULTS_CAN_BE_THROWN) && defined(__x86_64__) && !defined(__clang__) && \
-    !defined(__SANITIZE_ADDRESS__)
+    !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 inline constexpr bool can_be_thrown = true;
 #else
 inline constexpr bool can_be_thrown = false;
 #endif
 
 inline constexpr const char* reason_to_skip =
-    "faults are thrown only in code of GCC for x86-64, without the sanitizer of addresses";
+    "faults are thrown only in code of GCC for x86-64, without sanitizers of addresses or threads";
 
 /// One kind of fault.
 struct Fault {

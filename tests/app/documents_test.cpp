@@ -107,6 +107,13 @@ TEST(documents, show_commands_with_their_output_and_pictures) {
     EXPECT_EQ(outputs, 1);
 }
 
+TEST(documents, show_identifiers_as_they_are_printed) {
+    DocumentWalk document("docs/nmk-id.md");
+    document.walk();
+    EXPECT_EQ(document.commands, 2);
+    EXPECT_EQ(document.outputs, 2);
+}
+
 /// The long options in a text.
 std::set<std::string> options_in(const std::string& text) {
     std::set<std::string> options;
@@ -118,7 +125,7 @@ std::set<std::string> options_in(const std::string& text) {
 }
 
 TEST(documents, list_the_options_of_the_help) {
-    for (const std::string name : {"order", "route", "solve"}) {
+    for (const std::string name : {"order", "route", "solve", "id"}) {
         const std::set<std::string> options = options_in(run({"help", name}).out);
         EXPECT_GE(options.size(), 4U) << name;
         EXPECT_EQ(options_in(nmk_job::bytes_of_file(root + "docs/nmk-" + name + ".md")), options)

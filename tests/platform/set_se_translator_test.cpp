@@ -271,7 +271,7 @@ class set_se_translator_division : public testing::TestWithParam<Division> {
 
 }  // namespace
 
-TEST_P(set_se_translator_division, by_zero_and_one_that_overflows_are_told_apart) {
+TEST_P(set_se_translator_division, by_zero_and_one_that_overflows_have_different_codes) {
     the_divisor = 0;
     EXPECT_EQ(code_of(GetParam().divide), int_divide_by_zero);
     the_divisor = -1;

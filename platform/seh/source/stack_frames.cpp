@@ -7,12 +7,12 @@
 #include <array>
 
 // What the unwinder of GCC itself looks functions up with.
-struct dwarf_eh_bases {
+struct FunctionBases {
     void* tbase;
     void* dbase;
     void* func;  // the beginning of the function
 };
-extern "C" const void* _Unwind_Find_FDE(void* instruction, dwarf_eh_bases* bases);
+extern "C" const void* _Unwind_Find_FDE(void* instruction, FunctionBases* bases);
 
 namespace nmk_seh {
 
@@ -47,7 +47,7 @@ bool is_in_c_library(std::uintptr_t instruction) {
 }
 
 bool is_without_locks(std::uintptr_t instruction) {
-    dwarf_eh_bases bases = {};
+    FunctionBases bases = {};
     return _Unwind_Find_FDE(reinterpret_cast<void*>(instruction), &bases) != nullptr &&
            std::ranges::find(functions_without_locks, bases.func) != functions_without_locks.end();
 }
@@ -86,7 +86,7 @@ void find_c_library() {
 }
 
 bool has_frame(std::uintptr_t instruction) {
-    dwarf_eh_bases bases = {};
+    FunctionBases bases = {};
     return _Unwind_Find_FDE(reinterpret_cast<void*>(instruction), &bases) != nullptr;
 }
 
