@@ -7,6 +7,7 @@
 
 #include <nmktoolbox/runtime/nmkVersion.h>
 
+#include <algorithm>
 #include <charconv>
 #include <utility>
 
@@ -34,6 +35,13 @@ bool set_number(nmkVersion& level, std::string_view setting, std::string& error)
     if (failure != std::errc() || stop != end || number < -1) {
         return refuse(error, "setting " + in_quotes(setting) +
                                  ": expected previous, default, preview or a whole number from -1");
+    }
+    const int highest = std::max(
+        {level.get_previous_level(), level.get_default_level(), level.get_preview_level()});
+    if (number > highest) {
+        return refuse(error, "setting " + in_quotes(setting) +
+                                 ": the highest setting of this level is " +
+                                 std::to_string(highest));
     }
     level.set_level(number);
     return true;

@@ -9,7 +9,8 @@ namespace nmk_shell {
 
 /// Sets one version level of this process.
 ///
-///   text    NAME=previous, NAME=default, NAME=preview or NAME=NUMBER (0 to 2147483647, or -1)
+///   text    NAME=previous, NAME=default, NAME=preview or NAME=NUMBER (-1 to the highest setting
+///           of the level)
 ///   error   on failure what was expected, in one line; unchanged on success
 ///   returns true if the level was set
 bool apply_level_option(std::string_view text, std::string& error);

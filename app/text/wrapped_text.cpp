@@ -48,6 +48,24 @@ std::string wrapped(std::string_view text, std::size_t indent, std::size_t width
     return result;
 }
 
+std::string shortened(std::string_view text, std::size_t length) {
+    constexpr std::string_view ellipsis = "...";
+    const auto begins_character = [](char byte) {
+        return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
+    };
+    const auto count = std::count_if(text.begin(), text.end(), begins_character);
+    if (static_cast<std::size_t>(count) <= length) {
+        return std::string(text);
+    }
+    std::size_t kept = length - std::min(length, ellipsis.size());
+    std::size_t end = 0;
+    while (end < text.size() && (kept > 0 || !begins_character(text[end]))) {
+        kept -= begins_character(text[end]) ? 1U : 0U;
+        ++end;
+    }
+    return std::string(text.substr(0, end)) + std::string(ellipsis);
+}
+
 std::string wrapped_command(std::string_view command, std::size_t indent, std::size_t width) {
     constexpr std::size_t further = 4;
     constexpr std::string_view continued = " \\\n";

@@ -133,6 +133,26 @@ TEST(documents, list_the_options_of_the_help) {
     }
 }
 
+TEST(documents, name_output_files_that_the_clone_ignores) {
+    std::set<std::string> ignored;
+    std::istringstream rules(nmk_job::bytes_of_file(root + ".gitignore"));
+    for (std::string rule; std::getline(rules, rule);) ignored.insert(rule);
+    int outputs = 0;
+    const std::regex written("(?:-o|--svg|--debug-svg|--html|--csv) ([a-z]+\\.[a-z]+)");
+    for (const std::string name :
+         {"README.md", "docs/nmk-order.md", "docs/nmk-route.md", "docs/nmk-solve.md"}) {
+        std::istringstream lines(nmk_job::bytes_of_file(root + name));
+        for (std::string line; std::getline(lines, line);) {
+            if (!line.starts_with("nmk ") && !line.starts_with("| `./nmk ")) continue;
+            for (std::sregex_iterator found(line.begin(), line.end(), written), end; found != end;
+                 ++found, ++outputs) {
+                EXPECT_TRUE(ignored.contains("/" + found->str(1))) << name << ": " << found->str(1);
+            }
+        }
+    }
+    EXPECT_GE(outputs, 6);
+}
+
 TEST(documents, show_working_commands_on_the_first_page) {
     const ScratchDirectory folder;
     std::istringstream lines(nmk_job::bytes_of_file(root + "README.md"));

@@ -12,7 +12,6 @@
 
 namespace {
 
-using plain::Inside;
 using plain::items_of;
 
 // Points on a line, with the protected operations made public and the calls of distance counted.

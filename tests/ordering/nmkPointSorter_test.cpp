@@ -18,7 +18,9 @@ constexpr int all_types[] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 17};
 
 // Three rows of three, numbered along x and then along y, at (0, 0) to (20, 20).
 void fill_three_by_three(Holes& holes) {
-    for (int i = 0; i < 9; ++i) holes.add(10.0 * (i % 3), 10.0 * (i / 3));
+    for (const double y : {0.0, 10.0, 20.0}) {
+        for (const double x : {0.0, 10.0, 20.0}) holes.add(x, y);
+    }
 }
 
 std::vector<int> sorted_by(nmkSortType type, Holes& holes, const giPoint3& start,

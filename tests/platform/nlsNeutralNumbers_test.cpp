@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 #include <nls/nlsNeutralNumbers.h>
-#include <nls/nls_scan_number.h>
+#include <nls/scan_number.h>
 
 #include <cstdio>
 #include <cstring>
@@ -29,7 +29,7 @@ struct DoubleCase {
 
 std::ostream& operator<<(std::ostream& out, const DoubleCase& each) { return out << each.name; }
 
-class nls_scan_number_double : public testing::TestWithParam<DoubleCase> {};
+class scan_number_double : public testing::TestWithParam<DoubleCase> {};
 
 struct IntCase {
     const char* name;
@@ -40,14 +40,14 @@ struct IntCase {
 
 std::ostream& operator<<(std::ostream& out, const IntCase& each) { return out << each.name; }
 
-class nls_scan_number_int : public testing::TestWithParam<IntCase> {};
+class scan_number_int : public testing::TestWithParam<IntCase> {};
 
 // Scans the text and compares the value and what is left of it.
 template <class Number>
 void expect_scan(const char* text, const std::optional<Number>& expected, const char* rest) {
     const char* at = text;
     Number value = 77;
-    EXPECT_EQ(nls_scan_number(at, text + std::strlen(text), value), expected.has_value());
+    EXPECT_EQ(nmk_nls::scan_number(at, text + std::strlen(text), value), expected.has_value());
     EXPECT_EQ(value, expected.value_or(77));
     EXPECT_STREQ(at, expected.has_value() ? rest : text);
 }
@@ -85,12 +85,12 @@ TEST(nlsNeutralNumbers, ending_on_another_thread_does_no_harm) {
     EXPECT_EQ(written_half(), "0.5");
 }
 
-TEST_P(nls_scan_number_double, reads_as_sscanf_does) {
+TEST_P(scan_number_double, reads_as_sscanf_does) {
     expect_scan(GetParam().text, GetParam().value, GetParam().rest);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    texts, nls_scan_number_double,
+    texts, scan_number_double,
     testing::Values(DoubleCase{"white_space_is_skipped", " \t\r\n\v\f1.5 x", 1.5, " x"},
                     DoubleCase{"a_leading_plus", "+2", 2.0, ""},
                     DoubleCase{"a_leading_minus", "-.5", -0.5, ""},
@@ -110,11 +110,11 @@ INSTANTIATE_TEST_SUITE_P(
                     DoubleCase{"nothing", " ", std::nullopt, ""}),
     testing::PrintToStringParamName());
 
-TEST_P(nls_scan_number_int, reads_as_sscanf_does) {
+TEST_P(scan_number_int, reads_as_sscanf_does) {
     expect_scan(GetParam().text, GetParam().value, GetParam().rest);
 }
 
-INSTANTIATE_TEST_SUITE_P(texts, nls_scan_number_int,
+INSTANTIATE_TEST_SUITE_P(texts, scan_number_int,
                          testing::Values(IntCase{"white_space_is_skipped", " 12 3", 12, " 3"},
                                          IntCase{"a_leading_plus", "+12", 12, ""},
                                          IntCase{"a_fraction_is_left", "1.5", 1, ".5"},

@@ -211,18 +211,21 @@ TEST(nmkTerminalProgress, clamps_a_fraction_outside_its_range) {
     EXPECT_EQ(nmkTerminalProgress::line({"", 0.0 * HUGE_VAL, "", {}}, 10), "  0%");
 }
 
-TEST(nmkTerminalProgress, shows_the_time_left_once_a_second_has_passed) {
+TEST(nmkTerminalProgress, shows_the_time_left_when_work_has_gone_on_steadily_for_two_seconds) {
     const PseudoTerminal terminal;
     ASSERT_NE(terminal.stream(), nullptr);
     nmkTerminalProgress progress(terminal.stream());
     progress.send_progress_bar_to_0("Sorting");
-    progress.set_range(2.0);
-    EXPECT_EQ(terminal.read_all().find(" left"), std::string::npos);
-    usleep(1'050'000);
-    progress.increment();
-    const std::string drawn = terminal.read_all();
-    EXPECT_NE(drawn.find(" 50%  0:0"), std::string::npos) << drawn;
-    EXPECT_NE(drawn.find(" left"), std::string::npos) << drawn;
+    progress.set_range(1000.0);
+    bool is_shown = false;
+    // On a busy machine the steps are uneven, and the forecast comes later.
+    for (int step = 0; step < 300 && !is_shown; ++step) {
+        usleep(105'000);  // longer than the pause between two drawings
+        progress.increment();
+        is_shown = terminal.read_all().find(" left") != std::string::npos;
+        EXPECT_FALSE(is_shown && step < 10) << "in the first second";
+    }
+    EXPECT_TRUE(is_shown);
 }
 
 TEST(nmkTerminalProgress, is_as_wide_as_its_terminal) {

@@ -60,7 +60,7 @@ std::string full_name(const std::string& name) {
 
 std::string temporary_name(const char* directory, const char* prefix) {
     char* name = _tempnam(directory, prefix);
-    const std::string result = name == nullptr ? "" : name;
+    std::string result = name == nullptr ? "" : name;
     std::free(name);
     return result;
 }

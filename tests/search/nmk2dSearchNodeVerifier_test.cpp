@@ -128,8 +128,10 @@ TEST(nmk2dSearchNodeVerifierBlocked, fixed_nodes_give_the_verdicts_of_a_walk) {
 
 // Points on a lattice of 10 by 10 from a corner.
 void add_lattice(std::vector<NodePointer>& nodes, double corner, double step_x, double step_y) {
-    for (int i = 0; i < 100; ++i) {
-        nodes.push_back(shared_node(corner + i / 10 * step_x, corner + i % 10 * step_y));
+    for (int column = 0; column < 10; ++column) {
+        for (int row = 0; row < 10; ++row) {
+            nodes.push_back(shared_node(corner + column * step_x, corner + row * step_y));
+        }
     }
 }
 

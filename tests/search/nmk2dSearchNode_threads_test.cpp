@@ -11,6 +11,7 @@ namespace {
 using NodePointer = std::shared_ptr<const nmkSearchNode>;
 
 constexpr int side = 40;
+constexpr int half_side = 20;
 
 std::vector<NodePointer> route_across() {
     std::vector<NodePointer> route;
@@ -18,7 +19,7 @@ std::vector<NodePointer> route_across() {
     nmkAStarSearch search(std::make_shared<nmk2dSearchNodeGenerator>(1, 1),
                           std::make_shared<nmk2dSearchNodeVerifier>(box),
                           std::make_shared<nmk2dSearchNode>(giPoint2(0, 0)),
-                          std::make_shared<nmk2dSearchGoalPoint>(giPoint2(side, side / 2)));
+                          std::make_shared<nmk2dSearchGoalPoint>(giPoint2(side, half_side)));
     search.perform(coiFiller_from_container(route));
     return route;
 }

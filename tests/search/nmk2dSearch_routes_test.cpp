@@ -63,6 +63,11 @@ double length_of(const Points& points) {
 
 using Cell = std::pair<int, int>;
 
+std::size_t index_of(Cell cell, int size) {
+    return static_cast<std::size_t>(cell.first) * static_cast<std::size_t>(size) +
+           static_cast<std::size_t>(cell.second);
+}
+
 // The shortest length from `start` to `goal` on a square of `size` by 8 neighbours; infinite when
 // there is none.
 double dijkstra(int size, const std::vector<bool>& blocked, Cell start, Cell goal) {
@@ -79,7 +84,7 @@ double dijkstra(int size, const std::vector<bool>& blocked, Cell start, Cell goa
             for (int dy = -1; dy <= 1; ++dy) {
                 const Cell to{at.first + dx, at.second + dy};
                 if (to.first < 0 || to.second < 0 || to.first >= size || to.second >= size ||
-                    blocked[static_cast<std::size_t>(to.first * size + to.second)]) {
+                    blocked[index_of(to, size)]) {
                     continue;
                 }
                 const double further = cost + std::hypot(dx, dy);
@@ -105,7 +110,9 @@ TEST(nmk2dSearch, routes_are_as_short_as_an_independent_search_finds_them) {
         for (int cell = 1; cell < size * size - 1; ++cell) {
             if (random() % 100 >= 35) continue;
             blocked[static_cast<std::size_t>(cell)] = true;
-            blocked_nodes.push_back(shared_node(cell / size, cell % size));
+            const int x = cell / size;
+            const int y = cell % size;
+            blocked_nodes.push_back(shared_node(x, y));
         }
         const auto verifier = std::make_shared<nmk2dSearchNodeVerifierBlocked>(
             giBox2(giPoint2(0, 0), giPoint2(size - 1, size - 1)), cursor_over(blocked_nodes));

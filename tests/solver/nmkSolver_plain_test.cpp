@@ -3,8 +3,9 @@
 
 #include <nmktoolbox/solver/nmkSolver.h>
 #include <array>
+#include <bit>
 #include <cmath>
-#include <cstring>
+#include <cstdint>
 
 #include "solver/plain_cubsol.h"
 #include "solver/solver_samples.h"
@@ -18,12 +19,13 @@ constexpr int cubics = solver_samples::hostile_count;
 
 /// Calls of both forms with this cubic agree to the last bit, slots that stay unwritten too.
 testing::AssertionResult same_to_the_bit(Cubic c) {
+    using Bits = std::array<std::uint64_t, 3>;
     const std::array<double, 3> untouched = {9.0, 9.0, 9.0};
     std::array<double, 3> fast = untouched;
     std::array<double, 3> plain = untouched;
     const int count = nmkSolver::cubsol(c.data(), fast.data());
     const int expected = plain_cubsol::cubsol(c.data(), plain.data());
-    if (count == expected && std::memcmp(fast.data(), plain.data(), sizeof fast) == 0)
+    if (count == expected && std::bit_cast<Bits>(fast) == std::bit_cast<Bits>(plain))
         return testing::AssertionSuccess();
     return testing::AssertionFailure()
            << std::hexfloat << c[0] << ' ' << c[1] << ' ' << c[2] << ' ' << c[3] << ": " << count

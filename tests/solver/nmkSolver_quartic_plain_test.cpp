@@ -5,8 +5,9 @@
 
 #include <nmktoolbox/solver/nmkSolver.h>
 #include <array>
+#include <bit>
 #include <cmath>
-#include <cstring>
+#include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
@@ -27,8 +28,9 @@ struct Result {
 
 testing::AssertionResult same(const Result& ours, const Result& plain,
                               const std::vector<double>& c) {
+    using Bits = std::array<std::uint64_t, 4>;
     if (ours.count == plain.count && ours.status == plain.status &&
-        std::memcmp(ours.roots.data(), plain.roots.data(), sizeof ours.roots) == 0)
+        std::bit_cast<Bits>(ours.roots) == std::bit_cast<Bits>(plain.roots))
         return testing::AssertionSuccess();
     auto failure = testing::AssertionFailure() << std::hexfloat << "coefficients";
     for (const double one : c) failure << ' ' << one;

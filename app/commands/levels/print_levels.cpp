@@ -2,6 +2,8 @@
 
 #include "commands/levels/print_levels.h"
 
+#include "text/wrapped_text.h"
+
 #include <algorithm>
 #include <ostream>
 #include <string>
@@ -10,6 +12,8 @@
 namespace nmk_levels {
 
 namespace {
+
+constexpr std::size_t description_indent = 4;
 
 std::string setting(int level, std::string_view without) {
     return level < 0 ? std::string(without) : std::to_string(level);
@@ -20,44 +24,27 @@ std::string on_one_line(std::string text) {
     return text;
 }
 
-std::string padded_right(std::string text, std::size_t width) {
-    if (text.size() < width) text.insert(0, width - text.size(), ' ');
-    return text;
-}
-
-std::string padded_left(std::string text, std::size_t width) {
-    if (text.size() < width) text.append(width - text.size(), ' ');
-    return text;
-}
-
-struct Row {
-    std::string name, state, level, previous, standard, preview, description;
-};
-
-void print_row(const Row& row, std::size_t name_width, std::ostream& out) {
-    std::string line = padded_left(row.name, name_width) + "  " + padded_left(row.state, 11) +
-                       padded_right(row.level, 7) + padded_right(row.previous, 10) +
-                       padded_right(row.standard, 9) + padded_right(row.preview, 9) + "  " +
-                       row.description;
-    line.erase(line.find_last_not_of(' ') + 1);
-    out << line << '\n';
+/// "level 1, previous 0, default 1, preview -: " and the description.
+std::string facts_text(const nmkVersion& level) {
+    return "level " + std::to_string(level.get_level()) + ", previous " +
+           setting(level.get_previous_level(), "-") + ", default " +
+           setting(level.get_default_level(), "-") + ", preview " +
+           setting(level.get_preview_level(), "-") + ": " + level.get_description();
 }
 
 }  // namespace
 
 void print_levels_as_table(const std::vector<const nmkVersion*>& levels, std::ostream& out) {
-    std::size_t name_width = 4;
+    std::size_t name_width = 0;
     for (const nmkVersion* level : levels) {
         name_width = std::max(name_width, std::string_view(level->get_name()).size());
     }
-    print_row({"name", "state", "level", "previous", "default", "preview", "description"},
-              name_width, out);
     for (const nmkVersion* level : levels) {
-        print_row(
-            {level->get_name(), level->get_current(), std::to_string(level->get_level()),
-             setting(level->get_previous_level(), "-"), setting(level->get_default_level(), "-"),
-             setting(level->get_preview_level(), "-"), on_one_line(level->get_description())},
-            name_width, out);
+        std::string name = level->get_name();
+        name.append(name_width - name.size(), ' ');
+        out << name << "  " << level->get_current() << '\n'
+            << nmk_text::wrapped(on_one_line(facts_text(*level)), description_indent,
+                                 nmk_text::terminal_columns);
     }
     out << std::to_string(levels.size()) << (levels.size() == 1 ? " level\n" : " levels\n");
 }

@@ -8,8 +8,9 @@
 
 namespace nmk_levels {
 
-/// Prints a heading, a line for each level, and a line with their number. A setting that does not
-/// exist is "-"; a line feed in a description becomes a space.
+/// Prints for each level a line with its name and state, below it its settings and its description,
+/// and at the end a line with their number. A setting that does not exist is "-". No line is wider
+/// than 80 columns.
 void print_levels_as_table(const std::vector<const nmkVersion*>& levels, std::ostream& out);
 
 /// Prints all facts of one level, a line for each.

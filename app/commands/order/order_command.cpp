@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "commands/order/job_notes.h"
 #include "commands/order/order_job.h"
 #include "commands/order/order_json.h"
 #include "commands/order/order_options.h"
@@ -51,6 +52,18 @@ void announce_long_work(const nmk_job::MachiningJob& job, const OrderRequest& re
     }
 }
 
+/// Prints at the first Ctrl-C what happens next.
+void print_stop(nmkSortType type, const OrderRun& run, std::ostream& err) {
+    if (!finishes_run_at_hand(type)) {
+        err << "nmk order: stopping; items not yet ordered stay in the order of the file\n";
+    } else {
+        err << "nmk order: stopping when "
+            << (run.name == "all" ? "this run" : nmk_text::line_text(run.name))
+            << " is ordered; Ctrl-C again ends with nothing written\n";
+    }
+    err.flush();
+}
+
 int print_report(const OrderReport& report, const nmk_files::WrittenFiles& written,
                  std::ostream& out, std::ostream& err) {
     if (report.options.json) {
@@ -74,12 +87,20 @@ int order_with(const OrderOptions& options, nmkProgressBreak* progress, bool ann
         return nmk_shell::refuse(err, read.error().text());
     }
     const auto& job = *read;
+    if (job.items.empty() && !options.allow_empty) {
+        err << nmk_text::line_text(options.file_name)
+            << ": no holes or slots to order; --allow-empty accepts that\n";
+        return nmk_shell::no_result;
+    }
     const OrderRequest request = order_request(options, job.units);
     if (announce) {
         announce_long_work(job, request, err);
     }
     const DebugDrawing drawing(options.debug_channel);
-    OrderedJob ordered = order_job(job, request, progress);
+    OrderedJob ordered = order_job(
+        job, request, progress, [&](const OrderRun& run) { print_stop(request.type, run, err); });
+    const std::vector<std::string> notes = job_notes(job);
+    ordered.notes.insert(ordered.notes.end(), notes.begin(), notes.end());
     if (!options.debug_svg_file.empty() && is_debug_drawing_empty(options.debug_channel)) {
         ordered.notes.push_back("nothing was drawn on the debug channel");
     }

@@ -4,6 +4,7 @@
 
 #include <nmktoolbox/ordering/nmkPointSorter.h>
 #include <nmktoolbox/ordering/nmkSortItemLine.h>
+#include <nmktoolbox/runtime/nmkVersion.h>
 
 #include <algorithm>
 #include <deque>
@@ -16,6 +17,12 @@ namespace nmk_order {
 namespace {
 
 using Items = std::vector<nmk_job::JobItem>;
+
+// The number of temperatures that annealing is expected to pass, for the progress bar: measured
+// with random holes, 20,400 for 100 of them, 26,700 for 1,000, 77,400 for 10,000 and 249,000 for
+// 30,000. The range that the library announces is up to four times as large.
+constexpr double expected_steps = 21000.0;
+constexpr double expected_steps_for_each_item = 7.5;
 
 bool has_slots(const Items& items, std::span<const nmk_job::JobCut> cuts) {
     return std::any_of(cuts.begin(), cuts.end(),
@@ -95,10 +102,11 @@ void open_ring_at_longest_move(const Items& items, nmk_job::JobOrder& cuts) {
 class RunOrderer {
   public:
     RunOrderer(const nmk_job::MachiningJob& job, const OrderRequest& request,
-               nmkProgressBreak* progress, OrderedJob& result)
+               nmkProgressBreak* progress, const OnStop& on_stop, OrderedJob& result)
         : m_items(job.items),
           m_request(request),
-          m_relay(progress),
+          m_relay(progress, [this] { report_stop(); }),
+          m_on_stop(on_stop),
           m_progress(progress == nullptr ? nullptr : &m_relay),
           m_result(result) {}
 
@@ -110,6 +118,11 @@ class RunOrderer {
         }
         const std::span<nmk_job::JobCut> cuts =
             std::span(m_result.after).subspan(run.begin, run.count);
+        m_run = &run;
+        if (finishes_run_at_hand(m_request.type)) {
+            m_relay.set_expected_range(expected_steps + expected_steps_for_each_item *
+                                                            static_cast<double>(run.count));
+        }
         SortedCuts sorted = sorted_cuts(m_items, cuts, m_request, m_progress);
         if (sorted.stopped) {
             m_result.stopped = true;
@@ -134,6 +147,12 @@ class RunOrderer {
         return true;
     }
 
+    void report_stop() const {
+        if (m_on_stop) {
+            m_on_stop(*m_run);
+        }
+    }
+
     void add_note(const OrderRun& run, const std::string& note) {
         m_result.notes.push_back(run.name + ": " + note);
     }
@@ -141,15 +160,25 @@ class RunOrderer {
     const Items& m_items;
     const OrderRequest& m_request;
     nmk_shell::ProgressRelay m_relay;
+    const OnStop& m_on_stop;
+    const OrderRun* m_run = nullptr;  // that is being ordered
     nmkProgressBreak* m_progress;
     OrderedJob& m_result;
 };
 
 std::vector<OrderRun> runs_of(const nmk_job::MachiningJob& job, bool across_tools) {
-    if (across_tools) {
-        return {{"all", std::nullopt, 0, job.items.size()}};
-    }
     std::vector<OrderRun> runs;
+    if (across_tools) {
+        std::size_t begin = 0;
+        for (const std::size_t fence : job.fences) {
+            runs.push_back({"all", std::nullopt, begin, fence - begin});
+            begin = fence;
+        }
+        if (begin < job.items.size() || runs.empty()) {
+            runs.push_back({"all", std::nullopt, begin, job.items.size() - begin});
+        }
+        return runs;
+    }
     for (const nmk_job::JobTool& tool : job.tools) {
         runs.push_back({tool.name, tool.diameter, 0, 0});
     }
@@ -172,9 +201,15 @@ std::size_t tool_changes(const nmk_job::MachiningJob& job, const nmk_job::JobOrd
 
 }  // namespace
 
+bool finishes_run_at_hand(nmkSortType type) {
+    // At level 0 the sorter is the older method, which stops at once.
+    return finds_shortest(type) && nmkVersion::get_from_manager("itemsorter").get_level() != 0;
+}
+
 OrderedJob order_job(const nmk_job::MachiningJob& job, const OrderRequest& request,
-                     nmkProgressBreak* progress) {
+                     nmkProgressBreak* progress, const OnStop& on_stop) {
     OrderedJob result;
+    result.notes = job.notes;
     result.runs = runs_of(job, request.across_tools);
     result.before = nmk_job::order_of_file(job);
     result.tool_changes_before = tool_changes(job, result.before);
@@ -182,7 +217,7 @@ OrderedJob order_job(const nmk_job::MachiningJob& job, const OrderRequest& reque
         result.before = nmk_job::order_by_tool(job);
     }
     result.after = result.before;
-    RunOrderer orderer(job, request, progress, result);
+    RunOrderer orderer(job, request, progress, on_stop, result);
     for (const OrderRun& run : result.runs) {
         orderer.order(run);
     }

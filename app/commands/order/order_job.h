@@ -10,6 +10,7 @@
 #include <nmktoolbox/ordering/nmkSortType.h>
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -40,7 +41,7 @@ struct OrderRun {
 
 /// Two complete orders of a job, divided into the same runs.
 struct OrderedJob {
-    std::vector<OrderRun> runs;           // one for each tool, or a single one across tools
+    std::vector<OrderRun> runs;           // one for each tool; across tools one between two fences
     nmk_job::JobOrder before;             // each run in the order of the file
     nmk_job::JobOrder after;              // each run in its new order
     std::size_t tool_changes_before = 0;  // in the order of the file, whatever the runs
@@ -49,8 +50,14 @@ struct OrderedJob {
     std::vector<std::string> notes;  // remarks for a person, a sentence each without its full stop
 };
 
+/// Called at the first request to stop, with the run that is being ordered; may be empty.
+using OnStop = std::function<void(const OrderRun& run)>;
+
+/// True for a type that orders a run to its end before it stops.
+bool finishes_run_at_hand(nmkSortType type);
+
 /// Orders the job. `progress` may be null; a result of its increment other than 0 requests a stop.
 OrderedJob order_job(const nmk_job::MachiningJob& job, const OrderRequest& request,
-                     nmkProgressBreak* progress);
+                     nmkProgressBreak* progress, const OnStop& on_stop = {});
 
 }  // namespace nmk_order

@@ -96,6 +96,8 @@ void declare_figures(nmk_shell::OptionTable& table, OrderOptions& options) {
     table.group("Figures");
     table.number("--rapid", "RATE", options.rapid, nmk_shell::above_zero,
                  "mm per minute, for the seconds in the table");
+    table.option("--allow-empty", options.allow_empty,
+                 "a file without holes and slots is not an error");
     table.option("--json", options.json, "print the figures as JSON instead of the table");
     table.option("--quiet", options.quiet, "print no table and no progress; --json still prints");
 }
@@ -115,13 +117,13 @@ void declare_order_options(nmk_shell::OptionTable& table, OrderOptions& options)
         "Travel is counted within each tool, from its first item to its last. Ctrl-C keeps the "
         "items ordered so far; the others follow in the order of the file.");
     table.exit_code(nmk_shell::done, "done, also after Ctrl-C, with a complete order");
-    table.exit_code(nmk_shell::no_result, "no result");
+    table.exit_code(nmk_shell::no_result, "no holes and slots in the file, or no result");
     table.example("nmk order samples/cover_plate.drl --svg cover.svg -o ordered.drl");
 }
 
 OrderRequest order_request(const OrderOptions& options, nmk_job::JobUnits file_units) {
-    const nmk_job::JobUnits units = options.units.value_or(file_units);
-    const auto mm = [&](double length) { return nmk_job::millimetres_of(length, units); };
+    const nmk_job::JobUnits given = options.units.value_or(file_units);
+    const auto mm = [&](double length) { return nmk_job::millimetres_of(length, given); };
     OrderRequest request;
     request.type = options.type;
     request.across_tools = options.across_tools;

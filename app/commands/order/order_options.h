@@ -29,6 +29,7 @@ struct OrderOptions {
     std::string output_file, svg_file, html_file;  // empty: not written
     DebugChannel debug_channel;                    // has a name if debug_svg_file has one
     std::string debug_svg_file;
+    bool allow_empty = false;  // a file without items is not an error
     bool json = false;
     bool quiet = false;
 };

@@ -13,12 +13,20 @@ std::string counted(std::size_t count, const std::string& noun) {
     return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
 }
 
-std::string point_text(const giPoint3& p) {
-    std::string text = "(" + nmk_text::short_number(p.x, 3) + ", " + nmk_text::short_number(p.y, 3);
-    return text + (p.z == 0.0 ? "" : ", " + nmk_text::short_number(p.z, 3)) + ")";
+/// "(1.5, 2) mm"
+std::string point_text(const giPoint3& p, nmk_job::JobUnits units) {
+    const auto number = [&](double length) {
+        return nmk_text::short_number(length / nmk_job::mm_of(units), 3);
+    };
+    return "(" + number(p.x) + ", " + number(p.y) + (p.z == 0.0 ? "" : ", " + number(p.z)) + ") " +
+           length_unit(units);
 }
 
 }  // namespace
+
+std::string length_unit(nmk_job::JobUnits units) {
+    return units == nmk_job::JobUnits::inches ? "in" : "mm";
+}
 
 OrderReport report_of(const OrderOptions& options, const OrderRequest& request,
                       const nmk_job::MachiningJob& job, const OrderedJob& ordered) {
@@ -39,7 +47,8 @@ std::string report_summary(const OrderReport& report) {
     const std::size_t tools = report.figures.tools.size();
     return counted(report.figures.total.items, "item") + ", " +
            (request.across_tools ? "across tools" : counted(tools, "tool")) + ", sorted by " +
-           std::string(sort_type_name(request.type)) + " from " + point_text(request.start) + " mm";
+           std::string(sort_type_name(request.type)) + " from " +
+           point_text(request.start, report.file_units);
 }
 
 std::string rapid_summary(const OrderReport& report) {

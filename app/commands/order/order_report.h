@@ -21,6 +21,9 @@ struct OrderReport {
     std::vector<std::string> notes;
 };
 
+/// "mm" or "in"
+std::string length_unit(nmk_job::JobUnits units);
+
 OrderReport report_of(const OrderOptions& options, const OrderRequest& request,
                       const nmk_job::MachiningJob& job, const OrderedJob& ordered);
 

@@ -6,22 +6,64 @@
 
 #include "text/escaped_text.h"
 #include "text/number_format.h"
+#include "text/wrapped_text.h"
 
 namespace nmk_order {
 
 namespace {
 
-std::vector<std::string> row_cells(const ToolFigures& row, double rapid) {
+// A longer name is cut in the table, which then fits a terminal.
+constexpr std::size_t max_name_length = 7;
+
+// From here on a travel has no decimals.
+constexpr double long_travel = 1e5;
+
+/// Lengths in the unit of the file.
+class LengthTexts {
+  public:
+    explicit LengthTexts(nmk_job::JobUnits units)
+        : m_units(units), m_decimals(units == nmk_job::JobUnits::inches ? 1 : 0) {}
+
+    std::string diameter(double length) const { return fixed(length, 3 + m_decimals); }
+
+    std::string travel(double length) const {
+        const bool is_long = length / nmk_job::mm_of(m_units) >= long_travel;
+        return fixed(length, is_long ? 0 : 1 + m_decimals);
+    }
+
+  private:
+    std::string fixed(double length, int decimals) const {
+        return nmk_text::fixed_number(length / nmk_job::mm_of(m_units), decimals);
+    }
+
+    nmk_job::JobUnits m_units;
+    int m_decimals;  // more than for millimetres
+};
+
+std::vector<std::string> row_cells(const ToolFigures& row, const OrderReport& report) {
+    const LengthTexts text(report.file_units);
     const TravelFigures& after = row.after;
+    const double rapid = report.options.rapid;
     return {nmk_text::line_text(row.name),
-            row.diameter ? nmk_text::fixed_number(*row.diameter, 3) : "",
+            row.diameter ? text.diameter(*row.diameter) : "",
             std::to_string(row.items),
-            nmk_text::fixed_number(row.before.travel, 1),
-            nmk_text::fixed_number(after.travel, 1),
+            text.travel(row.before.travel),
+            text.travel(after.travel),
             nmk_text::fixed_number(saved_percent(row.before.travel, after.travel), 1),
-            nmk_text::fixed_number(after.longest, 1),
+            text.travel(after.longest),
             nmk_text::fixed_number(rapid_seconds(after.travel, rapid), 1),
             nmk_text::fixed_number(rapid_seconds(after.per_axis, rapid), 1)};
+}
+
+/// The cells of the text table: shorter headings, and names of limited length.
+FigureCells narrow_cells(const OrderReport& report) {
+    FigureCells cells = figure_cells(report);
+    cells.headings[3] = "before";
+    cells.headings[4] = "after";
+    for (std::vector<std::string>& row : cells.rows) {
+        row[0] = nmk_text::shortened(row[0], max_name_length);
+    }
+    return cells;
 }
 
 std::vector<std::size_t> column_widths(const FigureCells& cells) {
@@ -49,25 +91,34 @@ std::string padded_line(const std::vector<std::string>& row,
     return line + "\n";
 }
 
+/// The name of the file and the summary, on one line if they fit.
+std::string heading_lines(const OrderReport& report) {
+    const std::string name = nmk_text::line_text(report.options.file_name) + ":";
+    const std::string summary = report_summary(report);
+    return name.size() + 1 + summary.size() <= nmk_text::terminal_columns
+               ? name + " " + summary + "\n"
+               : name + "\n" + nmk_text::wrapped(summary, 2, nmk_text::terminal_columns);
+}
+
 }  // namespace
 
 FigureCells figure_cells(const OrderReport& report) {
     FigureCells cells;
     cells.headings = {"tool",  "diameter", "items",     "travel before", "travel after",
                       "saved", "longest",  "Euclidean", "Chebyshev"};
-    cells.units = {"", "mm", "", "mm", "mm", "%", "mm", "s", "s"};
+    const std::string unit = length_unit(report.file_units);
+    cells.units = {"", unit, "", unit, unit, "%", unit, "s", "s"};
     for (const ToolFigures& row : report.figures.tools) {
-        cells.rows.push_back(row_cells(row, report.options.rapid));
+        cells.rows.push_back(row_cells(row, report));
     }
-    cells.rows.push_back(row_cells(report.figures.total, report.options.rapid));
+    cells.rows.push_back(row_cells(report.figures.total, report));
     return cells;
 }
 
 std::string order_table(const OrderReport& report) {
-    const FigureCells cells = figure_cells(report);
+    const FigureCells cells = narrow_cells(report);
     const std::vector<std::size_t> widths = column_widths(cells);
-    std::string text =
-        nmk_text::line_text(report.options.file_name) + ": " + report_summary(report) + "\n\n";
+    std::string text = heading_lines(report) + "\n";
     const std::string headings = padded_line(cells.headings, widths);
     text += headings + padded_line(cells.units, widths);
     for (std::size_t i = 0; i < cells.rows.size(); ++i) {
@@ -76,13 +127,13 @@ std::string order_table(const OrderReport& report) {
         }
         text += padded_line(cells.rows[i], widths);
     }
-    text += "\n" + rapid_summary(report) + "\n";
+    text += "\n" + nmk_text::wrapped(rapid_summary(report), 0, nmk_text::terminal_columns);
     if (report.request.across_tools) {
         text += "Tool changes: " + std::to_string(report.tool_changes_before) + " before, " +
                 std::to_string(report.tool_changes_after) + " after.\n";
     }
     for (const std::string& note : report.notes) {
-        text += nmk_text::line_text(note) + ".\n";
+        text += nmk_text::wrapped(nmk_text::line_text(note) + ".", 0, nmk_text::terminal_columns);
     }
     return text;
 }

@@ -17,7 +17,8 @@ struct FigureCells {
 
 FigureCells figure_cells(const OrderReport& report);
 
-/// Summary, table, rapids and notes, in lines that each end with a line feed.
+/// Summary, table, rapids and notes, in lines of at most 80 columns (but for a long file name) that
+/// each end with a line feed.
 std::string order_table(const OrderReport& report);
 
 }  // namespace nmk_order

@@ -6,12 +6,13 @@
 
 #include "commands/route/point_text.h"
 #include "text/escaped_text.h"
+#include "text/wrapped_text.h"
 
 namespace nmk_route {
 
 namespace {
 
-constexpr std::size_t line_width = 96;  // of the list of nodes
+constexpr std::size_t line_width = nmk_text::terminal_columns;  // of the list of nodes
 
 std::string goal_text(const RouteReport& report) {
     const RouteRequest& request = report.request;

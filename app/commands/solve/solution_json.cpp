@@ -22,7 +22,7 @@ void add_numbers(Json& json, std::vector<std::string> names, const std::vector<d
     }
 }
 
-/// Adds "problem", "solutions" and, if there is one, "note".
+/// Adds "problem", "solutions", of a polynomial "real_roots" and, if there is one, "note".
 Json& add_answer(Json& json, const Answer& answer) {
     json["problem"] = answer.problem;
     json["solutions"] = Json::array();
@@ -31,6 +31,10 @@ Json& add_answer(Json& json, const Answer& answer) {
         add_numbers(row, answer.value_names, solution.values);
         add_numbers(row, answer.residual_names, solution.residuals);
         json["solutions"].push_back(std::move(row));
+    }
+    if (answer.real_roots) {
+        json["real_roots"] = {{"count", answer.real_roots->with_multiplicity},
+                              {"distinct", answer.real_roots->distinct}};
     }
     if (!answer.note.empty()) {
         json["note"] = answer.note;

@@ -22,10 +22,13 @@ Answer solve_normal(double x) {
     return answer;
 }
 
-Answer solve_problem(const Problem& problem) {
+namespace {
+
+Answer solve_kind(const Problem& problem) {
     switch (problem.kind) {
         case ProblemKind::polynomial:
-            return solve_polynomial(problem.numbers);
+            return problem.certified ? solve_certified(problem.numbers)
+                                     : solve_polynomial(problem.numbers);
         case ProblemKind::root:
         case ProblemKind::extremum:
             return solve_bracket(problem);
@@ -34,6 +37,20 @@ Answer solve_problem(const Problem& problem) {
         default:
             return solve_angles(problem);
     }
+}
+
+}  // namespace
+
+Answer solve_problem(const Problem& problem) {
+    Answer answer = solve_kind(problem);
+    for (Solution& solution : answer.solutions) {
+        for (auto* const numbers : {&solution.values, &solution.residuals}) {
+            for (double& number : *numbers) {
+                number += 0.0;  // zero for a negative zero
+            }
+        }
+    }
+    return answer;
 }
 
 }  // namespace nmk_solve

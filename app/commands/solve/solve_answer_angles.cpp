@@ -140,6 +140,12 @@ Answer solve_angles(const Problem& problem) {
                               "cos psi", "sin psi", "psi degrees"};
         answer.residual_names = {"residual 1", "residual 2"};
     }
+    if (std::all_of(problem.numbers.begin(), problem.numbers.end(),
+                    [](double number) { return number == 0.0; })) {
+        answer.note = slots.count == 0
+                          ? "all numbers are zero; every angle is a solution, and none is listed"
+                          : "all numbers are zero; every angle is a solution";
+    }
     for (std::size_t i = 0; i < static_cast<std::size_t>(slots.count); ++i) {
         Solution solution = solution_at(problem, slots, i);
         if (std::isnan(slots.cos_phi[i])) {

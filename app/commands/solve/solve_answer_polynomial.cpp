@@ -21,6 +21,14 @@ constexpr int too_uneven = 1;  // a status of cubsol
 // a cubic may overflow.
 constexpr double max_ratio_to_leading = 1e50;
 
+// Compared with the value at a listed root divided by the sum of the sizes of its terms. The solver
+// takes two near roots for a double one up to about 1e-10 of that sum; above, rounding does not
+// explain it.
+constexpr double max_relative_residual = 1e-9;
+
+constexpr const char* every_x_is_a_root =
+    "all coefficients are zero; every x is a root, and none is listed";
+
 struct Roots {
     std::array<double, 4> values{};
     std::array<int, 4> status{};
@@ -58,7 +66,7 @@ bool has_lost_overflowed_roots(const std::vector<double>& coefficients, const Ro
 
 std::string note_of(const std::vector<double>& coefficients, const Roots& roots) {
     if (all_zero(coefficients)) {
-        return "all coefficients are zero; every x is a root, and none is listed";
+        return every_x_is_a_root;
     }
     if (coefficients.size() == 4 && roots.status[0] == too_uneven) {
         return "the coefficients differ too much in size; no roots are computed";
@@ -71,6 +79,47 @@ std::string note_of(const std::vector<double>& coefficients, const Roots& roots)
         return "the coefficients differ too much in size; roots that overflow are left out";
     }
     return {};
+}
+
+void add_note(std::string& note, const std::string& more) {
+    note += (note.empty() ? "" : "; ") + more;
+}
+
+std::string count_text(const RootCount& count) {
+    const std::size_t roots = count.with_multiplicity;
+    const std::string text = roots == 0   ? "no real root"
+                             : roots == 1 ? "1 real root"
+                                          : std::to_string(roots) + " real roots";
+    return count.distinct == roots ? text
+                                   : text + ", " + std::to_string(count.distinct) + " distinct";
+}
+
+/// Whether rounding explains that the polynomial is not zero at a value that the solver lists.
+bool is_root_but_for_rounding(const std::vector<double>& coefficients, double x) {
+    double size = 0.0;
+    for (std::size_t i = coefficients.size(); i-- > 0;) {
+        size = size * std::abs(x) + std::abs(coefficients[i]);
+    }
+    return !std::isfinite(size) ||
+           std::abs(polynomial_value(coefficients, x)) <= max_relative_residual * size;
+}
+
+/// Compares what the solver lists with the number of real roots.
+void check_answer(const std::vector<double>& coefficients, Answer& answer) {
+    answer.real_roots = count_real_roots(coefficients);
+    const std::size_t listed = answer.solutions.size();
+    const auto doubtful = std::count_if(
+        answer.solutions.begin(), answer.solutions.end(),
+        [&](const Solution& s) { return !is_root_but_for_rounding(coefficients, s.values[0]); });
+    if (answer.real_roots->with_multiplicity != listed && !all_zero(coefficients)) {
+        add_note(answer.note, "the polynomial has " + count_text(*answer.real_roots) +
+                                  "; the solver lists " + std::to_string(listed));
+    }
+    if (doubtful > 0) {
+        add_note(answer.note,
+                 std::to_string(doubtful) + (doubtful == 1 ? " listed value is not a root"
+                                                           : " listed values are not roots"));
+    }
 }
 
 std::string term_text(double coefficient, std::size_t power) {
@@ -124,6 +173,24 @@ Answer solve_polynomial(const std::vector<double>& coefficients) {
     std::sort(roots.values.begin(), end);
     for (auto x = roots.values.begin(); x != end; ++x) {
         answer.solutions.push_back({{*x}, {polynomial_value(coefficients, *x)}});
+    }
+    check_answer(coefficients, answer);
+    return answer;
+}
+
+Answer solve_certified(const std::vector<double>& coefficients) {
+    Answer answer;
+    answer.problem = polynomial_text(coefficients) + " = 0";
+    answer.value_names = {"x", "low", "high", "multiplicity"};
+    answer.residual_names = {"residual"};
+    answer.real_roots = count_real_roots(coefficients);
+    for (const CertifiedRoot& root : certified_roots(coefficients)) {
+        answer.solutions.push_back(
+            {{root.nearest, root.low, root.high, static_cast<double>(root.multiplicity)},
+             {polynomial_value(coefficients, root.nearest)}});
+    }
+    if (all_zero(coefficients)) {
+        answer.note = every_x_is_a_root;
     }
     return answer;
 }

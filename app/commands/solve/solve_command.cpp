@@ -2,6 +2,9 @@
 
 #include "commands/solve/solve_command.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "commands/solve/polynomial_picture.h"
 #include "commands/solve/problem_table.h"
 #include "commands/solve/solution_json.h"
@@ -24,7 +27,8 @@ nmk_text::Result<void> print_table(const SolveOptions& options, const std::strin
         out << table_opening();
     }
     auto checked = read_problem_table(
-        options.csv_file, text, options.kind, [&](const Problem& problem, std::size_t line) {
+        options.csv_file, text, options.kind, [&](Problem problem, std::size_t line) {
+            problem.certified = options.certified;
             const Answer answer = solve_problem(problem);
             if (options.json) {
                 out << (is_first ? "\n  " : ",\n  ") << answer_row(answer, line);
@@ -59,11 +63,20 @@ int solve_table(const SolveOptions& options, std::ostream& out, std::ostream& er
     return nmk_shell::finish(out, err, "the answers");
 }
 
+/// The answer without the roots beyond the largest double, which cannot be drawn.
+Answer drawn_part(Answer answer) {
+    std::erase_if(answer.solutions, [](const Solution& solution) {
+        return !std::all_of(solution.values.begin(), solution.values.end(),
+                            [](double value) { return std::isfinite(value); });
+    });
+    return answer;
+}
+
 int solve_one(const SolveOptions& options, std::ostream& out, std::ostream& err) {
     const Answer answer = solve_problem(options.problem);
     nmk_files::WrittenFiles written;
     if (!options.svg_file.empty()) {
-        const std::string picture = polynomial_picture(options.problem.numbers, answer);
+        const std::string picture = polynomial_picture(options.problem.numbers, drawn_part(answer));
         auto files = nmk_files::write_all_files({{options.svg_file, picture}});
         if (!files) {
             return nmk_shell::refuse(err, files.error().text());

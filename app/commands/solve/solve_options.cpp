@@ -26,6 +26,10 @@ nmk_shell::Problem check(SolveOptions& options) {
         (!options.csv_file.empty() || options.kind->kind != ProblemKind::polynomial)) {
         return "--svg draws one polynomial: nmk solve polynomial C0 C1 ... --svg FILE";
     }
+    if (options.certified &&
+        (options.kind == nullptr || options.kind->kind != ProblemKind::polynomial)) {
+        return "--certified proves the roots of polynomials: nmk solve polynomial ... --certified";
+    }
     if (!options.csv_file.empty()) {
         return csv_problem(options);
     }
@@ -35,6 +39,7 @@ nmk_shell::Problem check(SolveOptions& options) {
         return problem.error().message;
     }
     options.problem = *std::move(problem);
+    options.problem.certified = options.certified;
     return {};
 }
 
@@ -74,6 +79,9 @@ void declare_solve_options(nmk_shell::OptionTable& table, SolveOptions& options)
                 "solve a table: rows KIND,NUMBERS, or rows NUMBERS if KIND is an argument")
         .completes = nmk_shell::Completes::files;
     table.output_file("--svg", options.svg_file, "draw the polynomial and its roots");
+    table.option("--certified", options.certified,
+                 "real roots of polynomials, each with a bracket that is proved to hold it and "
+                 "with its multiplicity");
     table.option("--json", options.json, "print JSON instead of the text");
     table.option("--quiet", options.quiet, "print no text; --json still prints");
     table.check([&options] { return check(options); });

@@ -53,6 +53,7 @@ std::string kind_list();
 struct Problem {
     ProblemKind kind = ProblemKind::polynomial;
     std::vector<double> numbers;
+    bool certified = false;  // of a polynomial: prove every root instead of asking the solver
 };
 
 /// The problem of these words, or an Error. The numbers are finite.

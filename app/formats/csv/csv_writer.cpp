@@ -21,17 +21,18 @@ std::string point_cells(const giPoint3& point) {
 
 /// The cells of the row as in the file, without blanks and quotation marks: once the row is the
 /// first of the table, a reader could take other characters in it for the separator. A reversed row
-/// has its last three cells first.
-std::string row_text(std::string_view line, char separator, bool reversed) {
+/// has the three cells of its end first.
+std::string row_text(std::string_view line, const CsvTable& table, bool reversed) {
     nmk_text::CsvRow row;
     row.line = line;
-    nmk_text::split_row(row, separator);
+    nmk_text::split_row(row, table.separator);
+    const std::size_t coordinates = row.count - table.tool_columns;
     std::string text;
     for (std::size_t i = 0; i < row.count; ++i) {
         if (i > 0) {
-            text += separator;
+            text += table.separator;
         }
-        text += row.bare(reversed ? (i + 3) % row.count : i);
+        text += row.bare(reversed && i < coordinates ? (i + 3) % coordinates : i);
     }
     return text;
 }
@@ -44,7 +45,7 @@ std::string same_table(const nmk_job::MachiningJob& job, std::span<const nmk_job
         text.append(table.header).append(ending);
     }
     for (const nmk_job::JobCut& cut : order) {
-        text += row_text(table.rows.at(cut.item), table.separator, cut.reversed);
+        text += row_text(table.rows.at(cut.item), table, cut.reversed);
         text.append(ending);
     }
     return text;
@@ -55,10 +56,9 @@ bool has_lines(const nmk_job::MachiningJob& job) {
                        [](const nmk_job::JobItem& item) { return item.end.has_value(); });
 }
 
-std::string tool_remark(const nmk_job::JobTool& tool) {
-    return "# " + tool.name +
-           (tool.diameter ? ", diameter " + nmk_text::exact_number(*tool.diameter) + " mm" : "") +
-           "\n";
+std::string tool_cells(const nmk_job::JobTool& tool) {
+    return "," + tool.name + "," +
+           (tool.diameter ? nmk_text::exact_number(*tool.diameter) : std::string());
 }
 
 std::string cut_cells(const nmk_job::JobItem& item, bool reversed, bool with_ends) {
@@ -66,18 +66,18 @@ std::string cut_cells(const nmk_job::JobItem& item, bool reversed, bool with_end
     if (with_ends) {
         text += item.end ? "," + point_cells(nmk_job::exit_of(item, reversed)) : ",,,";
     }
-    return text + "\n";
+    return text;
 }
 
 std::string new_table(const nmk_job::MachiningJob& job, std::span<const nmk_job::JobCut> order) {
     const bool with_ends = has_lines(job);
-    std::string text = with_ends ? "x,y,z,x2,y2,z2\n" : "x,y,z\n";
+    const bool with_tools = job.format == nmk_job::JobFormat::excellon;
+    std::string text = with_ends ? "x,y,z,x2,y2,z2" : "x,y,z";
+    text += with_tools ? ",tool,diameter\n" : "\n";
     const auto add_run = [&](std::size_t tool, std::span<const nmk_job::JobCut> cuts) {
-        if (job.format == nmk_job::JobFormat::excellon) {
-            text += tool_remark(job.tools[tool]);
-        }
+        const std::string end = (with_tools ? tool_cells(job.tools[tool]) : "") + "\n";
         for (const nmk_job::JobCut& cut : cuts) {
-            text += cut_cells(job.items[cut.item], cut.reversed, with_ends);
+            text += cut_cells(job.items[cut.item], cut.reversed, with_ends) + end;
         }
     };
     nmk_job::each_tool_run(job, order, add_run);

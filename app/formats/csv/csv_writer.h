@@ -2,8 +2,8 @@
 //
 // A job that was read from a table keeps its header and the digits of its rows; a reversed line has
 // its two points exchanged. Any other job becomes a table in millimetres with the columns x,y,z, or
-// x,y,z,x2,y2,z2 when it has slots (the last three cells of a hole are then empty), and with a
-// remark (#) above the items of each tool.
+// x,y,z,x2,y2,z2 when it has slots (the last three cells of a hole are then empty), and for a drill
+// program the columns tool and diameter, which csv_reader reads back.
 #pragma once
 
 #include <span>

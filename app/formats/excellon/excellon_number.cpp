@@ -99,7 +99,7 @@ struct ZeroEvidence {
     }
 
     void add_line(std::string_view line) {
-        line = line.substr(0, line.find(';'));
+        line = line.substr(0, line.find_first_of(";("));
         for (std::size_t i = 0; i < line.size(); ++i) {
             if (std::string_view("XYxy").find(line[i]) == std::string_view::npos) {
                 continue;

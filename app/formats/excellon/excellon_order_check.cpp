@@ -27,7 +27,21 @@ class OrderComparison : public ExcellonListener {
         ++m_count;
     }
 
-    bool is_same() const { return m_is_same && m_count == m_order.size(); }
+    void block(const ExcellonBlock& block) override {
+        if (m_head_blocks < m_program.head_blocks) {
+            ++m_head_blocks;
+            return;
+        }
+        const std::vector<ProgramBlock>& blocks = m_program.blocks;
+        m_is_same = m_is_same && m_blocks < blocks.size() &&
+                    blocks[m_blocks].cuts_before == m_count &&
+                    blocks[m_blocks].tool == block.tool && blocks[m_blocks].text == block.text;
+        ++m_blocks;
+    }
+
+    bool is_same() const {
+        return m_is_same && m_count == m_order.size() && m_blocks == m_program.blocks.size();
+    }
 
   private:
     bool is_same(const nmk_job::JobCut& expected, int tool, const ExcellonCut& cut,
@@ -45,6 +59,8 @@ class OrderComparison : public ExcellonListener {
     const ExcellonProgram& m_program;
     std::span<const nmk_job::JobCut> m_order;
     std::size_t m_count = 0;
+    std::size_t m_head_blocks = 0;
+    std::size_t m_blocks = 0;
     bool m_is_same = true;
 };
 
@@ -57,7 +73,10 @@ nmk_text::Result<void> check_order(const nmk_job::MachiningJob& job,
     };
     const std::string count = std::to_string(job.items.size()) + " items";
     std::vector<bool> seen(job.items.size(), false);
-    for (const auto [item, reversed] : order) {
+    auto fence = job.fences.begin();
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        const auto [item, reversed] = order[i];
+        fence += fence != job.fences.end() && *fence == i ? 1 : 0;
         if (item >= seen.size()) {
             return error("the order has item " + std::to_string(item) + "; the file has " + count);
         }
@@ -66,6 +85,10 @@ nmk_text::Result<void> check_order(const nmk_job::MachiningJob& job,
         }
         if (reversed && !job.items[item].end) {
             return error("the order reverses item " + std::to_string(item) + ", which is a hole");
+        }
+        if (fence != job.fences.end() && item >= *fence) {
+            return error("the order moves item " + std::to_string(item) +
+                         " across a routed path or a pattern");
         }
         seen[item] = true;
     }

@@ -11,10 +11,10 @@
 namespace nmk_excellon {
 
 void ExcellonWalk::read_line() {
-    const std::size_t semicolon = std::min(m_line.text.find(';'), m_line.text.size());
-    const std::string_view code = nmk_text::trimmed(m_line.text.substr(0, semicolon));
-    if (semicolon < m_line.text.size()) {
-        m_state.read_comment(m_line.text.substr(semicolon), m_line.number);
+    const std::size_t comment = comment_begin();
+    const std::string_view code = nmk_text::trimmed(m_line.text.substr(0, comment));
+    if (comment < m_line.text.size()) {
+        m_state.read_comment(m_line.text.substr(comment), m_line.number);
     }
     if (m_ended) {
         if (code.starts_with('X') || code.starts_with('Y')) {
@@ -22,8 +22,12 @@ void ExcellonWalk::read_line() {
         }
         return keep(m_line.text);
     }
+    check_comment(m_line.text.substr(comment));
     if (m_in_header) {
         return read_header_line(code);
+    }
+    if (read_block(code)) {
+        return;
     }
     if (code.empty() || code == "%") {
         return keep(m_line.text);
@@ -31,9 +35,30 @@ void ExcellonWalk::read_line() {
     if (m_state.read_statement(code, m_line.number)) {
         return keep(m_line.text, ExcellonLine::definition);
     }
-    m_comment = m_line.text.substr(semicolon);
+    m_comment = m_line.text.substr(comment);
     read_words(code);
     keep_comment();
+}
+
+/// The position of the comment in the line, or its size. In a message a parenthesis is text.
+std::size_t ExcellonWalk::comment_begin() const {
+    const ExcellonWords words(m_line.text);
+    const std::optional<ExcellonWord> word = words.peek();
+    const std::optional<int> number = word ? small_number(word->number) : std::nullopt;
+    const bool is_message = number && !m_in_header &&
+                            excellon_command(word->letter, *number) == ExcellonCommand::keep_line;
+    return std::min(m_line.text.find_first_of(is_message ? ";" : ";("), m_line.text.size());
+}
+
+void ExcellonWalk::check_comment(std::string_view comment) const {
+    while (comment.starts_with('(')) {
+        const std::size_t end = comment.find(')');
+        comment = nmk_text::trimmed(comment.substr(std::min(end, comment.size() - 1) + 1));
+    }
+    if (!comment.empty() && comment.front() != ';') {
+        refuse("cannot read " + nmk_text::quoted(comment) +
+               " after a comment; expected the comment at the end of the line");
+    }
 }
 
 void ExcellonWalk::read_words(std::string_view code) {

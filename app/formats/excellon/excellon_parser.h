@@ -3,9 +3,12 @@
 // The reader and the check of the writer use the same parser, so that they cannot differ on the
 // meaning of a line. Coordinates are absolute and complete, each with its text if the file has it.
 //
-// Drilled holes, slots (G85) and repeats of holes (R) can be ordered. Anything that makes holes
-// depend on one another is refused with its line: routed paths (G00 to G03, M15 to M17), patterns
-// (M01, M02, M25), mirrored or swapped axes, canned text, a zero point that moves between holes.
+// Drilled holes, slots (G85) and repeats of holes (R) can be ordered. Routed paths (G00 to G03, M15
+// to M17) and patterns (M25, M01, M02) are blocks of lines that are kept as they are, and no hole
+// is moved across them. Anything else that makes holes depend on one another is refused with its
+// line: mirrored or swapped axes, canned text, a zero point that moves between holes.
+//
+// A comment is the text from a semicolon to the end of the line, or in parentheses at its end.
 #pragma once
 
 #include <cstddef>
@@ -14,6 +17,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "formats/excellon/excellon_number.h"
 #include "formats/job/machining_job.h"
@@ -43,6 +47,15 @@ struct ExcellonCut {
     bool with_point = false;  // the file has used decimal points so far
 };
 
+/// Lines that are kept together and as they are: a routed path or a pattern.
+struct ExcellonBlock {
+    int tool = 0;           // selected before it; 0: none
+    int tool_after = 0;     // selected after it
+    std::string tool_text;  // the last tool word in the block; empty: none
+    std::string text;       // with line endings; it begins with a complete position
+    std::size_t end = 0;    // offset of the line after it
+};
+
 /// The kind of a line that cuts nothing: a remark belongs to the holes that follow it, a definition
 /// applies to the whole program.
 enum class ExcellonLine { remark, definition };
@@ -62,6 +75,8 @@ class ExcellonListener {
     /// `line_end` is the offset of the line after the one that cuts.
     virtual void cut(int /*tool*/, const ExcellonCut& /*cut*/, const ExcellonFormat& /*format*/,
                      std::size_t /*line_begin*/, std::size_t /*line_end*/) {}
+
+    virtual void block(const ExcellonBlock& /*block*/) {}
 };
 
 /// The facts that are known at the end of a program.
@@ -69,6 +84,7 @@ struct ExcellonFacts {
     nmk_job::JobUnits units = nmk_job::JobUnits::inches;
     std::map<int, double> diameters;  // mm, of the tools that have one
     bool incremental = false;         // some positions may be increments
+    std::vector<std::string> notes;   // remarks for a person, a sentence each without its full stop
 };
 
 /// Parses the program and returns the facts at its end, or the first Error, without a file name.

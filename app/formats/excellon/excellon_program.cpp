@@ -27,6 +27,7 @@ void ProgramRecorder::tool_selected(int number, std::string_view text, std::size
         m_has_body = true;
         m_program->head_end = line_begin;
         m_program->tools.clear();
+        m_program->head_blocks += std::exchange(m_program->blocks, {}).size();
         m_remarks.clear();
         m_definitions.clear();
     }
@@ -53,6 +54,34 @@ void ProgramRecorder::cut(int tool, const ExcellonCut& cut, const ExcellonFormat
     if (cut.end) {
         add_point(*cut.end);
     }
+}
+
+void ProgramRecorder::block(const ExcellonBlock& block) {
+    ExcellonProgram& program = *m_program;
+    if (program.cut_begins.empty() && !block.tool_text.empty()) {  // the head goes up to its end
+        m_has_body = true;
+        program.head_end = block.end;
+        program.head_blocks += std::exchange(program.blocks, {}).size();
+        program.tools = {{block.tool_after, ToolLines{block.tool_text, {}, {}}}};
+        m_remarks.clear();
+        m_remarks_before_tool.clear();
+        m_definitions.clear();
+        ++program.head_blocks;
+        return;
+    }
+    if (!m_has_body) {
+        ++program.head_blocks;
+        return;
+    }
+    ProgramBlock recorded{program.cut_count(), block.tool, block.tool_after, {}, block.text};
+    move_all(m_remarks_before_tool, recorded.before);
+    move_all(m_remarks, recorded.before);
+    move_all(m_definitions, program.definitions);
+    if (block.tool_after > 0 && !block.tool_text.empty()) {
+        program.tools.try_emplace(block.tool_after, ToolLines{block.tool_text, {}, {}});
+    }
+    program.blocks.push_back(std::move(recorded));
+    program.tail_begin = block.end;
 }
 
 void ProgramRecorder::add_point(const ExcellonPoint& point) {

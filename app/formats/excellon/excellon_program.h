@@ -34,12 +34,23 @@ struct ToolLines {
     std::vector<std::string> after;   // remarks between the selection and the first hole
 };
 
+/// A routed path or a pattern between the cuts.
+struct ProgramBlock {
+    std::size_t cuts_before = 0;
+    int tool = 0;                     // selected before it; 0: none
+    int tool_after = 0;               // selected after it
+    std::vector<std::string> before;  // remarks
+    std::string text;                 // with line endings
+};
+
 struct ExcellonProgram : nmk_job::JobSource {
     std::size_t head_end = 0;              // the text before this position is kept as it is
     std::size_t tail_begin = 0;            // so is the text from this position on
     std::vector<std::string> definitions;  // lines between the holes that hold for all of them
     std::map<int, ToolLines> tools;        // by tool number
     std::vector<int> tool_numbers;         // of the tools of the job
+    std::vector<ProgramBlock> blocks;      // in the order of the file, without those of the head
+    std::size_t head_blocks = 0;           // number of those of the head
     ExcellonFormat format;                 // of all coordinates
     ExcellonFacts facts;
 
@@ -65,6 +76,7 @@ class ProgramRecorder : public ExcellonListener {
     void tool_selected(int number, std::string_view text, std::size_t line_begin) override;
     void cut(int tool, const ExcellonCut& cut, const ExcellonFormat& format, std::size_t line_begin,
              std::size_t line_end) override;
+    void block(const ExcellonBlock& block) override;
 
     /// What was recorded; to be taken once.
     std::shared_ptr<ExcellonProgram> take() { return std::move(m_program); }

@@ -28,8 +28,19 @@ class JobRecorder : public ProgramRecorder {
         m_job.items.push_back(item);
     }
 
+    /// Holes after a block are those of new tools, so that no order moves them across it.
+    void block(const ExcellonBlock& block) override {
+        ProgramRecorder::block(block);
+        m_positions.clear();
+        const auto items = m_job.items.size();
+        if (items > 0 && (m_job.fences.empty() || m_job.fences.back() != items)) {
+            m_job.fences.push_back(items);
+        }
+    }
+
     void finish(const ExcellonFacts& facts) {
         m_job.units = facts.units;
+        m_job.notes = facts.notes;
         for (std::size_t i = 0; i < m_numbers.size(); ++i) {
             const auto found = facts.diameters.find(m_numbers[i]);
             if (found != facts.diameters.end()) {

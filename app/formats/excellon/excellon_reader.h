@@ -12,7 +12,8 @@ namespace nmk_excellon {
 
 /// The job of a drill program, with an ExcellonProgram as its source. The tools are in the order of
 /// their first cut and named "T1" whatever the leading zeros in the file; a tool that cuts nothing
-/// is left out.
+/// is left out. A routed path or a pattern is a fence of the job, and a tool that cuts on both
+/// sides of it is listed twice.
 nmk_text::Result<nmk_job::MachiningJob> read_excellon(
     const std::string& file_name, std::string text,
     std::optional<nmk_job::JobUnits> units_if_unstated);

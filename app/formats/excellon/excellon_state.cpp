@@ -167,6 +167,12 @@ void ExcellonState::define_tool(int number, std::string_view parameters, std::si
         refuse(line, "T" + std::to_string(number) +
                          " changes its diameter after it has cut; its holes cannot be reordered");
     }
+    if (diameter && tool.diameter && tool.diameter != diameter) {
+        notes.push_back("T" + std::to_string(number) + " is defined twice, with the diameters " +
+                        nmk_text::exact_number(*tool.diameter) + " and " +
+                        nmk_text::exact_number(*diameter) + "; the second (line " +
+                        std::to_string(line) + ") is used");
+    }
     if (diameter) {
         tool.diameter = diameter;
         tool.units = m_units;

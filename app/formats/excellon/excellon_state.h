@@ -13,6 +13,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "formats/excellon/excellon_number.h"
 #include "formats/job/machining_job.h"
@@ -59,6 +60,7 @@ class ExcellonState {
     std::string known_tools() const;
 
     std::map<int, ExcellonTool> tools;
+    std::vector<std::string> notes;  // for a person, a sentence each without its full stop
     bool incremental = false;
 
   private:

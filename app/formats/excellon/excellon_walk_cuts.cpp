@@ -6,7 +6,11 @@ namespace nmk_excellon {
 
 void ExcellonWalk::read_cut(ExcellonWords& words) {
     check_tool();
-    take_point(words);
+    const ExcellonAxes axes = take_point(words);
+    if (!m_is_position_known && !(axes.has_x && axes.has_y)) {
+        refuse("X or Y is missing after a pattern; expected both");
+    }
+    m_is_position_known = true;
     const ExcellonPoint start = m_at;
     std::optional<ExcellonPoint> end;
     const std::optional<ExcellonWord> word = words.peek();
@@ -60,12 +64,15 @@ void ExcellonWalk::repeat_hole(const ExcellonWord& word, ExcellonWords& words) {
 }
 
 /// Takes X, Y or both in either order, each at most once.
-void ExcellonWalk::take_point(ExcellonWords& words) {
-    if (take_axis(words, 'X', m_at.x)) {
-        take_axis(words, 'Y', m_at.y);
-    } else if (take_axis(words, 'Y', m_at.y)) {
-        take_axis(words, 'X', m_at.x);
+ExcellonAxes ExcellonWalk::take_point(ExcellonWords& words) {
+    ExcellonAxes axes;
+    axes.has_x = take_axis(words, 'X', m_at.x);
+    axes.has_y = take_axis(words, 'Y', m_at.y);
+    if (!axes.has_x && axes.has_y) {
+        axes.has_x = take_axis(words, 'X', m_at.x);
     }
+    m_has_position = m_has_position || axes.has_x || axes.has_y;
+    return axes;
 }
 
 bool ExcellonWalk::take_axis(ExcellonWords& words, char letter, ExcellonCoordinate& axis) {

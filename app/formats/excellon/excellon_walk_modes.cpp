@@ -13,12 +13,6 @@ void ExcellonWalk::read_command(const ExcellonWord& word, ExcellonWords& words) 
     const std::string name = excellon_command_name(word.letter, *number);
     const ExcellonCommand command = excellon_command(word.letter, *number);
     switch (command) {
-        case ExcellonCommand::routed:
-            refuse("routed path (" + name +
-                   "); only drilled holes, their repeats and G85 slots can be ordered");
-        case ExcellonCommand::pattern:
-            refuse("step and repeat pattern (" + name +
-                   "); only drilled holes, their repeats and G85 slots can be ordered");
         case ExcellonCommand::unsupported:
             refuse(name + " is not supported in a drill program");
         case ExcellonCommand::slot:  // from the current position
@@ -103,6 +97,13 @@ std::string ExcellonWalk::take_zero_point(ExcellonWords& words) {
 }
 
 void ExcellonWalk::select_tool(const ExcellonWord& word, ExcellonWords& words) {
+    const std::string_view text = take_tool(word, words);
+    m_last_was_hole = false;
+    m_listener.tool_selected(m_tool.value_or(0), text, m_line.begin);
+}
+
+/// Takes the parameters of a tool, makes it the tool that cuts and returns the text of all words.
+std::string_view ExcellonWalk::take_tool(const ExcellonWord& word, ExcellonWords& words) {
     const std::optional<int> number = small_number(word.number);
     if (!number) {
         refuse("cannot read the tool number " + nmk_text::quoted(word.number));
@@ -128,8 +129,7 @@ void ExcellonWalk::select_tool(const ExcellonWord& word, ExcellonWords& words) {
         m_state.define_tool(*number, parameters, m_line.number);
         m_tool = number;
     }
-    m_last_was_hole = false;
-    m_listener.tool_selected(*number, text, m_line.begin);
+    return text;
 }
 
 }  // namespace nmk_excellon

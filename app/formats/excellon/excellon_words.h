@@ -29,6 +29,9 @@ class ExcellonWords {
     /// The text that has not been taken, without leading blanks.
     std::string_view rest() const;
 
+    /// The position in the line after the word that was taken last.
+    std::size_t position() const { return m_at; }
+
   private:
     std::string_view m_line;
     std::size_t m_at = 0;

@@ -35,8 +35,10 @@ class ProgramText {
         }
         nmk_job::each_tool_run(m_job, order,
                                [&](std::size_t tool, std::span<const nmk_job::JobCut> cuts) {
+                                   add_blocks();
                                    add_run(m_program.tool_numbers[tool], cuts);
                                });
+        add_blocks();
         m_text += source.substr(m_program.tail_begin);
         return std::move(m_text);
     }
@@ -53,6 +55,20 @@ class ProgramText {
         }
     }
 
+    /// The blocks whose cuts have all been written.
+    void add_blocks() {
+        const std::vector<ProgramBlock>& blocks = m_program.blocks;
+        for (; m_blocks < blocks.size() && blocks[m_blocks].cuts_before == m_cuts; ++m_blocks) {
+            const ProgramBlock& block = blocks[m_blocks];
+            if (block.tool != m_tool && block.tool > 0) {
+                add_line(m_program.tools.at(block.tool).select);
+            }
+            add_lines(block.before);
+            m_text += block.text;
+            m_tool = block.tool_after;
+        }
+    }
+
     /// The remarks of a tool are written with its first run only.
     void add_run(int tool, std::span<const nmk_job::JobCut> cuts) {
         const ToolLines& lines = m_program.tools.at(tool);
@@ -60,7 +76,11 @@ class ProgramText {
         if (is_first_run) {
             add_lines(lines.before);
         }
-        add_line(lines.select);
+        if (m_tool != tool) {
+            add_line(lines.select);
+        }
+        m_tool = tool;
+        m_cuts += cuts.size();
         if (is_first_run) {
             add_lines(lines.after);
         }
@@ -102,7 +122,10 @@ class ProgramText {
     bool m_all_with_point;
     std::string_view m_ending;
     std::string m_text;
-    std::set<int> m_begun;  // tools that were selected already
+    std::set<int> m_begun;     // tools that were selected already
+    int m_tool = 0;            // selected last; 0: none
+    std::size_t m_cuts = 0;    // written so far
+    std::size_t m_blocks = 0;  // written so far
 };
 
 /// The program, or the Error of a program that does not cut the items in this order.

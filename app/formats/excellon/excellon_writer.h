@@ -3,7 +3,9 @@
 // The text before the first tool and the text after the last hole are kept byte for byte. Between
 // them a tool is selected whenever the order comes to it; every hole is written with both its
 // coordinates, with the digits of the file wherever the file has them. Repeats and modal
-// coordinates are written out, increments become positions (with a G90 before the first). Remarks
+// coordinates are written out, increments become positions (with a G90 before the first). A routed
+// path or a pattern stays between the same holes, with the tool that it had; a position that it
+// leaves out because the hole before it has it is written in. Remarks
 // between the holes move to the first run of the tool whose holes they preceded; definitions
 // between the holes (a second header) move before the first tool.
 #pragma once

@@ -53,6 +53,9 @@ struct MachiningJob {
     std::string text;            // the file as read; a writer of the same format copies from it
     std::vector<JobTool> tools;  // in the order of their first use; each cuts at least one item
     std::vector<JobItem> items;  // in the order of the file
+    std::vector<std::size_t> fences;  // ascending numbers of items: an order keeps the first so
+                                      // many items of the file first, and each tool is on one side
+    std::vector<std::string> notes;   // remarks for a person, a sentence each without its full stop
     std::shared_ptr<const JobSource> source;  // null where the writer needs no more than the text
 };
 

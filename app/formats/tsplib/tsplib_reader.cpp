@@ -7,7 +7,7 @@
 #include <cstdint>
 
 #include "formats/job/job_length.h"
-#include "formats/job/toolless_job.h"
+#include "formats/job/read_job_of.h"
 #include "text/ascii.h"
 #include "text/escaped_text.h"
 #include "text/number_format.h"
@@ -176,10 +176,13 @@ class InstanceReader {
 
 nmk_text::Result<nmk_job::MachiningJob> read_tsplib(const std::string& file_name, std::string text,
                                                     std::optional<nmk_job::JobUnits> units) {
-    return nmk_job::read_toolless_job(nmk_job::JobFormat::tsplib, file_name, std::move(text), units,
-                                      [](std::string_view all, nmk_job::JobUnits of_file) {
-                                          return InstanceReader(all, of_file).read();
-                                      });
+    return nmk_job::read_job_of(nmk_job::JobFormat::tsplib, file_name, std::move(text), units,
+                                [](nmk_job::MachiningJob& job) {
+                                    job.items = InstanceReader(job.text, job.units).read();
+                                    if (!job.items.empty()) {
+                                        job.tools.push_back({"all", std::nullopt});
+                                    }
+                                });
 }
 
 }  // namespace nmk_tsplib

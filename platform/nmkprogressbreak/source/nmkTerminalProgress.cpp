@@ -12,8 +12,7 @@
 namespace {
 
 constexpr std::chrono::milliseconds between_drawings(100);
-constexpr double min_seconds_for_a_forecast = 1.0;  // earlier, the time left is not predictable
-constexpr double max_forecast = 360000.0;           // seconds; longer ones are not shown
+constexpr double max_forecast = 360000.0;  // seconds; longer ones are not shown
 constexpr int default_columns = 80;
 constexpr int min_columns = 20;  // with fewer only the percentage is shown
 constexpr int max_bar = 40;
@@ -72,6 +71,7 @@ int nmkTerminalProgress::send_progress_bar_to_0(const char* text) {
     m_range = 0.0;
     m_position = 0.0;
     m_started = Clock::now();
+    m_forecast.clear();
     draw(true);
     return is_stopped() ? 1 : 0;
 }
@@ -108,10 +108,8 @@ void nmkTerminalProgress::draw(bool now) {
     const Clock::time_point moment = Clock::now();
     if (!now && m_is_drawn && moment - m_last_drawn < between_drawings) return;
     Shown shown{m_title, fraction(), m_best, std::nullopt};
-    const double elapsed = std::chrono::duration<double>(moment - m_started).count();
-    if (elapsed >= min_seconds_for_a_forecast && shown.fraction > 0.0) {
-        shown.seconds_left = elapsed * (1.0 - shown.fraction) / shown.fraction;
-    }
+    m_forecast.add(std::chrono::duration<double>(moment - m_started).count(), shown.fraction);
+    shown.seconds_left = m_forecast.seconds_left();
     // One column is left free: some terminals wrap when the last one is filled.
     const std::string text = "\r" + line(shown, columns_of(m_stream) - 1) + "\x1b[K";
     std::fputs(text.c_str(), m_stream);

@@ -1,6 +1,6 @@
 #include "TextFacets.h"
 
-#include <nls/nls_scan_number.h>
+#include <nls/scan_number.h>
 
 #include <algorithm>
 #include <cstring>
@@ -63,7 +63,7 @@ bool TextScanner::number(double& value) {
     ensure(max_number);
     const char* at = m_piece.data() + m_at;
     const char* const end = at + std::min(max_number, m_end - m_at);
-    if (!nls_scan_number(at, end, value)) return false;
+    if (!nmk_nls::scan_number(at, end, value)) return false;
     const auto length = static_cast<std::size_t>(at - (m_piece.data() + m_at));
     m_at += length;
     return length < max_number;

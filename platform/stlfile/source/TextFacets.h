@@ -21,7 +21,7 @@ class TextScanner {
     std::string_view word();
 
     /// Reads a number as from_chars takes it, a leading plus sign apart; false where there is none,
-    /// or one that is no finite double.
+    /// or it is outside the range of double.
     bool number(double& value);
 
     /// Moves over blanks, and returns whether the line ends there.

@@ -71,7 +71,7 @@ TEST_P(json_document_of, the_command_keeps_its_schema) {
     const std::string file = folder.path() + "/out.json";
     bool is_file = false;
     for (std::string& word : words) {
-        if (word.starts_with("samples/")) word.insert(0, root);
+        if (word.starts_with("samples/") || word.starts_with("tests/")) word.insert(0, root);
         if (word == "OUT") {
             word = file;
             is_file = true;
@@ -101,15 +101,16 @@ INSTANTIATE_TEST_SUITE_P(
             "route",
             "route",
             {"route", "samples/workshop.map", "--start", "3,36", "--goal", "92,36", "--json"}},
-        DocumentCase{
-            "no_route",
-            "route",
-            {"route", "samples/workshop.map", "--start", "3,36", "--goal", "0,0", "--json"},
-            2},
+        DocumentCase{"no_route",
+                     "route",
+                     {"route", "samples/workshop.map", "--start", "3,36", "--goal", "1,36",
+                      "--forward", "--json"},
+                     1},
         DocumentCase{"moving_line",
                      "route",
                      {"route", "samples/workshop.map", "--start", "3,36", "--goal", "92,36",
-                      "--goal-kind", "moving-line", "--gradient", "0.5", "--json"}},
+                      "--goal-kind", "moving-line", "--gradient", "0.5", "--json"},
+                     1},
         DocumentCase{"levels", "levels", {"levels", "--json"}},
         DocumentCase{"id_new", "id-new", {"id", "new", "3", "--json"}},
         DocumentCase{
@@ -121,6 +122,12 @@ INSTANTIATE_TEST_SUITE_P(
         DocumentCase{"no_levels", "levels", {"levels", "--find", "no such words", "--json"}},
         DocumentCase{"solve", "solve", {"solve", "polynomial", "2", "-3", "0", "1", "--json"}},
         DocumentCase{"solve_with_a_note", "solve", {"solve", "polynomial", "0", "0", "--json"}},
+        DocumentCase{"solve_of_a_root_beyond_the_doubles",
+                     "solve",
+                     {"solve", "polynomial", "1", "1e-320", "--certified", "--json"}},
+        DocumentCase{"order_of_routed_slots",
+                     "order",
+                     {"order", "tests/app/cases/excellon/routed_slots.drl", "--json"}},
         DocumentCase{"solve_with_a_value_that_overflows",
                      "solve",
                      {"solve", "extremum", "-1e-300", "1e300", "1", "-1e300", "2.5", "--json"}},

@@ -40,4 +40,12 @@ TEST(wrapped_text, every_line_is_within_the_width) {
     }
 }
 
+TEST(shortened, cuts_between_characters) {
+    EXPECT_EQ(shortened("drill", 5), "drill");
+    EXPECT_EQ(shortened("drills", 5), "dr...");
+    EXPECT_EQ(shortened("\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9", 5),
+              "\xC3\xA9\xC3\xA9...");
+    EXPECT_EQ(shortened("\xC3\xA9\xC3\xA9", 2), "\xC3\xA9\xC3\xA9");
+}
+
 }  // namespace

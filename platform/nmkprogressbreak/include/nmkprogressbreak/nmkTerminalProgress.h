@@ -1,8 +1,9 @@
 // nmkTerminalProgress.h: progress as one line on a terminal, and Ctrl-C as the request to stop.
 //
 // The line contains a bar, the percentage, the best result so far where the work reports one, and
-// the time left. It is redrawn at most ten times a second, and erased at the end. When the stream
-// is not a terminal nothing is written; Ctrl-C requests a stop all the same.
+// the time left as soon as the work goes on at a steady rate. It is redrawn at most ten times a
+// second, and erased at the end. When the stream is not a terminal nothing is written; Ctrl-C
+// requests a stop all the same.
 //
 // While a reporter exists, the first Ctrl-C is only recorded, for all reporters, whose operations
 // then return non-zero; a second one ends the process as usual, for work that ignores the request.
@@ -11,6 +12,7 @@
 #pragma once
 
 #include <nmkprogressbreak/nmkProgressBreak.h>
+#include <nmkprogressbreak/progress_forecast.h>
 
 #include <chrono>
 #include <cstdio>
@@ -66,6 +68,7 @@ class nmkTerminalProgress : public nmkProgressBreak {
     std::string m_best;
     double m_range = 0.0;
     double m_position = 0.0;
+    nmk_progressbreak::ProgressForecast m_forecast;
     Clock::time_point m_started;
     Clock::time_point m_last_drawn;
 };

@@ -46,10 +46,18 @@ class level_option : public levels_command {
 
 }  // namespace
 
-TEST_F(levels_command, lists_every_level_on_a_line_of_its_own) {
+TEST_F(levels_command, lists_every_level_with_its_settings_and_description_below) {
     const Printed answer = levels({});
     EXPECT_EQ(answer.code, 0);
-    EXPECT_EQ(lines(answer.out), 198);  // a heading, 196 levels, their number
+    std::istringstream all(answer.out);
+    std::ptrdiff_t names = -1;  // the last line is their number
+    for (std::string line; std::getline(all, line);) {
+        names += line.starts_with("    ") ? 0 : 1;
+        EXPECT_LE(line.size(), 80U) << line;
+    }
+    EXPECT_EQ(names, 196);
+    EXPECT_TRUE(contains(
+        answer.out, "    level 1, previous 0, default 1, preview -: Point ordering algorithm\n"));
     EXPECT_TRUE(contains(answer.out, "\n196 levels\n"));
     EXPECT_LT(answer.out.find("\nSafetyNetTolerance "), answer.out.find("\nzone_memory "));
     EXPECT_EQ(answer.err, "");
@@ -58,7 +66,7 @@ TEST_F(levels_command, lists_every_level_on_a_line_of_its_own) {
 TEST_F(levels_command, finds_by_name_and_by_description_whatever_the_case) {
     const Printed by_name = levels({"--find", "ITEMSORTER"});
     EXPECT_EQ(lines(by_name.out), 3);
-    EXPECT_TRUE(contains(by_name.out, "\nitemsorter "));
+    EXPECT_TRUE(by_name.out.starts_with("itemsorter  default\n"));
     const Printed by_description = levels({"--find=point ordering"});
     EXPECT_EQ(by_description.out, by_name.out);
 }
@@ -66,14 +74,14 @@ TEST_F(levels_command, finds_by_name_and_by_description_whatever_the_case) {
 TEST_F(levels_command, an_empty_selection_is_not_an_error) {
     const Printed answer = levels({"--find", "no such words"});
     EXPECT_EQ(answer.code, 0);
-    EXPECT_TRUE(contains(answer.out, "\n0 levels\n"));
+    EXPECT_TRUE(contains(answer.out, "0 levels\n"));
 }
 
 TEST_F(levels_command, filters_by_state) {
     const Printed answer = levels({"--state", "unavailable"});
     EXPECT_TRUE(contains(answer.out, "\n5 levels\n")) << answer.out;
     EXPECT_TRUE(contains(answer.out, "\ncutfile "));
-    EXPECT_TRUE(contains(levels({"--state", "previous"}).out, "\n0 levels\n"));
+    EXPECT_TRUE(contains(levels({"--state", "previous"}).out, "0 levels\n"));
     ASSERT_EQ(nmkVersion::get_from_manager("cutfile").set_previous(), 1);
     EXPECT_TRUE(contains(levels({"--state=previous"}).out, "\n1 level\n"));
 }
@@ -81,7 +89,7 @@ TEST_F(levels_command, filters_by_state) {
 TEST_F(levels_command, combines_both_filters) {
     const Printed answer = levels({"--find", "sort", "--state", "unavailable"});
     EXPECT_TRUE(contains(answer.out, "\n1 level\n")) << answer.out;
-    EXPECT_TRUE(contains(answer.out, "\ncylinder_sort "));
+    EXPECT_TRUE(answer.out.starts_with("cylinder_sort  unavailable\n"));
 }
 
 TEST_F(levels_command, shows_one_level) {
@@ -180,8 +188,8 @@ TEST_F(level_option, sets_each_setting) {
     EXPECT_EQ(level.get_level(), 2);
     EXPECT_TRUE(apply("curvature_smooth=default"));
     EXPECT_EQ(level.get_level(), 1);
-    EXPECT_TRUE(apply("curvature_smooth=17"));
-    EXPECT_EQ(level.get_level(), 17);
+    EXPECT_TRUE(apply("curvature_smooth=0"));
+    EXPECT_EQ(level.get_level(), 0);
     EXPECT_TRUE(apply("curvature_smooth=-1"));
     EXPECT_EQ(level.get_level(), -1);
     EXPECT_EQ(error, "");
@@ -199,6 +207,14 @@ TEST_F(level_option, refuses_an_unknown_setting_and_keeps_the_level) {
         EXPECT_TRUE(contains(error, "expected previous, default, preview")) << error;
     }
     EXPECT_EQ(nmkVersion::get_from_manager("itemsorter").get_level(), 1);
+}
+
+TEST_F(level_option, refuses_a_number_above_the_highest_setting) {
+    EXPECT_FALSE(apply("itemsorter=99"));
+    EXPECT_EQ(error, "setting '99': the highest setting of this level is 1");
+    EXPECT_EQ(nmkVersion::get_from_manager("itemsorter").get_level(), 1);
+    EXPECT_FALSE(apply("curvature_smooth=3"));
+    EXPECT_TRUE(apply("curvature_smooth=2"));
 }
 
 TEST_F(level_option, refuses_a_missing_name_setting_or_equals_sign) {

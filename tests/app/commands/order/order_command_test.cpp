@@ -5,8 +5,10 @@
 #include <gtest/gtest.h>
 #include <nmkarcline/nmkDebugGeometry.h>
 #include <nmkprogressbreak/nmkProgressBreak.h>
+#include <nmkprogressbreak/nmkTerminalProgress.h>
 
 #include <algorithm>
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
@@ -14,6 +16,7 @@
 
 #include "app/shell/command_runner.h"
 #include "app/text/plain_syntax.h"
+#include "child_process.h"
 #include "commands/order/order_options.h"
 #include "formats/job_files/read_job.h"
 #include "real_inputs.h"
@@ -48,19 +51,180 @@ TEST_F(order_command, prints_a_table_with_a_row_for_each_tool_and_a_total) {
               file("s.csv") +
                   ": 4 items, 1 tool, sorted by shortest from (0, 0) mm\n"
                   "\n"
-                  "tool   diameter  items  travel before  travel after  saved  longest  Euclidean  "
-                  "Chebyshev\n"
-                  "             mm                    mm            mm      %       mm          s  "
-                  "        s\n"
-                  "all                  4          130.0         100.0   23.1     40.0        1.0 "
-                  "       1.0\n"
-                  "--------------------------------------------------------------------------------"
-                  "---------\n"
-                  "total                4          130.0         100.0   23.1     40.0        1.0 "
-                  "       1.0\n"
+                  "tool   diameter  items  before  after  saved  longest  Euclidean  Chebyshev\n"
+                  "             mm             mm     mm      %       mm          s          s\n"
+                  "all                  4   130.0  100.0   23.1     40.0        1.0        1.0\n"
+                  "---------------------------------------------------------------------------\n"
+                  "total                4   130.0  100.0   23.1     40.0        1.0        1.0\n"
                   "\n"
-                  "Rapids at 6000 mm/min: straight (Euclidean) 1.3 s before, 1.0 s after; "
-                  "longest axis (Chebyshev) 1.1 s before, 1.0 s after.\n");
+                  "Rapids at 6000 mm/min: straight (Euclidean) 1.3 s before, 1.0 s after; longest\n"
+                  "axis (Chebyshev) 1.1 s before, 1.0 s after.\n");
+}
+
+TEST_F(order_command, no_line_of_the_table_is_wider_than_80_columns) {
+    std::string points = "x,y,z,tool,diameter\n";
+    for (int i = 0; i < 300; ++i) {
+        points += std::to_string(i % 2 * 10000) + ".5," + std::to_string(i) +
+                  ",0,a long name of a tool " + std::to_string(i % 3) + "," +
+                  std::to_string(i % 3 + 100) + ".125\n";
+    }
+    const nmk_shell::Printed printed =
+        nmk_shell::run({"order", write("w.csv", points), "--type", "none"});
+    EXPECT_EQ(printed.code, 0) << printed.err;
+    std::istringstream lines(printed.out);
+    for (std::string line; std::getline(lines, line);) {
+        if (!line.starts_with(folder.path())) {
+            EXPECT_LE(line.size(), 80U) << line;
+        }
+    }
+    EXPECT_NE(printed.out.find("\na lo...  "), std::string::npos) << printed.out;
+}
+
+TEST_F(order_command, a_file_without_items_is_not_a_success) {
+    const struct {
+        const char* name;
+        const char* text;
+    } empty[] = {{"e.drl", "M48\nMETRIC,TZ\nT1C1\n%\nT1\nM30\n"},
+                 {"e.csv", "x,y\n"},
+                 {"e.tsp", "TYPE: TSP\nDIMENSION: 0\nNODE_COORD_SECTION\nEOF\n"}};
+    for (const auto& [name, text] : empty) {
+        const std::string path = write(name, text);
+        const nmk_shell::Printed printed =
+            nmk_shell::run({"order", path, "-o", file("o.csv"), "--json"});
+        EXPECT_EQ(printed.code, 1);
+        EXPECT_EQ(printed.out, "");
+        EXPECT_EQ(printed.err, path + ": no holes or slots to order; --allow-empty accepts that\n");
+        EXPECT_FALSE(fs::exists(file("o.csv")));
+        const nmk_shell::Printed allowed =
+            nmk_shell::run({"order", path, "--allow-empty", "-o", file("a.csv")});
+        EXPECT_EQ(allowed.code, 0) << allowed.err;
+        EXPECT_NE(allowed.out.find("0 items"), std::string::npos);
+        EXPECT_TRUE(fs::exists(file("a.csv")));
+        fs::remove(file("a.csv"));
+    }
+}
+
+TEST_F(order_command, lengths_of_an_inch_file_are_shown_in_inches) {
+    const std::string name =
+        write("i.drl", "M48\nINCH,TZ,00.0000\nT1C0.028\n%\nT1\nX0Y0\nX30000Y40000\nM30\n");
+    const nmk_shell::Printed printed =
+        nmk_shell::run({"order", name, "--type", "none", "--start", "1,0"});
+    EXPECT_NE(printed.out.find("from (1, 0) in\n"), std::string::npos) << printed.out;
+    EXPECT_NE(printed.out.find("\n             in             in     in      %       in  "),
+              std::string::npos)
+        << printed.out;
+    EXPECT_NE(printed.out.find("\nT1       0.0280      2    5.00   5.00    0.0     5.00  "),
+              std::string::npos)
+        << printed.out;
+    const auto json = nlohmann::json::parse(nmk_shell::run({"order", name, "--json"}).out);
+    EXPECT_EQ(json["file_units"], "inch");
+    EXPECT_EQ(json["tools"][0]["diameter"], 0.7112);
+    EXPECT_EQ(json["total"]["after"]["travel"], 127.0);
+}
+
+TEST_F(order_command, json_has_the_digits_of_the_file) {
+    const std::string name =
+        write("i.drl", "M48\nINCH,TZ,00.0000\nT1C0.028\n%\nT1\nX280Y40\nM30\n");
+    EXPECT_EQ(nmk_shell::run({"order", name, "-o", file("i.json"), "--quiet"}).code, 0);
+    const std::string text = nmk_shell::text_of(file("i.json"));
+    EXPECT_NE(text.find("\"diameter\": 0.7112,"), std::string::npos) << text;
+    EXPECT_NE(text.find("\"start\": [0.7112, 0.1016, 0]"), std::string::npos) << text;
+}
+
+TEST_F(order_command, mentions_coincident_items_equal_diameters_and_tools_defined_twice) {
+    const std::string name = write("n.drl",
+                                   "M48\nMETRIC,TZ,000.000\nT1C0.8\nT2C0.9\nT3C1.0\nT1C0.9\n%\n"
+                                   "T1\nX0Y0\nX1000Y0\nX0Y0\nX0Y0\nT2\nX0Y0\nT3\nX5Y5\nM30\n");
+    const auto json =
+        nlohmann::json::parse(nmk_shell::run({"order", name, "--type", "none", "--json"}).out);
+    EXPECT_EQ(
+        json["notes"],
+        (nlohmann::json{"T1 is defined twice, with the diameters 0.8 and 0.9; the second (line "
+                        "6) is used",
+                        "T1: 2 items coincide with another one of this tool",
+                        "T1 and T2 have the same diameter, 0.9 mm"}));
+    EXPECT_NE(nmk_shell::run({"order", name, "--type", "none"}).out.find("coincide"),
+              std::string::npos);
+}
+
+TEST_F(order_command, the_tools_of_a_drill_file_survive_a_table) {
+    const std::string table = file("t.csv");
+    ASSERT_EQ(nmk_shell::run({"order", cover_plate, "--type", "closest", "-o", table}).code, 0);
+    EXPECT_TRUE(nmk_shell::text_of(table).starts_with("x,y,z,x2,y2,z2,tool,diameter\n"));
+    const auto job = nmk_job_files::read_job_file(table, std::nullopt);
+    const auto drill = nmk_job_files::read_job_file(cover_plate, std::nullopt);
+    ASSERT_TRUE(bool(job) && bool(drill));
+    ASSERT_EQ(job->tools.size(), drill->tools.size());
+    EXPECT_EQ(job->items.size(), drill->items.size());
+    for (std::size_t i = 0; i < job->tools.size(); ++i) {
+        EXPECT_EQ(job->tools[i].name, drill->tools[i].name);
+        EXPECT_EQ(job->tools[i].diameter, drill->tools[i].diameter);
+    }
+    EXPECT_EQ(nmk_shell::run({"order", table, "--type", "xz", "-o", file("again.csv")}).code, 0);
+    const auto again = nmk_job_files::read_job_file(file("again.csv"), std::nullopt);
+    ASSERT_TRUE(bool(again));
+    EXPECT_EQ(again->tools.size(), drill->tools.size());
+}
+
+/// Presses Ctrl-C at the first step and counts the bars that were erased.
+struct StopWithBar : nmkProgressBreak {
+    int increment() override { return 1; }
+    int send_progress_bar_to_100() override { return ++erased, 1; }
+    int erased = 0;
+};
+
+TEST_F(order_command, a_stop_is_acknowledged_at_once_with_what_happens_next) {
+    const struct {
+        nmkSortType type;
+        const char* line;
+    } runs[] = {
+        {nmkSortTypeShortest,
+         "nmk order: stopping when T1 is ordered; Ctrl-C again ends with nothing written\n"},
+        {nmkSortTypeClosest,
+         "nmk order: stopping; items not yet ordered stay in the order of the file\n"}};
+    for (const auto& [type, line] : runs) {
+        StopWithBar stop;
+        std::ostringstream out;
+        std::ostringstream err;
+        OrderOptions options;
+        options.file_name = cover_plate;
+        options.type = type;
+        EXPECT_EQ(run_order(options, out, err, &stop), 0);
+        EXPECT_TRUE(err.str().starts_with(line)) << err.str();
+        EXPECT_EQ(err.str().find("stopping", std::string(line).size()), std::string::npos);
+        EXPECT_GE(stop.erased, 1);
+    }
+}
+
+/// Presses Ctrl-C at two steps of the work.
+struct TwoInterrupts : nmkTerminalProgress {
+    TwoInterrupts() : nmkTerminalProgress(nullptr) {}
+    int increment() override {
+        ++steps;
+        if (steps == 10 || steps == 20) std::raise(SIGINT);
+        return nmkTerminalProgress::increment();
+    }
+    int steps = 0;
+};
+
+TEST_F(order_command, a_second_interrupt_ends_it_with_nothing_written) {
+    const std::string log = file("err.txt");
+    const std::size_t before = files();
+    const int end = in_a_child([&] {
+        std::signal(SIGINT, SIG_DFL);
+        std::ofstream err(log);
+        std::ostringstream out;
+        TwoInterrupts progress;
+        OrderOptions options;
+        options.file_name = cover_plate;
+        options.output_file = file("o.drl");
+        options.svg_file = file("o.svg");
+        return run_order(options, out, err, &progress);
+    });
+    EXPECT_EQ(end, 1000 + SIGINT);
+    EXPECT_EQ(nmk_shell::text_of(log),
+              "nmk order: stopping when T1 is ordered; Ctrl-C again ends with nothing written\n");
+    EXPECT_EQ(files(), before + 1);
 }
 
 TEST_F(order_command, the_page_has_the_total_below_the_rows_of_the_tools) {
@@ -383,7 +547,7 @@ TEST_F(order_command, real_files_are_written_with_every_item) {
     for (const char* const kind : {"drill", "tsp"}) {
         for (const auto& entry : fs::directory_iterator(data / kind)) {
             const auto job = nmk_job_files::read_job_file(entry.path().string(), std::nullopt);
-            if (!bool(job) || entry.file_size() > 50000) {
+            if (!bool(job) || job->items.empty() || entry.file_size() > 50000) {
                 continue;
             }
             const std::string out = std::string(kind) == "drill" ? file("o.drl") : file("o.csv");

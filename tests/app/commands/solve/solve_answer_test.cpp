@@ -86,7 +86,80 @@ TEST(solve_answer, roots_that_overflow_are_left_out_with_a_note) {
     const Answer answer = solve("polynomial", {0, 0.271387, -1.39129, -1.33154, -5.65657e-55});
     EXPECT_EQ(firsts(answer), (std::vector<double>{0}));
     EXPECT_EQ(answer.note,
-              "the coefficients differ too much in size; roots that overflow are left out");
+              "the coefficients differ too much in size; roots that overflow are left out; the "
+              "polynomial has 4 real roots; the solver lists 1");
+}
+
+struct MiscountedPolynomial {
+    const char* name;
+    std::vector<double> coefficients;
+    const char* note;
+};
+
+std::ostream& operator<<(std::ostream& out, const MiscountedPolynomial& p) { return out << p.name; }
+
+class solve_answer_miscount : public testing::TestWithParam<MiscountedPolynomial> {};
+
+TEST_P(solve_answer_miscount, is_reported) {
+    EXPECT_EQ(solve("polynomial", GetParam().coefficients).note, GetParam().note);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    polynomials, solve_answer_miscount,
+    testing::Values(
+        MiscountedPolynomial{"roots_of_a_million",
+                             {-1, 0, 1e-12},
+                             "the polynomial has 2 real roots; the solver lists 0"},
+        MiscountedPolynomial{"roots_of_a_thousand",
+                             {-1, 0, 0, 0, 1e-12},
+                             "the polynomial has 2 real roots; the solver lists 0"},
+        MiscountedPolynomial{"four_roots_near_one",
+                             {1.006011006, -4.018022006, 6.018011, -4.006, 1},
+                             "the polynomial has 4 real roots; the solver lists 0"},
+        MiscountedPolynomial{"two_complex_roots_listed_as_real",
+                             {0.1, -0.314, 3, 0.389, -2.58e-67},
+                             "the polynomial has 2 real roots; the solver lists 4; 2 listed values "
+                             "are not roots"},
+        MiscountedPolynomial{"a_parabola_taken_for_a_line",
+                             {905697.9482286477, 0.09595245755019714, 2.8931614578161043e-06},
+                             "the polynomial has no real root; the solver lists 1; 1 listed value "
+                             "is not a root"},
+        MiscountedPolynomial{"a_double_root_that_is_none",
+                             {0.09, -0.6, 1},
+                             "the polynomial has no real root; the solver lists 2"},
+        MiscountedPolynomial{"three_roots_in_one", {0, 0, 0, 1}, ""},
+        MiscountedPolynomial{"a_constant", {3, 0, 0}, ""}));
+
+TEST(solve_answer, no_number_is_a_negative_zero) {
+    for (const std::vector<double>& coefficients :
+         {std::vector<double>{0, 0, 1}, {0, 0, 0, 1}, {0, 0, 0, 0, 1}}) {
+        const Answer answer = solve("polynomial", coefficients);
+        EXPECT_EQ(answer.solutions.size(), coefficients.size() - 1);
+        for (const Solution& solution : answer.solutions) {
+            EXPECT_FALSE(std::signbit(solution.values[0])) << answer.problem;
+        }
+    }
+}
+
+TEST(solve_answer, angles_whose_numbers_are_all_zero_have_a_note) {
+    for (const KindFacts& facts : problem_kinds()) {
+        if (!facts.name.starts_with("angles")) continue;
+        const Answer answer = solve(facts.name, std::vector<double>(facts.min_count, 0.0));
+        EXPECT_TRUE(answer.note.starts_with("all numbers are zero; every angle is a solution"))
+            << facts.name;
+        EXPECT_EQ(answer.note.ends_with("none is listed"), answer.solutions.empty());
+    }
+}
+
+TEST(solve_answer, certified_roots_have_their_brackets_and_multiplicities) {
+    const Answer answer = solve_problem({ProblemKind::polynomial, {-2, 5, -4, 1}, true});
+    EXPECT_EQ(answer.value_names, (std::vector<std::string>{"x", "low", "high", "multiplicity"}));
+    ASSERT_EQ(answer.solutions.size(), 2U);
+    EXPECT_EQ(answer.solutions[0].values, (std::vector<double>{1, 1, 1, 2}));
+    EXPECT_EQ(answer.solutions[1].values, (std::vector<double>{2, 2, 2, 1}));
+    EXPECT_EQ(answer.real_roots->with_multiplicity, 3U);
+    EXPECT_EQ(answer.note, "");
+    EXPECT_NE(solve_problem({ProblemKind::polynomial, {0, 0}, true}).note, "");
 }
 
 TEST(solve_answer, an_extremum_whose_value_overflows_has_a_note) {

@@ -38,6 +38,33 @@ TEST_F(solve_command, prints_solutions_with_their_residuals) {
               "1 + x^2 = 0: no solution\n");
 }
 
+TEST_F(solve_command, certified_prints_brackets_of_neighbouring_doubles) {
+    EXPECT_EQ(nmk_shell::run({"solve", "polynomial", "0", "0", "-2", "0", "1", "--certified"}).out,
+              "-2 x^2 + x^4 = 0: 3 solutions\n"
+              "  x                    low                  high                multiplicity  "
+              "residual\n"
+              "  -1.4142135623730951  -1.4142135623730951  -1.414213562373095  1             "
+              "8.881784197001254e-16\n"
+              "  0                    0                    0                   2             0\n"
+              "  1.4142135623730951   1.414213562373095    1.4142135623730951  1             "
+              "8.881784197001254e-16\n");
+    EXPECT_EQ(nmk_shell::run({"solve", "polynomial", "1", "1e-320", "--certified"}).out.find("nan"),
+              std::string::npos);
+    EXPECT_EQ(nmk_shell::run(
+                  {"solve", "polynomial", "1", "1e-320", "--certified", "--svg", file("far.svg")})
+                  .code,
+              0);
+    nmk_shell::expect_refused(nmk_shell::run({"solve", "normal", "1", "--certified"}),
+                              "--certified proves the roots of polynomials");
+}
+
+TEST_F(solve_command, certified_solves_a_table_of_polynomials) {
+    const std::string table = folder.file("t.csv", "-1,0,1e-12\n");
+    const std::string out =
+        nmk_shell::run({"solve", "polynomial", "--csv", table, "--certified"}).out;
+    EXPECT_TRUE(out.starts_with("1: -1 + 1e-12 x^2 = 0: 2 solutions\n")) << out;
+}
+
 TEST_F(solve_command, numbers_have_enough_digits_to_read_them_back) {
     const std::string out = nmk_shell::run({"solve", "polynomial", "-2", "0", "1", "--json"}).out;
     ASSERT_TRUE(plain_syntax::Json::is_valid(out)) << out;

@@ -70,6 +70,10 @@ INSTANTIATE_TEST_SUITE_P(
                     TableCase{"exponents_and_bare_points", "1e2,.5\n+3,-4.\n", "100,0.5,0 3,-4,0"},
                     TableCase{"empty_rows_and_remarks", "\n# x\n1,2\n\n3,4\n", "1,2,0 3,4,0"},
                     TableCase{"no_last_line_end", "1,2", "1,2,0"},
+                    TableCase{"points_with_tools", "x,y,tool\n1,2,T1\n3,4,T2\n", "1,2,0 3,4,0"},
+                    TableCase{"lines_with_tools_and_diameters",
+                              "x,y,z,x2,y2,z2,Tool,Diameter\n1,2,3,4,5,6,T1,0.8\n7,8,9,,,,T1,0.8\n",
+                              "1,2,3>4,5,6 7,8,9"},
                     TableCase{"only_a_header", "x,y\n", ""}, TableCase{"nothing", "", ""}),
     nmk_job::CaseName());
 
@@ -97,6 +101,14 @@ INSTANTIATE_TEST_SUITE_P(
                      "2: 1 column; expected 2 as in the rows above"},
         RefusedTable{"a_row_under_a_wider_header", "x,y,z\n1,2\n",
                      "2: 2 columns; expected 3 as in the rows above"},
+        RefusedTable{"another_diameter_of_a_tool", "x,y,tool,diameter\n1,2,T1,0.8\n1,2,T1,0.9\n",
+                     "3: another diameter of the tool \"T1\"; expected that of the rows above"},
+        RefusedTable{"a_row_without_its_tool", "x,y,tool\n1,2,\n",
+                     "2: the tool is empty; expected the name of a tool"},
+        RefusedTable{"a_negative_diameter", "x,y,tool,diameter\n1,2,T1,-1\n",
+                     "2: the diameter is negative; expected a number from 0 up"},
+        RefusedTable{"tools_without_coordinates", "x,tool\n1,T1\n",
+                     "1: 2 columns; expected x,y or x,y,z or x,y,z,x2,y2,z2"},
         RefusedTable{"one_column", "1\n", "1: 1 column; expected x,y or x,y,z or x,y,z,x2,y2,z2"},
         RefusedTable{"four_columns", "1,2,3,4\n",
                      "1: 4 columns; expected x,y or x,y,z or x,y,z,x2,y2,z2"},
@@ -214,6 +226,25 @@ TEST(csv_writer, writes_a_drill_file_as_a_table_with_the_same_cuts) {
         EXPECT_EQ(same.start, nmk_job::entry_of(item, order[i].reversed));
         EXPECT_EQ(same.end.value_or(same.start), nmk_job::exit_of(item, order[i].reversed));
     }
+}
+
+TEST(csv_reader, tools_are_in_the_order_of_their_first_rows_with_their_diameters) {
+    const auto job =
+        nmk_job::job_of(read_csv("t.csv", "x,y,tool,diameter\n1,2,B,0.028\n3,4,A,\n5,6,B,0.028\n",
+                                 nmk_job::JobUnits::inches));
+    ASSERT_EQ(job.tools.size(), 2U);
+    EXPECT_EQ(job.tools[0].name, "B");
+    EXPECT_EQ(job.tools[0].diameter, 0.7112);
+    EXPECT_EQ(job.tools[1].diameter, std::nullopt);
+    EXPECT_EQ(job.items[2].tool, 0U);
+    EXPECT_EQ(job.items[1].start.x, 76.2);
+}
+
+TEST(csv_writer, a_reversed_line_keeps_its_tool) {
+    const auto job =
+        nmk_job::job_of(read("x,y,z,x2,y2,z2,tool,diameter\n1,2,3,4,5,6,T1,0.8\n7,8,9,,,,T2,\n"));
+    EXPECT_EQ(write_csv(job, nmk_job::JobOrder{{1, false}, {0, true}}),
+              "x,y,z,x2,y2,z2,tool,diameter\n7,8,9,,,,T2,\n4,5,6,1,2,3,T1,0.8\n");
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include "app/formats/job/job_fixtures.h"
 #include "files/read_whole_file.h"
 #include "formats/excellon/excellon_parser.h"
+#include "formats/excellon/excellon_writer.h"
 #include "formats/job_files/read_job.h"
 #include "real_inputs.h"
 
@@ -187,18 +188,6 @@ INSTANTIATE_TEST_SUITE_P(
                     "2: cannot read the number \"\" of T1C"},
         RefusedCase{"a_negative_diameter", "M48\nT1C-1\n%\n",
                     "2: T1 has the diameter -1; expected 0 to 1000"},
-        RefusedCase{"a_routed_path", metric_header + "T1\nG00X0Y0\nG01X1Y1\n",
-                    "7: routed path (G00); only drilled holes, their repeats and G85 slots can be "
-                    "ordered"},
-        RefusedCase{"a_routed_arc", metric_header + "T1\nX0\nG02X2500Y2500A2500\n",
-                    "8: routed path (G02); only drilled holes, their repeats and G85 slots can be "
-                    "ordered"},
-        RefusedCase{"a_plunge", metric_header + "T1\nM15\n",
-                    "7: routed path (M15); only drilled holes, their repeats and G85 slots can be "
-                    "ordered"},
-        RefusedCase{"a_pattern", metric_header + "T1\nM25\nX1\nM01\n",
-                    "7: step and repeat pattern (M25); only drilled holes, their repeats and G85 "
-                    "slots can be ordered"},
         RefusedCase{"mirrored_axes", metric_header + "M80\n",
                     "6: M80 is not supported in a drill program"},
         RefusedCase{"a_slot_without_end", metric_header + "T1\nX1Y1G85\n",
@@ -274,8 +263,9 @@ TEST(excellon_reader, returns_the_items_in_the_order_of_the_file) {
 }
 
 TEST(excellon_reader, reads_every_prefix_of_a_good_file_within_its_bounds) {
-    for (const char* name : {"metric_decimal_slots.drl", "inch_leading.drl", "repeats.drl",
-                             "increments.drl", "two_headers.drl", "remarks.drl"}) {
+    for (const char* name :
+         {"metric_decimal_slots.drl", "inch_leading.drl", "repeats.drl", "increments.drl",
+          "two_headers.drl", "remarks.drl", "routed_slots.drl", "pattern.drl"}) {
         nmk_job::read_every_prefix(
             nmk_job::bytes_of_file(std::string(NMK_CASES_DIR "/excellon/") + name),
             [](std::string text) { return read_excellon("a.drl", std::move(text), std::nullopt); });
@@ -360,13 +350,18 @@ INSTANTIATE_TEST_SUITE_P(
                     RealFile{"ts_core.TXT", inch_tz, nmk_job::JobUnits::inches, 3}),
     nmk_job::CaseName());
 
-TEST(real_drill_files, with_routed_paths_are_refused_with_their_line) {
+TEST(real_drill_files, with_routed_paths_are_kept_as_they_are) {
     if (const auto missing = real_inputs::missing("drill")) GTEST_SKIP() << *missing;
     for (const char* name : {"ts_linear-route.drl", "ts_arc-route.drl"}) {
-        const std::string path = real_inputs::path(std::string("drill/") + name);
-        EXPECT_NE(nmk_job::error_of(nmk_job_files::read_job_file(path, std::nullopt))
-                      .find(":7: routed path (G00)"),
-                  std::string::npos);
+        const auto job = nmk_job::job_of(nmk_job_files::read_job_file(
+            real_inputs::path(std::string("drill/") + name), std::nullopt));
+        EXPECT_TRUE(job.items.empty());
+        EXPECT_EQ(job.notes, (std::vector<std::string>{
+                                 "1 routed path (from line 7) is kept unchanged; no hole "
+                                 "is moved across"}));
+        const auto written = write_excellon(job, {});
+        ASSERT_TRUE(bool(written));
+        EXPECT_EQ(*written, job.text);
     }
 }
 

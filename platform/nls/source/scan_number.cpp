@@ -1,7 +1,9 @@
-#include <nls/nls_scan_number.h>
+#include <nls/scan_number.h>
 
 #include <charconv>
 #include <system_error>
+
+namespace nmk_nls {
 
 namespace {
 
@@ -34,8 +36,8 @@ bool scan(const char*& at, const char* end, Number& value) {
 
 }  // namespace
 
-bool nls_scan_number(const char*& at, const char* end, double& value) {
-    return scan(at, end, value);
-}
+bool scan_number(const char*& at, const char* end, double& value) { return scan(at, end, value); }
 
-bool nls_scan_number(const char*& at, const char* end, int& value) { return scan(at, end, value); }
+bool scan_number(const char*& at, const char* end, int& value) { return scan(at, end, value); }
+
+}  // namespace nmk_nls

@@ -1,4 +1,4 @@
-// nls_scan_number.h: numbers in a text, read as the C library's sscanf reads them in the locale
+// scan_number.h: numbers in a text, read as the C library's sscanf reads them in the locale
 // "C".
 //
 // White space before a number is skipped, a leading plus sign is accepted, nothing needs to
@@ -8,9 +8,13 @@
 
 #pragma GCC visibility push(default)
 
+namespace nmk_nls {
+
 /// Reads a number from `at` on, a part of a text that ends at `end`. Returns true, with `at` behind
 /// the number; or false, with `at` and `value` as they were.
-bool nls_scan_number(const char*& at, const char* end, double& value);
-bool nls_scan_number(const char*& at, const char* end, int& value);
+bool scan_number(const char*& at, const char* end, double& value);
+bool scan_number(const char*& at, const char* end, int& value);
+
+}  // namespace nmk_nls
 
 #pragma GCC visibility pop
