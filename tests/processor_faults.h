@@ -14,17 +14,18 @@
 
 namespace processor_faults {
 
-/// Whether tests may throw out of an instruction: what GCC compiles for it, and not the sanitizer
-/// of addresses, whose own accesses come first.
+/// Whether tests may throw out of an instruction: what GCC compiles for it. Not under the sanitizer
+/// of addresses, whose own accesses come first, nor under that of threads, whose handler of signals
+/// must not be left by an exception.
 #if defined(NMK_FAULTS_CAN_BE_THROWN) && defined(__x86_64__) && !defined(__clang__) && \
-    !defined(__SANITIZE_ADDRESS__)
+    !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 inline constexpr bool can_be_thrown = true;
 #else
 inline constexpr bool can_be_thrown = false;
 #endif
 
 inline constexpr const char* reason_to_skip =
-    "faults are thrown only in code of GCC for x86-64, without the sanitizer of addresses";
+    "faults are thrown only in code of GCC for x86-64, without sanitizers of addresses or threads";
 
 /// One kind of fault.
 struct Fault {
@@ -110,6 +111,24 @@ inline void step() { asm volatile("pushfq; orq $0x100, (%%rsp); popfq; nop; nop"
 
 inline void execute_illegal_instruction() { asm volatile("ud2"); }
 inline void break_here() { asm volatile("int3"); }
+
+/// The instruction behind the breakpoint is none of this function.
+inline void break_at_the_end() {
+    volatile char room[200];
+    asm volatile("int3" : : "r"(room) : "memory");
+    __builtin_unreachable();
+}
+
+/// Sends this thread the signal while it executes an instruction of its own.
+inline void send_while_busy(int signal) {
+    constexpr long number_of_tgkill = 234;
+    const long process = ::getpid(), thread = ::gettid();
+    asm volatile("syscall"
+                 :
+                 : "a"(number_of_tgkill), "D"(process), "S"(thread), "d"(static_cast<long>(signal))
+                 : "rcx", "r11", "memory");
+}
+
 inline void halt() { asm volatile("hlt"); }
 inline void write_to_a_port() { asm volatile("outb %%al, $0x80" : : : "memory"); }
 
@@ -151,7 +170,8 @@ inline void overflow_the_stack() {
     fill(0);
 }
 
-/// A frame that has something to destroy, and each of its callers too.
+/// A frame that has something to destroy, and each of its callers too. It is so large that the
+/// function probes the stack before it begins its work.
 inline int alive = 0;
 struct Counted {
     Counted() { ++alive; }
@@ -161,10 +181,10 @@ struct Counted {
 };
 inline void fill_the_stack_with_objects(int depth) {
     const Counted counted;
-    volatile char room[500];
-    room[depth % 500] = 1;
+    volatile char room[5000];
+    room[depth % 5000] = 1;
     fill(depth + 1);
-    read_value = room[depth % 500];
+    read_value = room[depth % 5000];
 }
 inline void overflow_the_stack_with_objects() {
     fill = fill_the_stack_with_objects;

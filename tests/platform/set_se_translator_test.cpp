@@ -149,6 +149,8 @@ INSTANTIATE_TEST_SUITE_P(
               int_overflow},
         Fault{"an_illegal_instruction", processor_faults::execute_illegal_instruction, 0xC000001D},
         Fault{"a_breakpoint", processor_faults::break_here, 0x80000003},
+        Fault{"a_breakpoint_at_the_end_of_a_function", processor_faults::break_at_the_end,
+              0x80000003},
         Fault{"a_single_step", processor_faults::step, 0x80000004},
         Fault{"a_halt", processor_faults::halt, 0xC0000096},
         Fault{"a_write_to_a_port", processor_faults::write_to_a_port, 0xC0000096},
@@ -269,7 +271,7 @@ class set_se_translator_division : public testing::TestWithParam<Division> {
 
 }  // namespace
 
-TEST_P(set_se_translator_division, by_zero_and_one_that_overflows_are_told_apart) {
+TEST_P(set_se_translator_division, by_zero_and_one_that_overflows_have_different_codes) {
     the_divisor = 0;
     EXPECT_EQ(code_of(GetParam().divide), int_divide_by_zero);
     the_divisor = -1;
@@ -326,6 +328,37 @@ TEST_F(set_se_translator, destroys_the_objects_of_every_frame_of_a_stack_that_ov
     std::thread(overflow).join();
 }
 
+namespace {
+
+// Overflows the stack of a thread from every place of a frame, so that every instruction of a
+// function that uses the stack is at fault once.
+void* overflow_from_every_place(void* failures) {
+    _set_se_translator(throw_code);
+    for (std::size_t distance = 0; distance < 5120; distance += 64) {
+        volatile char* const room = static_cast<volatile char*>(__builtin_alloca(distance + 1));
+        room[distance] = 1;
+        const bool is_right =
+            code_of(processor_faults::overflow_the_stack_with_objects) == stack_overflow &&
+            processor_faults::alive == 0;
+        if (!is_right) ++*static_cast<int*>(failures);
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+TEST_F(set_se_translator, translates_an_overflow_at_any_instruction_that_uses_the_stack) {
+    int failures = 0;
+    pthread_attr_t attributes;
+    ::pthread_attr_init(&attributes);
+    ::pthread_attr_setstacksize(&attributes, 600 * 1024);
+    pthread_t thread = {};
+    ASSERT_EQ(::pthread_create(&thread, &attributes, overflow_from_every_place, &failures), 0);
+    ::pthread_join(thread, nullptr);
+    ::pthread_attr_destroy(&attributes);
+    EXPECT_EQ(failures, 0);
+}
+
 TEST_F(set_se_translator, translates_faults_within_callbacks_of_the_c_library) {
     const auto faulting = [](const void*, const void*) {
         processor_faults::read_null();
@@ -368,6 +401,22 @@ TEST_F(set_se_translator, translates_faults_of_functions_for_bytes_and_texts) {
     EXPECT_EQ(code_of([] { processor_faults::read_value = std::memcmp(bytes, nowhere, count); }),
               access_violation);
 }
+
+#if defined(__x86_64__)
+TEST_F(set_se_translator, restores_the_controls_of_both_floating_units) {
+    ::fesetround(FE_UPWARD);
+    ::feenableexcept(FE_DIVBYZERO);
+    const unsigned int before = _mm_getcsr();
+    EXPECT_EQ(code_of(processor_faults::read_null), access_violation);
+    EXPECT_EQ(_mm_getcsr(), before);
+    processor_faults::result = 0.0;
+    EXPECT_EQ(code_of([] {
+                  processor_faults::result = processor_faults::one / processor_faults::zero_double;
+              }),
+              0xC000008E);
+    EXPECT_EQ(_mm_getcsr(), before);
+}
+#endif
 
 TEST_F(set_se_translator, restores_the_controls_of_floating_point) {
     ::fesetround(FE_UPWARD);
@@ -534,7 +583,10 @@ namespace {
 
 volatile sig_atomic_t handled = 0, handled_code = 0, was_blocked = 0;
 
-void count_signal(int) { handled = handled + 1; }
+void count_signal(int) {
+    handled = handled + 1;
+    errno = 5;
+}
 
 void note_signal(int, siginfo_t* info, void*) {
     sigset_t now;
@@ -579,6 +631,32 @@ TEST_F(set_se_translator_previous_handler, is_called_for_signals_that_were_sent)
         },
         testing::ExitedWithCode(0), "");
 }
+
+#if defined(__x86_64__)
+TEST_F(set_se_translator_previous_handler, is_called_for_a_signal_that_comes_while_a_thread_works) {
+    EXPECT_EXIT(
+        {
+            set_handler(SIGFPE, count_signal);
+            _set_se_translator(throw_code);
+            errno = 77;
+            processor_faults::send_while_busy(SIGFPE);
+            exit_with(handled == 1 && errno == 77);
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+TEST_F(set_se_translator_previous_handler, continues_behind_a_breakpoint) {
+    EXPECT_EXIT(
+        {
+            set_handler(SIGTRAP, count_signal);
+            _set_se_translator([](unsigned int, _EXCEPTION_POINTERS*) {});
+            ::alarm(20);
+            processor_faults::break_here();
+            exit_with(handled == 1);
+        },
+        testing::ExitedWithCode(0), "");
+}
+#endif
 
 TEST_F(set_se_translator_previous_handler, is_called_for_faults_of_threads_without_a_translator) {
     EXPECT_EXIT(

@@ -9,7 +9,7 @@ namespace nmk_seh {
 
 inline constexpr unsigned int stack_overflow = 0xC00000FD;
 
-/// The code under which structured exceptions report such a fault; 0 for a signal that is no fault.
+/// The code under which structured exceptions report such a fault; 0 for other signals.
 unsigned int fault_code(const siginfo_t& fault, const MachineState& state);
 
 }  // namespace nmk_seh

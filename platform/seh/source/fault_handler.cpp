@@ -24,7 +24,7 @@ bool is_translated(const siginfo_t& fault, const MachineState& state) {
 // Moves the position to where the unwinder finds the function at fault: back into the instruction
 // of a breakpoint, and to the call where a function was called that is not there. False where an
 // exception cannot or must not be thrown.
-bool find_frame(const siginfo_t& fault, unsigned int code, MachineState& state) {
+bool find_frame(const siginfo_t& fault, MachineState& state) {
     MachineState::Position position = state.position();
     if (state.is_behind_a_breakpoint(fault)) --position.instruction;
     if (!has_frame(position.instruction)) {
@@ -33,23 +33,21 @@ bool find_frame(const siginfo_t& fault, unsigned int code, MachineState& state) 
         if (!has_frame(position.instruction)) return false;
     }
     state.set_position(position);
-    if (code == stack_overflow) leave_unbegun_function(state);
-    return !may_hold_locks(state.position().instruction);
+    return !may_hold_locks(position.instruction);
 }
 
 void handle_fault(int signal, siginfo_t* info, void* context) {
     MachineState::make_ready();
     MachineState state(context);
     if (is_translated(*info, state)) {
-        mcontext_t& registers = static_cast<ucontext_t*>(context)->uc_mcontext;
-        const mcontext_t before = registers;
+        const MachineState::Position before = state.position();
         const unsigned int code = fault_code(*info, state);
-        if (find_frame(*info, code, state)) {
+        if (find_frame(*info, state)) {
             if (code == stack_overflow) this_thread->reserve.give_out();
             state.restore_floating_point_controls();
             this_thread->translator(code, nullptr);
         }
-        registers = before;
+        state.set_position(before);
     }
     call_previous_handler(signal, info, context);
 }

@@ -6,7 +6,6 @@
 
 #include <signal.h>
 #include <ucontext.h>
-#include <unwind.h>
 
 #include <cstdint>
 
@@ -27,10 +26,6 @@ class MachineState {
 
     Position position() const noexcept;
     void set_position(const Position& position) noexcept;
-
-    /// Takes the position and the registers that calls preserve from a frame further up, as if what
-    /// that called had just returned.
-    void become(_Unwind_Context* frame) noexcept;
 
     /// Whether the processor reports a breakpoint behind the instruction.
     bool is_behind_a_breakpoint(const siginfo_t& fault) const noexcept;

@@ -26,14 +26,6 @@ void MachineState::set_position(const Position& position) noexcept {
     m_context->uc_mcontext.sp = position.stack;
 }
 
-void MachineState::become(_Unwind_Context* frame) noexcept {
-    constexpr int first_preserved = 19, last_preserved = 29;
-    for (int number = first_preserved; number <= last_preserved; ++number) {
-        m_context->uc_mcontext.regs[number] = ::_Unwind_GetGR(frame, number);
-    }
-    set_position({::_Unwind_GetIP(frame) - size_of_instruction, ::_Unwind_GetCFA(frame)});
-}
-
 bool MachineState::is_behind_a_breakpoint(const siginfo_t&) const noexcept { return false; }
 
 bool MachineState::is_fetch(const siginfo_t& fault) const noexcept {

@@ -68,20 +68,6 @@ void MachineState::set_position(const Position& position) noexcept {
     m_context->uc_mcontext.gregs[REG_RSP] = static_cast<greg_t>(position.stack);
 }
 
-void MachineState::become(_Unwind_Context* frame) noexcept {
-    struct Preserved {
-        int number;  // in tables of the unwinder
-        int place;   // in the context
-    };
-    constexpr std::array<Preserved, 6> preserved = {
-        {{3, REG_RBX}, {6, REG_RBP}, {12, REG_R12}, {13, REG_R13}, {14, REG_R14}, {15, REG_R15}}};
-    for (const Preserved& one : preserved) {
-        m_context->uc_mcontext.gregs[one.place] =
-            static_cast<greg_t>(::_Unwind_GetGR(frame, one.number));
-    }
-    set_position({::_Unwind_GetIP(frame) - 1, ::_Unwind_GetCFA(frame)});
-}
-
 bool MachineState::is_behind_a_breakpoint(const siginfo_t& fault) const noexcept {
     return fault.si_signo == SIGTRAP && (fault.si_code == SI_KERNEL || fault.si_code == TRAP_BRKPT);
 }

@@ -1,7 +1,7 @@
 // stack_frames.h: whether an exception can be thrown out of an instruction.
 #pragma once
 
-#include "machine_state.h"
+#include <cstdint>
 
 namespace nmk_seh {
 
@@ -15,10 +15,5 @@ bool has_frame(std::uintptr_t instruction);
 /// functions but those for bytes and texts in memory, and in these when it calls them itself. Only
 /// in a signal handler, for the instruction that was interrupted.
 bool may_hold_locks(std::uintptr_t instruction);
-
-/// Where the stack overflowed before a function had begun its work, moves the state to the call of
-/// that function: an exception that came out of the beginning would end the process, since a
-/// compiler has no table for it. Only in a signal handler.
-void leave_unbegun_function(MachineState& state);
 
 }  // namespace nmk_seh

@@ -112,6 +112,13 @@ INSTANTIATE_TEST_SUITE_P(
                       "--goal-kind", "moving-line", "--gradient", "0.5", "--json"},
                      1},
         DocumentCase{"levels", "levels", {"levels", "--json"}},
+        DocumentCase{"id_new", "id-new", {"id", "new", "3", "--json"}},
+        DocumentCase{
+            "id_show", "id-show", {"id", "show", "6c1f0d9a69216f800000000700000000", "--json"}},
+        DocumentCase{"id_show_invalid",
+                     "id-show",
+                     {"id", "show", "000000000000000100000000ffffffff", "--json"}},
+        DocumentCase{"id_dump", "id-dump", {"id", "dump", "samples/tool_list.ids", "--json"}},
         DocumentCase{"no_levels", "levels", {"levels", "--find", "no such words", "--json"}},
         DocumentCase{"solve", "solve", {"solve", "polynomial", "2", "-3", "0", "1", "--json"}},
         DocumentCase{"solve_with_a_note", "solve", {"solve", "polynomial", "0", "0", "--json"}},
@@ -151,7 +158,8 @@ void add_members(const json& schema, std::set<std::string>& names) {
 
 TEST(json_schemas, have_no_member_that_the_document_does_not_describe) {
     const std::string text = nmk_job::bytes_of_file(root + "docs/json.md");
-    for (const std::string name : {"order", "job", "route", "levels", "solve"}) {
+    for (const std::string name :
+         {"order", "job", "route", "levels", "solve", "id-show", "id-dump"}) {
         std::set<std::string> members;
         add_members(json::parse(nmk_job::bytes_of_file(root + "docs/schemas/" + name + ".json")),
                     members);
