@@ -19,9 +19,10 @@ struct LinePart {
             end = start >= low && start <= high ? end : -1.0;
             return;
         }
-        const auto [enter, leave] = std::minmax((low - start) / change, (high - start) / change);
-        begin = std::max(begin, enter);
-        end = std::min(end, leave);
+        const double at_low = (low - start) / change;
+        const double at_high = (high - start) / change;
+        begin = std::max(begin, std::min(at_low, at_high));
+        end = std::min(end, std::max(at_low, at_high));
     }
 };
 
