@@ -35,5 +35,6 @@ int nmkCExceptTrans::GetErrorMessage(char* buffer, unsigned int, unsigned int* h
 void nmkCExceptTrans::trans_func(unsigned int code, _EXCEPTION_POINTERS*) {
     // Deliberate: a null pointer is thrown where there is no memory. The fault is reported all the
     // same, and catchers of the type expect it.
+    // NOLINTNEXTLINE(misc-throw-by-value-catch-by-reference)
     throw new (std::nothrow) nmkCExceptTrans(code);
 }

@@ -8,6 +8,7 @@
 
 #include "app/formats/job/job_fixtures.h"
 #include "app/shell/command_runner.h"
+#include "registry_scratch.h"
 #include "scratch_directory.h"
 
 namespace nmk_shell {
@@ -107,6 +108,14 @@ TEST(documents, show_commands_with_their_output_and_pictures) {
     EXPECT_EQ(outputs, 1);
 }
 
+TEST(documents, show_the_tree_of_the_registry_as_text) {
+    const RegistryScratch scratch;
+    DocumentWalk document("docs/nmk-registry.md");
+    document.walk();
+    EXPECT_GE(document.commands, 6);
+    EXPECT_EQ(document.outputs, 3);
+}
+
 TEST(documents, show_identifiers_as_they_are_printed) {
     DocumentWalk document("docs/nmk-id.md");
     document.walk();
@@ -125,7 +134,7 @@ std::set<std::string> options_in(const std::string& text) {
 }
 
 TEST(documents, list_the_options_of_the_help) {
-    for (const std::string name : {"order", "route", "solve", "id"}) {
+    for (const std::string name : {"order", "route", "solve", "id", "registry"}) {
         const std::set<std::string> options = options_in(run({"help", name}).out);
         EXPECT_GE(options.size(), 4U) << name;
         EXPECT_EQ(options_in(nmk_job::bytes_of_file(root + "docs/nmk-" + name + ".md")), options)

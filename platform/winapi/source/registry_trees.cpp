@@ -3,7 +3,6 @@
 #include <winapi/registry.h>
 
 #include <algorithm>
-#include <ranges>
 #include <string>
 #include <vector>
 
@@ -52,7 +51,7 @@ LSTATUS delete_path(HKEY key, LPCSTR path, LSTATUS (*remove)(RegistryTables&, Ke
 }
 
 bool is_below(const std::vector<WalkedKey>& tree, KeyNumber key) {
-    return std::ranges::find(tree | std::views::drop(1), key, &WalkedKey::key) != tree.end();
+    return std::ranges::find(tree.begin() + 1, tree.end(), key, &WalkedKey::key) != tree.end();
 }
 
 std::string name_of(RegistryTables& tables, KeyNumber key) {
@@ -64,9 +63,9 @@ std::string name_of(RegistryTables& tables, KeyNumber key) {
 // copied before what it holds is replaced.
 void copy_tree(RegistryTables& tables, const std::vector<WalkedKey>& tree, KeyNumber target) {
     std::vector<KeyNumber> copies = {target};
-    for (const WalkedKey& walked : tree | std::views::drop(1)) {
-        const std::string name = name_of(tables, walked.key);
-        copies.push_back(tables.find_or_create(copies[walked.parent], name));
+    for (std::size_t i = 1; i < tree.size(); ++i) {
+        const std::string name = name_of(tables, tree[i].key);
+        copies.push_back(tables.find_or_create(copies[tree[i].parent], name));
     }
     for (std::size_t i = 0; i < tree.size(); ++i) tables.copy_values(tree[i].key, copies[i]);
 }

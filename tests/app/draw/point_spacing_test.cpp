@@ -47,7 +47,8 @@ INSTANTIATE_TEST_SUITE_P(
                             }},
                     Pattern{"a_grid",
                             [](std::mt19937&, int i) -> SvgPoint {
-                                return {i % 40 * 7.0, i / 40 * 7.0};
+                                const int row = i / 40;
+                                return {i % 40 * 7.0, row * 7.0};
                             }},
                     Pattern{"a_line",
                             [](std::mt19937& random, int) -> SvgPoint {
@@ -58,7 +59,9 @@ INSTANTIATE_TEST_SUITE_P(
                                 return {anywhere(random) / 9 + i % 2 * 5000, anywhere(random) / 9};
                             }},
                     Pattern{"pairs_of_the_same_place", [](std::mt19937&, int i) -> SvgPoint {
-                                return {i / 2 % 20 * 9.0, i / 40 * 9.0};
+                                const int row = i / 40;
+                                const int column = i / 2 % 20;
+                                return {column * 9.0, row * 9.0};
                             }}));
 
 TEST(point_spacing, is_infinite_where_no_two_points_differ) {

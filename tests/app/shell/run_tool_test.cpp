@@ -12,7 +12,7 @@
 namespace nmk_shell {
 namespace {
 
-const std::string commands[] = {"order", "route", "solve", "levels"};
+const std::string commands[] = {"order", "route", "solve", "levels", "registry"};
 
 /// The lines of a text.
 std::vector<std::string> lines_of(const std::string& text) {

@@ -134,8 +134,9 @@ nmk_job::MachiningJob grid_job(std::size_t columns, std::size_t rows,
     job.file_name = "grid.drl";
     job.tools.push_back({"T1", diameter});
     for (std::size_t i = 0; i < columns * rows; ++i) {
+        const std::size_t row = i / columns;
         const auto x = static_cast<double>(i % columns);
-        const auto y = static_cast<double>(i / columns);
+        const auto y = static_cast<double>(row);
         job.items.push_back({{x, y, 0.0}, std::nullopt, 0});
     }
     return job;
