@@ -56,17 +56,19 @@ fi
 
 echo "--- a fault of a consumer's own code is thrown"
 if [ -z "$("$compiler" --version | grep -i clang)" ]; then
-    # shellcheck disable=SC2046  # a list of options
+    handed_on=$(pkg-config --cflags --libs nmktoolbox)
     compile_fault() {
         "$compiler" -std=c++20 -O2 "$project/tests/install/fault.cpp" -o "$scratch/fault" \
-            $(pkg-config --cflags --libs nmktoolbox) "-Wl,-rpath,$libraries" "$@"
+            "$@" "-Wl,-rpath,$libraries"
     }
-    compile_fault -fno-non-call-exceptions
+    # shellcheck disable=SC2086  # a list of options
+    compile_fault ${handed_on/-fnon-call-exceptions/}
     if (ulimit -c 0; "$scratch/fault") >/dev/null 2>&1; then
         echo "fault.cpp is translated without the option; the check shows nothing" >&2
         exit 1
     fi
-    compile_fault
+    # shellcheck disable=SC2086  # a list of options
+    compile_fault $handed_on
     "$scratch/fault" | diff -u "$project/tests/install/fault.expected" -
     cmake -S "$project/tests/install" -B "$scratch/consumer" -DCMAKE_CXX_FLAGS=-O2 >/dev/null
     cmake --build "$scratch/consumer" --target fault
