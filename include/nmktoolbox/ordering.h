@@ -28,3 +28,5 @@
 #include <nmktoolbox/ordering/nmkSortPointList.h>
 #include <nmktoolbox/ordering/nmkSortType.h>
 #include <nmktoolbox/ordering/nmkSortedList.h>
+#include <nmktoolbox/ordering/nmkTravelOrder.h>
+#include <nmktoolbox/ordering/nmkTravelProblem.h>
