@@ -16,6 +16,7 @@ struct SolveOptions {
     Problem problem;                  // of these words, if there is no table
     std::string csv_file;             // the table; empty: none
     std::string svg_file;             // empty: not written
+    std::string table_file;           // the answers as CSV; empty: not written
     bool json = false;
     bool quiet = false;
 };
