@@ -6,6 +6,7 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 option(NMKTOOLBOX_WARNINGS_AS_ERRORS "Treat warnings in the project's own code as errors" OFF)
+option(NMKTOOLBOX_TRANSLATE_FAULTS "Compile so that faults can be thrown through (GCC only)" ON)
 set(NMKTOOLBOX_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize= takes them")
 
 find_program(NMKTOOLBOX_CCACHE ccache)
@@ -22,6 +23,11 @@ endif()
 
 # One formula gives the same bits on every compiler, level of optimisation and processor.
 add_compile_options(-ffp-contract=off)
+# A fault of the processor can leave any instruction as an exception, and destructors run. Other
+# compilers cannot do that. Frames are probed page by page, so that none is beyond the stack.
+if(NMKTOOLBOX_TRANSLATE_FAULTS AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    add_compile_options(-fnon-call-exceptions -fstack-clash-protection)
+endif()
 if(NMKTOOLBOX_SANITIZE)
     # -O1 and lines only: quicker to compile, and reports name the same places.
     add_compile_options(-fsanitize=${NMKTOOLBOX_SANITIZE} -fno-omit-frame-pointer

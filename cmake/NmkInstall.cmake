@@ -26,6 +26,11 @@ foreach(target IN LISTS platform_targets ITEMS nmktoolbox)
     target_compile_options(${target} INTERFACE
         $<INSTALL_INTERFACE:$<$<COMPILE_LANG_AND_ID:CXX,GNU,Clang,AppleClang>:-ffp-contract=off>>)
 endforeach()
+# A consumer's own functions are left by faults as well.
+if(NMKTOOLBOX_TRANSLATE_FAULTS)
+    target_compile_options(nmktoolbox INTERFACE
+        $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fnon-call-exceptions>)
+endif()
 install(TARGETS ${platform_targets} EXPORT nmkplatform-targets)
 install(TARGETS nmktoolbox EXPORT nmktoolbox-targets)
 
@@ -66,6 +71,9 @@ install(FILES ${PROJECT_BINARY_DIR}/nmktoolbox-config.cmake
 
 # pkg-config nmktoolbox
 file(RELATIVE_PATH from_pkgconfig_to_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+if(NMKTOOLBOX_TRANSLATE_FAULTS AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    set(pkgconfig_faults " -fnon-call-exceptions")
+endif()
 configure_file(${PROJECT_SOURCE_DIR}/cmake/nmktoolbox.pc.in
                ${PROJECT_BINARY_DIR}/nmktoolbox.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/nmktoolbox.pc

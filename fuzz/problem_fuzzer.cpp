@@ -6,6 +6,7 @@
 
 #include "commands/solve/polynomial_picture.h"
 #include "commands/solve/problem_table.h"
+#include "commands/solve/solution_json.h"
 #include "commands/solve/solution_text.h"
 #include "commands/solve/solve_answer.h"
 
@@ -15,7 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto read = nmk_solve::read_problem_table(
         "fuzz.csv", text, nullptr, [&](const nmk_solve::Problem& problem, std::size_t line) {
             const nmk_solve::Answer answer = nmk_solve::solve_problem(problem);
-            const std::string json = nmk_solve::answer_json(answer, line);
+            const std::string json = nmk_solve::answer_row(answer, line);
             if (nmk_solve::solution_text(answer, line).empty() ||
                 json.find("nan") != std::string::npos || json.find("inf") != std::string::npos) {
                 std::abort();

@@ -8,4 +8,5 @@
 #include <nmktoolbox/runtime.h>
 #include <nmktoolbox/search.h>
 #include <nmktoolbox/solver.h>
+#include <nmktoolbox/trifile.h>
 #include <nmktoolbox/uniqueid.h>

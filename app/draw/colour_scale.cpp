@@ -20,8 +20,26 @@ constexpr Rgb order_colours[] = {
 // Light enough for a dark line on them; the last is still clearly lighter than a blocked cell.
 constexpr Rgb closing_colours[] = {{253, 243, 205}, {190, 227, 205}, {98, 168, 208}};
 
-constexpr const char* tool_colours[] = {"#cfe2f3", "#fde2b8", "#cdebc5", "#e3d3f1",
-                                        "#f9cfd3", "#c9ecec", "#ece6a8", "#dcd9d6"};
+// The first five as calm as can be; each of the others is as far from those before it as a light
+// colour of limited chroma can be.
+constexpr Rgb tool_colours[] = {{207, 226, 243}, {253, 226, 184}, {205, 235, 197}, {227, 211, 241},
+                                {249, 207, 211}, {118, 174, 252}, {238, 142, 196}, {246, 150, 124},
+                                {110, 246, 244}, {150, 182, 100}, {110, 214, 164}, {222, 174, 100},
+                                {214, 174, 252}, {126, 182, 172}, {110, 214, 252}, {238, 230, 140},
+                                {174, 174, 132}, {198, 246, 164}, {254, 158, 172}, {142, 174, 212}};
+
+constexpr double dot_shade = 0.55;  // of the fill; a dot has no rim
+
+std::string hex_colour(const Rgb& colour) {
+    constexpr char digits[] = "0123456789abcdef";
+    std::string text = "#";
+    for (const double channel : colour) {
+        const auto value = static_cast<unsigned>(std::lround(channel));
+        text += digits[value / 16];
+        text += digits[value % 16];
+    }
+    return text;
+}
 
 /// The colour at this fraction of the scale.
 std::string mixed_colour(std::span<const Rgb> colours, double fraction) {
@@ -29,16 +47,13 @@ std::string mixed_colour(std::span<const Rgb> colours, double fraction) {
     const double position = std::clamp(fraction, 0.0, 1.0) * static_cast<double>(steps);
     const std::size_t below = std::min(static_cast<std::size_t>(position), steps - 1);
     const double part = position - static_cast<double>(below);
-    constexpr char digits[] = "0123456789abcdef";
-    std::string colour = "#";
+    Rgb colour{};
     for (std::size_t channel = 0; channel < 3; ++channel) {
         const double from = colours[below][channel];
         const double to = colours[below + 1][channel];
-        const auto value = static_cast<unsigned>(std::lround(from + (to - from) * part));
-        colour += digits[value / 16];
-        colour += digits[value % 16];
+        colour[channel] = from + (to - from) * part;
     }
-    return colour;
+    return hex_colour(colour);
 }
 
 }  // namespace
@@ -47,6 +62,16 @@ std::string order_colour(double fraction) { return mixed_colour(order_colours, f
 
 std::string closing_colour(double fraction) { return mixed_colour(closing_colours, fraction); }
 
-std::string tool_colour(std::size_t tool) { return tool_colours[tool % std::size(tool_colours)]; }
+std::string tool_colour(std::size_t tool) {
+    return hex_colour(tool_colours[tool % std::size(tool_colours)]);
+}
+
+std::string tool_dot_colour(std::size_t tool) {
+    Rgb colour = tool_colours[tool % std::size(tool_colours)];
+    for (double& channel : colour) {
+        channel *= dot_shade;
+    }
+    return hex_colour(colour);
+}
 
 }  // namespace nmk_draw

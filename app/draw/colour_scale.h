@@ -13,7 +13,10 @@ std::string order_colour(double fraction);
 /// From pale yellow at 0 to a medium blue at 1, for areas below other marks; otherwise the same.
 std::string closing_colour(double fraction);
 
-/// A light fill for the tool at this position; after eight tools the colours repeat.
+/// A light fill for the tool at this position; after twenty tools the colours repeat.
 std::string tool_colour(std::size_t tool);
+
+/// The same, dark enough for a dot without a rim.
+std::string tool_dot_colour(std::size_t tool);
 
 }  // namespace nmk_draw

@@ -1,4 +1,7 @@
-// html_frame.h: the frame of every HTML page of the tool: head, style and heading.
+// html_frame.h: the frame of every HTML page of the tool: head, style, heading and scripts.
+//
+// A page is one file that loads nothing: its security policy forbids every request, and only the
+// tool's own script runs in it, whatever a name in the content might smuggle in.
 #pragma once
 
 #include <string>

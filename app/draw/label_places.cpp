@@ -6,6 +6,27 @@
 
 namespace nmk_draw {
 
+namespace {
+
+/// The part of a line that is left, from 0 at its beginning to 1 at its end.
+struct LinePart {
+    double begin = 0.0;
+    double end = 1.0;
+
+    /// Leaves the part whose coordinate, `start` at 0 and `start + change` at 1, is in the range.
+    void clip(double start, double change, double low, double high) {
+        if (change == 0.0) {
+            end = start >= low && start <= high ? end : -1.0;
+            return;
+        }
+        const auto [enter, leave] = std::minmax((low - start) / change, (high - start) / change);
+        begin = std::max(begin, enter);
+        end = std::min(end, leave);
+    }
+};
+
+}  // namespace
+
 bool LabelBox::overlaps(const LabelBox& other) const {
     return left < other.left + other.width && other.left < left + width &&
            top < other.top + other.height && other.top < top + height;
@@ -16,8 +37,11 @@ bool LabelBox::inside(const LabelBox& outer) const {
            top + height <= outer.top + outer.height;
 }
 
-double text_width(const std::string& words, double font_size) {
-    return static_cast<double>(words.size()) * font_size * 0.58;
+bool crosses(const LabelBox& box, SvgPoint from, SvgPoint to) {
+    LinePart part;
+    part.clip(from.x, to.x - from.x, box.left, box.left + box.width);
+    part.clip(from.y, to.y - from.y, box.top, box.top + box.height);
+    return part.begin <= part.end;
 }
 
 LabelBox LabelPlaces::moved_inside(LabelBox box) const {
@@ -29,8 +53,12 @@ LabelBox LabelPlaces::moved_inside(LabelBox box) const {
 }
 
 bool LabelPlaces::free(const LabelBox& box) const {
-    return box.inside(m_bounds) && std::none_of(m_taken.begin(), m_taken.end(),
-                                                [&](const LabelBox& t) { return box.overlaps(t); });
+    const auto overlaps = [&](const LabelBox& taken) { return box.overlaps(taken); };
+    const auto covers = [&](const TakenLine& line) {
+        return crosses(box.grown(line.half_width), line.from, line.to);
+    };
+    return box.inside(m_bounds) && std::none_of(m_taken.begin(), m_taken.end(), overlaps) &&
+           std::none_of(m_lines.begin(), m_lines.end(), covers);
 }
 
 bool LabelPlaces::place(const std::vector<SvgPoint>& middles, double width, double height,

@@ -1,7 +1,6 @@
 // label_places.h: places labels so that no two of them overlap.
 #pragma once
 
-#include <string>
 #include <vector>
 
 #include "draw/svg_document.h"
@@ -14,10 +13,15 @@ struct LabelBox {
 
     bool overlaps(const LabelBox& other) const;
     bool inside(const LabelBox& outer) const;
+
+    /// The box with this much more on each side.
+    LabelBox grown(double by) const {
+        return {left - by, top - by, width + 2 * by, height + 2 * by};
+    }
 };
 
-/// The approximate width of a text at this size, a little too wide rather than too narrow.
-double text_width(const std::string& words, double font_size);
+/// True if a part of the straight line between two points is in the box.
+bool crosses(const LabelBox& box, SvgPoint from, SvgPoint to);
 
 class LabelPlaces {
   public:
@@ -26,16 +30,28 @@ class LabelPlaces {
     /// Reserves a box, which no label may overlap.
     void take(const LabelBox& box) { m_taken.push_back(box); }
 
+    /// Reserves a straight line of this width, which no label may cover.
+    void take_line(SvgPoint from, SvgPoint to, double width) {
+        m_lines.push_back({from, to, width / 2});
+    }
+
     /// Reserves the first of the middles at which a label of this size overlaps nothing; a label
-    /// that would leave the bounds is moved inside. False if there is none.
+    /// that would leave the bounds is moved inside. False if there is none. The time grows with the
+    /// number of what is reserved.
     bool place(const std::vector<SvgPoint>& middles, double width, double height, LabelBox& box);
 
   private:
+    struct TakenLine {
+        SvgPoint from, to;
+        double half_width;
+    };
+
     LabelBox moved_inside(LabelBox box) const;
     bool free(const LabelBox& box) const;
 
     LabelBox m_bounds;
     std::vector<LabelBox> m_taken;
+    std::vector<TakenLine> m_lines;
 };
 
 }  // namespace nmk_draw

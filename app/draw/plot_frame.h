@@ -3,17 +3,10 @@
 
 #include <string>
 
+#include "draw/axis_ticks.h"
 #include "draw/svg_document.h"
 
 namespace nmk_draw {
-
-/// From the lowest value shown to the highest; not empty.
-struct PlotRange {
-    double low = 0.0;
-    double high = 1.0;
-
-    double span() const { return high - low; }
-};
 
 /// Maps values to pixels; y upwards.
 struct PlotFrame {

@@ -21,7 +21,31 @@ std::string with_blank(std::string_view attributes) {
     return attributes.empty() ? std::string() : " " + std::string(attributes);
 }
 
+constexpr const char* font =
+    "font-family=\"'Segoe UI', 'Helvetica Neue', Arial, 'DejaVu Sans', sans-serif\"";
+
+std::string view_box(SvgPoint corner, double width, double height) {
+    return "viewBox=\"" + pixels(corner.x) + " " + pixels(corner.y) + " " + pixels(width) + " " +
+           pixels(height) + "\"";
+}
+
 }  // namespace
+
+void SvgPath::line(SvgPoint from, SvgPoint to) {
+    if (m_data.empty() || from.x != m_pen.x || from.y != m_pen.y) {
+        m_data += "M" + nmk_text::short_number(from.x, m_decimals) + " " +
+                  nmk_text::short_number(from.y, m_decimals);
+    }
+    m_data += "L" + nmk_text::short_number(to.x, m_decimals) + " " +
+              nmk_text::short_number(to.y, m_decimals);
+    m_pen = to;
+}
+
+void SvgPath::dot(SvgPoint at) {
+    m_data += "M" + nmk_text::short_number(at.x, m_decimals) + " " +
+              nmk_text::short_number(at.y, m_decimals) + "h0";
+    m_pen = at;
+}
 
 void SvgDocument::open_group(std::string_view attributes) {
     m_body += "<g" + with_blank(attributes) + ">\n";
@@ -52,18 +76,16 @@ void SvgDocument::rectangle(SvgPoint corner, double width, double height,
               "/>\n";
 }
 
+void SvgDocument::path(const SvgPath& path, std::string_view attributes) {
+    m_body += "<path d=\"" + path.data() + "\"" + with_blank(attributes) + "/>\n";
+}
+
 void SvgDocument::separate_lines(const std::vector<SvgPoint>& pairs, std::string_view attributes) {
-    m_body += "<path d=\"";
+    SvgPath lines;
     for (std::size_t i = 0; i + 1 < pairs.size(); i += 2) {
-        const SvgPoint& from = pairs[i];
-        const SvgPoint& to = pairs[i + 1];
-        const bool continues = i > 0 && from.x == pairs[i - 1].x && from.y == pairs[i - 1].y;
-        if (!continues) {
-            m_body += "M" + pixels(from.x) + " " + pixels(from.y);
-        }
-        m_body += "L" + pixels(to.x) + " " + pixels(to.y);
+        lines.line(pairs[i], pairs[i + 1]);
     }
-    m_body += "\"" + with_blank(attributes) + "/>\n";
+    path(lines, attributes);
 }
 
 void SvgDocument::text(SvgPoint at, std::string_view words, std::string_view attributes) {
@@ -74,17 +96,29 @@ void SvgDocument::text(SvgPoint at, std::string_view words, std::string_view att
 std::string SvgDocument::str(double width, double height, std::string_view title) const {
     const std::string w = pixels(width);
     const std::string h = pixels(height);
-    std::string whole =
-        "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + w + "\" height=\"" + h +
-        "\" viewBox=\"0 0 " + w + " " + h +
-        "\" font-family=\"'Segoe UI', 'Helvetica Neue', Arial, 'DejaVu Sans', sans-serif\">\n";
+    std::string whole = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + w + "\" height=\"" +
+                        h + "\" " + view_box({}, width, height) + " " + font + ">\n";
     whole += "<title>" + nmk_text::xml_text(title) + "</title>\n";
     whole += "<rect x=\"0\" y=\"0\" width=\"" + w + "\" height=\"" + h + "\" fill=\"#ffffff\"/>\n";
-    whole += m_body;
+    return whole + closed_body() + "</svg>\n";
+}
+
+std::string SvgDocument::element(SvgPoint corner, double width, double height,
+                                 std::string_view attributes) const {
+    return "<svg xmlns=\"http://www.w3.org/2000/svg\" " + view_box(corner, width, height) + " " +
+           font + with_blank(attributes) + ">\n" + closed_body() + "</svg>\n";
+}
+
+std::string SvgDocument::closed_body() const {
+    std::string body = m_body;
     for (int i = 0; i < m_open_groups; ++i) {
-        whole += "</g>\n";
+        body += "</g>\n";
     }
-    return whole + "</svg>\n";
+    return body;
+}
+
+std::string moved_to(SvgPoint at) {
+    return "transform=\"translate(" + pixels(at.x) + " " + pixels(at.y) + ")\"";
 }
 
 }  // namespace nmk_draw

@@ -1,4 +1,4 @@
-// escaped_text: text from outside, made safe for XML, for JSON and for one line of a terminal.
+// escaped_text: text from outside, made safe for XML and for one line of a terminal.
 
 #include "text/escaped_text.h"
 
@@ -116,25 +116,6 @@ std::string xml_text(std::string_view text) {
                 is_control(c) ? result += replacement_character : result += c;
         }
     });
-}
-
-std::string json_text(std::string_view text) {
-    return '"' +
-           escaped(text,
-                   [](std::string& result, char c) {
-                       constexpr char digits[] = "0123456789abcdef";
-                       if (c == '"' || c == '\\') {
-                           result += '\\';
-                           result += c;
-                       } else if (is_control(c)) {
-                           result += "\\u00";
-                           result += digits[c >> 4];
-                           result += digits[c & 15];
-                       } else {
-                           result += c;
-                       }
-                   }) +
-           '"';
 }
 
 std::string line_text(std::string_view text) {

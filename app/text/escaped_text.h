@@ -1,4 +1,4 @@
-// escaped_text.h: text from outside, made safe for XML, for JSON and for one line of a terminal.
+// escaped_text.h: text from outside, made safe for XML and for one line of a terminal.
 //
 // File names may have any byte. Bytes that are not valid UTF-8 become U+FFFD; characters that the
 // target cannot represent are replaced or escaped, so that the result is always well-formed.
@@ -11,9 +11,6 @@ namespace nmk_text {
 
 /// For XML and HTML, in text and in quoted attributes. Control characters become U+FFFD.
 std::string xml_text(std::string_view text);
-
-/// A JSON string with its quotes.
-std::string json_text(std::string_view text);
 
 /// One line for a person: control characters, line ends and characters that change the direction of
 /// the text become '?'.

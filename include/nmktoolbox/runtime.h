@@ -3,10 +3,13 @@
 
 #include <nmktoolbox/runtime/dbgLevel_angleassert_nmkutils.h>  // whether angle solutions are checked
 #include <nmktoolbox/runtime/ncmTimer.h>                       // a stopwatch
+#include <nmktoolbox/runtime/nmkCExceptTrans.h>                // faults as exceptions
 #include <nmktoolbox/runtime/nmkClipboardAbs.h>                // services of the host
+#include <nmktoolbox/runtime/nmkCtrlBreakTask.h>               // the progress dialog as a task
 #include <nmktoolbox/runtime/nmkDialogIndir.h>
 #include <nmktoolbox/runtime/nmkIterTools.h>
 #include <nmktoolbox/runtime/nmkProductInfoAbs.h>
+#include <nmktoolbox/runtime/nmkRegistry.h>         // a session on the registry
 #include <nmktoolbox/runtime/nmkStackBasedTimer.h>  // a printed tree of timed scopes
 #include <nmktoolbox/runtime/nmkStackTimer.h>       // timed sections of all threads
 #include <nmktoolbox/runtime/nmkStackTimerEvent.h>

@@ -2,8 +2,11 @@
 #pragma once
 
 #include <nmktoolbox/uniqueid/nmkActionBlocker.h>
+#include <nmktoolbox/uniqueid/nmkMachinableComponent.h>
+#include <nmktoolbox/uniqueid/nmkMachinableComponentPtr.h>
 #include <nmktoolbox/uniqueid/nmkObjectId.h>
 #include <nmktoolbox/uniqueid/nmkObjectIdAccessor.h>
+#include <nmktoolbox/uniqueid/nmkParThicknessInterface.h>
 #include <nmktoolbox/uniqueid/nmkPtrInvalid.h>
 #include <nmktoolbox/uniqueid/nmkRefToObjectId.h>
 #include <nmktoolbox/uniqueid/nmkRefToObjectIdList.h>

@@ -54,6 +54,25 @@ if has_fused "$(find "$scratch/consumer" -name 'distance.cpp.o')"; then
     exit 1
 fi
 
+echo "--- a fault of a consumer's own code is thrown"
+if [ -z "$("$compiler" --version | grep -i clang)" ]; then
+    # shellcheck disable=SC2046  # a list of options
+    compile_fault() {
+        "$compiler" -std=c++20 -O2 "$project/tests/install/fault.cpp" -o "$scratch/fault" \
+            $(pkg-config --cflags --libs nmktoolbox) "-Wl,-rpath,$libraries" "$@"
+    }
+    compile_fault -fno-non-call-exceptions
+    if (ulimit -c 0; "$scratch/fault") >/dev/null 2>&1; then
+        echo "fault.cpp is translated without the option; the check shows nothing" >&2
+        exit 1
+    fi
+    compile_fault
+    "$scratch/fault" | diff -u "$project/tests/install/fault.expected" -
+    cmake -S "$project/tests/install" -B "$scratch/consumer" -DCMAKE_CXX_FLAGS=-O2 >/dev/null
+    cmake --build "$scratch/consumer" --target fault
+    "$scratch/consumer/fault" | diff -u "$project/tests/install/fault.expected" -
+fi
+
 echo "--- the tool, from where it was moved to"
 if readelf -d "$prefix"/bin/nmk "$libraries"/*.so | grep -F "$build"; then
     echo "the installed tree remembers the build folder" >&2

@@ -1,8 +1,6 @@
-// print_levels: version levels as a table, as a list of the facts of one, and as JSON.
+// print_levels: version levels as a table, and as a list of the facts of one.
 
 #include "commands/levels/print_levels.h"
-
-#include "text/escaped_text.h"
 
 #include <algorithm>
 #include <ostream>
@@ -74,24 +72,6 @@ void print_one_level(const nmkVersion& level, std::ostream& out) {
         << "prerelease     " << (level.get_prerelease() != 0 ? "yes" : "no") << '\n'
         << "description    " << on_one_line(level.get_description()) << '\n'
         << "documentation  " << level.get_link() << '\n';
-}
-
-void print_levels_as_json(const std::vector<const nmkVersion*>& levels, std::ostream& out) {
-    out << "{\"levels\": [";
-    const char* between = "\n";
-    for (const nmkVersion* level : levels) {
-        out << between << "  {\"name\": " << nmk_text::json_text(level->get_name())
-            << ", \"state\": " << nmk_text::json_text(level->get_current())
-            << ", \"level\": " << std::to_string(level->get_level())
-            << ", \"previous\": " << setting(level->get_previous_level(), "null")
-            << ", \"default\": " << setting(level->get_default_level(), "null")
-            << ", \"preview\": " << setting(level->get_preview_level(), "null")
-            << ", \"prerelease\": " << (level->get_prerelease() != 0 ? "true" : "false")
-            << ",\n   \"description\": " << nmk_text::json_text(level->get_description())
-            << ",\n   \"documentation\": " << nmk_text::json_text(level->get_link()) << "}";
-        between = ",\n";
-    }
-    out << "\n]}\n";
 }
 
 }  // namespace nmk_levels

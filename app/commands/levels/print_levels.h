@@ -15,8 +15,8 @@ void print_levels_as_table(const std::vector<const nmkVersion*>& levels, std::os
 /// Prints all facts of one level, a line for each.
 void print_one_level(const nmkVersion& level, std::ostream& out);
 
-/// Prints {"levels": [{"name", "state", "level", "previous", "default", "preview", "prerelease",
-/// "description", "documentation"}, ...]}; a setting that does not exist is null.
+/// Prints {"schema": 1, "levels": [{"name", "state", "level", "previous", "default", "preview",
+/// "prerelease", "description", "documentation"}, ...]}; a setting that does not exist is null.
 void print_levels_as_json(const std::vector<const nmkVersion*>& levels, std::ostream& out);
 
 }  // namespace nmk_levels

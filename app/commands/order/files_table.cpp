@@ -4,7 +4,6 @@
 
 #include <cstddef>
 
-#include "commands/order/order_json.h"
 #include "text/escaped_text.h"
 #include "text/number_format.h"
 #include "text/text_columns.h"
@@ -70,15 +69,6 @@ std::string files_table(const std::vector<OrderReport>& reports) {
         }
     }
     return text;
-}
-
-std::string files_json(const std::vector<OrderReport>& reports) {
-    std::string text;
-    for (const OrderReport& report : reports) {
-        text += (text.empty() ? "" : ",\n") + order_json(report);
-        text.pop_back();  // the line feed
-    }
-    return "{\"files\": [\n" + text + "\n]}\n";
 }
 
 }  // namespace nmk_order

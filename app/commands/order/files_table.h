@@ -12,7 +12,4 @@ namespace nmk_order {
 /// lines that each end with a line feed.
 std::string files_table(const std::vector<OrderReport>& reports);
 
-/// {"files": [the JSON of each file]}
-std::string files_json(const std::vector<OrderReport>& reports);
-
 }  // namespace nmk_order

@@ -2,69 +2,73 @@
 
 #include "commands/order/order_json.h"
 
+#include <nlohmann/json.hpp>
+
 #include "commands/order/sort_type_names.h"
-#include "text/escaped_text.h"
-#include "text/number_format.h"
+#include "text/json_document.h"
 
 namespace nmk_order {
 
 namespace {
 
-std::string number(double value) { return nmk_text::short_number(value, 6); }
+using nmk_text::Json;
 
-std::string boolean(bool value) { return value ? "true" : "false"; }
+constexpr int schema = 1;
 
-std::string travel_json(const TravelFigures& figures, double rapid) {
-    return "{\"travel\": " + number(figures.travel) +
-           ", \"longest_move\": " + number(figures.longest) +
-           ", \"seconds_euclidean\": " + number(rapid_seconds(figures.travel, rapid)) +
-           ", \"seconds_chebyshev\": " + number(rapid_seconds(figures.per_axis, rapid)) + "}";
+Json travel_json(const TravelFigures& figures, double rapid) {
+    return {{"travel", figures.travel},
+            {"longest_move", figures.longest},
+            {"seconds_euclidean", rapid_seconds(figures.travel, rapid)},
+            {"seconds_chebyshev", rapid_seconds(figures.per_axis, rapid)}};
 }
 
-std::string row_json(const ToolFigures& row, double rapid) {
-    return "{\"tool\": " + nmk_text::json_text(row.name) +
-           ", \"diameter\": " + (row.diameter ? number(*row.diameter) : "null") +
-           ", \"items\": " + std::to_string(row.items) +
-           ", \"before\": " + travel_json(row.before, rapid) +
-           ", \"after\": " + travel_json(row.after, rapid) +
-           ", \"saved_percent\": " + number(saved_percent(row.before.travel, row.after.travel)) +
-           "}";
+Json row_json(const ToolFigures& row, double rapid) {
+    return {{"tool", row.name},
+            {"diameter", row.diameter ? Json(*row.diameter) : Json()},
+            {"items", row.items},
+            {"before", travel_json(row.before, rapid)},
+            {"after", travel_json(row.after, rapid)},
+            {"saved_percent", saved_percent(row.before.travel, row.after.travel)}};
 }
 
-template <class T, class ToJson>
-std::string array_json(const std::vector<T>& values, ToJson to_json) {
-    std::string text;
-    for (const T& value : values) {
-        text += (text.empty() ? "\n    " : ",\n    ") + to_json(value);
+Json tools_json(const OrderReport& report) {
+    Json rows = Json::array();
+    for (const ToolFigures& row : report.figures.tools) {
+        rows.push_back(row_json(row, report.options.rapid));
     }
-    return text.empty() ? "[]" : "[" + text + "\n  ]";
+    return rows;
 }
 
-std::string start_json(const giPoint3& start) {
-    return "[" + number(start.x) + ", " + number(start.y) + ", " + number(start.z) + "]";
+Json document_of(const OrderReport& report) {
+    const OrderRequest& request = report.request;
+    return {{"schema", schema},
+            {"file", report.options.file_name},
+            {"file_units", report.file_units == nmk_job::JobUnits::inches ? "inch" : "mm"},
+            {"type", sort_type_name(request.type)},
+            {"across_tools", request.across_tools},
+            {"start", Json::array({request.start.x, request.start.y, request.start.z})},
+            {"tolerance", request.tolerance},
+            {"rapid_mm_per_min", report.options.rapid},
+            {"stopped", report.stopped},
+            {"tool_changes",
+             {{"before", report.tool_changes_before}, {"after", report.tool_changes_after}}},
+            {"tools", tools_json(report)},
+            {"total", row_json(report.figures.total, report.options.rapid)},
+            {"notes", report.notes}};
 }
 
 }  // namespace
 
 std::string order_json(const OrderReport& report) {
-    const double rapid = report.options.rapid;
-    std::string text = "{\n  \"file\": " + nmk_text::json_text(report.options.file_name);
-    text += ",\n  \"type\": " + nmk_text::json_text(sort_type_name(report.request.type));
-    text += ",\n  \"across_tools\": " + boolean(report.request.across_tools);
-    text += ",\n  \"start\": " + start_json(report.request.start);
-    text += ",\n  \"tolerance\": " + number(report.request.tolerance);
-    text += ",\n  \"rapid_mm_per_min\": " + number(rapid);
-    text += ",\n  \"stopped\": " + boolean(report.stopped);
-    text += ",\n  \"tool_changes\": {\"before\": " + std::to_string(report.tool_changes_before) +
-            ", \"after\": " + std::to_string(report.tool_changes_after) + "}";
-    text += ",\n  \"tools\": " + array_json(report.figures.tools, [&](const ToolFigures& row) {
-                return row_json(row, rapid);
-            });
-    text += ",\n  \"total\": " + row_json(report.figures.total, rapid);
-    text += ",\n  \"notes\": " + array_json(report.notes, [](const std::string& note) {
-                return nmk_text::json_text(note);
-            });
-    return text + "\n}\n";
+    return nmk_text::json_document(document_of(report));
+}
+
+std::string files_json(const std::vector<OrderReport>& reports) {
+    Json files = Json::array();
+    for (const OrderReport& report : reports) {
+        files.push_back(document_of(report));
+    }
+    return nmk_text::json_document({{"schema", schema}, {"files", files}});
 }
 
 }  // namespace nmk_order

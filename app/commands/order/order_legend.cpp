@@ -4,13 +4,13 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <string>
 
-#include "commands/order/order_panel.h"
+#include "commands/order/order_cuts.h"
+#include "commands/order/order_travel.h"
 #include "draw/colour_scale.h"
 #include "draw/end_marks.h"
-#include "draw/legend_line.h"
+#include "draw/fitted_text.h"
 #include "draw/round_length.h"
 #include "text/number_format.h"
 
@@ -18,20 +18,77 @@ namespace nmk_order {
 
 namespace {
 
-void draw_gradient(nmk_draw::SvgDocument& svg, nmk_draw::SvgPoint at, double width) {
+using nmk_draw::SvgDocument;
+using nmk_draw::SvgPoint;
+
+constexpr double cell_size = 16.0;  // of the letters
+constexpr double cell_margin = 8.0;
+
+void draw_gradient(SvgDocument& svg, SvgPoint at, double width, bool dashed) {
     constexpr int parts = 16;
     for (int i = 0; i < parts; ++i) {
         const double step = width / parts;
-        svg.line({at.x + i * step, at.y}, {at.x + i * step + step * 0.66, at.y},
+        svg.line({at.x + i * step, at.y}, {at.x + (i + (dashed ? 0.66 : 1.05)) * step, at.y},
                  "stroke-width=\"2.5\" stroke=\"" + nmk_draw::order_colour(i / double{parts - 1}) +
                      "\"");
     }
 }
 
+bool has_items(const OrderDrawing& drawing, bool slots) {
+    const auto& items = drawing.job.items;
+    return std::any_of(items.begin(), items.end(),
+                       [slots](const auto& item) { return item.end.has_value() == slots; });
+}
+
+bool has_moves(const OrderDrawing& drawing) {
+    const auto& runs = drawing.ordered.runs;
+    return std::any_of(runs.begin(), runs.end(), [](const OrderRun& run) { return run.count > 1; });
+}
+
+nmk_draw::LegendEntries item_entries(const OrderDrawing& drawing) {
+    nmk_draw::LegendEntries entries;
+    if (has_items(drawing, false)) {
+        entries.push_back(
+            {"hole", 14, [](SvgDocument& svg, SvgPoint at) {
+                 svg.circle({at.x + 7, at.y}, 6, "fill=\"#eef1f4\" stroke=\"#5c6b7a\"");
+             }});
+    }
+    if (has_items(drawing, true)) {
+        entries.push_back({"slot", 28, [](SvgDocument& svg, SvgPoint at) {
+                               svg.rectangle({at.x, at.y - 5}, 28, 10,
+                                             "rx=\"5\" fill=\"#eef1f4\" stroke=\"#5c6b7a\"");
+                           }});
+    }
+    return entries;
+}
+
+nmk_draw::LegendEntries travel_entries(const OrderDrawing& drawing) {
+    const bool one_run = drawing.ordered.runs.size() < 2;
+    return {{one_run ? "travel, first to last" : "travel of each tool, first to last", 110,
+             [dashed = drawing.plan.is_dashed](SvgDocument& svg, SvgPoint at) {
+                 svg.open_group("class=\"travel\"");
+                 draw_gradient(svg, at, 110, dashed);
+                 svg.close_group();
+             }},
+            {"longest move", 40, [](SvgDocument& svg, SvgPoint at) {
+                 draw_longest_mark(svg, {at.x + 5, at.y}, {at.x + 35, at.y});
+             }}};
+}
+
+nmk_draw::LegendEntries end_entries() {
+    return {{"a tool starts", 12,
+             [](SvgDocument& svg, SvgPoint at) {
+                 nmk_draw::draw_start_mark(svg, {at.x + 6, at.y});
+             }},
+            {"a tool ends", 12, [](SvgDocument& svg, SvgPoint at) {
+                 nmk_draw::draw_end_mark(svg, {at.x + 6, at.y});
+             }}};
+}
+
 /// The relative widths of the columns of figure_cells.
 constexpr std::array<double, 9> column_shares = {1.0, 1.0, 0.8, 1.35, 1.25, 0.9, 1.0, 1.1, 1.15};
 
-void draw_cells(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, double y,
+void draw_cells(SvgDocument& svg, nmk_draw::PictureColumn column, double y,
                 const std::vector<std::string>& cells, const std::string& attributes) {
     double sum = 0.0;
     for (const double share : column_shares) {
@@ -40,51 +97,47 @@ void draw_cells(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, doub
     double x = column.left;
     for (std::size_t i = 0; i < cells.size() && i < column_shares.size(); ++i) {
         const double left = x;
-        x += (column.right - column.left) * column_shares[i] / sum;
-        const nmk_draw::SvgPoint at{i == 0 ? left + 8.0 : x - 8.0, y};
-        svg.text(at, cells[i], attributes + (i == 0 ? "" : " text-anchor=\"end\""));
+        x += column.width() * column_shares[i] / sum;
+        const SvgPoint at{i == 0 ? left + cell_margin : x - cell_margin, y};
+        const std::string words =
+            i == 0 ? nmk_draw::fitted_text(cells[i], cell_size, x - at.x) : cells[i];
+        svg.text(at, words, attributes + (i == 0 ? "" : " text-anchor=\"end\""));
     }
 }
 
 }  // namespace
 
-double draw_marks_legend(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, double top) {
-    nmk_draw::LegendLine line(column, top);
-    nmk_draw::draw_entry(svg, line, "hole", 14, [&](nmk_draw::SvgPoint at) {
-        svg.circle({at.x + 7, at.y}, 6, "fill=\"#eef1f4\" stroke=\"#5c6b7a\"");
-    });
-    nmk_draw::draw_entry(svg, line, "slot", 28, [&](nmk_draw::SvgPoint at) {
-        svg.rectangle({at.x, at.y - 5}, 28, 10, "rx=\"5\" fill=\"#eef1f4\" stroke=\"#5c6b7a\"");
-    });
-    nmk_draw::draw_entry(svg, line, "travel, first to last", 110,
-                         [&](nmk_draw::SvgPoint at) { draw_gradient(svg, at, 110); });
-    nmk_draw::draw_entry(svg, line, "a tool starts", 12, [&](nmk_draw::SvgPoint at) {
-        nmk_draw::draw_start_mark(svg, {at.x + 6, at.y});
-    });
-    nmk_draw::draw_entry(svg, line, "a tool ends", 12, [&](nmk_draw::SvgPoint at) {
-        nmk_draw::draw_end_mark(svg, {at.x + 6, at.y});
-    });
-    nmk_draw::draw_entry(svg, line, "longest move", 40, [&](nmk_draw::SvgPoint at) {
-        draw_longest_mark(svg, {at.x + 5, at.y}, {at.x + 35, at.y});
-    });
-    return line.bottom();
-}
-
-double draw_tools_legend(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, double top,
-                         const std::vector<nmk_job::JobTool>& tools) {
-    nmk_draw::LegendLine line(column, top);
-    for (std::size_t i = 0; i < tools.size(); ++i) {
-        const std::string diameter =
-            tools[i].diameter ? ", " + nmk_text::short_number(*tools[i].diameter, 3) + " mm" : "";
-        nmk_draw::draw_entry(svg, line, tools[i].name + diameter, 16, [&](nmk_draw::SvgPoint at) {
-            svg.rectangle({at.x, at.y - 8}, 16, 16,
-                          "rx=\"3\" stroke=\"#5c6b7a\" fill=\"" + nmk_draw::tool_colour(i) + "\"");
-        });
+nmk_draw::LegendEntries marks_legend(const OrderDrawing& drawing) {
+    nmk_draw::LegendEntries entries = item_entries(drawing);
+    const auto add = [&](const nmk_draw::LegendEntries& more) {
+        entries.insert(entries.end(), more.begin(), more.end());
+    };
+    if (has_moves(drawing)) {
+        add(travel_entries(drawing));
     }
-    return line.bottom();
+    add(end_entries());
+    return entries;
 }
 
-void draw_scale_bar(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, double top,
+nmk_draw::LegendEntries tools_legend(const OrderDrawing& drawing) {
+    const ToolGroups& groups = drawing.plan.tools;
+    nmk_draw::LegendEntries entries;
+    for (std::size_t i = 0; i < groups.count(); ++i) {
+        const nmk_job::JobTool& tool = drawing.job.tools[i];
+        const std::string words =
+            groups.is_rest(i) ? std::to_string(groups.tools - groups.own()) + " more tools"
+            : tool.diameter   ? tool.name + ", " + nmk_text::short_number(*tool.diameter, 3) + " mm"
+                              : tool.name;
+        entries.push_back(
+            {words, 16, [colour = group_colour(groups, i)](SvgDocument& svg, SvgPoint at) {
+                 svg.rectangle({at.x, at.y - 8}, 16, 16,
+                               "rx=\"3\" stroke=\"#5c6b7a\" fill=\"" + colour + "\"");
+             }});
+    }
+    return entries;
+}
+
+void draw_scale_bar(SvgDocument& svg, nmk_draw::PictureColumn column, double top,
                     double pixels_per_mm) {
     const double length = nmk_draw::round_length(140.0 / pixels_per_mm);
     const double right = column.right;
@@ -99,10 +152,21 @@ void draw_scale_bar(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, 
              std::string(nmk_draw::legend_text) + " text-anchor=\"end\"");
 }
 
-double draw_figures(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, double top,
+FigureCells shortened(FigureCells cells, std::size_t max_tools) {
+    const std::size_t tools = cells.rows.size() - 1;
+    if (tools > max_tools) {
+        const std::size_t kept = max_tools - 1;
+        cells.rows[kept] = {std::to_string(tools - kept) + " more tools"};
+        cells.rows.erase(cells.rows.begin() + static_cast<std::ptrdiff_t>(max_tools),
+                         cells.rows.end() - 1);
+    }
+    return cells;
+}
+
+double draw_figures(SvgDocument& svg, nmk_draw::PictureColumn column, double top,
                     const OrderReport& report) {
-    const FigureCells cells = figure_cells(report);
-    const std::string size = "font-size=\"16\" ";
+    const FigureCells cells = shortened(figure_cells(report), ToolGroups::max_groups);
+    const std::string size = "font-size=\"" + nmk_text::short_number(cell_size, 1) + "\" ";
     const auto rule = [&](double y) {
         svg.line({column.left, y}, {column.right, y}, "stroke=\"#c5ccd4\"");
     };

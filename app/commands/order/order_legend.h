@@ -6,19 +6,18 @@
 
 #include <vector>
 
+#include "commands/order/order_panel.h"
 #include "commands/order/order_table.h"
-#include "commands/order/part_view.h"
-#include "draw/legend_line.h"
+#include "draw/legend.h"
 #include "draw/svg_document.h"
-#include "formats/job/machining_job.h"
 
 namespace nmk_order {
 
-double draw_marks_legend(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, double top);
+/// What the marks and lines of the panels mean, only those that are drawn.
+nmk_draw::LegendEntries marks_legend(const OrderDrawing& drawing);
 
-/// The tools with their colours and diameters; as many lines as they need.
-double draw_tools_legend(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, double top,
-                         const std::vector<nmk_job::JobTool>& tools);
+/// The tools with their colours and diameters, one entry for each group of the drawing.
+nmk_draw::LegendEntries tools_legend(const OrderDrawing& drawing);
 
 /// A bar of a round number of millimetres, its right end at the column's.
 void draw_scale_bar(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, double top,
@@ -26,5 +25,9 @@ void draw_scale_bar(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, 
 
 double draw_figures(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, double top,
                     const OrderReport& report);
+
+/// The cells with the rows of at most so many tools; those of the others are replaced by one row
+/// that counts them.
+FigureCells shortened(FigureCells cells, std::size_t max_tools);
 
 }  // namespace nmk_order

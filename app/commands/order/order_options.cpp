@@ -13,6 +13,7 @@
 #include "files/base_name.h"
 #include "files/read_whole_file.h"
 #include "files/same_file.h"
+#include "formats/job/job_length.h"
 #include "formats/job_files/write_job.h"
 #include "shell/command_result.h"
 #include "shell/output_names.h"
@@ -222,12 +223,13 @@ OrderOptions options_of_file(const OrderOptions& options, const std::string& fil
 }
 
 OrderRequest order_request(const OrderOptions& options, nmk_job::JobUnits file_units) {
-    const double mm = nmk_job::mm_of(options.units.value_or(file_units));
+    const nmk_job::JobUnits units = options.units.value_or(file_units);
+    const auto mm = [&](double length) { return nmk_job::millimetres_of(length, units); };
     OrderRequest request;
     request.type = options.type;
     request.across_tools = options.across_tools;
-    request.start = giPoint3(options.start[0] * mm, options.start[1] * mm, options.start[2] * mm);
-    request.tolerance = options.tolerance ? *options.tolerance * mm : default_tolerance;
+    request.start = giPoint3(mm(options.start[0]), mm(options.start[1]), mm(options.start[2]));
+    request.tolerance = options.tolerance ? mm(*options.tolerance) : default_tolerance;
     return request;
 }
 

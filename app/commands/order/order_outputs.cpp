@@ -35,7 +35,7 @@ nmk_text::Result<std::vector<nmk_files::OutputFile>> order_outputs(const nmk_job
         result.push_back({options.output_file, *std::move(text)});
     }
     if (!options.svg_file.empty()) {
-        result.push_back({options.svg_file, order_picture(job, ordered, report, true)});
+        result.push_back({options.svg_file, order_picture(job, ordered, report)});
     }
     if (!options.html_file.empty()) {
         result.push_back({options.html_file, order_page(job, ordered, report)});

@@ -1,4 +1,5 @@
-// order_page.h: one self-contained HTML page with the picture and the figures.
+// order_page.h: one self-contained HTML page with before and after, which can be zoomed and played,
+// and the figures.
 #pragma once
 
 #include <string>

@@ -2,15 +2,19 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "commands/order/order_report.h"
 
 namespace nmk_order {
 
-/// The picture as an SVG document. With `figures` the table is drawn below; a page has a table of
-/// its own instead.
+/// The picture as an SVG document.
 std::string order_picture(const nmk_job::MachiningJob& job, const OrderedJob& ordered,
-                          const OrderReport& report, bool figures);
+                          const OrderReport& report);
+
+/// "travel 14520.2 mm"
+std::string before_figures(const OrderReport& report);
+
+/// "travel 4470.4 mm, saved 69.2 %"
+std::string after_figures(const OrderReport& report);
 
 }  // namespace nmk_order

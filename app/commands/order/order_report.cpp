@@ -25,6 +25,7 @@ OrderReport report_of(const OrderOptions& options, const OrderRequest& request,
     OrderReport report;
     report.options = options;
     report.request = request;
+    report.file_units = job.units;
     report.figures = measure_order(job, ordered);
     report.tool_changes_before = ordered.tool_changes_before;
     report.tool_changes_after = ordered.tool_changes_after;

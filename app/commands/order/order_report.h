@@ -13,6 +13,7 @@ namespace nmk_order {
 struct OrderReport {
     OrderOptions options;
     OrderRequest request;
+    nmk_job::JobUnits file_units = nmk_job::JobUnits::millimetres;
     OrderFigures figures;
     std::size_t tool_changes_before = 0;
     std::size_t tool_changes_after = 0;

@@ -1,4 +1,4 @@
-// point_text.h: a point of the plane as text for a person and for a program.
+// point_text.h: a point of the plane as text for a person.
 #pragma once
 
 #include <geometry/giPoint2.h>
@@ -20,11 +20,6 @@ inline std::string route_number(double value) {
 /// "(3, 4.5)"
 inline std::string point_text(const giPoint2& point) {
     return "(" + route_number(point.x) + ", " + route_number(point.y) + ")";
-}
-
-/// "[3, 4.5]"
-inline std::string point_json(const giPoint2& point) {
-    return "[" + route_number(point.x) + ", " + route_number(point.y) + "]";
 }
 
 }  // namespace nmk_route

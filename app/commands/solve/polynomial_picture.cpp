@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "draw/fitted_text.h"
 #include "draw/label_places.h"
+#include "draw/legend.h"
 #include "draw/plot_frame.h"
 #include "text/number_format.h"
 
@@ -33,14 +35,42 @@ double largest_size(const std::vector<double>& values) {
     return largest;
 }
 
-/// The x of roots and turning points.
-std::vector<double> points_to_show(const std::vector<double>& coefficients, const Answer& answer) {
+/// The roots of the slope, ascending, each once.
+std::vector<double> level_points(const std::vector<double>& slope) {
     std::vector<double> points;
+    for (const Solution& level : solve_polynomial(slope).solutions) {
+        points.push_back(level.values[0]);
+    }
+    std::erase_if(points, [](double x) { return !std::isfinite(x); });
+    std::sort(points.begin(), points.end());
+    points.erase(std::unique(points.begin(), points.end()), points.end());
+    return points;
+}
+
+/// The x of the points at which the slope changes its sign. It keeps it between two of its roots,
+/// so a point between them shows it: at the saddle of x^3 the sign is the same on either side.
+std::vector<double> turning_points(const std::vector<double>& coefficients) {
+    const std::vector<double> slope = derivative_of(coefficients);
+    const std::vector<double> level = level_points(slope);
+    std::vector<double> turns;
+    for (std::size_t i = 0; i < level.size(); ++i) {
+        const double aside = std::max(std::abs(level[i]), 1.0);
+        const double before = i > 0 ? (level[i - 1] + level[i]) / 2 : level[i] - aside;
+        const double after =
+            i + 1 < level.size() ? (level[i] + level[i + 1]) / 2 : level[i] + aside;
+        const bool was_rising = polynomial_value(slope, before) > 0.0;
+        if (was_rising != (polynomial_value(slope, after) > 0.0)) {
+            turns.push_back(level[i]);
+        }
+    }
+    return turns;
+}
+
+/// The x of roots and turning points.
+std::vector<double> points_to_show(const std::vector<double>& turns, const Answer& answer) {
+    std::vector<double> points = turns;
     for (const Solution& root : answer.solutions) {
         points.push_back(root.values[0]);
-    }
-    for (const Solution& turn : solve_polynomial(derivative_of(coefficients)).solutions) {
-        points.push_back(turn.values[0]);
     }
     std::erase_if(points, [](double x) { return !std::isfinite(x); });
     return points;
@@ -155,13 +185,53 @@ std::vector<nmk_draw::SvgPoint> label_middles(nmk_draw::SvgPoint at, double widt
     return middles;
 }
 
+void draw_root_mark(nmk_draw::SvgDocument& svg, nmk_draw::SvgPoint at) {
+    svg.circle(at, 6.0, "class=\"root\" fill=\"#c4144b\" stroke=\"#ffffff\" stroke-width=\"1.5\"");
+}
+
+/// A ring that is seen around the mark of a root, too.
+void draw_turning_mark(nmk_draw::SvgDocument& svg, nmk_draw::SvgPoint at) {
+    svg.circle(at, 8.0,
+               "class=\"turning\" fill=\"#ffffff\" stroke=\"#2646be\" stroke-width=\"2.5\"");
+}
+
+void draw_turning_marks(nmk_draw::SvgDocument& svg, const nmk_draw::PlotFrame& frame,
+                        const std::vector<double>& coefficients, const std::vector<double>& turns) {
+    for (const double x : turns) {
+        draw_turning_mark(svg, frame.at(x, polynomial_value(coefficients, x)));
+    }
+}
+
+constexpr const char* curve_style =
+    "class=\"curve\" fill=\"none\" stroke=\"#2646be\" stroke-width=\"2.5\" "
+    "stroke-linejoin=\"round\"";
+
+nmk_draw::LegendEntries curve_legend(const Answer& answer, bool has_turns) {
+    using nmk_draw::SvgDocument;
+    using nmk_draw::SvgPoint;
+    nmk_draw::LegendEntries entries = {{"value", 30, [](SvgDocument& svg, SvgPoint at) {
+                                            svg.line(at, {at.x + 30, at.y}, curve_style);
+                                        }}};
+    if (!answer.solutions.empty()) {
+        entries.push_back({"root", 14, [](SvgDocument& svg, SvgPoint at) {
+                               draw_root_mark(svg, {at.x + 7, at.y});
+                           }});
+    }
+    if (has_turns) {
+        entries.push_back({"turning point", 20, [](SvgDocument& svg, SvgPoint at) {
+                               draw_turning_mark(svg, {at.x + 10, at.y});
+                           }});
+    }
+    return entries;
+}
+
 void draw_roots(nmk_draw::SvgDocument& svg, const nmk_draw::PlotFrame& frame,
                 const std::vector<double>& coefficients, const Answer& answer) {
     nmk_draw::LabelPlaces places({frame.corner.x, frame.corner.y, frame.width, frame.height});
     const std::vector<RootMark> marks = root_marks(answer, frame);
     for (const RootMark& mark : marks) {
         const nmk_draw::SvgPoint at = frame.at(mark.x, 0.0);
-        svg.circle(at, 6.0, "fill=\"#c4144b\" stroke=\"#ffffff\" stroke-width=\"1.5\"");
+        draw_root_mark(svg, at);
         places.take({at.x - 7.0, at.y - 7.0, 14.0, 14.0});
     }
     for (const RootMark& mark : marks) {
@@ -184,25 +254,29 @@ void draw_roots(nmk_draw::SvgDocument& svg, const nmk_draw::PlotFrame& frame,
 }
 
 void draw_heading(nmk_draw::SvgDocument& svg, const Answer& answer) {
-    svg.text({margin, 44.0}, answer.problem,
+    const double width = number_width + plot_width;
+    svg.text({margin, 44.0}, nmk_draw::fitted_text(answer.problem, 24.0 * 1.1, width),
              "font-size=\"24\" font-weight=\"700\" fill=\"#1f2933\"");
     const std::size_t count = answer.solutions.size();
     const std::string words = count == 0   ? "no real root"
                               : count == 1 ? "1 real root"
                                            : std::to_string(count) + " real roots";
-    svg.text({margin, 72.0}, answer.note.empty() ? words : words + "; " + answer.note,
+    const std::string noted = answer.note.empty() ? words : words + "; " + answer.note;
+    svg.text({margin, 72.0}, nmk_draw::fitted_text(noted, 16.0, width),
              "font-size=\"16\" fill=\"#6b7785\"");
-    svg.line({margin, 86.0}, {margin + number_width + plot_width, 86.0}, "stroke=\"#e3e7eb\"");
+    svg.line({margin, 86.0}, {margin + width, 86.0}, "stroke=\"#e3e7eb\"");
 }
 
 }  // namespace
 
 std::string polynomial_picture(const std::vector<double>& coefficients, const Answer& answer) {
     const double width = 2 * margin + number_width + plot_width;
-    const double height = heading_height + plot_height + 54.0;
+    const double legend_top = heading_height + plot_height + 36.0;
+    const double height = legend_top + 42.0;
     nmk_draw::SvgDocument svg;
     draw_heading(svg, answer);
-    const std::vector<double> points = points_to_show(coefficients, answer);
+    const std::vector<double> turns = turning_points(coefficients);
+    const std::vector<double> points = points_to_show(turns, answer);
     nmk_draw::PlotFrame frame;
     frame.corner = {margin + number_width, heading_height};
     frame.width = plot_width;
@@ -221,11 +295,12 @@ std::string polynomial_picture(const std::vector<double>& coefficients, const An
                              nmk_text::exact_number(frame.height) + "\"";
     svg.raw("<clipPath id=\"plot\"><rect " + plot + "/></clipPath>\n");
     svg.open_group("clip-path=\"url(#plot)\"");
-    svg.separate_lines(curve_pairs(coefficients, frame),
-                       "fill=\"none\" stroke=\"#2646be\" stroke-width=\"2.5\" "
-                       "stroke-linejoin=\"round\"");
+    svg.separate_lines(curve_pairs(coefficients, frame), curve_style);
     svg.close_group();
+    draw_turning_marks(svg, frame, coefficients, turns);
     draw_roots(svg, frame, coefficients, answer);
+    nmk_draw::draw_legend(svg, {frame.corner.x, width - margin}, legend_top,
+                          curve_legend(answer, !turns.empty()));
     return svg.str(width, height, answer.problem);
 }
 

@@ -8,7 +8,8 @@
 
 namespace nmk_solve {
 
-/// The picture as an SVG document. Its range includes every root and every turning point.
+/// The picture as an SVG document. Every root and every turning point is in its range and
+/// marked.
 std::string polynomial_picture(const std::vector<double>& coefficients, const Answer& answer);
 
 }  // namespace nmk_solve

@@ -1,11 +1,9 @@
-// solution_text: the result of a problem as lines for a person, and as a JSON object for a program.
+// solution_text: the result of a problem as lines for a person.
 
 #include "commands/solve/solution_text.h"
 
 #include <algorithm>
-#include <cmath>
 
-#include "text/escaped_text.h"
 #include "text/number_format.h"
 
 namespace nmk_solve {
@@ -55,24 +53,6 @@ std::string table_text(const std::vector<Cells>& rows) {
     return text;
 }
 
-std::string number_json(double value) {
-    return std::isfinite(value) ? nmk_text::readable_number(value) : "null";
-}
-
-std::string solution_json(const Cells& names, const Solution& solution) {
-    std::string text;
-    std::size_t column = 0;
-    for (const auto* const numbers : {&solution.values, &solution.residuals}) {
-        for (const double number : *numbers) {
-            std::string name = names[column++];
-            std::replace(name.begin(), name.end(), ' ', '_');
-            text +=
-                (text.empty() ? "" : ", ") + nmk_text::json_text(name) + ": " + number_json(number);
-        }
-    }
-    return "{" + text + "}";
-}
-
 }  // namespace
 
 std::string solution_text(const Answer& answer, std::size_t line) {
@@ -86,20 +66,6 @@ std::string solution_text(const Answer& answer, std::size_t line) {
         text += table_text(rows);
     }
     return text + (answer.note.empty() ? "" : "  (" + answer.note + ")\n");
-}
-
-std::string answer_json(const Answer& answer, std::size_t line) {
-    const Cells names = names_of(answer);
-    std::string solutions;
-    for (const Solution& solution : answer.solutions) {
-        solutions += (solutions.empty() ? "" : ", ") + solution_json(names, solution);
-    }
-    std::string text = "{";
-    text += line > 0 ? "\"line\": " + std::to_string(line) + ", " : "";
-    text += "\"problem\": " + nmk_text::json_text(answer.problem) + ", \"solutions\": [" +
-            solutions + "]";
-    return text + (answer.note.empty() ? "" : ", \"note\": " + nmk_text::json_text(answer.note)) +
-           "}";
 }
 
 }  // namespace nmk_solve

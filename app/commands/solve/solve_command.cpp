@@ -6,6 +6,7 @@
 
 #include "commands/solve/polynomial_picture.h"
 #include "commands/solve/problem_table.h"
+#include "commands/solve/solution_json.h"
 #include "commands/solve/solution_table.h"
 #include "commands/solve/solution_text.h"
 #include "commands/solve/solve_answer.h"
@@ -24,13 +25,13 @@ nmk_text::Result<void> print_table(const SolveOptions& options, const std::strin
                                    std::ostream& out, SolutionTable& table) {
     bool is_first = true;
     if (options.json) {
-        out << "[";
+        out << table_opening();
     }
     auto checked = read_problem_table(
         options.csv_file, text, options.kind, [&](const Problem& problem, std::size_t line) {
             const Answer answer = solve_problem(problem);
             if (options.json) {
-                out << (is_first ? "\n  " : ",\n  ") << answer_json(answer, line);
+                out << (is_first ? "\n  " : ",\n  ") << answer_row(answer, line);
             } else if (!options.quiet) {
                 out << solution_text(answer, line);
             }
@@ -40,7 +41,7 @@ nmk_text::Result<void> print_table(const SolveOptions& options, const std::strin
             is_first = false;
         });
     if (options.json) {
-        out << (is_first ? "]\n" : "\n]\n");
+        out << "]}\n";
     }
     return checked;
 }
@@ -98,7 +99,7 @@ int solve_one(const SolveOptions& options, std::ostream& out, std::ostream& err)
         table.add(answer, 0);
         files.push_back({options.table_file, table.text()});
     }
-    const std::string report = options.json    ? answer_json(answer, 0) + "\n"
+    const std::string report = options.json    ? answer_document(answer)
                                : options.quiet ? std::string()
                                                : solution_text(answer, 0);
     return write_and_print(files, options, report, out, err);

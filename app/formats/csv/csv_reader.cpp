@@ -2,6 +2,7 @@
 
 #include "formats/csv/csv_reader.h"
 
+#include "formats/job/job_length.h"
 #include "formats/job/toolless_job.h"
 #include "text/csv_rows.h"
 #include "text/escaped_text.h"
@@ -21,7 +22,7 @@ std::string columns(std::size_t count) {
 /// Reads row after row; throws an Error without a file name.
 class TableReader {
   public:
-    explicit TableReader(double scale) : m_scale(scale) {}
+    explicit TableReader(nmk_job::JobUnits units) : m_units(units) {}
 
     void add_header(const nmk_text::CsvRow& row) { check_columns(row); }
 
@@ -68,7 +69,7 @@ class TableReader {
                             std::to_string(index + 1) +
                             "; expected a number from -1e9 to 1e9 with a decimal point");
         }
-        return *value * m_scale;
+        return nmk_job::millimetres_of(*value, m_units);
     }
 
     giPoint3 point(const nmk_text::CsvRow& row, std::size_t first) const {
@@ -77,13 +78,13 @@ class TableReader {
         return giPoint3(x, y, row.count > 2 ? coordinate(row, first + 2) : 0.0);
     }
 
-    double m_scale;
+    nmk_job::JobUnits m_units;
     std::size_t m_columns = 0;
     std::vector<nmk_job::JobItem> m_items;
 };
 
-std::vector<nmk_job::JobItem> read_table(std::string_view text, double scale) {
-    TableReader table(scale);
+std::vector<nmk_job::JobItem> read_table(std::string_view text, nmk_job::JobUnits units) {
+    TableReader table(units);
     nmk_text::CsvRows rows(text);
     nmk_text::CsvRow row;
     for (bool is_first = true; rows.next(row); is_first = false) {

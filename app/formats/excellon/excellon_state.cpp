@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "formats/excellon/excellon_words.h"
+#include "formats/job/job_length.h"
 #include "text/ascii.h"
 #include "text/escaped_text.h"
 #include "text/number_format.h"
@@ -191,7 +192,7 @@ std::optional<double> ExcellonState::diameter_of(int number) const {
     if (found == tools.end() || !found->second.diameter) {
         return std::nullopt;
     }
-    return *found->second.diameter * nmk_job::mm_of(found->second.units.value_or(units()));
+    return nmk_job::millimetres_of(*found->second.diameter, found->second.units.value_or(units()));
 }
 
 std::string ExcellonState::known_tools() const {

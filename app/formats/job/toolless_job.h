@@ -11,8 +11,7 @@
 
 namespace nmk_job {
 
-/// `read_items(text, scale)` returns the items in mm, `scale` mm for each unit of the file, or
-/// throws an Error without a file name.
+/// `read_items(text, units)` returns the items in mm, or throws an Error without a file name.
 template <class ReadItems>
 nmk_text::Result<MachiningJob> read_toolless_job(JobFormat format, const std::string& file_name,
                                                  std::string text, std::optional<JobUnits> units,
@@ -23,7 +22,7 @@ nmk_text::Result<MachiningJob> read_toolless_job(JobFormat format, const std::st
     job.units = units.value_or(JobUnits::millimetres);
     job.text = std::move(text);
     nmk_text::Result<std::vector<JobItem>> items =
-        nmk_text::value_or_error(file_name, [&] { return read_items(job.text, mm_of(job.units)); });
+        nmk_text::value_or_error(file_name, [&] { return read_items(job.text, job.units); });
     if (!items) {
         return items.error();
     }

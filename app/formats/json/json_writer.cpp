@@ -2,54 +2,51 @@
 
 #include "formats/json/json_writer.h"
 
-#include "text/escaped_text.h"
-#include "text/number_format.h"
+#include <nlohmann/json.hpp>
+
+#include "text/json_document.h"
 
 namespace nmk_json {
 
 namespace {
 
-std::string point_array(const giPoint3& point) {
-    return "[" + nmk_text::exact_number(point.x) + ", " + nmk_text::exact_number(point.y) + ", " +
-           nmk_text::exact_number(point.z) + "]";
-}
+using nmk_text::Json;
 
-void add_item(std::string& text, const nmk_job::JobItem& item, const nmk_job::JobCut& cut) {
-    text += R"({"source": )" + std::to_string(cut.item);
-    text += cut.reversed ? R"(, "reversed": true)" : R"(, "reversed": false)";
-    text += R"(, "start": )" + point_array(nmk_job::entry_of(item, cut.reversed));
+constexpr int schema = 1;
+
+Json point_json(const giPoint3& point) { return Json::array({point.x, point.y, point.z}); }
+
+Json cut_json(const nmk_job::JobItem& item, const nmk_job::JobCut& cut) {
+    Json json = {{"source", cut.item},
+                 {"reversed", cut.reversed},
+                 {"start", point_json(nmk_job::entry_of(item, cut.reversed))}};
     if (item.end) {
-        text += R"(, "end": )" + point_array(nmk_job::exit_of(item, cut.reversed));
+        json["end"] = point_json(nmk_job::exit_of(item, cut.reversed));
     }
-    text += "}";
+    return json;
 }
 
-void add_run(std::string& text, const nmk_job::MachiningJob& job, const nmk_job::JobTool& tool,
-             std::span<const nmk_job::JobCut> cuts) {
-    text += R"({"name": )" + nmk_text::json_text(tool.name) + R"(, "diameter": )" +
-            (tool.diameter ? nmk_text::exact_number(*tool.diameter) : "null") + R"(, "items": [)";
-    const char* separator = "\n";
-    for (const nmk_job::JobCut& cut : cuts) {
-        text += separator;
-        text += "    ";
-        add_item(text, job.items[cut.item], cut);
-        separator = ",\n";
-    }
-    text += "]}";
+Json tool_json(const nmk_job::JobTool& tool) {
+    return {{"name", tool.name}, {"diameter", tool.diameter ? Json(*tool.diameter) : Json()}};
 }
 
 }  // namespace
 
 std::string write_json(const nmk_job::MachiningJob& job, std::span<const nmk_job::JobCut> order) {
-    std::string text =
-        R"({"file": )" + nmk_text::json_text(job.file_name) + R"(, "units": "mm", "tools": [)";
-    const char* separator = "\n  ";
-    nmk_job::each_tool_run(job, order,
-                           [&](std::size_t tool, std::span<const nmk_job::JobCut> cuts) {
-                               text += separator;
-                               add_run(text, job, job.tools[tool], cuts);
-                               separator = ",\n  ";
-                           });
+    std::string text = nmk_text::json_opening(
+        {{"schema", schema}, {"file", job.file_name}, {"units", "mm"}}, "tools");
+    const char* between_tools = "\n  ";
+    const auto add_run = [&](std::size_t tool, std::span<const nmk_job::JobCut> cuts) {
+        text += between_tools + nmk_text::json_opening(tool_json(job.tools[tool]), "items");
+        const char* between_items = "\n    ";
+        for (const nmk_job::JobCut& cut : cuts) {
+            text += between_items + nmk_text::json_line(cut_json(job.items[cut.item], cut));
+            between_items = ",\n    ";
+        }
+        text += "]}";
+        between_tools = ",\n  ";
+    };
+    nmk_job::each_tool_run(job, order, add_run);
     return text + "]}\n";
 }
 

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdint>
 
+#include "formats/job/job_length.h"
 #include "formats/job/toolless_job.h"
 #include "text/ascii.h"
 #include "text/escaped_text.h"
@@ -33,7 +34,8 @@ std::string_view take_word(std::string_view& text) {
 /// Reads line after line; throws an Error without a file name.
 class InstanceReader {
   public:
-    InstanceReader(std::string_view text, double scale) : m_lines(text), m_scale(scale) {}
+    InstanceReader(std::string_view text, nmk_job::JobUnits units)
+        : m_lines(text), m_units(units) {}
 
     std::vector<nmk_job::JobItem> read() {
         bool has_section = false;
@@ -131,7 +133,8 @@ class InstanceReader {
         m_largest_name = std::max(m_largest_name, *number);
         check_name(*number);
         nmk_job::JobItem item;
-        item.start = giPoint3(*x * m_scale, *y * m_scale, 0.0);
+        item.start = giPoint3(nmk_job::millimetres_of(*x, m_units),
+                              nmk_job::millimetres_of(*y, m_units), 0.0);
         m_items.push_back(item);
     }
 
@@ -161,7 +164,7 @@ class InstanceReader {
     }
 
     nmk_text::TextLines m_lines;
-    double m_scale;
+    nmk_job::JobUnits m_units;
     nmk_text::TextLine m_line;
     std::optional<std::size_t> m_dimension;
     double m_largest_name = 0.0;
@@ -173,9 +176,10 @@ class InstanceReader {
 
 nmk_text::Result<nmk_job::MachiningJob> read_tsplib(const std::string& file_name, std::string text,
                                                     std::optional<nmk_job::JobUnits> units) {
-    return nmk_job::read_toolless_job(
-        nmk_job::JobFormat::tsplib, file_name, std::move(text), units,
-        [](std::string_view all, double scale) { return InstanceReader(all, scale).read(); });
+    return nmk_job::read_toolless_job(nmk_job::JobFormat::tsplib, file_name, std::move(text), units,
+                                      [](std::string_view all, nmk_job::JobUnits of_file) {
+                                          return InstanceReader(all, of_file).read();
+                                      });
 }
 
 }  // namespace nmk_tsplib

@@ -61,4 +61,8 @@ bool close_handle(HANDLE handle) {
     return true;
 }
 
+void handle_table_before_fork() { table().guard.lock(); }
+
+void handle_table_after_fork() { table().guard.unlock(); }
+
 }  // namespace winapi

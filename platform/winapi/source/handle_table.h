@@ -34,6 +34,10 @@ std::shared_ptr<HandleObject> object_of(HANDLE handle);
 /// Takes the handle back; whether there was one.
 bool close_handle(HANDLE handle);
 
+/// Around fork: no other thread is at work on the table, so the child can use it.
+void handle_table_before_fork();
+void handle_table_after_fork();
+
 /// The object behind the handle if it is of that kind; else null.
 template <typename Kind>
 std::shared_ptr<Kind> object_of_kind(HANDLE handle) {

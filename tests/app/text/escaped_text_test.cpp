@@ -1,4 +1,4 @@
-// escaped_text, number_format, label_places, colour_scale: text from outside is escaped, numbers
+// escaped_text, number_format, label_places: text from outside is escaped, numbers
 // and labels are readable.
 
 #include "text/escaped_text.h"
@@ -9,7 +9,6 @@
 
 #include "app/text/plain_syntax.h"
 #include "comma_locale.h"
-#include "draw/colour_scale.h"
 #include "draw/label_places.h"
 #include "text/number_format.h"
 
@@ -24,10 +23,6 @@ TEST(escaped_text, xml_has_no_markup_characters) {
               "a\xEF\xBF\xBD"
               "b");
     EXPECT_EQ(xml_text("\xEF\xBF\xBF"), "\xEF\xBF\xBD");
-}
-
-TEST(escaped_text, json_escapes_quotes_backslashes_and_controls) {
-    EXPECT_EQ(json_text("a\"\\\n\x7F"), "\"a\\\"\\\\\\u000a\\u007f\"");
 }
 
 TEST(escaped_text, a_line_stays_one_line) { EXPECT_EQ(line_text("a\r\nb\x1B[2J"), "a??b?[2J"); }
@@ -76,7 +71,6 @@ TEST(escaped_text, every_pair_of_bytes_makes_valid_documents) {
     for (int first = 0; first < 256; ++first) {
         for (int second = 0; second < 256; ++second) {
             const std::string bytes{static_cast<char>(first), static_cast<char>(second)};
-            EXPECT_TRUE(plain_syntax::Json::is_valid(json_text(bytes)));
             EXPECT_TRUE(plain_syntax::Xml::is_well_formed("<a>" + xml_text(bytes) + "</a>"));
         }
     }
@@ -117,15 +111,6 @@ TEST(label_places, moves_a_label_inside_the_bounds) {
     EXPECT_FALSE(places.place({{98, 48}}, 10, 10, box));  // taken
     EXPECT_FALSE(places.place({{50, 20}}, 101, 10, box));
     EXPECT_FALSE(places.place({{50, 20}}, 10, 51, box));
-}
-
-TEST(colour_scale, runs_from_blue_to_crimson_and_stays_inside) {
-    EXPECT_EQ(nmk_draw::order_colour(0.0), "#2646be");
-    EXPECT_EQ(nmk_draw::order_colour(1.0), "#c41446");
-    EXPECT_EQ(nmk_draw::order_colour(-1.0), nmk_draw::order_colour(0.0));
-    EXPECT_EQ(nmk_draw::order_colour(7.0), nmk_draw::order_colour(1.0));
-    EXPECT_EQ(nmk_draw::tool_colour(9), nmk_draw::tool_colour(1));
-    EXPECT_NE(nmk_draw::tool_colour(0), nmk_draw::tool_colour(1));
 }
 
 }  // namespace

@@ -1,7 +1,8 @@
 // plain_syntax.h: plain checkers of JSON and XML syntax for the output of the tool.
 //
 // They return whether a whole text is well-formed; the XML one accepts elements, attributes, text,
-// the references that the tool writes, and one leading <!DOCTYPE ...>.
+// the references that the tool writes, one leading <!DOCTYPE ...>, and the raw text of scripts and
+// styles.
 #pragma once
 
 #include <cctype>
@@ -154,7 +155,15 @@ class Xml {
         text.remove_prefix(empty ? 1 : 0);
         if (!text.starts_with('>')) return false;
         text.remove_prefix(1);
-        if (!empty) open.push_back(opened);
+        if (empty) return true;
+        open.push_back(opened);
+        return (opened != "script" && opened != "style") || raw_text("</" + opened + ">");
+    }
+    /// The text of a script or style, in which nothing is escaped, up to its end.
+    bool raw_text(const std::string& end) {
+        const std::size_t length = text.find(end);
+        if (length == text.npos) return false;
+        text.remove_prefix(length);
         return true;
     }
     bool attributes() {

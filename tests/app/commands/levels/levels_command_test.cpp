@@ -102,18 +102,30 @@ TEST_F(levels_command, shows_one_level) {
 TEST_F(levels_command, shows_one_level_for_programs) {
     const Printed answer = levels({"--json", "stitch_smoothing"});
     EXPECT_EQ(answer.out,
-              "{\"levels\": [\n"
-              "  {\"name\": \"stitch_smoothing\", \"state\": \"default\", \"level\": 2, "
-              "\"previous\": 0, \"default\": 2, \"preview\": 1, \"prerelease\": false,\n"
-              "   \"description\": \"Select stitch smoothing method to use:\\u000a PREVIOUS = old "
+              "{\n"
+              "  \"schema\": 1,\n"
+              "  \"levels\": [\n"
+              "    {\n"
+              "      \"name\": \"stitch_smoothing\",\n"
+              "      \"state\": \"default\",\n"
+              "      \"level\": 2,\n"
+              "      \"previous\": 0,\n"
+              "      \"default\": 2,\n"
+              "      \"preview\": 1,\n"
+              "      \"prerelease\": false,\n"
+              "      \"description\": \"Select stitch smoothing method to use:\\n PREVIOUS = old "
               "smoother | DEFAULT  = strip smoother | PREVIEW  = Gaussian smoother\",\n"
-              "   \"documentation\": "
-              "\"https://nmktoolbox.invalid/nmk/doc/nmkVersion/stitch_smoothing.htm\"}\n]}\n");
+              "      \"documentation\": "
+              "\"https://nmktoolbox.invalid/nmk/doc/nmkVersion/stitch_smoothing.htm\"\n"
+              "    }\n"
+              "  ]\n"
+              "}\n");
 }
 
 TEST_F(levels_command, a_setting_that_does_not_exist_is_null_for_programs) {
     const Printed answer = levels({"SafetyNetTolerance", "--json"});
-    EXPECT_TRUE(contains(answer.out, "\"previous\": null, \"default\": 0, \"preview\": 1"));
+    EXPECT_TRUE(
+        contains(answer.out, "\"previous\": null,\n      \"default\": 0,\n      \"preview\": 1"));
 }
 
 TEST_F(levels_command, shows_the_state_after_level_is_applied) {

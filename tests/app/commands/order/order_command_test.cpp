@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <nlohmann/json.hpp>
 #include <sstream>
 
 #include "app/shell/command_runner.h"
@@ -122,15 +123,13 @@ TEST_F(order_command, the_written_file_has_every_item_of_the_sample_once) {
 
 TEST_F(order_command, the_written_file_has_the_reported_travel) {
     const auto after_of = [](const std::string& json) {
-        const std::size_t total = json.find("\"total\"");
-        const std::size_t after = json.find("\"after\": {\"travel\": ", total);
-        return std::stod(json.substr(after + 21));
+        return nlohmann::json::parse(json)["total"]["after"]["travel"].get<double>();
     };
     const double promised =
         after_of(nmk_shell::run({"order", cover_plate, "--json", "-o", file("o.drl")}).out);
     const double kept =
         after_of(nmk_shell::run({"order", file("o.drl"), "--json", "--type", "none"}).out);
-    EXPECT_NEAR(promised, kept, 1e-6);
+    EXPECT_EQ(promised, kept);
     EXPECT_LT(promised, 5000.0);
 }
 
@@ -339,7 +338,7 @@ TEST_F(order_command, the_picture_shows_every_cut_twice_with_y_upwards) {
     EXPECT_GT(cy(first), cy(two.find("<circle", first + 1)));
 }
 
-TEST_F(order_command, pictures_of_many_items_have_smaller_holes_and_thinner_travel) {
+TEST_F(order_command, pictures_of_many_items_have_thinner_travel) {
     const auto drawing_of = [&](int items) {
         std::string points;
         for (int i = 0; i < items; ++i) {
@@ -358,8 +357,6 @@ TEST_F(order_command, pictures_of_many_items_have_smaller_holes_and_thinner_trav
     EXPECT_NE(few.find("stroke-width=\"1.7\" " + travel), std::string::npos);
     EXPECT_NE(more.find("stroke-width=\"1.2\" " + travel), std::string::npos);
     EXPECT_NE(many.find("stroke-width=\"0.8\" " + travel), std::string::npos);
-    EXPECT_NE(few.find("r=\"2.5\""), std::string::npos);
-    EXPECT_NE(many.find("r=\"0.8\""), std::string::npos);
 }
 
 TEST_F(order_command, pictures_of_odd_jobs_are_well_formed) {

@@ -90,7 +90,8 @@ TEST_F(solve_command, a_table_may_omit_a_kind_that_is_an_argument) {
 TEST_F(solve_command, prints_nothing_for_an_empty_table) {
     const std::string table = folder.file("t.csv", "");
     EXPECT_EQ(nmk_shell::run({"solve", "--csv", table}).out, "");
-    EXPECT_EQ(nmk_shell::run({"solve", "--csv", table, "--json"}).out, "[]\n");
+    EXPECT_EQ(nmk_shell::run({"solve", "--csv", table, "--json"}).out,
+              "{\"schema\": 1, \"problems\": []}\n");
 }
 
 TEST_F(solve_command, a_bad_row_is_reported_before_the_first_answer) {

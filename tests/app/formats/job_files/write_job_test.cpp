@@ -28,7 +28,7 @@ std::string text_for(const std::string& file_name) {
 TEST(job_text, is_in_the_format_of_the_name) {
     EXPECT_EQ(text_for("parts/a.CSV"), "1,2\n");
     EXPECT_EQ(text_for("a.json"),
-              "{\"file\": \"a \\\"b\\\".csv\", \"units\": \"mm\", \"tools\": [\n"
+              "{\"schema\": 1, \"file\": \"a \\\"b\\\".csv\", \"units\": \"mm\", \"tools\": [\n"
               "  {\"name\": \"all\", \"diameter\": null, \"items\": [\n"
               "    {\"source\": 0, \"reversed\": false, \"start\": [1, 2, 0]}]}]}\n");
 }

@@ -1,0 +1,164 @@
+// json_schemas: every JSON document of the tool keeps its schema in docs/schemas, and docs/json.md
+// names every member.
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "app/formats/job/job_fixtures.h"
+#include "app/shell/command_runner.h"
+#include "scratch_directory.h"
+
+namespace {
+
+using nlohmann::json;
+
+const std::string root = NMK_SOURCE_DIR "/";
+
+struct Comparison {
+    int code;  // 0 the schema is kept, 1 it is not, 77 there is no validator
+    std::string text;
+};
+
+Comparison compare(const std::string& schema, const std::string& document) {
+    const std::string command = "'" + root + "tests/app/json/compare_with_schema.py' '" + root +
+                                "docs/schemas/" + schema + ".json' '" + document + "' 2>&1";
+    std::FILE* const pipe = ::popen(command.c_str(), "r");
+    Comparison result{-1, {}};
+    std::array<char, 512> part{};
+    while (pipe != nullptr && std::fgets(part.data(), part.size(), pipe) != nullptr) {
+        result.text += part.data();
+    }
+    const int status = pipe == nullptr ? -1 : ::pclose(pipe);
+    result.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return result;
+}
+
+constexpr int no_validator = 77;
+
+/// True where the validator is missing and may be missing; a failure where it is required.
+bool is_skipped(const Comparison& comparison) {
+    const char* const required = std::getenv("NMK_REQUIRE_DATA");
+    const bool is_required = required != nullptr && std::string(required) == "1";
+    EXPECT_FALSE(is_required && comparison.code == no_validator)
+        << "python3-jsonschema is missing, and NMK_REQUIRE_DATA is 1";
+    return comparison.code == no_validator;
+}
+
+struct DocumentCase {
+    const char* name;
+    const char* schema;
+    std::vector<std::string> words;  // "OUT" is the name of a file, which is then the document
+    int code = 0;
+};
+
+std::ostream& operator<<(std::ostream& out, const DocumentCase& one) { return out << one.name; }
+
+class json_document_of : public testing::TestWithParam<DocumentCase> {
+  protected:
+    ScratchDirectory folder;
+};
+
+TEST_P(json_document_of, the_command_keeps_its_schema) {
+    std::vector<std::string> words = GetParam().words;
+    const std::string file = folder.path() + "/out.json";
+    bool is_file = false;
+    for (std::string& word : words) {
+        if (word.starts_with("samples/")) word.insert(0, root);
+        if (word == "OUT") {
+            word = file;
+            is_file = true;
+        }
+    }
+    const nmk_shell::Printed printed = nmk_shell::run(words);
+    ASSERT_EQ(printed.code, GetParam().code) << printed.err;
+    if (!is_file) folder.file("out.json", printed.out);
+    const Comparison comparison = compare(GetParam().schema, file);
+    if (is_skipped(comparison)) GTEST_SKIP() << "python3-jsonschema is missing";
+    EXPECT_EQ(comparison.code, 0) << comparison.text;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    commands, json_document_of,
+    testing::Values(
+        DocumentCase{"order", "order", {"order", "samples/cover_plate.drl", "--json"}},
+        DocumentCase{
+            "order_across_tools",
+            "order",
+            {"order", "samples/cover_plate.drl", "--type", "closest", "--across-tools", "--json"}},
+        DocumentCase{"order_of_files",
+                     "order_files",
+                     {"order", "samples/slots.csv", "samples/holes.csv", "--json", "--jobs", "2"}},
+        DocumentCase{"order_of_a_table", "order", {"order", "samples/slots.csv", "--json"}},
+        DocumentCase{
+            "job", "job", {"order", "samples/cover_plate.drl", "--type", "xz", "-o", "OUT"}},
+        DocumentCase{"job_of_a_table", "job", {"order", "samples/holes.csv", "-o", "OUT"}},
+        DocumentCase{
+            "route",
+            "route",
+            {"route", "samples/workshop.map", "--start", "3,36", "--goal", "92,36", "--json"}},
+        DocumentCase{
+            "no_route",
+            "route",
+            {"route", "samples/workshop.map", "--start", "3,36", "--goal", "0,0", "--json"},
+            2},
+        DocumentCase{"moving_line",
+                     "route",
+                     {"route", "samples/workshop.map", "--start", "3,36", "--goal", "92,36",
+                      "--goal-kind", "moving-line", "--gradient", "0.5", "--json"}},
+        DocumentCase{"levels", "levels", {"levels", "--json"}},
+        DocumentCase{"no_levels", "levels", {"levels", "--find", "no such words", "--json"}},
+        DocumentCase{"solve", "solve", {"solve", "polynomial", "2", "-3", "0", "1", "--json"}},
+        DocumentCase{"solve_with_a_note", "solve", {"solve", "polynomial", "0", "0", "--json"}},
+        DocumentCase{"solve_with_a_value_that_overflows",
+                     "solve",
+                     {"solve", "extremum", "-1e-300", "1e300", "1", "-1e300", "2.5", "--json"}},
+        DocumentCase{
+            "solve_of_a_table", "solve", {"solve", "--csv", "samples/problems.csv", "--json"}}),
+    nmk_job::CaseName());
+
+TEST(json_schemas, find_a_member_that_is_missing_or_unknown) {
+    const ScratchDirectory folder;
+    for (const char* const text :
+         {"{\"schema\": 1}", "{\"schema\": 2, \"levels\": []}",
+          "{\"schema\": 1, \"levels\": [], \"more\": 1}", "{\"schema\": 1, \"levels\": [NaN]}"}) {
+        const Comparison comparison = compare("levels", folder.file("a.json", text));
+        if (is_skipped(comparison)) GTEST_SKIP() << "python3-jsonschema is missing";
+        EXPECT_EQ(comparison.code, 1) << text << comparison.text;
+    }
+}
+
+/// Adds the names of all members that a schema describes.
+void add_members(const json& schema, std::set<std::string>& names) {
+    if (schema.is_object() && schema.contains("properties") && schema["properties"].is_object()) {
+        for (const auto& [name, value] : schema["properties"].items()) names.insert(name);
+    }
+    if (schema.is_structured()) {
+        for (const json& part : schema) add_members(part, names);
+    }
+}
+
+TEST(json_schemas, have_no_member_that_the_document_does_not_describe) {
+    const std::string text = nmk_job::bytes_of_file(root + "docs/json.md");
+    for (const std::string name : {"order", "job", "route", "levels", "solve"}) {
+        std::set<std::string> members;
+        add_members(json::parse(nmk_job::bytes_of_file(root + "docs/schemas/" + name + ".json")),
+                    members);
+        EXPECT_GE(members.size(), 3U) << name;
+        for (const std::string& member : members) {
+            const bool is_named = text.find("`" + member + "`") != std::string::npos ||
+                                  text.find("{" + member + ",") != std::string::npos ||
+                                  text.find(", " + member + "}") != std::string::npos;
+            EXPECT_TRUE(is_named) << name << ": " << member;
+        }
+    }
+}
+
+}  // namespace
