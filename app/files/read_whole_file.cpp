@@ -79,6 +79,42 @@ nmk_text::Error system_error(const std::string& file_name, const char* what) {
     return nmk_text::Error{file_name, 0, std::string(what) + ": " + std::strerror(errno)};
 }
 
+nmk_text::Result<std::string> read_descriptor(int descriptor, const std::string& file_name) {
+    struct stat facts {};
+    if (::fstat(descriptor, &facts) != 0) {
+        return system_error(file_name, "cannot be read");
+    }
+    if (S_ISDIR(facts.st_mode)) {
+        return nmk_text::Error{file_name, 0, "is a directory; expected a file"};
+    }
+    if (facts.st_size > static_cast<off_t>(max_file_size)) {
+        return nmk_text::Error{file_name, 0, too_large_message()};
+    }
+    std::string text;
+    LineLengths lines;
+    std::vector<char> chunk(chunk_size);
+    for (;;) {
+        const ssize_t got = ::read(descriptor, chunk.data(), chunk.size());
+        if (got < 0 && errno == EINTR) {
+            continue;
+        }
+        if (got < 0) {
+            return system_error(file_name, "cannot be read");
+        }
+        if (got == 0) {
+            return text;
+        }
+        const std::string_view bytes(chunk.data(), static_cast<std::size_t>(got));
+        if (const std::size_t line = lines.add(bytes)) {
+            return nmk_text::Error{file_name, line, too_long_line_message()};
+        }
+        if (text.size() + bytes.size() > max_file_size) {
+            return nmk_text::Error{file_name, 0, too_large_message()};
+        }
+        text += bytes;
+    }
+}
+
 }  // namespace
 
 std::size_t first_too_long_line(const std::string& text) { return LineLengths().add(text); }
@@ -100,42 +136,17 @@ nmk_text::Result<void> check_text_file(const std::string& file_name, const std::
 
 nmk_text::Result<std::string> read_whole_file(const std::string& file_name) {
     const OpenFile file(::open(file_name.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
-    if (file.descriptor < 0) {
-        return system_error(file_name, "cannot be opened");
-    }
-    struct stat facts {};
-    if (::fstat(file.descriptor, &facts) != 0) {
-        return system_error(file_name, "cannot be read");
-    }
-    if (S_ISDIR(facts.st_mode)) {
-        return nmk_text::Error{file_name, 0, "is a directory; expected a file"};
-    }
-    if (facts.st_size > static_cast<off_t>(max_file_size)) {
-        return nmk_text::Error{file_name, 0, too_large_message()};
-    }
-    std::string text;
-    LineLengths lines;
-    std::vector<char> chunk(chunk_size);
-    for (;;) {
-        const ssize_t got = ::read(file.descriptor, chunk.data(), chunk.size());
-        if (got < 0 && errno == EINTR) {
-            continue;
-        }
-        if (got < 0) {
-            return system_error(file_name, "cannot be read");
-        }
-        if (got == 0) {
-            return text;
-        }
-        const std::string_view bytes(chunk.data(), static_cast<std::size_t>(got));
-        if (const std::size_t line = lines.add(bytes)) {
-            return nmk_text::Error{file_name, line, too_long_line_message()};
-        }
-        if (text.size() + bytes.size() > max_file_size) {
-            return nmk_text::Error{file_name, 0, too_large_message()};
-        }
-        text += bytes;
-    }
+    return file.descriptor < 0 ? system_error(file_name, "cannot be opened")
+                               : read_descriptor(file.descriptor, file_name);
+}
+
+std::string input_name(const std::string& file_name) {
+    return file_name == standard_stream ? "standard input" : file_name;
+}
+
+nmk_text::Result<std::string> read_input(const std::string& file_name) {
+    return file_name == standard_stream ? read_descriptor(STDIN_FILENO, input_name(file_name))
+                                        : read_whole_file(file_name);
 }
 
 }  // namespace nmk_files

@@ -17,6 +17,15 @@ constexpr std::size_t max_line_length = std::size_t{64} << 10U;  // bytes
 /// The bytes of the file or pipe, or an Error.
 nmk_text::Result<std::string> read_whole_file(const std::string& file_name);
 
+/// The name of standard input and standard output on a command line.
+constexpr const char* standard_stream = "-";
+
+/// What messages and reports call an input: "standard input" for "-", any other name as it is.
+std::string input_name(const std::string& file_name);
+
+/// The bytes of the file, or of standard input for "-". Its errors name the input as input_name.
+nmk_text::Result<std::string> read_input(const std::string& file_name);
+
 /// The number of the first line longer than max_line_length, from 1; 0 if there is none.
 std::size_t first_too_long_line(const std::string& text);
 

@@ -76,6 +76,20 @@ Argument& OptionTable::input_file(std::string name, std::string& file_name, std:
     return added;
 }
 
+Argument& OptionTable::input_files(std::string name, std::vector<std::string>& file_names,
+                                   std::string about) {
+    Argument& added = positional(
+        std::move(name),
+        [&file_names](const std::string& text) {
+            return file_setter(file_names.emplace_back())(text);
+        },
+        std::move(about));
+    added.completes = Completes::files;
+    added.is_required = true;
+    added.is_many = true;
+    return added;
+}
+
 std::vector<std::string> OptionTable::groups() const {
     std::vector<std::string> result;
     for (const Argument& option : m_options) {

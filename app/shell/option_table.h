@@ -127,6 +127,10 @@ class OptionTable {
     /// The name of a file to read.
     Argument& input_file(std::string name, std::string& file_name, std::string about);
 
+    /// The names of one file or more to read; all positional arguments that follow.
+    Argument& input_files(std::string name, std::vector<std::string>& file_names,
+                          std::string about);
+
     /// A positional argument that is one of several words.
     template <class Target, class Value, std::size_t extent>
     Argument& positional_choice(std::string name, Target& target,

@@ -79,4 +79,8 @@ std::vector<std::string> job_notes(const nmk_job::MachiningJob& job) {
     return notes;
 }
 
+std::string no_items_message(const std::string& file_name) {
+    return file_name + ": no holes or slots to order; --allow-empty accepts that";
+}
+
 }  // namespace nmk_order

@@ -12,4 +12,7 @@ namespace nmk_order {
 /// and tools of one diameter.
 std::vector<std::string> job_notes(const nmk_job::MachiningJob& job);
 
+/// Why a file without holes and slots is refused.
+std::string no_items_message(const std::string& file_name);
+
 }  // namespace nmk_order

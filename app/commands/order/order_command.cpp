@@ -9,14 +9,17 @@
 #include <cstdio>
 
 #include "commands/order/job_notes.h"
+#include "commands/order/order_files.h"
 #include "commands/order/order_job.h"
 #include "commands/order/order_json.h"
 #include "commands/order/order_options.h"
 #include "commands/order/order_outputs.h"
 #include "commands/order/order_table.h"
 #include "commands/order/sort_type_names.h"
+#include "files/read_whole_file.h"
 #include "formats/job_files/read_job.h"
 #include "shell/command_result.h"
+#include "shell/standard_output.h"
 
 namespace nmk_order {
 
@@ -64,14 +67,18 @@ void print_stop(nmkSortType type, const OrderRun& run, std::ostream& err) {
     err.flush();
 }
 
-int print_report(const OrderReport& report, const nmk_files::WrittenFiles& written,
-                 std::ostream& out, std::ostream& err) {
+void print_report(const OrderReport& report, const nmk_files::WrittenFiles& written,
+                  std::ostream& out) {
     if (report.options.json) {
         out << order_json(report);
     } else if (!report.options.quiet) {
         out << order_table(report);
         nmk_shell::print_written(out, written);
     }
+}
+
+int ending(const OrderReport& report, const nmk_files::WrittenFiles& written, std::ostream& out,
+           std::ostream& err) {
     const int code = nmk_shell::finish(out, err, "the figures", written);
     if (code == nmk_shell::done && report.stopped) {
         err << "nmk order: stopped; items not yet ordered are in the order of the file\n";
@@ -79,17 +86,16 @@ int print_report(const OrderReport& report, const nmk_files::WrittenFiles& writt
     return code;
 }
 
-int order_with(const OrderOptions& options, nmkProgressBreak* progress, bool announce,
-               std::ostream& out, std::ostream& err) {
+int order_one(const OrderOptions& options, nmkProgressBreak* progress, bool announce,
+              std::ostream& out, std::ostream& err) {
     const nmk_text::Result<nmk_job::MachiningJob> read =
-        nmk_job_files::read_job_file(options.file_name, options.units);
+        nmk_job_files::read_job_file(options.file_name, options.units, options.format);
     if (!read) {
         return nmk_shell::refuse(err, read.error().text());
     }
     const auto& job = *read;
     if (job.items.empty() && !options.allow_empty) {
-        err << nmk_text::line_text(options.file_name)
-            << ": no holes or slots to order; --allow-empty accepts that\n";
+        nmk_shell::refuse(err, no_items_message(nmk_files::input_name(options.file_name)));
         return nmk_shell::no_result;
     }
     const OrderRequest request = order_request(options, job.units);
@@ -104,12 +110,27 @@ int order_with(const OrderOptions& options, nmkProgressBreak* progress, bool ann
     if (!options.debug_svg_file.empty() && is_debug_drawing_empty(options.debug_channel)) {
         ordered.notes.push_back("nothing was drawn on the debug channel");
     }
-    const OrderReport report = report_of(options, request, job, ordered);
-    const auto written = write_order_outputs(job, ordered, report);
+    OrderOptions shown = options;
+    shown.file_name = nmk_files::input_name(options.file_name);
+    const OrderReport report = report_of(shown, request, job, ordered);
+    const auto outputs = order_outputs(job, ordered, report);
+    if (!outputs) {
+        return nmk_shell::refuse(err, outputs.error().text());
+    }
+    const auto written = nmk_shell::write_outputs(*outputs, out);
     if (!written) {
         return nmk_shell::refuse(err, written.error().text());
     }
-    return print_report(report, *written, out, err);
+    print_report(report, *written, nmk_shell::report_stream(*outputs, out, err));
+    return ending(report, *written, out, err);
+}
+
+int order_with(const OrderOptions& options, nmkProgressBreak* progress, bool announce,
+               std::ostream& out, std::ostream& err) {
+    const bool is_one = options.files.size() == 1 && options.jobs == 1;
+    return is_one ? order_one(options_of_file(options, options.files.front()), progress, announce,
+                              out, err)
+                  : order_files(options, progress, out, err);
 }
 
 int run_on_terminal(const OrderOptions& options, std::ostream& out, std::ostream& err) {

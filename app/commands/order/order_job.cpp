@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <deque>
+#include <utility>
 
 #include "commands/order/order_figures.h"
 #include "shell/progress_relay.h"
@@ -98,6 +99,8 @@ void open_ring_at_longest_move(const Items& items, nmk_job::JobOrder& cuts) {
     }
 }
 
+constexpr const char* not_ordered = "not ordered; its items are in the order of the file";
+
 /// Orders the runs of `result.after`, which begin in the order of the file.
 class RunOrderer {
   public:
@@ -113,7 +116,7 @@ class RunOrderer {
     void order(const OrderRun& run) {
         if (m_relay.stop_requested()) {
             m_result.stopped = true;
-            add_note(run, "not ordered; its items are in the order of the file");
+            add_note(run, not_ordered);
             return;
         }
         const std::span<nmk_job::JobCut> cuts =
@@ -206,8 +209,7 @@ bool finishes_run_at_hand(nmkSortType type) {
     return finds_shortest(type) && nmkVersion::get_from_manager("itemsorter").get_level() != 0;
 }
 
-OrderedJob order_job(const nmk_job::MachiningJob& job, const OrderRequest& request,
-                     nmkProgressBreak* progress, const OnStop& on_stop) {
+OrderedJob unordered_job(const nmk_job::MachiningJob& job, const OrderRequest& request) {
     OrderedJob result;
     result.notes = job.notes;
     result.runs = runs_of(job, request.across_tools);
@@ -217,6 +219,42 @@ OrderedJob order_job(const nmk_job::MachiningJob& job, const OrderRequest& reque
         result.before = nmk_job::order_by_tool(job);
     }
     result.after = result.before;
+    return result;
+}
+
+OrderedRun order_run(const nmk_job::MachiningJob& job, const OrderRequest& request,
+                     const OrderedJob& unordered, std::size_t run, nmkProgressBreak* progress) {
+    const OrderRun& whole = unordered.runs[run];
+    OrderedJob part;
+    part.runs = {{whole.name, whole.diameter, 0, whole.count}};
+    const std::span<const nmk_job::JobCut> cuts = whole.of(unordered.before);
+    part.before.assign(cuts.begin(), cuts.end());
+    part.after = part.before;
+    RunOrderer(job, request, progress, {}, part).order(part.runs.front());
+    return {std::move(part.after), part.stopped, std::move(part.notes)};
+}
+
+OrderedRun skipped_run(const OrderedJob& unordered, std::size_t run) {
+    const std::span<const nmk_job::JobCut> cuts = unordered.runs[run].of(unordered.before);
+    return {{cuts.begin(), cuts.end()}, true, {unordered.runs[run].name + ": " + not_ordered}};
+}
+
+OrderedJob joined_job(const nmk_job::MachiningJob& job, OrderedJob unordered,
+                      const std::vector<OrderedRun>& runs) {
+    OrderedJob result = std::move(unordered);
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        std::copy(runs[i].after.begin(), runs[i].after.end(),
+                  result.after.begin() + static_cast<std::ptrdiff_t>(result.runs[i].begin));
+        result.stopped = result.stopped || runs[i].stopped;
+        result.notes.insert(result.notes.end(), runs[i].notes.begin(), runs[i].notes.end());
+    }
+    result.tool_changes_after = tool_changes(job, result.after);
+    return result;
+}
+
+OrderedJob order_job(const nmk_job::MachiningJob& job, const OrderRequest& request,
+                     nmkProgressBreak* progress, const OnStop& on_stop) {
+    OrderedJob result = unordered_job(job, request);
     RunOrderer orderer(job, request, progress, on_stop, result);
     for (const OrderRun& run : result.runs) {
         orderer.order(run);

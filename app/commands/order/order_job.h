@@ -60,4 +60,27 @@ bool finishes_run_at_hand(nmkSortType type);
 OrderedJob order_job(const nmk_job::MachiningJob& job, const OrderRequest& request,
                      nmkProgressBreak* progress, const OnStop& on_stop = {});
 
+// The same in steps, for workers that order the runs of several jobs.
+
+/// A run in its new order.
+struct OrderedRun {
+    nmk_job::JobOrder after;
+    bool stopped = false;
+    std::vector<std::string> notes;
+};
+
+/// The job with all runs in the order of the file.
+OrderedJob unordered_job(const nmk_job::MachiningJob& job, const OrderRequest& request);
+
+/// Orders one run of it.
+OrderedRun order_run(const nmk_job::MachiningJob& job, const OrderRequest& request,
+                     const OrderedJob& unordered, std::size_t run, nmkProgressBreak* progress);
+
+/// A run that is left in the order of the file because of a stop.
+OrderedRun skipped_run(const OrderedJob& unordered, std::size_t run);
+
+/// Puts all runs of an unordered job in their new orders.
+OrderedJob joined_job(const nmk_job::MachiningJob& job, OrderedJob unordered,
+                      const std::vector<OrderedRun>& runs);
+
 }  // namespace nmk_order

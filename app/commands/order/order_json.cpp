@@ -39,25 +39,36 @@ Json tools_json(const OrderReport& report) {
     return rows;
 }
 
+Json document_of(const OrderReport& report) {
+    const OrderRequest& request = report.request;
+    return {{"schema", schema},
+            {"file", report.options.file_name},
+            {"file_units", report.file_units == nmk_job::JobUnits::inches ? "inch" : "mm"},
+            {"type", sort_type_name(request.type)},
+            {"across_tools", request.across_tools},
+            {"start", Json::array({request.start.x, request.start.y, request.start.z})},
+            {"tolerance", request.tolerance},
+            {"rapid_mm_per_min", report.options.rapid},
+            {"stopped", report.stopped},
+            {"tool_changes",
+             {{"before", report.tool_changes_before}, {"after", report.tool_changes_after}}},
+            {"tools", tools_json(report)},
+            {"total", row_json(report.figures.total, report.options.rapid)},
+            {"notes", report.notes}};
+}
+
 }  // namespace
 
 std::string order_json(const OrderReport& report) {
-    const OrderRequest& request = report.request;
-    return nmk_text::json_document(
-        {{"schema", schema},
-         {"file", report.options.file_name},
-         {"file_units", report.file_units == nmk_job::JobUnits::inches ? "inch" : "mm"},
-         {"type", sort_type_name(request.type)},
-         {"across_tools", request.across_tools},
-         {"start", Json::array({request.start.x, request.start.y, request.start.z})},
-         {"tolerance", request.tolerance},
-         {"rapid_mm_per_min", report.options.rapid},
-         {"stopped", report.stopped},
-         {"tool_changes",
-          {{"before", report.tool_changes_before}, {"after", report.tool_changes_after}}},
-         {"tools", tools_json(report)},
-         {"total", row_json(report.figures.total, report.options.rapid)},
-         {"notes", report.notes}});
+    return nmk_text::json_document(document_of(report));
+}
+
+std::string files_json(const std::vector<OrderReport>& reports) {
+    Json files = Json::array();
+    for (const OrderReport& report : reports) {
+        files.push_back(document_of(report));
+    }
+    return nmk_text::json_document({{"schema", schema}, {"files", files}});
 }
 
 }  // namespace nmk_order

@@ -5,11 +5,15 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "commands/order/order_report.h"
 
 namespace nmk_order {
 
 std::string order_json(const OrderReport& report);
+
+/// One object with the objects of several files.
+std::string files_json(const std::vector<OrderReport>& reports);
 
 }  // namespace nmk_order

@@ -2,25 +2,40 @@
 
 #include "commands/order/order_options.h"
 
+#include <algorithm>
+#include <filesystem>
+#include <set>
 #include <span>
 #include <string_view>
+#include <system_error>
 
 #include "commands/order/sort_type_names.h"
+#include "files/base_name.h"
+#include "files/read_whole_file.h"
+#include "files/same_file.h"
 #include "formats/job/job_length.h"
-#include "formats/job_files/job_format.h"
+#include "formats/job_files/write_job.h"
 #include "shell/command_result.h"
 #include "shell/output_names.h"
+#include "text/escaped_text.h"
 #include "text/number_reader.h"
 
 namespace nmk_order {
 
 namespace {
 
+namespace fs = std::filesystem;
+
 using nmk_shell::Argument;
 using nmk_shell::Problem;
 
-constexpr nmk_shell::Choice<nmk_job::JobUnits> units[] = {{"mm", nmk_job::JobUnits::millimetres},
-                                                          {"inch", nmk_job::JobUnits::inches}};
+constexpr nmk_shell::Choice<nmk_job::JobUnits> unit_names[] = {
+    {"mm", nmk_job::JobUnits::millimetres}, {"inch", nmk_job::JobUnits::inches}};
+
+constexpr nmk_shell::Choice<nmk_job::JobFormat> formats[] = {
+    {"drill", nmk_job::JobFormat::excellon},
+    {"csv", nmk_job::JobFormat::csv},
+    {"tsplib", nmk_job::JobFormat::tsplib}};
 
 Problem set_start(OrderOptions& options, const std::string& value) {
     const std::vector<double> numbers = nmk_text::read_coordinates(value);
@@ -31,25 +46,90 @@ Problem set_start(OrderOptions& options, const std::string& value) {
     return {};
 }
 
-Problem set_output(OrderOptions& options, const std::string& value) {
-    const std::string ending = nmk_job_files::name_ending(value);
-    if (ending != "drl" && ending != "csv" && ending != "json") {
-        return "expected a file with the extension .drl, .csv or .json";
-    }
-    options.output_file = value;
-    return {};
-}
+bool is_stream(const std::string& name) { return name == nmk_files::standard_stream; }
 
-Problem check(const OrderOptions& options) {
-    if (options.debug_channel.name.empty() != options.debug_svg_file.empty()) {
-        return "--debug CHANNEL and --debug-svg FILE must be given together";
-    }
+/// -o may be the input file, which is then ordered in place; a picture would destroy it.
+Problem check_names(const OrderOptions& options) {
     const std::string_view outputs[] = {options.output_file, options.svg_file, options.html_file,
                                         options.debug_svg_file};
-    // -o may be the input file, which is then ordered in place; a picture would destroy it.
     Problem problem =
         nmk_shell::check_input_is_kept(options.file_name, std::span(outputs).subspan(1));
     return problem.empty() ? nmk_shell::check_outputs_differ(outputs) : problem;
+}
+
+Problem check_output(const OrderOptions& options) {
+    const std::string& name = options.output_file;
+    if (name.empty() || is_stream(name) ||
+        nmk_job_files::names_output(name, options.files.front())) {
+        return {};
+    }
+    return "-o " + nmk_text::quoted(name) +
+           ": expected the extension .drl, .csv, .json or that of the input";
+}
+
+/// The names of the files that --in-place and --output-folder write.
+Problem check_files_differ(const OrderOptions& options) {
+    std::set<std::string> names;
+    for (const std::string& file : options.files) {
+        const OrderOptions of_file = options_of_file(options, file);
+        if (options.in_place && is_stream(file)) {
+            return "--in-place needs files; standard input cannot be replaced";
+        }
+        if (!options.in_place && nmk_files::is_same_file(file, of_file.output_file)) {
+            return nmk_text::quoted(file) + " is in --output-folder; expected --in-place";
+        }
+        std::error_code ignored;
+        if (!names.insert(fs::weakly_canonical(of_file.output_file, ignored).string()).second) {
+            return nmk_text::quoted(of_file.output_file) +
+                   " is the name of two outputs; expected files of different names";
+        }
+    }
+    return {};
+}
+
+Problem check_several(const OrderOptions& options) {
+    if (options.in_place && !options.output_folder.empty()) {
+        return "--in-place and --output-folder exclude each other";
+    }
+    const bool writes_all = options.in_place || !options.output_folder.empty();
+    if (writes_all && !options.output_file.empty()) {
+        return "-o names one file; it cannot be combined with --in-place or --output-folder";
+    }
+    if (options.files.size() > 1 &&
+        !(options.output_file + options.svg_file + options.html_file + options.debug_svg_file)
+             .empty()) {
+        return "-o, --svg, --html and --debug-svg take one FILE; several are written with "
+               "--in-place or --output-folder";
+    }
+    if (std::count(options.files.begin(), options.files.end(), nmk_files::standard_stream) > 1) {
+        return "standard input can be read once; found \"-\" twice";
+    }
+    return writes_all ? check_files_differ(options) : Problem();
+}
+
+Problem check(OrderOptions& options) {
+    if (options.debug_channel.name.empty() != options.debug_svg_file.empty()) {
+        return "--debug CHANNEL and --debug-svg FILE must be given together";
+    }
+    if (options.jobs > 1 && !options.debug_svg_file.empty()) {
+        return "--debug draws what one process does; it cannot be combined with --jobs";
+    }
+    options.file_name = options.files.front();
+    for (const auto& rule : {check_several, check_output, check_names}) {
+        if (Problem problem = rule(options); !problem.empty()) {
+            return problem;
+        }
+    }
+    return {};
+}
+
+Problem set_folder(OrderOptions& options, const std::string& value) {
+    std::error_code ignored;
+    if (!fs::is_directory(value, ignored)) {
+        return "expected a directory that exists";
+    }
+    options.output_folder = value;
+    return {};
 }
 
 void declare_ordering(nmk_shell::OptionTable& table, OrderOptions& options) {
@@ -63,18 +143,22 @@ void declare_ordering(nmk_shell::OptionTable& table, OrderOptions& options) {
     table.number("--tolerance", "T", options.tolerance, nmk_shell::from_zero,
                  "largest difference of items in one row (x, y, diag..., concentric); default "
                  "0.1 mm");
-    table.choice("--units", "UNIT", options.units, std::span(units),
+    table.choice("--units", "UNIT", options.units, std::span(unit_names),
                  "unit of --start and --tolerance, and of a file that states none");
 }
 
 void declare_files(nmk_shell::OptionTable& table, OrderOptions& options) {
     table.group("Files to write");
+    table.output_file("-o,--output", options.output_file,
+                      "the ordered items: .drl (from a drill file), .csv, .json, or the extension "
+                      "of the input; may be the input itself; - is standard output in the format "
+                      "of the input");
+    table.option("--in-place", options.in_place, "replace each input by its ordered items");
     table
         .option(
-            "-o,--output", "OUT",
-            [&](const std::string& value) { return set_output(options, value); },
-            "the ordered items: .drl (from a drill file), .csv or .json; OUT may be FILE "
-            "itself")
+            "--output-folder", "DIR",
+            [&](const std::string& value) { return set_folder(options, value); },
+            "write each ordered input into this directory, under its own name")
         .completes = nmk_shell::Completes::files;
     table.output_file("--svg", options.svg_file, "a drawing of before and after, side by side");
     table.output_file("--html", options.html_file, "a page with the drawing and the figures");
@@ -108,7 +192,12 @@ void declare_order_options(nmk_shell::OptionTable& table, OrderOptions& options)
     table.describe(
         "Reads drill files (Excellon), CSV (x,y[,z] for holes; x,y,z,x2,y2,z2 for slots) and "
         "TSPLIB. Each tool is ordered by itself; slots may be cut from either end.");
-    table.input_file("FILE", options.file_name, "the holes and slots to order");
+    table.input_files("FILE", options.files, "the holes and slots to order; - is standard input");
+    table.choice("--format", "NAME", options.format, std::span(formats),
+                 "the format of a file whose content leaves it open");
+    table.number("--jobs", "N", options.jobs,
+                 nmk_shell::whole_number(1, 64, "a whole number from 1 to 64"),
+                 "work on so many tools at once, of all files");
     declare_ordering(table, options);
     declare_files(table, options);
     declare_figures(table, options);
@@ -119,6 +208,20 @@ void declare_order_options(nmk_shell::OptionTable& table, OrderOptions& options)
     table.exit_code(nmk_shell::done, "done, also after Ctrl-C, with a complete order");
     table.exit_code(nmk_shell::no_result, "no holes and slots in the file, or no result");
     table.example("nmk order samples/cover_plate.drl --svg cover.svg -o ordered.drl");
+    table.example("nmk order samples/*.csv --output-folder /tmp --jobs 2");
+}
+
+OrderOptions options_of_file(const OrderOptions& options, const std::string& file) {
+    OrderOptions result = options;
+    result.file_name = file;
+    result.keeps_format = options.in_place || !options.output_folder.empty();
+    if (options.in_place) {
+        result.output_file = file;
+    } else if (!options.output_folder.empty()) {
+        result.output_file =
+            options.output_folder + "/" + nmk_files::base_name(nmk_files::input_name(file));
+    }
+    return result;
 }
 
 OrderRequest order_request(const OrderOptions& options, nmk_job::JobUnits file_units) {

@@ -9,6 +9,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "commands/order/debug_drawing.h"
 #include "commands/order/order_job.h"
@@ -19,7 +20,9 @@ namespace nmk_order {
 
 /// The command line of `nmk order`, checked.
 struct OrderOptions {
-    std::string file_name;
+    std::vector<std::string> files;  // as given, "-" for standard input
+    std::string file_name;           // the one of them that the other names below belong to
+    std::optional<nmk_job::JobFormat> format;  // where the content of a file leaves it open
     nmkSortType type = nmkSortTypeShortest;
     bool across_tools = false;
     std::array<double, 3> start{0.0, 0.0, 0.0};
@@ -27,7 +30,11 @@ struct OrderOptions {
     std::optional<nmk_job::JobUnits> units;
     double rapid = 10000.0;  // mm per minute, common for routers and drilling machines
     std::string output_file, svg_file, html_file;  // empty: not written
-    DebugChannel debug_channel;                    // has a name if debug_svg_file has one
+    bool keeps_format = false;                     // the output file gets the format that was read
+    bool in_place = false;
+    std::string output_folder;
+    int jobs = 1;
+    DebugChannel debug_channel;  // has a name if debug_svg_file has one
     std::string debug_svg_file;
     bool allow_empty = false;  // a file without items is not an error
     bool json = false;
@@ -37,6 +44,9 @@ struct OrderOptions {
 /// The largest difference of items in one row of a grid, in mm: above the rounding of drill files,
 /// below any distance between two rows of holes.
 constexpr double default_tolerance = 0.1;
+
+/// The options of one of several files, with the names of its own.
+OrderOptions options_of_file(const OrderOptions& options, const std::string& file);
 
 /// Declares the options, which are read into `options`.
 void declare_order_options(nmk_shell::OptionTable& table, OrderOptions& options);

@@ -6,21 +6,29 @@
 
 #include "commands/order/order_page.h"
 #include "commands/order/order_picture.h"
+#include "files/read_whole_file.h"
 #include "formats/job_files/write_job.h"
 
 namespace nmk_order {
 
 namespace {
 
-/// All texts, before the first file is written: a job that cannot be written leaves no file.
-nmk_text::Result<std::vector<nmk_files::OutputFile>> outputs(const nmk_job::MachiningJob& job,
-                                                             const OrderedJob& ordered,
-                                                             const OrderReport& report) {
+nmk_text::Result<std::string> ordered_text(const nmk_job::MachiningJob& job,
+                                           const OrderedJob& ordered, const OrderOptions& options) {
+    const bool as_read = options.keeps_format || options.output_file == nmk_files::standard_stream;
+    return as_read ? nmk_job_files::text_as_read(job, ordered.after)
+                   : nmk_job_files::job_text(job, ordered.after, options.output_file);
+}
+
+}  // namespace
+
+nmk_text::Result<std::vector<nmk_files::OutputFile>> order_outputs(const nmk_job::MachiningJob& job,
+                                                                   const OrderedJob& ordered,
+                                                                   const OrderReport& report) {
     std::vector<nmk_files::OutputFile> result;
     const OrderOptions& options = report.options;
     if (!options.output_file.empty()) {
-        nmk_text::Result<std::string> text =
-            nmk_job_files::job_text(job, ordered.after, options.output_file);
+        nmk_text::Result<std::string> text = ordered_text(job, ordered, options);
         if (!text) {
             return text.error();
         }
@@ -36,15 +44,6 @@ nmk_text::Result<std::vector<nmk_files::OutputFile>> outputs(const nmk_job::Mach
         result.push_back({options.debug_svg_file, debug_drawing_svg(options.debug_channel)});
     }
     return result;
-}
-
-}  // namespace
-
-nmk_text::Result<nmk_files::WrittenFiles> write_order_outputs(const nmk_job::MachiningJob& job,
-                                                              const OrderedJob& ordered,
-                                                              const OrderReport& report) {
-    const auto files = outputs(job, ordered, report);
-    return files ? nmk_files::write_all_files(*files) : files.error();
 }
 
 }  // namespace nmk_order

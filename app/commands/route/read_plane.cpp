@@ -10,13 +10,17 @@ namespace nmk_route {
 
 namespace {
 
+std::string input_of(const RouteOptions& options) {
+    return nmk_files::input_name(options.file_name);
+}
+
 nmk_text::Result<PlaneOfFile> plane_of_map(const RouteOptions& options, const std::string& text) {
     if (options.box || options.steps) {
-        return nmk_text::Error{options.file_name, 0,
+        return nmk_text::Error{input_of(options), 0,
                                std::string(options.box ? "--box" : "--steps") +
                                    " applies to lists of blocked points; a map has its own"};
     }
-    auto plane = nmk_octile::read_octile_map(options.file_name, text);
+    auto plane = nmk_octile::read_octile_map(input_of(options), text);
     if (!plane) {
         return plane.error();
     }
@@ -30,7 +34,7 @@ std::string off_lattice_note(std::size_t off_lattice, std::size_t points) {
 
 nmk_text::Result<PlaneOfFile> plane_of_blocked(const RouteOptions& options,
                                                const std::string& text) {
-    auto read = nmk_blocked::read_blocked_list(options.file_name, text);
+    auto read = nmk_blocked::read_blocked_list(input_of(options), text);
     if (!read) {
         return read.error();
     }
@@ -38,7 +42,7 @@ nmk_text::Result<PlaneOfFile> plane_of_blocked(const RouteOptions& options,
     list.box = options.box ? options.box : list.box;
     list.steps = options.steps ? options.steps : list.steps;
     if (!list.box || !list.steps) {
-        return nmk_text::Error{options.file_name, 0,
+        return nmk_text::Error{input_of(options), 0,
                                std::string("has no ") + (list.box ? "steps" : "box") +
                                    "; expected a row " +
                                    (list.box ? "steps,SX,SY or --steps SX,SY"
@@ -46,7 +50,7 @@ nmk_text::Result<PlaneOfFile> plane_of_blocked(const RouteOptions& options,
     }
     auto made = nmk_blocked::plane_of_list(list, *options.start);
     if (!made) {
-        return made.error().in_file(options.file_name);
+        return made.error().in_file(input_of(options));
     }
     auto& of_list = *made;
     PlaneOfFile result{std::move(of_list.plane), {}};
@@ -59,7 +63,7 @@ nmk_text::Result<PlaneOfFile> plane_of_blocked(const RouteOptions& options,
 }  // namespace
 
 nmk_text::Result<PlaneOfFile> read_plane_file(const RouteOptions& options) {
-    const nmk_text::Result<std::string> text = nmk_files::read_whole_file(options.file_name);
+    const nmk_text::Result<std::string> text = nmk_files::read_input(options.file_name);
     if (!text) {
         return text.error();
     }
@@ -68,7 +72,7 @@ nmk_text::Result<PlaneOfFile> read_plane_file(const RouteOptions& options) {
 
 nmk_text::Result<PlaneOfFile> read_plane_text(const RouteOptions& options,
                                               const std::string& text) {
-    if (const auto checked = nmk_files::check_text_file(options.file_name, text); !checked) {
+    if (const auto checked = nmk_files::check_text_file(input_of(options), text); !checked) {
         return checked.error();
     }
     return nmk_octile::is_octile_map(text) ? plane_of_map(options, text)

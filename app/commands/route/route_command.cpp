@@ -12,8 +12,10 @@
 #include "commands/route/route_page.h"
 #include "commands/route/route_picture.h"
 #include "commands/route/route_report.h"
+#include "files/read_whole_file.h"
 #include "files/write_all_files.h"
 #include "shell/command_result.h"
+#include "shell/standard_output.h"
 
 namespace nmk_route {
 
@@ -45,14 +47,18 @@ std::vector<nmk_files::OutputFile> outputs(const RouteReport& report) {
     return files;
 }
 
-int print_report(const RouteReport& report, const nmk_files::WrittenFiles& written,
-                 std::ostream& out, std::ostream& err) {
+void print_report(const RouteReport& report, const nmk_files::WrittenFiles& written,
+                  std::ostream& out) {
     if (report.options.json) {
         out << route_json(report);
     } else if (!report.options.quiet) {
         out << route_text(report);
         nmk_shell::print_written(out, written);
     }
+}
+
+int ending(const RouteReport& report, const nmk_files::WrittenFiles& written, std::ostream& out,
+           std::ostream& err) {
     const int code = nmk_shell::finish(out, err, "the route", written);
     if (code == nmk_shell::done && !report.route.is_found()) {
         err << "nmk route: " << no_route_line(report) << "\n";
@@ -70,19 +76,23 @@ int route_with(const RouteOptions& options, nmkProgressBreak* progress, std::ost
     const auto& file = *read;
     const RouteRequest request = request_of(options, file.plane);
     if (const std::string problem = check_request(file.plane, request); !problem.empty()) {
-        return nmk_shell::refuse(err, options.file_name + ": " + problem);
+        return nmk_shell::refuse(err, nmk_files::input_name(options.file_name) + ": " + problem);
     }
     const FoundRoute route = find_route(file.plane, request, progress);
     if (route.stopped) {
         err << "nmk route: stopped after " << route.closed.size() << " cells; no route was found\n";
         return nmk_shell::no_result;
     }
-    const RouteReport report{options, request, file.plane, route, file.notes};
-    const auto written = nmk_files::write_all_files(outputs(report));
+    RouteOptions shown = options;
+    shown.file_name = nmk_files::input_name(options.file_name);
+    const RouteReport report{shown, request, file.plane, route, file.notes};
+    const std::vector<nmk_files::OutputFile> files = outputs(report);
+    const auto written = nmk_shell::write_outputs(files, out);
     if (!written) {
         return nmk_shell::refuse(err, written.error().text());
     }
-    return print_report(report, *written, out, err);
+    print_report(report, *written, nmk_shell::report_stream(files, out, err));
+    return ending(report, *written, out, err);
 }
 
 int run_on_terminal(const RouteOptions& options, std::ostream& out, std::ostream& err) {

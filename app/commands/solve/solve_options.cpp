@@ -7,15 +7,18 @@
 #include <vector>
 
 #include "shell/command_result.h"
+#include "shell/output_names.h"
 
 namespace nmk_solve {
 
 namespace {
 
 nmk_shell::Problem csv_problem(const SolveOptions& options) {
-    return options.words.empty()
-               ? ""
-               : "numbers are given both as arguments and in --csv; expected one of them";
+    if (!options.words.empty()) {
+        return "numbers are given both as arguments and in --csv; expected one of them";
+    }
+    const std::string_view outputs[] = {options.table_file};
+    return nmk_shell::check_input_is_kept(options.csv_file, outputs);
 }
 
 nmk_shell::Problem check(SolveOptions& options) {
@@ -32,6 +35,10 @@ nmk_shell::Problem check(SolveOptions& options) {
     }
     if (!options.csv_file.empty()) {
         return csv_problem(options);
+    }
+    const std::string_view outputs[] = {options.svg_file, options.table_file};
+    if (nmk_shell::Problem repeated = nmk_shell::check_outputs_differ(outputs); !repeated.empty()) {
+        return repeated;
     }
     const std::vector<std::string_view> words(options.words.begin(), options.words.end());
     auto problem = read_problem(*options.kind, words);
@@ -76,12 +83,15 @@ void declare_solve_options(nmk_shell::OptionTable& table, SolveOptions& options)
     table.group("Options");
     table
         .option("--csv", "FILE", nmk_shell::file_setter(options.csv_file),
-                "solve a table: rows KIND,NUMBERS, or rows NUMBERS if KIND is an argument")
+                "solve a table: rows KIND,NUMBERS, or rows NUMBERS if KIND is an argument; - is "
+                "standard input")
         .completes = nmk_shell::Completes::files;
     table.output_file("--svg", options.svg_file, "draw the polynomial and its roots");
     table.option("--certified", options.certified,
                  "real roots of polynomials, each with a bracket that is proved to hold it and "
                  "with its multiplicity");
+    table.output_file("-o,--output", options.table_file,
+                      "the answers as a CSV table, a row for each solution; - is standard output");
     table.option("--json", options.json, "print JSON instead of the text");
     table.option("--quiet", options.quiet, "print no text; --json still prints");
     table.check([&options] { return check(options); });
@@ -89,6 +99,7 @@ void declare_solve_options(nmk_shell::OptionTable& table, SolveOptions& options)
     table.example("nmk solve polynomial 1 -3 2 --svg roots.svg");
     table.example("nmk solve angles4 1 0.5 0.3 0.4 1 2");
     table.example("nmk solve --csv samples/problems.csv --json");
+    table.example("nmk solve --csv samples/problems.csv -o - --quiet");
 }
 
 }  // namespace nmk_solve

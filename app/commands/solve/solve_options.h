@@ -17,6 +17,7 @@ struct SolveOptions {
     std::string csv_file;             // the table; empty: none
     std::string svg_file;             // empty: not written
     bool certified = false;           // prove the real roots of polynomials
+    std::string table_file;           // the answers as CSV; empty: not written
     bool json = false;
     bool quiet = false;
 };

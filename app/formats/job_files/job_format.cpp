@@ -75,7 +75,8 @@ bool names_drill_program(const std::string& file_name) {
            drill_endings.end();
 }
 
-std::optional<nmk_job::JobFormat> format_of(const std::string& file_name, std::string_view text) {
+std::optional<nmk_job::JobFormat> format_of(const std::string& file_name, std::string_view text,
+                                            std::optional<nmk_job::JobFormat> otherwise) {
     nmk_text::TextLines lines(text);
     nmk_text::TextLine line;
     for (std::size_t i = 0; i < max_examined_lines && lines.next(line); ++i) {
@@ -84,7 +85,7 @@ std::optional<nmk_job::JobFormat> format_of(const std::string& file_name, std::s
             return format;
         }
     }
-    return format_of_name(file_name);
+    return otherwise ? otherwise : format_of_name(file_name);
 }
 
 }  // namespace nmk_job_files

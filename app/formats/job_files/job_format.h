@@ -9,10 +9,11 @@
 
 namespace nmk_job_files {
 
-/// The format by the content, and by the name if the content does not decide: M48, T1 or X1Y1 begin
-/// a drill program, NODE_COORD_SECTION or DIMENSION a TSPLIB instance, rows of numbers a table.
-/// Empty if neither decides.
-std::optional<nmk_job::JobFormat> format_of(const std::string& file_name, std::string_view text);
+/// The format by the content, and if the content does not decide `otherwise`, then by the name:
+/// M48, T1 or X1Y1 begin a drill program, NODE_COORD_SECTION or DIMENSION a TSPLIB instance, rows
+/// of numbers a table. Empty if nothing decides.
+std::optional<nmk_job::JobFormat> format_of(const std::string& file_name, std::string_view text,
+                                            std::optional<nmk_job::JobFormat> otherwise = {});
 
 /// The extension of the name in lower case without its point, "drl"; empty if it has none.
 std::string name_ending(const std::string& file_name);

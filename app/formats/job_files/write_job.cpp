@@ -6,8 +6,41 @@
 #include "formats/excellon/excellon_writer.h"
 #include "formats/job_files/job_format.h"
 #include "formats/json/json_writer.h"
+#include "formats/tsplib/tsplib_writer.h"
 
 namespace nmk_job_files {
+
+namespace {
+
+bool has_same_ending(const std::string& file_name, const std::string& input) {
+    return name_ending(file_name) == name_ending(input);
+}
+
+nmk_text::Error cannot_write(const std::string& file_name, const std::string& what) {
+    return {file_name, 0,
+            "a " + what + " can only be written from a " + what + "; expected .csv or .json"};
+}
+
+}  // namespace
+
+bool names_output(const std::string& file_name, const std::string& input) {
+    const std::string ending = name_ending(file_name);
+    return ending == "csv" || ending == "json" || ending == "tsp" ||
+           names_drill_program(file_name) || has_same_ending(file_name, input);
+}
+
+nmk_text::Result<std::string> text_as_read(const nmk_job::MachiningJob& job,
+                                           std::span<const nmk_job::JobCut> order) {
+    switch (job.format) {
+        case nmk_job::JobFormat::excellon:
+            return nmk_excellon::write_excellon(job, order);
+        case nmk_job::JobFormat::csv:
+            return nmk_csv::write_csv(job, order);
+        case nmk_job::JobFormat::tsplib:
+            break;
+    }
+    return nmk_tsplib::write_tsplib(job, order);
+}
 
 nmk_text::Result<std::string> job_text(const nmk_job::MachiningJob& job,
                                        std::span<const nmk_job::JobCut> order,
@@ -19,16 +52,19 @@ nmk_text::Result<std::string> job_text(const nmk_job::MachiningJob& job,
     if (ending == "json") {
         return nmk_json::write_json(job, order);
     }
-    if (!names_drill_program(file_name)) {
+    const bool is_same = has_same_ending(file_name, job.file_name);
+    if (names_drill_program(file_name) && job.format != nmk_job::JobFormat::excellon && !is_same) {
+        return cannot_write(file_name, "drill file");
+    }
+    if (ending == "tsp" && job.format != nmk_job::JobFormat::tsplib && !is_same) {
+        return cannot_write(file_name, "TSPLIB instance");
+    }
+    if (!names_output(file_name, job.file_name)) {
         return nmk_text::Error{file_name, 0,
-                               "cannot write ." + ending + "; expected .drl, .csv or .json"};
+                               "cannot write ." + ending +
+                                   "; expected .drl, .csv, .json or the extension of the input"};
     }
-    if (job.format != nmk_job::JobFormat::excellon) {
-        return nmk_text::Error{
-            file_name, 0,
-            "a drill file can only be written from a drill file; expected .csv or .json"};
-    }
-    return nmk_excellon::write_excellon(job, order);
+    return text_as_read(job, order);
 }
 
 }  // namespace nmk_job_files

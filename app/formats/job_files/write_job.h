@@ -9,11 +9,19 @@
 
 namespace nmk_job_files {
 
-/// The text of a file of this name, whose ending chooses the format: those of names_drill_program,
-/// ".csv" or ".json". An Error for any other ending, and for a drill file of a job that was not
-/// read from one. `order` is a complete order of the job.
+/// True if job_text can write a file of this name for a job that was read from `input`.
+bool names_output(const std::string& file_name, const std::string& input);
+
+/// The text of a file of this name, whose ending chooses the format: ".csv", ".json", or the format
+/// of the file that was read for ".tsp", for the endings of names_drill_program and for the ending
+/// of that file, which may be none. An Error for any other ending, and for a drill program or a
+/// TSPLIB instance of a job that was not read from one. `order` is a complete order of the job.
 nmk_text::Result<std::string> job_text(const nmk_job::MachiningJob& job,
                                        std::span<const nmk_job::JobCut> order,
                                        const std::string& file_name);
+
+/// The text in the format that was read.
+nmk_text::Result<std::string> text_as_read(const nmk_job::MachiningJob& job,
+                                           std::span<const nmk_job::JobCut> order);
 
 }  // namespace nmk_job_files

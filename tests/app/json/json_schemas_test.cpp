@@ -93,6 +93,9 @@ INSTANTIATE_TEST_SUITE_P(
             "order_across_tools",
             "order",
             {"order", "samples/cover_plate.drl", "--type", "closest", "--across-tools", "--json"}},
+        DocumentCase{"order_of_files",
+                     "order_files",
+                     {"order", "samples/slots.csv", "samples/holes.csv", "--json", "--jobs", "2"}},
         DocumentCase{"order_of_a_table", "order", {"order", "samples/slots.csv", "--json"}},
         DocumentCase{
             "job", "job", {"order", "samples/cover_plate.drl", "--type", "xz", "-o", "OUT"}},

@@ -21,7 +21,7 @@ TEST(manual_page, has_every_option_and_section_of_every_command) {
             EXPECT_NE(printed.out.find("\n.SH " + section + "\n"), std::string::npos) << section;
         }
         for (const Argument& option : table.options()) {
-            EXPECT_NE(printed.out.find("\\-\\-" + option.long_name().substr(2, 3)),
+            EXPECT_NE(printed.out.find("\\-\\-" + option.long_name().substr(2, 2)),
                       std::string::npos)
                 << option.names;
         }

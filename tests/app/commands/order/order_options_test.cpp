@@ -114,7 +114,7 @@ TEST_P(order_options_bad, is_refused_with_one_line) {
 const BadLine bad_lines[] = {
     {"no_file", {"--json"}, "expected FILE; see nmk help"},
     {"empty_file", {""}, "FILE \"\": expected the name of a file"},
-    {"two_files", {"a", "b"}, "expected one FILE; found \"a\" and \"b\""},
+    {"two_files_and_one_output", {"a", "b", "-o", "c.csv"}, "take one FILE"},
     {"unknown_option", {"a", "--fast"}, "unknown option"},
     {"unknown_with_line_feed", {"a", "--fa\nst"}, "unknown option"},
     {"similar_option", {"a", "--tpye", "x"}, "did you mean --type?"},
@@ -136,8 +136,8 @@ const BadLine bad_lines[] = {
     {"rapid_zero", {"a", "--rapid", "0"}, "above 0"},
     {"rapid_nan", {"a", "--rapid", "nan"}, "above 0"},
     {"units", {"a", "--units", "cm"}, "mm or inch"},
-    {"output_extension", {"a", "-o", "b.txt"}, ".drl, .csv or .json"},
-    {"output_directory_with_extension", {"a", "-o", "b.csv/c"}, ".drl, .csv or .json"},
+    {"output_extension", {"a", "-o", "b.pdf"}, "-o \"b.pdf\": expected the extension .drl"},
+    {"output_directory_with_extension", {"a", "-o", "b.csv/c.d"}, ".drl, .csv, .json"},
     {"svg_empty", {"a", "--svg", ""}, "--svg \"\": expected the name of a file"},
     {"same_output", {"a", "--svg", "b", "--html", "b"}, "the name of two outputs"},
 };

@@ -37,7 +37,25 @@ TEST(job_text, refuses_a_drill_file_of_a_table_and_an_unknown_extension) {
     EXPECT_EQ(
         text_for("a.drl"),
         "error a.drl: a drill file can only be written from a drill file; expected .csv or .json");
-    EXPECT_EQ(text_for("a.pdf"), "error a.pdf: cannot write .pdf; expected .drl, .csv or .json");
+    EXPECT_EQ(text_for("a.tsp"),
+              "error a.tsp: a TSPLIB instance can only be written from a TSPLIB instance; expected "
+              ".csv or .json");
+    EXPECT_EQ(text_for("a.pdf"),
+              "error a.pdf: cannot write .pdf; expected .drl, .csv, .json or the extension of the "
+              "input");
+}
+
+TEST(job_text, takes_the_ending_of_the_file_that_was_read) {
+    for (const std::string ending : {"", ".txt", ".TAP", ".xln", ".points"}) {
+        nmk_job::MachiningJob job = one_hole();
+        job.file_name = "input" + ending;
+        EXPECT_TRUE(names_output("b" + ending, job.file_name));
+        const auto text = job_text(job, nmk_job::JobOrder{{0, false}}, "b" + ending);
+        ASSERT_TRUE(bool(text)) << ending;
+        EXPECT_EQ(*text, "1,2\n");
+    }
+    EXPECT_FALSE(names_output("b.pdf", "a.drl"));
+    EXPECT_FALSE(names_output("b", "a.drl"));
 }
 
 }  // namespace
