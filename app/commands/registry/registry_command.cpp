@@ -35,7 +35,8 @@ std::string list(const RegistryOptions& options) {
 
 std::string get(const RegistryOptions& options) {
     const Value value = OpenKey(options.key, KEY_READ).value(options.value.name);
-    return options.json ? value_json(value) : options.quiet ? "" : plain_data_text(value);
+    if (options.json) return document_json({key_path_text(options.key), {{}, {value}, {}}});
+    return options.quiet ? "" : plain_data_text(value);
 }
 
 std::string set(const RegistryOptions& options) {

@@ -7,16 +7,16 @@
 #include <algorithm>
 #include <limits>
 
-#include "text/escaped_text.h"
+#include "text/json_document.h"
 
 namespace nmk_registry {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
+using nmk_text::Json;
 
 const std::string format_name = "nmk registry";
-constexpr int format_version = 1;
+constexpr int schema = 1;
 constexpr int max_levels = 512;
 // Each level of keys is an array in an object; values are two more.
 constexpr int max_nesting = 2 * max_levels + 4;
@@ -203,9 +203,7 @@ Document document_of(std::string_view text) {
     if (!part.has("format") || part.json["format"] != format_name) {
         part.refuse("an export of nmk registry, with \"format\": \"nmk registry\"");
     }
-    if (part.member("version").json != format_version) {
-        part.member("version").refuse("version 1");
-    }
+    if (part.member("schema").json != schema) part.member("schema").refuse("1");
     return {part.member("path").text(), key_in(part, {}, 0)};
 }
 
@@ -213,14 +211,12 @@ Document document_of(std::string_view text) {
 
 std::string document_json(const Document& document) {
     Json json = Json::object();
+    json["schema"] = schema;
     json["format"] = format_name;
-    json["version"] = format_version;
     json["path"] = document.path;
     set_contents(json, document.tree);
-    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+    return nmk_text::json_document(json);
 }
-
-std::string value_json(const Value& value) { return json_of(value).dump(2) + "\n"; }
 
 nmk_text::Result<Document> read_document(const std::string& file_name, std::string_view text) {
     return nmk_text::value_or_error(file_name, [&] { return document_of(text); });

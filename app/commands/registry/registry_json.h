@@ -1,6 +1,6 @@
 // registry_json.h: a tree of keys as a JSON document, which an import reads back to the same bytes.
 //
-// {"format": "nmk registry", "version": 1, "path": "HKCU/Software", "values": [...], "keys":
+// {"schema": 1, "format": "nmk registry", "path": "HKCU/Software", "values": [...], "keys":
 // [...]}. A value has "name", "type" (a name, or a number where it has none) and one of "text",
 // "number", "texts" and "bytes" (hexadecimal digits, for everything that has not the form of its
 // type). A key has "name", "values" and "keys". A name that is not UTF-8 is "name_bytes", in
@@ -23,9 +23,6 @@ struct Document {
 
 /// The document with a line feed at its end.
 std::string document_json(const Document& document);
-
-/// One value, likewise.
-std::string value_json(const Value& value);
 
 /// Reads a document; the Error names the line, or the place as "keys[2].values[0]", and what was
 /// expected.

@@ -14,6 +14,7 @@
 
 #include "app/formats/job/job_fixtures.h"
 #include "app/shell/command_runner.h"
+#include "registry_scratch.h"
 #include "scratch_directory.h"
 
 namespace {
@@ -63,7 +64,7 @@ std::ostream& operator<<(std::ostream& out, const DocumentCase& one) { return ou
 
 class json_document_of : public testing::TestWithParam<DocumentCase> {
   protected:
-    ScratchDirectory folder;
+    RegistryScratch folder;
 };
 
 TEST_P(json_document_of, the_command_keeps_its_schema) {
@@ -122,6 +123,7 @@ INSTANTIATE_TEST_SUITE_P(
                      "id-show",
                      {"id", "show", "000000000000000100000000ffffffff", "--json"}},
         DocumentCase{"id_dump", "id-dump", {"id", "dump", "samples/tool_list.ids", "--json"}},
+        DocumentCase{"registry", "registry", {"registry", "list", "HKLM", "--json"}},
         DocumentCase{"no_levels", "levels", {"levels", "--find", "no such words", "--json"}},
         DocumentCase{"solve", "solve", {"solve", "polynomial", "2", "-3", "0", "1", "--json"}},
         DocumentCase{"solve_with_a_note", "solve", {"solve", "polynomial", "0", "0", "--json"}},
@@ -137,6 +139,12 @@ INSTANTIATE_TEST_SUITE_P(
         DocumentCase{
             "solve_of_a_table", "solve", {"solve", "--csv", "samples/problems.csv", "--json"}}),
     nmk_job::CaseName());
+
+TEST(json_schemas, are_kept_by_the_sample_of_the_registry) {
+    const Comparison comparison = compare("registry", root + "samples/settings.json");
+    if (is_skipped(comparison)) GTEST_SKIP() << "python3-jsonschema is missing";
+    EXPECT_EQ(comparison.code, 0) << comparison.text;
+}
 
 TEST(json_schemas, find_a_member_that_is_missing_or_unknown) {
     const ScratchDirectory folder;
@@ -162,7 +170,7 @@ void add_members(const json& schema, std::set<std::string>& names) {
 TEST(json_schemas, have_no_member_that_the_document_does_not_describe) {
     const std::string text = nmk_job::bytes_of_file(root + "docs/json.md");
     for (const std::string name :
-         {"order", "job", "route", "levels", "solve", "id-show", "id-dump"}) {
+         {"order", "job", "route", "levels", "solve", "id-show", "id-dump", "registry"}) {
         std::set<std::string> members;
         add_members(json::parse(nmk_job::bytes_of_file(root + "docs/schemas/" + name + ".json")),
                     members);

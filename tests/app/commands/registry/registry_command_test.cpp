@@ -231,11 +231,17 @@ TEST_F(registry_command, an_export_is_imported_to_the_same_tree) {
         << "what an import needs meanwhile is deleted";
 }
 
+TEST_F(registry_command, the_sample_is_exported_as_it_is) {
+    const std::string sample = NMK_SOURCE_DIR "/samples/settings.json";
+    EXPECT_EQ(registry({"import", sample}).code, 0);
+    expect_done(registry({"export", "HKCU/Software/Norvex"}), nmk_shell::text_of(sample));
+}
+
 TEST_F(registry_command, an_import_keeps_what_it_does_not_replace) {
     put_text(HKEY_CURRENT_USER, "a", "old", "1");
     const std::string file =
         scratch.file("a.json",
-                     R"({"format": "nmk registry", "version": 1, "path": "HKCU/A", "keys": [],
+                     R"({"schema": 1, "format": "nmk registry", "path": "HKCU/A", "keys": [],
             "values": [{"name": "new", "type": 77, "bytes": "32"}]})");
     expect_done(registry({"import", file}), "Wrote HKCU/A.\n");
     EXPECT_EQ(text_of(HKEY_CURRENT_USER, "a", "old"), "1");
@@ -246,7 +252,7 @@ TEST_F(registry_command, an_import_that_fails_changes_nothing) {
     put_text(HKEY_CURRENT_USER, "a", "v", "before");
     const std::string long_name(256, 'x');
     const std::string file = scratch.file(
-        "a.json", R"({"format": "nmk registry", "version": 1, "path": "HKCU/a", "values": [
+        "a.json", R"({"schema": 1, "format": "nmk registry", "path": "HKCU/a", "values": [
             {"name": "v", "type": "REG_BINARY", "bytes": "00"}],
             "keys": [{"name": ")" +
                       long_name + R"(", "values": [], "keys": []}]})");
@@ -260,7 +266,9 @@ TEST_F(registry_command, quiet_prints_no_text_and_get_prints_json) {
     expect_done(registry({"list", "HKCU/a", "--quiet"}), "");
     expect_done(registry({"get", "HKCU/a", "v", "--quiet"}), "");
     expect_done(registry({"get", "HKCU/a", "v", "--quiet", "--json"}),
-                "{\n  \"name\": \"v\",\n  \"type\": \"REG_SZ\",\n  \"text\": \"x\"\n}\n");
+                "{\n  \"schema\": 1,\n  \"format\": \"nmk registry\",\n  \"path\": \"HKCU/a\",\n"
+                "  \"values\": [{\"name\": \"v\", \"type\": \"REG_SZ\", \"text\": \"x\"}],\n"
+                "  \"keys\": []\n}\n");
 }
 
 TEST_F(registry_command, reports_another_session_that_holds_the_lock) {

@@ -11,7 +11,7 @@
 namespace nmk_registry {
 namespace {
 
-const std::string head = R"("format": "nmk registry", "version": 1, "path": "HKCU/a")";
+const std::string head = R"("schema": 1, "format": "nmk registry", "path": "HKCU/a")";
 
 // A document whose values are this text.
 std::string with_values(const std::string& values) {
@@ -74,9 +74,8 @@ INSTANTIATE_TEST_SUITE_P(
                     ": expected an export of nmk registry, with \"format\": \"nmk registry\""},
         RefusedCase{"an_array", "[]",
                     ": expected an export of nmk registry, with \"format\": \"nmk registry\""},
-        RefusedCase{"another_version",
-                    R"({"format": "nmk registry", "version": 2, "path": "HKCU"})",
-                    ": version: expected version 1"},
+        RefusedCase{"another_schema", R"({"schema": 2, "format": "nmk registry", "path": "HKCU"})",
+                    ": schema: expected 1"},
         RefusedCase{"no_values", "{" + head + "}",
                     ": expected an object with the member \"values\""},
         RefusedCase{"a_value_without_a_name", with_values("{}"),
