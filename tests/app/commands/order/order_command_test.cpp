@@ -187,7 +187,7 @@ TEST_F(order_command, a_stop_is_acknowledged_at_once_with_what_happens_next) {
         std::ostringstream out;
         std::ostringstream err;
         OrderOptions options;
-        options.file_name = cover_plate;
+        options.files = {cover_plate};
         options.type = type;
         EXPECT_EQ(run_order(options, out, err, &stop), 0);
         EXPECT_TRUE(err.str().starts_with(line)) << err.str();
@@ -216,7 +216,7 @@ TEST_F(order_command, a_second_interrupt_ends_it_with_nothing_written) {
         std::ostringstream out;
         TwoInterrupts progress;
         OrderOptions options;
-        options.file_name = cover_plate;
+        options.files = {cover_plate};
         options.output_file = file("o.drl");
         options.svg_file = file("o.svg");
         return run_order(options, out, err, &progress);
