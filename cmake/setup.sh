@@ -21,12 +21,15 @@ packages_of() {
         "$root/cmake/packages.txt"
 }
 
-# missing_of ROLE...: those of their packages that are not installed.
+# missing_of ROLE...: those of their packages that are not installed, for this machine's processor unless
+# the name of the package ends with that of another.
 missing_of() {
-    local package
+    local package native
+    native=$(dpkg --print-architecture)
     for package in $(packages_of "$@"); do
-        dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed ||
-            printf '%s\n' "$package"
+        # shellcheck disable=SC2016  # dpkg-query expands them
+        dpkg-query -W -f='${Architecture} ${db:Status-Status}\n' "$package" 2>/dev/null |
+            grep -qxE "(all|$native|${package#*:}) installed" || printf '%s\n' "$package"
     done
 }
 
