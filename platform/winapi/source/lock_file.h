@@ -49,8 +49,8 @@ class LockFile {
     /// Whether the mark is set.
     bool is_marked() const;
 
-    /// Sets or clears the mark. A failure is ignored: an owner that ends without releasing its mutex
-    /// is then not noticed.
+    /// Sets or clears the mark. A failure is ignored: an owner that ends without releasing its
+    /// mutex is then not noticed.
     void mark(bool marked) const;
 
     /// Around fork: no file is opened or closed meanwhile, and in the child all are closed.
