@@ -163,7 +163,7 @@ inline void fill_the_stack(int depth) {
     volatile char room[500];
     room[depth % 500] = 1;
     fill(depth + 1);
-    read_value = room[depth % 500];
+    read_value = static_cast<unsigned char>(room[depth % 500]);
 }
 inline void overflow_the_stack() {
     fill = fill_the_stack;
@@ -184,7 +184,7 @@ inline void fill_the_stack_with_objects(int depth) {
     volatile char room[5000];
     room[depth % 5000] = 1;
     fill(depth + 1);
-    read_value = room[depth % 5000];
+    read_value = static_cast<unsigned char>(room[depth % 5000]);
 }
 inline void overflow_the_stack_with_objects() {
     fill = fill_the_stack_with_objects;

@@ -58,7 +58,7 @@ inline std::string text_of(HKEY key, const char* name) {
 
 inline std::string text_of(HKEY root, const std::string& path, const char* name) {
     const HKEY key = opened_key(root, path);
-    const std::string text = text_of(key, name);
+    std::string text = text_of(key, name);
     RegCloseKey(key);
     return text;
 }

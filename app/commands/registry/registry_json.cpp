@@ -100,7 +100,7 @@ struct Part {
 
 std::string name_in(const Part& part) {
     if (!part.has("name_bytes")) return part.member("name").text();
-    const std::string name = part.member("name_bytes").hex();
+    std::string name = part.member("name_bytes").hex();
     if (name.find('\0') != name.npos) part.member("name_bytes").refuse("bytes that are not 00");
     return name;
 }

@@ -108,6 +108,7 @@ std::uint64_t address_of(Reader& reader, const Operands& operands, unsigned char
                                    ? indexed_address(reader, operands.mode, rex, registers)
                                    : registers[number_of(operands.place, rex, rex_b)];
     std::int64_t displacement = 0;
+    // NOLINTNEXTLINE(bugprone-signed-char-misuse): is a number, with its sign
     if (operands.mode == 1) displacement = reader.number<std::int8_t>();
     if (operands.mode == 2) displacement = reader.number<std::int32_t>();
     return base + static_cast<std::uint64_t>(displacement);

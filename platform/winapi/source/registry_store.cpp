@@ -55,7 +55,7 @@ bool has_lost_its_contents(const std::string& file) {
 std::string rename_store(const std::string& directory) {
     const std::string name = directory + "/registry";
     for (int number = 1; number <= max_kept; ++number) {
-        const std::string kept = name + ".damaged." + std::to_string(number);
+        std::string kept = name + ".damaged." + std::to_string(number);
         const int error_number = nmk_filesystem::rename_without_replacing({.name = name.c_str()},
                                                                           {.name = kept.c_str()});
         if (error_number == 0) return kept;
