@@ -191,4 +191,25 @@ inline void overflow_the_stack_with_objects() {
     fill(0);
 }
 
+/// An object whose destructor needs 16 KiB of the stack.
+struct LargeDestructor {
+    LargeDestructor() { ++alive; }
+    LargeDestructor(const LargeDestructor&) = delete;
+    LargeDestructor& operator=(const LargeDestructor&) = delete;
+    ~LargeDestructor() {
+        volatile char room[16 << 10];
+        for (int page = 0; page < 4; ++page) room[page << 12] = 1;
+        alive -= room[0];
+    }
+};
+inline void fill_the_stack_with_large_destructors(int depth) {
+    const LargeDestructor destroyed;
+    fill(depth + 1);
+    read_value = depth;
+}
+inline void overflow_the_stack_with_large_destructors() {
+    fill = fill_the_stack_with_large_destructors;
+    fill(0);
+}
+
 }  // namespace processor_faults

@@ -246,6 +246,18 @@ TEST_F(nmkCExceptTrans_install, lets_the_stack_of_a_thread_overflow_three_times)
     }).join();
 }
 
+TEST_F(nmkCExceptTrans_install, leaves_room_for_destructors_at_each_overflow_of_a_stack) {
+    std::thread([] {
+        nmkCExceptTrans::install();
+        for (int time = 0; time < 3; ++time) {
+            EXPECT_EQ(
+                message_thrown_by(processor_faults::overflow_the_stack_with_large_destructors),
+                "EXCEPTION_STACK_OVERFLOW - (c00000fd)");
+            EXPECT_EQ(processor_faults::alive, 0);
+        }
+    }).join();
+}
+
 TEST_F(nmkCExceptTrans_install, reports_a_fault_without_memory_as_null) {
     void (*volatile provoke)() = [] {
         no_memory = true;
