@@ -65,9 +65,10 @@ struct RapidTime {
 
     static Point point(const TravelPoint& p) { return p; }
     static double axis_time(double way, double speed, double acceleration) {
-        const double ramps = speed * speed / acceleration;  // the way of speeding up and braking
-        return way < ramps ? 2.0 * std::sqrt(way / acceleration)
-                           : way / speed + speed / acceleration;
+        // Squares would vanish beside a problem with very large coordinates.
+        const double at_speed = way / speed;
+        const double of_a_ramp = speed / acceleration;
+        return at_speed < of_a_ramp ? 2.0 * std::sqrt(way / acceleration) : at_speed + of_a_ramp;
     }
     double operator()(const Point& a, const Point& b) const {
         return std::max({axis_time(std::fabs(a.x - b.x), speed.x, acceleration.x),

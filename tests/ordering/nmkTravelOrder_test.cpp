@@ -152,6 +152,17 @@ TEST(nmkTravelOrder, measures_the_time_of_a_rapid_move) {
     EXPECT_DOUBLE_EQ(nmkTravelOrder(problem).find().length, 2.0 * std::sqrt(5.0 / 5.0));
 }
 
+TEST(nmkTravelOrder, takes_no_time_for_no_way_beside_very_large_coordinates) {
+    nmkTravelProblem problem;
+    problem.measure = nmkTravelMeasure::time;
+    problem.speed = {241.0, 241.0, 241.0};
+    problem.acceleration = {241.0, 241.0, 241.0};
+    const giPoint3 at(241.0, 241.0, 241.0);
+    problem.items = {nmkTravelItem::point(at), nmkTravelItem::line(at, giPoint3(0.0, -7e240, 0.0)),
+                     nmkTravelItem::point(at)};
+    EXPECT_EQ(nmkTravelOrder(problem).find().length, 0.0);
+}
+
 TEST(nmkTravelOrder, measures_the_longest_difference) {
     nmkTravelProblem problem;
     problem.items = {nmkTravelItem::point({0.0, 0.0, 0.0}), nmkTravelItem::point({3.0, -4.0, 2.0})};

@@ -17,6 +17,7 @@ namespace {
 constexpr std::uint32_t null_tag = 0, large_tag = 0x7FFF, new_class_tag = 0xFFFF;
 constexpr std::uint32_t class_bit = 0x8000, large_class_bit = 0x80000000;
 
+constexpr std::uint32_t no_schema = 0xFFFF;  // these classes read every other one
 constexpr std::size_t max_class_name = 255;
 constexpr std::uint32_t first_format_with_all_words = 2;
 
@@ -87,7 +88,7 @@ class StreamReader {
 
   private:
     ObjectClass read_class() {
-        m_bytes.number(2);  // the schema: all of these classes read every one
+        const std::uint32_t schema = m_bytes.number(2);
         const std::uint32_t length = m_bytes.number(2);
         if (length == 0 || length > max_class_name) {
             throw Problem{"a class name of " + std::to_string(length) +
@@ -96,6 +97,9 @@ class StreamReader {
         const std::string_view name = m_bytes.text(length);
         for (std::size_t i = 1; i < class_names.size(); ++i) {
             if (name == class_names[i]) {
+                if (schema == no_schema) {
+                    throw Problem{"class " + std::string(name) + " without a schema"};
+                }
                 m_known.push_back({true, static_cast<ObjectClass>(i), 0});
                 return m_known.back().object_class;
             }

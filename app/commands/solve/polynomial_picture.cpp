@@ -38,6 +38,10 @@ double largest_size(const std::vector<double>& values) {
 /// The roots of the slope, ascending, each once.
 std::vector<double> level_points(const std::vector<double>& slope) {
     std::vector<double> points;
+    // The slope of a polynomial can overflow; where it is level is then not known.
+    if (!std::all_of(slope.begin(), slope.end(), [](double c) { return std::isfinite(c); })) {
+        return points;
+    }
     for (const Solution& level : solve_polynomial(slope).solutions) {
         points.push_back(level.values[0]);
     }

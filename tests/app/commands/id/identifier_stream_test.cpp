@@ -133,6 +133,14 @@ TEST(identifier_stream, has_the_offsets_of_objects_and_of_their_records) {
     EXPECT_EQ(stream.objects[3].number, 1U);
 }
 
+TEST(identifier_stream, refuses_a_class_without_a_schema_as_the_archive_does) {
+    Bytes bytes = object_of_class("nmkObjectId");
+    bytes[2] = bytes[3] = 0xFF;
+    const ReadStream stream = read(bytes);
+    ASSERT_TRUE(stream.stop);
+    EXPECT_EQ(stream.stop->message, "class nmkObjectId without a schema");
+}
+
 TEST(identifier_stream, reads_old_records_without_their_last_words) {
     Bytes bytes = object_of_class("nmkUniqueIdPtr");
     bytes.resize(bytes.size() - 8);
