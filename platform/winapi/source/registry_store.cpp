@@ -102,6 +102,14 @@ RegistryStore& RegistryStore::the_store() {
     return *the_one;
 }
 
+namespace {
+
+// The store is made while the library is loaded: a child that is forked while another thread makes
+// it would wait for that thread for ever.
+[[maybe_unused]] const RegistryStore& made_at_load = RegistryStore::the_store();
+
+}  // namespace
+
 LSTATUS RegistryStore::call(const Work& work) { return guarded("registry call", work); }
 
 LSTATUS RegistryStore::change(const Work& work) {
