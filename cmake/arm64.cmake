@@ -1,5 +1,5 @@
-# The toolchain of the preset arm64: Debian's cross compiler, its libraries for arm64 beside the machine's own,
-# and an emulator for the programs that the build and ctest run.
+# The toolchain of the preset arm64: Debian's cross compiler, its libraries for arm64 beside the
+# machine's own, and an emulator for the programs that the build and ctest run.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR aarch64)
 set(CMAKE_C_COMPILER aarch64-linux-gnu-gcc)

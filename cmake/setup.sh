@@ -21,8 +21,8 @@ packages_of() {
         "$root/cmake/packages.txt"
 }
 
-# missing_of ROLE...: those of their packages that are not installed, for this machine's processor unless
-# the name of the package ends with that of another.
+# missing_of ROLE...: those of their packages that are not installed, for this machine's processor
+# unless the name of the package ends with that of another.
 missing_of() {
     local package native
     native=$(dpkg --print-architecture)
@@ -59,8 +59,8 @@ need_architecture() {
     "${command[@]}" dpkg --add-architecture "$1" || fail "dpkg --add-architecture $1 failed."
 }
 
-# as_root WHY WHAT: sets `command` to what runs a command as root; where that cannot be done, says why it is
-# needed and what to type.
+# as_root WHY WHAT: sets `command` to what runs a command as root; where that cannot be done, says why
+# it is needed and what to type.
 as_root() {
     command=()
     [ "$(id -u)" = 0 ] && return
