@@ -2,38 +2,12 @@
 #include <gtest/gtest.h>
 #include <nmktoolbox/ordering/nmkTravelOrder.h>
 
-#include <ostream>
 #include <string>
 
 #include "ordering/plain_travel.h"
+#include "ordering/travel_families.h"
 
 namespace {
-
-struct Family {
-    const char* name;
-    plain::TravelTraits traits;
-};
-
-std::ostream& operator<<(std::ostream& out, const Family& family) { return out << family.name; }
-
-constexpr plain::TravelTraits points{};
-constexpr plain::TravelTraits points_in_space{.has_z = true};
-constexpr plain::TravelTraits coincident_points{.side = 3};
-constexpr plain::TravelTraits lines{.has_lines = true};
-constexpr plain::TravelTraits one_way_lines{.has_one_way_lines = true};
-constexpr plain::TravelTraits mixed{.has_lines = true, .has_one_way_lines = true, .has_z = true};
-constexpr plain::TravelTraits grouped{.has_groups = true};
-constexpr plain::TravelTraits mixed_groups{
-    .has_lines = true, .has_one_way_lines = true, .has_groups = true};
-
-const Family families[] = {{"points", points},
-                           {"points_in_space", points_in_space},
-                           {"coincident_points", coincident_points},
-                           {"lines", lines},
-                           {"one_way_lines", one_way_lines},
-                           {"mixed", mixed},
-                           {"grouped", grouped},
-                           {"mixed_groups", mixed_groups}};
 
 // All sums have the same terms, but not in the same order.
 double rounding(double length) { return 1e-12 * length; }
@@ -53,7 +27,7 @@ void expect_shortest(int n, const plain::TravelTraits& traits, std::uint32_t see
     ASSERT_EQ(result.lower_bound, result.length) << what;
 }
 
-class nmkTravelOrder_exact : public ::testing::TestWithParam<Family> {};
+class nmkTravelOrder_exact : public ::testing::TestWithParam<plain::TravelFamily> {};
 
 TEST_P(nmkTravelOrder_exact, is_as_short_as_the_best_of_all_orders) {
     for (int n = 1; n <= 6; ++n) {
@@ -71,7 +45,8 @@ TEST_P(nmkTravelOrder_exact, is_as_short_as_the_best_of_all_orders_of_seven_and_
 }
 #endif
 
-INSTANTIATE_TEST_SUITE_P(families, nmkTravelOrder_exact, ::testing::ValuesIn(families),
+INSTANTIATE_TEST_SUITE_P(families, nmkTravelOrder_exact,
+                         ::testing::ValuesIn(plain::travel_families),
                          [](const auto& tested) { return std::string(tested.param.name); });
 
 }  // namespace

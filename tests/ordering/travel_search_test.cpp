@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 #include <nmktoolbox/ordering/nmkTravelOrder.h>
 
-#include <ostream>
 #include <string>
 
 #include "ordering/plain_travel.h"
+#include "ordering/travel_families.h"
 #include "ordering/travel_search.h"
 #include "ordering/travel_start.h"
 #include "ordering/travel_turns.h"
@@ -16,30 +16,6 @@ namespace {
 using nmk_ordering::TravelBudget;
 using nmk_ordering::TravelNetwork;
 using nmk_ordering::TravelSequence;
-
-struct Family {
-    const char* name;
-    plain::TravelTraits traits;
-};
-
-std::ostream& operator<<(std::ostream& out, const Family& family) { return out << family.name; }
-
-constexpr plain::TravelTraits points{};
-constexpr plain::TravelTraits coincident_points{.side = 4};
-constexpr plain::TravelTraits lines{.has_lines = true};
-constexpr plain::TravelTraits one_way_lines{.has_one_way_lines = true};
-constexpr plain::TravelTraits mixed{.has_lines = true, .has_one_way_lines = true, .has_z = true};
-constexpr plain::TravelTraits grouped{.has_groups = true};
-constexpr plain::TravelTraits mixed_groups{
-    .has_lines = true, .has_one_way_lines = true, .has_groups = true};
-
-const Family families[] = {{"points", points},
-                           {"coincident_points", coincident_points},
-                           {"lines", lines},
-                           {"one_way_lines", one_way_lines},
-                           {"mixed", mixed},
-                           {"grouped", grouped},
-                           {"mixed_groups", mixed_groups}};
 
 TravelSequence searched(const nmkTravelProblem& problem, std::int64_t steps) {
     TravelNetwork network(problem);
@@ -51,7 +27,7 @@ TravelSequence searched(const nmkTravelProblem& problem, std::int64_t steps) {
     return sequence;
 }
 
-class travel_search : public ::testing::TestWithParam<Family> {};
+class travel_search : public ::testing::TestWithParam<plain::TravelFamily> {};
 
 // The search alone, with no proof: nearly all of the small problems are solved.
 TEST_P(travel_search, nearly_always_finds_the_shortest_of_all_orders) {
@@ -88,11 +64,11 @@ TEST_P(travel_search, keeps_what_the_problem_demands) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(families, travel_search, ::testing::ValuesIn(families),
+INSTANTIATE_TEST_SUITE_P(families, travel_search, ::testing::ValuesIn(plain::travel_families),
                          [](const auto& tested) { return std::string(tested.param.name); });
 
 TEST(travel_search_bound, is_never_above_the_shortest_of_all_orders) {
-    for (const Family& family : families) {
+    for (const plain::TravelFamily& family : plain::travel_families) {
         for (std::uint32_t seed = 1; seed <= 100; ++seed) {
             const nmkTravelProblem problem = plain::drawn_travel(5, family.traits, seed);
             const TravelNetwork network(problem);
@@ -105,7 +81,7 @@ TEST(travel_search_bound, is_never_above_the_shortest_of_all_orders) {
 }
 
 TEST(travel_search_bound, is_near_the_length_of_many_random_points) {
-    nmkTravelProblem problem = plain::drawn_travel(1000, points, 3);
+    nmkTravelProblem problem = plain::drawn_travel(1000, {}, 3);
     problem.start = {};
     problem.end = nmkTravelEnd::at_start();
     problem.measure = nmkTravelMeasure::length;

@@ -103,16 +103,12 @@ int order_one(const OrderOptions& options, nmkProgressBreak* progress, bool anno
         announce_long_work(job, request, err);
     }
     const DebugDrawing drawing(options.debug_channel);
-    OrderedJob ordered = order_job(
+    const OrderedJob ordered = order_job(
         job, request, progress, [&](const OrderRun& run) { print_stop(request.type, run, err); });
-    const std::vector<std::string> notes = job_notes(job);
-    ordered.notes.insert(ordered.notes.end(), notes.begin(), notes.end());
+    OrderReport report = report_of(options, request, job, ordered);
     if (!options.debug_svg_file.empty() && is_debug_drawing_empty(options.debug_channel)) {
-        ordered.notes.push_back("nothing was drawn on the debug channel");
+        report.notes.push_back("nothing was drawn on the debug channel");
     }
-    OrderOptions shown = options;
-    shown.file_name = nmk_files::input_name(options.file_name);
-    const OrderReport report = report_of(shown, request, job, ordered);
     const auto outputs = order_outputs(job, ordered, report);
     if (!outputs) {
         return nmk_shell::refuse(err, outputs.error().text());

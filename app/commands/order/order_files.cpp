@@ -37,6 +37,7 @@ struct FileToOrder {
     OrderRequest request;
     OrderedJob ordered;            // in the order of the file until all runs are done
     std::vector<OrderedRun> runs;  // as far as they are done, the others in the order of the file
+    std::string why_lost;          // a run that no worker brought back: nothing is written
 };
 
 struct RunOfFile {
@@ -184,32 +185,18 @@ class FilesOrderer {
             if (i < runs.size() && runs[i].after.size() == task[i].items) {
                 run = std::move(runs[i]);
             } else {
-                const std::string why =
+                file.why_lost =
                     result ? std::string("its worker returned too little") : result.error().message;
-                m_lost.push_back({task[i].file, why});
             }
         }
-    }
-
-    /// Nothing is written of a file some runs of which were lost.
-    bool is_lost(const FileToOrder& file) {
-        for (const auto& [position, why] : m_lost) {
-            if (&m_files[position] == &file) {
-                fail({nmk_files::input_name(file.options.file_name), 0, "no result: " + why});
-                return true;
-            }
-        }
-        return false;
     }
 
     void write(FileToOrder& file) {
-        if (is_lost(file)) {
-            return;
+        if (!file.why_lost.empty()) {
+            const std::string name = nmk_files::input_name(file.options.file_name);
+            return fail({name, 0, "no result: " + file.why_lost});
         }
         file.ordered = joined_job(file.job, std::move(file.ordered), file.runs);
-        file.options.file_name = nmk_files::input_name(file.options.file_name);
-        const std::vector<std::string> notes = job_notes(file.job);
-        file.ordered.notes.insert(file.ordered.notes.end(), notes.begin(), notes.end());
         OrderReport report = report_of(file.options, file.request, file.job, file.ordered);
         const auto outputs = order_outputs(file.job, file.ordered, report);
         if (!outputs) {
@@ -264,7 +251,6 @@ class FilesOrderer {
     std::deque<FileToOrder> m_files;
     std::vector<OrderReport> m_reports;
     std::vector<Problem> m_problems;
-    std::vector<std::pair<std::size_t, std::string>> m_lost;  // files, and why
     nmk_files::WrittenFiles m_written;
     std::size_t m_items_done = 0;
     bool m_is_stopped = false;

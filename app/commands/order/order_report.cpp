@@ -2,7 +2,9 @@
 
 #include "commands/order/order_report.h"
 
+#include "commands/order/job_notes.h"
 #include "commands/order/sort_type_names.h"
+#include "files/read_whole_file.h"
 #include "text/number_format.h"
 
 namespace nmk_order {
@@ -32,6 +34,7 @@ OrderReport report_of(const OrderOptions& options, const OrderRequest& request,
                       const nmk_job::MachiningJob& job, const OrderedJob& ordered) {
     OrderReport report;
     report.options = options;
+    report.options.file_name = nmk_files::input_name(options.file_name);
     report.request = request;
     report.file_units = job.units;
     report.figures = measure_order(job, ordered);
@@ -39,6 +42,8 @@ OrderReport report_of(const OrderOptions& options, const OrderRequest& request,
     report.tool_changes_after = ordered.tool_changes_after;
     report.stopped = ordered.stopped;
     report.notes = ordered.notes;
+    const std::vector<std::string> of_job = job_notes(job);
+    report.notes.insert(report.notes.end(), of_job.begin(), of_job.end());
     return report;
 }
 

@@ -34,8 +34,8 @@ class NMKTOOLBOX_EXPORT nmkTriBlockParThicknessOverride {
     /// set_slave was called on it.
     virtual nmkTriBlockParThicknessOverride* create_new() const;
 
-    /// Where it has a component and is no slave: detaches what is attached to the component and
-    /// counts down.
+    /// Detaches what is attached to the component and counts down. Does neither without a
+    /// component, or once set_slave was called.
     virtual ~nmkTriBlockParThicknessOverride();
 
     void set_thickness(double thickness) noexcept { m_thickness = thickness; }

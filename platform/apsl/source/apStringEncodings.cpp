@@ -14,16 +14,6 @@ utString encode_to(unsigned code_page, const apString& text, int& status) {
     return text.is_valid() ? utString(ap_encode(code_page, text.view(), status)) : utString();
 }
 
-// An object that is never destroyed: texts are still converted while the process ends.
-template <typename T>
-union Immortal {
-    Immortal() : object() {}
-    Immortal(const Immortal&) = delete;
-    Immortal& operator=(const Immortal&) = delete;
-    ~Immortal() {}
-    T object;
-};
-
 }  // namespace
 
 apIStringEncoding::~apIStringEncoding() = default;
@@ -53,6 +43,8 @@ utString apString1252Encoding::encode(const apString& text, int& status) const {
 }
 
 const apIStringEncoding* apStringEncodingChooser::ut_encoding() const noexcept {
-    static const Immortal<apStringCRTEncoding> crt;
-    return &crt.object;
+    // Never released: texts are still converted while the process ends.
+    // NOLINTNEXTLINE(bugprone-unhandled-exception-at-new): no text can be converted without it
+    static const apIStringEncoding* const crt = new apStringCRTEncoding;
+    return crt;
 }
