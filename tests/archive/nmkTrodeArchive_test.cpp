@@ -181,7 +181,7 @@ TEST_F(nmkTrodeArchive_files, behind_a_loop_of_symlinks_are_inserted_once) {
     archive.insert_data_directory(archive.create_entry("E"), named("in"));
     archive.list_data_directory(0, list);
     EXPECT_EQ(names_of(list), (Names{"a/f", "b/link/f"}))
-        << "a symlink that is no loop is followed";
+        << "a symlink to another directory is followed";
 }
 
 TEST_F(nmkTrodeArchive_files, in_the_directory_of_the_archive_leave_the_archive_out) {

@@ -59,7 +59,7 @@ bool begins_with_any(const std::string& name, std::initializer_list<const char*>
 /// Names that callers were given begin with the short name of their library, or have the toolbox's
 /// in them; those of the system begin with an underscore.
 bool is_given(const std::string& name) {
-    constexpr std::array libraries = {"ut",  "co",  "coi", "baseco", "gi", "ap",
+    constexpr std::array libraries = {"ut",  "co",  "coi", "baseco", "gi", "ap",           "ngk",
                                       "dbg", "fba", "ml",  "winapi", "g",  "CRuntimeClass"};
     constexpr std::array others = {"apprintf", "apwait",      "apstrcasecmp",
                                    "timedp",   "nmADJ_ERROR", "fcdate"};
