@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "commands/electrode/electrode_command.h"
 #include "commands/id/id_command.h"
 #include "commands/levels/levels_command.h"
 #include "commands/order/order_command.h"
@@ -22,8 +23,9 @@ namespace nmk_shell {
 
 /// The commands of the tool, as main lists them.
 inline constexpr Command tool_commands[] = {
-    nmk_order::order_command,   nmk_route::route_command, nmk_solve::solve_command,
-    nmk_levels::levels_command, nmk_id::id_command,       nmk_registry::registry_command};
+    nmk_order::order_command,        nmk_route::route_command, nmk_solve::solve_command,
+    nmk_levels::levels_command,      nmk_id::id_command,       nmk_registry::registry_command,
+    nmk_electrode::electrode_command};
 
 struct Printed {
     int code;
