@@ -10,3 +10,4 @@
 #include <nmktoolbox/solver.h>
 #include <nmktoolbox/trifile.h>
 #include <nmktoolbox/uniqueid.h>
+#include <nmktoolbox/xml.h>
