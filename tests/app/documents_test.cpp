@@ -130,6 +130,13 @@ TEST(documents, show_electrode_archives_as_they_are_printed) {
     EXPECT_EQ(document.outputs, 2);
 }
 
+TEST(documents, show_which_configuration_is_chosen) {
+    DocumentWalk document("docs/nmk-config.md");
+    document.walk();
+    EXPECT_EQ(document.commands, 2);
+    EXPECT_EQ(document.outputs, 2);
+}
+
 /// The long options in a text.
 std::set<std::string> options_in(const std::string& text) {
     std::set<std::string> options;
@@ -141,7 +148,8 @@ std::set<std::string> options_in(const std::string& text) {
 }
 
 TEST(documents, list_the_options_of_the_help) {
-    for (const std::string name : {"order", "route", "solve", "id", "registry", "electrode"}) {
+    for (const std::string name :
+         {"order", "route", "solve", "id", "registry", "electrode", "config"}) {
         const std::set<std::string> options = options_in(run({"help", name}).out);
         EXPECT_GE(options.size(), 4U) << name;
         EXPECT_EQ(options_in(nmk_job::bytes_of_file(root + "docs/nmk-" + name + ".md")), options)
