@@ -28,8 +28,9 @@ bool stays_below(std::string_view name) {
 }
 
 int TargetDirectory::open_for(const utString& target) {
-    const char last = target[target.length() - 1];
-    if (target.is_empty() || last == '/' || last == '\\') return EISDIR;
+    if (target.is_empty() || target.view().ends_with('/') || target.view().ends_with('\\')) {
+        return EISDIR;
+    }
     const nmkFileDir file(target, nullptr);
     nmkFileDir parent = file;
     if (parent.up_one() != 0 && parent.exist() == 0) parent.mkdir();

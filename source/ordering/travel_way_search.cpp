@@ -1,5 +1,6 @@
 #include "travel_way_search.h"
 
+#include <ncamcontainer/coiIterators.h>
 #include <nmktoolbox/search/nmkAStarSearch.h>
 #include <nmktoolbox/search/nmkSearchGoal.h>
 #include <nmktoolbox/search/nmkSearchNode.h>
@@ -8,8 +9,6 @@
 
 #include <algorithm>
 #include <memory>
-
-#include "search/local_filler.h"
 
 namespace nmk_ordering {
 
@@ -93,8 +92,7 @@ CornersOfWay search_corners(TravelWays& ways, const PlanePoint& from, const Plan
         std::make_shared<WayGenerator>(ways, to, seen_from, seen_to), std::make_shared<AcceptAll>(),
         std::make_shared<WayNode>(ways, start_number, from, to), std::make_shared<WayGoal>());
     std::vector<std::shared_ptr<const nmkSearchNode>> route;
-    nmk_search::LocalFiller sink(route);
-    search.perform(sink.filler());
+    search.perform(coiFiller_from_container(route));
     CornersOfWay way;
     way.exists = !route.empty();
     for (const auto& node : route) {
