@@ -123,6 +123,9 @@ INSTANTIATE_TEST_SUITE_P(
                      "id-show",
                      {"id", "show", "000000000000000100000000ffffffff", "--json"}},
         DocumentCase{"id_dump", "id-dump", {"id", "dump", "samples/tool_list.ids", "--json"}},
+        DocumentCase{"model",
+                     "model-info",
+                     {"model", "info", "samples/housing.stl", "--units", "inch", "--json"}},
         DocumentCase{"registry", "registry", {"registry", "list", "HKLM", "--json"}},
         DocumentCase{"no_levels", "levels", {"levels", "--find", "no such words", "--json"}},
         DocumentCase{"solve", "solve", {"solve", "polynomial", "2", "-3", "0", "1", "--json"}},
@@ -170,7 +173,7 @@ void add_members(const json& schema, std::set<std::string>& names) {
 TEST(json_schemas, have_no_member_that_the_document_does_not_describe) {
     const std::string text = nmk_job::bytes_of_file(root + "docs/json.md");
     for (const std::string name :
-         {"order", "job", "route", "levels", "solve", "id-show", "id-dump", "registry"}) {
+         {"order", "job", "route", "levels", "solve", "id-show", "id-dump", "registry", "model-info"}) {
         std::set<std::string> members;
         add_members(json::parse(nmk_job::bytes_of_file(root + "docs/schemas/" + name + ".json")),
                     members);
