@@ -8,6 +8,7 @@
 #include "commands/electrode/electrode_command.h"
 #include "commands/id/id_command.h"
 #include "commands/levels/levels_command.h"
+#include "commands/model/model_command.h"
 #include "commands/order/order_command.h"
 #include "commands/registry/registry_command.h"
 #include "commands/route/route_command.h"
@@ -21,6 +22,7 @@ constexpr nmk_shell::Command commands[] = {
     nmk_order::order_command,
     nmk_route::route_command,
     nmk_solve::solve_command,
+    nmk_model::model_command,
     nmk_levels::levels_command,
     nmk_id::id_command,
     nmk_registry::registry_command,
