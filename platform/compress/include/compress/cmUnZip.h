@@ -79,7 +79,7 @@ class cmUnZip {
 
     /// Reads up to `count` bytes of the open entry, and returns how many: fewer only at its end; -1
     /// when the entry is damaged, which may show in its last block only.
-    int read_current_file(char* bytes, int count);
+    int read_current_file(char* block, int count);
 
     /// Writes the rest of the open entry to the stream, in blocks of `block_size` bytes. EIO when
     /// the stream fails. After a failure some bytes may have been written.
@@ -107,7 +107,7 @@ class cmUnZip {
     void index_names();
     int check_sizes(std::int64_t size, std::int64_t packed_size, int method);
     bool entries_overlap();
-    std::int64_t read_block(char* bytes, std::int64_t count);
+    std::int64_t read_block(char* block, std::int64_t count);
     int check_end();
 
     std::unique_ptr<zip, ArchiveClose> m_archive;
