@@ -292,6 +292,47 @@ TEST(TriangleFileSTL, a_text_gives_the_triangles_of_the_binary_file) {
     EXPECT_EQ(model_samples::triangles_of(text->block), model_samples::triangles_of(binary->block));
 }
 
+TEST(TriangleFileSTL, a_large_binary_file_that_is_cut_gives_its_whole_triangles) {
+    const auto triangles = model_samples::grid(40);
+    const std::string bytes = model_samples::binary_stl(triangles);
+    for (const std::size_t whole : {63U, 64U, 65U, 999U, 1000U, 1001U, 3199U}) {
+        for (const std::size_t part : {0U, 1U, 49U}) {
+            const auto read = read_all(bytes.substr(0, 84 + 50 * whole + part));
+            EXPECT_EQ(read->status, 3) << whole;
+            const auto corners = model_samples::corners_of(read->block);
+            EXPECT_TRUE(std::equal(corners.begin(), corners.end(), triangles.begin(),
+                                   triangles.begin() + static_cast<std::ptrdiff_t>(whole)))
+                << whole;
+        }
+    }
+}
+
+TEST(TriangleFileSTL, get_block_continues_behind_read_next) {
+    const auto triangles = model_samples::grid(40);
+    TriangleFileSTL file(nullptr);
+    const std::string bytes = model_samples::binary_stl(triangles);
+    ASSERT_EQ(file.read_init(utPtrClaimed, new MemoryFile(bytes)), 0);
+    Corners corners;
+    for (int i = 0; i < 70; ++i) ASSERT_EQ(file.read_next(corners.data()), 0);
+    EXPECT_EQ(corners, triangles[69]);
+    giTriBlock block;
+    EXPECT_EQ(file.get_block(block), 0);
+    EXPECT_EQ(model_samples::corners_of(block),
+              std::vector<Corners>(triangles.begin() + 70, triangles.end()));
+    EXPECT_EQ(file.read_next(corners.data()), 1);
+}
+
+TEST(TriangleFileSTL, words_and_numbers_may_lie_across_pieces_of_the_file) {
+    const auto triangles = model_samples::tetrahedron();
+    const std::string text = model_samples::text_stl(triangles);
+    constexpr std::size_t piece = 65536;
+    for (std::size_t before = 0; before < text.size(); ++before) {
+        const auto read = read_all(std::string(piece - before, ' ') + text);
+        EXPECT_EQ(read->status, 1) << before;
+        EXPECT_EQ(model_samples::corners_of(read->block), triangles) << before;
+    }
+}
+
 TEST(TriangleFileSTL, white_space_without_end_ends_with_the_file) {
     EXPECT_EQ(read_all(std::string(300000, '\n'))->status, 3);
     EXPECT_EQ(read_all("solid " + std::string(300000, 'x'))->status, 3);
