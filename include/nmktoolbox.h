@@ -1,6 +1,7 @@
 // nmktoolbox: the whole library.
 #pragma once
 
+#include <nmktoolbox/archive.h>
 #include <nmktoolbox/collections.h>
 #include <nmktoolbox/curves.h>
 #include <nmktoolbox/files.h>

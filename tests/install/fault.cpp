@@ -16,6 +16,7 @@ int main() {
     nmkCExceptTrans::install();
     try {
         std::printf("%d\n", read());
+        // NOLINTNEXTLINE(misc-throw-by-value-catch-by-reference): faults are thrown as pointers
     } catch (nmkCExceptTrans* fault) {
         char message[64];
         fault->GetErrorMessage(message, sizeof message, nullptr);

@@ -59,9 +59,10 @@ bool begins_with_any(const std::string& name, std::initializer_list<const char*>
 /// Names that callers were given begin with the short name of their library, or have the toolbox's
 /// in them; those of the system begin with an underscore.
 bool is_given(const std::string& name) {
-    constexpr std::array libraries = {"ut",  "co",  "coi", "baseco", "gi", "ap",
+    constexpr std::array libraries = {"ut",  "co",  "coi", "baseco", "gi", "ap",           "ngk",
                                       "dbg", "fba", "ml",  "winapi", "g",  "CRuntimeClass"};
-    constexpr std::array others = {"apprintf", "apwait", "apstrcasecmp", "timedp", "nmADJ_ERROR"};
+    constexpr std::array others = {"apprintf", "apwait",      "apstrcasecmp",
+                                   "timedp",   "nmADJ_ERROR", "fcdate"};
     if (name.starts_with('_') || name.find("nmk") != name.npos) return true;
     return std::ranges::find(others, name) != others.end() ||
            std::ranges::any_of(libraries, [&](const std::string& library) {

@@ -1,0 +1,34 @@
+// ngkCurveOnSurf3: a curve of the plane, carried over to space by a surface. It has the parameters
+// of the curve of the plane, whose coordinates are the surface's u and v.
+#pragma once
+
+#include <ngk/ngkCurve.h>
+#include <ngk/ngkSurf.h>
+
+#pragma GCC visibility push(default)
+
+class ngkCurveOnSurf3 : public ngkCurve<3> {
+  public:
+    /// Shares both. Invalid where a handle is empty or what it has invalid, where the curve lacks
+    /// an end or a segment, or leaves the surface's rectangle by more than 1e-9 of its size.
+    ngkCurveOnSurf3(const ngkCurvePtr2& curve, const ngkSurfPtr& surface);
+
+    const ngkCurvePtr2& curve() const noexcept { return m_curve; }
+    const ngkSurfPtr& surface() const noexcept { return m_surface; }
+
+    int segment_count() const noexcept override;
+    ngkRange range(int segment) const noexcept override;
+
+    /// The reversed curve of the plane on the same surface.
+    Ptr reverse() const override;
+    std::pair<Ptr, Ptr> split(const ngkT& t) const override;
+    nmk_ngk::Vec<3> point_at(const ngkT& t) const override;
+    nmk_ngk::Jet<3> jet_at(const ngkT& t) const override;
+    void visit_pieces(nmk_ngk::PieceVisitor<3>& visitor, nmk_ngk::PieceOrder order) const override;
+
+  private:
+    ngkCurvePtr2 m_curve;
+    ngkSurfPtr m_surface;
+};
+
+#pragma GCC visibility pop

@@ -1,0 +1,120 @@
+// Piece: a smooth part of a segment, in the form in which the kernel measures it.
+//
+// Lines, ellipses and Bezier pieces know short ways; all others are measured by point, derivatives
+// and bounds of these.
+#pragma once
+
+#include <ngk/ngkCurve.h>
+#include <ngk/ngkT.h>
+
+#include <limits>
+
+#include "Affine.h"
+
+namespace nmk_ngk {
+
+/// The nearest point so far. `segment` is that of the piece that is searched.
+template <int Dimension>
+class Nearest {
+  public:
+    explicit Nearest(const Vec<Dimension>& query) noexcept : m_query(query) {}
+
+    /// Takes a point of the curve where it is nearer; returns whether it was.
+    bool consider(const Vec<Dimension>& point, int segment, double value) noexcept {
+        const double square = (point - m_query).square();
+        if (!(square < m_square)) return false;
+        m_square = square;
+        m_point = point;
+        m_t = ngkT(segment, value);
+        return true;
+    }
+
+    const Vec<Dimension>& query() const noexcept { return m_query; }
+    double square() const noexcept { return m_square; }
+    const Vec<Dimension>& point() const noexcept { return m_point; }
+    const ngkT& t() const noexcept { return m_t; }
+
+  private:
+    Vec<Dimension> m_query;
+    double m_square = std::numeric_limits<double>::infinity();
+    Vec<Dimension> m_point{};
+    ngkT m_t;
+};
+
+template <int Dimension>
+class Piece;
+
+template <int Dimension>
+class PieceVisitor {
+  public:
+    virtual void visit(const Piece<Dimension>& piece, int segment) = 0;
+
+  protected:
+    ~PieceVisitor() = default;
+};
+
+/// Visits with a callable.
+template <int Dimension, class Visit>
+class VisitWith final : public PieceVisitor<Dimension> {
+  public:
+    explicit VisitWith(const Visit& visit_one) noexcept : m_visit(visit_one) {}
+    void visit(const Piece<Dimension>& piece, int segment) override { m_visit(piece, segment); }
+
+  private:
+    const Visit& m_visit;
+};
+
+template <int Dimension, class Curve, class Visit>
+void for_each_piece(const Curve& curve, const Visit& visit,
+                    PieceOrder order = PieceOrder::forwards) {
+    VisitWith<Dimension, Visit> visitor(visit);
+    curve.visit_pieces(visitor, order);
+}
+
+template <int Dimension>
+class Piece {
+  public:
+    using V = Vec<Dimension>;
+
+    explicit Piece(const ngkRange& range) noexcept : m_range(range) {}
+
+    const ngkRange& range() const noexcept { return m_range; }
+    bool is_bounded() const noexcept {
+        return std::isfinite(m_range.low) && std::isfinite(m_range.high);
+    }
+
+    virtual V point(double value) const = 0;
+    virtual Jet<Dimension> jet(double value) const = 0;
+    virtual V velocity(double value) const { return jet(value).first; }
+
+    /// Bounds of the lengths of first and second derivative from one value to another.
+    virtual double speed(double from, double to) const = 0;
+    virtual double bend(double from, double to) const = 0;
+
+    /// No point between the two values is further than this from the chord.
+    virtual double sagitta(double from, double to) const {
+        const double step = to - from;
+        return std::min(bend(from, to) * step * step / 8.0, speed(from, to) * step / 2.0);
+    }
+
+    /// Considers the point of the piece that is nearest to the query.
+    virtual void find_nearest(Nearest<Dimension>& nearest, int segment) const;
+
+    /// The length to about this part of it. Only of a bounded piece.
+    virtual double length(double relative_tolerance) const;
+
+    /// Calls the visitor for the image of the piece.
+    virtual void visit_image(const Affine<Dimension>& map, int segment,
+                             PieceVisitor<Dimension>& visitor) const = 0;
+
+  protected:
+    ~Piece() = default;
+
+  private:
+    ngkRange m_range;
+};
+
+extern template class Piece<2>;
+extern template class Piece<3>;
+
+}  // namespace nmk_ngk

@@ -1,0 +1,51 @@
+// arc_length: the length of a piece, by Gauss quadrature of its speed over parts that are halved
+// until a part and its halves agree.
+#pragma once
+
+#include "Piece.h"
+#include "gauss_rule.h"
+
+namespace nmk_ngk {
+
+// At a cusp the speed has a corner, and the error of a part falls by four with each halving.
+inline constexpr int max_length_halvings = 40;
+
+// A relative error that rounding leaves in a sum of so many terms.
+inline constexpr double least_length_error = 1e-15;
+
+template <int Dimension>
+double gauss_length(const Piece<Dimension>& piece, double low, double high) {
+    const double centre = low + (high - low) / 2.0;
+    const double half = (high - low) / 2.0;
+    double sum = 0.0;
+    for (const GaussPair& pair : gauss_rule) {
+        const double offset = half * pair.node;
+        sum += pair.weight *
+               (piece.velocity(centre - offset).norm() + piece.velocity(centre + offset).norm());
+    }
+    return sum * half;
+}
+
+template <int Dimension>
+double halved_length(const Piece<Dimension>& piece, double low, double high, double whole,
+                     double tolerance, int halvings) {
+    const double middle = low + (high - low) / 2.0;
+    const double left = gauss_length(piece, low, middle);
+    const double right = gauss_length(piece, middle, high);
+    const bool agrees = !(std::abs(left + right - whole) > tolerance);
+    if (agrees || halvings == 0) return left + right;
+    return halved_length(piece, low, middle, left, tolerance / 2.0, halvings - 1) +
+           halved_length(piece, middle, high, right, tolerance / 2.0, halvings - 1);
+}
+
+/// The length to about this part of it; at most as exact as rounding leaves it.
+template <int Dimension>
+double arc_length(const Piece<Dimension>& piece, double relative_tolerance) {
+    const auto [low, high] = piece.range();
+    const double whole = gauss_length(piece, low, high);
+    const double part =
+        relative_tolerance > least_length_error ? relative_tolerance : least_length_error;
+    return halved_length(piece, low, high, whole, whole * part, max_length_halvings);
+}
+
+}  // namespace nmk_ngk

@@ -1,0 +1,25 @@
+// gauss_rule: nodes and weights of Gauss-Legendre quadrature over -1 to 1 with sixteen points.
+#pragma once
+
+#include <array>
+
+namespace nmk_ngk {
+
+struct GaussPair {
+    double node;  // and its negative
+    double weight;
+};
+
+/// Source: Abramowitz and Stegun, Handbook of Mathematical Functions, table 25.4.
+inline constexpr std::array<GaussPair, 8> gauss_rule = {{
+    {0.0950125098376374401853193, 0.1894506104550684962853967},
+    {0.2816035507792589132304605, 0.1826034150449235888667637},
+    {0.4580167776572273863424194, 0.1691565193950025381893121},
+    {0.6178762444026437484466718, 0.1495959888165767320815017},
+    {0.7554044083550030338951012, 0.1246289712555338720524763},
+    {0.8656312023878317438804679, 0.0951585116824927848099251},
+    {0.9445750230732325760779884, 0.0622535239386478928628438},
+    {0.9894009349916499325961542, 0.0271524594117540948517806},
+}};
+
+}  // namespace nmk_ngk
