@@ -246,14 +246,6 @@ TEST(coPageArr, adds_a_copy_of_one_of_its_elements) {
     EXPECT_EQ(array[9], array[0]);
 }
 
-// A table that grew by a fixed number of pages would be copied a hundred thousand times.
-TEST(coPageArr, a_million_pages_of_one_element_are_added_in_time) {
-    IntArr array(0, 1, 1);
-    for (int i = 0; i < 1000000; ++i) array.add(i);
-    EXPECT_EQ(array.pages(), 1000000);
-    EXPECT_EQ(array[999999], 999999);
-}
-
 TEST(coPageArr, an_iterator_visits_all_elements_twice) {
     const IntArr array = counting(6);
     IntArr::coIterator it = array.iterator();

@@ -31,8 +31,8 @@ class coPageArr {
     coPageArr() = default;
 
     /// Pages of 2 to the power `shift` elements (0 to 30); the page table has room for
-    /// `table_start` pages at first and grows by `table_growth` (each at least 1), or by half of
-    /// its size where that is more. Arguments outside their range count as the nearest limit.
+    /// `table_start` pages at first and grows by `table_growth` (each at least 1). Arguments
+    /// outside their range count as the nearest limit.
     coPageArr(int shift, int table_start, int table_growth)
         : m_shift(std::clamp(shift, 0, 30)),
           m_table_start(std::max(table_start, 1)),
@@ -156,8 +156,8 @@ class coPageArr {
 
     void reserve_table() {
         const std::size_t room = m_pages.capacity();
-        const auto growth = std::max(static_cast<std::size_t>(m_table_growth), room / 2);
-        m_pages.reserve(room == 0 ? static_cast<std::size_t>(m_table_start) : room + growth);
+        m_pages.reserve(room == 0 ? static_cast<std::size_t>(m_table_start)
+                                  : room + static_cast<std::size_t>(m_table_growth));
     }
 
     void take_paging(const coPageArr& other) noexcept {
