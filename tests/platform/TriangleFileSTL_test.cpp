@@ -324,6 +324,21 @@ TEST(TriangleFileSTL, get_block_continues_behind_read_next) {
     EXPECT_EQ(file.read_next(corners.data()), 1);
 }
 
+TEST(TriangleFileSTL, a_word_that_only_begins_as_expected_is_bad_data) {
+    const std::string text = std::string("solid\n") + facet;
+    const std::size_t end = text.rfind('\n');
+    const auto read = read_all(text.substr(0, end) + "s" + text.substr(end) + "endsolid\n");
+    EXPECT_EQ(read->status, 3);
+    EXPECT_EQ(triangle_count(*read), 0U);
+}
+
+TEST(TriangleFileSTL, a_second_file_begins_with_an_empty_box) {
+    TriangleFileSTL file(nullptr);
+    read_all(file, model_samples::binary_stl({{9, 9, 9, 9, 9, 9, 9, 9, 9}}));
+    read_all(file, model_samples::binary_stl({{1, 1, 1, 1, 1, 1, 1, 1, 1}}));
+    EXPECT_EQ(file.get_box().max(), giPoint3(1, 1, 1));
+}
+
 TEST(TriangleFileSTL, words_and_numbers_may_lie_across_pieces_of_the_file) {
     const auto triangles = model_samples::tetrahedron();
     const std::string text = model_samples::text_stl(triangles);
