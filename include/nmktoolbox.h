@@ -8,6 +8,8 @@
 #include <nmktoolbox/ordering.h>
 #include <nmktoolbox/runtime.h>
 #include <nmktoolbox/search.h>
+#include <nmktoolbox/serializationexerciser.h>
 #include <nmktoolbox/solver.h>
 #include <nmktoolbox/trifile.h>
 #include <nmktoolbox/uniqueid.h>
+#include <nmktoolbox/xml.h>

@@ -97,3 +97,37 @@ void nmkTrodeArchive::insert_directory(const utString& prefix, const utString& d
     }
     above.leave();
 }
+
+int nmkTrodeArchive::insert_archive(const utString& file) {
+    nmkTrodeArchive other;
+    if (m_writer == nullptr) return fail(EINVAL);
+    if (other.open(file) == 0) return fail(other.failure());
+    cmUnZip& source = *other.m_reader;
+    for (int end = source.goto_first_file(); end == 0; end = source.goto_next_file()) {
+        if (copy_entry(source) == 0) return 0;
+    }
+    for (const utString& name : other.m_entry_names) create_entry(name);
+    return 1;
+}
+
+/// Copies the current entry of another zip, unless this archive writes one of its own.
+int nmkTrodeArchive::copy_entry(cmUnZip& source) {
+    utString entry;
+    int date[ut_date_size] = {};
+    char block[stream_block];
+    source.get_current_file_info(entry);
+    if (entry == "version.txt" || entry == "contents.txt") return 1;
+    const bool has_date = source.get_current_file_date(date) == 0;
+    if (source.open_current_file() != 0) return fail(source.failure());
+    int error_number = m_writer->open_new_file_in_zip(entry, cmZipMethodDeflate, -1,
+                                                      has_date ? date : nullptr, utString());
+    int count = stream_block;
+    while (error_number == 0 && count == stream_block) {
+        count = source.read_current_file(block, stream_block);
+        error_number = count < 0 ? source.failure() : m_writer->write_in_file_in_zip(block, count);
+    }
+    if (error_number == 0) error_number = m_writer->close_file_in_zip();
+    if (error_number != 0) return fail(error_number);
+    m_zip_entries.add(entry);
+    return 1;
+}

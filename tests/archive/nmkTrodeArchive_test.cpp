@@ -363,6 +363,35 @@ TEST_F(nmkTrodeArchive_files, that_may_not_be_read_are_left_out_and_the_reason_i
               0);
 }
 
+TEST_F(nmkTrodeArchive_files, of_another_archive_are_taken_over_with_their_dates) {
+    write_full("E1");
+    const std::string whole = "print([(i.date_time, i.CRC) for i in z.infolist()[1:-1]])";
+    const std::string before = zip_tools::python(zip.c_str(), whole);
+    nmkTrodeArchive archive;
+    EXPECT_EQ(archive.insert_archive(zip), 0) << "nothing is open";
+    ASSERT_EQ(archive.create(zip), 1);
+    EXPECT_EQ(archive.insert_archive(zip), 1);
+    EXPECT_EQ(archive.create_entry("E2"), 1);
+    archive.close();
+    ASSERT_EQ(archive.failure(), 0);
+    EXPECT_EQ(zip_tools::python(zip.c_str(), whole), before);
+    EXPECT_EQ(zip_tools::python(zip.c_str(), "print(z.read(\"contents.txt\"))"),
+              "b'E1\\nE2\\n'\nexit 0\n");
+}
+
+TEST_F(nmkTrodeArchive_files, of_an_archive_that_is_damaged_are_not_taken_over) {
+    zip_samples::Entry wrong{"E/E.ngk", "data"};
+    wrong.check_sum = 1;
+    const utString damaged = file("damaged", zip_samples::zip_of({{"contents.txt", "E\n"}, wrong}));
+    nmkTrodeArchive archive;
+    ASSERT_EQ(archive.create(zip), 1);
+    EXPECT_EQ(archive.insert_archive(file("text", "no zip")), 0);
+    EXPECT_EQ(archive.insert_archive(named("missing")), 0);
+    EXPECT_EQ(archive.insert_archive(damaged), 0);
+    EXPECT_EQ(archive.size(), 0);
+    EXPECT_EQ(archive.failure(), EBADMSG);
+}
+
 namespace {
 
 /// Stops at a number of bytes.

@@ -2,10 +2,13 @@
 #include <compress/cmUnZip.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <utils/ut_date.h>
 #include <zlib.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
+#include <iterator>
 #include <ostream>
 #include <sstream>
 #include <string>
@@ -319,6 +322,23 @@ TEST(cmUnZip, lists_names_of_any_kind) {
         names += std::string(name.view()) + "|";
     }
     EXPECT_EQ(names, "../up|/abs|C:\\x|a\xFF|n l||") << "a NUL becomes a blank";
+}
+
+TEST(cmUnZip, has_the_sizes_and_the_date_of_an_entry) {
+    const ScratchDirectory scratch;
+    cmUnZip zip;
+    std::int64_t size = 0, packed = 0;
+    int date[ut_date_size] = {};
+    const Entry entry = packed_entry("a", std::string(5000, 'x'));
+    EXPECT_EQ(zip.get_current_file_date(date), EINVAL);
+    ASSERT_EQ(zip.open(scratch.file("z", zip_of({entry})).c_str()), 0);
+    ASSERT_EQ(zip.goto_first_file(), 0);
+    ASSERT_EQ(zip.get_current_file_sizes(size, packed), 0);
+    EXPECT_EQ(size, 5000);
+    EXPECT_EQ(packed, static_cast<std::int64_t>(entry.data.size()));
+    ASSERT_EQ(zip.get_current_file_date(date), 0);
+    const int expected[] = {1980, 1, 1, 0, 0, 0};
+    EXPECT_TRUE(std::equal(std::begin(date), std::end(date), expected));
 }
 
 TEST(cmUnZip, stops_when_its_watch_says_so) {

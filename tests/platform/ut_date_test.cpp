@@ -58,3 +58,13 @@ TEST(fcdate, of_a_missing_file_fails_and_stores_nothing) {
     EXPECT_EQ(fcdate(utString(), date), ENOENT);
     EXPECT_EQ(date[0], 7);
 }
+
+TEST(ut_date_local, stores_the_date_of_a_time) {
+    const ScopedZone zone("UTC-1");
+    int date[ut_date_size] = {};
+    ASSERT_EQ(ut_date_local(0, date), 0);
+    const int expected[] = {1970, 1, 1, 1, 0, 0};
+    EXPECT_TRUE(std::equal(std::begin(date), std::end(date), expected));
+    EXPECT_NE(ut_date_local(0x7FFF'FFFF'FFFF'FFFF, date), 0) << "the year has no place";
+    EXPECT_EQ(date[0], 1970);
+}

@@ -113,6 +113,11 @@ class NMKTOOLBOX_EXPORT nmkTrodeArchive {
     /// nothing in the archive.
     void insert_data_directory(int index, const utString& directory);
 
+    /// Inserts all electrodes of another archive, behind those that are there, with all entries
+    /// that it has beside; 1, or 0 where that is not a zip or any of it cannot be read. It may be
+    /// the file that this archive replaces.
+    int insert_archive(const utString& file);
+
     // Extracting: 1 when all was written, else 0. `target` is the name of the file to write, and
     // its directories are made where the entry was found. Of entries with one name the first
     // counts. A damaged or encrypted entry, one packed by a method other than deflate, one that
@@ -184,6 +189,7 @@ class NMKTOOLBOX_EXPORT nmkTrodeArchive {
     void read_version();
 
     void write_text_entry(const utString& entry, const utString& text);
+    int copy_entry(cmUnZip& source);
     void insert_stream(const utString& entry, const utString& file);
     void insert_directory(const utString& prefix, const utString& directory,
                           nmk_archive::DirectoryIdentities& above);

@@ -2,6 +2,7 @@
 #include <fcntl.h>
 #include <filesystem/descriptor.h>
 #include <sys/stat.h>
+#include <utils/ut_date.h>
 #include <zip.h>
 
 #include <algorithm>
@@ -139,6 +140,15 @@ int cmUnZip::get_current_file_sizes(std::int64_t& size, std::int64_t& packed_siz
     size = bytes(record.size);
     packed_size = bytes(record.comp_size);
     return 0;
+}
+
+int cmUnZip::get_current_file_date(int* const date) {
+    zip_stat_t record;
+    if (m_index < 0) return fail(EINVAL, "no current entry");
+    const bool has_date = entry_record(m_archive.get(), m_index, record) &&
+                          (record.valid & ZIP_STAT_MTIME) != 0 &&
+                          ut_date_local(record.mtime, date) == 0;
+    return has_date ? 0 : fail(EBADMSG, "no date");
 }
 
 // Each entry has bytes of its own in the file, so their sum is less than the file has.

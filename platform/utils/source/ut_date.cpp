@@ -22,6 +22,10 @@ int ut_date_current(int count, int* const date) {
     return store_date(std::time(nullptr), count, date);
 }
 
+int ut_date_local(long long seconds, int* const date) {
+    return store_date(static_cast<std::time_t>(seconds), ut_date_size, date);
+}
+
 int fcdate(const utString& file, int* const date) {
     struct stat record;
     if (file.is_empty()) return ENOENT;

@@ -70,6 +70,9 @@ class cmUnZip {
     /// Bytes of the current entry, unpacked and packed, as the zip's directory says.
     int get_current_file_sizes(std::int64_t& size, std::int64_t& packed_size);
 
+    /// The date of the current entry, the 6 numbers of ut_date.h. EBADMSG where it has none.
+    int get_current_file_date(int* const date);
+
     /// Opens the current entry at its beginning.
     int open_current_file();
     int close_current_file();

@@ -63,6 +63,10 @@ class giVector3 {
         return {a.x * factor, a.y * factor, a.z * factor};
     }
 
+    friend giVector3 operator/(const giVector3& a, double divisor) noexcept {
+        return {a.x / divisor, a.y / divisor, a.z / divisor};
+    }
+
     bool operator==(const giVector3&) const noexcept = default;
 
     double x;
@@ -72,6 +76,10 @@ class giVector3 {
 
 inline giPoint3 operator+(const giPoint3& p, const giVector3& v) noexcept {
     return {p.x + v.x, p.y + v.y, p.z + v.z};
+}
+
+inline giPoint3 operator-(const giPoint3& p, const giVector3& v) noexcept {
+    return {p.x - v.x, p.y - v.y, p.z - v.z};
 }
 
 /// The vector from `from` to `to`. A free function: a friend of giVector3 would not be found for

@@ -15,6 +15,11 @@ constexpr int ut_date_size = 6;
 ///   returns   0; or the errno of a clock that fails, with `date` unchanged
 UT_EXPORT int ut_date_current(int count, int* const date);
 
+/// Stores the local date, ut_date_size numbers, of a time in seconds since 1970.
+///
+///   returns   0; or the errno for a time whose year has no place, with `date` unchanged
+UT_EXPORT int ut_date_local(long long seconds, int* const date);
+
 /// Stores the date, ut_date_size numbers, when the file was last changed.
 ///
 ///   returns   0; or the errno, ENOENT where there is no such file, with `date` unchanged
