@@ -58,18 +58,30 @@ struct Taken {
     bool same = true;
 };
 
-/// Calls both in turn, so that what else the machine does troubles both alike.
-template <class Ours, class Peer>
-Taken in_turns(int turns, const Ours& ours, const Peer& peer) {
+/// Calls both in turn, so that what else the machine does troubles both alike. `timer` calls what
+/// it is given and returns how long that took.
+template <class Timer, class Ours, class Peer>
+Taken in_turns_by(const Timer& timer, int turns, const Ours& ours, const Peer& peer) {
     Taken taken;
     for (int turn = 0; turn < rounds(turns); ++turn) {
         decltype(ours()) our_result{};
         decltype(peer()) peer_result{};
-        taken.ours = std::min(taken.ours, seconds([&] { our_result = ours(); }));
-        taken.peer = std::min(taken.peer, seconds([&] { peer_result = peer(); }));
+        taken.ours = std::min(taken.ours, timer([&] { our_result = ours(); }));
+        taken.peer = std::min(taken.peer, timer([&] { peer_result = peer(); }));
         taken.same = taken.same && our_result == peer_result;
     }
     return taken;
+}
+
+template <class Ours, class Peer>
+Taken in_turns(int turns, const Ours& ours, const Peer& peer) {
+    return in_turns_by([](const auto& work) { return seconds(work); }, turns, ours, peer);
+}
+
+/// The same by the time on a processor.
+template <class Ours, class Peer>
+Taken processor_in_turns(int turns, const Ours& ours, const Peer& peer) {
+    return in_turns_by([](const auto& work) { return processor_seconds(work); }, turns, ours, peer);
 }
 
 /// Whether a measured value is within its target; in a small run it always is.

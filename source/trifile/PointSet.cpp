@@ -1,8 +1,5 @@
 #include "PointSet.h"
 
-#include <geometry/gi_hash_point.h>
-
-#include <cmath>
 #include <random>
 
 namespace nmk_trifile {
@@ -21,36 +18,24 @@ std::uint64_t random_seed() {
     return seed;
 }
 
-bool has_nan(const giPoint3& point) {
-    return std::isnan(point.x) || std::isnan(point.y) || std::isnan(point.z);
-}
+// How many records ahead of the one that is moved are asked for when the table grows.
+constexpr std::size_t records_ahead = 16;
 
 }  // namespace
 
 PointSet::PointSet() : m_seed(random_seed()), m_slots(slots_at_first) {}
 
-NodeRecord* PointSet::add(NodeRecord* record) {
-    if (has_nan(record->place)) return record;
-    const std::uint64_t hash = gi_hash_point(record->place, m_seed);
-    std::size_t at = hash & (m_slots.size() - 1);
-    for (; m_slots[at].record != nullptr; at = (at + 1) & (m_slots.size() - 1)) {
-        const Slot& slot = m_slots[at];
-        if (slot.hash == hash && slot.record->place == record->place) return slot.record;
-    }
-    m_slots[at] = {record, hash};
-    if (++m_count * 2 > m_slots.size()) grow();
-    return record;
-}
-
 void PointSet::grow() {
-    std::vector<Slot> larger(m_slots.size() * 2);
-    for (const Slot& slot : m_slots) {
-        if (slot.record == nullptr) continue;
-        std::size_t at = slot.hash & (larger.size() - 1);
-        while (larger[at].record != nullptr) at = (at + 1) & (larger.size() - 1);
-        larger[at] = slot;
+    std::vector<Slot> smaller(m_slots.size() + m_slots.size() / 2);
+    m_slots.swap(smaller);
+    for (std::size_t i = 0; i < smaller.size(); ++i) {
+        if (i + records_ahead < smaller.size()) __builtin_prefetch(smaller[i + records_ahead]);
+        const Slot slot = smaller[i];
+        if (slot == nullptr) continue;
+        std::size_t at = first_slot(hash_of(*record_in(slot)));
+        while (m_slots[at] != nullptr) at = next_slot(at);
+        m_slots[at] = slot;
     }
-    m_slots.swap(larger);
 }
 
 }  // namespace nmk_trifile

@@ -1,5 +1,5 @@
-// nmkGiTriBlockFeatures.cpp: both features of the kernel's own. Their numbers are taken in the
-// order of this file: first the colour's, then the data's.
+// nmkGiTriBlockFeatures.cpp: the two features that the kernel adds to blocks of triangles. Their
+// numbers are taken in the order of this file: first the colour's, then the data's.
 #include <nmktoolbox/trifile/nmkGiTriBlockColour.h>
 #include <nmktoolbox/trifile/nmkGiTriData.h>
 #include <nmktoolbox/trifile/nmkTriBlockParThicknessOverride.h>

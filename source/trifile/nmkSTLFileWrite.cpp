@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
 #include <cstring>
 #include <limits>
 #include <utility>
@@ -24,11 +25,11 @@ float as_float(double value) {
     constexpr double largest = std::numeric_limits<float>::max();
     // Half a step past the largest float: from here on the nearest is infinity.
     constexpr double end_of_floats = largest + 0x1p103;
-    if (value >= end_of_floats) return std::numeric_limits<float>::infinity();
-    if (value <= -end_of_floats) return -std::numeric_limits<float>::infinity();
-    if (value > largest) return std::numeric_limits<float>::max();
-    if (value < -largest) return std::numeric_limits<float>::lowest();
-    return static_cast<float>(value);
+    if (!(std::fabs(value) > largest)) return static_cast<float>(value);  // NaN as well
+    const bool is_infinite = std::fabs(value) >= end_of_floats;
+    const float size =
+        is_infinite ? std::numeric_limits<float>::infinity() : std::numeric_limits<float>::max();
+    return value < 0.0 ? -size : size;
 }
 
 bool has_node(const giBoxArrPoint3& nodes, std::int32_t index) {

@@ -119,11 +119,15 @@ int nmkTriFileReader::read_list(giTriBlockcoSListPtrcoPtrcoSList& list) {
             block = unlisted.get();
         }
         const int status = fill_block(block);
-        if (status != 0) return status;
+        if (status != 0) {
+            if (m_merge != 0) gi_repage_tri_block(*block);
+            return status;
+        }
         if (m_merge != 0 && !is_first) continue;
         // Deliberate: what follows a first block without nodes is merged into it, and not listed.
         if (node_count(*block) > 0) {
-            gi_repage_tri_block(*block);
+            // Pages as small as a small first block would be far too many for those that follow.
+            if (m_merge == 0) gi_repage_tri_block(*block);
             list.insert_last(block);
             static_cast<void>(unlisted.release());
         }

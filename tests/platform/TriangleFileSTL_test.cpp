@@ -184,9 +184,11 @@ TEST(TriangleFileSTL, box_is_that_of_the_triangles) {
 
 TEST(TriangleFileSTL, a_binary_file_may_say_solid_and_be_longer_than_its_facets) {
     const auto triangles = model_samples::tetrahedron();
-    const auto read = read_all(model_samples::binary_stl(triangles, 4, "solid sample") + "rest");
-    EXPECT_EQ(read->status, 1);
-    EXPECT_EQ(triangle_count(*read), 4U);
+    for (const char* rest : {"", "rest"}) {
+        const auto read = read_all(model_samples::binary_stl(triangles, 4, "solid sample") + rest);
+        EXPECT_EQ(read->status, 1);
+        EXPECT_EQ(triangle_count(*read), 4U);
+    }
 }
 
 TEST(TriangleFileSTL, a_file_without_triangles_gives_no_block) {
@@ -290,6 +292,62 @@ TEST(TriangleFileSTL, a_text_gives_the_triangles_of_the_binary_file) {
     EXPECT_EQ(text->status, 1);
     EXPECT_EQ(model_samples::corners_of(text->block), triangles);
     EXPECT_EQ(model_samples::triangles_of(text->block), model_samples::triangles_of(binary->block));
+}
+
+TEST(TriangleFileSTL, a_large_binary_file_that_is_cut_gives_its_whole_triangles) {
+    const auto triangles = model_samples::grid(40);
+    const std::string bytes = model_samples::binary_stl(triangles);
+    for (const std::size_t whole : {63U, 64U, 65U, 999U, 1000U, 1001U, 3199U}) {
+        for (const std::size_t part : {0U, 1U, 49U}) {
+            const auto read = read_all(bytes.substr(0, 84 + 50 * whole + part));
+            EXPECT_EQ(read->status, 3) << whole;
+            const auto corners = model_samples::corners_of(read->block);
+            EXPECT_TRUE(std::equal(corners.begin(), corners.end(), triangles.begin(),
+                                   triangles.begin() + static_cast<std::ptrdiff_t>(whole)))
+                << whole;
+        }
+    }
+}
+
+TEST(TriangleFileSTL, get_block_continues_behind_read_next) {
+    const auto triangles = model_samples::grid(40);
+    TriangleFileSTL file(nullptr);
+    const std::string bytes = model_samples::binary_stl(triangles);
+    ASSERT_EQ(file.read_init(utPtrClaimed, new MemoryFile(bytes)), 0);
+    Corners corners;
+    for (int i = 0; i < 70; ++i) ASSERT_EQ(file.read_next(corners.data()), 0);
+    EXPECT_EQ(corners, triangles[69]);
+    giTriBlock block;
+    EXPECT_EQ(file.get_block(block), 0);
+    EXPECT_EQ(model_samples::corners_of(block),
+              std::vector<Corners>(triangles.begin() + 70, triangles.end()));
+    EXPECT_EQ(file.read_next(corners.data()), 1);
+}
+
+TEST(TriangleFileSTL, a_word_that_only_begins_as_expected_is_bad_data) {
+    const std::string text = std::string("solid\n") + facet;
+    const std::size_t end = text.rfind('\n');
+    const auto read = read_all(text.substr(0, end) + "s" + text.substr(end) + "endsolid\n");
+    EXPECT_EQ(read->status, 3);
+    EXPECT_EQ(triangle_count(*read), 0U);
+}
+
+TEST(TriangleFileSTL, a_second_file_begins_with_an_empty_box) {
+    TriangleFileSTL file(nullptr);
+    read_all(file, model_samples::binary_stl({{9, 9, 9, 9, 9, 9, 9, 9, 9}}));
+    read_all(file, model_samples::binary_stl({{1, 1, 1, 1, 1, 1, 1, 1, 1}}));
+    EXPECT_EQ(file.get_box().max(), giPoint3(1, 1, 1));
+}
+
+TEST(TriangleFileSTL, words_and_numbers_may_lie_across_pieces_of_the_file) {
+    const auto triangles = model_samples::tetrahedron();
+    const std::string text = model_samples::text_stl(triangles);
+    constexpr std::size_t piece = 65536;
+    for (std::size_t before = 0; before < text.size(); ++before) {
+        const auto read = read_all(std::string(piece - before, ' ') + text);
+        EXPECT_EQ(read->status, 1) << before;
+        EXPECT_EQ(model_samples::corners_of(read->block), triangles) << before;
+    }
 }
 
 TEST(TriangleFileSTL, white_space_without_end_ends_with_the_file) {

@@ -63,6 +63,24 @@ void with_an_invalid_session(void (*work)(nmkRegistry&)) {
     EXPECT_TRUE(CloseHandle(open_mutex));
 }
 
+// The open key, which no operation hands out. An explicit instantiation may name private members;
+// it hands this one on through a friend function.
+struct KeyOfSession {
+    using Type = HKEY nmkRegistry::*;
+    friend Type member_of(KeyOfSession);
+};
+
+template <class Tag, typename Tag::Type member>
+struct Opened {
+    friend typename Tag::Type member_of(Tag) { return member; }
+};
+
+template struct Opened<KeyOfSession, &nmkRegistry::m_key>;
+
+DWORD result_of_reading(HKEY key) {
+    return static_cast<DWORD>(RegQueryValueExA(key, "v", nullptr, nullptr, nullptr, nullptr));
+}
+
 }  // namespace
 
 TEST_F(nmkRegistry_session, is_valid_while_it_holds_the_mutex) {
@@ -308,6 +326,25 @@ TEST_F(nmkRegistry_session, takes_an_open_key_in_place_of_a_root) {
     EXPECT_EQ(registry.create_key(key, "below"), 0);
     EXPECT_TRUE(has_key(user, "outside\\below"));
     EXPECT_EQ(RegCloseKey(key), 0);
+}
+
+TEST(nmkRegistry, leaves_no_key_open_when_it_is_destroyed) {
+    const RegistryScratch scratch;
+    put_text(user, "a key", "v", "x");
+    HKEY opened = nullptr;
+    HKEY created = nullptr;
+    {
+        nmkRegistry registry;
+        ASSERT_EQ(registry.open_key(user, "a key", 0, 0), 0);
+        opened = registry.*member_of(KeyOfSession());
+        EXPECT_EQ(result_of_reading(opened), ERROR_SUCCESS);
+        nmkRegistry second;
+        ASSERT_EQ(second.create_key(user, "a key"), 0);
+        created = second.*member_of(KeyOfSession());
+        EXPECT_EQ(result_of_reading(created), ERROR_SUCCESS);
+    }
+    EXPECT_EQ(result_of_reading(opened), ERROR_INVALID_HANDLE);
+    EXPECT_EQ(result_of_reading(created), ERROR_INVALID_HANDLE);
 }
 
 TEST(nmkRegistry, that_is_invalid_fails_everything_and_touches_nothing) {

@@ -199,6 +199,15 @@ TEST(TriangleFileFlue, numbers_are_read_as_sscanf_reads_them) {
     EXPECT_EQ(model_samples::nodes_of(block)[0], giPoint3(1.5, -20, 0.25));
 }
 
+TEST(TriangleFileFlue, the_mark_of_an_unset_point_is_a_coordinate_like_any_other) {
+    Block marked;
+    marked.nodes[0] = "-1.7976931348623157e308 0 1.7976931348623157e308";
+    Flue flue(flue_samples::file({marked}));
+    giTriBlock block;
+    EXPECT_EQ(flue.get_block(block), 0);
+    EXPECT_EQ(model_samples::nodes_of(block).at(0), giPoint3(gi_unset_low, 0, gi_unset_high));
+}
+
 TEST(TriangleFileFlue, a_nul_ends_what_is_parsed_of_a_line) {
     const std::string line("0 0\0 0", 6);
     EXPECT_EQ(first_status(with_line(Block(), first_node_line, line)), 3);

@@ -145,6 +145,14 @@ TEST(nmkSTLFileWrite, the_computed_normal_points_outwards_and_is_no_unit_vector)
     EXPECT_EQ(normal_in(file.bytes), giVector3(0, 0, 6));
 }
 
+// The difference of the third and the first point would lose the 1.
+TEST(nmkSTLFileWrite, the_computed_normal_is_that_of_the_first_two_edges) {
+    CountingFile file;
+    nmkSTLFileWrite writer(&file);
+    EXPECT_EQ(writer.write_facet({0x1p54, 0x1p54, 0}, {0, 0, 0}, {1, 0, 0}), 0);
+    EXPECT_EQ(normal_in(file.bytes), giVector3(0, 0, 0x1p54));
+}
+
 TEST(nmkSTLFileWrite, a_degenerate_triangle_has_a_normal_of_length_0) {
     CountingFile file;
     nmkSTLFileWrite writer(&file);

@@ -131,6 +131,18 @@ TEST(nmkTriBoundary, links_are_kept_from_visit_to_visit) {
     EXPECT_EQ(edges_of(boundary).size(), 3U);
 }
 
+TEST(nmkTriBoundary, links_are_in_pages_for_all_triangles_of_the_source) {
+    giLinkArr::set_page_size(16);
+    giTriBlock block;
+    model_samples::fill_unshared(block, model_samples::grid(20));
+    nmkTriBoundary boundary(&block);
+    edges_of(boundary);
+    giLinkArrcoFeature links;
+    ASSERT_EQ(block.get(links), 1);
+    EXPECT_EQ(links->page_size(), 1024);
+    giLinkArr::set_page_size(256);
+}
+
 TEST(nmkTriBoundary, a_shorter_array_of_links_is_grown_during_the_visit) {
     giTriBlock block;
     fill_square(block);

@@ -169,16 +169,18 @@ TEST(nmkTriFileNMT, next_block_gives_the_colour_or_minus_1) {
     EXPECT_EQ(colour, -1);
 }
 
-TEST(nmkTriFileNMT, a_colour_becomes_a_feature_and_none_does_not) {
-    Nmt file(nmt_samples::file({Block{false, 6, {0, 0, 0}, {0, 1, 2}, 0}, Block()}));
-    giTriBlock coloured;
-    giTriBlock plain;
-    EXPECT_EQ(file.get_block(coloured), 0);
-    EXPECT_EQ(file.get_block(plain), 0);
-    nmkGiTriBlockColourcoFeature colour;
-    EXPECT_EQ(plain.get(colour), 0);
-    ASSERT_EQ(coloured.get(colour), 1);
-    EXPECT_EQ(colour->get_colour(), 6);
+TEST(nmkTriFileNMT, a_colour_from_0_on_becomes_a_feature_and_none_does_not) {
+    for (const int number : {0, 6}) {
+        Nmt file(nmt_samples::file({Block{false, number, {0, 0, 0}, {0, 1, 2}, 0}, Block()}));
+        giTriBlock coloured;
+        giTriBlock plain;
+        EXPECT_EQ(file.get_block(coloured), 0);
+        EXPECT_EQ(file.get_block(plain), 0);
+        nmkGiTriBlockColourcoFeature colour;
+        EXPECT_EQ(plain.get(colour), 0);
+        ASSERT_EQ(coloured.get(colour), 1);
+        EXPECT_EQ(colour->get_colour(), number);
+    }
 }
 
 TEST(nmkTriFileNMT, normals_are_at_the_indices_of_their_nodes) {
@@ -272,12 +274,14 @@ TEST(nmkTriFileNMT, millimetres_are_converted_to_the_units_in_force) {
     EXPECT_EQ(file.get_box().max().x, 25.4 * factor);
 }
 
-TEST(nmkTriFileNMT, a_file_in_inches_is_not_converted) {
-    const UnitSwitch millimetres(nmkUnitsTypeMillimetres);
-    Nmt file(nmt_samples::file({Block()}, false));
-    giTriBlock block;
-    EXPECT_EQ(file.get_block(block), 0);
-    EXPECT_EQ(model_samples::nodes_of(block)[1], giPoint3(1, 0, 0));
+TEST(nmkTriFileNMT, a_file_in_inches_is_not_converted_to_either_unit) {
+    for (const nmkUnitsType units : {nmkUnitsTypeMillimetres, nmkUnitsTypeInches}) {
+        const UnitSwitch in_force(units);
+        Nmt file(nmt_samples::file({Block()}, false));
+        giTriBlock block;
+        EXPECT_EQ(file.get_block(block), 0);
+        EXPECT_EQ(model_samples::nodes_of(block)[1], giPoint3(1, 0, 0));
+    }
 }
 
 TEST(nmkTriFileNMT, an_index_outside_its_block_is_bad_data) {
@@ -302,6 +306,17 @@ TEST(nmkTriFileNMT, percent_is_shown_at_each_1000_items) {
     EXPECT_EQ(file.get_block(block), 0);
     EXPECT_EQ(recorder.percents, (std::vector<int>{33, 66, 100}));
     EXPECT_EQ(file.percent_read(), 100);
+}
+
+TEST(nmkTriFileNMT, percent_is_the_quotient_times_100_cut_to_a_whole_number) {
+    Nmt file(nmt_samples::large(50, 50));
+    ASSERT_EQ(file.next_block(), 0);
+    giPoint3 point;
+    giVector3 normal;
+    int has_normal = 0;
+    for (int i = 0; i < 29; ++i) ASSERT_EQ(file.next_node(point, normal, &has_normal), 0);
+    // 29.0 / 100.0 * 100.0 is a little below 29.
+    EXPECT_EQ(file.percent_read(), 28);
 }
 
 TEST(nmkTriFileNMT, the_node_of_a_stop_is_counted_and_not_stored) {

@@ -196,6 +196,28 @@ TEST(nmkTriFileReader, get_block_returns_1_for_a_good_file_and_shares_nodes) {
     EXPECT_EQ(model_samples::triangles_of(block).size(), 4U);
 }
 
+TEST(nmkTriFileReader, a_second_reading_returns_1_and_adds_nothing) {
+    const auto triangles = model_samples::tetrahedron();
+    const std::pair<const char*, std::string> files[] = {
+        {"a.stl", tetrahedron_stl()},
+        {"a.stl", model_samples::text_stl(triangles)},
+        {"a.tri", two_flue_blocks()},
+        {"a.nmt", nmt_samples::file({{}, {}})},
+        {"a.ttr", model_samples::ttr(triangles)}};
+    for (const auto& [name, bytes] : files) {
+        Opened opened(name, bytes);
+        giTriBlock block;
+        EXPECT_EQ(opened->get_block(&block), 1) << name;
+        const auto read = model_samples::corners_of(block);
+        EXPECT_FALSE(read.empty()) << name;
+        EXPECT_EQ(opened->get_block(&block), 1) << name;
+        EXPECT_EQ(model_samples::corners_of(block), read) << name;
+        Blocks blocks;
+        EXPECT_EQ(opened->get_blocks(&blocks.list), 1) << name;
+        EXPECT_EQ(blocks.list.size(), 0) << name;
+    }
+}
+
 TEST(nmkTriFileReader, get_block_appends_all_blocks_of_the_file) {
     Opened opened("a.tri", two_flue_blocks());
     giTriBlock block;
@@ -289,6 +311,17 @@ TEST(nmkTriFileReader, with_merge_get_blocks_lists_one) {
     EXPECT_EQ(model_samples::triangles_of(*blocks.list.read_first()).size(), 2U);
 }
 
+TEST(nmkTriFileReader, with_merge_a_small_first_block_does_not_make_the_pages_small) {
+    for (const int merge : {0, 1}) {
+        Blocks blocks;
+        Opened opened("a.tri", flue_samples::file({{}, flue_samples::large(3, 1000)}), merge);
+        EXPECT_EQ(opened->get_blocks(&blocks.list), 1);
+        giTriArrcoFeature triangles;
+        ASSERT_NE(blocks.list.read_first()->get(triangles), 0);
+        EXPECT_EQ(triangles->page_size(), merge != 0 ? 256 : 1);
+    }
+}
+
 TEST(nmkTriFileReader, a_block_without_nodes_is_not_listed) {
     Opened opened("a.nmt", empty_block_first());
     Blocks blocks;
@@ -340,6 +373,15 @@ TEST(nmkTriFileReader, a_break_in_get_blocks_leaves_the_list_empty) {
     EXPECT_EQ(opened->get_blocks(&blocks.list), 2);
     EXPECT_EQ(blocks.list.size(), 0);
     EXPECT_EQ(opened.progress.positions, (std::vector<double>{0, 20, 40}));
+}
+
+TEST(nmkTriFileReader, a_break_behind_a_listed_block_leaves_the_list_empty) {
+    for (const int merge : {0, 1}) {
+        Opened opened("a.tri", two_flue_blocks(), merge, 1, 1.0, 2);
+        Blocks blocks;
+        EXPECT_EQ(opened->get_blocks(&blocks.list), 2);
+        EXPECT_EQ(blocks.list.size(), 0);
+    }
 }
 
 TEST(nmkTriFileReader, nan_flags_reach_the_format_at_the_next_block) {

@@ -51,7 +51,7 @@ class NMKTOOLBOX_EXPORT nmkTriBlockParThicknessOverride {
     /// The parameters.
     const nmkGiTriData& par() const noexcept { return m_par; }
 
-    /// Its destruction concerns nobody else from now on.
+    /// From now on its destruction neither detaches nor counts down.
     void set_slave() noexcept { m_is_slave = 1; }
 
     /// Whether any override is counted as in use.

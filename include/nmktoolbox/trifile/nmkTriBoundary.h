@@ -53,9 +53,10 @@ class NMKTOOLBOX_EXPORT nmkTriBoundary {
     void delete_links();
 
     /// Calls `fn` for each edge that has no triangle across it, finding the links first where the
-    /// target has none: triangle by triangle, each edge in the sense of its triangle, so that the
-    /// edges come in no order of a chain. Returns 1, whatever `fn` returned, where that was not 0;
-    /// else 0, also where there is no block or no link.
+    /// target has none: triangle by triangle, each edge in the winding direction of its triangle.
+    /// The edges do not follow each other as a chain. Returns 1 where `fn` returned anything but 0;
+    /// else 0, also where there is no block or no link. `fn` must leave the blocks and the settings
+    /// of this object as they are.
     int visit(Visitor fn, void* data);
 
     /// From now on an announcement of `sender` for that reason makes the block that it announces

@@ -147,5 +147,5 @@ class NMKTOOLBOX_EXPORT nmkMachinableComponent : public CObject, public nmkParTh
     mutable nmkTriBlockParThicknessOverride* m_thickness_override = nullptr;
     mutable OverrideList m_overrides;
     mutable OverrideList::coCursor m_override_cursor{m_overrides};
-    mutable bool m_is_resetting = false;  // overrides that are destroyed meanwhile need no answer
+    mutable bool m_is_resetting = false;  // the list destroys overrides, which reset on their own
 };

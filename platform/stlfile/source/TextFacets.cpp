@@ -25,8 +25,7 @@ char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + '
 
 TextScanner::TextScanner(apINMKFile& file) : m_file(&file), m_piece(piece_size) {}
 
-bool TextScanner::ensure(std::size_t bytes) {
-    if (m_end - m_at >= bytes) return true;
+bool TextScanner::fill(std::size_t bytes) {
     if (m_is_at_end) return false;
     std::memmove(m_piece.data(), m_piece.data() + m_at, m_end - m_at);
     m_piece_start += static_cast<std::int64_t>(m_at);
@@ -40,7 +39,13 @@ bool TextScanner::ensure(std::size_t bytes) {
 }
 
 void TextScanner::skip_white_space() {
-    while (ensure(1) && is_white_space(peek())) ++m_at;
+    while (ensure(1)) {
+        const char* const begin = m_piece.data() + m_at;
+        const char* const end = m_piece.data() + m_end;
+        const char* const at = std::find_if_not(begin, end, is_white_space);
+        m_at += static_cast<std::size_t>(at - begin);
+        if (at != end) return;
+    }
 }
 
 bool TextScanner::is_at_line_end() {
@@ -51,11 +56,28 @@ bool TextScanner::is_at_line_end() {
 std::string_view TextScanner::word() {
     skip_white_space();
     std::size_t length = 0;
-    while (ensure(1) && !is_white_space(peek())) {
-        if (length < m_word.size()) m_word[length++] = lower(peek());
-        ++m_at;
+    while (ensure(1)) {
+        const char* const begin = m_piece.data() + m_at;
+        const char* const end = m_piece.data() + m_end;
+        const char* const at = std::find_if(begin, end, is_white_space);
+        const auto bytes = static_cast<std::size_t>(at - begin);
+        const std::size_t kept = std::min(bytes, m_word.size() - length);
+        std::transform(begin, begin + kept, m_word.begin() + length, lower);
+        length += kept;
+        m_at += bytes;
+        if (at != end) break;
     }
     return {m_word.data(), length};
+}
+
+bool TextScanner::read_word(std::string_view expected) {
+    skip_white_space();
+    const std::size_t length = expected.size();
+    const bool is_plain = ensure(length + 1) && is_white_space(m_piece[m_at + length]) &&
+                          std::memcmp(m_piece.data() + m_at, expected.data(), length) == 0;
+    if (!is_plain) return word() == expected;
+    m_at += length;
+    return true;
 }
 
 bool TextScanner::number(double& value) {
@@ -102,9 +124,9 @@ int TextFacets::read_facet(double* const corners) {
 
 // What follows the word "facet", or "facet normal".
 int TextFacets::read_body(double* const corners, bool is_normal_read) {
-    const bool is_whole = skip_normal(is_normal_read) && m_scanner.word() == "loop" &&
-                          read_corners(corners) && m_scanner.word() == "endloop" &&
-                          m_scanner.word() == "endfacet";
+    const bool is_whole = skip_normal(is_normal_read) && m_scanner.read_word("loop") &&
+                          read_corners(corners) && m_scanner.read_word("endloop") &&
+                          m_scanner.read_word("endfacet");
     return is_whole ? 0 : 3;
 }
 
@@ -116,12 +138,12 @@ bool TextFacets::skip_normal(bool is_word_read) {
         if (word != "normal") return false;
     }
     for (int i = 0; i < 3; ++i) m_scanner.word();
-    return m_scanner.word() == "outer";
+    return m_scanner.read_word("outer");
 }
 
 bool TextFacets::read_corners(double* const corners) {
     for (int i = 0; i < 9; ++i) {
-        if (i % 3 == 0 && m_scanner.word() != "vertex") return false;
+        if (i % 3 == 0 && !m_scanner.read_word("vertex")) return false;
         if (!m_scanner.number(corners[i])) return false;
     }
     return true;

@@ -20,6 +20,9 @@ class TextScanner {
     /// the next call.
     std::string_view word();
 
+    /// Reads the next word, and returns whether it is `expected`, which is in lower case.
+    bool read_word(std::string_view expected);
+
     /// Reads a number as from_chars takes it, a leading plus sign apart; false where there is none,
     /// or it is outside the range of double.
     bool number(double& value);
@@ -34,7 +37,10 @@ class TextScanner {
 
   private:
     void skip_white_space();
-    bool ensure(std::size_t bytes);
+
+    // Whether so many bytes follow in the piece, which is filled where they do not.
+    bool ensure(std::size_t bytes) { return m_end - m_at >= bytes || fill(bytes); }
+    bool fill(std::size_t bytes);
     char peek() const noexcept { return m_piece[m_at]; }
 
     apINMKFile* m_file;

@@ -1,7 +1,6 @@
 #include <stlfile/TriangleFile.h>
 #include <stlfile/slfINodeUnduplicator.h>
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -67,10 +66,7 @@ void TriangleFile::count_triangles(std::int32_t count) {
     }
 }
 
-int TriangleFile::check_nan(double const* const corners) const {
-    if (std::none_of(corners, corners + 9, [](double value) { return std::isnan(value); })) {
-        return 0;
-    }
+int TriangleFile::fate_of_nan() const {
     if (m_is_nan_error != 0) return 3;
     return m_is_nan_ignored != 0 ? 1 : 0;
 }

@@ -2,22 +2,19 @@
 #include <stlfile/TriangleFileSTL.h>
 
 #include <array>
-#include <bit>
 #include <climits>
-#include <cstring>
+#include <cstddef>
 
+#include "BinaryFacets.h"
 #include "TextFacets.h"
+
+using nmk_stlfile::binary_facet_size;
+using nmk_stlfile::binary_header_size;
 
 namespace {
 
-constexpr std::int64_t binary_header_size = 84;
-constexpr std::int64_t facet_size = 50;
-constexpr std::size_t normal_size = 12;
-
 // The percent function is called before each triangle whose number is a multiple of this.
 constexpr std::uint32_t triangles_between_reports = 1000;
-
-static_assert(std::endian::native == std::endian::little, "numbers are read as they are in files");
 
 // Nodes of a block; each corner is appended, or is the one that was there.
 class Nodes {
@@ -29,6 +26,14 @@ class Nodes {
 
     bool has_room() const noexcept { return m_nodes.size() <= INT_MAX - 3; }
 
+    giTriangle triangle_of(double const* const corners) {
+        const std::int32_t first = index_of(corners);
+        const std::int32_t second = index_of(corners + 3);
+        const std::int32_t third = index_of(corners + 6);
+        return {first, second, third};
+    }
+
+  private:
     std::int32_t index_of(double const* const corner) {
         const giPoint3 point(corner[0], corner[1], corner[2]);
         const int next = m_nodes.size();
@@ -38,12 +43,18 @@ class Nodes {
         return static_cast<std::int32_t>(index);
     }
 
-  private:
     giBoxArrPoint3& m_nodes;
     slfINodeUnduplicator* m_unduplicator;
 };
 
 }  // namespace
+
+// Triangles that are read before their corners are looked up: the look-ups, most of which wait for
+// memory, then overlap.
+struct TriangleFileSTL::Batch {
+    std::array<std::array<double, 9>, 64> corners;
+    std::size_t count = 0;
+};
 
 TriangleFileSTL::TriangleFileSTL(slfINodeUnduplicator* unduplicator)
     : m_unduplicator(unduplicator) {}
@@ -53,30 +64,32 @@ TriangleFileSTL::~TriangleFileSTL() = default;
 int TriangleFileSTL::read_next(double* const corners) { return read_kept(corners); }
 
 int TriangleFileSTL::get_block(giTriBlock& block) {
-    double corners[9];
-    const int first = read_kept(corners);
-    if (first != 0) return first;
-    const int last = append_all(block, corners);
-    return last == 1 ? 0 : last;
-}
-
-// Appends the triangle that was read and those that follow. Returns the status of the reading that
-// ended it.
-int TriangleFileSTL::append_all(giTriBlock& block, double* const corners) {
+    Batch batch;
+    int status = read_batch(batch);
+    if (batch.count == 0) return status;
     giNodeXYZ node_feature;
     giTriArrcoFeature triangles;
     block.add(node_feature);
     block.add(triangles);
     Nodes nodes(*node_feature, m_unduplicator);
-    int status = 0;
-    for (; status == 0; status = read_kept(corners)) {
-        if (!nodes.has_room()) return 3;
-        const std::int32_t first = nodes.index_of(corners);
-        const std::int32_t second = nodes.index_of(corners + 3);
-        const std::int32_t third = nodes.index_of(corners + 6);
-        triangles->add({first, second, third});
+    while (batch.count > 0) {
+        for (std::size_t i = 0; i < batch.count; ++i) {
+            if (!nodes.has_room()) return 3;
+            triangles->add(nodes.triangle_of(batch.corners[i].data()));
+        }
+        batch.count = 0;
+        if (status == 0) status = read_batch(batch);
     }
-    return status;
+    return status == 1 ? 0 : status;
+}
+
+// Reads triangles until the batch is full, or a status other than 0 ends it, which is returned.
+int TriangleFileSTL::read_batch(Batch& batch) {
+    for (batch.count = 0; batch.count < batch.corners.size(); ++batch.count) {
+        const int status = read_kept(batch.corners[batch.count].data());
+        if (status != 0) return status;
+    }
+    return 0;
 }
 
 int TriangleFileSTL::percent_read() const {
@@ -110,16 +123,19 @@ int TriangleFileSTL::read_header() {
     m_triangles_in_file = 0;
     m_triangles_read = 0;
     m_text.reset();
+    m_binary.reset();
     const std::int64_t length = m_file->length();
     std::uint32_t count = 0;
     const bool has_count = binary_triangles(count) == 0;
-    const bool is_whole = has_count && length >= binary_header_size + facet_size * count;
+    const bool is_whole = has_count && length >= binary_header_size + binary_facet_size * count;
     if (!is_whole && nmk_stlfile::TextFacets::is_text(*m_file)) {
         m_text = std::make_unique<nmk_stlfile::TextFacets>(*m_file);
         return 0;
     }
+    if (!has_count || m_file->seek(binary_header_size, apNMKSeekBegin) != 0) return 3;
     m_triangles_in_file = count;
-    return has_count && m_file->seek(binary_header_size, apNMKSeekBegin) == 0 ? 0 : 3;
+    m_binary = std::make_unique<nmk_stlfile::BinaryFacets>(*m_file, count);
+    return 0;
 }
 
 // The number of triangles in the header of a binary file; 3 where the header is cut.
@@ -134,6 +150,7 @@ int TriangleFileSTL::binary_triangles(std::uint32_t& count) {
 
 void TriangleFileSTL::read_tidy() {
     m_text.reset();
+    m_binary.reset();
     m_triangles_in_file = 0;
     m_triangles_read = 0;
 }
@@ -156,20 +173,10 @@ int TriangleFileSTL::read_next(double* const corners, int& flag, giColour&) {
     const bool is_end = m_text == nullptr && m_triangles_read >= m_triangles_in_file;
     if (is_end) return 1;
     if (m_triangles_read % triangles_between_reports == 0 && show_percent() != 0) return 2;
-    const int status = m_text != nullptr ? m_text->read(corners) : read_facet(corners);
+    const int status = m_text != nullptr ? m_text->read(corners) : m_binary->read(corners);
     if (status != 0) return status;
     ++m_triangles_read;
     if (check_nan(corners) == 0) merge_corners(corners);
     count_triangles(1);
-    return 0;
-}
-
-// One facet of a binary file: its normal and its attribute are not looked at.
-int TriangleFileSTL::read_facet(double* const corners) {
-    std::array<char, static_cast<std::size_t>(facet_size)> facet;
-    if (m_file == nullptr || m_file->read(facet.data(), 1, facet.size()) != facet.size()) return 3;
-    float values[9];
-    std::memcpy(values, facet.data() + normal_size, sizeof values);
-    for (int i = 0; i < 9; ++i) corners[i] = static_cast<double>(values[i]);
     return 0;
 }

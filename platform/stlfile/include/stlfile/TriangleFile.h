@@ -16,6 +16,7 @@
 #include <stlfile/apINMKFile.h>
 #include <utils/utPtrClaim.h>
 
+#include <cmath>
 #include <cstdint>
 
 #pragma GCC visibility push(default)
@@ -83,7 +84,11 @@ class TriangleFile {
     void count_triangles(std::int32_t count);
 
     /// What is to be done with a triangle: 0 deliver, 1 leave it out, 3 end the reading.
-    int check_nan(double const* const corners) const;
+    int check_nan(double const* const corners) const {
+        int nan_count = 0;
+        for (int i = 0; i < 9; ++i) nan_count += std::isnan(corners[i]) ? 1 : 0;
+        return nan_count == 0 ? 0 : fate_of_nan();
+    }
 
     giBox3 m_box;
     std::int32_t m_triangle_count = 0;  // triangles of the file that were read
@@ -97,6 +102,7 @@ class TriangleFile {
     /// Frees what reading a block has left.
     virtual void read_tidy();
 
+    int fate_of_nan() const;
     void drop_file();
 
     utPtrClaim m_claim = utPtrBorrow;

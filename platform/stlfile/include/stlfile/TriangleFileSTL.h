@@ -21,8 +21,9 @@
 #pragma GCC visibility push(default)
 
 namespace nmk_stlfile {
+class BinaryFacets;
 class TextFacets;
-}
+}  // namespace nmk_stlfile
 
 class TriangleFileSTL : public TriangleFile {
   public:
@@ -51,6 +52,8 @@ class TriangleFileSTL : public TriangleFile {
     std::uint32_t m_triangles_read = 0;
 
   private:
+    struct Batch;
+
     int read_header() override;
     void read_tidy() override;
 
@@ -61,12 +64,12 @@ class TriangleFileSTL : public TriangleFile {
     virtual int read_next(double* const corners, int& flag, giColour& colour);
 
     int read_kept(double* const corners);
-    int read_facet(double* const corners);
-    int append_all(giTriBlock& block, double* const corners);
+    int read_batch(Batch& batch);
     int binary_triangles(std::uint32_t& count);
 
     slfINodeUnduplicator* m_unduplicator;
-    std::unique_ptr<nmk_stlfile::TextFacets> m_text;  // null for a binary file
+    std::unique_ptr<nmk_stlfile::BinaryFacets> m_binary;  // null for a text
+    std::unique_ptr<nmk_stlfile::TextFacets> m_text;      // null for a binary file
 };
 
 #pragma GCC visibility pop
