@@ -24,11 +24,12 @@ using nmk_ordering::TravelBudget;
 using nmk_ordering::TravelNetwork;
 using nmk_ordering::TravelSequence;
 
-// Steps where no number is given: many for each item, fewer where there are very many items, whose
-// cells do without the last few parts in a thousand.
-constexpr std::int64_t steps_of_an_item = 25;
+// Steps where no number is given: some for each item, fewer where there are very many items, whose
+// cells do without the last few parts in a thousand. Few items get more, which takes no time.
+constexpr std::int64_t least_steps = 500;
+constexpr std::int64_t steps_of_an_item = 10;
 constexpr std::int64_t items_with_all_steps = 20000;
-constexpr std::int64_t steps_of_a_further_item = 12;
+constexpr std::int64_t steps_of_a_further_item = 8;
 
 nmkTravelResult bad_problem(std::string error) {
     nmkTravelResult result;
@@ -90,8 +91,8 @@ nmkTravelOrder::nmkTravelOrder(nmkTravelProblem problem) : m_problem(std::move(p
 
 std::int64_t nmkTravelOrder::default_steps(std::int64_t items) {
     const std::int64_t further = std::max<std::int64_t>(items - items_with_all_steps, 0);
-    return std::max<std::int64_t>(items - further, 0) * steps_of_an_item +
-           further * steps_of_a_further_item;
+    return std::max(least_steps, std::max<std::int64_t>(items - further, 0) * steps_of_an_item +
+                                     further * steps_of_a_further_item);
 }
 
 nmkTravelResult nmkTravelOrder::find() const {

@@ -22,12 +22,12 @@
 namespace nmk_ordering {
 
 /// How many neighbours are tried from the last node of each depth of the search.
-constexpr std::array<int, 3> neighbours_tried = {0, 10, 5};
+constexpr std::array<int, 3> neighbours_tried = {0, 8, 5};
 /// Edges that one exchange of the search removes.
 constexpr int search_edges = 3;
 static_assert(search_edges <= max_exchange_edges);
 /// Exchanges that are made one after the other before one of them gains.
-constexpr int max_submoves = 6;
+constexpr int max_submoves = 3;
 /// Length of the random walks of a kick, and the longest piece of the ring that a kick moves.
 constexpr int walk_length = 10;
 constexpr int max_kick_length = 1000;
@@ -238,6 +238,8 @@ class TravelClimb {
         m_best = {gain, edges, m_nodes, m_best_order};
     }
 
+    bool is_terminal(int node) const { return node >= m_ring.size() - m_terminals; }
+
     static bool is_edge(int a, int b, int first, int second) {
         return (a == first && b == second) || (a == second && b == first);
     }
@@ -261,13 +263,15 @@ class TravelClimb {
         return false;
     }
 
-    // A node that a walk from `node` reaches.
+    // A node that a walk from `node` reaches. It never ends at a terminal, which would be next to
+    // every node and make all kicks cut there.
     int walk(int node) {
         for (int step = 0; step < walk_length; ++step) {
             const TravelNeighbour* const begin = m_neighbours.begin(node);
             const int count = static_cast<int>(m_neighbours.end(node) - begin);
             if (count == 0) break;
-            node = begin[m_random.draw(count < walk_neighbours ? count : walk_neighbours)].node;
+            const int to = begin[m_random.draw(std::min(count, walk_neighbours))].node;
+            if (!is_terminal(to)) node = to;
         }
         return node;
     }
