@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <vector>
 
-#include "platform/stream_objects.h"
+#include "stream_objects.h"
 
 namespace {
 

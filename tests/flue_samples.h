@@ -40,7 +40,8 @@ inline std::string joined(const std::vector<std::string>& lines) {
 /// A header for so many blocks, with as many index lines as they take.
 inline std::string header(int blocks) {
     std::vector<std::string> lines = {"a line", " * the mark", std::to_string(blocks)};
-    lines.insert(lines.end(), static_cast<std::size_t>((blocks - 1) / 5 + 1), "index");
+    const int index_lines = (blocks - 1) / 5 + 1;
+    lines.insert(lines.end(), static_cast<std::size_t>(index_lines), "index");
     return joined(lines);
 }
 

@@ -155,7 +155,7 @@ inline std::vector<Corners> corners_of(const giTriBlock& block) {
         Corners corners{};
         for (int k = 0; k < 3; ++k) {
             const giPoint3& node = nodes.at(static_cast<std::size_t>(triangle[k]));
-            const auto at = static_cast<std::size_t>(3 * k);
+            const std::size_t at = 3 * static_cast<std::size_t>(k);
             corners[at] = node.x;
             corners[at + 1] = node.y;
             corners[at + 2] = node.z;

@@ -32,18 +32,20 @@ int TargetDirectory::open_for(const utString& target) {
         return EISDIR;
     }
     const nmkFileDir file(target, nullptr);
+    const std::string_view path = file.get().view();
+    const std::size_t slash = path.rfind('/');
+    m_file_name = path.substr(slash + 1);
+    const std::string_view before = path.substr(0, slash == path.npos ? 0 : slash);
+    if (m_directory.is_open() && before == m_before) return 0;
+    m_before = before;
     nmkFileDir parent = file;
     if (parent.up_one() != 0 && parent.exist() == 0) parent.mkdir();
-    const std::string_view path = file.get().view();
-    m_file_name = path.substr(path.rfind('/') + 1);
     const char* const top = path.starts_with('/') ? "/" : ".";
-    const std::string directory = parent.get().is_null() ? top : parent.str();
-    return m_directory.is_open() && directory == m_name ? 0 : open(directory);
+    return open(parent.get().is_null() ? top : parent.str());
 }
 
 int TargetDirectory::open(const std::string& directory) {
     m_directory.reset(::open(directory.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-    m_name = directory;
     if (!m_directory.is_open()) return errno;
     nmk_filesystem::remove_leftovers(m_directory.number());
     return 0;

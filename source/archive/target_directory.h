@@ -30,7 +30,7 @@ class TargetDirectory {
   private:
     int open(const std::string& directory);
 
-    std::string m_name;
+    std::string m_before;  // what precedes the slash before the name of the file
     std::string m_file_name;
     nmk_filesystem::Descriptor m_directory;
 };

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "archive_failure.h"
-#include "platform/stream_objects.h"
+#include "stream_objects.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "archive_failure.h"
-#include "platform/stream_objects.h"
+#include "stream_objects.h"
 
 namespace {
 

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "archive_failure.h"
-#include "platform/stream_objects.h"
 #include "scoped_code_page.h"
+#include "stream_objects.h"
 
 namespace {
 

@@ -11,8 +11,8 @@
 
 #include "archive_failure.h"
 #include "file_contents.h"
-#include "platform/stream_objects.h"
 #include "scratch_directory.h"
+#include "stream_objects.h"
 
 namespace {
 

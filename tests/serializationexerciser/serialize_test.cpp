@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "archive_failure.h"
-#include "platform/stream_objects.h"
 #include "scratch_directory.h"
+#include "stream_objects.h"
 
 namespace {
 

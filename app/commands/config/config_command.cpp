@@ -24,7 +24,7 @@ class ConfigWriter : public nmkConfXMLWriter {
     apPath path_of(const ConfigName& name, int version) const {
         if (name.is_file) return apPath(ap_str(utString(name.text)));
         set_conf_file_dir(utString(name.directory));
-        const apPath path = conf_file_path(utString(name.base), version);
+        apPath path = conf_file_path(utString(name.base), version);
         set_conf_file_dir(utString());
         return path;
     }

@@ -164,7 +164,7 @@ class ViewPainter {
         Colour colour{};
         for (std::size_t i = 0; i < base.size(); ++i) {
             const double value = base[i] * factor;
-            colour[i] = static_cast<std::uint8_t>(value + (255.0 - value) * white + 0.5);
+            colour[i] = static_cast<std::uint8_t>(std::lround(value + (255.0 - value) * white));
         }
         return colour;
     }

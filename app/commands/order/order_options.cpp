@@ -31,12 +31,9 @@ using nmk_shell::Problem;
 
 constexpr int max_effort = 1'000'000;
 
-// A longer limit is none; the clock could not count to it.
-constexpr double max_seconds = 1e9;
-
 OrderRequest::Clock::duration seconds_until_deadline(double seconds) {
     return std::chrono::duration_cast<OrderRequest::Clock::duration>(
-        std::chrono::duration<double>(std::min(seconds, max_seconds)));
+        std::chrono::duration<double>(seconds));
 }
 
 constexpr nmk_shell::Choice<nmk_job::JobUnits> unit_names[] = {

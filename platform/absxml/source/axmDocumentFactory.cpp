@@ -76,7 +76,8 @@ std::shared_ptr<axmDocument> axmDocumentFactory::parse(const apByteArray& bytes,
                                                        axmParseError& error) const {
     return document_of(
         [&bytes](std::string& text) {
-            if (bytes.view().size() > max_document_size) throw Malformed{0, "the document is too large"};
+            if (bytes.view().size() > max_document_size)
+                throw Malformed{0, "the document is too large"};
             text = bytes.view();
         },
         error);

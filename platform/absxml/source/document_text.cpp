@@ -47,8 +47,8 @@ class Utf16Reader {
 
   private:
     std::uint32_t unit_at(std::size_t at) const {
-        const auto first = static_cast<unsigned char>(m_bytes[at]);
-        const auto second = static_cast<unsigned char>(m_bytes[at + 1]);
+        const std::uint32_t first = static_cast<unsigned char>(m_bytes[at]);
+        const std::uint32_t second = static_cast<unsigned char>(m_bytes[at + 1]);
         return m_is_big ? first << 8U | second : second << 8U | first;
     }
 

@@ -115,10 +115,10 @@ TEST(model_figures, join_blocks_at_the_places_that_they_share) {
     Model model;
     model.format = ModelFormat::nmt;
     const Facets facets = cube({0, 0, 0}, 1);
-    for (std::size_t i = 0; i < facets.size(); i += 6) {
+    const auto half = facets.begin() + 6;
+    for (const Facets& part : {Facets(facets.begin(), half), Facets(half, facets.end())}) {
         model.blocks.push_back(std::make_unique<giTriBlock>());
-        model_samples::fill_unshared(*model.blocks.back(),
-                                     {facets.begin() + i, facets.begin() + i + 6});
+        model_samples::fill_unshared(*model.blocks.back(), part);
     }
     const ModelFigures figures = model_figures(model, welded_mesh(model));
     EXPECT_EQ(figures.blocks, 2);

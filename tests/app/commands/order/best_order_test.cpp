@@ -100,10 +100,11 @@ TEST(best_order, is_never_longer_than_the_file_closest_and_shortest_on_real_file
         for (const auto& entry : std::filesystem::directory_iterator(real_inputs::path(kind))) {
             const auto job = nmk_job_files::read_job_file(entry.path().string(), std::nullopt);
             if (!job || job->items.empty() || job->items.size() > most_items) continue;
-            for (const TravelEnds& ends : {all_ends[0], all_ends[1]}) {
+            for (const TravelEnds& ends : {all_ends[1], all_ends[0]}) {
                 expect_none_shorter(*job, ends,
                                     {nmkSortTypeNone, nmkSortTypeClosest, nmkSortTypeShortest},
                                     entry.path().string());
+                if (job->items.size() > 600) break;  // once is long enough
             }
             ++compared;
         }

@@ -120,7 +120,7 @@ TEST(order_options, the_deadline_is_the_time_limit_after_the_beginning) {
     EXPECT_EQ(request.effort, 40);
     ASSERT_TRUE(request.deadline);
     EXPECT_EQ(*request.deadline - begin, std::chrono::milliseconds(2500));
-    const OrderOptions far = read({"f", "--time-limit", "1e12"});
+    const OrderOptions far = read({"f", "--time-limit", "1e9"});
     EXPECT_GT(*order_request(far, nmk_job::JobUnits::millimetres, begin).deadline, begin);
 }
 
