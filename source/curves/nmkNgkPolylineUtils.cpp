@@ -45,6 +45,7 @@ void nmkNgkPolylineUtils::evaluate_equally_spaced_points(const ngkPolyline3& pol
     const int point_count = polyline.point_count();
     if (count <= 1 || point_count == 0) return;
     const bool has_parameters = parameters.size() == point_count;
+    const bool can_be_unset = !polyline.is_valid();
     const std::span<const double> values(parameters.array(),
                                          static_cast<std::size_t>(parameters.size()));
     nmk_curves::EquallySpacedPlaces places(polyline.points(),
@@ -55,7 +56,7 @@ void nmkNgkPolylineUtils::evaluate_equally_spaced_points(const ngkPolyline3& pol
         if (!place.is_set()) return;
         const giPoint3 point = at_place(polyline.points(), place);
         const bool is_end = i == 0 || i == count - 1;
-        if (!is_end && !point.is_set()) return;
+        if (can_be_unset && !is_end && !point.is_set()) return;
         points.add(point);
         if (has_parameters) out_parameters.add(at_place(values, place));
     }
