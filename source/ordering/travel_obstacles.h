@@ -6,6 +6,7 @@
 
 #include <nmktoolbox/ordering/nmkTravelKeepOut.h>
 
+#include <cstddef>
 #include <optional>
 #include <vector>
 
@@ -43,12 +44,11 @@ class TravelObstacles {
 
     void count_near();
     static int cell(double value, double low, double width);
-    int& count_at(int column, int row) {
-        return m_counts[static_cast<std::size_t>(row * (cells + 1) + column)];
+    static std::size_t index(int column, int row) {
+        return static_cast<std::size_t>(row) * (cells + 1) + static_cast<std::size_t>(column);
     }
-    int count_at(int column, int row) const {
-        return m_counts[static_cast<std::size_t>(row * (cells + 1) + column)];
-    }
+    int& count_at(int column, int row) { return m_counts[index(column, row)]; }
+    int count_at(int column, int row) const { return m_counts[index(column, row)]; }
 
     std::vector<TravelPolygon> m_polygons;
     std::vector<int> m_keep_outs;  // by polygon
