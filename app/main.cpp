@@ -4,8 +4,11 @@
 #include <string>
 #include <vector>
 
+#include "commands/config/config_command.h"
+#include "commands/electrode/electrode_command.h"
 #include "commands/id/id_command.h"
 #include "commands/levels/levels_command.h"
+#include "commands/model/model_command.h"
 #include "commands/order/order_command.h"
 #include "commands/registry/registry_command.h"
 #include "commands/route/route_command.h"
@@ -15,8 +18,17 @@
 namespace {
 
 constexpr nmk_shell::Command commands[] = {
-    nmk_order::order_command,   nmk_route::route_command, nmk_solve::solve_command,
-    nmk_levels::levels_command, nmk_id::id_command,       nmk_registry::registry_command,
+    // clang-format off
+    nmk_order::order_command,
+    nmk_route::route_command,
+    nmk_solve::solve_command,
+    nmk_model::model_command,
+    nmk_levels::levels_command,
+    nmk_id::id_command,
+    nmk_registry::registry_command,
+    nmk_electrode::electrode_command,
+    nmk_config::config_command,
+    // clang-format on
 };
 
 }  // namespace

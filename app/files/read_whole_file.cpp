@@ -79,7 +79,10 @@ nmk_text::Error system_error(const std::string& file_name, const char* what) {
     return nmk_text::Error{file_name, 0, std::string(what) + ": " + std::strerror(errno)};
 }
 
-nmk_text::Result<std::string> read_descriptor(int descriptor, const std::string& file_name) {
+enum class Content { lines, bytes };
+
+nmk_text::Result<std::string> read_descriptor(int descriptor, const std::string& file_name,
+                                              Content content) {
     struct stat facts {};
     if (::fstat(descriptor, &facts) != 0) {
         return system_error(file_name, "cannot be read");
@@ -105,7 +108,8 @@ nmk_text::Result<std::string> read_descriptor(int descriptor, const std::string&
             return text;
         }
         const std::string_view bytes(chunk.data(), static_cast<std::size_t>(got));
-        if (const std::size_t line = lines.add(bytes)) {
+        const std::size_t line = content == Content::lines ? lines.add(bytes) : 0;
+        if (line != 0) {
             return nmk_text::Error{file_name, line, too_long_line_message()};
         }
         if (text.size() + bytes.size() > max_file_size) {
@@ -137,7 +141,7 @@ nmk_text::Result<void> check_text_file(const std::string& file_name, const std::
 nmk_text::Result<std::string> read_whole_file(const std::string& file_name) {
     const OpenFile file(::open(file_name.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
     return file.descriptor < 0 ? system_error(file_name, "cannot be opened")
-                               : read_descriptor(file.descriptor, file_name);
+                               : read_descriptor(file.descriptor, file_name, Content::lines);
 }
 
 std::string input_name(const std::string& file_name) {
@@ -145,8 +149,13 @@ std::string input_name(const std::string& file_name) {
 }
 
 nmk_text::Result<std::string> read_input(const std::string& file_name) {
-    return file_name == standard_stream ? read_descriptor(STDIN_FILENO, input_name(file_name))
+    return file_name == standard_stream ? read_descriptor(STDIN_FILENO, input_name(file_name),
+                                                          Content::lines)
                                         : read_whole_file(file_name);
+}
+
+nmk_text::Result<std::string> read_standard_input_bytes() {
+    return read_descriptor(STDIN_FILENO, input_name(standard_stream), Content::bytes);
 }
 
 }  // namespace nmk_files

@@ -8,6 +8,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iterator>
+#include <map>
 #include <utility>
 
 #include "text/escaped_text.h"
@@ -91,6 +92,7 @@ class ArgumentReader {
             return arguments.back() + " needs a value";
         }
         refuse_unknown_options();
+        set_ordered();
         set_positionals();
         check_required();
         check_rules();
@@ -108,6 +110,7 @@ class ArgumentReader {
         const auto set = [this, &option](const Words& values) {
             m_given.push_back(&option);
             for (const std::string& value : values) {
+                if (option.is_ordered) continue;
                 option.is_switch() ? set_switch(option, value) : set_value(option, value);
             }
             return true;
@@ -116,6 +119,20 @@ class ArgumentReader {
         added->expected(option.is_switch() ? 0 : 1)
             ->multi_option_policy(option.is_many ? CLI::MultiOptionPolicy::TakeAll
                                                  : CLI::MultiOptionPolicy::TakeLast);
+        if (option.is_ordered) m_ordered.emplace(added, &option);
+    }
+
+    /// CLI11 calls back once for each option; its record of the order has each occurrence.
+    void set_ordered() {
+        std::map<const CLI::Option*, std::size_t> taken;
+        for (const CLI::Option* const given : m_app.parse_order()) {
+            const auto ordered = m_ordered.find(given);
+            if (ordered == m_ordered.end()) continue;
+            const std::size_t next = taken[given]++;
+            if (next < given->results().size()) {
+                set_value(*ordered->second, given->results()[next]);
+            }
+        }
     }
 
     void set_switch(const Argument& option, const std::string& value) {
@@ -208,6 +225,7 @@ class ArgumentReader {
     CLI::App m_app;
     Words m_words;  // marked
     std::vector<const Argument*> m_given;
+    std::map<const CLI::Option*, const Argument*> m_ordered;
     Problem m_problem;
 };
 

@@ -48,6 +48,14 @@ Argument& OptionTable::repeated_option(std::string names, std::string value, Set
     return added;
 }
 
+Argument& OptionTable::ordered_option(std::string names, std::string value, Setter set,
+                                      std::string about) {
+    Argument& added =
+        repeated_option(std::move(names), std::move(value), std::move(set), std::move(about));
+    added.is_ordered = true;
+    return added;
+}
+
 Argument& OptionTable::option(std::string names, bool& flag, std::string about) {
     return option(
         std::move(names), std::string(),

@@ -36,7 +36,8 @@ struct Argument {
     std::string preset = {};                   // the value without the option; empty: none
     Completes completes = Completes::nothing;  // beside the choices
     bool is_required = false;
-    bool is_many = false;  // a positional argument that takes all that follow
+    bool is_many = false;  // an option that may be repeated; a positional one that takes all left
+    bool is_ordered = false;  // set in the order of the command line, with the others that are
 
     bool is_switch() const { return value.empty(); }
 
@@ -93,6 +94,10 @@ class OptionTable {
 
     /// An option with a value that may be given several times; `set` is called for each.
     Argument& repeated_option(std::string names, std::string value, Setter set, std::string about);
+
+    /// The same for options that belong to what precedes them: the values of all ordered options of
+    /// a command are set in their order on the command line, after those of the other options.
+    Argument& ordered_option(std::string names, std::string value, Setter set, std::string about);
 
     /// A switch without a value.
     Argument& option(std::string names, bool& flag, std::string about);

@@ -28,5 +28,7 @@
 #include <nmktoolbox/ordering/nmkSortPointList.h>
 #include <nmktoolbox/ordering/nmkSortType.h>
 #include <nmktoolbox/ordering/nmkSortedList.h>
+#include <nmktoolbox/ordering/nmkTravelKeepOut.h>
 #include <nmktoolbox/ordering/nmkTravelOrder.h>
 #include <nmktoolbox/ordering/nmkTravelProblem.h>
+#include <nmktoolbox/ordering/nmkTravelWays.h>

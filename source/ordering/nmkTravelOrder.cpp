@@ -11,6 +11,7 @@
 #include "point_of_item.h"
 #include "travel_budget.h"
 #include "travel_check.h"
+#include "travel_check_keep_outs.h"
 #include "travel_exact.h"
 #include "travel_network.h"
 #include "travel_search.h"
@@ -102,6 +103,8 @@ nmkTravelResult nmkTravelOrder::find() const {
     if (!std::isfinite(network.penalty())) {
         return bad_problem("speed, acceleration: expected moves of a time that is finite");
     }
+    fault = nmk_ordering::fault_of_places(network);
+    if (!fault.empty()) return bad_problem(std::move(fault));
     nmkTravelResult result = count <= max_exact_items ? exact(network) : searched(network, budget);
     budget.finish();
     result.stop_reason = budget.stop_reason();

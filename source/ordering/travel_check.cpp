@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "travel_check_keep_outs.h"
+
 namespace nmk_ordering {
 
 namespace {
@@ -133,6 +135,7 @@ std::string fault_of(const nmkTravelProblem& problem) {
     if (fault.empty()) fault = fault_of_ends(problem);
     if (fault.empty()) fault = fault_of_measure(problem);
     if (fault.empty()) fault = fault_of_groups(problem);
+    if (fault.empty()) fault = fault_of_keep_outs(problem);
     return fault;
 }
 

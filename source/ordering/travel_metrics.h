@@ -79,6 +79,9 @@ struct RapidTime {
 
 /// Any of the metrics, picked when it is used.
 struct TravelMetric {
+    using Point = TravelPoint;
+    static Point point(const TravelPoint& p) { return p; }
+
     nmkTravelMeasure measure = nmkTravelMeasure::length;
     RapidTime rapid;
 

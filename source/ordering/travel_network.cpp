@@ -20,17 +20,37 @@ nmkTravelAxes divided(const nmkTravelAxes& axes, double unit) {
     return {axes.x / unit, axes.y / unit, axes.z / unit};
 }
 
-// The power of two above a number; 1 where the number is 0.
+double largest_of(const std::vector<nmkTravelKeepOut>& keep_outs) {
+    double largest = 0.0;
+    for (const nmkTravelKeepOut& keep_out : keep_outs) {
+        for (const std::vector<giPoint2>& part : keep_out.parts) {
+            for (const giPoint2& p : part) {
+                largest = std::max({largest, std::fabs(p.x), std::fabs(p.y)});
+            }
+        }
+    }
+    return largest;
+}
+
+}  // namespace
+
 double unit_of(double largest) {
     int exponent = 0;
     std::frexp(largest, &exponent);
     return largest > 0.0 ? std::ldexp(1.0, std::min(exponent, 1023)) : 1.0;
 }
 
-}  // namespace
+// Places may be far larger than the keep-outs; no product of theirs may overflow.
+double unit_of_keep_outs(const std::vector<nmkTravelKeepOut>& keep_outs) {
+    constexpr double least_unit = 0x1p-150;
+    return std::max(unit_of(largest_of(keep_outs)), least_unit);
+}
+
+TravelMetric scaled_metric(const nmkTravelProblem& problem, double unit) {
+    return {problem.measure, {divided(problem.speed, unit), divided(problem.acceleration, unit)}};
+}
 
 TravelNetwork::TravelNetwork(const nmkTravelProblem& problem) : m_problem(problem) {
-    m_metric = {problem.measure, {problem.speed, problem.acceleration}};
     add_items();
     add_ends();
     m_fixed.assign(at(size()), {-1, -1});
@@ -146,7 +166,7 @@ void TravelNetwork::set_groups() {
 }
 
 void TravelNetwork::scale() {
-    double largest = 0.0;
+    double largest = largest_of(m_problem.keep_outs);
     for (const TravelPoint& p : m_points) {
         largest = std::max({largest, std::fabs(p.x), std::fabs(p.y), std::fabs(p.z)});
     }
@@ -159,8 +179,13 @@ void TravelNetwork::scale() {
         high = {std::max(high.x, p.x), std::max(high.y, p.y), std::max(high.z, p.z)};
     }
     m_is_plane = low.z == high.z;
-    m_metric.rapid = {divided(m_problem.speed, m_unit), divided(m_problem.acceleration, m_unit)};
-    const double largest_leg = m_metric(low, high);
+    m_metric = scaled_metric(m_problem, m_unit);
+    TravelObstacles obstacles(m_problem.keep_outs, m_unit);
+    if (!obstacles.polygons().empty()) {
+        m_legs = std::make_unique<TravelLegs>(std::move(obstacles), m_metric, m_points);
+    }
+    const double largest_leg =
+        m_legs != nullptr ? m_legs->upper_bound(low, high) : m_metric(low, high);
     m_penalty = largest_leg > 0.0 ? largest_leg * penalty_in_largest_costs : 1.0;
 }
 

@@ -14,9 +14,11 @@
 
 #include <array>
 #include <cstddef>
+#include <memory>
 #include <vector>
 
 #include "travel_cost.h"
+#include "travel_legs.h"
 #include "travel_metrics.h"
 
 namespace nmk_ordering {
@@ -27,10 +29,19 @@ struct TravelSequence {
     std::vector<bool> is_reversed;  // by item
 };
 
+/// The power of two above a number; 1 where the number is 0.
+double unit_of(double largest);
+/// The unit of keep-outs alone.
+double unit_of_keep_outs(const std::vector<nmkTravelKeepOut>& keep_outs);
+/// The metric of a problem whose lengths are divided by `unit`.
+TravelMetric scaled_metric(const nmkTravelProblem& problem, double unit);
+
 class TravelNetwork {
   public:
     /// `problem` is borrowed, and has no fault.
     explicit TravelNetwork(const nmkTravelProblem& problem);
+    TravelNetwork(const TravelNetwork&) = delete;
+    TravelNetwork& operator=(const TravelNetwork&) = delete;
 
     const nmkTravelProblem& problem() const { return m_problem; }
     int items() const { return static_cast<int>(m_problem.items.size()); }
@@ -76,12 +87,14 @@ class TravelNetwork {
     /// By node: the node that has to follow it; empty where no item has a direction.
     const std::vector<int>& ahead() const { return m_ahead; }
 
-    /// Length of the leg between two nodes, 0 to a terminal.
+    /// Length of the leg between two nodes, around the keep-outs; 0 to a terminal.
     double leg(int from, int to) const {
-        return from < point_count() && to < point_count()
-                   ? m_metric(m_points[at(from)], m_points[at(to)])
-                   : 0.0;
+        if (from >= point_count() || to >= point_count()) return 0.0;
+        return m_legs != nullptr ? m_legs->cost(from, to)
+                                 : m_metric(m_points[at(from)], m_points[at(to)]);
     }
+    /// Null without keep-outs. It remembers what it has found.
+    TravelLegs* legs() const { return m_legs.get(); }
     /// Length of the whole travel, in the unit of the network.
     double length(const TravelSequence& sequence) const;
 
@@ -121,6 +134,7 @@ class TravelNetwork {
     std::vector<int> m_ahead;
     std::vector<int> m_groups;
     TravelMetric m_metric;
+    std::unique_ptr<TravelLegs> m_legs;
     double m_penalty = 1.0;
     double m_unit = 1.0;
     bool m_is_plane = false;

@@ -20,6 +20,8 @@ constexpr int max_cell_items = 12000;
 
 // Neighbours of a node that the search may join it to. With groups as many again of its own.
 constexpr int neighbour_count = 6;
+// Beside keep-outs, where some of the nearest are behind one.
+constexpr int neighbour_count_beside_keep_outs = 10;
 // Those of them that are the nearest in each quadrant, so that a cluster of points has neighbours
 // outside of it.
 constexpr int neighbours_of_quadrant = 2;
@@ -33,6 +35,28 @@ constexpr std::array<Pass, 3> passes = {{{0.5, 0.4}, {0.4, 0.3}, {0.6, 0.3}}};
 
 std::size_t at(int index) { return static_cast<std::size_t>(index); }
 
+// The metric by which neighbours are looked for, and a node as a point of the metric of the search.
+// Beside keep-outs they are the nearest in a straight line, sorted by the ways to them.
+template <class Metric>
+struct MetricOfSearch {
+    using Straight = Metric;
+    static const Metric& straight(const TravelNetwork&, const Metric& metric) { return metric; }
+    static typename Metric::Point point(const TravelNetwork& network, int node) {
+        return Metric::point(network.points()[at(node)]);
+    }
+    static constexpr int neighbours = neighbour_count;
+};
+
+template <>
+struct MetricOfSearch<LegLength> {
+    using Straight = TravelMetric;
+    static const TravelMetric& straight(const TravelNetwork& network, const LegLength&) {
+        return network.metric();
+    }
+    static int point(const TravelNetwork&, int node) { return node; }
+    static constexpr int neighbours = neighbour_count_beside_keep_outs;
+};
+
 template <class Metric>
 TravelCost<Metric> cost_of(const TravelNetwork& network, const TravelCell& cell,
                            const Metric& metric) {
@@ -41,7 +65,7 @@ TravelCost<Metric> cost_of(const TravelNetwork& network, const TravelCell& cell,
     cost.penalty = network.penalty();
     for (const int node : cell.nodes) {
         if (node < network.point_count()) {
-            cost.points.push_back(Metric::point(network.points()[at(node)]));
+            cost.points.push_back(MetricOfSearch<Metric>::point(network, node));
             if (!network.groups().empty()) cost.groups.push_back(network.groups()[at(node)]);
             continue;
         }
@@ -60,12 +84,13 @@ TravelCost<Metric> cost_of(const TravelNetwork& network, const TravelCell& cell,
 template <class Metric>
 class NeighbourLists {
   public:
-    NeighbourLists(const TravelCell& cell, const TravelCost<Metric>& cost,
-                   const std::vector<TravelPoint>& points, TravelBudget& budget)
+    NeighbourLists(const TravelNetwork& network, const TravelCell& cell,
+                   const TravelCost<Metric>& cost, const std::vector<TravelPoint>& points,
+                   TravelBudget& budget)
         : m_cell(cell),
           m_cost(cost),
           m_budget(budget),
-          m_tree(cost.metric, points, static_cast<int>(points.size())) {}
+          m_tree(Traits::straight(network, cost.metric), points, static_cast<int>(points.size())) {}
 
     TravelNeighbours lists() {
         const int points = static_cast<int>(m_cost.points.size());
@@ -81,6 +106,9 @@ class NeighbourLists {
     }
 
   private:
+    using Traits = MetricOfSearch<Metric>;
+    using Tree = TravelTree<typename Traits::Straight>;
+
     bool fits(int node, int other) const {
         const TravelEndType type = m_cell.types[at(node)];
         return other != node && m_cell.mates[at(node)] != other &&
@@ -94,7 +122,7 @@ class NeighbourLists {
         if (m_budget.is_over()) return;  // the climb will not begin
         const bool has_groups = !m_cost.groups.empty();
         m_tree.nearest(
-            node, neighbour_count,
+            node, Traits::neighbours,
             [&](int other) {
                 return fits(node, other) && !(has_groups && is_in_group(node, other));
             },
@@ -110,7 +138,7 @@ class NeighbourLists {
         }
         if (!has_groups) return;
         m_tree.nearest(
-            node, neighbour_count,
+            node, Traits::neighbours,
             [&](int other) { return fits(node, other) && is_in_group(node, other); }, m_found);
         add_found(node);
     }
@@ -150,9 +178,9 @@ class NeighbourLists {
     const TravelCell& m_cell;
     const TravelCost<Metric>& m_cost;
     TravelBudget& m_budget;
-    TravelTree<Metric> m_tree;
+    Tree m_tree;
     TravelNeighbours m_lists;
-    std::vector<typename TravelTree<Metric>::Found> m_found;
+    std::vector<typename Tree::Found> m_found;
 };
 
 template <class Metric>
@@ -232,7 +260,7 @@ class CellSearch {
             if (node < m_network.point_count()) points.push_back(m_network.points()[at(node)]);
         }
         const TravelNeighbours neighbours =
-            NeighbourLists<Metric>(cell, cost, points, m_budget).lists();
+            NeighbourLists<Metric>(m_network, cell, cost, points, m_budget).lists();
         if (m_budget.is_over()) return;
         TravelRing ring(cell.order, cell.mates, one_ways(cell));
         TravelClimb<TravelCost<Metric>>(cost, neighbours, ring, m_budget).run(steps);
@@ -256,7 +284,7 @@ class CellSearch {
     TravelBudget& m_budget;
 };
 
-// Calls `work` with the metric of a network.
+// Calls `work` with the metric of a network, in a straight line.
 template <class Work>
 void with_metric(const TravelNetwork& network, const Work& work) {
     switch (network.metric().measure) {
@@ -302,9 +330,14 @@ double half_of_nearest(const TravelNetwork& network, const Metric& metric) {
 TravelSequence search_sequence(const TravelNetwork& network, const TravelSequence& start,
                                TravelBudget& budget) {
     TravelTour tour(network, network.ring(start));
-    with_metric(network, [&](const auto& metric) {
+    const auto search = [&](const auto& metric) {
         CellSearch<std::decay_t<decltype(metric)>>(network, metric, tour, budget).run();
-    });
+    };
+    if (network.legs() != nullptr) {
+        search(LegLength{network.legs()});
+    } else {
+        with_metric(network, search);
+    }
     return network.sequence(tour.ring());
 }
 

@@ -11,7 +11,7 @@ TravelSequence search_sequence(const TravelNetwork& network, const TravelSequenc
                                TravelBudget& budget);
 
 /// A length that no sequence falls below: each node of an item pays half the way to its nearest
-/// neighbours, as many as it has legs.
+/// neighbours, as many as it has legs. Keep-outs only make ways longer, and are left out.
 double lower_bound(const TravelNetwork& network);
 
 }  // namespace nmk_ordering

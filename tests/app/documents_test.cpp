@@ -21,9 +21,10 @@ std::vector<std::string> words_of(const std::string& command, const std::string&
     std::istringstream text(command);
     std::vector<std::string> words;
     for (std::string word; text >> word;) {
+        const bool is_converted = words.size() == 3 && words[1] == "convert";
         const bool is_written =
-            !words.empty() &&
-            (words.back() == "-o" || words.back() == "--svg" || words.back() == "--debug-svg");
+            !words.empty() && (is_converted || words.back() == "-o" || words.back() == "create" ||
+                               words.back() == "--svg" || words.back() == "--debug-svg");
         words.push_back(is_written                     ? directory + "/" + word
                         : word.starts_with("samples/") ? root + word
                                                        : word);
@@ -123,6 +124,28 @@ TEST(documents, show_identifiers_as_they_are_printed) {
     EXPECT_EQ(document.outputs, 2);
 }
 
+TEST(documents, show_electrode_archives_as_they_are_printed) {
+    DocumentWalk document("docs/nmk-electrode.md");
+    document.walk();
+    EXPECT_EQ(document.commands, 4);
+    EXPECT_EQ(document.outputs, 2);
+}
+
+TEST(documents, show_which_configuration_is_chosen) {
+    DocumentWalk document("docs/nmk-config.md");
+    document.walk();
+    EXPECT_EQ(document.commands, 2);
+    EXPECT_EQ(document.outputs, 2);
+}
+
+TEST(documents, show_the_figures_of_the_sample_model) {
+    DocumentWalk document("docs/nmk-model.md");
+    document.walk();
+    EXPECT_EQ(document.commands, 3);
+    EXPECT_EQ(document.outputs, 2);
+    EXPECT_EQ(document.pictures, 1);
+}
+
 /// The long options in a text.
 std::set<std::string> options_in(const std::string& text) {
     std::set<std::string> options;
@@ -134,7 +157,8 @@ std::set<std::string> options_in(const std::string& text) {
 }
 
 TEST(documents, list_the_options_of_the_help) {
-    for (const std::string name : {"order", "route", "solve", "id", "registry"}) {
+    for (const std::string name :
+         {"order", "route", "solve", "id", "registry", "electrode", "config", "model"}) {
         const std::set<std::string> options = options_in(run({"help", name}).out);
         EXPECT_GE(options.size(), 4U) << name;
         EXPECT_EQ(options_in(nmk_job::bytes_of_file(root + "docs/nmk-" + name + ".md")), options)
@@ -148,8 +172,8 @@ TEST(documents, name_output_files_that_the_clone_ignores) {
     for (std::string rule; std::getline(rules, rule);) ignored.insert(rule);
     int outputs = 0;
     const std::regex written("(?:-o|--svg|--debug-svg|--html|--csv) ([a-z]+\\.[a-z]+)");
-    for (const std::string name :
-         {"README.md", "docs/nmk-order.md", "docs/nmk-route.md", "docs/nmk-solve.md"}) {
+    for (const std::string name : {"README.md", "docs/nmk-order.md", "docs/nmk-route.md",
+                                   "docs/nmk-solve.md", "docs/nmk-model.md"}) {
         std::istringstream lines(nmk_job::bytes_of_file(root + name));
         for (std::string line; std::getline(lines, line);) {
             if (!line.starts_with("nmk ") && !line.starts_with("| `./nmk ")) continue;
@@ -174,7 +198,7 @@ TEST(documents, show_working_commands_on_the_first_page) {
             ++commands;
         }
     }
-    EXPECT_EQ(commands, 4);
+    EXPECT_EQ(commands, 5);
 }
 
 }  // namespace

@@ -7,9 +7,11 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace plain {
@@ -44,9 +46,16 @@ inline const giPoint3& travel_exit(const nmkTravelItem& item, bool is_reversed) 
     return is_reversed ? item.start : item.end;
 }
 
+/// The length of the leg between two places.
+using TravelLeg = std::function<double(const giPoint3&, const giPoint3&)>;
+
+inline TravelLeg straight_legs(const nmkTravelProblem& problem) {
+    return [&problem](const giPoint3& a, const giPoint3& b) { return travel_leg(problem, a, b); };
+}
+
 /// The travel in a given order, with the legs at both ends.
 inline double travel_length(const nmkTravelProblem& problem, const std::vector<int>& order,
-                            const std::vector<bool>& is_reversed) {
+                            const std::vector<bool>& is_reversed, const TravelLeg& leg) {
     using Kind = nmkTravelEnd::Kind;
     const bool has_start = problem.start.kind == Kind::place;
     std::vector<giPoint3> ways;  // from, to, from, to ...
@@ -68,9 +77,13 @@ inline double travel_length(const nmkTravelProblem& problem, const std::vector<i
     }
     double length = 0.0;
     for (std::size_t i = 0; i + 1 < ways.size(); i += 2) {
-        length += travel_leg(problem, ways[i], ways[i + 1]);
+        length += leg(ways[i], ways[i + 1]);
     }
     return length;
+}
+inline double travel_length(const nmkTravelProblem& problem, const std::vector<int>& order,
+                            const std::vector<bool>& is_reversed) {
+    return travel_length(problem, order, is_reversed, straight_legs(problem));
 }
 
 /// Whether the items of each group follow each other. In a closed travel from item to item the last
@@ -119,7 +132,10 @@ inline bool is_allowed(const nmkTravelProblem& problem, const std::vector<int>& 
 class ShortestTravel {
   public:
     explicit ShortestTravel(const nmkTravelProblem& problem)
+        : ShortestTravel(problem, straight_legs(problem)) {}
+    ShortestTravel(const nmkTravelProblem& problem, TravelLeg leg)
         : m_problem(problem),
+          m_leg(std::move(leg)),
           m_is_reversed(problem.items.size(), false),
           m_is_used(problem.items.size(), false) {
         extend(0.0);
@@ -131,7 +147,7 @@ class ShortestTravel {
         if (length > m_least) return;
         if (m_order.size() == m_problem.items.size()) {
             if (!is_allowed(m_problem, m_order, m_is_reversed)) return;
-            m_least = std::min(m_least, travel_length(m_problem, m_order, m_is_reversed));
+            m_least = std::min(m_least, travel_length(m_problem, m_order, m_is_reversed, m_leg));
             return;
         }
         for (std::size_t item = 0; item < m_problem.items.size(); ++item) {
@@ -145,9 +161,9 @@ class ShortestTravel {
         if (!m_order.empty()) {
             const auto last = static_cast<std::size_t>(m_order.back());
             const giPoint3& exit = travel_exit(m_problem.items[last], m_is_reversed[last]);
-            length += travel_leg(m_problem, exit, entry);
+            length += m_leg(exit, entry);
         } else if (m_problem.start.kind == nmkTravelEnd::Kind::place) {
-            length += travel_leg(m_problem, m_problem.start.place, entry);
+            length += m_leg(m_problem.start.place, entry);
         }
         m_is_used[item] = true;
         m_is_reversed[item] = is_reversed;
@@ -159,6 +175,7 @@ class ShortestTravel {
     }
 
     const nmkTravelProblem& m_problem;
+    TravelLeg m_leg;
     std::vector<int> m_order;
     std::vector<bool> m_is_reversed;
     std::vector<bool> m_is_used;

@@ -73,6 +73,19 @@ TEST(SafeFile, that_is_not_committed_leaves_nothing) {
     EXPECT_EQ(scratch.file_count(), 1U);
 }
 
+TEST(SafeFile, does_not_wait_for_the_disk_where_the_flush_is_skipped) {
+    const ScratchDirectory scratch;
+    const std::string name = scratch.path() + "/f";
+    const Fault no_flush("fsync", EIO);
+    SafeFile file;
+    ASSERT_EQ(file.create(name, 0666), 0);
+    EXPECT_EQ(file.write("all"), 0);
+    file.skip_flush();
+    EXPECT_EQ(file.commit(Existing::replaced), 0);
+    EXPECT_EQ(contents_of(name), "all");
+    EXPECT_EQ(write_whole(name, "more"), EIO) << "without it the disk is asked";
+}
+
 TEST(SafeFile, replaces_or_keeps_what_has_the_name) {
     const ScratchDirectory scratch;
     const std::string name = scratch.file("f", "before");

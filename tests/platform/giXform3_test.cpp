@@ -60,7 +60,7 @@ INSTANTIATE_TEST_SUITE_P(
         KindCase{"mirror_axis_scale", scale(-1, 2, 3), 13},
         KindCase{"mirror_affine", turn() * scale(-1, 2, 3), 14},
         KindCase{"singular", scale(1, 1, 0), 15}, KindCase{"nothing", scale(0, 0, 0), 15},
-        KindCase{"not_a_number", scale(1, std::numeric_limits<double>::quiet_NaN(), 1), 15},
+        KindCase{"nan", scale(1, std::numeric_limits<double>::quiet_NaN(), 1), 15},
         KindCase{"infinite", scale(std::numeric_limits<double>::infinity(), 1, 1), 15},
         KindCase{"a_very_small_scale", scale(1e-200, 1e-200, 1e-200), 4},
         KindCase{"a_very_small_mirror", scale(-1e-200, -1e-200, -1e-200), 11}),

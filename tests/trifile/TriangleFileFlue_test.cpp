@@ -8,8 +8,8 @@
 #include <tuple>
 
 #include "comma_locale.h"
+#include "flue_samples.h"
 #include "model_samples.h"
-#include "trifile/flue_samples.h"
 #include "trifile/percent_recorder.h"
 
 using flue_samples::Block;

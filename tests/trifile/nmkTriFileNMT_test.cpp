@@ -8,7 +8,7 @@
 #include <string>
 
 #include "model_samples.h"
-#include "trifile/nmt_samples.h"
+#include "nmt_samples.h"
 #include "trifile/percent_recorder.h"
 #include "trifile/unit_switch.h"
 

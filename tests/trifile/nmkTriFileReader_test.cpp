@@ -12,11 +12,11 @@
 #include <vector>
 
 #include "comma_locale.h"
+#include "flue_samples.h"
 #include "model_samples.h"
+#include "nmt_samples.h"
 #include "real_inputs.h"
 #include "scratch_directory.h"
-#include "trifile/flue_samples.h"
-#include "trifile/nmt_samples.h"
 #include "trifile/sample_clipboard.h"
 #include "trifile/unit_switch.h"
 

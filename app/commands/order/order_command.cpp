@@ -28,7 +28,7 @@ namespace {
 // From this number of items on, the tool announces that annealing takes long.
 constexpr std::size_t many_items = 2000;
 
-bool anneals(nmkSortType type) {
+bool anneals(OrderType type) {
     return type == nmkSortTypeShortest || type == nmkSortTypeShortestOneWay;
 }
 
@@ -51,18 +51,24 @@ void announce_long_work(const nmk_job::MachiningJob& job, const OrderRequest& re
     if (anneals(request.type) && items >= many_items) {
         err << "nmk order: " << items << " items in one run: " << sort_type_name(request.type)
             << " tries at least " << items * 15000 / 1000000
-            << " million moves; --type closest is quicker\n";
+            << " million moves; --type best is quicker and shorter\n";
     }
 }
 
 /// Prints at the first Ctrl-C what happens next.
-void print_stop(nmkSortType type, const OrderRun& run, std::ostream& err) {
-    if (!finishes_run_at_hand(type)) {
-        err << "nmk order: stopping; items not yet ordered stay in the order of the file\n";
-    } else {
-        err << "nmk order: stopping when "
-            << (run.name == "all" ? "this run" : nmk_text::line_text(run.name))
-            << " is ordered; Ctrl-C again ends with nothing written\n";
+void print_stop(OrderType type, const OrderRun& run, std::ostream& err) {
+    switch (stop_effect(type)) {
+        case StopEffect::keeps_done:
+            err << "nmk order: stopping; items not yet ordered stay in the order of the file\n";
+            break;
+        case StopEffect::keeps_best:
+            err << "nmk order: stopping; the best order so far is kept\n";
+            break;
+        case StopEffect::finishes:
+            err << "nmk order: stopping when "
+                << (run.name == "all" ? "this run" : nmk_text::line_text(run.name))
+                << " is ordered; Ctrl-C again ends with nothing written\n";
+            break;
     }
     err.flush();
 }
@@ -81,13 +87,14 @@ int ending(const OrderReport& report, const nmk_files::WrittenFiles& written, st
            std::ostream& err) {
     const int code = nmk_shell::finish(out, err, "the figures", written);
     if (code == nmk_shell::done && report.stopped) {
-        err << "nmk order: stopped; items not yet ordered are in the order of the file\n";
+        err << stopped_line(report.request.type);
     }
     return code;
 }
 
 int order_one(const OrderOptions& options, nmkProgressBreak* progress, bool announce,
               std::ostream& out, std::ostream& err) {
+    const auto begin = OrderRequest::Clock::now();
     const nmk_text::Result<nmk_job::MachiningJob> read =
         nmk_job_files::read_job_file(options.file_name, options.units, options.format);
     if (!read) {
@@ -98,7 +105,7 @@ int order_one(const OrderOptions& options, nmkProgressBreak* progress, bool anno
         nmk_shell::refuse(err, no_items_message(nmk_files::input_name(options.file_name)));
         return nmk_shell::no_result;
     }
-    const OrderRequest request = order_request(options, job.units);
+    const OrderRequest request = order_request(options, job.units, begin);
     if (announce) {
         announce_long_work(job, request, err);
     }

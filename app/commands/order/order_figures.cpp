@@ -16,25 +16,39 @@ double longest_component(const giPoint3& a, const giPoint3& b) {
 void add_to_total(TravelFigures& total, const TravelFigures& row) {
     total.travel += row.travel;
     total.per_axis += row.per_axis;
-    total.longest = std::max(total.longest, row.longest);
+    total.start_leg += row.start_leg;
+    total.end_leg += row.end_leg;
+    if (row.longest > total.longest) {
+        total.longest = row.longest;
+        total.longest_from = row.longest_from;
+        total.longest_to = row.longest_to;
+    }
 }
 
 }  // namespace
 
 TravelFigures measure_travel(const std::vector<nmk_job::JobItem>& items,
-                             std::span<const nmk_job::JobCut> cuts) {
+                             std::span<const nmk_job::JobCut> cuts, const TravelEnds& ends) {
     TravelFigures figures;
-    for (std::size_t i = 1; i < cuts.size(); ++i) {
-        const giPoint3& from = nmk_job::exit_of(items[cuts[i - 1].item], cuts[i - 1].reversed);
-        const giPoint3& to = nmk_job::entry_of(items[cuts[i].item], cuts[i].reversed);
+    const std::size_t last = move_count(cuts.size(), ends) - 1;
+    std::size_t move = 0;
+    each_move(items, cuts, ends, [&](const giPoint3& from, const giPoint3& to) {
         const double length = from.distance(to);
         figures.travel += length;
         figures.per_axis += longest_component(from, to);
         if (length > figures.longest) {
             figures.longest = length;
-            figures.longest_after = i - 1;
+            figures.longest_from = from;
+            figures.longest_to = to;
         }
-    }
+        if (move == 0 && ends.start) {
+            figures.start_leg = length;
+        }
+        if (move == last && (ends.end || ends.is_closed)) {
+            figures.end_leg = length;
+        }
+        ++move;
+    });
     return figures;
 }
 
@@ -43,8 +57,8 @@ OrderFigures measure_order(const nmk_job::MachiningJob& job, const OrderedJob& o
     figures.total.name = "total";
     for (const OrderRun& run : ordered.runs) {
         ToolFigures row{run.name, run.diameter, run.count,
-                        measure_travel(job.items, run.of(ordered.before)),
-                        measure_travel(job.items, run.of(ordered.after))};
+                        measure_travel(job.items, run.of(ordered.before), run.ends),
+                        measure_travel(job.items, run.of(ordered.after), run.ends)};
         figures.total.items += row.items;
         add_to_total(figures.total.before, row.before);
         add_to_total(figures.total.after, row.after);

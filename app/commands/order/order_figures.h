@@ -1,9 +1,11 @@
 // order_figures.h: the travel of the cutter between cuts, and the time that it takes.
 //
-// Travel is movement without cutting within one run: from the end of each item to the beginning of
-// the next. The moves to the first item and from the last one are not counted, since they belong to
-// the tool changes. Lengths are millimetres.
+// Travel is movement without cutting within one run: from the start place to the first item, from
+// the end of each item to the beginning of the next, and to the end place. A start or an end that
+// is free has no move. Lengths are millimetres.
 #pragma once
+
+#include <geometry/giPoint3.h>
 
 #include <cstddef>
 #include <optional>
@@ -18,10 +20,13 @@ namespace nmk_order {
 
 /// The moves of one run, or of several together.
 struct TravelFigures {
-    double travel = 0.0;            // mm, along straight lines
-    double per_axis = 0.0;          // mm, each move as its longest component (Chebyshev)
-    double longest = 0.0;           // mm; 0 if there is no move
-    std::size_t longest_after = 0;  // position of the cut that the longest move leaves
+    double travel = 0.0;                   // mm, along straight lines
+    double per_axis = 0.0;                 // mm, each move as its longest component (Chebyshev)
+    double start_leg = 0.0;                // mm, of travel: from the start place to the first item
+    double end_leg = 0.0;                  // mm, likewise: from the last item to the end
+    double longest = 0.0;                  // mm; 0 if there is no move
+    giPoint3 longest_from{0.0, 0.0, 0.0};  // the ends of that move
+    giPoint3 longest_to{0.0, 0.0, 0.0};
 };
 
 /// One row of the table.
@@ -40,7 +45,7 @@ struct OrderFigures {
 };
 
 TravelFigures measure_travel(const std::vector<nmk_job::JobItem>& items,
-                             std::span<const nmk_job::JobCut> cuts);
+                             std::span<const nmk_job::JobCut> cuts, const TravelEnds& ends = {});
 
 OrderFigures measure_order(const nmk_job::MachiningJob& job, const OrderedJob& ordered);
 

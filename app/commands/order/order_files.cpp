@@ -44,6 +44,7 @@ struct RunOfFile {
     std::size_t file;
     std::size_t run;
     std::size_t items;
+    double time_share = 1.0;  // of the time until the deadline, for its search
 };
 
 using Task = std::vector<RunOfFile>;
@@ -91,7 +92,7 @@ class FilesOrderer {
         FileToOrder& file = m_files.emplace_back();
         file.options = options;
         file.job = *std::move(job);
-        file.request = order_request(options, file.job.units);
+        file.request = order_request(options, file.job.units, m_begin);
         file.ordered = unordered_job(file.job, file.request);
         for (std::size_t run = 0; run < file.ordered.runs.size(); ++run) {
             file.runs.push_back(skipped_run(file.ordered, run));
@@ -109,7 +110,19 @@ class FilesOrderer {
         }
         std::stable_sort(runs.begin(), runs.end(),
                          [](const RunOfFile& a, const RunOfFile& b) { return a.items > b.items; });
+        share_time(runs);
         return runs;
+    }
+
+    /// The workers together take the runs one after the other, and share the time that is left
+    /// among those that are still to be ordered.
+    void share_time(std::vector<RunOfFile>& runs) const {
+        double items_left = 0.0;
+        for (auto run = runs.rbegin(); run != runs.rend(); ++run) {
+            const auto items = static_cast<double>(run->items);
+            items_left += items;
+            run->time_share = std::min(items * m_options.jobs / items_left, 1.0);
+        }
     }
 
     std::vector<Task> all_tasks() const {
@@ -171,7 +184,7 @@ class FilesOrderer {
             const FileToOrder& file = m_files[each.file];
             runs.push_back(silent.is_stopped() ? skipped_run(file.ordered, each.run)
                                                : order_run(file.job, file.request, file.ordered,
-                                                           each.run, &silent));
+                                                           each.run, &silent, each.time_share));
         }
         return bytes_of_runs(runs);
     }
@@ -239,12 +252,13 @@ class FilesOrderer {
             code = std::max(code, problem.code);
         }
         if (m_is_stopped && code == nmk_shell::done) {
-            m_err << "nmk order: stopped; items not yet ordered are in the order of the file\n";
+            m_err << stopped_line(m_options.type);
         }
         return code;
     }
 
     const OrderOptions& m_options;
+    const OrderRequest::Clock::time_point m_begin = OrderRequest::Clock::now();
     nmkProgressBreak* m_progress;
     std::ostream& m_out;
     std::ostream& m_err;

@@ -1,16 +1,15 @@
-// order_job: orders the items of a job with the library's sorters.
+// order_job: orders the items of a job, run by run.
 
 #include "commands/order/order_job.h"
 
-#include <nmktoolbox/ordering/nmkPointSorter.h>
-#include <nmktoolbox/ordering/nmkSortItemLine.h>
 #include <nmktoolbox/runtime/nmkVersion.h>
 
 #include <algorithm>
-#include <deque>
 #include <utility>
 
+#include "commands/order/best_run.h"
 #include "commands/order/order_figures.h"
+#include "commands/order/sorted_run.h"
 #include "shell/progress_relay.h"
 
 namespace nmk_order {
@@ -25,78 +24,8 @@ using Items = std::vector<nmk_job::JobItem>;
 constexpr double expected_steps = 21000.0;
 constexpr double expected_steps_for_each_item = 7.5;
 
-bool has_slots(const Items& items, std::span<const nmk_job::JobCut> cuts) {
-    return std::any_of(cuts.begin(), cuts.end(),
-                       [&](const nmk_job::JobCut& cut) { return items[cut.item].end.has_value(); });
-}
-
-/// One library item for each cut, with the position of the cut as its index. A deque, since the
-/// library borrows the items.
-///
-/// The sorters need an end on all items or on none: beside slots, a hole is a line of no length.
-std::deque<nmkSortItemLine> library_items(const Items& items,
-                                          std::span<const nmk_job::JobCut> cuts) {
-    const bool are_lines = has_slots(items, cuts);
-    const giPoint3 no_end;  // unset, which the sorters read as a point without an end
-    std::deque<nmkSortItemLine> result;
-    for (const nmk_job::JobCut& cut : cuts) {
-        const nmk_job::JobItem& item = items[cut.item];
-        const giPoint3& end = are_lines ? item.end.value_or(item.start) : no_end;
-        result.emplace_back(item.start, end).set_index(static_cast<int>(result.size()) - 1);
-    }
-    return result;
-}
-
-struct SortedCuts {
-    nmk_job::JobOrder cuts;
-    bool stopped = false;  // a stop left cuts undone; they follow in the order that they had
-};
-
-SortedCuts sorted_cuts(const Items& items, std::span<const nmk_job::JobCut> cuts,
-                       const OrderRequest& request, nmkProgressBreak* progress) {
-    std::deque<nmkSortItemLine> lines = library_items(items, cuts);
-    nmkPointSorter sorter(request.type);
-    for (nmkSortItemLine& line : lines) {
-        sorter.add_item(nmkSortItemPrf(&line));
-    }
-    nmkSortList& sorted = sorter.sort(request.tolerance, request.start, progress);
-    SortedCuts result;
-    result.cuts.reserve(cuts.size());
-    std::vector<bool> taken(cuts.size(), false);
-    sorted.reset();
-    while (sorted.forwards() != 0) {
-        const auto i = static_cast<std::size_t>(sorted.read()->index());
-        if (!taken[i]) {
-            taken[i] = true;
-            const bool is_slot = items[cuts[i].item].end.has_value();
-            result.cuts.push_back({cuts[i].item, is_slot && lines[i].reversed() != 0});
-        }
-    }
-    result.stopped = result.cuts.size() < cuts.size();
-    for (std::size_t i = 0; i < cuts.size(); ++i) {
-        if (!taken[i]) {
-            result.cuts.push_back(cuts[i]);
-        }
-    }
-    return result;
-}
-
-bool finds_shortest(nmkSortType type) {
+bool anneals(OrderType type) {
     return type == nmkSortTypeShortest || type == nmkSortTypeShortestOneWay;
-}
-
-/// The library orders lines around a ring, which has no first item: cuts the ring open at its
-/// longest move, which is then not travelled. The order around the ring does not change.
-void open_ring_at_longest_move(const Items& items, nmk_job::JobOrder& cuts) {
-    const nmk_job::JobCut& first = cuts.front();
-    const nmk_job::JobCut& last = cuts.back();
-    const double closing = nmk_job::exit_of(items[last.item], last.reversed)
-                               .distance(nmk_job::entry_of(items[first.item], first.reversed));
-    const TravelFigures open = measure_travel(items, cuts);
-    if (open.longest > closing) {
-        const auto begin = static_cast<std::ptrdiff_t>(open.longest_after) + 1;
-        std::rotate(cuts.begin(), cuts.begin() + begin, cuts.end());
-    }
 }
 
 constexpr const char* not_ordered = "not ordered; its items are in the order of the file";
@@ -113,41 +42,72 @@ class RunOrderer {
           m_progress(progress == nullptr ? nullptr : &m_relay),
           m_result(result) {}
 
-    void order(const OrderRun& run) {
+    /// `time_share` is the part of the time until the deadline that the search may take.
+    void order(const OrderRun& run, double time_share) {
         if (m_relay.stop_requested()) {
             m_result.stopped = true;
             add_note(run, not_ordered);
             return;
         }
+        m_run = &run;
         const std::span<nmk_job::JobCut> cuts =
             std::span(m_result.after).subspan(run.begin, run.count);
-        m_run = &run;
-        if (finishes_run_at_hand(m_request.type)) {
-            m_relay.set_expected_range(expected_steps + expected_steps_for_each_item *
-                                                            static_cast<double>(run.count));
-        }
-        SortedCuts sorted = sorted_cuts(m_items, cuts, m_request, m_progress);
-        if (sorted.stopped) {
-            m_result.stopped = true;
-            add_note(run, "stopped; the rest of its items follow in the order of the file");
-        } else if (finds_shortest(m_request.type) && !shorten(run, sorted.cuts)) {
-            return;
-        }
-        std::copy(sorted.cuts.begin(), sorted.cuts.end(), cuts.begin());
+        const nmk_job::JobOrder order = m_request.type ? sorted(run, cuts, *m_request.type)
+                                                       : best(run, cuts, limits(time_share));
+        std::copy(order.begin(), order.end(), cuts.begin());
     }
 
   private:
-    /// Opens a ring of slots; returns false, with a note, if the order of the file is shorter.
-    bool shorten(const OrderRun& run, nmk_job::JobOrder& cuts) {
-        if (cuts.size() > 2 && has_slots(m_items, cuts)) {
-            open_ring_at_longest_move(m_items, cuts);
+    SearchLimits limits(double time_share) const {
+        SearchLimits limits;
+        limits.effort = m_request.effort;
+        if (m_request.deadline) {
+            const std::chrono::duration<double> left =
+                *m_request.deadline - OrderRequest::Clock::now();
+            limits.seconds = left.count() * time_share;
         }
-        const double of_file = measure_travel(m_items, run.of(m_result.before)).travel;
-        if (measure_travel(m_items, cuts).travel > of_file) {
+        return limits;
+    }
+
+    nmk_job::JobOrder best(const OrderRun& run, std::span<const nmk_job::JobCut> cuts,
+                           const SearchLimits& limits) {
+        BestCuts best = best_cuts(m_items, cuts, run.ends, limits, m_progress);
+        if (best.end == SearchEnd::stopped) {
+            m_result.stopped = true;
+            add_note(run, "stopped; its order is the best so far");
+        } else if (best.end == SearchEnd::time_limit) {
+            add_note(run, "the search ended at the time limit");
+        }
+        return std::move(best.cuts);
+    }
+
+    nmk_job::JobOrder sorted(const OrderRun& run, std::span<const nmk_job::JobCut> cuts,
+                             nmkSortType type) {
+        if (stop_effect(type) == StopEffect::finishes) {
+            m_relay.set_expected_range(expected_steps + expected_steps_for_each_item *
+                                                            static_cast<double>(run.count));
+        }
+        const giPoint3 start = m_request.ends.start.value_or(giPoint3(0.0, 0.0, 0.0));
+        SortedCuts sorted =
+            sorted_cuts(m_items, cuts, type, start, m_request.tolerance, m_progress);
+        if (sorted.stopped) {
+            m_result.stopped = true;
+            add_note(run, "stopped; the rest of its items follow in the order of the file");
+        } else if (anneals(type)) {
+            open_ring(m_items, run.ends, sorted.cuts);
+            keep_shorter(run, cuts, sorted.cuts);
+        }
+        return std::move(sorted.cuts);
+    }
+
+    /// Keeps the order of the file, with a note, if that is shorter.
+    void keep_shorter(const OrderRun& run, std::span<const nmk_job::JobCut> of_file,
+                      nmk_job::JobOrder& cuts) {
+        const double travel = measure_travel(m_items, of_file, run.ends).travel;
+        if (measure_travel(m_items, cuts, run.ends).travel > travel) {
             add_note(run, "the order of the file is shorter and was kept");
-            return false;
+            cuts.assign(of_file.begin(), of_file.end());
         }
-        return true;
     }
 
     void report_stop() const {
@@ -169,21 +129,33 @@ class RunOrderer {
     OrderedJob& m_result;
 };
 
-std::vector<OrderRun> runs_of(const nmk_job::MachiningJob& job, bool across_tools) {
+/// One run for the items between two fences. The cutter goes on from one to the next: the way from
+/// the start belongs to the first, the way to the end to the last.
+std::vector<OrderRun> runs_across_tools(const nmk_job::MachiningJob& job, const TravelEnds& ends) {
     std::vector<OrderRun> runs;
-    if (across_tools) {
-        std::size_t begin = 0;
-        for (const std::size_t fence : job.fences) {
-            runs.push_back({"all", std::nullopt, begin, fence - begin});
-            begin = fence;
-        }
-        if (begin < job.items.size() || runs.empty()) {
-            runs.push_back({"all", std::nullopt, begin, job.items.size() - begin});
-        }
-        return runs;
+    std::size_t begin = 0;
+    for (const std::size_t fence : job.fences) {
+        runs.push_back({"all", std::nullopt, begin, fence - begin, {}});
+        begin = fence;
     }
+    if (begin < job.items.size() || runs.empty()) {
+        runs.push_back({"all", std::nullopt, begin, job.items.size() - begin, {}});
+    }
+    runs.front().ends.start = ends.start;
+    runs.back().ends.end = ends.end;
+    for (OrderRun& run : runs) {
+        run.ends.is_closed = ends.is_closed;
+    }
+    return runs;
+}
+
+std::vector<OrderRun> runs_of(const nmk_job::MachiningJob& job, const OrderRequest& request) {
+    if (request.across_tools) {
+        return runs_across_tools(job, request.ends);
+    }
+    std::vector<OrderRun> runs;
     for (const nmk_job::JobTool& tool : job.tools) {
-        runs.push_back({tool.name, tool.diameter, 0, 0});
+        runs.push_back({tool.name, tool.diameter, 0, 0, request.ends});
     }
     for (const nmk_job::JobItem& item : job.items) {
         ++runs[item.tool].count;
@@ -204,15 +176,19 @@ std::size_t tool_changes(const nmk_job::MachiningJob& job, const nmk_job::JobOrd
 
 }  // namespace
 
-bool finishes_run_at_hand(nmkSortType type) {
+StopEffect stop_effect(OrderType type) {
+    if (!type) {
+        return StopEffect::keeps_best;
+    }
     // At level 0 the sorter is the older method, which stops at once.
-    return finds_shortest(type) && nmkVersion::get_from_manager("itemsorter").get_level() != 0;
+    const bool is_older = nmkVersion::get_from_manager("itemsorter").get_level() == 0;
+    return anneals(type) && !is_older ? StopEffect::finishes : StopEffect::keeps_done;
 }
 
 OrderedJob unordered_job(const nmk_job::MachiningJob& job, const OrderRequest& request) {
     OrderedJob result;
     result.notes = job.notes;
-    result.runs = runs_of(job, request.across_tools);
+    result.runs = runs_of(job, request);
     result.before = nmk_job::order_of_file(job);
     result.tool_changes_before = tool_changes(job, result.before);
     if (!request.across_tools) {
@@ -223,14 +199,15 @@ OrderedJob unordered_job(const nmk_job::MachiningJob& job, const OrderRequest& r
 }
 
 OrderedRun order_run(const nmk_job::MachiningJob& job, const OrderRequest& request,
-                     const OrderedJob& unordered, std::size_t run, nmkProgressBreak* progress) {
+                     const OrderedJob& unordered, std::size_t run, nmkProgressBreak* progress,
+                     double time_share) {
     const OrderRun& whole = unordered.runs[run];
     OrderedJob part;
-    part.runs = {{whole.name, whole.diameter, 0, whole.count}};
+    part.runs = {{whole.name, whole.diameter, 0, whole.count, whole.ends}};
     const std::span<const nmk_job::JobCut> cuts = whole.of(unordered.before);
     part.before.assign(cuts.begin(), cuts.end());
     part.after = part.before;
-    RunOrderer(job, request, progress, {}, part).order(part.runs.front());
+    RunOrderer(job, request, progress, {}, part).order(part.runs.front(), time_share);
     return {std::move(part.after), part.stopped, std::move(part.notes)};
 }
 
@@ -256,8 +233,11 @@ OrderedJob order_job(const nmk_job::MachiningJob& job, const OrderRequest& reque
                      nmkProgressBreak* progress, const OnStop& on_stop) {
     OrderedJob result = unordered_job(job, request);
     RunOrderer orderer(job, request, progress, on_stop, result);
+    std::size_t items_left = job.items.size();
     for (const OrderRun& run : result.runs) {
-        orderer.order(run);
+        const double share = static_cast<double>(run.count) / static_cast<double>(items_left);
+        orderer.order(run, share);
+        items_left -= run.count;
     }
     result.tool_changes_after = tool_changes(job, result.after);
     return result;

@@ -1,30 +1,37 @@
-// order_job.h: orders the items of a job with the library's sorters.
+// order_job.h: orders the items of a job.
 //
-// Each tool is ordered by itself, as if the cutter stood at `start`: a tool change costs more than
-// any travel, and the machine chooses where it takes place. Whatever happens, a stop included,
+// Each tool is ordered by itself, from the start place to the end place: a tool change costs more
+// than any travel, and the machine chooses where it takes place. Whatever happens, a stop included,
 // every item is in the order exactly once.
 #pragma once
 
 #include <geometry/giPoint3.h>
 #include <nmkprogressbreak/nmkProgressBreak.h>
-#include <nmktoolbox/ordering/nmkSortType.h>
 
+#include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "commands/order/sort_type_names.h"
+#include "commands/order/travel_ends.h"
 #include "formats/job/job_order.h"
 
 namespace nmk_order {
 
 struct OrderRequest {
-    nmkSortType type = nmkSortTypeShortest;
-    bool across_tools = false;      // one order of all items, tools mixed
-    giPoint3 start{0.0, 0.0, 0.0};  // mm
-    double tolerance = 0.0;         // mm
+    OrderType type = best_order;
+    bool across_tools = false;                            // one order of all items, tools mixed
+    TravelEnds ends{giPoint3(0.0, 0.0, 0.0), {}, false};  // of each run; across tools of the whole
+    double tolerance = 0.0;                               // mm
+    std::optional<std::int64_t> effort;  // steps of the search for each item; empty: the default
+
+    using Clock = std::chrono::steady_clock;
+    std::optional<Clock::time_point> deadline;  // of all searches together
 };
 
 /// Cuts that are ordered together: those of one tool, or all of them across tools.
@@ -33,6 +40,7 @@ struct OrderRun {
     std::optional<double> diameter;  // mm
     std::size_t begin = 0;           // position of its first cut, before as after
     std::size_t count = 0;
+    TravelEnds ends = {};
 
     std::span<const nmk_job::JobCut> of(const nmk_job::JobOrder& order) const {
         return std::span(order).subspan(begin, count);
@@ -53,8 +61,14 @@ struct OrderedJob {
 /// Called at the first request to stop, with the run that is being ordered; may be empty.
 using OnStop = std::function<void(const OrderRun& run)>;
 
-/// True for a type that orders a run to its end before it stops.
-bool finishes_run_at_hand(nmkSortType type);
+/// What a request to stop does with the run that is being ordered.
+enum class StopEffect {
+    keeps_done,  // the items that are ordered come first, the others in the order of the file
+    keeps_best,  // the best order so far
+    finishes     // the run is ordered to its end
+};
+
+StopEffect stop_effect(OrderType type);
 
 /// Orders the job. `progress` may be null; a result of its increment other than 0 requests a stop.
 OrderedJob order_job(const nmk_job::MachiningJob& job, const OrderRequest& request,
@@ -72,9 +86,11 @@ struct OrderedRun {
 /// The job with all runs in the order of the file.
 OrderedJob unordered_job(const nmk_job::MachiningJob& job, const OrderRequest& request);
 
-/// Orders one run of it.
+/// Orders one run of it. `time_share` is the part of the time until the deadline that the search
+/// may take.
 OrderedRun order_run(const nmk_job::MachiningJob& job, const OrderRequest& request,
-                     const OrderedJob& unordered, std::size_t run, nmkProgressBreak* progress);
+                     const OrderedJob& unordered, std::size_t run, nmkProgressBreak* progress,
+                     double time_share = 1.0);
 
 /// A run that is left in the order of the file because of a stop.
 OrderedRun skipped_run(const OrderedJob& unordered, std::size_t run);

@@ -13,10 +13,16 @@ namespace {
 
 using nmk_text::Json;
 
-constexpr int schema = 1;
+constexpr int schema = 2;
+
+Json place_json(const std::optional<giPoint3>& place) {
+    return place ? Json::array({place->x, place->y, place->z}) : Json();
+}
 
 Json travel_json(const TravelFigures& figures, double rapid) {
     return {{"travel", figures.travel},
+            {"start_leg", figures.start_leg},
+            {"end_leg", figures.end_leg},
             {"longest_move", figures.longest},
             {"seconds_euclidean", rapid_seconds(figures.travel, rapid)},
             {"seconds_chebyshev", rapid_seconds(figures.per_axis, rapid)}};
@@ -46,7 +52,9 @@ Json document_of(const OrderReport& report) {
             {"file_units", report.file_units == nmk_job::JobUnits::inches ? "inch" : "mm"},
             {"type", sort_type_name(request.type)},
             {"across_tools", request.across_tools},
-            {"start", Json::array({request.start.x, request.start.y, request.start.z})},
+            {"start", place_json(request.ends.start)},
+            {"end", place_json(request.ends.end)},
+            {"closed", request.ends.is_closed},
             {"tolerance", request.tolerance},
             {"rapid_mm_per_min", report.options.rapid},
             {"stopped", report.stopped},

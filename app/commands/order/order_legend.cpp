@@ -7,6 +7,7 @@
 #include <string>
 
 #include "commands/order/order_cuts.h"
+#include "commands/order/order_places.h"
 #include "commands/order/order_travel.h"
 #include "draw/colour_scale.h"
 #include "draw/end_marks.h"
@@ -42,7 +43,8 @@ bool has_items(const OrderDrawing& drawing, bool slots) {
 
 bool has_moves(const OrderDrawing& drawing) {
     const auto& runs = drawing.ordered.runs;
-    return std::any_of(runs.begin(), runs.end(), [](const OrderRun& run) { return run.count > 1; });
+    return std::any_of(runs.begin(), runs.end(),
+                       [](const OrderRun& run) { return move_count(run.count, run.ends) > 0; });
 }
 
 nmk_draw::LegendEntries item_entries(const OrderDrawing& drawing) {
@@ -73,6 +75,22 @@ nmk_draw::LegendEntries travel_entries(const OrderDrawing& drawing) {
             {"longest move", 40, [](SvgDocument& svg, SvgPoint at) {
                  draw_longest_mark(svg, {at.x + 5, at.y}, {at.x + 35, at.y});
              }}};
+}
+
+nmk_draw::LegendEntries place_entries(const OrderDrawing& drawing) {
+    nmk_draw::LegendEntries entries;
+    const TravelPlaces places = travel_places(drawing.ordered.runs);
+    if (places.start) {
+        entries.push_back({"start place", 12, [](SvgDocument& svg, SvgPoint at) {
+                               draw_start_place(svg, {at.x + 6, at.y});
+                           }});
+    }
+    if (places.end) {
+        entries.push_back({"end place", 12, [](SvgDocument& svg, SvgPoint at) {
+                               draw_end_place(svg, {at.x + 6, at.y});
+                           }});
+    }
+    return entries;
 }
 
 nmk_draw::LegendEntries end_entries() {
@@ -115,6 +133,7 @@ nmk_draw::LegendEntries marks_legend(const OrderDrawing& drawing) {
     if (has_moves(drawing)) {
         add(travel_entries(drawing));
     }
+    add(place_entries(drawing));
     add(end_entries());
     return entries;
 }

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "commands/order/order_places.h"
 #include "draw/end_marks.h"
 #include "draw/fitted_text.h"
 #include "draw/mark_group.h"
@@ -200,6 +201,7 @@ void draw_marks(nmk_draw::SvgDocument& svg, const nmk_draw::LabelBox& panel,
         svg.close_group();
         labels.keep_off(longest);
     }
+    draw_places(svg, travel_places(runs.runs), runs.view);
     if (runs.plan.has_labels()) {
         draw_end_marks(svg, runs.plan, ends, labels);
     } else {

@@ -29,6 +29,16 @@ namespace fs = std::filesystem;
 using nmk_shell::Argument;
 using nmk_shell::Problem;
 
+constexpr int max_effort = 1'000'000;
+
+// A longer limit is none; the clock could not count to it.
+constexpr double max_seconds = 1e9;
+
+OrderRequest::Clock::duration seconds_until_deadline(double seconds) {
+    return std::chrono::duration_cast<OrderRequest::Clock::duration>(
+        std::chrono::duration<double>(std::min(seconds, max_seconds)));
+}
+
 constexpr nmk_shell::Choice<nmk_job::JobUnits> unit_names[] = {
     {"mm", nmk_job::JobUnits::millimetres}, {"inch", nmk_job::JobUnits::inches}};
 
@@ -37,13 +47,41 @@ constexpr nmk_shell::Choice<nmk_job::JobFormat> formats[] = {
     {"csv", nmk_job::JobFormat::csv},
     {"tsplib", nmk_job::JobFormat::tsplib}};
 
-Problem set_start(OrderOptions& options, const std::string& value) {
+std::optional<Place> read_place(const std::string& value) {
     const std::vector<double> numbers = nmk_text::read_coordinates(value);
     if (numbers.size() != 2 && numbers.size() != 3) {
-        return "expected X,Y or X,Y,Z";
+        return {};
     }
-    options.start = {numbers[0], numbers[1], numbers.size() > 2 ? numbers[2] : 0.0};
-    return {};
+    return Place{numbers[0], numbers[1], numbers.size() > 2 ? numbers[2] : 0.0};
+}
+
+Problem set_start(OrderOptions& options, const std::string& value) {
+    options.start = read_place(value);
+    return options.start || nmk_shell::is_same_word(value, "free")
+               ? Problem()
+               : "expected X,Y or X,Y,Z or free";
+}
+
+Problem set_end(OrderOptions& options, const std::string& value) {
+    options.end = read_place(value);
+    options.ends_at_start = nmk_shell::is_same_word(value, "start");
+    return options.end || options.ends_at_start || nmk_shell::is_same_word(value, "free")
+               ? Problem()
+               : "expected X,Y or X,Y,Z or start or free";
+}
+
+Problem check_ends(const OrderOptions& options) {
+    if (options.is_closed && (options.end || options.ends_at_start)) {
+        return "--closed and --end exclude each other";
+    }
+    return options.ends_at_start && !options.start ? "--end start needs a place as --start"
+                                                   : Problem();
+}
+
+Problem check_search(const OrderOptions& options) {
+    return (options.effort || options.time_limit) && options.type
+               ? "--effort and --time-limit are for --type best"
+               : Problem();
 }
 
 bool is_stream(const std::string& name) { return name == nmk_files::standard_stream; }
@@ -115,7 +153,7 @@ Problem check(OrderOptions& options) {
         return "--debug draws what one process does; it cannot be combined with --jobs";
     }
     options.file_name = options.files.front();
-    for (const auto& rule : {check_several, check_output, check_names}) {
+    for (const auto& rule : {check_several, check_output, check_names, check_ends, check_search}) {
         if (Problem problem = rule(options); !problem.empty()) {
             return problem;
         }
@@ -135,16 +173,31 @@ Problem set_folder(OrderOptions& options, const std::string& value) {
 void declare_ordering(nmk_shell::OptionTable& table, OrderOptions& options) {
     table.group("Ordering");
     table.choice("--type", "NAME", options.type, sort_types(), "how to order");
+    table.number("--effort", "N", options.effort,
+                 nmk_shell::whole_number(0, max_effort, "a whole number from 0 to 1000000"),
+                 "steps of the search for each item (type best; default 25, and 12 for each item "
+                 "past 20,000)");
+    table.number("--time-limit", "SECONDS", options.time_limit, nmk_shell::above_zero,
+                 "end the search so long after the start of the command (type best)");
     table.option("--across-tools", options.across_tools,
                  "one order of all items, whatever their tool");
     table.option(
-        "--start", "X,Y[,Z]", [&](const std::string& value) { return set_start(options, value); },
-        "position of the cutter before the first item of each tool (default 0,0)");
+        "--start", "X,Y[,Z]|free",
+        [&](const std::string& value) { return set_start(options, value); },
+        "place of the cutter before the first item of each tool; free: wherever that is (default "
+        "0,0)");
+    table.option(
+        "--end", "X,Y[,Z]|start|free",
+        [&](const std::string& value) { return set_end(options, value); },
+        "place of the cutter after the last item of each tool; start: that of --start (default "
+        "free)");
+    table.option("--closed", options.is_closed,
+                 "after the last item of each tool back to its first");
     table.number("--tolerance", "T", options.tolerance, nmk_shell::from_zero,
                  "largest difference of items in one row (x, y, diag..., concentric); default "
                  "0.1 mm");
     table.choice("--units", "UNIT", options.units, std::span(unit_names),
-                 "unit of --start and --tolerance, and of a file that states none");
+                 "unit of --start, --end and --tolerance, and of a file that states none");
 }
 
 void declare_files(nmk_shell::OptionTable& table, OrderOptions& options) {
@@ -203,8 +256,10 @@ void declare_order_options(nmk_shell::OptionTable& table, OrderOptions& options)
     declare_figures(table, options);
     table.check([&options] { return check(options); });
     table.remark(
-        "Travel is counted within each tool, from its first item to its last. Ctrl-C keeps the "
-        "items ordered so far; the others follow in the order of the file.");
+        "Travel is counted for each tool, from --start to its first item, between its items, and "
+        "to "
+        "--end. Ctrl-C keeps the best order so far, or the items ordered so far; the others follow "
+        "in the order of the file.");
     table.exit_code(nmk_shell::done, "done, also after Ctrl-C, with a complete order");
     table.exit_code(nmk_shell::no_result, "no holes and slots in the file, or no result");
     table.example("nmk order samples/cover_plate.drl --svg cover.svg -o ordered.drl");
@@ -224,13 +279,28 @@ OrderOptions options_of_file(const OrderOptions& options, const std::string& fil
     return result;
 }
 
-OrderRequest order_request(const OrderOptions& options, nmk_job::JobUnits file_units) {
+OrderRequest order_request(const OrderOptions& options, nmk_job::JobUnits file_units,
+                           OrderRequest::Clock::time_point begin) {
     const nmk_job::JobUnits given = options.units.value_or(file_units);
     const auto mm = [&](double length) { return nmk_job::millimetres_of(length, given); };
+    const auto point = [&](const std::optional<Place>& place) -> std::optional<giPoint3> {
+        if (!place) {
+            return {};
+        }
+        return giPoint3(mm((*place)[0]), mm((*place)[1]), mm((*place)[2]));
+    };
     OrderRequest request;
     request.type = options.type;
     request.across_tools = options.across_tools;
-    request.start = giPoint3(mm(options.start[0]), mm(options.start[1]), mm(options.start[2]));
+    request.ends.start = point(options.start);
+    request.ends.end = options.ends_at_start ? request.ends.start : point(options.end);
+    request.ends.is_closed = options.is_closed;
+    if (options.effort) {
+        request.effort = static_cast<std::int64_t>(*options.effort);
+    }
+    if (options.time_limit) {
+        request.deadline = begin + seconds_until_deadline(*options.time_limit);
+    }
     request.tolerance = options.tolerance ? mm(*options.tolerance) : default_tolerance;
     return request;
 }

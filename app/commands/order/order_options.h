@@ -4,8 +4,6 @@
 // order_request converts them to millimetres once the file has been read.
 #pragma once
 
-#include <nmktoolbox/ordering/nmkSortType.h>
-
 #include <array>
 #include <optional>
 #include <string>
@@ -18,15 +16,23 @@
 
 namespace nmk_order {
 
+/// A place in the unit of the command line.
+using Place = std::array<double, 3>;
+
 /// The command line of `nmk order`, checked.
 struct OrderOptions {
     std::vector<std::string> files;  // as given, "-" for standard input
     std::string file_name;           // the one of them that the other names below belong to
     std::optional<nmk_job::JobFormat> format;  // where the content of a file leaves it open
-    nmkSortType type = nmkSortTypeShortest;
+    OrderType type = best_order;
+    std::optional<double> effort;      // steps of the search for each item
+    std::optional<double> time_limit;  // seconds, from reading to the end of the search
     bool across_tools = false;
-    std::array<double, 3> start{0.0, 0.0, 0.0};
-    std::optional<double> tolerance;  // empty: default_tolerance
+    std::optional<Place> start = Place{0.0, 0.0, 0.0};  // empty: free
+    std::optional<Place> end;                           // empty: free
+    bool ends_at_start = false;                         // `end` is then empty
+    bool is_closed = false;                             // back to the first item
+    std::optional<double> tolerance;                    // empty: default_tolerance
     std::optional<nmk_job::JobUnits> units;
     double rapid = 10000.0;  // mm per minute, common for routers and drilling machines
     std::string output_file, svg_file, html_file;  // empty: not written
@@ -51,7 +57,9 @@ OrderOptions options_of_file(const OrderOptions& options, const std::string& fil
 /// Declares the options, which are read into `options`.
 void declare_order_options(nmk_shell::OptionTable& table, OrderOptions& options);
 
-/// The request for a job with these file units.
-OrderRequest order_request(const OrderOptions& options, nmk_job::JobUnits file_units);
+/// The request for a job with these file units. The deadline of the search, where there is one, is
+/// the time limit from `begin` on.
+OrderRequest order_request(const OrderOptions& options, nmk_job::JobUnits file_units,
+                           OrderRequest::Clock::time_point begin = OrderRequest::Clock::now());
 
 }  // namespace nmk_order

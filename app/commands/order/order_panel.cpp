@@ -22,7 +22,7 @@ constexpr double min_width = 450.0;  // for headings and legend
 OrderDrawing order_drawing(const nmk_job::MachiningJob& job, const OrderedJob& ordered,
                            const OrderReport& report, nmk_draw::SvgPoint corner) {
     PartView view;
-    view.extent = part_extent(job);
+    view.extent = part_extent(job, ordered.runs);
     view.scale = std::min(max_width / view.extent.width(), max_height / view.extent.height());
     const double width = std::max(view.width(), min_width);
     view.corner = {corner.x + (width - view.width()) / 2, corner.y};

@@ -24,6 +24,15 @@ std::string point_text(const giPoint3& p, nmk_job::JobUnits units) {
            length_unit(units);
 }
 
+/// " from (0, 0) mm to (1, 2) mm"
+std::string ends_text(const TravelEnds& ends, nmk_job::JobUnits units) {
+    const std::string start = ends.start ? " from " + point_text(*ends.start, units) : "";
+    return start + (ends.is_closed           ? ", back to the first item"
+                    : !ends.end              ? ""
+                    : ends.end == ends.start ? " and back"
+                                             : " to " + point_text(*ends.end, units));
+}
+
 }  // namespace
 
 std::string length_unit(nmk_job::JobUnits units) {
@@ -52,8 +61,15 @@ std::string report_summary(const OrderReport& report) {
     const std::size_t tools = report.figures.tools.size();
     return counted(report.figures.total.items, "item") + ", " +
            (request.across_tools ? "across tools" : counted(tools, "tool")) + ", sorted by " +
-           std::string(sort_type_name(request.type)) + " from " +
-           point_text(request.start, report.file_units);
+           std::string(sort_type_name(request.type)) + ends_text(request.ends, report.file_units);
+}
+
+std::string stopped_line(OrderType type) {
+    return std::string("nmk order: stopped; ") +
+           (stop_effect(type) == StopEffect::keeps_best
+                ? "the best order so far is kept, and items of tools not yet ordered are in the "
+                  "order of the file\n"
+                : "items not yet ordered are in the order of the file\n");
 }
 
 std::string rapid_summary(const OrderReport& report) {

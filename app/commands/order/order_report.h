@@ -31,6 +31,9 @@ OrderReport report_of(const OrderOptions& options, const OrderRequest& request,
 /// "402 items, 4 tools, sorted by shortest from (0, 0) mm"
 std::string report_summary(const OrderReport& report);
 
+/// The line that reports on standard error, at the end, that Ctrl-C ended the work early.
+std::string stopped_line(OrderType type);
+
 /// "Rapids at 10000 mm/min ..." with the seconds before and after.
 std::string rapid_summary(const OrderReport& report);
 

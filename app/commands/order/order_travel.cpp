@@ -80,13 +80,18 @@ void draw_moves(nmk_draw::SvgDocument& svg, const TravelRuns& runs) {
     MovePaths paths(svg, runs);
     std::size_t number = 0;
     for (std::size_t r = 0; r < runs.runs.size(); ++r) {
-        const std::span<const nmk_job::JobCut> cuts = runs.runs[r].of(runs.order);
-        for (std::size_t i = 1; i < cuts.size(); ++i, ++number) {
-            if (number % runs.plan.every_item == 0) {
-                paths.add(runs.exit_at(cuts[i - 1]), runs.entry_at(cuts[i]), runs.group_of(r),
-                          colour_step(i - 1, cuts.size() - 1, runs.plan.colour_steps));
-            }
-        }
+        const OrderRun& run = runs.runs[r];
+        const std::size_t moves = move_count(run.count, run.ends);
+        std::size_t move = 0;
+        each_move(runs.items, run.of(runs.order), run.ends,
+                  [&](const giPoint3& from, const giPoint3& to) {
+                      if (number % runs.plan.every_item == 0) {
+                          paths.add(runs.view.at(from), runs.view.at(to), runs.group_of(r),
+                                    colour_step(move, moves, runs.plan.colour_steps));
+                      }
+                      ++move;
+                      ++number;
+                  });
     }
     paths.finish();
     svg.close_group();
@@ -95,12 +100,11 @@ void draw_moves(nmk_draw::SvgDocument& svg, const TravelRuns& runs) {
 LongestMove longest_move(const TravelRuns& runs) {
     LongestMove longest;
     for (std::size_t r = 0; r < runs.runs.size(); ++r) {
-        const std::span<const nmk_job::JobCut> cuts = runs.runs[r].of(runs.order);
-        const TravelFigures figures = measure_travel(runs.items, cuts);
+        const OrderRun& run = runs.runs[r];
+        const TravelFigures figures = measure_travel(runs.items, run.of(runs.order), run.ends);
         if (figures.longest > longest.length) {
-            longest = {runs.exit_at(cuts[figures.longest_after]),
-                       runs.entry_at(cuts[figures.longest_after + 1]), figures.longest,
-                       runs.group_of(r)};
+            longest = {runs.view.at(figures.longest_from), runs.view.at(figures.longest_to),
+                       figures.longest, runs.group_of(r)};
         }
     }
     return longest;

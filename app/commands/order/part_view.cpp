@@ -21,13 +21,20 @@ void include(PartExtent& extent, const giPoint3& p, double radius) {
 
 }  // namespace
 
-PartExtent part_extent(const nmk_job::MachiningJob& job) {
+PartExtent part_extent(const nmk_job::MachiningJob& job, const std::vector<OrderRun>& runs) {
     constexpr double far = std::numeric_limits<double>::max();
     PartExtent extent{far, far, -far, -far};
     for (const nmk_job::JobItem& item : job.items) {
         const double radius = job.tools[item.tool].diameter.value_or(0.0) / 2.0;
         include(extent, item.start, radius);
         include(extent, item.end.value_or(item.start), radius);
+    }
+    for (const OrderRun& run : runs) {
+        for (const std::optional<giPoint3>& place : {run.ends.start, run.ends.end}) {
+            if (place && run.count > 0) {
+                include(extent, *place, 0.0);
+            }
+        }
     }
     if (extent.min_x > extent.max_x) {
         extent = {0.0, 0.0, 0.0, 0.0};

@@ -3,6 +3,9 @@
 
 #include <geometry/giPoint3.h>
 
+#include <vector>
+
+#include "commands/order/order_job.h"
 #include "draw/svg_document.h"
 #include "formats/job/machining_job.h"
 
@@ -16,8 +19,9 @@ struct PartExtent {
     double height() const { return max_y - min_y; }
 };
 
-/// The extent of all cuts, with the width of their tools and a margin; never empty.
-PartExtent part_extent(const nmk_job::MachiningJob& job);
+/// The extent of all cuts, with the width of their tools, the places where the travel starts and
+/// ends, and a margin; never empty.
+PartExtent part_extent(const nmk_job::MachiningJob& job, const std::vector<OrderRun>& runs);
 
 /// Maps millimetres to pixels, with the same scale in x and y.
 struct PartView {

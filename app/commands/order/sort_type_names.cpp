@@ -1,4 +1,4 @@
-// sort_type_names: the names of the sort types on the command line.
+// sort_type_names: the names of the types of order on the command line.
 
 #include "commands/order/sort_type_names.h"
 
@@ -9,7 +9,8 @@ namespace nmk_order {
 
 namespace {
 
-constexpr nmk_shell::Choice<nmkSortType> named_types[] = {
+constexpr nmk_shell::Choice<OrderType> named_types[] = {
+    {"best", best_order},
     {"none", nmkSortTypeNone},
     {"shortest", nmkSortTypeShortest},
     {"closest", nmkSortTypeClosest},
@@ -28,9 +29,9 @@ constexpr nmk_shell::Choice<nmkSortType> named_types[] = {
 
 }  // namespace
 
-std::span<const nmk_shell::Choice<nmkSortType>> sort_types() { return named_types; }
+std::span<const nmk_shell::Choice<OrderType>> sort_types() { return named_types; }
 
-std::string_view sort_type_name(nmkSortType type) {
+std::string_view sort_type_name(OrderType type) {
     const auto* const found = std::find_if(std::begin(named_types), std::end(named_types),
                                            [&](const auto& each) { return each.value == type; });
     return found == std::end(named_types) ? std::string_view() : found->name;

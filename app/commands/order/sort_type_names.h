@@ -1,8 +1,9 @@
-// sort_type_names.h: the names of the sort types on the command line.
+// sort_type_names.h: the names of the types of order on the command line.
 #pragma once
 
 #include <nmktoolbox/ordering/nmkSortType.h>
 
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -10,10 +11,16 @@
 
 namespace nmk_order {
 
-/// All supported types with their names, in the order of the types.
-std::span<const nmk_shell::Choice<nmkSortType>> sort_types();
+/// A type of order: one of the library's sorters, or empty for best_order.
+using OrderType = std::optional<nmkSortType>;
+
+/// The order that is really short, by nmkTravelOrder.
+constexpr OrderType best_order = std::nullopt;
+
+/// All supported types with their names, the best first, then the sorters in their order.
+std::span<const nmk_shell::Choice<OrderType>> sort_types();
 
 /// The name of a type; "" for a type that is not supported.
-std::string_view sort_type_name(nmkSortType type);
+std::string_view sort_type_name(OrderType type);
 
 }  // namespace nmk_order

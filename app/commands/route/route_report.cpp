@@ -6,6 +6,7 @@
 
 #include "commands/route/point_text.h"
 #include "text/escaped_text.h"
+#include "text/number_format.h"
 #include "text/wrapped_text.h"
 
 namespace nmk_route {
@@ -111,14 +112,14 @@ std::string route_text(const RouteReport& report) {
 
 std::string route_csv(const RouteReport& report) {
     std::string text = "x,y,length\n";
+    const auto exact = [](double value) { return nmk_text::readable_number(value); };
     double length = 0.0;
     giPoint2 last = report.request.start;
     for (const nmk_lattice::GridCell& cell : report.route.nodes) {
         const giPoint2 point = report.plane.at(cell);
         length += last.distance(point);
         last = point;
-        text +=
-            route_number(point.x) + "," + route_number(point.y) + "," + route_number(length) + "\n";
+        text += exact(point.x) + "," + exact(point.y) + "," + exact(length) + "\n";
     }
     return text;
 }

@@ -16,6 +16,9 @@
 // turns a one-way line. Many items are improved cell by cell of the plane, with what is outside a
 // cell as edges that are never broken.
 //
+// With keep-outs the order is made for the lengths of the ways around them (nmkTravelWays); legs
+// that come near none cost what they cost without.
+//
 // Only sums, differences, products, quotients and square roots decide, and the effort is a count of
 // steps: the result is the same on every machine. A time limit is the one thing that makes it
 // depend on the machine. No thread is started, nothing is shared between objects.
@@ -53,8 +56,10 @@ class NMKTOOLBOX_EXPORT nmkTravelOrder {
     ///
     /// A coordinate that is not finite or unset, an end that does not exist, a group that overlaps
     /// another or cannot stay together, and a speed or acceleration that is not above 0 are bad
-    /// problems. A length too large for a double is infinite. Without items the order is empty, and
-    /// the length that of the leg from a start place to an end place.
+    /// problems; so are, beside keep-outs, coordinates above nmkTravelWays::max_coordinate, a
+    /// keep-out that is not made of simple polygons, and a place inside one or enclosed by several.
+    /// A length too large for a double is infinite. Without items the order is empty, and the
+    /// length that of the leg from a start place to an end place.
     nmkTravelResult find() const;
 
     /// Orders a list: its items are put into the order that is found, and those nmkSortItemLines

@@ -10,6 +10,7 @@
 
 #include <geometry/giPoint3.h>
 #include <nmktoolbox/export.h>
+#include <nmktoolbox/ordering/nmkTravelKeepOut.h>
 
 #include <cstdint>
 #include <optional>
@@ -81,6 +82,9 @@ struct nmkTravelProblem {
     nmkTravelMeasure measure = nmkTravelMeasure::length;
     nmkTravelAxes speed;         // for nmkTravelMeasure::time; above 0 on every axis
     nmkTravelAxes acceleration;  // likewise
+    // No leg crosses one: it goes the shortest way around, see nmkTravelWays. All places, those of
+    // items and ends, are outside. What is cut between the ends of a line is not looked at.
+    std::vector<nmkTravelKeepOut> keep_outs;
 };
 
 enum class nmkTravelStopReason {
@@ -95,7 +99,7 @@ struct nmkTravelResult {
     std::string error;              // the faulty part of the problem, and what was expected
     std::vector<int> order;         // the items as they are travelled; empty for a bad problem
     std::vector<bool> is_reversed;  // by item: the line is cut from its end to its start
-    double length = 0.0;            // of the travel, or its time; with the legs at both ends
+    double length = 0.0;            // of the travel, or its time; with bends and both end legs
     double lower_bound = 0.0;       // no order is shorter, but for rounding
     bool is_shortest = false;       // proven: no order is shorter
     std::int64_t steps = 0;         // that were made

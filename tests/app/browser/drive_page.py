@@ -11,6 +11,9 @@ one line is printed:
     !click SELECTOR           clicks into the middle of the first such element
     !drag SELECTOR DX DY      drags from the middle of the element, in pixels
     !wheel SELECTOR DY [ctrl] turns the wheel over it
+    !screenshot SELECTOR      what the screen shows of the first such element: the number of different
+                              colours, the part that differs from its corner, and the spread of
+                              lightness (standard deviation, 0 to 255) of that part
     !requests                 the addresses that were requested beside the page itself
     !errors                   what the page reported as an error, its security policy included
 
@@ -18,14 +21,18 @@ Only the standard library is used: the browser is driven through two pipes with 
 developer tools. Exit code 3: there is no Chromium.
 """
 
+import base64
 import json
 import os
 import pathlib
 import shutil
 import signal
+import statistics
+import struct
 import subprocess
 import sys
 import tempfile
+import zlib
 
 TIME_LIMIT = 100  # seconds, for everything
 NAMED_KEYS = {"Tab": 9, "Enter": 13, "Space": 32, "End": 35, "Home": 36, "ArrowLeft": 37,
@@ -37,6 +44,47 @@ def find_browser():
         if shutil.which(name):
             return shutil.which(name)
     return None
+
+
+def pixels_of_png(data):
+    """The pixels of a PNG of 8 bits a channel as tuples of red, green, blue."""
+    width, height, _, kind = struct.unpack(">IIBB", data[16:26])
+    channels = {2: 3, 6: 4}[kind]
+    packed, at = b"", 8
+    while at < len(data):
+        size = struct.unpack(">I", data[at:at + 4])[0]
+        if data[at + 4:at + 8] == b"IDAT":
+            packed += data[at + 8:at + 8 + size]
+        at += 12 + size
+    raw = zlib.decompress(packed)
+    row_size = width * channels
+    above, pixels = bytearray(row_size), []
+    for y in range(height):
+        start = y * (row_size + 1)
+        row = bytearray(raw[start + 1:start + 1 + row_size])
+        for i in range(row_size):
+            left = row[i - channels] if i >= channels else 0
+            corner = above[i - channels] if i >= channels else 0
+            row[i] = (row[i] + predicted(raw[start], left, above[i], corner)) % 256
+        pixels += [tuple(row[i:i + 3]) for i in range(0, row_size, channels)]
+        above = row
+    return pixels
+
+
+def predicted(filter_type, left, up, corner):
+    """What a filter of PNG adds to a byte."""
+    if filter_type == 4:
+        nearest = [(abs(left + up - corner - value), i) for i, value in
+                   enumerate((left, up, corner))]
+        return (left, up, corner)[min(nearest)[1]]
+    return (0, left, up, (left + up) // 2)[filter_type]
+
+
+def shades_of(pixels):
+    drawn = [pixel for pixel in pixels if pixel != pixels[0]]
+    lightness = [sum(pixel) / 3 for pixel in drawn]
+    return {"colours": len(set(pixels)), "drawn": len(drawn) / len(pixels),
+            "spread": statistics.pstdev(lightness) if lightness else 0.0}
 
 
 class Browser:
@@ -161,6 +209,16 @@ class Browser:
         # A turn of the wheel is handled with the next frame.
         self.evaluate("new Promise((done) => requestAnimationFrame(() => setTimeout(done, 50)))")
 
+    def screenshot(self, selector):
+        self.middle_of(selector)  # scrolls it into sight
+        x, y, width, height = self.evaluate(
+            f"(() => {{ const r = document.querySelector({json.dumps(selector)})"
+            ".getBoundingClientRect();"
+            " return [r.x + scrollX, r.y + scrollY, r.width, r.height]; })()")
+        picture = self.call("Page.captureScreenshot", format="png", clip={
+            "x": x, "y": y, "width": width, "height": height, "scale": 1})
+        return shades_of(pixels_of_png(base64.b64decode(picture["data"])))
+
     def requests(self):
         addresses = [seen["params"]["request"]["url"] for seen in self.events
                      if seen.get("method") == "Network.requestWillBeSent"]
@@ -189,6 +247,8 @@ class Browser:
             return self.drag(words[0], float(words[1]), float(words[2]))
         if name == "wheel":
             return self.wheel(words[0], float(words[1]), "ctrl" in words)
+        if name == "screenshot":
+            return self.screenshot(" ".join(words))
         if name in ("requests", "errors"):
             self.evaluate("0")  # so that events that are under way are seen
             return getattr(self, name)()

@@ -122,8 +122,28 @@ INSTANTIATE_TEST_SUITE_P(
         DocumentCase{"id_show_invalid",
                      "id-show",
                      {"id", "show", "000000000000000100000000ffffffff", "--json"}},
+        DocumentCase{"electrode_list",
+                     "electrode-list",
+                     {"electrode", "list", "samples/electrodes/electrodes.zip", "--json"}},
+        DocumentCase{"electrode_verify",
+                     "electrode-verify",
+                     {"electrode", "verify", "samples/electrodes/electrodes.zip", "--json"}},
         DocumentCase{"id_dump", "id-dump", {"id", "dump", "samples/tool_list.ids", "--json"}},
+        DocumentCase{"model",
+                     "model-info",
+                     {"model", "info", "samples/housing.stl", "--units", "inch", "--json"}},
         DocumentCase{"registry", "registry", {"registry", "list", "HKLM", "--json"}},
+        DocumentCase{"config",
+                     "config",
+                     {"config", "show", "samples/config/machine", "--versions", "1..3", "--json"}},
+        DocumentCase{"config_with_a_problem",
+                     "config",
+                     {"config", "validate", "samples/config/machine.xml", "--json"},
+                     1},
+        DocumentCase{"config_without_a_file",
+                     "config",
+                     {"config", "show", "samples/config/none", "--versions", "1..3", "--json"},
+                     1},
         DocumentCase{"no_levels", "levels", {"levels", "--find", "no such words", "--json"}},
         DocumentCase{"solve", "solve", {"solve", "polynomial", "2", "-3", "0", "1", "--json"}},
         DocumentCase{"solve_with_a_note", "solve", {"solve", "polynomial", "0", "0", "--json"}},
@@ -170,7 +190,8 @@ void add_members(const json& schema, std::set<std::string>& names) {
 TEST(json_schemas, have_no_member_that_the_document_does_not_describe) {
     const std::string text = nmk_job::bytes_of_file(root + "docs/json.md");
     for (const std::string name :
-         {"order", "job", "route", "levels", "solve", "id-show", "id-dump", "registry"}) {
+         {"order", "job", "route", "levels", "solve", "id-show", "id-dump", "registry",
+          "electrode-list", "electrode-verify", "model-info", "config"}) {
         std::set<std::string> members;
         add_members(json::parse(nmk_job::bytes_of_file(root + "docs/schemas/" + name + ".json")),
                     members);

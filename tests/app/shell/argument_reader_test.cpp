@@ -189,5 +189,46 @@ TEST(argument_reader, any_words_are_read_or_refused) {
     }
 }
 
+struct Groups {
+    std::vector<std::string> calls;
+    std::string plain;
+};
+
+void declare_groups(OptionTable& table, Groups& groups) {
+    for (const std::string name : {"--group", "--member", "--note"}) {
+        table.ordered_option(
+            name, "TEXT",
+            [&groups, name](const std::string& text) {
+                groups.calls.push_back(name + " " + text);
+                return text == "bad" ? "expected a good one" : "";
+            },
+            "a part of a group");
+    }
+    table.option("--plain", "TEXT", text_setter(groups.plain), "of no group");
+    table.check([&groups]() -> Problem { return groups.calls.empty() ? "no groups" : ""; });
+}
+
+TEST(argument_reader_ordered, sets_options_in_the_order_of_the_command_line) {
+    const auto groups = read_options(
+        declare_groups, {"--member", "0", "--group=a", "--member", "1", "--plain", "p", "--note",
+                         "n", "--group", "b", "--member", "2", "--member", "-3"});
+    ASSERT_TRUE(groups);
+    EXPECT_EQ(groups->calls,
+              (std::vector<std::string>{"--member 0", "--group a", "--member 1", "--note n",
+                                        "--group b", "--member 2", "--member -3"}));
+    EXPECT_EQ(groups->plain, "p");
+}
+
+TEST(argument_reader_ordered, reports_the_first_problem_and_missing_values) {
+    const auto problem = [](const std::vector<std::string>& words) {
+        const auto groups = read_options(declare_groups, words);
+        return groups ? std::string() : groups.error().text();
+    };
+    EXPECT_EQ(problem({"--group", "a", "--note", "bad", "--member", "bad"}),
+              "--note \"bad\": expected a good one");
+    EXPECT_EQ(problem({"--group", "a", "--note"}), "--note needs a value");
+    EXPECT_EQ(problem({"--plain", "p"}), "no groups");
+}
+
 }  // namespace
 }  // namespace nmk_shell

@@ -61,7 +61,8 @@ bool begins_with_any(const std::string& name, std::initializer_list<const char*>
 bool is_given(const std::string& name) {
     constexpr std::array libraries = {"ut",  "co",  "coi", "baseco", "gi", "ap",           "ngk",
                                       "dbg", "fba", "ml",  "winapi", "g",  "CRuntimeClass"};
-    constexpr std::array others = {"apprintf", "apwait", "apstrcasecmp", "timedp", "nmADJ_ERROR"};
+    constexpr std::array others = {"apprintf",    "apwait", "apstrcasecmp", "timedp",
+                                   "nmADJ_ERROR", "fcdate", "serialize"};
     if (name.starts_with('_') || name.find("nmk") != name.npos) return true;
     return std::ranges::find(others, name) != others.end() ||
            std::ranges::any_of(libraries, [&](const std::string& library) {

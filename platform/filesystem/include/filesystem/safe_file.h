@@ -68,6 +68,10 @@ class SafeFile {
     /// Writes the file to the disk now, so that `commit` has only to check and rename it.
     int flush();
 
+    /// Lets `commit` do without writing the file to the disk: for what can be made again easily. A
+    /// power failure soon afterwards may leave the file without its bytes.
+    void skip_flush() { m_is_flushed = true; }
+
     /// Writes the files to the disk together, which is far quicker than one by one. A failure is
     /// not reported here but by the `commit` of the file concerned.
     static void flush_together(std::span<SafeFile* const> files);

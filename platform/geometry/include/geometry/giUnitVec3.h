@@ -35,6 +35,15 @@ class giUnitVec3 {
         z = vector.z / length;
     }
 
+    /// The direction of a vector of any length, however short; unset for one of length 0 and for
+    /// one that is not finite.
+    static giUnitVec3 direction_of(const giVector3& vector) noexcept {
+        const giVector3 scaled = vector.scaled_to_1();
+        const double length = scaled.length();
+        if (!(length > 0.0 && length <= gi_unset_high)) return giUnitVec3();
+        return {giUnit::already, scaled.x / length, scaled.y / length, scaled.z / length};
+    }
+
     /// Takes the components as they are, to the bit; their length must be 1.
     giUnitVec3(giUnit, double x_value, double y_value, double z_value) noexcept
         : x(x_value), y(y_value), z(z_value) {}

@@ -36,6 +36,22 @@ class giWorkplane3 {
     giXform3 xform_to_work() const;
     giXform3 xform_to_world() const;
 
+    /// A point or vector given along the axes, in coordinates of the world, and back. The plane
+    /// must be set.
+    giPoint3 to_world(const giPoint3& work) const noexcept {
+        return m_origin + to_world(giVector3(work.x, work.y, work.z));
+    }
+    giVector3 to_world(const giVector3& work) const noexcept {
+        return m_x.vector() * work.x + m_y.vector() * work.y + m_z.vector() * work.z;
+    }
+    giPoint3 to_work(const giPoint3& world) const noexcept {
+        const giVector3 work = to_work(world - m_origin);
+        return {work.x, work.y, work.z};
+    }
+    giVector3 to_work(const giVector3& world) const noexcept {
+        return {world.dot(m_x.vector()), world.dot(m_y.vector()), world.dot(m_z.vector())};
+    }
+
     /// Equal to the last bit.
     bool operator==(const giWorkplane3&) const noexcept = default;
 

@@ -7,6 +7,7 @@
 #include <ncamcontainer/coPageArr.h>
 #include <ncamcontainer/coSList.h>
 #include <ncamcontainer/coSet.h>
+#include <ncamcontainer/co_hash.h>
 #include <utils/utString.h>
 
 using intcoFixedArr = coFixedArr<int>;
@@ -23,3 +24,8 @@ using doublecoDList = coDList<double>;
 
 using utStringcoDList = coDList<utString>;
 using utStringcoDynArr = coDynArr<utString>;
+
+/// Hash of the bytes; the null string and the empty text have the same.
+inline unsigned int co_hash(const utString& text) { return co_hash(text.c_str(), text.length()); }
+
+using utStringcoSet = coSet<utString>;

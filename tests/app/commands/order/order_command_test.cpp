@@ -49,7 +49,7 @@ TEST_F(order_command, prints_a_table_with_a_row_for_each_tool_and_a_total) {
     EXPECT_EQ(printed.err, "");
     EXPECT_EQ(printed.out,
               file("s.csv") +
-                  ": 4 items, 1 tool, sorted by shortest from (0, 0) mm\n"
+                  ": 4 items, 1 tool, sorted by best from (0, 0) mm\n"
                   "\n"
                   "tool   diameter  items  before  after  saved  longest  Euclidean  Chebyshev\n"
                   "             mm             mm     mm      %       mm          s          s\n"
@@ -113,7 +113,7 @@ TEST_F(order_command, lengths_of_an_inch_file_are_shown_in_inches) {
     EXPECT_NE(printed.out.find("\n             in             in     in      %       in  "),
               std::string::npos)
         << printed.out;
-    EXPECT_NE(printed.out.find("\nT1       0.0280      2    5.00   5.00    0.0     5.00  "),
+    EXPECT_NE(printed.out.find("\nT1       0.0280      2    6.00   6.00    0.0     5.00  "),
               std::string::npos)
         << printed.out;
     const auto json = nlohmann::json::parse(nmk_shell::run({"order", name, "--json"}).out);
@@ -169,15 +169,17 @@ TEST_F(order_command, the_tools_of_a_drill_file_survive_a_table) {
 /// Presses Ctrl-C at the first step and counts the bars that were erased.
 struct StopWithBar : nmkProgressBreak {
     int increment() override { return 1; }
+    int jump_to(double) override { return 1; }
     int send_progress_bar_to_100() override { return ++erased, 1; }
     int erased = 0;
 };
 
 TEST_F(order_command, a_stop_is_acknowledged_at_once_with_what_happens_next) {
     const struct {
-        nmkSortType type;
+        OrderType type;
         const char* line;
     } runs[] = {
+        {best_order, "nmk order: stopping; the best order so far is kept\n"},
         {nmkSortTypeShortest,
          "nmk order: stopping when T1 is ordered; Ctrl-C again ends with nothing written\n"},
         {nmkSortTypeClosest,
@@ -216,6 +218,7 @@ TEST_F(order_command, a_second_interrupt_ends_it_with_nothing_written) {
         std::ostringstream out;
         TwoInterrupts progress;
         OrderOptions options;
+        options.type = nmkSortTypeShortest;
         options.files = {cover_plate};
         options.output_file = file("o.drl");
         options.svg_file = file("o.svg");
@@ -446,7 +449,7 @@ TEST_F(order_command, bad_input_is_refused_with_one_line_and_writes_no_file) {
 TEST_F(order_command, refuses_a_missing_name_and_an_unknown_type) {
     nmk_shell::expect_refused(nmk_shell::run({"order"}), "expected FILE");
     nmk_shell::expect_refused(nmk_shell::run({"order", cover_plate, "--type", "cylinder"}),
-                              "--type \"cylinder\": expected none, shortest");
+                              "--type \"cylinder\": expected best, none, shortest");
 }
 
 TEST_F(order_command, the_level_of_the_sorter_chooses_the_older_method) {
@@ -458,10 +461,12 @@ TEST_F(order_command, the_level_of_the_sorter_chooses_the_older_method) {
         points += i % 2 == 0 ? "," : "\n";
     }
     const std::string name = write("p.csv", points);
-    const std::string plain = nmk_shell::run({"order", name}).out;
-    const std::string old = nmk_shell::run({"order", name, "--level", "itemsorter=0"}).out;
-    EXPECT_NE(plain, old);
-    EXPECT_EQ(nmk_shell::run({"order", name, "--level=itemsorter=default"}).out, plain);
+    const auto out_of = [&](const std::string& level) {
+        return nmk_shell::run({"order", name, "--type", "shortest", "--level", level}).out;
+    };
+    const std::string plain = nmk_shell::run({"order", name, "--type", "shortest"}).out;
+    EXPECT_NE(plain, out_of("itemsorter=0"));
+    EXPECT_EQ(out_of("itemsorter=default"), plain);
 }
 
 struct StopAtOnce : nmkProgressBreak {

@@ -110,7 +110,7 @@ TEST_F(order_files_command, the_output_is_the_same_for_any_number_of_workers) {
         words.push_back(write("f" + std::to_string(i) + ".drl", drill_program(1 + 3 * i, 40)));
     }
     write("out/x", "");
-    words.insert(words.end(), {"--output-folder", file("out")});
+    words.insert(words.end(), {"--output-folder", file("out"), "--effort", "1"});
     std::set<std::string> printed;
     std::set<std::string> written;
     for (const std::string jobs : {"1", "2", "7"}) {
@@ -122,10 +122,10 @@ TEST_F(order_files_command, the_output_is_the_same_for_any_number_of_workers) {
     }
     EXPECT_EQ(printed.size(), 1U);
     EXPECT_EQ(written.size(), 1U);
-    EXPECT_EQ(nmk_shell::run({"order", words[4], "--jobs", "3"}).out,
-              nmk_shell::run({"order", words[4]}).out);
-    EXPECT_EQ(nmk_shell::run({"order", words[4], "--json", "--jobs", "3"}).out,
-              nmk_shell::run({"order", words[4], "--json"}).out);
+    EXPECT_EQ(nmk_shell::run({"order", words[4], "--effort", "1", "--jobs", "3"}).out,
+              nmk_shell::run({"order", words[4], "--effort", "1"}).out);
+    EXPECT_EQ(nmk_shell::run({"order", words[4], "--effort", "1", "--json", "--jobs", "3"}).out,
+              nmk_shell::run({"order", words[4], "--effort", "1", "--json"}).out);
 }
 
 TEST_F(order_files_command, a_bad_file_does_not_stop_the_others_and_is_reported_at_the_end) {

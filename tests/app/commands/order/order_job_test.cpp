@@ -80,8 +80,10 @@ Direct ask_library(const nmk_job::MachiningJob& job, Cuts cuts, nmkSortType type
     return direct;
 }
 
-OrderRequest request_of(nmkSortType type) {
+/// Without the ways from the start and to the end, unless a test gives them.
+OrderRequest request_of(OrderType type) {
     OrderRequest request;
+    request.ends = {};
     request.type = type;
     request.tolerance = 0.1;
     return request;
@@ -297,7 +299,8 @@ TEST(order_figures, travel_goes_from_each_exit_to_the_next_entry) {
     EXPECT_DOUBLE_EQ(figures.travel, 5.0 + 6.0);
     EXPECT_DOUBLE_EQ(figures.per_axis, 4.0 + 6.0);
     EXPECT_DOUBLE_EQ(figures.longest, 6.0);
-    EXPECT_EQ(figures.longest_after, 1U);
+    EXPECT_EQ(figures.longest_from, giPoint3(13, 4, 0));
+    EXPECT_EQ(figures.longest_to, giPoint3(13, 10, 0));
     order[1].reversed = true;
     EXPECT_DOUBLE_EQ(measure_travel(items, order).longest, std::sqrt(13.0 * 13.0 + 4.0 * 4.0));
     EXPECT_EQ(measure_travel({}, {}).travel, 0.0);

@@ -29,12 +29,14 @@ OrderOptions read(const Words& words) {
 TEST(order_options, a_file_name_alone_selects_the_defaults) {
     const OrderOptions options = read({"plate.drl"});
     EXPECT_EQ(options.file_name, "plate.drl");
-    EXPECT_EQ(options.type, nmkSortTypeShortest);
+    EXPECT_EQ(options.type, best_order);
+    EXPECT_FALSE(options.effort || options.time_limit || options.end || options.is_closed);
     EXPECT_FALSE(options.across_tools || options.json || options.quiet);
     EXPECT_EQ(options.rapid, 10000.0);
     const OrderRequest request = order_request(options, nmk_job::JobUnits::inches);
     EXPECT_EQ(request.tolerance, default_tolerance);
-    EXPECT_EQ(request.start, giPoint3(0.0, 0.0, 0.0));
+    EXPECT_EQ(request.ends.start, giPoint3(0.0, 0.0, 0.0));
+    EXPECT_FALSE(request.ends.end || request.ends.is_closed || request.deadline);
 }
 
 TEST(order_options, every_option_may_have_a_blank_or_an_equals_sign) {
@@ -66,12 +68,14 @@ TEST(order_options, the_extension_of_the_output_may_be_in_capital_letters) {
 
 TEST(order_options, lengths_are_in_the_unit_of_the_file_by_default) {
     OrderOptions options = read({"f", "--start", "1,2", "--tolerance", "0.5"});
-    EXPECT_EQ(order_request(options, nmk_job::JobUnits::inches).start, giPoint3(25.4, 50.8, 0.0));
+    EXPECT_EQ(order_request(options, nmk_job::JobUnits::inches).ends.start,
+              giPoint3(25.4, 50.8, 0.0));
     EXPECT_EQ(order_request(options, nmk_job::JobUnits::inches).tolerance, 12.7);
-    EXPECT_EQ(order_request(options, nmk_job::JobUnits::millimetres).start,
+    EXPECT_EQ(order_request(options, nmk_job::JobUnits::millimetres).ends.start,
               giPoint3(1.0, 2.0, 0.0));
     options.units = nmk_job::JobUnits::millimetres;
-    EXPECT_EQ(order_request(options, nmk_job::JobUnits::inches).start, giPoint3(1.0, 2.0, 0.0));
+    EXPECT_EQ(order_request(options, nmk_job::JobUnits::inches).ends.start,
+              giPoint3(1.0, 2.0, 0.0));
 }
 
 TEST(order_options, after_two_dashes_a_name_may_begin_with_a_dash) {
@@ -91,6 +95,33 @@ TEST(order_options, every_supported_sort_type_has_a_name_of_its_own) {
         }
     }
     EXPECT_EQ(named, 14);
+    EXPECT_EQ(sort_type_name(best_order), "best");
+    EXPECT_EQ(read({"f", "--type", "best"}).type, best_order);
+}
+
+TEST(order_options, start_and_end_are_places_or_words) {
+    const auto ends = [](const Words& words) {
+        return order_request(read(words), nmk_job::JobUnits::inches).ends;
+    };
+    EXPECT_FALSE(ends({"f", "--start", "free"}).start);
+    EXPECT_FALSE(ends({"f", "--start=FREE", "--end", "free"}).end);
+    EXPECT_EQ(ends({"f", "--end", "1,2,3"}).end, giPoint3(25.4, 50.8, 76.2));
+    EXPECT_EQ(ends({"f", "--start", "2,1", "--end", "start"}).end, giPoint3(50.8, 25.4, 0.0));
+    EXPECT_EQ(ends({"f", "--end", "start"}).end, giPoint3(0.0, 0.0, 0.0));
+    EXPECT_EQ(ends({"f", "--start", "free", "--start", "1,1"}).start, giPoint3(25.4, 25.4, 0.0));
+    EXPECT_TRUE(ends({"f", "--closed"}).is_closed);
+    EXPECT_FALSE(ends({"f", "--closed"}).end);
+}
+
+TEST(order_options, the_deadline_is_the_time_limit_after_the_beginning) {
+    const auto begin = OrderRequest::Clock::now();
+    const OrderOptions options = read({"f", "--time-limit", "2.5", "--effort", "40"});
+    const OrderRequest request = order_request(options, nmk_job::JobUnits::millimetres, begin);
+    EXPECT_EQ(request.effort, 40);
+    ASSERT_TRUE(request.deadline);
+    EXPECT_EQ(*request.deadline - begin, std::chrono::milliseconds(2500));
+    const OrderOptions far = read({"f", "--time-limit", "1e12"});
+    EXPECT_GT(*order_request(far, nmk_job::JobUnits::millimetres, begin).deadline, begin);
 }
 
 struct BadLine {
@@ -120,9 +151,9 @@ const BadLine bad_lines[] = {
     {"similar_option", {"a", "--tpye", "x"}, "did you mean --type?"},
     {"switch_with_value", {"a", "--json=yes"}, "--json takes no value"},
     {"value_missing", {"a", "--type"}, "needs a value"},
-    {"unknown_type", {"a", "--type", "best"}, "one-way"},
+    {"unknown_type", {"a", "--type", "worst"}, "one-way"},
     {"cylinder", {"a", "--type", "cylinder"}, "shortest, closest"},
-    {"empty_type", {"a", "--type="}, "expected none, shortest"},
+    {"empty_type", {"a", "--type="}, "expected best, none, shortest"},
     {"start_of_one", {"a", "--start", "1"}, "X,Y"},
     {"start_of_four", {"a", "--start", "1,2,3,4"}, "X,Y"},
     {"start_with_hole", {"a", "--start", "1,,3"}, "X,Y"},
@@ -130,6 +161,20 @@ const BadLine bad_lines[] = {
     {"start_not_finite", {"a", "--start", "nan,0"}, "X,Y"},
     {"start_infinite", {"a", "--start", "1e999,0"}, "X,Y"},
     {"start_far", {"a", "--start", "1e30,0"}, "X,Y"},
+    {"start_word", {"a", "--start", "home"}, "expected X,Y or X,Y,Z or free"},
+    {"end_word", {"a", "--end", "nonsense"}, "expected X,Y or X,Y,Z or start or free"},
+    {"end_of_one", {"a", "--end", "1"}, "--end \"1\": expected X,Y"},
+    {"end_not_finite", {"a", "--end", "nan,0"}, "X,Y"},
+    {"end_at_a_free_start", {"a", "--start", "free", "--end", "start"}, "needs a place as --start"},
+    {"closed_with_end", {"a", "--closed", "--end", "1,2"}, "exclude each other"},
+    {"closed_with_end_at_start", {"a", "--closed", "--end", "start"}, "exclude each other"},
+    {"effort_negative", {"a", "--effort", "-1"}, "a whole number from 0 to 1000000"},
+    {"effort_of_a_part", {"a", "--effort", "1.5"}, "a whole number"},
+    {"effort_too_large", {"a", "--effort", "1e18"}, "a whole number"},
+    {"time_limit_zero", {"a", "--time-limit", "0"}, "above 0"},
+    {"time_limit_word", {"a", "--time-limit", "soon"}, "above 0"},
+    {"effort_of_a_sorter", {"a", "--type", "closest", "--effort", "9"}, "are for --type best"},
+    {"time_limit_of_a_sorter", {"a", "--type", "x", "--time-limit", "9"}, "are for --type best"},
     {"tolerance_negative", {"a", "--tolerance", "-1"}, "from 0 up"},
     {"tolerance_word", {"a", "--tolerance", "fine"}, "from 0 up"},
     {"tolerance_infinite", {"a", "--tolerance", "inf"}, "from 0 up"},

@@ -30,12 +30,13 @@ inline nmk_job::MachiningJob random_job(std::size_t tools, std::size_t holes, un
     return job;
 }
 
-/// The drawings of a job, ordered as in the file.
+/// The drawings of a job, ordered as in the file; the travel begins and ends anywhere.
 class DrawnJob {
   public:
-    explicit DrawnJob(nmk_job::MachiningJob job, bool across_tools = false)
+    explicit DrawnJob(nmk_job::MachiningJob job, bool across_tools = false, TravelEnds ends = {})
         : m_job(std::move(job)) {
         OrderRequest request;
+        request.ends = ends;
         request.type = nmkSortTypeNone;
         request.across_tools = across_tools;
         m_ordered = order_job(m_job, request, nullptr);

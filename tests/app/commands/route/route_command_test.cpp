@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <nmkprogressbreak/nmkProgressBreak.h>
 
+#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <regex>
@@ -119,6 +120,15 @@ TEST_F(route_command, the_table_of_the_route_has_a_row_for_each_node) {
                   .out,
               "");
     EXPECT_EQ(nmk_shell::text_of(file("r.csv")), "x,y,length\n0,0,0\n1,0,1\n2,0,2\n");
+}
+
+TEST_F(route_command, the_numbers_of_the_table_are_read_back_exactly) {
+    const std::string name = write("l.csv", "box,0,0,1,1\nsteps,0.1\n0.2,0\n");
+    nmk_shell::run({"route", name, "--start", "0,0", "--goal", "0.3,0", "--csv", file("r.csv")});
+    const std::string table = nmk_shell::text_of(file("r.csv"));
+    const std::size_t length = table.rfind(',') + 1;
+    const double diagonal = std::sqrt(0.1 * 0.1 + 0.1 * 0.1);
+    EXPECT_NEAR(std::stod(table.substr(length)), 0.1 + 2 * diagonal, 1e-15) << table;
 }
 
 TEST_F(route_command, steps_of_a_tenth_arrive_at_a_goal_of_three_tenths) {

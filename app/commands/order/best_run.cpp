@@ -1,0 +1,147 @@
+// best_run: the cuts of one run in an order that is really short.
+
+#include "commands/order/best_run.h"
+
+#include <nmktoolbox/ordering/nmkTravelOrder.h>
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "commands/order/order_figures.h"
+#include "commands/order/sorted_run.h"
+
+namespace nmk_order {
+
+namespace {
+
+using Items = std::vector<nmk_job::JobItem>;
+using Cuts = std::span<const nmk_job::JobCut>;
+
+nmkTravelProblem problem_of(const Items& items, Cuts cuts, const TravelEnds& ends) {
+    nmkTravelProblem problem;
+    problem.items.reserve(cuts.size());
+    for (const nmk_job::JobCut& cut : cuts) {
+        const nmk_job::JobItem& item = items[cut.item];
+        problem.items.push_back(item.end ? nmkTravelItem::line(item.start, *item.end)
+                                         : nmkTravelItem::point(item.start));
+    }
+    if (ends.is_closed) {
+        problem.end = nmkTravelEnd::at_start();  // first_on_ring chooses the first item
+        return problem;
+    }
+    if (ends.start) {
+        problem.start = nmkTravelEnd::at_place(*ends.start);
+    }
+    if (ends.end) {
+        problem.end = nmkTravelEnd::at_place(*ends.end);
+    }
+    return problem;
+}
+
+/// Turns a closed order so that the way from `start` to its first cut is shortest. The ring may be
+/// travelled in both directions, which are equally long.
+void begin_ring_near(const Items& items, const giPoint3& start, nmk_job::JobOrder& ring) {
+    double least = std::numeric_limits<double>::max();
+    std::size_t first = 0;
+    bool is_backwards = false;
+    for (std::size_t i = 0; i < ring.size(); ++i) {
+        const nmk_job::JobItem& item = items[ring[i].item];
+        const double forwards = start.distance(nmk_job::entry_of(item, ring[i].reversed));
+        const double backwards = start.distance(nmk_job::exit_of(item, ring[i].reversed));
+        if (std::min(forwards, backwards) < least) {
+            least = std::min(forwards, backwards);
+            first = i;
+            is_backwards = backwards < forwards;
+        }
+    }
+    std::rotate(ring.begin(), ring.begin() + static_cast<std::ptrdiff_t>(first), ring.end());
+    if (is_backwards) {
+        std::reverse(ring.begin() + 1, ring.end());
+        for (nmk_job::JobCut& cut : ring) {
+            cut.reversed = items[cut.item].end.has_value() && !cut.reversed;
+        }
+    }
+}
+
+nmkTravelResult search(const Items& items, Cuts cuts, const TravelEnds& ends,
+                       const SearchLimits& limits, nmkProgressBreak* progress) {
+    nmkTravelOrder order(problem_of(items, cuts, ends));
+    order.set_progress(progress);
+    if (limits.effort) {
+        order.set_steps(*limits.effort * static_cast<std::int64_t>(cuts.size()));
+    }
+    if (limits.seconds) {
+        order.set_time_limit(*limits.seconds);
+    }
+    return order.find();
+}
+
+nmk_job::JobOrder cuts_of(const nmkTravelResult& result, const Items& items, Cuts cuts) {
+    nmk_job::JobOrder order;
+    order.reserve(cuts.size());
+    for (const int number : result.order) {
+        const auto i = static_cast<std::size_t>(number);
+        order.push_back({cuts[i].item, items[cuts[i].item].end && result.is_reversed[i]});
+    }
+    return order;
+}
+
+SearchEnd end_of(nmkTravelStopReason reason) {
+    return reason == nmkTravelStopReason::stopped      ? SearchEnd::stopped
+           : reason == nmkTravelStopReason::time_limit ? SearchEnd::time_limit
+                                                       : SearchEnd::finished;
+}
+
+/// Keeps the shorter of two orders.
+class ShortestOrder {
+  public:
+    ShortestOrder(const Items& items, const TravelEnds& ends, nmk_job::JobOrder order)
+        : m_items(items), m_ends(ends), m_order(std::move(order)), m_travel(travel_of(m_order)) {}
+
+    void offer(nmk_job::JobOrder order) {
+        const double travel = travel_of(order);
+        if (travel < m_travel) {
+            m_travel = travel;
+            m_order = std::move(order);
+        }
+    }
+    nmk_job::JobOrder take() { return std::move(m_order); }
+
+  private:
+    double travel_of(const nmk_job::JobOrder& order) const {
+        return measure_travel(m_items, order, m_ends).travel;
+    }
+
+    const Items& m_items;
+    const TravelEnds& m_ends;
+    nmk_job::JobOrder m_order;
+    double m_travel;
+};
+
+}  // namespace
+
+BestCuts best_cuts(const Items& items, Cuts cuts, const TravelEnds& ends,
+                   const SearchLimits& limits, nmkProgressBreak* progress) {
+    if (cuts.empty()) {
+        return {};
+    }
+    const nmkTravelResult result = search(items, cuts, ends, limits, progress);
+    const SearchEnd end = end_of(result.stop_reason);
+    nmk_job::JobOrder order = cuts_of(result, items, cuts);
+    if (order.size() != cuts.size()) {
+        return {{cuts.begin(), cuts.end()}, end};  // a bad problem, which the readers leave none of
+    }
+    if (ends.is_closed && ends.start) {
+        begin_ring_near(items, *ends.start, order);
+    }
+    ShortestOrder best(items, ends, std::move(order));
+    best.offer({cuts.begin(), cuts.end()});
+    if (end == SearchEnd::finished) {
+        const giPoint3 start = ends.start.value_or(giPoint3(0.0, 0.0, 0.0));
+        best.offer(sorted_cuts(items, cuts, nmkSortTypeClosest, start, 0.0, nullptr).cuts);
+    }
+    return {best.take(), end};
+}
+
+}  // namespace nmk_order

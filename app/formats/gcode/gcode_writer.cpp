@@ -1,0 +1,171 @@
+// gcode_writer: an ordered job as a program for a mill or a drilling machine.
+
+#include "formats/gcode/gcode_writer.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+
+#include "files/base_name.h"
+#include "text/number_format.h"
+
+namespace nmk_gcode {
+
+namespace {
+
+constexpr int decimals_of_mm = 4;
+constexpr int decimals_of_inches = 5;
+constexpr int decimals_of_feeds = 2;
+constexpr std::size_t max_comment = 60;  // letters; controls cut long lines
+// Smaller numbers would vanish in the decimals of the program.
+constexpr double least_feed = 1.0;      // mm per minute
+constexpr double least_height = 0.001;  // mm; depth, and of the retract height above an item
+
+/// Text from outside as a comment. Brackets would end it, and controls act on other letters, also
+/// within comments: letters, digits and a few marks remain, anything else becomes '_'.
+std::string comment(std::string_view text) {
+    constexpr std::string_view marks = " .,-+=:/";
+    std::string safe;
+    for (const char letter : text.substr(0, max_comment)) {
+        const bool is_letter = (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z');
+        const bool is_digit = letter >= '0' && letter <= '9';
+        const bool is_kept = is_letter || is_digit || marks.find(letter) != std::string_view::npos;
+        safe += is_kept ? letter : '_';
+    }
+    return "(" + safe + ")\n";
+}
+
+class Program {
+  public:
+    Program(const nmk_job::MachiningJob& job, const GcodeSettings& settings, const Bends& bends)
+        : m_job(job), m_settings(settings), m_bends(bends) {}
+
+    std::string write(std::span<const nmk_job::JobCut> order) {
+        begin();
+        int number = 0;
+        nmk_job::each_tool_run(m_job, order,
+                               [&](std::size_t tool, std::span<const nmk_job::JobCut> cuts) {
+                                   change_tool(m_job.tools[tool], ++number);
+                                   cut_all(cuts);
+                               });
+        m_text += m_settings.spindle ? "M5\nM30\n%\n" : "M30\n%\n";
+        return std::move(m_text);
+    }
+
+  private:
+    double in_units(double mm) const { return mm / nmk_job::mm_of(m_settings.units); }
+
+    std::string length(double mm) const {
+        const bool is_inch = m_settings.units == nmk_job::JobUnits::inches;
+        return nmk_text::short_number(in_units(mm), is_inch ? decimals_of_inches : decimals_of_mm);
+    }
+    std::string feed(double mm_per_minute) const {
+        return " F" + nmk_text::short_number(in_units(mm_per_minute), decimals_of_feeds);
+    }
+    std::string place(const giPoint3& p) const { return " X" + length(p.x) + " Y" + length(p.y); }
+
+    void begin() {
+        m_text = "%\n" + comment(nmk_files::base_name(m_job.file_name));
+        m_text += m_settings.units == nmk_job::JobUnits::inches ? "G20" : "G21";
+        m_text += " G17 G40 G49 G80 G90 G94\n";
+    }
+
+    // The tool is up when the program stops, and up again before the next rapid.
+    void change_tool(const nmk_job::JobTool& tool, int number) {
+        const std::string diameter =
+            tool.diameter ? " diameter " + nmk_text::short_number(*tool.diameter, 4) + " mm" : "";
+        if (m_settings.spindle) {
+            m_text += "M5\n";
+        }
+        m_text += comment("tool " + tool.name + diameter);
+        m_text += "T" + std::to_string(number) + " M6\nM0\n";
+        if (m_settings.spindle) {
+            m_text += "S" + nmk_text::short_number(*m_settings.spindle, 0) + " M3\n";
+        }
+        m_text += "G0 Z" + length(m_settings.retract) + "\n";
+    }
+
+    void cut_all(std::span<const nmk_job::JobCut> cuts) {
+        if (m_settings.start) {
+            rapid_to(*m_settings.start);
+        }
+        for (const nmk_job::JobCut& cut : cuts) {
+            const nmk_job::JobItem& item = m_job.items[cut.item];
+            rapid_to(nmk_job::entry_of(item, cut.reversed));
+            m_text +=
+                "G1 Z" + length(m_at->z - m_settings.depth) + feed(m_settings.plunge_feed) + "\n";
+            if (item.end) {
+                const giPoint3& end = nmk_job::exit_of(item, cut.reversed);
+                m_text += "G1" + place(end) + " Z" + length(end.z - m_settings.depth) +
+                          feed(m_settings.feed) + "\n";
+                m_at = end;
+            }
+            m_text += "G0 Z" + length(m_settings.retract) + "\n";
+        }
+        if (m_settings.end) {
+            rapid_to(*m_settings.end);
+        }
+    }
+
+    // The first rapid of the program comes from an unknown place.
+    void rapid_to(const giPoint3& to) {
+        if (m_at && m_bends) {
+            for (const giPoint3& bend : m_bends(*m_at, to)) {
+                m_text += "G0" + place(bend) + "\n";
+            }
+        }
+        if (!m_at || m_at->x != to.x || m_at->y != to.y) {
+            m_text += "G0" + place(to) + "\n";
+        }
+        m_at = to;
+    }
+
+    const nmk_job::MachiningJob& m_job;
+    const GcodeSettings& m_settings;
+    const Bends& m_bends;
+    std::optional<giPoint3> m_at;  // the place of the tool, with the z of the item there
+    std::string m_text;
+};
+
+bool is_feed(double value) { return value >= least_feed && std::isfinite(value); }
+
+nmk_text::Result<void> check(const nmk_job::MachiningJob& job,
+                             std::span<const nmk_job::JobCut> order,
+                             const GcodeSettings& settings) {
+    const auto fault = [](std::string message) {
+        return nmk_text::Error{{}, 0, std::move(message)};
+    };
+    if (!(settings.depth >= least_height) || !std::isfinite(settings.depth)) {
+        return fault("expected a depth of at least 0.001 mm");
+    }
+    if (!is_feed(settings.plunge_feed) || !is_feed(settings.feed)) {
+        return fault("expected feeds of at least 1 mm per minute");
+    }
+    if (settings.spindle && !(*settings.spindle >= 1.0 && std::isfinite(*settings.spindle))) {
+        return fault("expected a spindle speed of at least 1 per minute");
+    }
+    double highest = 0.0;
+    for (const nmk_job::JobCut& cut : order) {
+        const nmk_job::JobItem& item = job.items[cut.item];
+        highest = std::max({highest, item.start.z, item.end.value_or(item.start).z});
+    }
+    if (!(settings.retract >= highest + least_height) || !std::isfinite(settings.retract)) {
+        return fault("the highest item is at z " + nmk_text::short_number(highest, 4) +
+                     " mm; expected a retract height above it and above 0");
+    }
+    return {};
+}
+
+}  // namespace
+
+nmk_text::Result<std::string> write_gcode(const nmk_job::MachiningJob& job,
+                                          std::span<const nmk_job::JobCut> order,
+                                          const GcodeSettings& settings, const Bends& bends) {
+    const nmk_text::Result<void> checked = check(job, order, settings);
+    if (!checked) {
+        return checked.error();
+    }
+    return Program(job, settings, bends).write(order);
+}
+
+}  // namespace nmk_gcode

@@ -1,0 +1,4 @@
+// archive.h: archives of electrodes.
+#pragma once
+
+#include <nmktoolbox/archive/nmkTrodeArchive.h>

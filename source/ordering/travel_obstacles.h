@@ -1,0 +1,60 @@
+// travel_obstacles.h: the polygons of all keep-outs, in the unit of a network.
+//
+// A square lattice over all of them counts the polygons near each cell, summed from the lower left,
+// so that four numbers show whether any is near a leg. Most legs are straight by that alone.
+#pragma once
+
+#include <nmktoolbox/ordering/nmkTravelKeepOut.h>
+
+#include <optional>
+#include <vector>
+
+#include "travel_polygon.h"
+
+namespace nmk_ordering {
+
+/// The corners of a part of a keep-out, divided by `unit`.
+std::vector<PlanePoint> plane_corners(const std::vector<giPoint2>& part, double unit);
+
+class TravelObstacles {
+  public:
+    /// `keep_outs` have no fault.
+    TravelObstacles(const std::vector<nmkTravelKeepOut>& keep_outs, double unit);
+
+    const std::vector<TravelPolygon>& polygons() const { return m_polygons; }
+
+    /// Number of the first keep-out with the place inside.
+    std::optional<int> keep_out_at(const PlanePoint& p) const;
+    /// Number of the first keep-out that the line crosses.
+    std::optional<int> keep_out_between(const PlanePoint& a, const PlanePoint& b) const;
+    /// Whether none crosses the line; quick where none is near.
+    bool is_free(const PlanePoint& a, const PlanePoint& b) const {
+        return !is_any_near(a, b) || !keep_out_between(a, b);
+    }
+    /// False where the line crosses none for certain, in a time that does not depend on them.
+    bool is_any_near(const PlanePoint& a, const PlanePoint& b) const;
+    /// Whether some polygons overlap or touch, so that they may enclose places.
+    bool may_enclose() const;
+    /// The sum of all edges in x and in y.
+    PlanePoint perimeter() const;
+
+  private:
+    static constexpr int cells = 128;  // along each side of the lattice
+
+    void count_near();
+    static int cell(double value, double low, double width);
+    int& count_at(int column, int row) {
+        return m_counts[static_cast<std::size_t>(row * (cells + 1) + column)];
+    }
+    int count_at(int column, int row) const {
+        return m_counts[static_cast<std::size_t>(row * (cells + 1) + column)];
+    }
+
+    std::vector<TravelPolygon> m_polygons;
+    std::vector<int> m_keep_outs;  // by polygon
+    PlaneBox m_box;
+    PlanePoint m_cell;          // width and height
+    std::vector<int> m_counts;  // by column and row: cells with a polygon to the lower left
+};
+
+}  // namespace nmk_ordering
