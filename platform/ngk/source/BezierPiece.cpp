@@ -111,6 +111,21 @@ double BezierPiece<Dimension>::sagitta(double from, double to) const {
 }
 
 template <int Dimension>
+typename BezierPiece<Dimension>::V BezierPiece<Dimension>::reach(double from, double to) const {
+    const BezierPoints<Dimension> part = between_values(from, to);
+    const BezierView<Dimension> curve = part.view();
+    V reach{};
+    for (int axis = 0; axis < Dimension; ++axis) {
+        const double start = curve.points.front()[axis];
+        const double end = curve.points.back()[axis];
+        for (const V& point : curve.points)
+            reach[axis] = std::max({reach[axis], point[axis] - std::max(start, end),
+                                    std::min(start, end) - point[axis]});
+    }
+    return reach;
+}
+
+template <int Dimension>
 void BezierPiece<Dimension>::find_nearest(Nearest<Dimension>& nearest, int segment) const {
     BezierSearch<Dimension>(*this, m_curve, nearest, segment).run();
 }

@@ -21,6 +21,8 @@ class BezierPiece final : public Piece<Dimension> {
     double speed(double from, double to) const override;
     double bend(double from, double to) const override;
     double sagitta(double from, double to) const override;
+    V reach(double from, double to) const override;
+    double box_error() const override { return exact_box_error; }
     void find_nearest(Nearest<Dimension>& nearest, int segment) const override;
     void visit_image(const Affine<Dimension>& map, int segment,
                      PieceVisitor<Dimension>& visitor) const override;

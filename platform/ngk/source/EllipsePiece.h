@@ -55,6 +55,17 @@ class EllipsePiece final : public Piece<Dimension> {
     double speed(double, double) const override { return longest_radius(); }
     double bend(double, double) const override { return longest_radius(); }
 
+    V reach(double from, double to) const override {
+        const double step = to - from;
+        V reach;
+        for (int i = 0; i < Dimension; ++i)
+            reach[i] =
+                std::sqrt(m_ellipse.x[i] * m_ellipse.x[i] + m_ellipse.y[i] * m_ellipse.y[i]) *
+                (step * step / 8.0);
+        return reach;
+    }
+    double box_error() const override { return exact_box_error; }
+
     double length(double relative_tolerance) const override {
         if (!m_is_circle) return Piece<Dimension>::length(relative_tolerance);
         return m_ellipse.x.norm() * (this->range().high - this->range().low);

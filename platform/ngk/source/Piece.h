@@ -71,6 +71,9 @@ void for_each_piece(const Curve& curve, const Visit& visit,
     curve.visit_pieces(visitor, order);
 }
 
+/// The box_error() of pieces that know the reach along each axis.
+inline constexpr double exact_box_error = 1e-15;
+
 template <int Dimension>
 class Piece {
   public:
@@ -95,6 +98,27 @@ class Piece {
     virtual double sagitta(double from, double to) const {
         const double step = to - from;
         return std::min(bend(from, to) * step * step / 8.0, speed(from, to) * step / 2.0);
+    }
+
+    /// How far the coordinates between the two values can be beyond those of both ends, one by one.
+    virtual V reach(double from, double to) const {
+        V all;
+        all.c.fill(sagitta(from, to));
+        return all;
+    }
+
+    /// To which part of the extent a box is worth computing: where reach() is the same along all
+    /// axes, a curve in a plane along two of them could not be bounded more exactly in reasonable
+    /// time.
+    virtual double box_error() const { return 1e-8; }
+
+    /// The largest coordinate of the ends: rounding is in proportion to it.
+    double size() const {
+        double most = 0.0;
+        for (const double value : {m_range.low, m_range.high}) {
+            for (const double x : point(value).c) most = std::max(most, std::abs(x));
+        }
+        return most;
     }
 
     /// Considers the point of the piece that is nearest to the query.

@@ -51,6 +51,10 @@ class ReversedPiece final : public Piece<Dimension> {
     double sagitta(double from, double to) const override {
         return m_piece.sagitta(inside(to), inside(from));
     }
+    V reach(double from, double to) const override {
+        return m_piece.reach(inside(to), inside(from));
+    }
+    double box_error() const override { return m_piece.box_error(); }
     double length(double relative_tolerance) const override {
         return m_piece.length(relative_tolerance);
     }

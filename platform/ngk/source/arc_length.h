@@ -4,13 +4,17 @@
 
 #include "Piece.h"
 #include "gauss_rule.h"
+#include "max_parts.h"
 
 namespace nmk_ngk {
 
 // At a cusp the speed has a corner, and the error of a part falls by four with each halving.
 inline constexpr int max_length_halvings = 40;
 
-// A relative error that rounding leaves in a sum of so many terms.
+// A part and its halves never agree better than this part of it: the sums are of many terms.
+inline constexpr double least_part_error = 1e-14;
+
+// What is asked for is not taken for less than this.
 inline constexpr double least_length_error = 1e-15;
 
 template <int Dimension>
@@ -28,14 +32,15 @@ double gauss_length(const Piece<Dimension>& piece, double low, double high) {
 
 template <int Dimension>
 double halved_length(const Piece<Dimension>& piece, double low, double high, double whole,
-                     double tolerance, int halvings) {
+                     double tolerance, int halvings, int& parts_left) {
     const double middle = low + (high - low) / 2.0;
     const double left = gauss_length(piece, low, middle);
     const double right = gauss_length(piece, middle, high);
-    const bool agrees = !(std::abs(left + right - whole) > tolerance);
-    if (agrees || halvings == 0) return left + right;
-    return halved_length(piece, low, middle, left, tolerance / 2.0, halvings - 1) +
-           halved_length(piece, middle, high, right, tolerance / 2.0, halvings - 1);
+    const double rounding = least_part_error * whole;
+    const bool agrees = !(std::abs(left + right - whole) > std::max(tolerance, rounding));
+    if (agrees || halvings == 0 || parts_left-- <= 0) return left + right;
+    return halved_length(piece, low, middle, left, tolerance / 2.0, halvings - 1, parts_left) +
+           halved_length(piece, middle, high, right, tolerance / 2.0, halvings - 1, parts_left);
 }
 
 /// The length to about this part of it; at most as exact as rounding leaves it.
@@ -45,7 +50,8 @@ double arc_length(const Piece<Dimension>& piece, double relative_tolerance) {
     const double whole = gauss_length(piece, low, high);
     const double part =
         relative_tolerance > least_length_error ? relative_tolerance : least_length_error;
-    return halved_length(piece, low, high, whole, whole * part, max_length_halvings);
+    int parts_left = max_parts;
+    return halved_length(piece, low, high, whole, whole * part, max_length_halvings, parts_left);
 }
 
 }  // namespace nmk_ngk

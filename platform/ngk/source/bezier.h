@@ -89,26 +89,28 @@ struct BezierPoints {
     }
 };
 
-/// The parts below and above u. They share the point there.
+/// The parts below and above u. They share the point there. `high` may hold the curve itself.
 template <int Dimension>
 void split_bezier(const BezierView<Dimension>& curve, double u, BezierPoints<Dimension>& low,
                   BezierPoints<Dimension>& high) {
     const int count = curve.degree() + 1;
+    const std::size_t last = curve.points.size() - 1;
     low.count = high.count = count;
     low.is_rational = high.is_rational = curve.is_rational();
     if (!curve.is_rational())
         return subdivide(curve.points.data(), count, u, low.points.data(), high.points.data());
-    subdivide(curve.weights.data(), count, u, low.weights.data(), high.weights.data());
-    for (std::size_t i = 0; i < curve.points.size(); ++i)
-        high.points[i] = curve.points[i] * curve.weights[i];
+    const Vec<Dimension> start = curve.points.front();
+    const Vec<Dimension> end = curve.points.back();
+    for (std::size_t i = 0; i <= last; ++i) high.points[i] = curve.points[i] * curve.weights[i];
     subdivide(high.points.data(), count, u, low.points.data(), high.points.data());
-    for (std::size_t i = 0; i < curve.points.size(); ++i) {
+    subdivide(curve.weights.data(), count, u, low.weights.data(), high.weights.data());
+    for (std::size_t i = 0; i <= last; ++i) {
         low.points[i] *= 1.0 / low.weights[i];
         high.points[i] *= 1.0 / high.weights[i];
     }
-    low.points[0] = curve.points.front();
-    high.points[curve.points.size() - 1] = curve.points.back();
-    high.points[0] = low.points[curve.points.size() - 1];
+    low.points[0] = start;
+    high.points[last] = end;
+    high.points[0] = low.points[last];
 }
 
 }  // namespace nmk_ngk

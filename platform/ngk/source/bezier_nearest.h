@@ -9,6 +9,7 @@
 #pragma once
 
 #include "BezierPiece.h"
+#include "max_parts.h"
 
 namespace nmk_ngk {
 
@@ -36,8 +37,8 @@ class BezierSearch {
     }
 
   private:
-    // What rounding can add to a coefficient of the squared distance, as a part of the largest: a
-    // part that could be nearer by less is left out.
+    // What rounding can add to a coefficient of the squared distance, as a part of the largest, for
+    // each degree: a part that could be nearer by less is left out.
     static constexpr double rounding_part = 1e-15;
     static constexpr int max_depth = 52;
     static constexpr int max_steps = 100;
@@ -91,7 +92,7 @@ class BezierSearch {
             least = std::min(least, square / weight);
             most = std::max(most, std::abs(square / weight));
         }
-        return least - rounding_part * most;
+        return least - rounding_part * n * most;
     }
 
     static double product_of_binomials(int n, int i, int j) {
@@ -108,7 +109,7 @@ class BezierSearch {
         if (slope == Slope::one_minimum) return find_minimum(part.low, part.high);
         const double middle = part.low + (part.high - part.low) / 2.0;
         consider(middle);
-        if (depth > 0) search_halves(part, middle, depth - 1);
+        if (depth > 0 && m_parts_left-- > 0) search_halves(part, middle, depth - 1);
     }
 
     void search_halves(const Part& part, double middle, int depth) {
@@ -148,6 +149,7 @@ class BezierSearch {
     const BezierView<Dimension>& m_curve;
     Nearest<Dimension>& m_nearest;
     int m_segment;
+    int m_parts_left = max_parts;
 };
 
 /// The coefficients of A.A' of a polynomial, or A.(A' w - A w') of a rational curve, are followed

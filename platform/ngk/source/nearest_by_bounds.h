@@ -6,6 +6,7 @@
 #pragma once
 
 #include "Piece.h"
+#include "max_parts.h"
 
 namespace nmk_ngk {
 
@@ -33,7 +34,7 @@ class BoundSearch {
         const V end = m_piece.point(high);
         m_nearest.consider(start, m_segment, low);
         m_nearest.consider(end, m_segment, high);
-        m_rounding = rounding_part * ((start - m_nearest.query()).norm() + (end - start).norm());
+        m_rounding = rounding_part * (m_piece.size() + (start - m_nearest.query()).norm());
         search(low, start, high, end, max_depth);
     }
 
@@ -41,7 +42,7 @@ class BoundSearch {
     // A part is left out where it could be nearer by less than these. Without the first, a query at
     // the same distance from all points would ask for every point.
     static constexpr double distance_part = 1e-10;  // of the distance
-    static constexpr double rounding_part = 1e-15;  // of the distance of the ends
+    static constexpr double rounding_part = 1e-15;  // of coordinates
     static constexpr int max_depth = 60;
     static constexpr int newton_steps = 12;
 
@@ -51,7 +52,7 @@ class BoundSearch {
             distance_to_chord(m_nearest.query(), start, end) - m_piece.sagitta(low, high);
         const double middle = low + (high - low) / 2.0;
         if (least >= best - (distance_part * best + m_rounding)) return;
-        if (depth == 0 || !(low < middle && middle < high)) return;
+        if (depth == 0 || m_parts_left-- <= 0 || !(low < middle && middle < high)) return;
         const V point = m_piece.point(middle);
         if (m_nearest.consider(point, m_segment, middle)) improve(middle);
         const double to_start = distance_to_chord(m_nearest.query(), start, point);
@@ -79,6 +80,7 @@ class BoundSearch {
     Nearest<Dimension>& m_nearest;
     int m_segment;
     double m_rounding = 0.0;
+    int m_parts_left = max_parts;
 };
 
 template <int Dimension>

@@ -13,6 +13,7 @@ namespace {
 // where they are so large that a turn is lost in rounding.
 ngkRange forwards(double start, double end) {
     double sweep = end - start;
+    if (!std::isfinite(sweep)) return {start, sweep - sweep};
     if (!(sweep > 0.0 && sweep <= full_turn)) sweep -= std::floor(sweep / full_turn) * full_turn;
     return {start, start + (sweep > 0.0 ? sweep : full_turn)};
 }

@@ -48,7 +48,7 @@ ngkCircle<Dimension>::ngkCircle(const Plane& plane, double radius)
       m_x(x_of(plane)),
       m_y(y_of(plane)) {
     this->set_valid(m_centre.is_usable() && are_axes(m_x, m_y) && radius >= 0.0 &&
-                    radius <= nmk_ngk::largest_coordinate);
+                    m_centre.norm() + radius <= nmk_ngk::largest_coordinate);
     m_x *= radius;
     m_y *= radius;
 }
@@ -73,7 +73,11 @@ ngkRange ngkCircle<Dimension>::range(int /*segment*/) const noexcept {
 
 template <int Dimension>
 ngkCircle<Dimension> ngkCircle<Dimension>::reversed_circle() const {
-    return ngkCircle(turned_over(m_plane), m_radius);
+    ngkCircle reversed(turned_over(m_plane), m_radius);
+    // The same start to the bit, which an axis that is computed anew would not give.
+    reversed.m_x = m_x;
+    reversed.m_y = m_y * -1.0;
+    return reversed;
 }
 
 template <int Dimension>

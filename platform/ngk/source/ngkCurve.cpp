@@ -28,10 +28,11 @@ template <int Dimension>
 double ngkCurve<Dimension>::fraction_at(const ngkT& t) const noexcept {
     if (!contains(t)) return std::numeric_limits<double>::quiet_NaN();
     const auto [low, high] = range(t.segment);
-    const double part = t.value == low    ? 0.0
-                        : t.value == high ? 1.0
-                                          : (t.value - low) / (high - low);
-    return (t.segment + part) / segment_count();
+    const bool is_bounded = std::isfinite(low) && std::isfinite(high);
+    if (t.value == low) return t.segment / double(segment_count());
+    if (t.value == high) return (t.segment + 1) / double(segment_count());
+    if (!is_bounded) return std::numeric_limits<double>::quiet_NaN();
+    return (t.segment + (t.value - low) / (high - low)) / segment_count();
 }
 
 template <int Dimension>

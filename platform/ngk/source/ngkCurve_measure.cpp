@@ -2,14 +2,14 @@
 #include <ngk/ngkCurve.h>
 
 #include "Piece.h"
+#include "max_parts.h"
 
 namespace nmk_ngk {
 
 namespace {
 
-// How far beyond the box a part may reach before it is halved, as a part of the extent of its
-// piece: what rounding leaves undecided.
-constexpr double box_rounding = 1e-15;
+// What rounding can do to a coordinate, as a part of its size.
+constexpr double coordinate_rounding = 1e-15;
 constexpr int max_box_halvings = 50;
 
 template <int Dimension>
@@ -21,7 +21,9 @@ class BoxMaker {
         const Vec<Dimension> end = piece.point(high);
         add(start);
         add(end);
-        m_rounding = box_rounding * ((end - start).norm() + piece.sagitta(low, high));
+        m_rounding = piece.box_error() * ((end - start).norm() + piece.sagitta(low, high)) +
+                     coordinate_rounding * piece.size();
+        m_parts_left = max_parts;
         add_part(piece, low, start, high, end, max_box_halvings);
     }
 
@@ -42,11 +44,12 @@ class BoxMaker {
         m_is_empty = false;
     }
 
-    /// Whether a part that is at most `sagitta` from its chord may leave the box.
-    bool may_leave(const Vec<Dimension>& start, const Vec<Dimension>& end, double sagitta) const {
+    /// Whether a part that reaches so far beyond its ends may leave the box.
+    bool may_leave(const Vec<Dimension>& start, const Vec<Dimension>& end,
+                   const Vec<Dimension>& reach) const {
         for (int i = 0; i < Dimension; ++i) {
-            if (std::min(start[i], end[i]) - sagitta < m_low[i] - m_rounding) return true;
-            if (std::max(start[i], end[i]) + sagitta > m_high[i] + m_rounding) return true;
+            if (std::min(start[i], end[i]) - reach[i] < m_low[i] - m_rounding) return true;
+            if (std::max(start[i], end[i]) + reach[i] > m_high[i] + m_rounding) return true;
         }
         return false;
     }
@@ -55,7 +58,7 @@ class BoxMaker {
                   double high, const Vec<Dimension>& end, int halvings) {
         const double middle = low + (high - low) / 2.0;
         if (halvings == 0 || !(low < middle && middle < high)) return;
-        if (!may_leave(start, end, piece.sagitta(low, high))) return;
+        if (m_parts_left-- <= 0 || !may_leave(start, end, piece.reach(low, high))) return;
         const Vec<Dimension> point = piece.point(middle);
         add(point);
         add_part(piece, low, start, middle, point, halvings - 1);
@@ -66,6 +69,7 @@ class BoxMaker {
     Vec<Dimension> m_low{};
     Vec<Dimension> m_high{};
     double m_rounding = 0.0;
+    int m_parts_left = 0;
 };
 
 }  // namespace

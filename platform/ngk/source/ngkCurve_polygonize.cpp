@@ -4,6 +4,7 @@
 #include <ngk/ngkPolyline.h>
 
 #include "Piece.h"
+#include "max_parts.h"
 
 namespace nmk_ngk {
 
@@ -13,6 +14,9 @@ namespace {
 // for its chord.
 constexpr int max_depth = 50;
 
+// What rounding can do to a distance from a chord, as a part of the coordinates.
+constexpr double coordinate_rounding = 1e-13;
+
 template <int Dimension>
 class PolygonMaker {
   public:
@@ -20,16 +24,23 @@ class PolygonMaker {
                  ngkPolyline<Dimension>& polygon, doublecoDynArr& fractions)
         : m_curve(curve), m_tolerance(tolerance), m_polygon(polygon), m_fractions(fractions) {}
 
+    /// To be called for all pieces before the first is added: the finest polygon depends on the
+    /// extent of all.
+    void measure_piece(const Piece<Dimension>& piece) {
+        const auto [low, high] = piece.range();
+        const double extent =
+            (piece.point(high) - piece.point(low)).norm() + piece.sagitta(low, high);
+        m_finest = std::max({m_finest, extent * ngkPolygonizeTRP3::finest_part_of_extent,
+                             coordinate_rounding * piece.size()});
+    }
+
     void add_piece(const Piece<Dimension>& piece, int segment) {
         const auto [low, high] = piece.range();
         if (m_polygon.point_count() == 0) add(piece, segment, low);
-        const double extent =
-            (piece.point(high) - piece.point(low)).norm() + piece.sagitta(low, high);
-        const double finest = extent * ngkPolygonizeTRP3::finest_part_of_extent;
-        const double tolerance = m_tolerance > finest ? m_tolerance : finest;
+        const double tolerance = m_tolerance > m_finest ? m_tolerance : m_finest;
         // A closed piece must not become a single point, so that a curved one has a vertex inside.
         const double middle = low + (high - low) / 2.0;
-        if (piece.sagitta(low, high) > finest && low < middle && middle < high) {
+        if (piece.sagitta(low, high) > m_finest && low < middle && middle < high) {
             add_part(piece, segment, low, middle, tolerance, max_depth);
             add_part(piece, segment, middle, high, tolerance, max_depth);
         } else {
@@ -41,7 +52,7 @@ class PolygonMaker {
     void add_part(const Piece<Dimension>& piece, int segment, double low, double high,
                   double tolerance, int depth) {
         const double middle = low + (high - low) / 2.0;
-        const bool is_done = depth == 0 || !(low < middle && middle < high);
+        const bool is_done = depth == 0 || m_parts_left-- <= 0 || !(low < middle && middle < high);
         if (is_done || piece.sagitta(low, high) <= tolerance) return add(piece, segment, high);
         add_part(piece, segment, low, middle, tolerance, depth - 1);
         add_part(piece, segment, middle, high, tolerance, depth - 1);
@@ -54,6 +65,8 @@ class PolygonMaker {
 
     const ngkCurve<Dimension>& m_curve;
     double m_tolerance;
+    double m_finest = 0.0;
+    int m_parts_left = max_parts;
     ngkPolyline<Dimension>& m_polygon;
     doublecoDynArr& m_fractions;
 };
@@ -70,10 +83,12 @@ int ngkCurve<Dimension>::polygonize(const ngkPolygonizeTRP3& fineness,
     fractions.clear();
     if (!t_at(0.0).is_set() || !t_at(1.0).is_set()) return 0;
     nmk_ngk::PolygonMaker<Dimension> maker(*this, fineness.chord_tolerance(), polygon, fractions);
-    nmk_ngk::for_each_piece<Dimension>(*this,
-                                       [&](const nmk_ngk::Piece<Dimension>& piece, int segment) {
-                                           maker.add_piece(piece, segment);
-                                       });
+    using nmk_ngk::Piece;
+    nmk_ngk::for_each_piece<Dimension>(
+        *this, [&](const Piece<Dimension>& piece, int) { maker.measure_piece(piece); });
+    nmk_ngk::for_each_piece<Dimension>(*this, [&](const Piece<Dimension>& piece, int segment) {
+        maker.add_piece(piece, segment);
+    });
     return 1;
 }
 

@@ -16,8 +16,8 @@ bool is_usable(const Affine<Dimension>& map) {
     return map.is_usable() && map.norm() <= largest_factor;
 }
 
-/// Whether every image is usable. A piece is not further from its start than its speed allows, and a
-/// map makes nothing longer than by its norm.
+/// Whether every image is usable. A piece is not further from its start than its speed allows, and
+/// a map makes nothing longer than by its norm.
 template <int Dimension>
 bool is_small(const ngkCurve<Dimension>& curve) {
     bool small = true;

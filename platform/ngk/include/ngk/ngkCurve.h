@@ -55,7 +55,8 @@ class ngkCurve {
     /// fraction is beyond them, where there is no segment, or where the segment has no such end.
     ngkT t_at(double fraction) const noexcept;
 
-    /// The fraction of the range at a parameter; NaN for one that is not in the range.
+    /// The fraction of the range at a parameter; NaN for one that is not in the range, and between
+    /// the ends of a segment that lacks one.
     double fraction_at(const ngkT& t) const noexcept;
 
     /// Whether the curve is valid and the parameter within the range of its segment.

@@ -1,5 +1,7 @@
 // ngkCurveOnSurf3: a curve of the plane, carried over to space by a surface. It has the parameters
 // of the curve of the plane, whose coordinates are the surface's u and v.
+//
+// Its box may be too small by 1e-8 of its extent.
 #pragma once
 
 #include <ngk/ngkCurve.h>

@@ -58,6 +58,7 @@ class ngkNurbCurve : public ngkCurve<Dimension> {
   private:
     void check();
     void make_spans();
+    void keep_ends();
     std::size_t span_at(double value) const noexcept;
     std::span<const nmk_ngk::Vec<Dimension>> span_points(std::size_t span) const noexcept;
     std::span<const double> span_weights(std::size_t span) const noexcept;

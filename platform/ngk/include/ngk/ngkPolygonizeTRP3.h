@@ -10,8 +10,8 @@ class ngkPolygonizeTRP3 {
 
     double chord_tolerance() const noexcept { return m_chord_tolerance; }
 
-    /// A polygon is never finer than this part of the extent of the curve's piece, so that making
-    /// one ends and fits into memory whatever is asked for: some 50,000 points for a full circle.
+    /// A polygon is never finer than this part of the extent of the curve, so that making one ends
+    /// and fits into memory whatever is asked for: some 100,000 points for a full circle.
     static constexpr double finest_part_of_extent = 1e-10;
 
   private:

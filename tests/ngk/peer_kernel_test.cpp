@@ -1,0 +1,68 @@
+// Curves compared with those of another geometry kernel.
+#include "ngk/peer_kernel.h"
+
+#include <gtest/gtest.h>
+
+#include "ngk/sample_curves.h"
+
+#if defined(NMK_WITH_PEER_KERNEL)
+
+namespace {
+
+template <class Curve>
+void compare(const Curve& curve) {
+    const Handle(Geom_Curve) peer = peer_kernel::curve_of(curve);
+    const auto [low, high] = curve.range(0);
+    for (int i = 0; i <= 40; ++i) {
+        const double value = i == 40 ? high : low + (high - low) * i / 40.0;
+        giPoint3 point;
+        giVector3 first;
+        giVector3 second;
+        ASSERT_NE(curve.evaluate(ngkT(0, value), point, first, second), 0);
+        gp_Pnt peer_point;
+        gp_Vec peer_first;
+        gp_Vec peer_second;
+        peer->D2(value, peer_point, peer_first, peer_second);
+        const double scale = 1.0 + second.length();
+        EXPECT_LE(peer_point.Distance(peer_kernel::point_of(point)), 1e-13 * scale);
+        EXPECT_LE((peer_first - gp_Vec(first.x, first.y, first.z)).Magnitude(), 1e-11 * scale);
+        // On a knot the second derivative may be that of either side.
+        const bool is_knot = value == std::floor(value) && curve.degree() < 4;
+        if (is_knot) continue;
+        const gp_Vec ours(second.x, second.y, second.z);
+        EXPECT_LE((peer_second - ours).Magnitude(), 1e-9 * scale);
+    }
+    EXPECT_NEAR(curve.length(), peer_kernel::length(peer, 1e-10), 1e-7 * curve.length());
+    for (const giPoint3& query : sample_curves::random_points<3>(200, 5)) {
+        const double theirs = peer_kernel::closest_distance(peer, peer_kernel::point_of(query));
+        // Ours is never further. Theirs may be a local minimum, so the other bound is not tested.
+        EXPECT_LE(curve.closest_point(query).distance, theirs * (1.0 + 1e-12) + 1e-14);
+    }
+}
+
+}  // namespace
+
+TEST(ngkBezCurve, agrees_with_another_geometry_kernel) {
+    for (const int count : {3, 4, 7}) {
+        const auto points = sample_curves::random_points<3>(count, unsigned(count));
+        compare(ngkBezCurve3(points));
+        compare(ngkBezCurve3(points, sample_curves::some_weights(points.size())));
+    }
+}
+
+TEST(ngkNurbCurve, agrees_with_another_geometry_kernel) {
+    for (const int degree : {2, 3, 5}) {
+        for (const bool rational : {false, true}) {
+            const ngkCurvePtr3 curve(sample_curves::Maker<3>::nurbs(degree, 20, 4, rational));
+            compare(dynamic_cast<const ngkNurbCurve3&>(*curve));
+        }
+    }
+}
+
+#else
+
+TEST(ngkCurve3, agrees_with_another_geometry_kernel) {
+    GTEST_SKIP() << "libocct-modeling-algorithms-dev is not installed";
+}
+
+#endif
