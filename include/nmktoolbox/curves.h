@@ -1,4 +1,4 @@
-// curves.h: workplanes, units, sets of points, and curves: made, measured, compared.
+// curves.h: workplanes, units, sets of points, and curves: made, measured, divided, compared.
 #pragma once
 
 #include <nmktoolbox/curves/Serialize.h>
@@ -6,6 +6,7 @@
 #include <nmktoolbox/curves/nmkNgkCurveCompare.h>
 #include <nmktoolbox/curves/nmkNgkMakeUtils.h>
 #include <nmktoolbox/curves/nmkNgkPolylineUtils.h>
+#include <nmktoolbox/curves/nmkNgkSubCurves.h>
 #include <nmktoolbox/curves/nmkPolySplitter.h>
 #include <nmktoolbox/curves/nmkUnitsUtils.h>
 #include <nmktoolbox/curves/nmkWorkPlane.h>
