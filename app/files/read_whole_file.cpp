@@ -149,9 +149,9 @@ std::string input_name(const std::string& file_name) {
 }
 
 nmk_text::Result<std::string> read_input(const std::string& file_name) {
-    return file_name == standard_stream ? read_descriptor(STDIN_FILENO, input_name(file_name),
-                                                          Content::lines)
-                                        : read_whole_file(file_name);
+    return file_name == standard_stream
+               ? read_descriptor(STDIN_FILENO, input_name(file_name), Content::lines)
+               : read_whole_file(file_name);
 }
 
 nmk_text::Result<std::string> read_standard_input_bytes() {
