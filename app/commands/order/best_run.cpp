@@ -1,4 +1,4 @@
-// best_run: the cuts of one run in an order that is really short.
+// best_run: the cuts of one run in a near-optimal order.
 
 #include "commands/order/best_run.h"
 

@@ -1,4 +1,4 @@
-// best_run.h: the cuts of one run in an order that is really short.
+// best_run.h: the cuts of one run in a near-optimal order.
 #pragma once
 
 #include <nmkprogressbreak/nmkProgressBreak.h>

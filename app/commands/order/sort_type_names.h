@@ -14,7 +14,7 @@ namespace nmk_order {
 /// A type of order: one of the library's sorters, or empty for best_order.
 using OrderType = std::optional<nmkSortType>;
 
-/// The order that is really short, by nmkTravelOrder.
+/// The near-optimal order of nmkTravelOrder.
 constexpr OrderType best_order = std::nullopt;
 
 /// All supported types with their names, the best first, then the sorters in their order.

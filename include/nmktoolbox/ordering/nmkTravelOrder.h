@@ -1,4 +1,4 @@
-// nmkTravelOrder: an order of machining items whose travel is really short.
+// nmkTravelOrder: an order of machining items with near-optimal travel.
 //
 // A design of this library's own, beside the sorters of nmkPointSorter, which stay as they are:
 //
