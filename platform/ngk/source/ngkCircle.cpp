@@ -32,9 +32,12 @@ giWorkplane3 turned_over(const giWorkplane3& plane) {
     return {plane.origin(), -plane.y_axis(), -plane.z_axis()};
 }
 
-ngkAxes2 axes_about(const giPoint2& centre) {
-    ngkAxes2 axes;
-    axes.origin = centre;
+// In space, where nobody calls it, the plane stays unset: clang 14 instantiates constrained members
+// of a class that is instantiated explicitly.
+template <int Dimension>
+typename ngkSpace<Dimension>::Plane axes_about(const giPoint2& centre) {
+    typename ngkSpace<Dimension>::Plane axes;
+    if constexpr (Dimension == 2) axes.origin = centre;
     return axes;
 }
 
@@ -55,7 +58,7 @@ ngkCircle<Dimension>::ngkCircle(const Plane& plane, double radius)
 
 template <int Dimension>
 ngkCircle<Dimension>::ngkCircle(const giPoint2& centre, double radius) requires(Dimension == 2)
-    : ngkCircle(axes_about(centre), radius) {}
+    : ngkCircle(axes_about<Dimension>(centre), radius) {}
 
 template <int Dimension>
 double ngkCircle<Dimension>::angle_of(const Point& point) const {

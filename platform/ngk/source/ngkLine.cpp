@@ -37,11 +37,6 @@ ngkLine<Dimension>::ngkLine(const Point& point, const Vector& direction, ngkLine
 }
 
 template <int Dimension>
-ngkLine<Dimension>::ngkLine(const giPoint3& point, const giUnitVec3& direction,
-                            ngkLineKind kind) requires(Dimension == 3)
-    : ngkLine(point, direction.vector(), kind) {}
-
-template <int Dimension>
 ngkRange ngkLine<Dimension>::range(int /*segment*/) const noexcept {
     return m_range;
 }

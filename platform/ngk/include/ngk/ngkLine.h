@@ -7,6 +7,8 @@
 #include <geometry/giUnitVec3.h>
 #include <ngk/ngkCurve.h>
 
+#include <concepts>
+
 #pragma GCC visibility push(default)
 
 enum class ngkLineKind { bounded, half, infinite };
@@ -25,8 +27,9 @@ class ngkLine : public ngkCurve<Dimension> {
     /// Without one end or both, through `point`. The direction is made unit; where it is unset,
     /// zero or not finite the line is invalid. `kind` is half or infinite.
     ngkLine(const Point& point, const Vector& direction, ngkLineKind kind);
-    ngkLine(const giPoint3& point, const giUnitVec3& direction,
-            ngkLineKind kind) requires(Dimension == 3);
+    template <std::same_as<giUnitVec3> Direction>
+    ngkLine(const Point& point, const Direction& direction, ngkLineKind kind)
+        : ngkLine(point, direction.vector(), kind) {}
 
     ngkLineKind kind() const noexcept { return m_kind; }
     Point start() const noexcept { return nmk_ngk::point_of(m_start); }
