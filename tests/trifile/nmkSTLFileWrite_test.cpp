@@ -103,7 +103,7 @@ TEST(nmkSTLFileWrite, a_header_text_is_padded_with_nul) {
     EXPECT_EQ(writer.write_header("text"), 0);
     EXPECT_EQ(file.bytes, "text" + std::string(76, '\0'));
     EXPECT_EQ(writer.write_end(), 0);
-    EXPECT_EQ(file.bytes.substr(0, 5), std::string("text", 5));
+    EXPECT_EQ(file.bytes.substr(0, 5), std::string("text") + '\0');
     EXPECT_EQ(file.seeks, 1);
 }
 

@@ -19,7 +19,7 @@ class SampleClipboard : public nmkClipboardAbs {
 
     CFilecoPrf get_data(const utString& format) override {
         asked_format = format;
-        const CFilecoPrf file(new CMemFile);
+        CFilecoPrf file(new CMemFile);
         file->Write(m_bytes.data(), m_bytes.size());
         return file;
     }
