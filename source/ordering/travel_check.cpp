@@ -122,7 +122,7 @@ std::string fault_of_groups(const nmkTravelProblem& problem) {
             }
             is_taken[static_cast<std::size_t>(item)] = true;
         }
-        const std::string fault = fault_of_group_ends(problem.groups[g], name, problem);
+        std::string fault = fault_of_group_ends(problem.groups[g], name, problem);
         if (!fault.empty()) return fault;
     }
     return {};
