@@ -28,10 +28,6 @@ namespace {
 // From this number of items on, the tool announces that annealing takes long.
 constexpr std::size_t many_items = 2000;
 
-bool anneals(OrderType type) {
-    return type == nmkSortTypeShortest || type == nmkSortTypeShortestOneWay;
-}
-
 std::size_t largest_run(const nmk_job::MachiningJob& job, bool across_tools) {
     if (across_tools) {
         return job.items.size();

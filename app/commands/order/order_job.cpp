@@ -24,10 +24,6 @@ using Items = std::vector<nmk_job::JobItem>;
 constexpr double expected_steps = 21000.0;
 constexpr double expected_steps_for_each_item = 7.5;
 
-bool anneals(OrderType type) {
-    return type == nmkSortTypeShortest || type == nmkSortTypeShortestOneWay;
-}
-
 constexpr const char* not_ordered = "not ordered; its items are in the order of the file";
 
 /// Orders the runs of `result.after`, which begin in the order of the file.

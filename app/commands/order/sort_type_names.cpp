@@ -37,4 +37,10 @@ std::string_view sort_type_name(OrderType type) {
     return found == std::end(named_types) ? std::string_view() : found->name;
 }
 
+bool anneals(OrderType type) {
+    // As sorters: clang-tidy takes the comparisons of an optional for one and the same.
+    const nmkSortType sorter = type.value_or(nmkSortTypeNone);
+    return sorter == nmkSortTypeShortest || sorter == nmkSortTypeShortestOneWay;
+}
+
 }  // namespace nmk_order

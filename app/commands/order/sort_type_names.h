@@ -23,4 +23,7 @@ std::span<const nmk_shell::Choice<OrderType>> sort_types();
 /// The name of a type; "" for a type that is not supported.
 std::string_view sort_type_name(OrderType type);
 
+/// Whether the library anneals for this type: `shortest` and `one-way`.
+bool anneals(OrderType type);
+
 }  // namespace nmk_order
