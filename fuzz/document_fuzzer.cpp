@@ -11,7 +11,7 @@
 
 #include "file_contents.h"
 #include "platform/xml_documents.h"
-#include "scratch_directory.h"
+#include "run_directory.h"
 
 namespace {
 
@@ -20,8 +20,7 @@ void require(bool condition) {
 }
 
 std::string saved(const axmDocument& document) {
-    static const ScratchDirectory scratch;
-    const std::string name = scratch.path() + "/document.xml";
+    const std::string name = nmk_fuzz::run_directory() + "/document.xml";
     require(axmDocumentFactory().save(document, nmk_xml_tests::path_of(name)));
     return contents_of(name);
 }
