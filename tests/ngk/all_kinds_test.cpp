@@ -164,9 +164,11 @@ const ngkCurve2& curve_of(const sample_curves::Named<2>& one) { return *one.curv
 
 }  // namespace
 
+// NOLINTBEGIN(bugprone-macro-parentheses): the name of a template cannot be in parentheses
 #define NMK_TEST_EVERY_KIND(sentence, check)                                   \
     TEST_P(ngkCurve3_every_kind, sentence) { check<3>(curve_of(GetParam())); } \
     TEST_P(ngkCurve2_every_kind, sentence) { check<2>(curve_of(GetParam())); }
+// NOLINTEND(bugprone-macro-parentheses)
 
 NMK_TEST_EVERY_KIND(has_the_derivatives_that_differences_have, check_derivatives)
 NMK_TEST_EVERY_KIND(runs_through_the_same_points_when_reversed, check_reverse)
