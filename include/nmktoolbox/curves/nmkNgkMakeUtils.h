@@ -17,7 +17,7 @@
 #include <nmktoolbox/export.h>
 
 /// How the lengths of the end tangents of a Bezier curve are chosen.
-// Any other value is taken as nmkNGKBezierMagnitudeArc.
+/// Any other value is taken as nmkNGKBezierMagnitudeArc.
 enum nmkNGKBezierMagnitudeMethod : int {
     nmkNGKBezierMagnitudeChord = 0,  // by the chord's part along the tangent
     nmkNGKBezierMagnitudeArc = 1     // by ngk_flue_bztmag, as on a circular arc
