@@ -182,8 +182,9 @@ bool measure_lines(bool is_one_way) {
     nmkTravelProblem problem;
     problem.end = nmkTravelEnd::at_start();  // the annealer's tours of reversible lines are closed
     for (std::size_t i = 0; i < starts.size(); ++i) {
-        const giPoint3 from(starts[i].x, starts[i].y, starts[i].z);
-        const giPoint3 to(ends[i].x, ends[i].y, ends[i].z);
+        // The annealer measures one-way lines in the plan view.
+        const giPoint3 from(starts[i].x, starts[i].y, is_one_way ? 0.0 : starts[i].z);
+        const giPoint3 to(ends[i].x, ends[i].y, is_one_way ? 0.0 : ends[i].z);
         problem.items.push_back(is_one_way ? nmkTravelItem::one_way_line(from, to)
                                            : nmkTravelItem::line(from, to));
     }
