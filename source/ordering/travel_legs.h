@@ -1,8 +1,8 @@
 // travel_legs.h: the lengths of the legs between the points of a network beside keep-outs.
 //
-// A leg that comes near no keep-out costs the metric. The lengths of the others are remembered in a
-// table of fixed size, in which a later leg takes the slot of an earlier one; what is no longer
-// there is found again, so that the size never changes a result.
+// A leg that comes near no keep-out costs the metric. The lengths of the others are kept in a cache
+// of fixed size. A new leg may overwrite an older one, whose length is then computed again when it
+// is needed; so the size of the cache never changes a result.
 #pragma once
 
 #include <cstddef>

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <regex>
 #include <set>
 #include <sstream>
@@ -117,34 +118,31 @@ TEST(documents, show_the_tree_of_the_registry_as_text) {
     EXPECT_EQ(document.outputs, 3);
 }
 
-TEST(documents, show_identifiers_as_they_are_printed) {
-    DocumentWalk document("docs/nmk-id.md");
+// A page and what it holds: commands, their printed output, and pictures.
+struct PageCase {
+    const char* name;
+    int commands;
+    int outputs;
+    int pictures;
+};
+
+std::ostream& operator<<(std::ostream& out, const PageCase& page) { return out << page.name; }
+
+class document_pages : public testing::TestWithParam<PageCase> {};
+
+TEST_P(document_pages, show_what_their_commands_print) {
+    const PageCase& page = GetParam();
+    DocumentWalk document(std::string("docs/nmk-") + page.name + ".md");
     document.walk();
-    EXPECT_EQ(document.commands, 2);
-    EXPECT_EQ(document.outputs, 2);
+    EXPECT_EQ(document.commands, page.commands);
+    EXPECT_EQ(document.outputs, page.outputs);
+    EXPECT_EQ(document.pictures, page.pictures);
 }
 
-TEST(documents, show_electrode_archives_as_they_are_printed) {
-    DocumentWalk document("docs/nmk-electrode.md");
-    document.walk();
-    EXPECT_EQ(document.commands, 4);
-    EXPECT_EQ(document.outputs, 2);
-}
-
-TEST(documents, show_which_configuration_is_chosen) {
-    DocumentWalk document("docs/nmk-config.md");
-    document.walk();
-    EXPECT_EQ(document.commands, 2);
-    EXPECT_EQ(document.outputs, 2);
-}
-
-TEST(documents, show_the_figures_of_the_sample_model) {
-    DocumentWalk document("docs/nmk-model.md");
-    document.walk();
-    EXPECT_EQ(document.commands, 3);
-    EXPECT_EQ(document.outputs, 2);
-    EXPECT_EQ(document.pictures, 1);
-}
+INSTANTIATE_TEST_SUITE_P(pages, document_pages,
+                         testing::Values(PageCase{"id", 2, 2, 0}, PageCase{"electrode", 4, 2, 0},
+                                         PageCase{"config", 2, 2, 0}, PageCase{"model", 3, 2, 1}),
+                         [](const auto& tested) { return std::string(tested.param.name); });
 
 /// The long options in a text.
 std::set<std::string> options_in(const std::string& text) {

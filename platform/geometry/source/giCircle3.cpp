@@ -5,6 +5,10 @@
 #include <cmath>
 #include <limits>
 
+#include "finite_coordinates.h"
+
+using nmk_geometry::is_finite;
+
 namespace {
 
 // Twice the area of the triangle of three points, as a part of the square of its longest side. At
@@ -16,11 +20,6 @@ constexpr double lost_in_a_side = 4.0 * std::numeric_limits<double>::epsilon();
 
 double largest_coordinate(const giPoint3& point) {
     return std::max({std::abs(point.x), std::abs(point.y), std::abs(point.z)});
-}
-
-template <class Triple>
-bool is_finite(const Triple& triple) {
-    return std::isfinite(triple.x) && std::isfinite(triple.y) && std::isfinite(triple.z);
 }
 
 double largest_component(const giVector3& vector) {

@@ -3,15 +3,15 @@
 #include <cmath>
 #include <limits>
 
+#include "finite_coordinates.h"
+
+using nmk_geometry::is_finite;
+
 namespace {
 
 // The sine of the angle between two lines. At most this: they are parallel, and where they come
 // nearest is lost in rounding. No unit.
 constexpr double parallel_lines = 1e-10;
-
-bool is_finite(const giPoint3& point) {
-    return std::isfinite(point.x) && std::isfinite(point.y) && std::isfinite(point.z);
-}
 
 }  // namespace
 

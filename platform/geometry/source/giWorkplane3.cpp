@@ -3,6 +3,10 @@
 
 #include <cmath>
 
+#include "finite_coordinates.h"
+
+using nmk_geometry::is_finite;
+
 namespace {
 
 // How far axes that are read may be from unit length and from a right angle. No unit.
@@ -29,11 +33,6 @@ void write(CArchive& archive, const Triple& triple) {
 template <class Triple>
 void read(CArchive& archive, Triple& triple) {
     archive >> triple.x >> triple.y >> triple.z;
-}
-
-template <class Triple>
-bool is_finite(const Triple& triple) {
-    return std::isfinite(triple.x) && std::isfinite(triple.y) && std::isfinite(triple.z);
 }
 
 bool are_axes(const giUnitVec3& y, const giUnitVec3& z) {

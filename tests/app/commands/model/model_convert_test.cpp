@@ -248,14 +248,6 @@ TEST_F(model_convert, leaves_no_file_whenever_it_is_stopped) {
     EXPECT_EQ(folder.file_count(), 2U);
 }
 
-struct WrongWords {
-    const char* name;
-    std::vector<std::string> words;
-    const char* message;
-};
-
-std::ostream& operator<<(std::ostream& out, const WrongWords& wrong) { return out << wrong.name; }
-
 class model_convert_options : public testing::TestWithParam<WrongWords> {};
 
 TEST_P(model_convert_options, that_are_wrong_are_refused) {

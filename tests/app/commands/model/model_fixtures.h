@@ -6,6 +6,7 @@
 
 #include <nmkprogressbreak/nmkProgressBreak.h>
 #include <memory>
+#include <ostream>
 #include <random>
 #include <string>
 #include <utility>
@@ -98,5 +99,16 @@ class Stopper : public nmkProgressBreak {
   private:
     int m_calls_left;
 };
+
+/// Words of a command line that are refused, and the message.
+struct WrongWords {
+    const char* name;
+    std::vector<std::string> words;
+    const char* message;
+};
+
+inline std::ostream& operator<<(std::ostream& out, const WrongWords& wrong) {
+    return out << wrong.name;
+}
 
 }  // namespace nmk_model

@@ -128,14 +128,6 @@ TEST_F(model_info, ends_with_1_and_prints_nothing_after_a_request_to_stop) {
     EXPECT_EQ(err.str(), "nmk model: stopped; nothing was printed\n");
 }
 
-struct WrongWords {
-    const char* name;
-    std::vector<std::string> words;
-    const char* message;
-};
-
-std::ostream& operator<<(std::ostream& out, const WrongWords& wrong) { return out << wrong.name; }
-
 class model_options : public testing::TestWithParam<WrongWords> {};
 
 TEST_P(model_options, that_are_wrong_are_refused) {

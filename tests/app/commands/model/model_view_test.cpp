@@ -271,14 +271,6 @@ TEST_F(model_view, leaves_no_file_whenever_it_is_stopped) {
     EXPECT_EQ(codes, (std::set<int>{0, 1}));
 }
 
-struct WrongWords {
-    const char* name;
-    std::vector<std::string> words;
-    const char* message;
-};
-
-std::ostream& operator<<(std::ostream& out, const WrongWords& wrong) { return out << wrong.name; }
-
 class model_view_options : public testing::TestWithParam<WrongWords> {};
 
 TEST_P(model_view_options, that_are_wrong_are_refused) {
