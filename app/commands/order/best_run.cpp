@@ -18,8 +18,22 @@ namespace {
 using Items = std::vector<nmk_job::JobItem>;
 using Cuts = std::span<const nmk_job::JobCut>;
 
-nmkTravelProblem problem_of(const Items& items, Cuts cuts, const TravelEnds& ends) {
+constexpr double seconds_in_a_minute = 60.0;
+
+/// A problem of this measure without items.
+nmkTravelProblem empty_problem(const TravelMeasure& measure) {
+    const auto& [rate, acceleration] = measure.rapids;
     nmkTravelProblem problem;
+    problem.measure = measure.kind;
+    problem.speed = {rate.x / seconds_in_a_minute, rate.y / seconds_in_a_minute,
+                     rate.z / seconds_in_a_minute};
+    problem.acceleration = acceleration;
+    return problem;
+}
+
+nmkTravelProblem problem_of(const Items& items, Cuts cuts, const TravelEnds& ends,
+                            const TravelMeasure& measure) {
+    nmkTravelProblem problem = empty_problem(measure);
     problem.items.reserve(cuts.size());
     for (const nmk_job::JobCut& cut : cuts) {
         const nmk_job::JobItem& item = items[cut.item];
@@ -39,16 +53,31 @@ nmkTravelProblem problem_of(const Items& items, Cuts cuts, const TravelEnds& end
     return problem;
 }
 
+/// The way from one place to another by this measure.
+double way_by(const TravelMeasure& measure, const giPoint3& from, const giPoint3& to) {
+    switch (measure.kind) {
+        case nmkTravelMeasure::chebyshev:
+            return longest_component(from, to);
+        case nmkTravelMeasure::time:
+            return rapid_seconds(from, to, measure.rapids);
+        case nmkTravelMeasure::length:
+            break;
+    }
+    return from.distance(to);
+}
+
 /// Turns a closed order so that the way from `start` to its first cut is shortest. The ring may be
 /// travelled in both directions, which are equally long.
-void begin_ring_near(const Items& items, const giPoint3& start, nmk_job::JobOrder& ring) {
+void begin_ring_near(const Items& items, const giPoint3& start, const TravelMeasure& measure,
+                     nmk_job::JobOrder& ring) {
+    const auto way_to = [&](const giPoint3& place) { return way_by(measure, start, place); };
     double least = std::numeric_limits<double>::max();
     std::size_t first = 0;
     bool is_backwards = false;
     for (std::size_t i = 0; i < ring.size(); ++i) {
         const nmk_job::JobItem& item = items[ring[i].item];
-        const double forwards = start.distance(nmk_job::entry_of(item, ring[i].reversed));
-        const double backwards = start.distance(nmk_job::exit_of(item, ring[i].reversed));
+        const double forwards = way_to(nmk_job::entry_of(item, ring[i].reversed));
+        const double backwards = way_to(nmk_job::exit_of(item, ring[i].reversed));
         if (std::min(forwards, backwards) < least) {
             least = std::min(forwards, backwards);
             first = i;
@@ -64,12 +93,13 @@ void begin_ring_near(const Items& items, const giPoint3& start, nmk_job::JobOrde
     }
 }
 
-nmkTravelResult search(const Items& items, Cuts cuts, const TravelEnds& ends,
-                       const SearchLimits& limits, nmkProgressBreak* progress) {
-    nmkTravelOrder order(problem_of(items, cuts, ends));
+nmkTravelResult search(nmkTravelProblem problem, const SearchLimits& limits,
+                       nmkProgressBreak* progress) {
+    const auto items = static_cast<std::int64_t>(problem.items.size());
+    nmkTravelOrder order(std::move(problem));
     order.set_progress(progress);
     if (limits.effort) {
-        order.set_steps(*limits.effort * static_cast<std::int64_t>(cuts.size()));
+        order.set_steps(*limits.effort * items);
     }
     if (limits.seconds) {
         order.set_time_limit(*limits.seconds);
@@ -93,11 +123,16 @@ SearchEnd end_of(nmkTravelStopReason reason) {
                                                        : SearchEnd::finished;
 }
 
-/// Keeps the shorter of two orders.
+/// Keeps the shorter of two orders, by a measure.
 class ShortestOrder {
   public:
-    ShortestOrder(const Items& items, const TravelEnds& ends, nmk_job::JobOrder order)
-        : m_items(items), m_ends(ends), m_order(std::move(order)), m_travel(travel_of(m_order)) {}
+    ShortestOrder(const Items& items, const TravelEnds& ends, const TravelMeasure& measure,
+                  nmk_job::JobOrder order)
+        : m_items(items),
+          m_ends(ends),
+          m_measure(measure),
+          m_order(std::move(order)),
+          m_travel(travel_of(m_order)) {}
 
     void offer(nmk_job::JobOrder order) {
         const double travel = travel_of(order);
@@ -110,11 +145,12 @@ class ShortestOrder {
 
   private:
     double travel_of(const nmk_job::JobOrder& order) const {
-        return measure_travel(m_items, order, m_ends).travel;
+        return travel_by(measure_travel(m_items, order, m_ends, m_measure.rapids), m_measure.kind);
     }
 
     const Items& m_items;
     const TravelEnds& m_ends;
+    const TravelMeasure& m_measure;
     nmk_job::JobOrder m_order;
     double m_travel;
 };
@@ -122,20 +158,21 @@ class ShortestOrder {
 }  // namespace
 
 BestCuts best_cuts(const Items& items, Cuts cuts, const TravelEnds& ends,
-                   const SearchLimits& limits, nmkProgressBreak* progress) {
+                   const TravelMeasure& measure, const SearchLimits& limits,
+                   nmkProgressBreak* progress) {
     if (cuts.empty()) {
         return {};
     }
-    const nmkTravelResult result = search(items, cuts, ends, limits, progress);
+    const nmkTravelResult result = search(problem_of(items, cuts, ends, measure), limits, progress);
     const SearchEnd end = end_of(result.stop_reason);
     nmk_job::JobOrder order = cuts_of(result, items, cuts);
     if (order.size() != cuts.size()) {
         return {{cuts.begin(), cuts.end()}, end};  // a bad problem, which the readers leave none of
     }
     if (ends.is_closed && ends.start) {
-        begin_ring_near(items, *ends.start, order);
+        begin_ring_near(items, *ends.start, measure, order);
     }
-    ShortestOrder best(items, ends, std::move(order));
+    ShortestOrder best(items, ends, measure, std::move(order));
     best.offer({cuts.begin(), cuts.end()});
     if (end == SearchEnd::finished) {
         const giPoint3 start = ends.start.value_or(giPoint3(0.0, 0.0, 0.0));

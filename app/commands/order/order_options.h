@@ -34,7 +34,7 @@ struct OrderOptions {
     bool is_closed = false;                             // back to the first item
     std::optional<double> tolerance;                    // empty: default_tolerance
     std::optional<nmk_job::JobUnits> units;
-    double rapid = 10000.0;  // mm per minute, common for routers and drilling machines
+    TravelMeasure measure;
     std::string output_file, svg_file, html_file;  // empty: not written
     bool keeps_format = false;                     // the output file gets the format that was read
     bool in_place = false;
