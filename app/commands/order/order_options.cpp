@@ -202,9 +202,11 @@ void declare_ordering(nmk_shell::OptionTable& table, OrderOptions& options) {
         "free)");
     table.option("--closed", options.is_closed,
                  "after the last item of each tool back to its first");
-    table.input_file("--avoid", options.avoid_file,
-                     "keep-outs (CSV: circle,X,Y,R; rectangle,X0,Y0,X1,Y1; ...) that every move "
-                     "goes around (type best)");
+    table
+        .option("--avoid", "FILE", nmk_shell::file_setter(options.avoid_file),
+                "keep-outs (CSV: circle,X,Y,R; rectangle,X0,Y0,X1,Y1; ...) that every move goes "
+                "around (type best)")
+        .completes = nmk_shell::Completes::files;
     table.option("--skip-blocked", options.skip_blocked,
                  "leave out the items that keep-outs block, and list them");
     table.number("--tolerance", "T", options.tolerance, nmk_shell::from_zero,
