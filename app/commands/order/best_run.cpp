@@ -8,6 +8,7 @@
 #include <limits>
 #include <utility>
 
+#include "commands/order/avoided.h"
 #include "commands/order/order_figures.h"
 #include "commands/order/sorted_run.h"
 
@@ -25,6 +26,9 @@ nmkTravelProblem problem_of(const Items& items, Cuts cuts, const TravelEnds& end
         const nmk_job::JobItem& item = items[cut.item];
         problem.items.push_back(item.end ? nmkTravelItem::line(item.start, *item.end)
                                          : nmkTravelItem::point(item.start));
+    }
+    if (ends.avoided != nullptr) {
+        problem.keep_outs = ends.avoided->shapes();
     }
     if (ends.is_closed) {
         problem.end = nmkTravelEnd::at_start();  // first_on_ring chooses the first item
