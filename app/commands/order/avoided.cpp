@@ -30,49 +30,78 @@ std::string place_text(const giPoint3& p) {
     return "(" + nmk_text::short_number(p.x, 3) + ", " + nmk_text::short_number(p.y, 3) + ") mm";
 }
 
-/// Looks at one place after the other; those that are not blocked can be reached from each other.
-class PlaceCheck {
-  public:
-    explicit PlaceCheck(const Avoided& avoided) : m_avoided(avoided) {}
+/// Why places are blocked, as far as each can be decided by itself; empty where a place is not.
+std::string reason_at(const Avoided& avoided, const giPoint3& place) {
+    const auto keep_out = avoided.ways().keep_out_at(place);
+    return keep_out ? "inside " + avoided.name(*keep_out) : std::string();
+}
 
-    /// Why the place is blocked; empty if it is not.
-    std::string reason(const giPoint3& place) {
-        if (const auto keep_out = m_avoided.ways().keep_out_at(place)) {
-            return "inside " + m_avoided.name(*keep_out);
+/// The other end of a slot that crosses no keep-out is inside none either.
+std::string reason_of(const Avoided& avoided, const nmk_job::JobItem& item) {
+    if (item.end) {
+        const auto keep_out = avoided.ways().keep_out_between(item.start, *item.end);
+        if (keep_out) {
+            return "crosses " + avoided.name(*keep_out);
         }
-        if (m_reached && !std::isfinite(m_avoided.ways().length(*m_reached, place))) {
-            return "enclosed by keep-outs";
-        }
-        m_reached = place;
-        return {};
     }
+    return reason_at(avoided, item.start);
+}
 
-    std::string reason(const nmk_job::JobItem& item) {
-        if (item.end) {
-            const auto keep_out = m_avoided.ways().keep_out_between(item.start, *item.end);
-            if (keep_out) {
-                return "crosses " + m_avoided.name(*keep_out);
+/// Divides the plane into the areas that keep-outs separate from each other, as far as places in
+/// them are asked for.
+class Areas {
+  public:
+    explicit Areas(const Avoided& avoided) : m_avoided(avoided) {}
+
+    /// The area of a place that is inside no keep-out, from 0 in the order of the first places.
+    std::size_t of(const giPoint3& place) {
+        for (std::size_t area = 0; area < m_last_places.size(); ++area) {
+            if (std::isfinite(m_avoided.ways().length(m_last_places[area], place))) {
+                m_last_places[area] = place;
+                return area;
             }
         }
-        // The other end of a slot that crosses none can be reached too.
-        return reason(item.start);
+        m_last_places.push_back(place);
+        return m_last_places.size() - 1;
     }
 
   private:
     const Avoided& m_avoided;
-    std::optional<giPoint3> m_reached;
+    std::vector<giPoint3> m_last_places;  // of each area: that of late is near to the next
 };
 
-nmk_text::Result<void> check_place(PlaceCheck& check, const std::optional<giPoint3>& place,
-                                   const char* name) {
-    const std::string reason = place ? check.reason(*place) : std::string();
-    if (reason.empty()) {
-        return {};
+nmk_text::Error blocked_place(const char* name, const giPoint3& place, const std::string& reason) {
+    return {{},
+            0,
+            std::string(name) + " " + place_text(place) + " is " + reason +
+                "; expected a place outside of all keep-outs"};
+}
+
+/// The start and the end place, where they are given, are in area 0.
+nmk_text::Result<void> check_ends(const TravelEnds& ends, Areas& areas) {
+    for (const auto& [place, name] : {std::pair(ends.start, "--start"), {ends.end, "--end"}}) {
+        const std::string inside = place ? reason_at(*ends.avoided, *place) : std::string();
+        if (!inside.empty()) {
+            return blocked_place(name, *place, inside);
+        }
+        if (place && areas.of(*place) != 0) {
+            return blocked_place(name, *place, "separated from --start by keep-outs");
+        }
     }
-    return nmk_text::Error{{},
-                           0,
-                           std::string(name) + " " + place_text(*place) + " is " + reason +
-                               "; expected a place outside of all keep-outs"};
+    return {};
+}
+
+/// The area with most of the items; the first of those that have equally many.
+std::size_t largest_area(const std::vector<std::optional<std::size_t>>& area_of_items) {
+    std::vector<std::size_t> counts(1, 0);
+    for (const std::optional<std::size_t>& area : area_of_items) {
+        if (area) {
+            counts.resize(std::max(counts.size(), *area + 1), 0);
+            ++counts[*area];
+        }
+    }
+    return static_cast<std::size_t>(std::max_element(counts.begin(), counts.end()) -
+                                    counts.begin());
 }
 
 /// The line that refuses a job with blocked items.
@@ -145,16 +174,24 @@ nmk_text::Result<std::vector<BlockedItem>> blocked_items(const nmk_job::Machinin
     if (ends.avoided == nullptr) {
         return blocked;
     }
-    PlaceCheck check(*ends.avoided);
-    for (const auto& [place, name] : {std::pair(ends.start, "--start"), {ends.end, "--end"}}) {
-        if (const auto checked = check_place(check, place, name); !checked) {
-            return checked.error();
-        }
+    Areas areas(*ends.avoided);
+    if (const auto checked = check_ends(ends, areas); !checked) {
+        return checked.error();
     }
+    std::vector<std::optional<std::size_t>> area_of_items;
+    std::vector<std::string> reasons;
+    for (const nmk_job::JobItem& item : job.items) {
+        reasons.push_back(reason_of(*ends.avoided, item));
+        area_of_items.push_back(reasons.back().empty() ? std::optional(areas.of(item.start))
+                                                       : std::nullopt);
+    }
+    const std::size_t reached = ends.start || ends.end ? 0 : largest_area(area_of_items);
     for (std::size_t i = 0; i < job.items.size(); ++i) {
-        std::string reason = check.reason(job.items[i]);
-        if (!reason.empty()) {
-            blocked.push_back({i, std::move(reason)});
+        if (area_of_items[i] && *area_of_items[i] != reached) {
+            reasons[i] = "enclosed by keep-outs";
+        }
+        if (!reasons[i].empty()) {
+            blocked.push_back({i, std::move(reasons[i])});
         }
     }
     return blocked;
@@ -169,7 +206,7 @@ std::string blocked_text(const nmk_job::MachiningJob& job, const BlockedItem& bl
 Refusal avoid_keep_outs(nmk_job::MachiningJob& job, OrderRequest& request, bool skips_blocked) {
     const auto blocked = blocked_items(job, request.ends);
     if (!blocked) {
-        return {blocked.error().text(), nmk_shell::bad_input};
+        return {blocked.error().text(), nmk_shell::no_result};
     }
     const bool is_nothing_left = !blocked->empty() && blocked->size() == job.items.size();
     if (!blocked->empty() && (!skips_blocked || is_nothing_left)) {

@@ -46,7 +46,8 @@ struct BlockedItem {
     std::string reason;  // "inside clamps.csv:3"
 };
 
-/// The items that begin or end inside a keep-out, whose cut crosses one, or that keep-outs enclose.
+/// The items that begin or end inside a keep-out, whose cut crosses one, or that keep-outs separate
+/// from the start and the end place; where both are free, from most of the items.
 /// An Error where the start or the end place is blocked itself.
 nmk_text::Result<std::vector<BlockedItem>> blocked_items(const nmk_job::MachiningJob& job,
                                                          const TravelEnds& ends);

@@ -274,7 +274,9 @@ void declare_order_options(nmk_shell::OptionTable& table, OrderOptions& options)
         "--end. Ctrl-C keeps the best order so far, or the items ordered so far; the others follow "
         "in the order of the file.");
     table.exit_code(nmk_shell::done, "done, also after Ctrl-C, with a complete order");
-    table.exit_code(nmk_shell::no_result, "no holes and slots in the file, or no result");
+    table.exit_code(
+        nmk_shell::no_result,
+        "no holes and slots in the file, items or places that keep-outs block, or no result");
     table.example("nmk order samples/cover_plate.drl --svg cover.svg -o ordered.drl");
     table.example("nmk order samples/*.csv --output-folder /tmp --jobs 2");
 }

@@ -117,13 +117,18 @@ LongestMove longest_move(const TravelRuns& runs) {
 }
 
 void draw_longest_mark(nmk_draw::SvgDocument& svg, const std::vector<nmk_draw::SvgPoint>& places) {
+    const std::string style =
+        "class=\"longest\" stroke=\"#ffb300\" stroke-opacity=\"0.55\" stroke-width=\"9\" "
+        "stroke-linecap=\"round\"";
+    if (places.size() == 2) {
+        svg.line(places[0], places[1], style);
+        return;
+    }
     nmk_draw::SvgPath path;
     for (std::size_t i = 1; i < places.size(); ++i) {
         path.line(places[i - 1], places[i]);
     }
-    svg.path(path,
-             "class=\"longest\" stroke=\"#ffb300\" stroke-opacity=\"0.55\" stroke-width=\"9\" "
-             "fill=\"none\" stroke-linejoin=\"round\" stroke-linecap=\"round\"");
+    svg.path(path, style + " fill=\"none\" stroke-linejoin=\"round\"");
 }
 
 }  // namespace nmk_order

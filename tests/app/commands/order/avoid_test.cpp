@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <nmktoolbox/ordering/nmkTravelWays.h>
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <nlohmann/json.hpp>
@@ -160,10 +161,10 @@ TEST_F(order_avoid, refuses_to_leave_nodes_out_of_an_instance) {
         write("i.tsp",
               "TYPE: TSP\nDIMENSION: 2\nEDGE_WEIGHT_TYPE: EUC_2D\nNODE_COORD_SECTION\n1 0 0\n2 "
               "9 9\nEOF\n");
-    nmk_shell::expect_refused(nmk_shell::run({"order", instance, "--avoid",
-                                              write("k.csv", "circle,9,9,1\n"), "--skip-blocked", "-o",
-                                              file("o.tsp")}),
-                              "no node can be left out of a TSPLIB instance");
+    nmk_shell::expect_refused(
+        nmk_shell::run({"order", instance, "--avoid", write("k.csv", "circle,9,9,1\n"),
+                        "--skip-blocked", "-o", file("o.tsp")}),
+        "no node can be left out of a TSPLIB instance");
 }
 
 TEST_F(order_avoid, blocks_slots_that_cross_and_holes_that_are_enclosed) {
@@ -183,16 +184,65 @@ TEST_F(order_avoid, blocks_slots_that_cross_and_holes_that_are_enclosed) {
         << printed.err;
 }
 
+/// Expects exit code 1, no output, and one line with `words` as the error.
+void expect_blocked(const nmk_shell::Printed& printed, const std::string& words) {
+    EXPECT_EQ(printed.code, 1) << printed.err;
+    EXPECT_EQ(printed.out, "");
+    EXPECT_EQ(std::count(printed.err.begin(), printed.err.end(), '\n'), 1) << printed.err;
+    EXPECT_NE(printed.err.find(words), std::string::npos) << printed.err;
+}
+
 TEST_F(order_avoid, refuses_a_start_or_end_inside_in_one_line) {
     const std::string rows = write("r.csv", two_rows);
     const std::string keep_outs = write("k.csv", "\ncircle,-30,0,4\n");
-    nmk_shell::expect_refused(
-        nmk_shell::run({"order", rows, "--avoid", keep_outs, "--start", "-31,0"}),
-        "--start (-31, 0) mm is inside k.csv:2; expected a place outside of all "
-        "keep-outs\n");
-    nmk_shell::expect_refused(
-        nmk_shell::run({"order", rows, "--avoid", keep_outs, "--end", "-31,0"}),
-        "--end (-31, 0) mm is inside k.csv:2");
+    for (const std::string skips : {"--quiet", "--skip-blocked"}) {
+        expect_blocked(nmk_shell::run({"order", rows, "--avoid", keep_outs, "--start", "-31,0",
+                                       "-o", file("o.csv"), skips}),
+                       "--start (-31, 0) mm is inside k.csv:2; expected a place outside of all "
+                       "keep-outs\n");
+        expect_blocked(nmk_shell::run({"order", rows, "--avoid", keep_outs, "--end", "-31,0", "-o",
+                                       file("o.csv"), skips}),
+                       "--end (-31, 0) mm is inside k.csv:2");
+    }
+    EXPECT_FALSE(std::filesystem::exists(file("o.csv")));
+}
+
+// A pocket around (100, 5).
+const char* const pocket =
+    "rectangle,90,-5,110,-3\nrectangle,90,13,110,15\nrectangle,90,-5,92,15\n"
+    "rectangle,108,-5,110,15\n";
+
+TEST_F(order_avoid, refuses_an_end_that_keep_outs_separate_from_the_start) {
+    const std::string rows = write("r.csv", "x,y\n0,0\n5,5\n");
+    expect_blocked(
+        nmk_shell::run({"order", rows, "--avoid", write("k.csv", pocket), "--end", "100,5"}),
+        "--end (100, 5) mm is separated from --start by keep-outs");
+}
+
+TEST_F(order_avoid, blocks_the_fewer_items_where_start_and_end_are_free) {
+    const std::string items = write("r.csv", "x,y\n100,5\n0,0\n101,6\n5,5\n9,9\n");
+    const std::string keep_outs = write("k.csv", pocket);
+    const nmk_shell::Printed printed =
+        nmk_shell::run({"order", items, "--avoid", keep_outs, "--start", "free"});
+    expect_blocked(printed,
+                   "keep-outs block 2 of 5 items: hole 1 of all at (100, 5) mm: enclosed "
+                   "by keep-outs; hole 3 of all at (101, 6) mm: enclosed by keep-outs");
+    const auto json = figures({items, "--avoid", keep_outs, "--start", "free", "--skip-blocked"});
+    EXPECT_EQ(json["left_out"], nlohmann::json({0, 2}));
+    const auto within =
+        figures({items, "--avoid", keep_outs, "--start", "100,4", "--skip-blocked"});
+    EXPECT_EQ(within["left_out"], nlohmann::json({1, 3, 4}));
+}
+
+TEST_F(order_avoid, begins_a_closed_order_at_the_item_to_which_the_way_around_is_shortest) {
+    // (2, 0) is behind a wall, (0, 9) is not.
+    const std::string items = write("r.csv", "x,y\n2,0\n0,9\n9,9\n12,3\n");
+    const std::vector<std::string> words = {items,     "--closed",
+                                            "--start", "0,0",
+                                            "--avoid", write("k.csv", "rectangle,0.9,-50,1.1,8\n")};
+    const auto json = figures(words);
+    EXPECT_NEAR(json["total"]["after"]["start_leg"], 9.0, 1e-9);
+    EXPECT_EQ(figures({items, "--closed", "--start", "0,0"})["total"]["after"]["start_leg"], 2.0);
 }
 
 TEST_F(order_avoid, refuses_bad_tables_and_combinations_in_one_line) {
