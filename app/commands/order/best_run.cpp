@@ -43,8 +43,8 @@ nmkTravelProblem problem_of(const Items& items, Cuts cuts, const TravelEnds& end
     return problem;
 }
 
-/// The shortest way from a place to any of several, of which most are never searched for: a way
-/// around keep-outs is no shorter than the straight line.
+/// Finds the place to which the way is shortest. Most ways are never searched for: a way around
+/// keep-outs is at least as long as the straight line.
 class NearestPlace {
   public:
     NearestPlace(const giPoint3& from, const TravelEnds& ends) : m_from(from), m_ends(ends) {}
