@@ -8,6 +8,7 @@
 #include <limits>
 #include <utility>
 
+#include "commands/order/avoided.h"
 #include "commands/order/order_figures.h"
 #include "commands/order/sorted_run.h"
 
@@ -18,19 +19,6 @@ namespace {
 using Items = std::vector<nmk_job::JobItem>;
 using Cuts = std::span<const nmk_job::JobCut>;
 
-constexpr double seconds_in_a_minute = 60.0;
-
-/// A problem of this measure without items.
-nmkTravelProblem empty_problem(const TravelMeasure& measure) {
-    const auto& [rate, acceleration] = measure.rapids;
-    nmkTravelProblem problem;
-    problem.measure = measure.kind;
-    problem.speed = {rate.x / seconds_in_a_minute, rate.y / seconds_in_a_minute,
-                     rate.z / seconds_in_a_minute};
-    problem.acceleration = acceleration;
-    return problem;
-}
-
 nmkTravelProblem problem_of(const Items& items, Cuts cuts, const TravelEnds& ends,
                             const TravelMeasure& measure) {
     nmkTravelProblem problem = empty_problem(measure);
@@ -39,6 +27,9 @@ nmkTravelProblem problem_of(const Items& items, Cuts cuts, const TravelEnds& end
         const nmk_job::JobItem& item = items[cut.item];
         problem.items.push_back(item.end ? nmkTravelItem::line(item.start, *item.end)
                                          : nmkTravelItem::point(item.start));
+    }
+    if (ends.avoided != nullptr) {
+        problem.keep_outs = ends.avoided->shapes();
     }
     if (ends.is_closed) {
         problem.end = nmkTravelEnd::at_start();  // first_on_ring chooses the first item
@@ -53,35 +44,57 @@ nmkTravelProblem problem_of(const Items& items, Cuts cuts, const TravelEnds& end
     return problem;
 }
 
-/// The way from one place to another by this measure.
-double way_by(const TravelMeasure& measure, const giPoint3& from, const giPoint3& to) {
-    switch (measure.kind) {
-        case nmkTravelMeasure::chebyshev:
-            return longest_component(from, to);
-        case nmkTravelMeasure::time:
-            return rapid_seconds(from, to, measure.rapids);
-        case nmkTravelMeasure::length:
-            break;
+/// Finds the place to which the way is shortest by a measure. Most ways are never searched for: a
+/// way around keep-outs is at least as long as the straight line.
+class NearestPlace {
+  public:
+    NearestPlace(const giPoint3& from, const TravelEnds& ends, const TravelMeasure& measure)
+        : m_from(from), m_ends(ends), m_measure(measure) {}
+
+    /// True if the way to this place is shorter than those before.
+    bool is_nearer(const giPoint3& place) {
+        if (!(way_by(m_measure, m_from, place) < m_least)) {
+            return false;
+        }
+        const double length = length_to(place);
+        if (!(length < m_least)) {
+            return false;
+        }
+        m_least = length;
+        return true;
     }
-    return from.distance(to);
-}
+
+  private:
+    double length_to(const giPoint3& place) const {
+        double length = 0.0;
+        each_piece(m_from, place, m_ends, [&](const giPoint3& from, const giPoint3& to) {
+            length += way_by(m_measure, from, to);
+        });
+        return length;
+    }
+
+    const giPoint3& m_from;
+    const TravelEnds& m_ends;
+    const TravelMeasure& m_measure;
+    double m_least = std::numeric_limits<double>::max();
+};
 
 /// Turns a closed order so that the way from `start` to its first cut is shortest. The ring may be
 /// travelled in both directions, which are equally long.
-void begin_ring_near(const Items& items, const giPoint3& start, const TravelMeasure& measure,
+void begin_ring_near(const Items& items, const TravelEnds& ends, const TravelMeasure& measure,
                      nmk_job::JobOrder& ring) {
-    const auto way_to = [&](const giPoint3& place) { return way_by(measure, start, place); };
-    double least = std::numeric_limits<double>::max();
+    NearestPlace nearest(*ends.start, ends, measure);
     std::size_t first = 0;
     bool is_backwards = false;
     for (std::size_t i = 0; i < ring.size(); ++i) {
         const nmk_job::JobItem& item = items[ring[i].item];
-        const double forwards = way_to(nmk_job::entry_of(item, ring[i].reversed));
-        const double backwards = way_to(nmk_job::exit_of(item, ring[i].reversed));
-        if (std::min(forwards, backwards) < least) {
-            least = std::min(forwards, backwards);
+        if (nearest.is_nearer(nmk_job::entry_of(item, ring[i].reversed))) {
             first = i;
-            is_backwards = backwards < forwards;
+            is_backwards = false;
+        }
+        if (nearest.is_nearer(nmk_job::exit_of(item, ring[i].reversed))) {
+            first = i;
+            is_backwards = true;
         }
     }
     std::rotate(ring.begin(), ring.begin() + static_cast<std::ptrdiff_t>(first), ring.end());
@@ -170,7 +183,7 @@ BestCuts best_cuts(const Items& items, Cuts cuts, const TravelEnds& ends,
         return {{cuts.begin(), cuts.end()}, end};  // a bad problem, which the readers leave none of
     }
     if (ends.is_closed && ends.start) {
-        begin_ring_near(items, *ends.start, measure, order);
+        begin_ring_near(items, ends, measure, order);
     }
     ShortestOrder best(items, ends, measure, std::move(order));
     best.offer({cuts.begin(), cuts.end()});

@@ -44,6 +44,28 @@ double rapid_seconds(const giPoint3& from, const giPoint3& to, const RapidMoves&
                      axis_seconds(std::fabs(from.z - to.z), rate.z, acceleration.z)});
 }
 
+double way_by(const TravelMeasure& measure, const giPoint3& from, const giPoint3& to) {
+    switch (measure.kind) {
+        case nmkTravelMeasure::chebyshev:
+            return longest_component(from, to);
+        case nmkTravelMeasure::time:
+            return rapid_seconds(from, to, measure.rapids);
+        case nmkTravelMeasure::length:
+            break;
+    }
+    return from.distance(to);
+}
+
+nmkTravelProblem empty_problem(const TravelMeasure& measure) {
+    const auto& [rate, acceleration] = measure.rapids;
+    nmkTravelProblem problem;
+    problem.measure = measure.kind;
+    problem.speed = {rate.x / seconds_in_a_minute, rate.y / seconds_in_a_minute,
+                     rate.z / seconds_in_a_minute};
+    problem.acceleration = acceleration;
+    return problem;
+}
+
 std::string axes_text(const nmkTravelAxes& axes) {
     const auto number = [](double value) { return nmk_text::short_number(value, 3); };
     return axes.x == axes.y && axes.y == axes.z

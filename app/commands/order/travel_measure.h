@@ -44,6 +44,12 @@ double longest_component(const giPoint3& from, const giPoint3& to);
 /// same.
 double rapid_seconds(const giPoint3& from, const giPoint3& to, const RapidMoves& rapids);
 
+/// The way from one place to another by the measure, in mm or in seconds.
+double way_by(const TravelMeasure& measure, const giPoint3& from, const giPoint3& to);
+
+/// A problem of this measure, without items and keep-outs.
+nmkTravelProblem empty_problem(const TravelMeasure& measure);
+
 /// "10000", or "X 10000, Y 8000, Z 5000" where the axes differ.
 std::string axes_text(const nmkTravelAxes& axes);
 

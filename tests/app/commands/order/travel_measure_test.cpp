@@ -14,8 +14,10 @@
 
 #include "app/commands/order/random_jobs.h"
 #include "app/shell/command_runner.h"
+#include "commands/order/avoided.h"
 #include "commands/order/order_figures.h"
 #include "commands/order/order_job.h"
+#include "formats/job_files/read_job.h"
 #include "scratch_directory.h"
 
 namespace nmk_order {
@@ -145,6 +147,32 @@ TEST(travel_measure, a_closed_order_begins_at_the_item_that_is_nearest_by_the_me
     EXPECT_EQ(first(nmkTravelMeasure::length), 2U);
     EXPECT_EQ(first(nmkTravelMeasure::chebyshev), 1U);
     EXPECT_EQ(first(nmkTravelMeasure::time), 3U);
+}
+
+const std::string samples = NMK_SOURCE_DIR "/samples/";
+
+TEST(travel_measure, each_piece_of_a_bent_move_is_a_move_of_its_own_by_time) {
+    const auto job = nmk_job_files::read_job_file(samples + "cover_plate.drl", std::nullopt);
+    const TravelMeasure measure{nmkTravelMeasure::time, moves};
+    const auto avoided = read_avoided(samples + "clamps_for_cover_plate.csv", measure);
+    ASSERT_TRUE(job && avoided);
+    OrderRequest request;
+    request.measure = measure;
+    request.ends.avoided = *avoided;
+    const OrderedJob ordered = order_job(*job, request, nullptr);
+    const OrderFigures figures = measure_order(*job, ordered, measure.rapids);
+    EXPECT_LE(figures.total.after.seconds, figures.total.before.seconds);
+    ASSERT_GT(figures.total.after.bent_moves, 0U);
+    nmkTravelProblem problem = empty_problem(measure);
+    problem.keep_outs = (*avoided)->shapes();
+    const nmkTravelWays ways(problem);
+    double seconds = 0.0;
+    for (const OrderRun& run : ordered.runs) {
+        each_move(
+            job->items, run.of(ordered.after), run.ends,
+            [&](const giPoint3& from, const giPoint3& to) { seconds += ways.length(from, to); });
+    }
+    EXPECT_NEAR(figures.total.after.seconds, seconds, rounding * seconds);
 }
 
 class measured_command : public testing::Test {
