@@ -8,6 +8,7 @@
 #include <limits>
 #include <utility>
 
+#include "commands/order/avoided.h"
 #include "commands/order/order_figures.h"
 #include "commands/order/sorted_run.h"
 
@@ -26,6 +27,9 @@ nmkTravelProblem problem_of(const Items& items, Cuts cuts, const TravelEnds& end
         problem.items.push_back(item.end ? nmkTravelItem::line(item.start, *item.end)
                                          : nmkTravelItem::point(item.start));
     }
+    if (ends.avoided != nullptr) {
+        problem.keep_outs = ends.avoided->shapes();
+    }
     if (ends.is_closed) {
         problem.end = nmkTravelEnd::at_start();  // first_on_ring chooses the first item
         return problem;
@@ -39,20 +43,47 @@ nmkTravelProblem problem_of(const Items& items, Cuts cuts, const TravelEnds& end
     return problem;
 }
 
+/// Finds the place to which the way is shortest. Most ways are never searched for: a way around
+/// keep-outs is at least as long as the straight line.
+class NearestPlace {
+  public:
+    NearestPlace(const giPoint3& from, const TravelEnds& ends) : m_from(from), m_ends(ends) {}
+
+    /// True if the way to this place is shorter than those before.
+    bool is_nearer(const giPoint3& place) {
+        if (!(m_from.distance(place) < m_least)) {
+            return false;
+        }
+        const double length = length_of_move(m_from, place, m_ends);
+        if (!(length < m_least)) {
+            return false;
+        }
+        m_least = length;
+        return true;
+    }
+
+  private:
+    const giPoint3& m_from;
+    const TravelEnds& m_ends;
+    double m_least = std::numeric_limits<double>::max();
+};
+
 /// Turns a closed order so that the way from `start` to its first cut is shortest. The ring may be
 /// travelled in both directions, which are equally long.
-void begin_ring_near(const Items& items, const giPoint3& start, nmk_job::JobOrder& ring) {
-    double least = std::numeric_limits<double>::max();
+void begin_ring_near(const Items& items, const giPoint3& start, const TravelEnds& ends,
+                     nmk_job::JobOrder& ring) {
+    NearestPlace nearest(start, ends);
     std::size_t first = 0;
     bool is_backwards = false;
     for (std::size_t i = 0; i < ring.size(); ++i) {
         const nmk_job::JobItem& item = items[ring[i].item];
-        const double forwards = start.distance(nmk_job::entry_of(item, ring[i].reversed));
-        const double backwards = start.distance(nmk_job::exit_of(item, ring[i].reversed));
-        if (std::min(forwards, backwards) < least) {
-            least = std::min(forwards, backwards);
+        if (nearest.is_nearer(nmk_job::entry_of(item, ring[i].reversed))) {
             first = i;
-            is_backwards = backwards < forwards;
+            is_backwards = false;
+        }
+        if (nearest.is_nearer(nmk_job::exit_of(item, ring[i].reversed))) {
+            first = i;
+            is_backwards = true;
         }
     }
     std::rotate(ring.begin(), ring.begin() + static_cast<std::ptrdiff_t>(first), ring.end());
@@ -133,7 +164,7 @@ BestCuts best_cuts(const Items& items, Cuts cuts, const TravelEnds& ends,
         return {{cuts.begin(), cuts.end()}, end};  // a bad problem, which the readers leave none of
     }
     if (ends.is_closed && ends.start) {
-        begin_ring_near(items, *ends.start, order);
+        begin_ring_near(items, *ends.start, ends, order);
     }
     ShortestOrder best(items, ends, std::move(order));
     best.offer({cuts.begin(), cuts.end()});

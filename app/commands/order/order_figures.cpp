@@ -16,6 +16,7 @@ double longest_component(const giPoint3& a, const giPoint3& b) {
 void add_to_total(TravelFigures& total, const TravelFigures& row) {
     total.travel += row.travel;
     total.per_axis += row.per_axis;
+    total.bent_moves += row.bent_moves;
     total.start_leg += row.start_leg;
     total.end_leg += row.end_leg;
     if (row.longest > total.longest) {
@@ -33,9 +34,15 @@ TravelFigures measure_travel(const std::vector<nmk_job::JobItem>& items,
     const std::size_t last = move_count(cuts.size(), ends) - 1;
     std::size_t move = 0;
     each_move(items, cuts, ends, [&](const giPoint3& from, const giPoint3& to) {
-        const double length = from.distance(to);
+        double length = 0.0;
+        int pieces = 0;
+        each_piece(from, to, ends, [&](const giPoint3& begin, const giPoint3& end) {
+            length += begin.distance(end);
+            figures.per_axis += longest_component(begin, end);
+            ++pieces;
+        });
         figures.travel += length;
-        figures.per_axis += longest_component(from, to);
+        figures.bent_moves += pieces > 1 ? 1U : 0U;
         if (length > figures.longest) {
             figures.longest = length;
             figures.longest_from = from;

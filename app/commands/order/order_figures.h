@@ -20,8 +20,9 @@ namespace nmk_order {
 
 /// The moves of one run, or of several together.
 struct TravelFigures {
-    double travel = 0.0;                   // mm, along straight lines
+    double travel = 0.0;                   // mm, along straight lines and around keep-outs
     double per_axis = 0.0;                 // mm, each move as its longest component (Chebyshev)
+    std::size_t bent_moves = 0;            // moves that bend around keep-outs
     double start_leg = 0.0;                // mm, of travel: from the start place to the first item
     double end_leg = 0.0;                  // mm, likewise: from the last item to the end
     double longest = 0.0;                  // mm; 0 if there is no move

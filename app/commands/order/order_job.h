@@ -28,6 +28,7 @@ struct OrderRequest {
     bool across_tools = false;                            // one order of all items, tools mixed
     TravelEnds ends{giPoint3(0.0, 0.0, 0.0), {}, false};  // of each run; across tools of the whole
     double tolerance = 0.0;                               // mm
+    std::vector<bool> left_out;          // by item: not in any order; empty where all are
     std::optional<std::int64_t> effort;  // steps of the search for each item; empty: the default
 
     using Clock = std::chrono::steady_clock;
@@ -46,6 +47,11 @@ struct OrderRun {
         return std::span(order).subspan(begin, count);
     }
 };
+
+/// The keep-outs that the runs avoid; null for none.
+inline const Avoided* avoided_by(const std::vector<OrderRun>& runs) {
+    return runs.empty() ? nullptr : runs.front().ends.avoided.get();
+}
 
 /// Two complete orders of a job, divided into the same runs.
 struct OrderedJob {

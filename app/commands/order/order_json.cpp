@@ -45,6 +45,18 @@ Json tools_json(const OrderReport& report) {
     return rows;
 }
 
+Json bends_json(const OrderReport& report) {
+    Json moves = Json::array();
+    for (const BentMove& move : report.bent_moves) {
+        Json places = Json::array();
+        for (const giPoint3& place : move.places) {
+            places.push_back(place_json(place));
+        }
+        moves.push_back({{"tool", report.figures.tools[move.run].name}, {"places", places}});
+    }
+    return moves;
+}
+
 Json document_of(const OrderReport& report) {
     const OrderRequest& request = report.request;
     return {{"schema", schema},
@@ -55,6 +67,7 @@ Json document_of(const OrderReport& report) {
             {"start", place_json(request.ends.start)},
             {"end", place_json(request.ends.end)},
             {"closed", request.ends.is_closed},
+            {"avoid", report.options.avoid_file.empty() ? Json() : Json(report.options.avoid_file)},
             {"tolerance", request.tolerance},
             {"rapid_mm_per_min", report.options.rapid},
             {"stopped", report.stopped},
@@ -62,6 +75,8 @@ Json document_of(const OrderReport& report) {
              {{"before", report.tool_changes_before}, {"after", report.tool_changes_after}}},
             {"tools", tools_json(report)},
             {"total", row_json(report.figures.total, report.options.rapid)},
+            {"bent_moves", bends_json(report)},
+            {"left_out", report.left_out},
             {"notes", report.notes}};
 }
 

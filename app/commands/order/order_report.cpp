@@ -2,6 +2,8 @@
 
 #include "commands/order/order_report.h"
 
+#include <utility>
+
 #include "commands/order/job_notes.h"
 #include "commands/order/sort_type_names.h"
 #include "files/read_whole_file.h"
@@ -39,6 +41,38 @@ std::string length_unit(nmk_job::JobUnits units) {
     return units == nmk_job::JobUnits::inches ? "in" : "mm";
 }
 
+namespace {
+
+std::vector<BentMove> bent_moves(const nmk_job::MachiningJob& job, const OrderedJob& ordered) {
+    std::vector<BentMove> moves;
+    if (avoided_by(ordered.runs) == nullptr) {
+        return moves;
+    }
+    for (std::size_t r = 0; r < ordered.runs.size(); ++r) {
+        const OrderRun& run = ordered.runs[r];
+        each_move(job.items, run.of(ordered.after), run.ends,
+                  [&](const giPoint3& from, const giPoint3& to) {
+                      std::vector<giPoint3> places = places_of_move(from, to, run.ends);
+                      if (places.size() > 2) {
+                          moves.push_back({r, std::move(places)});
+                      }
+                  });
+    }
+    return moves;
+}
+
+std::vector<std::size_t> items_left_out(const std::vector<bool>& left_out) {
+    std::vector<std::size_t> items;
+    for (std::size_t i = 0; i < left_out.size(); ++i) {
+        if (left_out[i]) {
+            items.push_back(i);
+        }
+    }
+    return items;
+}
+
+}  // namespace
+
 OrderReport report_of(const OrderOptions& options, const OrderRequest& request,
                       const nmk_job::MachiningJob& job, const OrderedJob& ordered) {
     OrderReport report;
@@ -50,6 +84,8 @@ OrderReport report_of(const OrderOptions& options, const OrderRequest& request,
     report.tool_changes_before = ordered.tool_changes_before;
     report.tool_changes_after = ordered.tool_changes_after;
     report.stopped = ordered.stopped;
+    report.bent_moves = bent_moves(job, ordered);
+    report.left_out = items_left_out(request.left_out);
     report.notes = ordered.notes;
     const std::vector<std::string> of_job = job_notes(job);
     report.notes.insert(report.notes.end(), of_job.begin(), of_job.end());

@@ -132,6 +132,11 @@ std::string order_table(const OrderReport& report) {
         text += "Tool changes: " + std::to_string(report.tool_changes_before) + " before, " +
                 std::to_string(report.tool_changes_after) + " after.\n";
     }
+    if (report.request.ends.avoided != nullptr) {
+        text +=
+            "Moves around keep-outs: " + std::to_string(report.figures.total.before.bent_moves) +
+            " before, " + std::to_string(report.figures.total.after.bent_moves) + " after.\n";
+    }
     for (const std::string& note : report.notes) {
         text += nmk_text::wrapped(nmk_text::line_text(note) + ".", 0, nmk_text::terminal_columns);
     }
