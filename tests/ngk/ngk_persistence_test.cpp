@@ -316,7 +316,8 @@ TEST(ngk_persistence, refuses_an_empty_handle_within_a_curve) {
 }
 
 TEST(ngk_persistence, refuses_a_kind_of_line_that_it_does_not_know) {
-    Bytes bytes = stored(line());
+    Bytes bytes = stored(
+        ngkCurvePtr3(new ngkLine3(giPoint3(0, 0, 0), giVector3(1, 0, 0), ngkLineKind::infinite)));
     bytes[15] = 3;  // behind the record of "ngkLine3"
     EXPECT_EQ(cause_of_loading<ngkCurvePtr3>(bytes), CArchiveException::badIndex);
 }

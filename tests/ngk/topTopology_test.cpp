@@ -139,9 +139,12 @@ TEST(topShell, is_closed_where_each_edge_is_used_in_both_directions) {
 }
 
 TEST(topShell, is_invalid_where_an_edge_is_used_twice_in_one_direction) {
-    const topFacePtr face = ring();
-    EXPECT_TRUE(topShell({face}).is_valid());
-    EXPECT_FALSE(topShell({face, face}).is_valid());
+    const ngkSurfPtr plane(new ngkPlaneSurf(giWorkplane3()));
+    for (const bool is_reversed : {false, true}) {
+        const topFacePtr disc(new topFace(plane, false, {loop({{circle(1.0), is_reversed}})}));
+        EXPECT_TRUE(topShell({disc}).is_valid());
+        EXPECT_FALSE(topShell({disc, disc}).is_valid());
+    }
     EXPECT_FALSE(topShell({}).is_valid());
     EXPECT_FALSE(topShell({topFacePtr()}).is_valid());
 }
@@ -233,6 +236,40 @@ TEST(top_persistence, refuses_numbers_of_parts_that_are_not_there) {
     Bytes edge = stored_part(circle(1.0));
     edge[edge.size() - 4] = 1;  // the vertex at the end of the only edge
     EXPECT_EQ(cause_of_loading(edge), CArchiveException::badIndex);
+}
+
+namespace {
+
+/// A stream of a vertex, the first of `vertices`, beside what `write_edges` has.
+template <class WriteEdges>
+Bytes vertex_among(const std::vector<giPoint3>& vertices, const WriteEdges& write_edges) {
+    stored_part(vertex(1, 2, 3));  // which registers the classes
+    return stored_bytes([&](CArchive& archive) {
+        archive << std::uint8_t{1};
+        archive.WriteClass(CRuntimeClass::FromName("topVertex"));
+        archive.WriteCount(static_cast<std::uint32_t>(vertices.size()));
+        for (const giPoint3& point : vertices) archive << point.x << point.y << point.z << 1e-6;
+        write_edges(archive);
+        archive.WriteCount(0);
+    });
+}
+
+}  // namespace
+
+TEST(top_persistence, refuses_invalid_parts_that_nothing_uses) {
+    const giPoint3 good(1, 2, 3);
+    const auto no_edges = [](CArchive& archive) { archive.WriteCount(0); };
+    EXPECT_EQ(cause_of_loading(vertex_among({good, good}, no_edges)), CArchiveException::none);
+    EXPECT_EQ(cause_of_loading(vertex_among({good, giPoint3()}, no_edges)),
+              CArchiveException::badIndex);
+    const auto edge_without_curve = [](CArchive& archive) {
+        archive.WriteCount(1);
+        archive << ngkCurvePtr3();
+        archive.WriteCount(0);
+        archive.WriteCount(0);
+    };
+    EXPECT_EQ(cause_of_loading(vertex_among({good}, edge_without_curve)),
+              CArchiveException::badIndex);
 }
 
 TEST(top_persistence, does_not_believe_counts) {
