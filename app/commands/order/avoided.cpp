@@ -18,8 +18,9 @@ namespace {
 // Blocked items that a message lists; it counts the others.
 constexpr std::size_t max_listed = 5;
 
-nmkTravelProblem problem_of(const std::vector<nmk_keep_outs::KeepOut>& keep_outs) {
-    nmkTravelProblem problem;
+nmkTravelProblem problem_of(const std::vector<nmk_keep_outs::KeepOut>& keep_outs,
+                            const TravelMeasure& measure) {
+    nmkTravelProblem problem = empty_problem(measure);
     for (const nmk_keep_outs::KeepOut& keep_out : keep_outs) {
         problem.keep_outs.push_back(keep_out.shape);
     }
@@ -138,10 +139,11 @@ Refusal leave_out(nmk_job::MachiningJob& job, const std::vector<BlockedItem>& bl
 
 }  // namespace
 
-Avoided::Avoided(std::string file_name, std::vector<nmk_keep_outs::KeepOut> keep_outs)
+Avoided::Avoided(std::string file_name, std::vector<nmk_keep_outs::KeepOut> keep_outs,
+                 const TravelMeasure& measure)
     : m_file_name(std::move(file_name)),
       m_keep_outs(std::move(keep_outs)),
-      m_problem(problem_of(m_keep_outs)),
+      m_problem(problem_of(m_keep_outs, measure)),
       m_ways(m_problem) {}
 
 std::string Avoided::name(int keep_out) const {
@@ -149,7 +151,8 @@ std::string Avoided::name(int keep_out) const {
     return nmk_files::base_name(m_file_name) + ":" + std::to_string(line);
 }
 
-nmk_text::Result<std::shared_ptr<const Avoided>> read_avoided(const std::string& file_name) {
+nmk_text::Result<std::shared_ptr<const Avoided>> read_avoided(const std::string& file_name,
+                                                              const TravelMeasure& measure) {
     if (file_name.empty()) {
         return std::shared_ptr<const Avoided>();
     }
@@ -165,7 +168,7 @@ nmk_text::Result<std::shared_ptr<const Avoided>> read_avoided(const std::string&
         return read.error();
     }
     return std::shared_ptr<const Avoided>(
-        std::make_shared<Avoided>(nmk_files::input_name(file_name), *std::move(read)));
+        std::make_shared<Avoided>(nmk_files::input_name(file_name), *std::move(read), measure));
 }
 
 nmk_text::Result<std::vector<BlockedItem>> blocked_items(const nmk_job::MachiningJob& job,

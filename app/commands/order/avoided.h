@@ -20,7 +20,9 @@ namespace nmk_order {
 /// found, so it belongs to one thread.
 class Avoided {
   public:
-    Avoided(std::string file_name, std::vector<nmk_keep_outs::KeepOut> keep_outs);
+    /// The ways are the shortest by this measure.
+    Avoided(std::string file_name, std::vector<nmk_keep_outs::KeepOut> keep_outs,
+            const TravelMeasure& measure);
 
     const std::vector<nmk_keep_outs::KeepOut>& keep_outs() const { return m_keep_outs; }
     /// With their clearances, as the library takes them.
@@ -37,8 +39,9 @@ class Avoided {
     nmkTravelWays m_ways;
 };
 
-/// The keep-outs of a file; null for no name.
-nmk_text::Result<std::shared_ptr<const Avoided>> read_avoided(const std::string& file_name);
+/// The keep-outs of a file, with ways by this measure; null for no name.
+nmk_text::Result<std::shared_ptr<const Avoided>> read_avoided(const std::string& file_name,
+                                                              const TravelMeasure& measure = {});
 
 /// An item that is not to be cut, and why.
 struct BlockedItem {

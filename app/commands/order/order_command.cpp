@@ -92,7 +92,7 @@ int ending(const OrderReport& report, const nmk_files::WrittenFiles& written, st
 int order_one(const OrderOptions& options, nmkProgressBreak* progress, bool announce,
               std::ostream& out, std::ostream& err) {
     const auto begin = OrderRequest::Clock::now();
-    const auto avoided = read_avoided(options.avoid_file);
+    const auto avoided = read_avoided(options.avoid_file, options.measure);
     if (!avoided) {
         return nmk_shell::refuse(err, avoided.error().text());
     }

@@ -57,7 +57,7 @@ class FilesOrderer {
         : m_options(options), m_progress(progress), m_out(out), m_err(err) {}
 
     int run() {
-        auto avoided = read_avoided(m_options.avoid_file);
+        auto avoided = read_avoided(m_options.avoid_file, m_options.measure);
         if (!avoided) {
             return nmk_shell::refuse(m_err, avoided.error().text());
         }

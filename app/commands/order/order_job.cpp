@@ -67,7 +67,7 @@ class RunOrderer {
 
     nmk_job::JobOrder best(const OrderRun& run, std::span<const nmk_job::JobCut> cuts,
                            const SearchLimits& limits) {
-        BestCuts best = best_cuts(m_items, cuts, run.ends, limits, m_progress);
+        BestCuts best = best_cuts(m_items, cuts, run.ends, m_request.measure, limits, m_progress);
         if (best.end == SearchEnd::stopped) {
             m_result.stopped = true;
             add_note(run, "stopped; its order is the best so far");

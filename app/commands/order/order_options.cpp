@@ -10,6 +10,7 @@
 #include <system_error>
 
 #include "commands/order/gcode_output.h"
+#include "commands/order/measure_options.h"
 #include "commands/order/sort_type_names.h"
 #include "files/base_name.h"
 #include "files/read_whole_file.h"
@@ -77,8 +78,15 @@ Problem check_ends(const OrderOptions& options) {
 }
 
 Problem check_search(const OrderOptions& options) {
-    return (options.effort || options.time_limit) && options.type
-               ? "--effort and --time-limit are for --type best"
+    if (!options.type) {
+        return {};
+    }
+    if (options.effort || options.time_limit) {
+        return "--effort and --time-limit are for --type best";
+    }
+    return options.measure.kind != nmkTravelMeasure::length
+               ? "--measure chebyshev and time are for --type best; the table has the times of "
+                 "every type"
                : Problem();
 }
 
@@ -200,6 +208,7 @@ void declare_ordering(nmk_shell::OptionTable& table, OrderOptions& options) {
         "free)");
     table.option("--closed", options.is_closed,
                  "after the last item of each tool back to its first");
+    declare_measure_options(table, options.measure);
     table
         .option("--avoid", "FILE", nmk_shell::file_setter(options.avoid_file),
                 "keep-outs (CSV: circle,X,Y,R; rectangle,X0,Y0,X1,Y1; ...) that every move goes "
@@ -246,8 +255,6 @@ void declare_files(nmk_shell::OptionTable& table, OrderOptions& options) {
 
 void declare_figures(nmk_shell::OptionTable& table, OrderOptions& options) {
     table.group("Figures");
-    table.number("--rapid", "RATE", options.rapid, nmk_shell::above_zero,
-                 "mm per minute, for the seconds in the table");
     table.option("--allow-empty", options.allow_empty,
                  "a file without holes and slots is not an error");
     table.option("--json", options.json, "print the figures as JSON instead of the table");
@@ -321,6 +328,7 @@ OrderRequest order_request(const OrderOptions& options, nmk_job::JobUnits file_u
     if (options.time_limit) {
         request.deadline = begin + seconds_until_deadline(*options.time_limit);
     }
+    request.measure = options.measure;
     request.tolerance = options.tolerance ? mm(*options.tolerance) : default_tolerance;
     return request;
 }

@@ -40,7 +40,7 @@ struct OrderOptions {
     std::optional<nmk_job::JobUnits> units;
     MachiningOptions machining;
     GcodeOptions gcode;
-    double rapid = 10000.0;  // mm per minute, common for routers and drilling machines
+    TravelMeasure measure;
     std::string output_file, svg_file, html_file;  // empty: not written
     bool keeps_format = false;                     // the output file gets the format that was read
     bool in_place = false;

@@ -27,6 +27,11 @@ std::string point_text(const giPoint3& p, nmk_job::JobUnits units) {
            length_unit(units);
 }
 
+/// " (time)"; "" for the length.
+std::string measure_text(nmkTravelMeasure kind) {
+    return kind == nmkTravelMeasure::length ? "" : " (" + std::string(measure_name(kind)) + ")";
+}
+
 /// " from (0, 0) mm to (1, 2) mm"
 std::string ends_text(const TravelEnds& ends, nmk_job::JobUnits units) {
     const std::string start = ends.start ? " from " + point_text(*ends.start, units) : "";
@@ -93,7 +98,7 @@ OrderReport report_of(const OrderOptions& options, const OrderRequest& request,
     report.options.file_name = nmk_files::input_name(options.file_name);
     report.request = request;
     report.file_units = job.units;
-    report.figures = measure_order(job, ordered);
+    report.figures = measure_order(job, ordered, request.measure.rapids);
     report.tool_changes_before = ordered.tool_changes_before;
     report.tool_changes_after = ordered.tool_changes_after;
     report.stopped = ordered.stopped;
@@ -113,7 +118,8 @@ std::string report_summary(const OrderReport& report) {
     const std::size_t tools = report.figures.tools.size();
     return counted(report.figures.total.items, "item") + ", " +
            (request.across_tools ? "across tools" : counted(tools, "tool")) + ", sorted by " +
-           std::string(sort_type_name(request.type)) + ends_text(request.ends, report.file_units);
+           std::string(sort_type_name(request.type)) + measure_text(request.measure.kind) +
+           ends_text(request.ends, report.file_units);
 }
 
 std::string stopped_line(OrderType type) {
@@ -125,16 +131,21 @@ std::string stopped_line(OrderType type) {
 }
 
 std::string rapid_summary(const OrderReport& report) {
-    const double rapid = report.options.rapid;
-    const TravelFigures& before = report.figures.total.before;
-    const TravelFigures& after = report.figures.total.after;
-    const auto seconds = [&](double length) {
-        return nmk_text::fixed_number(rapid_seconds(length, rapid), 1) + " s";
+    const RapidMoves& rapids = report.request.measure.rapids;
+    const OrderFigures& figures = report.figures;
+    const auto seconds = [](const TravelFigures& travel) {
+        return nmk_text::fixed_number(travel.seconds, 1) + " s";
     };
-    return "Rapids at " + nmk_text::short_number(rapid, 3) + " mm/min: straight (Euclidean) " +
-           seconds(before.travel) + " before, " + seconds(after.travel) +
-           " after; longest axis (Chebyshev) " + seconds(before.per_axis) + " before, " +
-           seconds(after.per_axis) + " after.";
+    return "Rapids at " + axes_text(rapids.rate) + " mm/min and " + axes_text(rapids.acceleration) +
+           " mm/s2: " + seconds(figures.total.before) + " before, " + seconds(figures.total.after) +
+           " after." +
+           (report.request.measure.kind == nmkTravelMeasure::chebyshev
+                ? " Travel is that of the longest axis (Chebyshev)."
+                : "");
+}
+
+double shown_travel(const TravelFigures& figures, nmkTravelMeasure kind) {
+    return kind == nmkTravelMeasure::chebyshev ? figures.per_axis : figures.travel;
 }
 
 }  // namespace nmk_order

@@ -45,4 +45,8 @@ std::string stopped_line(OrderType type);
 /// "Rapids at 10000 mm/min ..." with the seconds before and after.
 std::string rapid_summary(const OrderReport& report);
 
+/// The length that is reported as the travel, in mm: for the measure chebyshev that of the longest
+/// axis, else that of the straight lines.
+double shown_travel(const TravelFigures& figures, nmkTravelMeasure kind);
+
 }  // namespace nmk_order

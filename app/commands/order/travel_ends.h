@@ -43,14 +43,6 @@ void each_piece(const giPoint3& from, const giPoint3& to, const TravelEnds& ends
     }
 }
 
-/// The length of a move, around the keep-outs; mm.
-inline double length_of_move(const giPoint3& from, const giPoint3& to, const TravelEnds& ends) {
-    double length = 0.0;
-    each_piece(from, to, ends,
-               [&](const giPoint3& begin, const giPoint3& end) { length += begin.distance(end); });
-    return length;
-}
-
 /// The number of moves that each_move visits.
 inline std::size_t move_count(std::size_t cuts, const TravelEnds& ends) {
     return cuts == 0 ? 0
