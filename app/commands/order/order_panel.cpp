@@ -38,7 +38,8 @@ void draw_panel(nmk_draw::SvgDocument& svg, const OrderDrawing& drawing,
     view.corner.x += right;
     svg.rectangle({panel.left, panel.top}, panel.width, panel.height,
                   "rx=\"6\" fill=\"#fbfcfd\" stroke=\"#c5ccd4\"");
-    const TravelRuns runs{drawing.job.items, drawing.ordered.runs, order, view, drawing.plan};
+    const TravelRuns runs{drawing.job.items, drawing.ordered.runs, order, view,
+                          drawing.plan,      drawing.job.units};
     draw_cuts(svg, view, drawing.plan, drawing.job);
     draw_moves(svg, runs);
     draw_marks(svg, panel, runs);

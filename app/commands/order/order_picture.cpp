@@ -2,6 +2,7 @@
 
 #include "commands/order/order_picture.h"
 
+#include "commands/order/length_texts.h"
 #include "commands/order/order_legend.h"
 #include "commands/order/order_panel.h"
 #include "draw/fitted_text.h"
@@ -47,7 +48,7 @@ void draw_half(nmk_draw::SvgDocument& svg, const OrderDrawing& drawing, bool aft
 /// What is below the panels; returns its lower edge.
 double draw_foot(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, double top,
                  const OrderDrawing& drawing, const OrderReport& report) {
-    draw_scale_bar(svg, column, top, drawing.view.scale);
+    draw_scale_bar(svg, column, top, drawing);
     const nmk_draw::PictureColumn beside_bar{column.left, column.right - scale_bar_width};
     double y = nmk_draw::draw_legend(svg, beside_bar, top, marks_legend(drawing));
     y = nmk_draw::draw_legend(svg, column, y, tools_legend(drawing));
@@ -76,13 +77,14 @@ std::string order_picture(const nmk_job::MachiningJob& job, const OrderedJob& or
 }
 
 std::string before_figures(const OrderReport& report) {
-    return "travel " + nmk_text::fixed_number(report.figures.total.before.travel, 1) + " mm";
+    const LengthTexts text(report.file_units);
+    return "travel " + text.travel_with_unit(report.figures.total.before.travel);
 }
 
 std::string after_figures(const OrderReport& report) {
     const double before = report.figures.total.before.travel;
     const double after = report.figures.total.after.travel;
-    return "travel " + nmk_text::fixed_number(after, 1) + " mm, saved " +
+    return "travel " + LengthTexts(report.file_units).travel_with_unit(after) + ", saved " +
            nmk_text::fixed_number(saved_percent(before, after), 1) + " %";
 }
 

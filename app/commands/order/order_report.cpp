@@ -3,6 +3,7 @@
 #include "commands/order/order_report.h"
 
 #include "commands/order/job_notes.h"
+#include "commands/order/length_texts.h"
 #include "commands/order/sort_type_names.h"
 #include "files/read_whole_file.h"
 #include "text/number_format.h"
@@ -34,10 +35,6 @@ std::string ends_text(const TravelEnds& ends, nmk_job::JobUnits units) {
 }
 
 }  // namespace
-
-std::string length_unit(nmk_job::JobUnits units) {
-    return units == nmk_job::JobUnits::inches ? "in" : "mm";
-}
 
 OrderReport report_of(const OrderOptions& options, const OrderRequest& request,
                       const nmk_job::MachiningJob& job, const OrderedJob& ordered) {
