@@ -60,6 +60,16 @@ double draw_foot(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, dou
     return draw_figures(svg, column, y + 8.0, report);
 }
 
+/// "travel 120.5 mm", with the time where the order was made for it.
+std::string figures_text(const TravelFigures& figures, const OrderReport& report) {
+    const nmkTravelMeasure kind = report.request.measure.kind;
+    const LengthTexts text(report.file_units);
+    const std::string travel = "travel " + text.travel_with_unit(shown_travel(figures, kind));
+    return kind == nmkTravelMeasure::time
+               ? travel + ", " + nmk_text::fixed_number(figures.seconds, 1) + " s"
+               : travel;
+}
+
 }  // namespace
 
 std::string order_picture(const nmk_job::MachiningJob& job, const OrderedJob& ordered,
@@ -77,15 +87,13 @@ std::string order_picture(const nmk_job::MachiningJob& job, const OrderedJob& or
 }
 
 std::string before_figures(const OrderReport& report) {
-    const LengthTexts text(report.file_units);
-    return "travel " + text.travel_with_unit(report.figures.total.before.travel);
+    return figures_text(report.figures.total.before, report);
 }
 
 std::string after_figures(const OrderReport& report) {
-    const double before = report.figures.total.before.travel;
-    const double after = report.figures.total.after.travel;
-    return "travel " + LengthTexts(report.file_units).travel_with_unit(after) + ", saved " +
-           nmk_text::fixed_number(saved_percent(before, after), 1) + " %";
+    const ToolFigures& total = report.figures.total;
+    return figures_text(total.after, report) + ", saved " +
+           nmk_text::fixed_number(saved_percent(total, report.request.measure.kind), 1) + " %";
 }
 
 }  // namespace nmk_order
