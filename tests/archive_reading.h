@@ -1,6 +1,7 @@
 // archive_reading.h: bytes read as an archive of electrodes, in every way that there is.
 #pragma once
 
+#include <filesystem/safe_file.h>
 #include <nmktoolbox/archive/nmkTrodeArchive.h>
 
 #include <cstdlib>
@@ -16,7 +17,9 @@ inline void require(bool condition) {
 }
 
 /// Opens the bytes as an archive in the directory, which must be empty and is so again afterwards,
-/// lists and extracts all of it, and requires that nothing was written anywhere but in the target.
+/// lists and extracts all of it, and requires that nothing was written anywhere but in the target,
+/// and no temporary file left there. Entries may have names that resemble a temporary file's, and
+/// directories may even have such a name; files of such a name are never extracted.
 /// Returns 1 where the bytes were opened.
 inline int read_archive(const std::string& directory, std::string_view bytes) {
     namespace fs = std::filesystem;
@@ -40,7 +43,8 @@ inline int read_archive(const std::string& directory, std::string_view bytes) {
     }
     for (const auto& entry : fs::recursive_directory_iterator(directory)) {
         require(entry.is_regular_file() || entry.is_directory());
-        require(!entry.path().filename().string().starts_with(".nmk_part_"));
+        const std::string name = entry.path().filename().string();
+        require(!entry.is_regular_file() || !nmk_filesystem::is_temporary_name(name));
     }
     fs::remove(zip);
     fs::remove_all(target);

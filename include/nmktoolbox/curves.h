@@ -6,7 +6,9 @@
 #include <nmktoolbox/curves/nmkNgkCurveCompare.h>
 #include <nmktoolbox/curves/nmkNgkMakeUtils.h>
 #include <nmktoolbox/curves/nmkNgkPolylineUtils.h>
+#include <nmktoolbox/curves/nmkNgkReadUtils.h>
 #include <nmktoolbox/curves/nmkNgkSubCurves.h>
+#include <nmktoolbox/curves/nmkNgkWriteUtils.h>
 #include <nmktoolbox/curves/nmkPolySplitter.h>
 #include <nmktoolbox/curves/nmkUnitsUtils.h>
 #include <nmktoolbox/curves/nmkWorkPlane.h>

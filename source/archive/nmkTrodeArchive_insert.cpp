@@ -1,6 +1,7 @@
 // nmkTrodeArchive_insert.cpp: files and directories on their way into an archive.
 #include <compress/cmUnZip.h>
 #include <compress/cmZip.h>
+#include <filesystem/safe_file.h>
 #include <nmktoolbox/archive/nmkTrodeArchive.h>
 #include <nmktoolbox/files/nmkFileDir.h>
 #include <nmktoolbox/files/nmkFileDirIter.h>
@@ -89,6 +90,8 @@ void nmkTrodeArchive::insert_directory(const utString& prefix, const utString& d
         const nmkFileDir& entry = entries();
         // The whole name, what follows a dot included, for directories too.
         const utString name = prefix + entry.basename_ext();
+        // Half a file that a killed process left, or one that is still being written.
+        if (nmk_filesystem::is_temporary_name(entry.basename_ext().view())) continue;
         if (entry.is_file() != 0) {
             insert_zipentry(name, entry.get());
         } else if (entry.is_dir() != 0) {

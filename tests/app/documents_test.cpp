@@ -47,6 +47,8 @@ class DocumentWalk {
         for (std::string line; std::getline(m_lines, line);) {
             if (line == "```") {
                 read_block();
+            } else if (line.starts_with("```")) {
+                skip_block();  // of a shell, with programs that are not ours
             } else if (line.starts_with("![")) {
                 compare_picture(
                     line.substr(line.find('(') + 1, line.find(')') - line.find('(') - 1));
@@ -71,6 +73,11 @@ class DocumentWalk {
         if (!block.empty() && !m_printed.empty()) {
             EXPECT_EQ(m_printed, block);
             ++outputs;
+        }
+    }
+
+    void skip_block() {
+        for (std::string line; std::getline(m_lines, line) && line != "```";) {
         }
     }
 
@@ -104,7 +111,7 @@ TEST(documents, show_commands_with_their_output_and_pictures) {
         DocumentWalk document("docs/nmk-" + name + ".md");
         document.walk();
         EXPECT_GE(document.commands, 1) << name;
-        EXPECT_EQ(document.pictures, 1) << name;
+        EXPECT_EQ(document.pictures, name == "order" ? 2 : 1) << name;
         outputs += document.outputs;
     }
     EXPECT_EQ(outputs, 1);

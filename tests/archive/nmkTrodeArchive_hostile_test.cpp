@@ -75,6 +75,42 @@ TEST(nmkTrodeArchive_hostile, names_with_dots_that_stay_below_are_extracted) {
               (Names{"...", "..a", ".hidden", "a/", "a/b", "x/", "x/y"}));
 }
 
+TEST(nmkTrodeArchive_hostile, a_file_named_as_a_temporary_one_is_refused_and_the_rest_is_done) {
+    const ScratchDirectory scratch;
+    const std::string temporary = ".nmk_part_0123456789abcdef", similar = ".nmk_part_of_the_plan";
+    const std::vector<Entry> entries = {
+        {temporary, "x"}, {similar, "y"}, {"d/" + temporary + "/z", "z"}, {"e", "e"}};
+    const utString target(scratch.path() + "/o");
+    nmkTrodeArchive archive;
+    utStringcoDList list;
+    ASSERT_EQ(archive.open(utString(scratch.file("z", archive_of(entries)))), 1);
+    archive.list_data_directory(0, list);
+    EXPECT_EQ(list.size(), 4);
+    EXPECT_EQ(archive.extract_data_directory(0, target), 0);
+    EXPECT_EQ(archive.failure(), EPERM);
+    EXPECT_EQ(tree_of(scratch.path() + "/o"),
+              (Names{similar, "d/", "d/" + temporary + "/", "d/" + temporary + "/z", "e"}));
+    EXPECT_EQ(archive.extract_data_file(0, temporary.c_str(), target + "/renamed"), 1);
+    EXPECT_EQ(contents_of(scratch.path() + "/o/renamed"), "x");
+}
+
+TEST(nmkTrodeArchive_hostile, temporary_files_of_an_inserted_directory_are_left_out) {
+    const ScratchDirectory scratch;
+    fs::create_directory(scratch.path() + "/d");
+    scratch.file("d/.nmk_part_0123456789abcdef", "half a fi");
+    scratch.file("d/.nmk_part_of_the_plan", "a file of the user");
+    const utString zip(scratch.path() + "/z");
+    nmkTrodeArchive archive;
+    ASSERT_EQ(archive.create(zip), 1);
+    archive.insert_data_directory(archive.create_entry("E"), utString(scratch.path() + "/d"));
+    archive.close();
+    utStringcoDList list;
+    ASSERT_EQ(archive.open(zip), 1);
+    archive.list_data_directory(0, list);
+    ASSERT_EQ(list.size(), 1);
+    EXPECT_EQ(*list.begin(), ".nmk_part_of_the_plan");
+}
+
 TEST(nmkTrodeArchive_hostile, entries_of_directories_become_directories) {
     const ScratchDirectory scratch;
     const std::vector<Entry> entries = {{"", ""}, {"d/", ""}, {"e/f/", ""}, {"d/a", "x"}};

@@ -199,6 +199,13 @@ TEST(SafeFile, recognises_its_temporary_names) {
     }
 }
 
+TEST(SafeFile, refuses_a_target_that_a_later_file_would_remove_as_a_leftover) {
+    const ScratchDirectory scratch;
+    EXPECT_EQ(write_whole(scratch.path() + "/" + leftover, "x"), EPERM);
+    EXPECT_EQ(scratch.file_count(), 0U);
+    EXPECT_EQ(write_whole(scratch.path() + "/.nmk_part_of_the_plan", "x"), 0);
+}
+
 TEST(SafeFile, removes_the_leftovers_of_killed_processes_and_nothing_else) {
     const ScratchDirectory scratch;
     scratch.file(leftover, "half");

@@ -172,7 +172,7 @@ std::string failure_text(const nmkTrodeArchive& archive) {
         case EOPNOTSUPP:
             return "encrypted, or packed by a method other than deflate";
         case EPERM:
-            return "has names that lead out of the directory; they were not written";
+            return "names that lead out of the directory or are reserved were not written";
         case ENOENT:
             return "no such entry or directory";
         default:

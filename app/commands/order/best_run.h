@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "commands/order/travel_ends.h"
+#include "commands/order/travel_measure.h"
 #include "formats/job/job_order.h"
 
 namespace nmk_order {
@@ -27,11 +28,13 @@ struct BestCuts {
     SearchEnd end = SearchEnd::finished;
 };
 
-/// The cuts in the shortest order that was found between these ends; slots may be cut from either
-/// end. Never longer than the cuts as they come, nor, unless the search was ended early, than the
-/// sorter of the type closest orders them. Of few cuts it is the shortest order there is.
+/// The cuts in the shortest order by `measure` that was found between these ends; slots may be cut
+/// from either end. Never longer by it than the cuts as they come, nor, unless the search was ended
+/// early, than the sorter of the type closest orders them. Of few cuts it is the shortest order
+/// there is.
 BestCuts best_cuts(const std::vector<nmk_job::JobItem>& items,
                    std::span<const nmk_job::JobCut> cuts, const TravelEnds& ends,
-                   const SearchLimits& limits, nmkProgressBreak* progress);
+                   const TravelMeasure& measure, const SearchLimits& limits,
+                   nmkProgressBreak* progress);
 
 }  // namespace nmk_order

@@ -18,36 +18,39 @@ constexpr std::size_t table_width = 80;
 using Cells = std::vector<std::string>;
 
 Cells row_cells(const std::string& name, const std::string& tools, const ToolFigures& figures,
-                double seconds) {
+                nmkTravelMeasure kind) {
     return {name,
             tools,
             std::to_string(figures.items),
-            nmk_text::fixed_number(figures.before.travel, 1),
-            nmk_text::fixed_number(figures.after.travel, 1),
-            nmk_text::fixed_number(saved_percent(figures.before.travel, figures.after.travel), 1),
-            nmk_text::fixed_number(seconds, 1)};
+            nmk_text::fixed_number(shown_travel(figures.before, kind), 1),
+            nmk_text::fixed_number(shown_travel(figures.after, kind), 1),
+            nmk_text::fixed_number(saved_percent(figures, kind), 1),
+            nmk_text::fixed_number(figures.after.seconds, 1)};
 }
 
-double seconds_of(const OrderReport& report) {
-    return rapid_seconds(report.figures.total.after.travel, report.options.rapid);
+void add_to(ToolFigures& sum, const ToolFigures& file) {
+    sum.items += file.items;
+    for (const auto part : {&ToolFigures::before, &ToolFigures::after}) {
+        (sum.*part).travel += (file.*part).travel;
+        (sum.*part).per_axis += (file.*part).per_axis;
+        (sum.*part).seconds += (file.*part).seconds;
+    }
 }
 
 std::vector<Cells> rows_of(const std::vector<OrderReport>& reports) {
     std::vector<Cells> rows = {{"file", "tools", "items", "before", "after", "saved", "rapids"},
                                {"", "", "", "mm", "mm", "%", "s"}};
     ToolFigures sum;
-    double seconds = 0.0;
+    nmkTravelMeasure kind = nmkTravelMeasure::length;  // the same for all files
     for (const OrderReport& report : reports) {
         const ToolFigures& total = report.figures.total;
         rows.push_back(row_cells(nmk_text::line_text(report.options.file_name),
                                  std::to_string(report.figures.tools.size()), total,
-                                 seconds_of(report)));
-        sum.items += total.items;
-        sum.before.travel += total.before.travel;
-        sum.after.travel += total.after.travel;
-        seconds += seconds_of(report);
+                                 report.request.measure.kind));
+        add_to(sum, total);
+        kind = report.request.measure.kind;
     }
-    rows.push_back(row_cells("total", "", sum, seconds));
+    rows.push_back(row_cells("total", "", sum, kind));
     return rows;
 }
 

@@ -5,8 +5,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <numeric>
+#include <span>
 #include <tuple>
+#include <vector>
 
 #include "text/number_format.h"
 
@@ -20,17 +21,52 @@ auto key_of(const nmk_job::JobItem& item) {
     return std::tuple(item.tool, item.start.x, item.start.y, item.start.z, end.x, end.y, end.z);
 }
 
+/// An item by the place of its start in the plane, which is all that most comparisons need: items
+/// themselves are spread over the memory, where a sort of millions of them waits for each.
+struct PlacedItem {
+    double x, y;
+    std::uint32_t item;
+
+    bool is_beside(const PlacedItem& other) const { return x == other.x && y == other.y; }
+    bool operator<(const PlacedItem& other) const {
+        return x < other.x || (x == other.x && y < other.y);
+    }
+};
+
+std::vector<PlacedItem> items_by_place(const nmk_job::MachiningJob& job) {
+    std::vector<PlacedItem> placed;
+    placed.reserve(job.items.size());
+    for (std::uint32_t i = 0; i < job.items.size(); ++i) {
+        placed.push_back({job.items[i].start.x, job.items[i].start.y, i});
+    }
+    std::sort(placed.begin(), placed.end());
+    return placed;
+}
+
+/// Adds those of the items at one place that coincide with another one to the counts of their
+/// tools.
+void count_coincident(const nmk_job::MachiningJob& job, std::span<PlacedItem> at_one_place,
+                      std::vector<std::size_t>& counts) {
+    const auto key = [&](const PlacedItem& placed) { return key_of(job.items[placed.item]); };
+    std::sort(at_one_place.begin(), at_one_place.end(),
+              [&](const PlacedItem& a, const PlacedItem& b) { return key(a) < key(b); });
+    for (std::size_t i = 1; i < at_one_place.size(); ++i) {
+        const bool is_same = key(at_one_place[i]) == key(at_one_place[i - 1]);
+        counts[job.items[at_one_place[i].item].tool] += is_same ? 1U : 0U;
+    }
+}
+
 /// For each tool the number of items that are where another one before them is.
 std::vector<std::size_t> coincident_items(const nmk_job::MachiningJob& job) {
-    std::vector<std::uint32_t> order(job.items.size());
-    std::iota(order.begin(), order.end(), 0U);
-    std::sort(order.begin(), order.end(), [&](std::uint32_t a, std::uint32_t b) {
-        return key_of(job.items[a]) < key_of(job.items[b]);
-    });
     std::vector<std::size_t> counts(job.tools.size(), 0);
-    for (std::size_t i = 1; i < order.size(); ++i) {
-        const nmk_job::JobItem& item = job.items[order[i]];
-        counts[item.tool] += key_of(item) == key_of(job.items[order[i - 1]]) ? 1U : 0U;
+    std::vector<PlacedItem> placed = items_by_place(job);
+    for (std::size_t begin = 0; begin < placed.size();) {
+        std::size_t end = begin + 1;
+        while (end < placed.size() && placed[end].is_beside(placed[begin])) {
+            ++end;
+        }
+        count_coincident(job, std::span(placed).subspan(begin, end - begin), counts);
+        begin = end;
     }
     return counts;
 }

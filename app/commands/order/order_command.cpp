@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "commands/order/avoided.h"
 #include "commands/order/job_notes.h"
 #include "commands/order/order_files.h"
 #include "commands/order/order_job.h"
@@ -91,17 +92,27 @@ int ending(const OrderReport& report, const nmk_files::WrittenFiles& written, st
 int order_one(const OrderOptions& options, nmkProgressBreak* progress, bool announce,
               std::ostream& out, std::ostream& err) {
     const auto begin = OrderRequest::Clock::now();
-    const nmk_text::Result<nmk_job::MachiningJob> read =
+    const auto avoided = read_avoided(options.avoid_file, options.measure);
+    if (!avoided) {
+        return nmk_shell::refuse(err, avoided.error().text());
+    }
+    nmk_text::Result<nmk_job::MachiningJob> read =
         nmk_job_files::read_job_file(options.file_name, options.units, options.format);
     if (!read) {
         return nmk_shell::refuse(err, read.error().text());
     }
-    const auto& job = *read;
+    auto& job = *read;
     if (job.items.empty() && !options.allow_empty) {
         nmk_shell::refuse(err, no_items_message(nmk_files::input_name(options.file_name)));
         return nmk_shell::no_result;
     }
-    const OrderRequest request = order_request(options, job.units, begin);
+    OrderRequest request = order_request(options, job.units, begin);
+    request.ends.avoided = *avoided;
+    const Refusal refusal = avoid_keep_outs(job, request, options.skip_blocked);
+    if (!refusal.text.empty()) {
+        nmk_shell::refuse(err, refusal.text);
+        return refusal.code;
+    }
     if (announce) {
         announce_long_work(job, request, err);
     }

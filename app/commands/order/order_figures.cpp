@@ -2,20 +2,15 @@
 
 #include "commands/order/order_figures.h"
 
-#include <algorithm>
-#include <cmath>
-
 namespace nmk_order {
 
 namespace {
 
-double longest_component(const giPoint3& a, const giPoint3& b) {
-    return std::max({std::fabs(a.x - b.x), std::fabs(a.y - b.y), std::fabs(a.z - b.z)});
-}
-
 void add_to_total(TravelFigures& total, const TravelFigures& row) {
     total.travel += row.travel;
     total.per_axis += row.per_axis;
+    total.seconds += row.seconds;
+    total.bent_moves += row.bent_moves;
     total.start_leg += row.start_leg;
     total.end_leg += row.end_leg;
     if (row.longest > total.longest) {
@@ -28,14 +23,22 @@ void add_to_total(TravelFigures& total, const TravelFigures& row) {
 }  // namespace
 
 TravelFigures measure_travel(const std::vector<nmk_job::JobItem>& items,
-                             std::span<const nmk_job::JobCut> cuts, const TravelEnds& ends) {
+                             std::span<const nmk_job::JobCut> cuts, const TravelEnds& ends,
+                             const RapidMoves& rapids) {
     TravelFigures figures;
     const std::size_t last = move_count(cuts.size(), ends) - 1;
     std::size_t move = 0;
     each_move(items, cuts, ends, [&](const giPoint3& from, const giPoint3& to) {
-        const double length = from.distance(to);
+        double length = 0.0;
+        int pieces = 0;
+        each_piece(from, to, ends, [&](const giPoint3& begin, const giPoint3& end) {
+            length += begin.distance(end);
+            figures.per_axis += longest_component(begin, end);
+            figures.seconds += rapid_seconds(begin, end, rapids);
+            ++pieces;
+        });
         figures.travel += length;
-        figures.per_axis += longest_component(from, to);
+        figures.bent_moves += pieces > 1 ? 1U : 0U;
         if (length > figures.longest) {
             figures.longest = length;
             figures.longest_from = from;
@@ -52,13 +55,14 @@ TravelFigures measure_travel(const std::vector<nmk_job::JobItem>& items,
     return figures;
 }
 
-OrderFigures measure_order(const nmk_job::MachiningJob& job, const OrderedJob& ordered) {
+OrderFigures measure_order(const nmk_job::MachiningJob& job, const OrderedJob& ordered,
+                           const RapidMoves& rapids) {
     OrderFigures figures;
     figures.total.name = "total";
     for (const OrderRun& run : ordered.runs) {
         ToolFigures row{run.name, run.diameter, run.count,
-                        measure_travel(job.items, run.of(ordered.before), run.ends),
-                        measure_travel(job.items, run.of(ordered.after), run.ends)};
+                        measure_travel(job.items, run.of(ordered.before), run.ends, rapids),
+                        measure_travel(job.items, run.of(ordered.after), run.ends, rapids)};
         figures.total.items += row.items;
         add_to_total(figures.total.before, row.before);
         add_to_total(figures.total.after, row.after);
@@ -67,10 +71,24 @@ OrderFigures measure_order(const nmk_job::MachiningJob& job, const OrderedJob& o
     return figures;
 }
 
+double travel_by(const TravelFigures& figures, nmkTravelMeasure kind) {
+    switch (kind) {
+        case nmkTravelMeasure::chebyshev:
+            return figures.per_axis;
+        case nmkTravelMeasure::time:
+            return figures.seconds;
+        case nmkTravelMeasure::length:
+            break;
+    }
+    return figures.travel;
+}
+
 double saved_percent(double before, double after) {
     return before > 0.0 ? (before - after) / before * 100.0 : 0.0;
 }
 
-double rapid_seconds(double length, double mm_per_minute) { return length / mm_per_minute * 60.0; }
+double saved_percent(const ToolFigures& row, nmkTravelMeasure kind) {
+    return saved_percent(travel_by(row.before, kind), travel_by(row.after, kind));
+}
 
 }  // namespace nmk_order

@@ -2,7 +2,7 @@
 //
 // Travel is movement without cutting within one run: from the start place to the first item, from
 // the end of each item to the beginning of the next, and to the end place. A start or an end that
-// is free has no move. Lengths are millimetres.
+// is free has no move. Lengths are millimetres, times seconds.
 #pragma once
 
 #include <geometry/giPoint3.h>
@@ -14,14 +14,17 @@
 #include <vector>
 
 #include "commands/order/order_job.h"
+#include "commands/order/travel_measure.h"
 #include "formats/job/job_order.h"
 
 namespace nmk_order {
 
 /// The moves of one run, or of several together.
 struct TravelFigures {
-    double travel = 0.0;                   // mm, along straight lines
+    double travel = 0.0;                   // mm, along straight lines and around keep-outs
     double per_axis = 0.0;                 // mm, each move as its longest component (Chebyshev)
+    double seconds = 0.0;                  // of the moves as rapid moves
+    std::size_t bent_moves = 0;            // moves that bend around keep-outs
     double start_leg = 0.0;                // mm, of travel: from the start place to the first item
     double end_leg = 0.0;                  // mm, likewise: from the last item to the end
     double longest = 0.0;                  // mm; 0 if there is no move
@@ -45,14 +48,17 @@ struct OrderFigures {
 };
 
 TravelFigures measure_travel(const std::vector<nmk_job::JobItem>& items,
-                             std::span<const nmk_job::JobCut> cuts, const TravelEnds& ends = {});
+                             std::span<const nmk_job::JobCut> cuts, const TravelEnds& ends = {},
+                             const RapidMoves& rapids = {});
 
-OrderFigures measure_order(const nmk_job::MachiningJob& job, const OrderedJob& ordered);
+OrderFigures measure_order(const nmk_job::MachiningJob& job, const OrderedJob& ordered,
+                           const RapidMoves& rapids = {});
+
+/// The figures by this measure: travel, per_axis or seconds.
+double travel_by(const TravelFigures& figures, nmkTravelMeasure kind);
 
 /// The saving in percent of `before`; 0 if nothing was travelled before.
 double saved_percent(double before, double after);
-
-/// Seconds for a length in mm at a constant rapid rate, without acceleration.
-double rapid_seconds(double length, double mm_per_minute);
+double saved_percent(const ToolFigures& row, nmkTravelMeasure kind);
 
 }  // namespace nmk_order

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "commands/order/avoided.h"
 #include "commands/order/files_table.h"
 #include "commands/order/job_notes.h"
 #include "commands/order/order_job.h"
@@ -56,6 +57,11 @@ class FilesOrderer {
         : m_options(options), m_progress(progress), m_out(out), m_err(err) {}
 
     int run() {
+        auto avoided = read_avoided(m_options.avoid_file, m_options.measure);
+        if (!avoided) {
+            return nmk_shell::refuse(m_err, avoided.error().text());
+        }
+        m_avoided = *std::move(avoided);
         for (const std::string& file : m_options.files) {
             read(file);
         }
@@ -89,10 +95,17 @@ class FilesOrderer {
                 {no_items_message(nmk_files::input_name(name)), nmk_shell::no_result});
             return;
         }
+        OrderRequest request = order_request(options, job->units, m_begin);
+        request.ends.avoided = m_avoided;
+        const Refusal refusal = avoid_keep_outs(*job, request, options.skip_blocked);
+        if (!refusal.text.empty()) {
+            m_problems.push_back({refusal.text, refusal.code});
+            return;
+        }
         FileToOrder& file = m_files.emplace_back();
         file.options = options;
         file.job = *std::move(job);
-        file.request = order_request(options, file.job.units, m_begin);
+        file.request = std::move(request);
         file.ordered = unordered_job(file.job, file.request);
         for (std::size_t run = 0; run < file.ordered.runs.size(); ++run) {
             file.runs.push_back(skipped_run(file.ordered, run));
@@ -262,6 +275,7 @@ class FilesOrderer {
     nmkProgressBreak* m_progress;
     std::ostream& m_out;
     std::ostream& m_err;
+    std::shared_ptr<const Avoided> m_avoided;  // by all files
     std::deque<FileToOrder> m_files;
     std::vector<OrderReport> m_reports;
     std::vector<Problem> m_problems;

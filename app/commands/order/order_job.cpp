@@ -67,7 +67,7 @@ class RunOrderer {
 
     nmk_job::JobOrder best(const OrderRun& run, std::span<const nmk_job::JobCut> cuts,
                            const SearchLimits& limits) {
-        BestCuts best = best_cuts(m_items, cuts, run.ends, limits, m_progress);
+        BestCuts best = best_cuts(m_items, cuts, run.ends, m_request.measure, limits, m_progress);
         if (best.end == SearchEnd::stopped) {
             m_result.stopped = true;
             add_note(run, "stopped; its order is the best so far");
@@ -127,39 +127,51 @@ class RunOrderer {
 
 /// One run for the items between two fences. The cutter goes on from one to the next: the way from
 /// the start belongs to the first, the way to the end to the last.
-std::vector<OrderRun> runs_across_tools(const nmk_job::MachiningJob& job, const TravelEnds& ends) {
+std::vector<OrderRun> runs_across_tools(const nmk_job::MachiningJob& job, std::size_t count,
+                                        const TravelEnds& ends) {
     std::vector<OrderRun> runs;
     std::size_t begin = 0;
     for (const std::size_t fence : job.fences) {
         runs.push_back({"all", std::nullopt, begin, fence - begin, {}});
         begin = fence;
     }
-    if (begin < job.items.size() || runs.empty()) {
-        runs.push_back({"all", std::nullopt, begin, job.items.size() - begin, {}});
+    if (begin < count || runs.empty()) {
+        runs.push_back({"all", std::nullopt, begin, count - begin, {}});
     }
     runs.front().ends.start = ends.start;
     runs.back().ends.end = ends.end;
     for (OrderRun& run : runs) {
         run.ends.is_closed = ends.is_closed;
+        run.ends.avoided = ends.avoided;
     }
     return runs;
 }
 
-std::vector<OrderRun> runs_of(const nmk_job::MachiningJob& job, const OrderRequest& request) {
+/// The runs of an order that has the items of `order`.
+std::vector<OrderRun> runs_of(const nmk_job::MachiningJob& job, const nmk_job::JobOrder& order,
+                              const OrderRequest& request) {
     if (request.across_tools) {
-        return runs_across_tools(job, request.ends);
+        return runs_across_tools(job, order.size(), request.ends);
     }
     std::vector<OrderRun> runs;
     for (const nmk_job::JobTool& tool : job.tools) {
         runs.push_back({tool.name, tool.diameter, 0, 0, request.ends});
     }
-    for (const nmk_job::JobItem& item : job.items) {
-        ++runs[item.tool].count;
+    for (const nmk_job::JobCut& cut : order) {
+        ++runs[job.items[cut.item].tool].count;
     }
     for (std::size_t i = 1; i < runs.size(); ++i) {
         runs[i].begin = runs[i - 1].begin + runs[i - 1].count;
     }
     return runs;
+}
+
+nmk_job::JobOrder without(nmk_job::JobOrder order, const std::vector<bool>& left_out) {
+    if (!left_out.empty()) {
+        const auto is_left_out = [&](const nmk_job::JobCut& cut) { return left_out[cut.item]; };
+        order.erase(std::remove_if(order.begin(), order.end(), is_left_out), order.end());
+    }
+    return order;
 }
 
 std::size_t tool_changes(const nmk_job::MachiningJob& job, const nmk_job::JobOrder& order) {
@@ -184,11 +196,11 @@ StopEffect stop_effect(OrderType type) {
 OrderedJob unordered_job(const nmk_job::MachiningJob& job, const OrderRequest& request) {
     OrderedJob result;
     result.notes = job.notes;
-    result.runs = runs_of(job, request);
-    result.before = nmk_job::order_of_file(job);
+    result.before = without(nmk_job::order_of_file(job), request.left_out);
+    result.runs = runs_of(job, result.before, request);
     result.tool_changes_before = tool_changes(job, result.before);
     if (!request.across_tools) {
-        result.before = nmk_job::order_by_tool(job);
+        result.before = without(nmk_job::order_by_tool(job), request.left_out);
     }
     result.after = result.before;
     return result;

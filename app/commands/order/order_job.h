@@ -19,6 +19,7 @@
 
 #include "commands/order/sort_type_names.h"
 #include "commands/order/travel_ends.h"
+#include "commands/order/travel_measure.h"
 #include "formats/job/job_order.h"
 
 namespace nmk_order {
@@ -27,7 +28,9 @@ struct OrderRequest {
     OrderType type = best_order;
     bool across_tools = false;                            // one order of all items, tools mixed
     TravelEnds ends{giPoint3(0.0, 0.0, 0.0), {}, false};  // of each run; across tools of the whole
+    TravelMeasure measure;                                // of the type best, and for the times
     double tolerance = 0.0;                               // mm
+    std::vector<bool> left_out;          // by item: not in any order; empty where all are
     std::optional<std::int64_t> effort;  // steps of the search for each item; empty: the default
 
     using Clock = std::chrono::steady_clock;
@@ -46,6 +49,11 @@ struct OrderRun {
         return std::span(order).subspan(begin, count);
     }
 };
+
+/// The keep-outs that the runs avoid; null for none.
+inline const Avoided* avoided_by(const std::vector<OrderRun>& runs) {
+    return runs.empty() ? nullptr : runs.front().ends.avoided.get();
+}
 
 /// Two complete orders of a job, divided into the same runs.
 struct OrderedJob {

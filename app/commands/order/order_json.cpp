@@ -13,36 +13,47 @@ namespace {
 
 using nmk_text::Json;
 
-constexpr int schema = 2;
+constexpr int schema = 3;
 
 Json place_json(const std::optional<giPoint3>& place) {
     return place ? Json::array({place->x, place->y, place->z}) : Json();
 }
 
-Json travel_json(const TravelFigures& figures, double rapid) {
-    return {{"travel", figures.travel},
-            {"start_leg", figures.start_leg},
-            {"end_leg", figures.end_leg},
-            {"longest_move", figures.longest},
-            {"seconds_euclidean", rapid_seconds(figures.travel, rapid)},
-            {"seconds_chebyshev", rapid_seconds(figures.per_axis, rapid)}};
+Json axes_json(const nmkTravelAxes& axes) { return Json::array({axes.x, axes.y, axes.z}); }
+
+Json travel_json(const TravelFigures& figures) {
+    return {{"travel", figures.travel},        {"travel_chebyshev", figures.per_axis},
+            {"start_leg", figures.start_leg},  {"end_leg", figures.end_leg},
+            {"longest_move", figures.longest}, {"seconds", figures.seconds}};
 }
 
-Json row_json(const ToolFigures& row, double rapid) {
+Json row_json(const ToolFigures& row, nmkTravelMeasure kind) {
     return {{"tool", row.name},
             {"diameter", row.diameter ? Json(*row.diameter) : Json()},
             {"items", row.items},
-            {"before", travel_json(row.before, rapid)},
-            {"after", travel_json(row.after, rapid)},
-            {"saved_percent", saved_percent(row.before.travel, row.after.travel)}};
+            {"before", travel_json(row.before)},
+            {"after", travel_json(row.after)},
+            {"saved_percent", saved_percent(row, kind)}};
 }
 
 Json tools_json(const OrderReport& report) {
     Json rows = Json::array();
     for (const ToolFigures& row : report.figures.tools) {
-        rows.push_back(row_json(row, report.options.rapid));
+        rows.push_back(row_json(row, report.request.measure.kind));
     }
     return rows;
+}
+
+Json bends_json(const OrderReport& report) {
+    Json moves = Json::array();
+    for (const BentMove& move : report.bent_moves) {
+        Json places = Json::array();
+        for (const giPoint3& place : move.places) {
+            places.push_back(place_json(place));
+        }
+        moves.push_back({{"tool", report.figures.tools[move.run].name}, {"places", places}});
+    }
+    return moves;
 }
 
 Json document_of(const OrderReport& report) {
@@ -55,13 +66,18 @@ Json document_of(const OrderReport& report) {
             {"start", place_json(request.ends.start)},
             {"end", place_json(request.ends.end)},
             {"closed", request.ends.is_closed},
+            {"avoid", report.options.avoid_file.empty() ? Json() : Json(report.options.avoid_file)},
             {"tolerance", request.tolerance},
-            {"rapid_mm_per_min", report.options.rapid},
+            {"measure", measure_name(request.measure.kind)},
+            {"rapid_mm_per_min", axes_json(request.measure.rapids.rate)},
+            {"acceleration_mm_per_s2", axes_json(request.measure.rapids.acceleration)},
             {"stopped", report.stopped},
             {"tool_changes",
              {{"before", report.tool_changes_before}, {"after", report.tool_changes_after}}},
             {"tools", tools_json(report)},
-            {"total", row_json(report.figures.total, report.options.rapid)},
+            {"total", row_json(report.figures.total, request.measure.kind)},
+            {"bent_moves", bends_json(report)},
+            {"left_out", report.left_out},
             {"notes", report.notes}};
 }
 

@@ -6,6 +6,7 @@
 #include <array>
 #include <string>
 
+#include "commands/order/keep_out_marks.h"
 #include "commands/order/order_cuts.h"
 #include "commands/order/order_places.h"
 #include "commands/order/order_travel.h"
@@ -73,7 +74,7 @@ nmk_draw::LegendEntries travel_entries(const OrderDrawing& drawing) {
                  svg.close_group();
              }},
             {"longest move", 40, [](SvgDocument& svg, SvgPoint at) {
-                 draw_longest_mark(svg, {at.x + 5, at.y}, {at.x + 35, at.y});
+                 draw_longest_mark(svg, {{at.x + 5, at.y}, {at.x + 35, at.y}});
              }}};
 }
 
@@ -135,6 +136,9 @@ nmk_draw::LegendEntries marks_legend(const OrderDrawing& drawing) {
     }
     add(place_entries(drawing));
     add(end_entries());
+    if (avoided_by(drawing.ordered.runs) != nullptr) {
+        entries.push_back({"keep-out with its clearance", 22, draw_keep_out_sample});
+    }
     return entries;
 }
 

@@ -50,8 +50,8 @@ std::vector<RunEnds> run_ends(const TravelRuns& runs) {
 
 /// Middles for a label beside a line, on both sides of it, nearest to its middle first.
 std::vector<nmk_draw::SvgPoint> middles_beside(const LongestMove& move, double width) {
-    const double dx = move.to.x - move.from.x;
-    const double dy = move.to.y - move.from.y;
+    const double dx = move.to().x - move.from().x;
+    const double dy = move.to().y - move.from().y;
     const double length = std::max(std::sqrt(dx * dx + dy * dy), 1e-9);
     const nmk_draw::SvgPoint normal{-dy / length, dx / length};
     // So far from the line the label only just touches the mark.
@@ -61,8 +61,8 @@ std::vector<nmk_draw::SvgPoint> middles_beside(const LongestMove& move, double w
     for (const double distance : {reach, reach + 12.0, reach + 30.0, reach + 60.0}) {
         for (const double part : {0.5, 0.4, 0.6, 0.3, 0.7, 0.2, 0.8, 0.1, 0.9}) {
             for (const double side : {-distance, distance}) {
-                middles.push_back({move.from.x + dx * part + normal.x * side,
-                                   move.from.y + dy * part + normal.y * side});
+                middles.push_back({move.from().x + dx * part + normal.x * side,
+                                   move.from().y + dy * part + normal.y * side});
             }
         }
     }
@@ -106,7 +106,9 @@ class Labels {
         m_places.take(around(mark, nmk_draw::end_mark_radius + 1.0));
     }
     void keep_off(const LongestMove& move) {
-        m_places.take_line(move.from, move.to, longest_width);
+        for (std::size_t i = 1; i < move.places.size(); ++i) {
+            m_places.take_line(move.places[i - 1], move.places[i], longest_width);
+        }
     }
 
     /// Writes the words at the first middle that is free, as a part of the mark at `anchor`.
@@ -197,7 +199,7 @@ void draw_marks(nmk_draw::SvgDocument& svg, const nmk_draw::LabelBox& panel,
     const LongestMove longest = longest_move(runs);
     if (longest.length > 0.0) {
         svg.open_group(runs.plan.travel_attribute(longest.group));
-        draw_longest_mark(svg, longest.from, longest.to);
+        draw_longest_mark(svg, longest.places);
         svg.close_group();
         labels.keep_off(longest);
     }
@@ -212,8 +214,8 @@ void draw_marks(nmk_draw::SvgDocument& svg, const nmk_draw::LabelBox& panel,
     }
     if (longest.length > 0.0) {
         const std::string words = "longest " + nmk_text::fixed_number(longest.length, 1) + " mm";
-        const nmk_draw::SvgPoint middle{(longest.from.x + longest.to.x) / 2,
-                                        (longest.from.y + longest.to.y) / 2};
+        const nmk_draw::SvgPoint middle{(longest.from().x + longest.to().x) / 2,
+                                        (longest.from().y + longest.to().y) / 2};
         labels.write(middles_beside(longest, label_width(words)), middle, longest.group, words,
                      longest_label_colour);
     }

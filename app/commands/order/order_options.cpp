@@ -9,6 +9,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "commands/order/measure_options.h"
 #include "commands/order/sort_type_names.h"
 #include "files/base_name.h"
 #include "files/read_whole_file.h"
@@ -76,9 +77,24 @@ Problem check_ends(const OrderOptions& options) {
 }
 
 Problem check_search(const OrderOptions& options) {
-    return (options.effort || options.time_limit) && options.type
-               ? "--effort and --time-limit are for --type best"
+    if (!options.type) {
+        return {};
+    }
+    if (options.effort || options.time_limit) {
+        return "--effort and --time-limit are for --type best";
+    }
+    return options.measure.kind != nmkTravelMeasure::length
+               ? "--measure chebyshev and time are for --type best; the table has the times of "
+                 "every type"
                : Problem();
+}
+
+Problem check_avoid(const OrderOptions& options) {
+    if (options.skip_blocked && options.avoid_file.empty()) {
+        return "--skip-blocked needs --avoid";
+    }
+    const bool is_other_type = !options.avoid_file.empty() && options.type;
+    return is_other_type ? "--avoid is for --type best" : Problem();
 }
 
 bool is_stream(const std::string& name) { return name == nmk_files::standard_stream; }
@@ -150,7 +166,8 @@ Problem check(OrderOptions& options) {
         return "--debug draws what one process does; it cannot be combined with --jobs";
     }
     options.file_name = options.files.front();
-    for (const auto& rule : {check_several, check_output, check_names, check_ends, check_search}) {
+    for (const auto& rule :
+         {check_several, check_output, check_names, check_ends, check_search, check_avoid}) {
         if (Problem problem = rule(options); !problem.empty()) {
             return problem;
         }
@@ -190,6 +207,14 @@ void declare_ordering(nmk_shell::OptionTable& table, OrderOptions& options) {
         "free)");
     table.option("--closed", options.is_closed,
                  "after the last item of each tool back to its first");
+    declare_measure_options(table, options.measure);
+    table
+        .option("--avoid", "FILE", nmk_shell::file_setter(options.avoid_file),
+                "keep-outs (CSV: circle,X,Y,R; rectangle,X0,Y0,X1,Y1; ...) that every move goes "
+                "around (type best)")
+        .completes = nmk_shell::Completes::files;
+    table.option("--skip-blocked", options.skip_blocked,
+                 "leave out the items that keep-outs block, and list them");
     table.number("--tolerance", "T", options.tolerance, nmk_shell::from_zero,
                  "largest difference of items in one row (x, y, diag..., concentric); default "
                  "0.1 mm");
@@ -228,8 +253,6 @@ void declare_files(nmk_shell::OptionTable& table, OrderOptions& options) {
 
 void declare_figures(nmk_shell::OptionTable& table, OrderOptions& options) {
     table.group("Figures");
-    table.number("--rapid", "RATE", options.rapid, nmk_shell::above_zero,
-                 "mm per minute, for the seconds in the table");
     table.option("--allow-empty", options.allow_empty,
                  "a file without holes and slots is not an error");
     table.option("--json", options.json, "print the figures as JSON instead of the table");
@@ -258,7 +281,9 @@ void declare_order_options(nmk_shell::OptionTable& table, OrderOptions& options)
         "--end. Ctrl-C keeps the best order so far, or the items ordered so far; the others follow "
         "in the order of the file.");
     table.exit_code(nmk_shell::done, "done, also after Ctrl-C, with a complete order");
-    table.exit_code(nmk_shell::no_result, "no holes and slots in the file, or no result");
+    table.exit_code(
+        nmk_shell::no_result,
+        "no holes and slots in the file, items or places that keep-outs block, or no result");
     table.example("nmk order samples/cover_plate.drl --svg cover.svg -o ordered.drl");
     table.example("nmk order samples/*.csv --output-folder /tmp --jobs 2");
 }
@@ -298,6 +323,7 @@ OrderRequest order_request(const OrderOptions& options, nmk_job::JobUnits file_u
     if (options.time_limit) {
         request.deadline = begin + seconds_until_deadline(*options.time_limit);
     }
+    request.measure = options.measure;
     request.tolerance = options.tolerance ? mm(*options.tolerance) : default_tolerance;
     return request;
 }

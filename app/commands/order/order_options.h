@@ -32,9 +32,11 @@ struct OrderOptions {
     std::optional<Place> end;                           // empty: free
     bool ends_at_start = false;                         // `end` is then empty
     bool is_closed = false;                             // back to the first item
+    std::string avoid_file;                             // of keep-outs; empty: none
+    bool skip_blocked = false;                          // leaves out the items that they block
     std::optional<double> tolerance;                    // empty: default_tolerance
     std::optional<nmk_job::JobUnits> units;
-    double rapid = 10000.0;  // mm per minute, common for routers and drilling machines
+    TravelMeasure measure;
     std::string output_file, svg_file, html_file;  // empty: not written
     bool keeps_format = false;                     // the output file gets the format that was read
     bool in_place = false;

@@ -15,9 +15,10 @@ namespace {
 
 nmk_text::Result<std::string> ordered_text(const nmk_job::MachiningJob& job,
                                            const OrderedJob& ordered, const OrderOptions& options) {
+    const bool is_part = ordered.after.size() < job.items.size();
     const bool as_read = options.keeps_format || options.output_file == nmk_files::standard_stream;
-    return as_read ? nmk_job_files::text_as_read(job, ordered.after)
-                   : nmk_job_files::job_text(job, ordered.after, options.output_file);
+    return as_read ? nmk_job_files::text_as_read(job, ordered.after, is_part)
+                   : nmk_job_files::job_text(job, ordered.after, options.output_file, is_part);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "commands/order/keep_out_marks.h"
 #include "commands/order/order_cuts.h"
 #include "commands/order/order_marks.h"
 #include "commands/order/order_travel.h"
@@ -39,6 +40,9 @@ void draw_panel(nmk_draw::SvgDocument& svg, const OrderDrawing& drawing,
     svg.rectangle({panel.left, panel.top}, panel.width, panel.height,
                   "rx=\"6\" fill=\"#fbfcfd\" stroke=\"#c5ccd4\"");
     const TravelRuns runs{drawing.job.items, drawing.ordered.runs, order, view, drawing.plan};
+    if (const Avoided* avoided = avoided_by(drawing.ordered.runs)) {
+        draw_keep_outs(svg, view, *avoided);
+    }
     draw_cuts(svg, view, drawing.plan, drawing.job);
     draw_moves(svg, runs);
     draw_marks(svg, panel, runs);

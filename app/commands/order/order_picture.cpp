@@ -59,6 +59,15 @@ double draw_foot(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, dou
     return draw_figures(svg, column, y + 8.0, report);
 }
 
+/// "travel 120.5 mm", with the time where the order was made for it.
+std::string figures_text(const TravelFigures& figures, nmkTravelMeasure kind) {
+    const std::string travel =
+        "travel " + nmk_text::fixed_number(shown_travel(figures, kind), 1) + " mm";
+    return kind == nmkTravelMeasure::time
+               ? travel + ", " + nmk_text::fixed_number(figures.seconds, 1) + " s"
+               : travel;
+}
+
 }  // namespace
 
 std::string order_picture(const nmk_job::MachiningJob& job, const OrderedJob& ordered,
@@ -76,14 +85,14 @@ std::string order_picture(const nmk_job::MachiningJob& job, const OrderedJob& or
 }
 
 std::string before_figures(const OrderReport& report) {
-    return "travel " + nmk_text::fixed_number(report.figures.total.before.travel, 1) + " mm";
+    return figures_text(report.figures.total.before, report.request.measure.kind);
 }
 
 std::string after_figures(const OrderReport& report) {
-    const double before = report.figures.total.before.travel;
-    const double after = report.figures.total.after.travel;
-    return "travel " + nmk_text::fixed_number(after, 1) + " mm, saved " +
-           nmk_text::fixed_number(saved_percent(before, after), 1) + " %";
+    const nmkTravelMeasure kind = report.request.measure.kind;
+    const ToolFigures& total = report.figures.total;
+    return figures_text(total.after, kind) + ", saved " +
+           nmk_text::fixed_number(saved_percent(total, kind), 1) + " %";
 }
 
 }  // namespace nmk_order

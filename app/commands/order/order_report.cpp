@@ -2,6 +2,8 @@
 
 #include "commands/order/order_report.h"
 
+#include <utility>
+
 #include "commands/order/job_notes.h"
 #include "commands/order/sort_type_names.h"
 #include "files/read_whole_file.h"
@@ -24,6 +26,11 @@ std::string point_text(const giPoint3& p, nmk_job::JobUnits units) {
            length_unit(units);
 }
 
+/// " (time)"; "" for the length.
+std::string measure_text(nmkTravelMeasure kind) {
+    return kind == nmkTravelMeasure::length ? "" : " (" + std::string(measure_name(kind)) + ")";
+}
+
 /// " from (0, 0) mm to (1, 2) mm"
 std::string ends_text(const TravelEnds& ends, nmk_job::JobUnits units) {
     const std::string start = ends.start ? " from " + point_text(*ends.start, units) : "";
@@ -39,6 +46,38 @@ std::string length_unit(nmk_job::JobUnits units) {
     return units == nmk_job::JobUnits::inches ? "in" : "mm";
 }
 
+namespace {
+
+std::vector<BentMove> bent_moves(const nmk_job::MachiningJob& job, const OrderedJob& ordered) {
+    std::vector<BentMove> moves;
+    if (avoided_by(ordered.runs) == nullptr) {
+        return moves;
+    }
+    for (std::size_t r = 0; r < ordered.runs.size(); ++r) {
+        const OrderRun& run = ordered.runs[r];
+        each_move(job.items, run.of(ordered.after), run.ends,
+                  [&](const giPoint3& from, const giPoint3& to) {
+                      std::vector<giPoint3> places = places_of_move(from, to, run.ends);
+                      if (places.size() > 2) {
+                          moves.push_back({r, std::move(places)});
+                      }
+                  });
+    }
+    return moves;
+}
+
+std::vector<std::size_t> items_left_out(const std::vector<bool>& left_out) {
+    std::vector<std::size_t> items;
+    for (std::size_t i = 0; i < left_out.size(); ++i) {
+        if (left_out[i]) {
+            items.push_back(i);
+        }
+    }
+    return items;
+}
+
+}  // namespace
+
 OrderReport report_of(const OrderOptions& options, const OrderRequest& request,
                       const nmk_job::MachiningJob& job, const OrderedJob& ordered) {
     OrderReport report;
@@ -46,10 +85,12 @@ OrderReport report_of(const OrderOptions& options, const OrderRequest& request,
     report.options.file_name = nmk_files::input_name(options.file_name);
     report.request = request;
     report.file_units = job.units;
-    report.figures = measure_order(job, ordered);
+    report.figures = measure_order(job, ordered, request.measure.rapids);
     report.tool_changes_before = ordered.tool_changes_before;
     report.tool_changes_after = ordered.tool_changes_after;
     report.stopped = ordered.stopped;
+    report.bent_moves = bent_moves(job, ordered);
+    report.left_out = items_left_out(request.left_out);
     report.notes = ordered.notes;
     const std::vector<std::string> of_job = job_notes(job);
     report.notes.insert(report.notes.end(), of_job.begin(), of_job.end());
@@ -61,7 +102,8 @@ std::string report_summary(const OrderReport& report) {
     const std::size_t tools = report.figures.tools.size();
     return counted(report.figures.total.items, "item") + ", " +
            (request.across_tools ? "across tools" : counted(tools, "tool")) + ", sorted by " +
-           std::string(sort_type_name(request.type)) + ends_text(request.ends, report.file_units);
+           std::string(sort_type_name(request.type)) + measure_text(request.measure.kind) +
+           ends_text(request.ends, report.file_units);
 }
 
 std::string stopped_line(OrderType type) {
@@ -73,16 +115,21 @@ std::string stopped_line(OrderType type) {
 }
 
 std::string rapid_summary(const OrderReport& report) {
-    const double rapid = report.options.rapid;
-    const TravelFigures& before = report.figures.total.before;
-    const TravelFigures& after = report.figures.total.after;
-    const auto seconds = [&](double length) {
-        return nmk_text::fixed_number(rapid_seconds(length, rapid), 1) + " s";
+    const RapidMoves& rapids = report.request.measure.rapids;
+    const OrderFigures& figures = report.figures;
+    const auto seconds = [](const TravelFigures& travel) {
+        return nmk_text::fixed_number(travel.seconds, 1) + " s";
     };
-    return "Rapids at " + nmk_text::short_number(rapid, 3) + " mm/min: straight (Euclidean) " +
-           seconds(before.travel) + " before, " + seconds(after.travel) +
-           " after; longest axis (Chebyshev) " + seconds(before.per_axis) + " before, " +
-           seconds(after.per_axis) + " after.";
+    return "Rapids at " + axes_text(rapids.rate) + " mm/min and " + axes_text(rapids.acceleration) +
+           " mm/s2: " + seconds(figures.total.before) + " before, " + seconds(figures.total.after) +
+           " after." +
+           (report.request.measure.kind == nmkTravelMeasure::chebyshev
+                ? " Travel is that of the longest axis (Chebyshev)."
+                : "");
+}
+
+double shown_travel(const TravelFigures& figures, nmkTravelMeasure kind) {
+    return kind == nmkTravelMeasure::chebyshev ? figures.per_axis : figures.travel;
 }
 
 }  // namespace nmk_order

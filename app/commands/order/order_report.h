@@ -10,6 +10,12 @@
 
 namespace nmk_order {
 
+/// A move of the new order that bends around keep-outs.
+struct BentMove {
+    std::size_t run;
+    std::vector<giPoint3> places;  // mm; from its beginning over its bends to its end
+};
+
 struct OrderReport {
     OrderOptions options;
     OrderRequest request;
@@ -18,6 +24,8 @@ struct OrderReport {
     std::size_t tool_changes_before = 0;
     std::size_t tool_changes_after = 0;
     bool stopped = false;
+    std::vector<BentMove> bent_moves;
+    std::vector<std::size_t> left_out;  // numbers of items, from 0 in the order of the file
     std::vector<std::string> notes;
 };
 
@@ -36,5 +44,9 @@ std::string stopped_line(OrderType type);
 
 /// "Rapids at 10000 mm/min ..." with the seconds before and after.
 std::string rapid_summary(const OrderReport& report);
+
+/// The length that is reported as the travel, in mm: for the measure chebyshev that of the longest
+/// axis, else that of the straight lines.
+double shown_travel(const TravelFigures& figures, nmkTravelMeasure kind);
 
 }  // namespace nmk_order

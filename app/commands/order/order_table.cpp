@@ -43,16 +43,16 @@ class LengthTexts {
 std::vector<std::string> row_cells(const ToolFigures& row, const OrderReport& report) {
     const LengthTexts text(report.file_units);
     const TravelFigures& after = row.after;
-    const double rapid = report.options.rapid;
+    const nmkTravelMeasure kind = report.request.measure.kind;
     return {nmk_text::line_text(row.name),
             row.diameter ? text.diameter(*row.diameter) : "",
             std::to_string(row.items),
-            text.travel(row.before.travel),
-            text.travel(after.travel),
-            nmk_text::fixed_number(saved_percent(row.before.travel, after.travel), 1),
+            text.travel(shown_travel(row.before, kind)),
+            text.travel(shown_travel(after, kind)),
+            nmk_text::fixed_number(saved_percent(row, kind), 1),
             text.travel(after.longest),
-            nmk_text::fixed_number(rapid_seconds(after.travel, rapid), 1),
-            nmk_text::fixed_number(rapid_seconds(after.per_axis, rapid), 1)};
+            nmk_text::fixed_number(row.before.seconds, 1),
+            nmk_text::fixed_number(after.seconds, 1)};
 }
 
 /// The cells of the text table: shorter headings, and names of limited length.
@@ -60,6 +60,7 @@ FigureCells narrow_cells(const OrderReport& report) {
     FigureCells cells = figure_cells(report);
     cells.headings[3] = "before";
     cells.headings[4] = "after";
+    cells.headings[8] = "after";
     for (std::vector<std::string>& row : cells.rows) {
         row[0] = nmk_text::shortened(row[0], max_name_length);
     }
@@ -104,8 +105,8 @@ std::string heading_lines(const OrderReport& report) {
 
 FigureCells figure_cells(const OrderReport& report) {
     FigureCells cells;
-    cells.headings = {"tool",  "diameter", "items",     "travel before", "travel after",
-                      "saved", "longest",  "Euclidean", "Chebyshev"};
+    cells.headings = {"tool",  "diameter", "items",       "travel before", "travel after",
+                      "saved", "longest",  "time before", "time after"};
     const std::string unit = length_unit(report.file_units);
     cells.units = {"", unit, "", unit, unit, "%", unit, "s", "s"};
     for (const ToolFigures& row : report.figures.tools) {
@@ -131,6 +132,11 @@ std::string order_table(const OrderReport& report) {
     if (report.request.across_tools) {
         text += "Tool changes: " + std::to_string(report.tool_changes_before) + " before, " +
                 std::to_string(report.tool_changes_after) + " after.\n";
+    }
+    if (report.request.ends.avoided != nullptr) {
+        text +=
+            "Moves around keep-outs: " + std::to_string(report.figures.total.before.bent_moves) +
+            " before, " + std::to_string(report.figures.total.after.bent_moves) + " after.\n";
     }
     for (const std::string& note : report.notes) {
         text += nmk_text::wrapped(nmk_text::line_text(note) + ".", 0, nmk_text::terminal_columns);

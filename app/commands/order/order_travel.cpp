@@ -86,8 +86,11 @@ void draw_moves(nmk_draw::SvgDocument& svg, const TravelRuns& runs) {
         each_move(runs.items, run.of(runs.order), run.ends,
                   [&](const giPoint3& from, const giPoint3& to) {
                       if (number % runs.plan.every_item == 0) {
-                          paths.add(runs.view.at(from), runs.view.at(to), runs.group_of(r),
-                                    colour_step(move, moves, runs.plan.colour_steps));
+                          const auto add = [&](const giPoint3& begin, const giPoint3& end) {
+                              paths.add(runs.view.at(begin), runs.view.at(end), runs.group_of(r),
+                                        colour_step(move, moves, runs.plan.colour_steps));
+                          };
+                          each_piece(from, to, run.ends, add);
                       }
                       ++move;
                       ++number;
@@ -103,17 +106,29 @@ LongestMove longest_move(const TravelRuns& runs) {
         const OrderRun& run = runs.runs[r];
         const TravelFigures figures = measure_travel(runs.items, run.of(runs.order), run.ends);
         if (figures.longest > longest.length) {
-            longest = {runs.view.at(figures.longest_from), runs.view.at(figures.longest_to),
-                       figures.longest, runs.group_of(r)};
+            longest = {{}, figures.longest, runs.group_of(r)};
+            for (const giPoint3& place :
+                 places_of_move(figures.longest_from, figures.longest_to, run.ends)) {
+                longest.places.push_back(runs.view.at(place));
+            }
         }
     }
     return longest;
 }
 
-void draw_longest_mark(nmk_draw::SvgDocument& svg, nmk_draw::SvgPoint from, nmk_draw::SvgPoint to) {
-    svg.line(from, to,
-             "class=\"longest\" stroke=\"#ffb300\" stroke-opacity=\"0.55\" stroke-width=\"9\" "
-             "stroke-linecap=\"round\"");
+void draw_longest_mark(nmk_draw::SvgDocument& svg, const std::vector<nmk_draw::SvgPoint>& places) {
+    const std::string style =
+        "class=\"longest\" stroke=\"#ffb300\" stroke-opacity=\"0.55\" stroke-width=\"9\" "
+        "stroke-linecap=\"round\"";
+    if (places.size() == 2) {
+        svg.line(places[0], places[1], style);
+        return;
+    }
+    nmk_draw::SvgPath path;
+    for (std::size_t i = 1; i < places.size(); ++i) {
+        path.line(places[i - 1], places[i]);
+    }
+    svg.path(path, style + " fill=\"none\" stroke-linejoin=\"round\"");
 }
 
 }  // namespace nmk_order

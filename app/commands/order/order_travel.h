@@ -34,15 +34,19 @@ struct TravelRuns {
 void draw_moves(nmk_draw::SvgDocument& svg, const TravelRuns& runs);
 
 struct LongestMove {
-    nmk_draw::SvgPoint from, to;
-    double length = 0.0;    // mm; 0 if there is no move
-    std::size_t group = 0;  // of its tool
+    std::vector<nmk_draw::SvgPoint> places;  // from its beginning over its bends to its end
+    double length = 0.0;                     // mm; 0 if there is no move
+    std::size_t group = 0;                   // of its tool
+
+    /// The piece in the middle, beside which it is labelled.
+    nmk_draw::SvgPoint from() const { return places[(places.size() - 1) / 2]; }
+    nmk_draw::SvgPoint to() const { return places[(places.size() - 1) / 2 + 1]; }
 };
 
 LongestMove longest_move(const TravelRuns& runs);
 
 /// The mark of the longest move, also for the legend.
-void draw_longest_mark(nmk_draw::SvgDocument& svg, nmk_draw::SvgPoint from, nmk_draw::SvgPoint to);
+void draw_longest_mark(nmk_draw::SvgDocument& svg, const std::vector<nmk_draw::SvgPoint>& places);
 
 /// The attributes of a line of travel, without its colour.
 std::string travel_style(const DrawingPlan& plan);

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "commands/order/avoided.h"
+
 namespace nmk_order {
 
 namespace {
@@ -17,6 +19,16 @@ void include(PartExtent& extent, const giPoint3& p, double radius) {
     extent.max_x = std::max(extent.max_x, p.x + radius);
     extent.min_y = std::min(extent.min_y, p.y - radius);
     extent.max_y = std::max(extent.max_y, p.y + radius);
+}
+
+void include_keep_outs(PartExtent& extent, const Avoided& avoided) {
+    for (const nmkTravelKeepOut& shape : avoided.shapes()) {
+        for (const std::vector<giPoint2>& part : shape.parts) {
+            for (const giPoint2& corner : part) {
+                include(extent, {corner.x, corner.y, 0.0}, 0.0);
+            }
+        }
+    }
 }
 
 }  // namespace
@@ -35,6 +47,9 @@ PartExtent part_extent(const nmk_job::MachiningJob& job, const std::vector<Order
                 include(extent, *place, 0.0);
             }
         }
+    }
+    if (const Avoided* avoided = avoided_by(runs)) {
+        include_keep_outs(extent, *avoided);
     }
     if (extent.min_x > extent.max_x) {
         extent = {0.0, 0.0, 0.0, 0.0};

@@ -20,7 +20,7 @@ struct PartExtent {
 };
 
 /// The extent of all cuts, with the width of their tools, the places where the travel starts and
-/// ends, and a margin; never empty.
+/// ends, the keep-outs, and a margin; never empty.
 PartExtent part_extent(const nmk_job::MachiningJob& job, const std::vector<OrderRun>& runs);
 
 /// Maps millimetres to pixels, with the same scale in x and y.

@@ -4,6 +4,7 @@
 #include <geometry/giPoint3.h>
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <span>
 #include <vector>
@@ -12,13 +13,35 @@
 
 namespace nmk_order {
 
+class Avoided;
+
 /// Where the travel of a run begins and ends. The moves from the start place and to the end place
 /// are travel as the moves between the cuts are.
 struct TravelEnds {
-    std::optional<giPoint3> start;  // mm; empty: with the first cut, wherever that is
-    std::optional<giPoint3> end;    // mm; empty: with the last cut
-    bool is_closed = false;         // back to the first cut; `end` is then empty
+    std::optional<giPoint3> start;                // mm; empty: with the first cut, wherever that is
+    std::optional<giPoint3> end;                  // mm; empty: with the last cut
+    bool is_closed = false;                       // back to the first cut; `end` is then empty
+    std::shared_ptr<const Avoided> avoided = {};  // keep-outs that every move goes around
 };
+
+/// The places of a move from its beginning to its end, with those at which it bends. All items that
+/// are ordered can be reached.
+std::vector<giPoint3> places_of_move(const giPoint3& from, const giPoint3& to,
+                                     const TravelEnds& ends);
+
+/// Calls `visit(from, to)` for each straight piece of a move.
+template <class Visit>
+void each_piece(const giPoint3& from, const giPoint3& to, const TravelEnds& ends,
+                const Visit& visit) {
+    if (ends.avoided == nullptr) {
+        visit(from, to);
+        return;
+    }
+    const std::vector<giPoint3> places = places_of_move(from, to, ends);
+    for (std::size_t i = 1; i < places.size(); ++i) {
+        visit(places[i - 1], places[i]);
+    }
+}
 
 /// The number of moves that each_move visits.
 inline std::size_t move_count(std::size_t cuts, const TravelEnds& ends) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "formats/excellon/excellon_comments.h"
 #include "text/text_lines.h"
 
 namespace nmk_excellon {
@@ -99,7 +100,11 @@ struct ZeroEvidence {
     }
 
     void add_line(std::string_view line) {
-        line = line.substr(0, line.find_first_of(";("));
+        const CommentedLine parts = split_comments(line, false);
+        parts.has_inner ? add_code(without_comments(parts.code)) : add_code(parts.code);
+    }
+
+    void add_code(std::string_view line) {
         for (std::size_t i = 0; i < line.size(); ++i) {
             if (std::string_view("XYxy").find(line[i]) == std::string_view::npos) {
                 continue;

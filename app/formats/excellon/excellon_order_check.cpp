@@ -67,7 +67,7 @@ class OrderComparison : public ExcellonListener {
 }  // namespace
 
 nmk_text::Result<void> check_order(const nmk_job::MachiningJob& job,
-                                   std::span<const nmk_job::JobCut> order) {
+                                   std::span<const nmk_job::JobCut> order, bool may_leave_out) {
     const auto error = [&](std::string message) {
         return nmk_text::Error{job.file_name, 0, std::move(message)};
     };
@@ -92,7 +92,7 @@ nmk_text::Result<void> check_order(const nmk_job::MachiningJob& job,
         }
         seen[item] = true;
     }
-    if (order.size() < seen.size()) {
+    if (order.size() < seen.size() && !may_leave_out) {
         return error("the order leaves out " + std::to_string(seen.size() - order.size()) + " of " +
                      count);
     }

@@ -10,9 +10,10 @@
 
 namespace nmk_excellon {
 
-/// An Error unless every item of the job is in the order once, and only slots are reversed.
+/// An Error unless every item of the job is in the order once, or at most once where items may be
+/// left out, and only slots are reversed.
 nmk_text::Result<void> check_order(const nmk_job::MachiningJob& job,
-                                   std::span<const nmk_job::JobCut> order);
+                                   std::span<const nmk_job::JobCut> order, bool may_leave_out);
 
 /// Parses the written text: an Error unless it cuts the items of the job in this order, with the
 /// tools and diameters of the program. The order was checked by check_order.

@@ -2,19 +2,20 @@
 
 #include "formats/excellon/excellon_parser.h"
 
-#include <algorithm>
+#include <utility>
 
+#include "formats/excellon/excellon_comments.h"
 #include "formats/excellon/excellon_walk.h"
-#include "text/ascii.h"
 #include "text/number_reader.h"
 
 namespace nmk_excellon {
 
 void ExcellonWalk::read_line() {
-    const std::size_t comment = comment_begin();
-    const std::string_view code = nmk_text::trimmed(m_line.text.substr(0, comment));
-    if (comment < m_line.text.size()) {
-        m_state.read_comment(m_line.text.substr(comment), m_line.number);
+    CommentedLine line = split_comments(m_line.text, is_message());
+    const std::string_view code = line.code;
+    m_code_at = line.code_at;
+    if (!line.comments.empty()) {
+        m_state.read_comment(line.comments, m_line.number);
     }
     if (m_ended) {
         if (code.starts_with('X') || code.starts_with('Y')) {
@@ -22,8 +23,8 @@ void ExcellonWalk::read_line() {
         }
         return keep(m_line.text);
     }
-    check_comment(m_line.text.substr(comment));
     if (m_in_header) {
+        check_inner_comment(line);
         return read_header_line(code);
     }
     if (read_block(code)) {
@@ -35,29 +36,24 @@ void ExcellonWalk::read_line() {
     if (m_state.read_statement(code, m_line.number)) {
         return keep(m_line.text, ExcellonLine::definition);
     }
-    m_comment = m_line.text.substr(comment);
+    m_comment = std::move(line.comments);
     read_words(code);
     keep_comment();
 }
 
-/// The position of the comment in the line, or its size. In a message a parenthesis is text.
-std::size_t ExcellonWalk::comment_begin() const {
-    const ExcellonWords words(m_line.text);
-    const std::optional<ExcellonWord> word = words.peek();
+bool ExcellonWalk::is_message() const {
+    const std::optional<ExcellonWord> word = ExcellonWords(m_line.text).peek();
     const std::optional<int> number = word ? small_number(word->number) : std::nullopt;
-    const bool is_message = number && !m_in_header &&
-                            excellon_command(word->letter, *number) == ExcellonCommand::keep_line;
-    return std::min(m_line.text.find_first_of(is_message ? ";" : ";("), m_line.text.size());
+    return number && !m_in_header &&
+           excellon_command(word->letter, *number) == ExcellonCommand::keep_line;
 }
 
-void ExcellonWalk::check_comment(std::string_view comment) const {
-    while (comment.starts_with('(')) {
-        const std::size_t end = comment.find(')');
-        comment = nmk_text::trimmed(comment.substr(std::min(end, comment.size() - 1) + 1));
-    }
-    if (!comment.empty() && comment.front() != ';') {
-        refuse("cannot read " + nmk_text::quoted(comment) +
-               " after a comment; expected the comment at the end of the line");
+/// Statements and settings of the machine are read as a whole.
+void ExcellonWalk::check_inner_comment(const CommentedLine& line) const {
+    const std::optional<ExcellonWord> word = ExcellonWords(line.code).peek();
+    if (line.has_inner && (!word || word->number.empty())) {
+        refuse("a comment within " + nmk_text::quoted(line.code) +
+               "; expected it at the end of the line");
     }
 }
 

@@ -8,7 +8,7 @@
 // is moved across them. Anything else that makes holes depend on one another is refused with its
 // line: mirrored or swapped axes, canned text, a zero point that moves between holes.
 //
-// A comment is the text from a semicolon to the end of the line, or in parentheses at its end.
+// Comments are kept: those of a line with words go before its cut (see excellon_comments.h).
 #pragma once
 
 #include <cstddef>
@@ -60,7 +60,8 @@ struct ExcellonBlock {
 /// applies to the whole program.
 enum class ExcellonLine { remark, definition };
 
-/// Receives the contents of a program in its order. Views are into the text of the program.
+/// Receives the contents of a program in its order. Texts last for the call; those of coordinates
+/// are views into the text of the program.
 class ExcellonListener {
   public:
     virtual ~ExcellonListener() = default;

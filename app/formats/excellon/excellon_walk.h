@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "formats/excellon/excellon_commands.h"
+#include "formats/excellon/excellon_comments.h"
 #include "formats/excellon/excellon_parser.h"
 #include "formats/excellon/excellon_state.h"
 #include "formats/excellon/excellon_words.h"
@@ -106,7 +107,7 @@ class ExcellonWalk {
     void set_mode(ExcellonCommand command);
     std::string take_zero_point(ExcellonWords& words);
     void select_tool(const ExcellonWord& word, ExcellonWords& words);
-    std::string_view take_tool(const ExcellonWord& word, ExcellonWords& words);
+    std::string take_tool(const ExcellonWord& word, ExcellonWords& words);
     void read_cut(ExcellonWords& words);
     void repeat_hole(const ExcellonWord& word, ExcellonWords& words);
     ExcellonAxes take_point(ExcellonWords& words);
@@ -127,8 +128,8 @@ class ExcellonWalk {
     std::string coordinate_text(const ExcellonCoordinate& coordinate);
     void select_tool_in_block(const ExcellonWord& word, ExcellonWords& words);
     void add_block_note(std::vector<std::string>& notes) const;
-    std::size_t comment_begin() const;
-    void check_comment(std::string_view comment) const;
+    bool is_message() const;
+    void check_inner_comment(const CommentedLine& line) const;
     void check_tool();
     void emit(const ExcellonPoint& start, const std::optional<ExcellonPoint>& end);
 
@@ -136,7 +137,8 @@ class ExcellonWalk {
     ExcellonListener& m_listener;
     ExcellonState m_state;
     nmk_text::TextLine m_line;
-    std::string_view m_comment;  // of the line, until the listener has it
+    std::size_t m_code_at = 0;  // position of the first word in the line
+    std::string m_comment;      // of the line, until the listener has it
     ExcellonPoint m_at;
     std::optional<int> m_tool;
     std::optional<OpenBlock> m_block;

@@ -240,9 +240,8 @@ void ExcellonWalk::read_block_point(ExcellonWords& words, bool is_move) {
     if (m_has_position) {
         m_block->insert =
             axes.has_x ? "Y" + coordinate_text(last.y) : "X" + coordinate_text(last.x);
-        const std::size_t code_begin = m_line.text.find_first_not_of(" \t");
         m_block->insert_at =
-            m_line.begin - m_block->begin + code_begin + (axes.has_x ? words.position() : before);
+            m_line.begin - m_block->begin + m_code_at + (axes.has_x ? words.position() : before);
     }
 }
 
@@ -252,8 +251,8 @@ std::string ExcellonWalk::coordinate_text(const ExcellonCoordinate& coordinate) 
 }
 
 void ExcellonWalk::select_tool_in_block(const ExcellonWord& word, ExcellonWords& words) {
-    const std::string_view text = take_tool(word, words);
-    m_block->tool_text = m_tool ? std::string(text) : std::string();
+    const std::string text = take_tool(word, words);
+    m_block->tool_text = m_tool ? text : std::string();
     if (m_tool) {
         m_state.tools[*m_tool].has_cut = true;
     }

@@ -20,7 +20,7 @@ void ExcellonWalk::read_command(const ExcellonWord& word, ExcellonWords& words) 
             return;
         case ExcellonCommand::keep_line:
             words = ExcellonWords({});
-            keep(m_line.text.substr(0, m_line.text.find(';')));
+            keep(m_line.text.substr(m_code_at, m_line.text.find(';', m_code_at) - m_code_at));
             return;
         default:
             words.take();
@@ -97,13 +97,14 @@ std::string ExcellonWalk::take_zero_point(ExcellonWords& words) {
 }
 
 void ExcellonWalk::select_tool(const ExcellonWord& word, ExcellonWords& words) {
-    const std::string_view text = take_tool(word, words);
+    const std::string text = take_tool(word, words);
     m_last_was_hole = false;
     m_listener.tool_selected(m_tool.value_or(0), text, m_line.begin);
 }
 
-/// Takes the parameters of a tool, makes it the tool that cuts and returns the text of all words.
-std::string_view ExcellonWalk::take_tool(const ExcellonWord& word, ExcellonWords& words) {
+/// Takes the parameters of a tool, makes it the tool that cuts and returns the text of all words,
+/// without the comments between them.
+std::string ExcellonWalk::take_tool(const ExcellonWord& word, ExcellonWords& words) {
     const std::optional<int> number = small_number(word.number);
     if (!number) {
         refuse("cannot read the tool number " + nmk_text::quoted(word.number));
@@ -115,9 +116,9 @@ std::string_view ExcellonWalk::take_tool(const ExcellonWord& word, ExcellonWords
         }
         end = words.take()->end;
     }
-    const std::size_t code_begin = m_line.text.find_first_not_of(" \t");
-    const std::string_view text = m_line.text.substr(code_begin + word.begin, end - word.begin);
-    const std::string_view parameters = text.substr(word.end - word.begin);
+    const std::string_view code = m_line.text.substr(m_code_at);
+    const std::string text = without_comments(code.substr(word.begin, end - word.begin));
+    const std::string_view parameters = std::string_view(text).substr(word.end - word.begin);
     if (*number == 0) {
         m_tool.reset();  // no tool is selected
     } else {

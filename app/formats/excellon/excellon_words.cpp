@@ -4,11 +4,12 @@
 
 #include <algorithm>
 
+#include "formats/excellon/excellon_comments.h"
+
 namespace nmk_excellon {
 
 namespace {
 
-constexpr std::string_view blanks = " \t";
 constexpr std::string_view number_letters = "+-.0123456789";
 
 char upper_case(char letter) {
@@ -18,8 +19,8 @@ char upper_case(char letter) {
 }  // namespace
 
 std::optional<ExcellonWord> ExcellonWords::peek() const {
-    const std::size_t begin = m_line.find_first_not_of(blanks, m_at);
-    if (begin == std::string_view::npos) {
+    const std::size_t begin = skip_comments(m_line, m_at);
+    if (begin == m_line.size()) {
         return std::nullopt;
     }
     const char letter = upper_case(m_line[begin]);
@@ -40,10 +41,7 @@ std::optional<ExcellonWord> ExcellonWords::take() {
     return word;
 }
 
-std::string_view ExcellonWords::rest() const {
-    const std::size_t begin = m_line.find_first_not_of(blanks, m_at);
-    return begin == std::string_view::npos ? std::string_view() : m_line.substr(begin);
-}
+std::string_view ExcellonWords::rest() const { return m_line.substr(skip_comments(m_line, m_at)); }
 
 std::optional<int> small_number(std::string_view text) {
     constexpr int largest = 99999;

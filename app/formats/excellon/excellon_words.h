@@ -15,7 +15,7 @@ struct ExcellonWord {
     std::size_t end = 0;    // position after the number
 };
 
-/// Returns the words of a line without its comment one by one; blanks between words are skipped.
+/// Returns the words of a line one by one; blanks and closed comments between words are skipped.
 class ExcellonWords {
   public:
     explicit ExcellonWords(std::string_view line) : m_line(line) {}
@@ -26,7 +26,7 @@ class ExcellonWords {
     /// The same, without taking the word.
     std::optional<ExcellonWord> peek() const;
 
-    /// The text that has not been taken, without leading blanks.
+    /// The text that has not been taken, without leading blanks and comments.
     std::string_view rest() const;
 
     /// The position in the line after the word that was taken last.

@@ -143,12 +143,13 @@ nmk_text::Result<std::string> write_checked(const nmk_job::MachiningJob& job,
 }  // namespace
 
 nmk_text::Result<std::string> write_excellon(const nmk_job::MachiningJob& job,
-                                             std::span<const nmk_job::JobCut> order) {
+                                             std::span<const nmk_job::JobCut> order, bool is_part) {
     const auto* program = dynamic_cast<const ExcellonProgram*>(job.source.get());
     if (program == nullptr || program->cut_count() != job.items.size()) {
         return nmk_text::Error{job.file_name, 0, "not a job that was read from a drill file"};
     }
-    if (const auto checked = check_order(job, order); !checked) {
+    const bool may_leave_out = is_part && program->blocks.empty() && job.fences.empty();
+    if (const auto checked = check_order(job, order, may_leave_out); !checked) {
         return checked.error();
     }
     if (order.empty()) {

@@ -20,8 +20,10 @@ namespace nmk_excellon {
 
 /// The text of the program of a job that read_excellon returned, in another order. The text is
 /// parsed before it is returned: an Error for an order that is not complete, and for a program that
-/// would lose, double or move a hole.
+/// would lose, double or move a hole. Where `is_part` is true the order may leave items out, but
+/// not of a program with routed paths or patterns.
 nmk_text::Result<std::string> write_excellon(const nmk_job::MachiningJob& job,
-                                             std::span<const nmk_job::JobCut> order);
+                                             std::span<const nmk_job::JobCut> order,
+                                             bool is_part = false);
 
 }  // namespace nmk_excellon

@@ -30,21 +30,26 @@ bool names_output(const std::string& file_name, const std::string& input) {
 }
 
 nmk_text::Result<std::string> text_as_read(const nmk_job::MachiningJob& job,
-                                           std::span<const nmk_job::JobCut> order) {
+                                           std::span<const nmk_job::JobCut> order, bool is_part) {
     switch (job.format) {
         case nmk_job::JobFormat::excellon:
-            return nmk_excellon::write_excellon(job, order);
+            return nmk_excellon::write_excellon(job, order, is_part);
         case nmk_job::JobFormat::csv:
             return nmk_csv::write_csv(job, order);
         case nmk_job::JobFormat::tsplib:
             break;
+    }
+    if (is_part) {
+        return nmk_text::Error{job.file_name, 0,
+                               "no node can be left out of a TSPLIB instance; expected .csv or "
+                               ".json as the output"};
     }
     return nmk_tsplib::write_tsplib(job, order);
 }
 
 nmk_text::Result<std::string> job_text(const nmk_job::MachiningJob& job,
                                        std::span<const nmk_job::JobCut> order,
-                                       const std::string& file_name) {
+                                       const std::string& file_name, bool is_part) {
     const std::string ending = name_ending(file_name);
     if (ending == "csv") {
         return nmk_csv::write_csv(job, order);
@@ -64,7 +69,7 @@ nmk_text::Result<std::string> job_text(const nmk_job::MachiningJob& job,
                                "cannot write ." + ending +
                                    "; expected .drl, .csv, .json or the extension of the input"};
     }
-    return text_as_read(job, order);
+    return text_as_read(job, order, is_part);
 }
 
 }  // namespace nmk_job_files

@@ -109,8 +109,8 @@ class NMKTOOLBOX_EXPORT nmkTrodeArchive {
     void insert_additional_geometry_file(int index, const utString& file);
 
     /// Inserts all files in the directory and below, by their names relative to it. Symlinks are
-    /// followed; one to a directory that contains it is left out. Directories without files leave
-    /// nothing in the archive.
+    /// followed; one to a directory that contains it is left out. So are temporary files, as in the
+    /// copies of nmkFileDir. Directories without files leave nothing in the archive.
     void insert_data_directory(int index, const utString& directory);
 
     /// Inserts all electrodes of another archive, behind those that are there, with all entries
@@ -123,7 +123,9 @@ class NMKTOOLBOX_EXPORT nmkTrodeArchive {
     // counts. A damaged or encrypted entry, one packed by a method other than deflate, one that
     // claims to unpack to more than is possible, and one of an archive whose entries overlap gives
     // 0 and writes nothing. An existing file is replaced, a symlink itself; a directory or device
-    // is not. Entries are written as plain files whatever they claim to be.
+    // is not. Entries are written as plain files whatever they claim to be. The names of temporary
+    // files (".nmk_part_" and 16 hexadecimal digits) are refused: such a file would soon be
+    // removed.
 
     int extract_geometry(int index, const utString& target) const;
     int extract_metadata(int index, const utString& target) const;

@@ -92,6 +92,8 @@ int SafeFile::create(const std::string& target, mode_t mode) {
 int SafeFile::create_in(int directory, const std::string& name, mode_t mode) {
     discard();
     if (name.empty() || name == "." || name == "..") return EISDIR;
+    // Once committed it would count as a leftover, and be removed.
+    if (is_temporary_name(name)) return EPERM;
     m_directory = directory;
     m_name = name;
     m_size = 0;

@@ -12,6 +12,10 @@ namespace {
 // How far from 1 the length of an axis may be, and from 0 the cosine between both. No unit.
 constexpr double error_of_axes = 1e-6;
 
+// How far axes times the radius that are given may be from those of the plane, as a part of the
+// radius: a circle that is reversed makes its axes perpendicular, which may take both errors above.
+constexpr double error_of_radii = 4e-6;
+
 template <int Dimension>
 bool are_axes(const Vec<Dimension>& x, const Vec<Dimension>& y) {
     return std::abs(x.norm() - 1.0) <= error_of_axes && std::abs(y.norm() - 1.0) <= error_of_axes &&
@@ -59,6 +63,17 @@ ngkCircle<Dimension>::ngkCircle(const Plane& plane, double radius)
 template <int Dimension>
 ngkCircle<Dimension>::ngkCircle(const giPoint2& centre, double radius) requires(Dimension == 2)
     : ngkCircle(axes_about<Dimension>(centre), radius) {}
+
+template <int Dimension>
+ngkCircle<Dimension>::ngkCircle(const Plane& plane, double radius,
+                                const nmk_ngk::Vec<Dimension>& x_radius,
+                                const nmk_ngk::Vec<Dimension>& y_radius)
+    : ngkCircle(plane, radius) {
+    const double error = (x_radius - m_x).norm() + (y_radius - m_y).norm();
+    this->set_valid(this->is_valid() && error <= error_of_radii * radius);
+    m_x = x_radius;
+    m_y = y_radius;
+}
 
 template <int Dimension>
 double ngkCircle<Dimension>::angle_of(const Point& point) const {

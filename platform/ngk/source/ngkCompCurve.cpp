@@ -86,6 +86,13 @@ Jet<Dimension> ngkCompCurve<Dimension>::jet_at(const ngkT& t) const {
 }
 
 template <int Dimension>
+double ngkCompCurve<Dimension>::extent() const {
+    double most = 0.0;
+    for (const Ptr& curve : m_curves) most = std::max(most, curve->extent());
+    return most;
+}
+
+template <int Dimension>
 void ngkCompCurve<Dimension>::visit_pieces(nmk_ngk::PieceVisitor<Dimension>& visitor,
                                            nmk_ngk::PieceOrder order) const {
     const std::size_t count = m_curves.size();

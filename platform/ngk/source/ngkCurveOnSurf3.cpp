@@ -17,32 +17,31 @@ bool covers(const ngkRange& range, double low, double high) {
     return low >= range.low - slack && high <= range.high + slack;
 }
 
-// Whether all points of the surface over a rectangle are within the limit of coordinates.
-bool is_usable(const ngkSurf& surface, const giBox2& box) {
+// No point of the surface over a rectangle is further from the origin than this.
+double extent_over(const ngkSurf& surface, const giBox2& box) {
     const Vec<3> corner = surface.jet_at(box.min().x, box.min().y).point;
     const nmk_ngk::SurfaceBounds bounds = surface.bounds_over(box);
-    return corner.norm() + bounds.u * box.width() + bounds.v * box.height() <=
-           nmk_ngk::largest_coordinate;
+    return corner.norm() + bounds.u * box.width() + bounds.v * box.height();
 }
 
-bool is_on(const ngkCurve2& curve, const ngkSurf& surface) {
+// The extent of the curve on the surface; NaN where it lacks an end or leaves the surface.
+double extent_on(const ngkCurve2& curve, const ngkSurf& surface) {
+    constexpr double none = std::numeric_limits<double>::quiet_NaN();
     const bool has_ends = curve.t_at(0.0).is_set() && curve.t_at(1.0).is_set();
-    if (!has_ends) return false;
+    if (!has_ends) return none;
     const giBox2 box = curve.bounding_box();
-    return covers(surface.u_range(), box.min().x, box.max().x) &&
-           covers(surface.v_range(), box.min().y, box.max().y) && is_usable(surface, box);
+    const bool is_inside = covers(surface.u_range(), box.min().x, box.max().x) &&
+                           covers(surface.v_range(), box.min().y, box.max().y);
+    return is_inside ? extent_over(surface, box) : none;
 }
 
 }  // namespace
 
 ngkCurveOnSurf3::ngkCurveOnSurf3(const ngkCurvePtr2& curve, const ngkSurfPtr& surface)
-    : m_curve(curve), m_surface(surface) {
-    set_valid(curve && surface && curve->is_valid() && surface->is_valid() &&
-              is_on(*curve, *surface));
-}
-
-int ngkCurveOnSurf3::segment_count() const noexcept {
-    return m_curve ? m_curve->segment_count() : 0;
+    : m_curve(curve), m_surface(surface), m_segment_count(curve ? curve->segment_count() : 0) {
+    if (!curve || !surface || !curve->is_valid() || !surface->is_valid()) return;
+    m_extent = extent_on(*curve, *surface);
+    set_valid(m_extent <= nmk_ngk::largest_coordinate);
 }
 
 ngkRange ngkCurveOnSurf3::range(int segment) const noexcept { return m_curve->range(segment); }

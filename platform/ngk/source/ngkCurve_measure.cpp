@@ -77,6 +77,19 @@ class BoxMaker {
 }  // namespace nmk_ngk
 
 template <int Dimension>
+double ngkCurve<Dimension>::extent() const {
+    double most = 0.0;
+    nmk_ngk::for_each_piece<Dimension>(*this, [&](const nmk_ngk::Piece<Dimension>& piece, int) {
+        const double low = std::isfinite(piece.range().low) ? piece.range().low : 0.0;
+        const double high = std::isfinite(piece.range().high) ? piece.range().high : low;
+        // A piece is not further from its start than its speed allows.
+        const double here = piece.point(low).norm() + piece.speed(low, high) * (high - low);
+        most = here >= 0.0 ? std::max(most, here) : std::numeric_limits<double>::infinity();
+    });
+    return most;
+}
+
+template <int Dimension>
 double ngkCurve<Dimension>::length(double relative_tolerance) const {
     if (!m_is_valid) return 0.0;
     double sum = 0.0;
@@ -99,6 +112,8 @@ typename ngkCurve<Dimension>::Box ngkCurve<Dimension>::bounding_box() const {
     return is_bounded ? maker.box() : Box();
 }
 
+template double ngkCurve<2>::extent() const;
+template double ngkCurve<3>::extent() const;
 template double ngkCurve<2>::length(double) const;
 template double ngkCurve<3>::length(double) const;
 template giBox2 ngkCurve<2>::bounding_box() const;

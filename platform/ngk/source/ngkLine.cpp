@@ -15,6 +15,14 @@ ngkRange range_of(ngkLineKind kind) {
     return {kind == ngkLineKind::half ? 0.0 : -infinity, infinity};
 }
 
+// Vectors shorter than this have lost digits of their squares.
+constexpr double shortest_direction = 1e-100;
+
+template <int Dimension>
+Vec<Dimension> lengthened(const Vec<Dimension>& direction) {
+    return direction.norm() < shortest_direction ? direction * 1e200 : direction;
+}
+
 }  // namespace
 
 template <int Dimension>
@@ -26,7 +34,7 @@ ngkLine<Dimension>::ngkLine(const Point& start, const Point& end)
 template <int Dimension>
 ngkLine<Dimension>::ngkLine(const Point& point, const Vector& direction, ngkLineKind kind)
     : m_kind(kind), m_range(range_of(kind)), m_start(nmk_ngk::vec_of(point)) {
-    const Vec<Dimension> along = nmk_ngk::vec_of(direction);
+    const Vec<Dimension> along = lengthened(nmk_ngk::vec_of(direction));
     const double norm = along.norm();
     const bool is_usable = m_start.is_usable() && along.is_usable() && norm > 0.0;
     // A length within rounding of 1 is kept, so that a reversed line has the same points.

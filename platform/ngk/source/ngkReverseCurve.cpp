@@ -6,7 +6,8 @@ using nmk_ngk::Jet;
 using nmk_ngk::Vec;
 
 template <int Dimension>
-ngkReverseCurve<Dimension>::ngkReverseCurve(const Ptr& curve) : m_curve(curve) {
+ngkReverseCurve<Dimension>::ngkReverseCurve(const Ptr& curve)
+    : m_curve(curve), m_segment_count(curve ? curve->segment_count() : 0) {
     this->set_valid(curve && curve->is_valid());
 }
 
@@ -14,11 +15,6 @@ template <int Dimension>
 ngkT ngkReverseCurve<Dimension>::turned(const ngkT& t) const noexcept {
     const int segment = segment_count() - 1 - t.segment;
     return ngkT(segment, nmk_ngk::mirrored(m_curve->range(segment), t.value));
-}
-
-template <int Dimension>
-int ngkReverseCurve<Dimension>::segment_count() const noexcept {
-    return m_curve ? m_curve->segment_count() : 0;
 }
 
 template <int Dimension>

@@ -16,32 +16,13 @@ bool is_usable(const Affine<Dimension>& map) {
     return map.is_usable() && map.norm() <= largest_factor;
 }
 
-/// Whether every image is usable. A piece is not further from its start than its speed allows, and
-/// a map makes nothing longer than by its norm.
-template <int Dimension>
-bool is_small(const ngkCurve<Dimension>& curve) {
-    bool small = true;
-    nmk_ngk::for_each_piece<Dimension>(curve, [&](const nmk_ngk::Piece<Dimension>& piece, int) {
-        const double low = std::isfinite(piece.range().low) ? piece.range().low : 0.0;
-        const double high = std::isfinite(piece.range().high) ? piece.range().high : low;
-        small = small && piece.point(low).norm() <= largest_factor &&
-                piece.speed(low, high) * (high - low) <= largest_factor;
-    });
-    return small;
-}
-
 }  // namespace
 
 template <int Dimension>
 ngkTransformedCurve<Dimension>::ngkTransformedCurve(const Ptr& curve, const Xform& xform)
-    : m_curve(curve), m_xform(xform) {
+    : m_curve(curve), m_xform(xform), m_segment_count(curve ? curve->segment_count() : 0) {
     this->set_valid(curve && curve->is_valid() && is_usable(Affine<Dimension>(xform)) &&
-                    is_small(*curve));
-}
-
-template <int Dimension>
-int ngkTransformedCurve<Dimension>::segment_count() const noexcept {
-    return m_curve ? m_curve->segment_count() : 0;
+                    curve->extent() <= largest_factor);
 }
 
 template <int Dimension>
@@ -73,6 +54,13 @@ Vec<Dimension> ngkTransformedCurve<Dimension>::point_at(const ngkT& t) const {
 template <int Dimension>
 Jet<Dimension> ngkTransformedCurve<Dimension>::jet_at(const ngkT& t) const {
     return Affine<Dimension>(m_xform).jet(m_curve->jet_at(t));
+}
+
+template <int Dimension>
+double ngkTransformedCurve<Dimension>::extent() const {
+    // A map makes nothing longer than by its norm.
+    const Affine<Dimension> map(m_xform);
+    return m_curve->extent() * map.norm() + map.translation.norm();
 }
 
 template <int Dimension>

@@ -11,7 +11,7 @@
 // The hidden name is ".nmk_part_" and 16 hexadecimal digits. The process holds a lock (flock) on
 // the file while it writes; a file of such a name without a lock was left behind by a process that
 // was killed, and `create` removes what it finds of that kind in the directory. Names of this form
-// are reserved: use them for nothing else.
+// are reserved: a target of such a name is refused (EPERM), because it would soon be removed.
 //
 // All calls return 0 or an errno. For one thread at a time.
 #pragma once

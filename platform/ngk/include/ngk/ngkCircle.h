@@ -24,6 +24,11 @@ class ngkCircle : public ngkCurve<Dimension> {
     Point centre() const noexcept { return nmk_ngk::point_of(m_centre); }
     double radius() const noexcept { return m_radius; }
 
+    /// Also with the axes times the radius, which a reversed circle has from the other one to the
+    /// bit. Invalid where they are not those of the plane, within rounding.
+    ngkCircle(const Plane& plane, double radius, const nmk_ngk::Vec<Dimension>& x_radius,
+              const nmk_ngk::Vec<Dimension>& y_radius);
+
     /// The angle in radians, from 0 to below 2 pi, at which the point is seen from the centre; 0
     /// for the centre itself.
     double angle_of(const Point& point) const;

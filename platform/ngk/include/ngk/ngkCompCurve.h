@@ -38,6 +38,7 @@ class ngkCompCurve : public ngkCurve<Dimension> {
     std::pair<Ptr, Ptr> split(const ngkT& t) const override;
     nmk_ngk::Vec<Dimension> point_at(const ngkT& t) const override;
     nmk_ngk::Jet<Dimension> jet_at(const ngkT& t) const override;
+    double extent() const override;
     void visit_pieces(nmk_ngk::PieceVisitor<Dimension>& visitor,
                       nmk_ngk::PieceOrder order) const override;
 

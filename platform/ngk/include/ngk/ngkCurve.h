@@ -120,6 +120,10 @@ class ngkCurve {
     virtual nmk_ngk::Vec<Dimension> point_at(const ngkT& t) const = 0;
     virtual nmk_ngk::Jet<Dimension> jet_at(const ngkT& t) const = 0;
 
+    /// No point of a valid curve is further than this from the origin; of lines without an end only
+    /// the start counts. May be larger than need be, and infinite.
+    virtual double extent() const;
+
     /// Calls the visitor for each smooth piece of a valid curve, from first to last or back; the
     /// pieces themselves are the same.
     virtual void visit_pieces(nmk_ngk::PieceVisitor<Dimension>& visitor,

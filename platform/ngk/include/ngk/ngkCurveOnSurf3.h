@@ -18,7 +18,7 @@ class ngkCurveOnSurf3 : public ngkCurve<3> {
     const ngkCurvePtr2& curve() const noexcept { return m_curve; }
     const ngkSurfPtr& surface() const noexcept { return m_surface; }
 
-    int segment_count() const noexcept override;
+    int segment_count() const noexcept override { return m_segment_count; }
     ngkRange range(int segment) const noexcept override;
 
     /// The reversed curve of the plane on the same surface.
@@ -26,11 +26,14 @@ class ngkCurveOnSurf3 : public ngkCurve<3> {
     std::pair<Ptr, Ptr> split(const ngkT& t) const override;
     nmk_ngk::Vec<3> point_at(const ngkT& t) const override;
     nmk_ngk::Jet<3> jet_at(const ngkT& t) const override;
+    double extent() const override { return m_extent; }
     void visit_pieces(nmk_ngk::PieceVisitor<3>& visitor, nmk_ngk::PieceOrder order) const override;
 
   private:
     ngkCurvePtr2 m_curve;
     ngkSurfPtr m_surface;
+    double m_extent = 0.0;
+    int m_segment_count;  // asking the curves within takes a step for each
 };
 
 #pragma GCC visibility pop

@@ -23,7 +23,7 @@ class ngkReverseCurve : public ngkCurve<Dimension> {
     /// The same parameter of the curve inside; also the other way round.
     ngkT turned(const ngkT& t) const noexcept;
 
-    int segment_count() const noexcept override;
+    int segment_count() const noexcept override { return m_segment_count; }
     ngkRange range(int segment) const noexcept override;
 
     /// The curve inside.
@@ -31,11 +31,13 @@ class ngkReverseCurve : public ngkCurve<Dimension> {
     std::pair<Ptr, Ptr> split(const ngkT& t) const override;
     nmk_ngk::Vec<Dimension> point_at(const ngkT& t) const override;
     nmk_ngk::Jet<Dimension> jet_at(const ngkT& t) const override;
+    double extent() const override { return m_curve->extent(); }
     void visit_pieces(nmk_ngk::PieceVisitor<Dimension>& visitor,
                       nmk_ngk::PieceOrder order) const override;
 
   private:
     Ptr m_curve;
+    int m_segment_count;  // asking the curves within takes a step for each
 };
 
 extern template class ngkReverseCurve<2>;

@@ -21,7 +21,7 @@ class ngkTransformedCurve : public ngkCurve<Dimension> {
     const Ptr& curve() const noexcept { return m_curve; }
     const Xform& xform() const noexcept { return m_xform; }
 
-    int segment_count() const noexcept override;
+    int segment_count() const noexcept override { return m_segment_count; }
     ngkRange range(int segment) const noexcept override;
 
     /// The image of the reversed curve.
@@ -29,12 +29,14 @@ class ngkTransformedCurve : public ngkCurve<Dimension> {
     std::pair<Ptr, Ptr> split(const ngkT& t) const override;
     nmk_ngk::Vec<Dimension> point_at(const ngkT& t) const override;
     nmk_ngk::Jet<Dimension> jet_at(const ngkT& t) const override;
+    double extent() const override;
     void visit_pieces(nmk_ngk::PieceVisitor<Dimension>& visitor,
                       nmk_ngk::PieceOrder order) const override;
 
   private:
     Ptr m_curve;
     Xform m_xform;
+    int m_segment_count;  // asking the curves within takes a step for each
 };
 
 extern template class ngkTransformedCurve<2>;

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "app/commands/order/random_jobs.h"
 #include "app/shell/command_runner.h"
 #include "commands/order/order_figures.h"
 #include "commands/order/order_job.h"
@@ -22,38 +23,6 @@ namespace {
 
 // Of one order, measured from both of its ends.
 constexpr double rounding = 1e-12;
-
-nmk_job::JobItem hole(double x, double y) { return {giPoint3(x, y, 0.0), std::nullopt, 0}; }
-
-nmk_job::MachiningJob job_of(std::vector<nmk_job::JobItem> items) {
-    nmk_job::MachiningJob job;
-    job.tools.push_back({"T1", 1.0});
-    job.items = std::move(items);
-    return job;
-}
-
-/// Holes, with slots among them if `has_slots`, on 100 by 100 mm.
-nmk_job::MachiningJob random_items(std::mt19937& words, std::size_t count, bool has_slots) {
-    const auto draw = [&] { return static_cast<double>(words() % 10001) / 100.0; };
-    std::vector<nmk_job::JobItem> items;
-    for (std::size_t i = 0; i < count; ++i) {
-        const double x = draw();
-        items.push_back(hole(x, draw()));
-        if (has_slots && words() % 2 == 0) {
-            const double end_x = draw();
-            items.back().end = giPoint3(end_x, draw(), 0.0);
-        }
-    }
-    return job_of(std::move(items));
-}
-
-const TravelEnds all_ends[] = {{},
-                               {giPoint3(0, 0, 0), {}, false},
-                               {giPoint3(0, 0, 0), giPoint3(0, 0, 0), false},
-                               {giPoint3(20, -5, 0), giPoint3(90, 120, 0), false},
-                               {{}, giPoint3(50, 50, 0), false},
-                               {{}, {}, true},
-                               {giPoint3(0, 0, 0), {}, true}};
 
 double travel_of(const nmk_job::MachiningJob& job, OrderType type, const TravelEnds& ends) {
     OrderRequest request;
@@ -126,28 +95,6 @@ TEST(best_order, saves_six_percent_of_the_travel_of_shortest_on_real_drill_files
     EXPECT_LE(best, 0.94 * shortest);
 }
 #endif
-
-/// The shortest travel of all orders and directions.
-double shortest_travel(const nmk_job::MachiningJob& job, const TravelEnds& ends) {
-    nmk_job::JobOrder order = nmk_job::order_of_file(job);
-    double shortest = measure_travel(job.items, order, ends).travel;
-    const auto by_item = [](const nmk_job::JobCut& a, const nmk_job::JobCut& b) {
-        return a.item < b.item;
-    };
-    do {
-        for (unsigned directions = 0; directions < 1U << order.size(); ++directions) {
-            bool fits = true;
-            for (std::size_t i = 0; i < order.size(); ++i) {
-                order[i].reversed = ((directions >> i) & 1U) != 0;
-                fits = fits && (job.items[order[i].item].end || !order[i].reversed);
-            }
-            if (fits) {
-                shortest = std::min(shortest, measure_travel(job.items, order, ends).travel);
-            }
-        }
-    } while (std::next_permutation(order.begin(), order.end(), by_item));
-    return shortest;
-}
 
 TEST(best_order, of_few_items_is_the_shortest_of_all_between_the_ends) {
     for (unsigned seed = 1; seed <= 140; ++seed) {

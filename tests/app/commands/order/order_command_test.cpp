@@ -51,14 +51,13 @@ TEST_F(order_command, prints_a_table_with_a_row_for_each_tool_and_a_total) {
               file("s.csv") +
                   ": 4 items, 1 tool, sorted by best from (0, 0) mm\n"
                   "\n"
-                  "tool   diameter  items  before  after  saved  longest  Euclidean  Chebyshev\n"
-                  "             mm             mm     mm      %       mm          s          s\n"
-                  "all                  4   130.0  100.0   23.1     40.0        1.0        1.0\n"
-                  "---------------------------------------------------------------------------\n"
-                  "total                4   130.0  100.0   23.1     40.0        1.0        1.0\n"
+                  "tool   diameter  items  before  after  saved  longest  time before  after\n"
+                  "             mm             mm     mm      %       mm            s      s\n"
+                  "all                  4   130.0  100.0   23.1     40.0          1.4    1.3\n"
+                  "-------------------------------------------------------------------------\n"
+                  "total                4   130.0  100.0   23.1     40.0          1.4    1.3\n"
                   "\n"
-                  "Rapids at 6000 mm/min: straight (Euclidean) 1.3 s before, 1.0 s after; longest\n"
-                  "axis (Chebyshev) 1.1 s before, 1.0 s after.\n");
+                  "Rapids at 6000 mm/min and 1000 mm/s2: 1.4 s before, 1.3 s after.\n");
 }
 
 TEST_F(order_command, no_line_of_the_table_is_wider_than_80_columns) {

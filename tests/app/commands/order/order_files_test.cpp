@@ -58,16 +58,16 @@ class order_files_command : public testing::Test {
 TEST_F(order_files_command, prints_one_table_with_a_row_for_each_file_and_a_total) {
     const std::string a = write("a.csv", square);
     const std::string b = write("b.csv", row);
-    const nmk_shell::Printed printed = nmk_shell::run({"order", a, b, "--rapid", "6000"});
+    const nmk_shell::Printed printed = nmk_shell::run({"order", a, b, "--acceleration", "2500"});
     EXPECT_EQ(printed.code, 0) << printed.err;
     EXPECT_EQ(printed.err, "");
     const std::string blanks(a.size() - 5, ' ');
     EXPECT_EQ(printed.out, "file " + blanks + "  tools  items  before  after  saved  rapids\n" +
                                "     " + blanks + "                    mm     mm      %       s\n" +
-                               a + "      1      4   130.0  100.0   23.1     1.0\n" + b +
-                               "      1      4    13.0   10.0   23.1     0.1\n" +
+                               a + "      1      4   130.0  100.0   23.1     0.8\n" + b +
+                               "      1      4    13.0   10.0   23.1     0.2\n" +
                                std::string(a.size() + 44, '-') + "\n" + "total" + blanks +
-                               "             8   143.0  110.0   23.1     1.1\n");
+                               "             8   143.0  110.0   23.1     1.0\n");
 }
 
 TEST_F(order_files_command, in_place_replaces_each_file_by_what_a_run_of_its_own_writes) {

@@ -32,7 +32,9 @@ TEST(order_options, a_file_name_alone_selects_the_defaults) {
     EXPECT_EQ(options.type, best_order);
     EXPECT_FALSE(options.effort || options.time_limit || options.end || options.is_closed);
     EXPECT_FALSE(options.across_tools || options.json || options.quiet);
-    EXPECT_EQ(options.rapid, 10000.0);
+    EXPECT_EQ(options.measure.kind, nmkTravelMeasure::length);
+    EXPECT_EQ(options.measure.rapids.rate.x, 10000.0);
+    EXPECT_EQ(options.measure.rapids.acceleration.z, 1000.0);
     const OrderRequest request = order_request(options, nmk_job::JobUnits::inches);
     EXPECT_EQ(request.tolerance, default_tolerance);
     EXPECT_EQ(request.ends.start, giPoint3(0.0, 0.0, 0.0));
@@ -52,7 +54,7 @@ TEST(order_options, every_option_may_have_a_blank_or_an_equals_sign) {
         EXPECT_EQ(options.start, (std::array<double, 3>{1.0, -2.5, 3.0}));
         EXPECT_EQ(options.tolerance, 0.5);
         EXPECT_EQ(options.units, nmk_job::JobUnits::millimetres);
-        EXPECT_EQ(options.rapid, 6000.0);
+        EXPECT_EQ(options.measure.rapids.rate.z, 6000.0);
         EXPECT_EQ(options.output_file, "a.csv");
         EXPECT_EQ(options.svg_file, "a.svg");
         EXPECT_EQ(options.html_file, "a.html");
@@ -76,6 +78,26 @@ TEST(order_options, lengths_are_in_the_unit_of_the_file_by_default) {
     options.units = nmk_job::JobUnits::millimetres;
     EXPECT_EQ(order_request(options, nmk_job::JobUnits::inches).ends.start,
               giPoint3(1.0, 2.0, 0.0));
+}
+
+TEST(order_options, one_rate_counts_for_all_axes_and_z_is_as_y_unless_given) {
+    const auto rate = [](const std::string& value) {
+        const nmkTravelAxes axes = read({"f", "--rapid", value}).measure.rapids.rate;
+        return std::array{axes.x, axes.y, axes.z};
+    };
+    EXPECT_EQ(rate("5000"), (std::array{5000.0, 5000.0, 5000.0}));
+    EXPECT_EQ(rate("5000,4000"), (std::array{5000.0, 4000.0, 4000.0}));
+    EXPECT_EQ(rate("5000,4000,900.5"), (std::array{5000.0, 4000.0, 900.5}));
+}
+
+TEST(order_options, the_request_has_the_measure_and_rates_in_mm_also_of_an_inch_file) {
+    const OrderOptions options =
+        read({"f", "--measure", "Time", "--rapid", "6000", "--acceleration", "1,2,3"});
+    const TravelMeasure measure = order_request(options, nmk_job::JobUnits::inches).measure;
+    EXPECT_EQ(measure.kind, nmkTravelMeasure::time);
+    EXPECT_EQ(measure.rapids.rate.y, 6000.0);
+    EXPECT_EQ(measure.rapids.acceleration.y, 2.0);
+    EXPECT_EQ(read({"f", "--type", "x", "--measure", "length"}).type, nmkSortTypeX);
 }
 
 TEST(order_options, after_two_dashes_a_name_may_begin_with_a_dash) {
@@ -180,6 +202,23 @@ const BadLine bad_lines[] = {
     {"tolerance_infinite", {"a", "--tolerance", "inf"}, "from 0 up"},
     {"rapid_zero", {"a", "--rapid", "0"}, "above 0"},
     {"rapid_nan", {"a", "--rapid", "nan"}, "above 0"},
+    {"rapid_negative", {"a", "--rapid", "-5"}, "each a number above 0"},
+    {"rapid_of_four_axes", {"a", "--rapid", "1,2,3,4"}, "X or X,Y or X,Y,Z"},
+    {"rapid_of_one_bad_axis", {"a", "--rapid", "5000,0"}, "each a number above 0"},
+    {"rapid_infinite", {"a", "--rapid", "inf"}, "each a number above 0"},
+    {"rapid_too_small_for_a_time", {"a", "--rapid", "1e-300"}, "0.001 to 1000000000"},
+    {"rapid_too_large", {"a", "--rapid", "1e10"}, "0.001 to 1000000000"},
+    {"rapid_empty", {"a", "--rapid", ""}, "--rapid \"\": expected X"},
+    {"rapid_trailing_comma", {"a", "--rapid", "5000,"}, "expected X or X,Y"},
+    {"acceleration_zero", {"a", "--acceleration", "0"}, "each a number above 0"},
+    {"acceleration_negative", {"a", "--acceleration", "100,-1"}, "each a number above 0"},
+    {"acceleration_nan", {"a", "--acceleration", "1,nan,1"}, "each a number above 0"},
+    {"acceleration_of_four_axes", {"a", "--acceleration", "1,1,1,1"}, "--acceleration \"1,1,1,1\""},
+    {"unknown_measure", {"a", "--measure", "speed"}, "expected length, chebyshev or time"},
+    {"measure_of_a_sorter", {"a", "--type", "x", "--measure", "time"}, "are for --type best"},
+    {"chebyshev_of_a_sorter",
+     {"a", "--type", "shortest", "--measure", "chebyshev"},
+     "are for --type best"},
     {"units", {"a", "--units", "cm"}, "mm or inch"},
     {"output_extension", {"a", "-o", "b.pdf"}, "-o \"b.pdf\": expected the extension .drl"},
     {"output_directory_with_extension", {"a", "-o", "b.csv/c.d"}, ".drl, .csv, .json"},

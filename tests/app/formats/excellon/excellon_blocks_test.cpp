@@ -93,8 +93,35 @@ INSTANTIATE_TEST_SUITE_P(
         BlockCase{"comments_in_parentheses",
                   "(plate)\nT1 (drill)\nX1Y1 (first)\n(second)\nX2Y2\nG85X3 (slot) ;end\nM30\n",
                   "(plate)\nT1\n(drill)\n(first)\n(second)\n(slot) ;end\nX2Y2G85X3Y2\nX2Y2\nX1Y1\n"
-                  "M30\n"}),
+                  "M30\n"},
+        BlockCase{"comments_between_the_words_of_holes_and_tools",
+                  "(a) T1(drill)F2 (b)\nX1(left)Y1\n(c)X2 (d)(e) Y2 (f) ;g\nX3(h;i)G85(j)Y4\n"
+                  "M30\n",
+                  "T1F2\n(a) (drill) (b)\n(left)\n(c) (d) (e) (f) ;g\n(h;i) (j)\nX3Y2G85X3Y4\n"
+                  "X2Y2\nX1Y1\nM30\n"},
+        BlockCase{"comments_between_the_words_of_a_path",
+                  "T1\nX1Y1\nX2Y2\n(a)G00(b)Y9\nM15\n(c) G01 Y8\nM16\nG05\nM30\n",
+                  "T1\nX2Y2\nX1Y1\n(a)G00(b)X2Y9\nM15\n(c) G01 Y8\nM16\nG05\nM30\n"},
+        BlockCase{"parentheses_in_a_message", "T1\n(a) M47, to (b) do ;c\nX1Y1\nX2Y2\nM30\n",
+                  "T1\nM47, to (b) do \n(a) ;c\nX2Y2\nX1Y1\nM30\n"},
+        BlockCase{"a_comment_without_an_end", "T1\nX1Y1 (a\nX2Y2\nM30\n",
+                  "T1\n(a\nX2Y2\nX1Y1\nM30\n"}),
     nmk_job::CaseName());
+
+TEST(excellon_blocks, comments_in_the_header_stay_between_the_words_of_a_tool) {
+    const std::string commented = "M48\n(a) METRIC,TZ\nT1(drill)C0.8(b)\nT2C2.0\n%\n";
+    const nmk_job::MachiningJob job = nmk_job::job_of(read(commented + "T1\nX1Y1\n"));
+    EXPECT_EQ(job.tools[0].diameter, 0.8);
+    EXPECT_EQ(backward_in_each_tool(commented + "T1\nX1Y1\nX2Y2\nM30\n"),
+              commented + "T1\nX2Y2\nX1Y1\nM30\n");
+}
+
+TEST(excellon_blocks, zeros_behind_a_comment_show_which_the_file_keeps) {
+    const std::string no_zeros = "M48\nMETRIC\nT1C1.0\n%\nT1\n";
+    const nmk_job::MachiningJob job =
+        nmk_job::job_of(read(no_zeros + "X1(X10)Y012\n(Y20;)X01Y01\nM30\n"));
+    EXPECT_EQ(job.items[0].start.y, 12.0) << "leading zeros are kept, trailing ones are not";
+}
 
 TEST(excellon_blocks, an_order_across_a_path_is_refused) {
     const nmk_job::MachiningJob job =
@@ -170,10 +197,15 @@ INSTANTIATE_TEST_SUITE_P(
                      "8: M70 within a pattern; expected only words that move, cut or retract"},
         RefusedBlock{"an_unknown_tool_within_a_path", "T1\nG00X5Y5\nT7\n",
                      "8: unknown tool T7; the file defines T1, T2"},
-        RefusedBlock{
-            "words_after_a_comment", "T1\nX1 (a) Y1\n",
-            "7: cannot read \"Y1\" after a comment; expected the comment at the end of the "
-            "line"}),
+        RefusedBlock{"a_comment_within_the_digits", "T1\nX1(a)2Y1\n",
+                     "7: cannot read \"2Y1\"; expected words of a drill program such as T1, "
+                     "X1.5Y2 or M30"},
+        RefusedBlock{"a_comment_within_a_statement_of_a_header", "M48\nMETRIC(a),TZ\n%\nT1\nX1Y1\n",
+                     "7: a comment within \"METRIC(a),TZ\"; expected it at the end of the line"},
+        RefusedBlock{"an_unknown_tool_with_a_comment", "T7 (cut)\nX1Y1\n",
+                     "6: unknown tool T7; the file defines T1, T2"},
+        RefusedBlock{"an_unknown_tool_with_an_inner_comment", "T7(cut)F3\nX1Y1\n",
+                     "6: unknown tool T7; the file defines T1, T2"}),
     nmk_job::CaseName());
 
 /// What a plain reading of the generated programs finds: the holes of each segment as "tool X Y",
