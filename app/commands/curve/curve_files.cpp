@@ -4,6 +4,8 @@
 
 #include <nmktoolbox/curves/nmkNgkMakeUtils.h>
 
+#include "commands/curve/curve_archive.h"
+#include "files/read_file_bytes.h"
 #include "files/read_whole_file.h"
 #include "formats/csv/csv_reader.h"
 #include "formats/dxf/dxf_reader.h"
@@ -23,7 +25,7 @@ Result<CurveFile> dxf_curves(const std::string& name, const std::string& text,
                              std::optional<double> mm_of_unit) {
     auto drawing = nmk_dxf::read_dxf(name, text, mm_of_unit.value_or(1.0));
     if (!drawing) return drawing.error();
-    CurveFile file{name, "DXF", {}, {}};
+    CurveFile file{name, {}, {}};
     for (nmk_dxf::DxfCurve& each : drawing->curves) {
         file.curves.push_back(
             {std::move(each.curve), each.entity + " in line " + std::to_string(each.line)});
@@ -52,16 +54,28 @@ Result<CurveFile> csv_curve(const std::string& name, std::string text, double mm
                      counted(table->items.size(), "point") +
                          "; expected at least two, more than 1e-05 mm apart"};
     }
-    return CurveFile{name, "CSV", {{curve, ""}}, {}};
+    return CurveFile{name, {{curve, ""}}, {}};
+}
+
+Result<CurveFile> archived_curve(const std::string& name, const std::string& bytes) {
+    auto curve = curve_of_archive(name, bytes);
+    if (!curve) return curve.error();
+    return CurveFile{name, {{*std::move(curve), ""}}, {}};
+}
+
+Result<std::string> read_bytes(const std::string& file_name) {
+    return file_name == nmk_files::standard_stream ? nmk_files::read_standard_input_bytes()
+                                                   : nmk_files::read_file_bytes(file_name);
 }
 
 }  // namespace
 
 nmk_text::Result<CurveFile> read_curves(const std::string& file_name,
                                         std::optional<double> mm_of_unit) {
-    auto text = nmk_files::read_input(file_name);
+    auto text = read_bytes(file_name);
     if (!text) return text.error();
     const std::string name = nmk_files::input_name(file_name);
+    if (looks_like_archive(*text)) return archived_curve(name, *text);
     if (const auto checked = nmk_files::check_text_file(name, *text); !checked) {
         return checked.error();
     }

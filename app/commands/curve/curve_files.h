@@ -18,13 +18,13 @@ struct FileCurve {
 
 struct CurveFile {
     std::string name;
-    std::string format;  // "DXF", "CSV"
     std::vector<FileCurve> curves;
     std::vector<std::string> notes;  // sentences without their full stop
 };
 
-/// The curves of a file; "-" is standard input. The format is recognised by the content: a first
-/// line with a whole number alone begins a DXF file, anything else is a CSV table of points.
+/// The curves of a file; "-" is standard input. The format is recognised by the content: an archive
+/// is a zip, a first line with a whole number alone begins a DXF file, anything else is a CSV table
+/// of points.
 ///
 ///   mm_of_unit  millimetres in a unit of a file that does not state its unit; without it 1
 nmk_text::Result<CurveFile> read_curves(const std::string& file_name,

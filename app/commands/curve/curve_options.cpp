@@ -124,8 +124,9 @@ void declare_outputs(nmk_shell::OptionTable& table, CurveOptions& options) {
     table.number("--points", "N", options.sample_count,
                  nmk_shell::whole_number(2, max_points, "a whole number from 2 to 1000000"),
                  "so many points of the curve at equal lengths along its polygon");
-    table.output_file("-o,--output", options.output_file,
-                      "write the curve: its points (.csv) or all that is known of it (.json)");
+    table.output_file(
+        "-o,--output", options.output_file,
+        "write the curve (.ngk), its points (.csv) or all that is known of it (.json)");
     table.output_file("--svg", options.svg_file,
                       "draw the curves with their ends, tangents, control points and centres");
     table.option("--csv", options.csv, "print the points as CSV instead of the text");
@@ -142,7 +143,8 @@ std::string action_name(Action action) {
 void declare_curve_options(nmk_shell::OptionTable& table, CurveOptions& options) {
     table.describe(
         "Makes curves from points and tangents, and examines those of files: DXF drawings (lines, "
-        "circles, arcs, polylines and splines) and CSV tables of points, which are one polyline. "
+        "circles, arcs, polylines and splines), CSV tables of points, which are one polyline, and "
+        "archives (.ngk), which keep one curve of any kind. "
         "Points are X,Y or X,Y,Z in millimetres.");
     table
         .positional_choice("ACTION", options.action, std::span(actions),

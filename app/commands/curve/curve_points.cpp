@@ -29,6 +29,7 @@ std::optional<OutputFormat> output_format(std::string_view file_name) {
     const std::string name = nmk_text::lower_case(file_name);
     if (name.ends_with(".csv")) return OutputFormat::csv;
     if (name.ends_with(".json")) return OutputFormat::json;
+    if (name.ends_with(".ngk")) return OutputFormat::archive;
     return std::nullopt;
 }
 

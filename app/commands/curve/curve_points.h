@@ -13,7 +13,7 @@
 
 namespace nmk_curve {
 
-enum class OutputFormat { csv, json };
+enum class OutputFormat { csv, json, archive };
 
 /// The format of a file with this name, by its ending; empty if it is not one of them.
 std::optional<OutputFormat> output_format(std::string_view file_name);

@@ -81,7 +81,7 @@ Problem check_output_options(const CurveOptions& options) {
     if (options.csv && options.json) return "--csv and --json exclude each other";
     if (!options.output_file.empty() && !output_format(options.output_file)) {
         return "-o " + nmk_text::quoted(options.output_file) +
-               ": expected a name that ends in .csv or .json";
+               ": expected a name that ends in .ngk, .csv or .json";
     }
     const std::string_view outputs[] = {options.output_file, options.svg_file};
     for (const std::string& file : options.files) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "commands/curve/curve_archive.h"
 #include "commands/curve/curve_files.h"
 #include "commands/curve/curve_picture.h"
 #include "commands/curve/curve_pieces.h"
@@ -41,16 +42,29 @@ std::string picture(const CurveReport& report, const std::vector<ngkCurvePtr3>& 
     return curve_picture(scene);
 }
 
+const ngkCurvePtr3& only_curve(const CurveReport& report, const std::vector<ngkCurvePtr3>& curves) {
+    if (curves.size() == 1) return curves[0];
+    throw nmk_text::Error{report.name, 0,
+                          "has " + std::to_string(curves.size()) +
+                              " curves; expected one to write or list (see --curve)"};
+}
+
 /// The points of the only curve: those asked for, or those of its polygon.
 std::vector<giPoint3> listed_points(const CurveOptions& options, const CurveReport& report,
                                     const std::vector<ngkCurvePtr3>& curves) {
     if (!report.samples.empty()) return report.samples;
-    if (curves.size() != 1) {
-        throw nmk_text::Error{report.name, 0,
-                              "has " + std::to_string(curves.size()) +
-                                  " curves; expected one to list the points of (see --curve)"};
+    return or_throw(curve_points(only_curve(report, curves), std::nullopt, options.tolerance));
+}
+std::string content_of_output(const CurveOptions& options, const CurveReport& report,
+                              const std::vector<ngkCurvePtr3>& curves) {
+    switch (output_format(options.output_file).value_or(OutputFormat::json)) {
+        case OutputFormat::csv:
+            return points_csv(listed_points(options, report, curves));
+        case OutputFormat::archive:
+            return or_throw(archive_of_curve(only_curve(report, curves)));
+        default:
+            return report_json(report);
     }
-    return or_throw(curve_points(curves[0], std::nullopt, options.tolerance));
 }
 
 int show(const CurveOptions& options, CurveReport report, const std::vector<ngkCurvePtr3>& curves,
@@ -62,14 +76,14 @@ int show(const CurveOptions& options, CurveReport report, const std::vector<ngkC
     if (options.sample_count && curves.size() == 1) {
         report.samples = or_throw(curve_points(curves[0], options.sample_count, options.tolerance));
     }
-    const auto csv = [&] { return points_csv(listed_points(options, report, curves)); };
     std::vector<OutputFile> files;
     if (!options.output_file.empty()) {
-        const bool is_csv = output_format(options.output_file) == OutputFormat::csv;
-        files.push_back({options.output_file, is_csv ? csv() : report_json(report)});
+        files.push_back({options.output_file, content_of_output(options, report, curves)});
     }
     if (!options.svg_file.empty()) files.push_back({options.svg_file, picture(report, curves)});
-    const std::string data = options.csv ? csv() : options.json ? report_json(report) : "";
+    const std::string data = options.csv    ? points_csv(listed_points(options, report, curves))
+                             : options.json ? report_json(report)
+                                            : "";
     return write_report(options, files, report_text(report), data, out, err);
 }
 

@@ -103,6 +103,48 @@ TEST_F(curve_files, an_output_has_the_same_json_as_is_printed) {
     EXPECT_EQ(text_of(path("a.json")), printed.out);
 }
 
+TEST_F(curve_files, an_archive_keeps_a_curve_to_the_last_bit) {
+    const std::vector<std::vector<std::string>> shapes = {
+        {"arc", "0,0", "0.1,0.3", "1,0"},
+        {"circle", "1,2,3", "--radius", "0.7", "--normal", "1,2,3"},
+        {"line", "0.1,0.2,0.3", "1,1,1"},
+        {"half-line", "1,2", "--direction", "3,1"},
+        {"infinite-line", "1,2", "--direction", "3,1"},
+        {"point", "1,2,3"},
+        {"polyline", "0,0", "1,0", "1,0.1"},
+        {"rectangle", "0,0", "--size", "3,2"},
+        {"filleted-rectangle", "0,0", "--size", "6,4", "--radius", "1"},
+        {"bezier", "0,0", "1,2", "2,0", "3,3"}};
+    for (const std::vector<std::string>& shape : shapes) {
+        const std::string name = table_of("a.ngk", shape);
+        nlohmann::json made = facts_of(shape);
+        EXPECT_EQ(facts_of({"info", name}), made) << shape[0];
+    }
+}
+
+TEST_F(curve_files, an_archive_keeps_the_spline_of_a_drawing) {
+    const std::string name = table_of("a.ngk", {"info", bracket, "--curve", "8"});
+    nlohmann::json spline = facts_of({"info", bracket, "--curve", "8"});
+    spline["origin"] = nullptr;
+    EXPECT_EQ(facts_of({"info", name}), spline);
+    EXPECT_EQ(curve({"compare", name, bracket, "--curve", "8"}).code, 0);
+}
+
+TEST_F(curve_files, an_archive_is_read_from_standard_input) {
+    const ::StandardInput input(text_of(table_of("a.ngk", {"line", "0,0", "3,4"})));
+    EXPECT_EQ(facts_of({"info", "-"})["length"], 5.0);
+}
+
+TEST_F(curve_files, every_prefix_of_an_archive_is_refused) {
+    const std::string bytes = text_of(table_of("a.ngk", {"arc", "0,0", "1,1", "2,0"}));
+    ASSERT_GT(bytes.size(), 100U);
+    for (std::size_t size = 0; size < bytes.size(); ++size) {
+        const Printed printed = curve({"info", file("cut.ngk", bytes.substr(0, size))});
+        EXPECT_EQ(printed.code, 2) << size << printed.out;
+        EXPECT_EQ(std::count(printed.err.begin(), printed.err.end(), '\n'), 1) << size;
+    }
+}
+
 TEST_F(curve_files, compare_finds_a_curve_the_same_as_itself) {
     const Printed printed = curve({"compare", bracket, bracket, "--curve", "8"});
     EXPECT_EQ(printed.code, 0) << printed.err;
@@ -233,7 +275,9 @@ const FileCase refused[] = {
     {"a_table_of_lines", {"info", "DIR/lines.csv"}, "a table of lines; expected one of points"},
     {"nan_in_a_table", {"info", "DIR/nan.csv"}, "nan.csv:2: cannot read \"nan\""},
     {"several_curves", {"closest", bracket, "0,0"}, "has 9 curves; expected --curve N"},
-    {"several_curves_to_list", {"info", bracket, "--csv"}, "has 9 curves; expected one to list"},
+    {"several_curves_to_list",
+     {"info", bracket, "--csv"},
+     "has 9 curves; expected one to write or list"},
     {"a_curve_that_is_not_there",
      {"info", bracket, "--curve", "10"},
      "has 9 curves; there is none with the number 10"},
