@@ -229,6 +229,28 @@ TEST(nmkNgkPolylineUtils, ends_at_an_unset_vertex_and_keeps_the_points_before) {
     EXPECT_LE(spaced({{0, 0, 0}, giPoint3(), {4, 3, 0}}, 5).points.size(), 5);
 }
 
+TEST(nmkNgkPolylineUtils, equally_spaced_points_replace_what_the_arrays_had) {
+    giPoint3coPageArr points(2, 1, 1);
+    doublecoPageArr parameters(2, 1, 1);
+    for (int i = 0; i < 50; ++i) {
+        points.add(giPoint3(7, 7, 7));
+        parameters.add(7.0);
+    }
+    const std::vector<giPoint3> ends = {{0, 0, 0}, {10, 0, 0}};
+    for (const int count : {11, 4, 5, 30}) {
+        nmkNgkPolylineUtils::evaluate_equally_spaced_points(ngkPolyline3(ends), count, points,
+                                                            parameters);
+        ASSERT_EQ(points.size(), count);
+        EXPECT_EQ(parameters.size(), 0);
+        EXPECT_EQ(points[0], ends[0]);
+        EXPECT_EQ(points[count - 1], ends[1]);
+        EXPECT_NEAR(points[1].x, 10.0 / (count - 1), 1e-12);
+        EXPECT_EQ(points.page_size(), 4);
+    }
+    nmkNgkPolylineUtils::evaluate_equally_spaced_points(ngkPolyline3(ends), 1, points, parameters);
+    EXPECT_EQ(points.size(), 0);
+}
+
 TEST(nmkNgkPolylineUtils, equally_spaced_points_are_those_of_a_walk_from_the_start_for_each) {
     GeneratedPolyline generated(42);
     for (int i = 0; i < 60; ++i) {

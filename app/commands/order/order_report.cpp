@@ -4,7 +4,9 @@
 
 #include <utility>
 
+#include "commands/order/gcode_output.h"
 #include "commands/order/job_notes.h"
+#include "commands/order/length_texts.h"
 #include "commands/order/sort_type_names.h"
 #include "files/read_whole_file.h"
 #include "text/number_format.h"
@@ -40,14 +42,6 @@ std::string ends_text(const TravelEnds& ends, nmk_job::JobUnits units) {
                                              : " to " + point_text(*ends.end, units));
 }
 
-}  // namespace
-
-std::string length_unit(nmk_job::JobUnits units) {
-    return units == nmk_job::JobUnits::inches ? "in" : "mm";
-}
-
-namespace {
-
 std::vector<BentMove> bent_moves(const nmk_job::MachiningJob& job, const OrderedJob& ordered) {
     std::vector<BentMove> moves;
     if (avoided_by(ordered.runs) == nullptr) {
@@ -76,6 +70,18 @@ std::vector<std::size_t> items_left_out(const std::vector<bool>& left_out) {
     return items;
 }
 
+/// A drill file or a table has no moves; the machine goes straight from item to item.
+std::string note_of_lost_bends(const OrderReport& report) {
+    const OrderOptions& options = report.options;
+    const std::size_t count = report.bent_moves.size();
+    if (count == 0 || options.output_file.empty() || writes_gcode(options)) {
+        return {};
+    }
+    return counted(count, "move") +
+           " around keep-outs cannot be written to this output, only the order; expected G-code "
+           "(-o NAME.nc) or --json for the moves";
+}
+
 }  // namespace
 
 OrderReport report_of(const OrderOptions& options, const OrderRequest& request,
@@ -94,6 +100,9 @@ OrderReport report_of(const OrderOptions& options, const OrderRequest& request,
     report.notes = ordered.notes;
     const std::vector<std::string> of_job = job_notes(job);
     report.notes.insert(report.notes.end(), of_job.begin(), of_job.end());
+    if (std::string note = note_of_lost_bends(report); !note.empty()) {
+        report.notes.push_back(std::move(note));
+    }
     return report;
 }
 
