@@ -63,7 +63,7 @@ struct LineRecord {
         const Vec<Dimension> start = read_as<Vec<Dimension>>(archive);
         const Vec<Dimension> second = read_as<Vec<Dimension>>(archive);
         if (kind == 0) return coPrf<const Line>(new Line(point_of(start), point_of(second)));
-        const coPrf<const Line> line(
+        coPrf<const Line> line(
             new Line(point_of(start), vector_of(second), static_cast<ngkLineKind>(kind)));
         require(vec_of(line->direction()) == second);
         return line;

@@ -76,7 +76,7 @@ coPrf<const Base> read_handle(CArchive& archive, int nesting) {
     const auto kind = std::ranges::find(
         kinds, found, [](const RecordKind<Base>& each) { return &each.runtime_class; });
     if (kind == kinds.end()) refuse(CArchiveException::badClass);
-    const coPrf<const Base> handle = kind->read(archive, nesting);
+    coPrf<const Base> handle = kind->read(archive, nesting);
     require(handle && handle->is_valid());
     return handle;
 }
