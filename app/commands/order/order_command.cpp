@@ -18,6 +18,7 @@
 #include "commands/order/order_table.h"
 #include "commands/order/sort_type_names.h"
 #include "files/read_whole_file.h"
+#include "formats/job/merge_tools.h"
 #include "formats/job_files/read_job.h"
 #include "shell/command_result.h"
 #include "shell/standard_output.h"
@@ -112,6 +113,9 @@ int order_one(const OrderOptions& options, nmkProgressBreak* progress, bool anno
     if (!refusal.text.empty()) {
         nmk_shell::refuse(err, refusal.text);
         return refusal.code;
+    }
+    if (options.merge_tools) {
+        nmk_job::merge_tools(job);
     }
     if (announce) {
         announce_long_work(job, request, err);

@@ -19,6 +19,7 @@
 #include "commands/order/order_table.h"
 #include "commands/order/ordered_run_bytes.h"
 #include "files/read_whole_file.h"
+#include "formats/job/merge_tools.h"
 #include "formats/job_files/read_job.h"
 #include "shell/command_result.h"
 #include "shell/standard_output.h"
@@ -101,6 +102,9 @@ class FilesOrderer {
         if (!refusal.text.empty()) {
             m_problems.push_back({refusal.text, refusal.code});
             return;
+        }
+        if (options.merge_tools) {
+            nmk_job::merge_tools(*job);
         }
         FileToOrder& file = m_files.emplace_back();
         file.options = options;

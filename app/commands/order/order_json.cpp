@@ -63,6 +63,7 @@ Json document_of(const OrderReport& report) {
             {"file_units", report.file_units == nmk_job::JobUnits::inches ? "inch" : "mm"},
             {"type", sort_type_name(request.type)},
             {"across_tools", request.across_tools},
+            {"merge_tools", report.options.merge_tools},
             {"start", place_json(request.ends.start)},
             {"end", place_json(request.ends.end)},
             {"closed", request.ends.is_closed},

@@ -195,6 +195,8 @@ void declare_ordering(nmk_shell::OptionTable& table, OrderOptions& options) {
                  "end the search so long after the start of the command (type best)");
     table.option("--across-tools", options.across_tools,
                  "one order of all items, whatever their tool");
+    table.option("--merge-tools", options.merge_tools,
+                 "make one tool of those with one diameter, in the written file too");
     table.option(
         "--start", "X,Y[,Z]|free",
         [&](const std::string& value) { return set_start(options, value); },

@@ -28,6 +28,7 @@ struct OrderOptions {
     std::optional<double> effort;      // steps of the search for each item
     std::optional<double> time_limit;  // seconds, from reading to the end of the search
     bool across_tools = false;
+    bool merge_tools = false;  // one tool of those with one diameter
     std::optional<Place> start = Place{0.0, 0.0, 0.0};  // empty: free
     std::optional<Place> end;                           // empty: free
     bool ends_at_start = false;                         // `end` is then empty
