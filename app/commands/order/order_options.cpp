@@ -9,7 +9,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "commands/order/measure_options.h"
+#include "commands/order/job_time.h"
 #include "commands/order/sort_type_names.h"
 #include "files/base_name.h"
 #include "files/read_whole_file.h"
@@ -166,8 +166,8 @@ Problem check(OrderOptions& options) {
         return "--debug draws what one process does; it cannot be combined with --jobs";
     }
     options.file_name = options.files.front();
-    for (const auto& rule :
-         {check_several, check_output, check_names, check_ends, check_search, check_avoid}) {
+    for (const auto& rule : {check_several, check_output, check_names, check_ends, check_search,
+                             check_avoid, check_job_time}) {
         if (Problem problem = rule(options); !problem.empty()) {
             return problem;
         }
@@ -221,7 +221,8 @@ void declare_ordering(nmk_shell::OptionTable& table, OrderOptions& options) {
                  "largest difference of items in one row (x, y, diag..., concentric); default "
                  "0.1 mm");
     table.choice("--units", "UNIT", options.units, std::span(unit_names),
-                 "unit of --start, --end and --tolerance, and of a file that states none");
+                 "unit of --start, --end and --tolerance, of rates, accelerations, heights and "
+                 "feeds, and of a file that states none");
 }
 
 void declare_files(nmk_shell::OptionTable& table, OrderOptions& options) {
@@ -275,6 +276,7 @@ void declare_order_options(nmk_shell::OptionTable& table, OrderOptions& options)
                  "work on so many tools at once, of all files");
     declare_ordering(table, options);
     declare_files(table, options);
+    declare_machining_options(table, options.machining);
     declare_figures(table, options);
     table.check([&options] { return check(options); });
     table.remark(
@@ -325,7 +327,7 @@ OrderRequest order_request(const OrderOptions& options, nmk_job::JobUnits file_u
     if (options.time_limit) {
         request.deadline = begin + seconds_until_deadline(*options.time_limit);
     }
-    request.measure = options.measure;
+    request.measure = measure_in_mm(options.measure, given);
     request.tolerance = options.tolerance ? mm(*options.tolerance) : default_tolerance;
     return request;
 }

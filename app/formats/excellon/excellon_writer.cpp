@@ -41,7 +41,7 @@ class ProgramText {
                                    add_run(m_tools.number_of(tool), cuts);
                                });
         add_blocks();
-        m_text += source.substr(m_program.tail_begin);
+        m_text += m_tools.kept_text(source.substr(m_program.tail_begin));
         return std::move(m_text);
     }
 
