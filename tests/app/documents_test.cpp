@@ -147,7 +147,8 @@ TEST_P(document_pages, show_what_their_commands_print) {
 }
 
 INSTANTIATE_TEST_SUITE_P(pages, document_pages,
-                         testing::Values(PageCase{"order-options", 13, 0, 13}, PageCase{"id", 2, 2, 0}, PageCase{"electrode", 4, 2, 0},
+                         testing::Values(PageCase{"order-options", 13, 0, 13},
+                                         PageCase{"id", 2, 2, 0}, PageCase{"electrode", 4, 2, 0},
                                          PageCase{"config", 2, 2, 0}, PageCase{"model", 3, 2, 1}),
                          nmk_job::CaseName());
 
@@ -177,8 +178,9 @@ TEST(documents, name_output_files_that_the_clone_ignores) {
     for (std::string rule; std::getline(rules, rule);) ignored.insert(rule);
     int outputs = 0;
     const std::regex written("(?:-o|--svg|--debug-svg|--html|--csv) ([a-z]+\\.[a-z]+)");
-    for (const std::string name : {"README.md", "docs/nmk-order.md", "docs/nmk-route.md",
-                                   "docs/nmk-solve.md", "docs/nmk-model.md", "docs/nmk-order-options.md"}) {
+    for (const std::string name :
+         {"README.md", "docs/nmk-order.md", "docs/nmk-route.md", "docs/nmk-solve.md",
+          "docs/nmk-model.md", "docs/nmk-order-options.md"}) {
         std::istringstream lines(nmk_job::bytes_of_file(root + name));
         for (std::string line; std::getline(lines, line);) {
             if (!line.starts_with("nmk ") && !line.starts_with("| `./nmk ")) continue;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "commands/order/debug_drawing.h"
+#include "commands/order/gcode_options.h"
 #include "commands/order/machining_options.h"
 #include "commands/order/measure_options.h"
 #include "commands/order/order_job.h"
@@ -40,6 +41,7 @@ struct OrderOptions {
     std::optional<double> tolerance;                    // empty: default_tolerance
     std::optional<nmk_job::JobUnits> units;
     MachiningOptions machining;
+    GcodeOptions gcode;
     MeasureOptions measure;
     std::string output_file, svg_file, html_file;  // empty: not written
     bool keeps_format = false;                     // the output file gets the format that was read
