@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "commands/order/gcode_output.h"
 #include "text/number_format.h"
 
 namespace nmk_order {
@@ -51,7 +52,7 @@ nmk_shell::Problem check_job_time(const OrderOptions& options) {
 }
 
 std::string job_time_problem(const nmk_job::MachiningJob& job, const OrderOptions& options) {
-    if (!has_job_time(options.machining)) {
+    if (!has_job_time(options.machining) || writes_gcode(options)) {
         return {};
     }
     const MachiningOptions machining =

@@ -35,7 +35,8 @@ bool has_job_time(const MachiningOptions& machining);
 nmk_shell::Problem check_job_time(const OrderOptions& options);
 
 /// Why the time of this job cannot be computed: a slot without --feed, or a retract height that is
-/// not above an item. Empty for none, and where no time is asked for.
+/// not above an item. Empty for none, where no time is asked for, and where G-code is
+/// written, which has these problems and more.
 std::string job_time_problem(const nmk_job::MachiningJob& job, const OrderOptions& options);
 
 /// The time of the cuts of a job in this order; lengths in mm, feeds in mm per minute.

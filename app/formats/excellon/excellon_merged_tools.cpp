@@ -54,12 +54,20 @@ void ProgramTools::merge(int number) {
     }
 }
 
-bool ProgramTools::begins_with_dropped(std::string_view line) const {
+bool ProgramTools::is_of_dropped(std::string_view line) const {
     ExcellonWords words(line);
-    const std::optional<ExcellonWord> word = words.take();
+    const std::optional<ExcellonWord> tool = words.take();
     const std::optional<int> number =
-        word && word->letter == 'T' ? small_number(word->number) : std::nullopt;
-    return number && is_dropped(*number);
+        tool && tool->letter == 'T' ? small_number(tool->number) : std::nullopt;
+    if (!number || !is_dropped(*number)) {
+        return false;
+    }
+    while (const std::optional<ExcellonWord> word = words.take()) {
+        if (!is_tool_parameter(word->letter)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 std::string ProgramTools::kept_text(std::string_view text) const {
@@ -70,7 +78,7 @@ std::string ProgramTools::kept_text(std::string_view text) const {
     std::size_t copied = 0;
     nmk_text::TextLines lines(text);
     for (nmk_text::TextLine line; lines.next(line);) {
-        if (begins_with_dropped(line.text)) {
+        if (is_of_dropped(line.text)) {
             kept += text.substr(copied, line.begin - copied);
             copied = line.end;
         }
@@ -82,7 +90,7 @@ std::string ProgramTools::kept_text(std::string_view text) const {
 std::vector<std::string> ProgramTools::kept_lines(const std::vector<std::string>& lines) const {
     std::vector<std::string> kept;
     std::copy_if(lines.begin(), lines.end(), std::back_inserter(kept),
-                 [&](const std::string& line) { return !begins_with_dropped(line); });
+                 [&](const std::string& line) { return !is_of_dropped(line); });
     return kept;
 }
 

@@ -28,14 +28,14 @@ class ProgramTools {
     /// and no routed path or pattern uses it.
     bool is_dropped(int number) const { return m_dropped.contains(number); }
 
-    /// The text without the lines that begin with a tool that is dropped: its definitions, and
-    /// selections after which nothing is cut.
+    /// The text without the lines of tools that are dropped: their definitions, and selections
+    /// after which nothing is cut. A line that does more is kept.
     std::string kept_text(std::string_view text) const;
     std::vector<std::string> kept_lines(const std::vector<std::string>& lines) const;
 
   private:
     void merge(int number);
-    bool begins_with_dropped(std::string_view line) const;
+    bool is_of_dropped(std::string_view line) const;
 
     const nmk_job::MachiningJob& m_job;
     const ExcellonProgram& m_program;
