@@ -1,43 +1,75 @@
 #!/usr/bin/env python3
-"""make_bracket.py: writes samples/bracket.drl, a small part that shows what options do.
+"""make_bracket.py: writes samples/bracket.dxf, the drawing of a bracket, in millimetres.
 
-Three drills: T1 for a field of holes and a circle of holes, T2 for the corners and two slots, and
-T3, which has the diameter of T1, for a row along the lower edge. They are in the order in which a
-drawing program might have listed them.
+The outline is a polyline with rounded corners, given by bulges. In it are a slot of two lines and
+two arcs, two holes, a spline, and an arc in a plane that is seen from below. A note is left out by
+the reader.
 
 Run without arguments to write the file beside this one; the same bytes come out every time.
 """
 
+import math
 import pathlib
 
-# On a circle of 18 mm about (88, 44), every 36 degrees, rounded to tenths.
-CIRCLE = [(106, 44), (102.6, 54.6), (93.6, 61.1), (82.4, 61.1), (73.4, 54.6),
-          (70, 44), (73.4, 33.4), (82.4, 26.9), (93.6, 26.9), (102.6, 33.4)]
+QUARTER = math.tan(math.radians(90.0) / 4)  # the bulge of a quarter of a circle
 
 
-def word(letter, millimetres):
-    return f"{letter}{round(millimetres * 1000)}"
+def group(code, value):
+    return f"{code:>3}\n{value}\n"
 
 
-def hole(x, y):
-    return word("X", x) + word("Y", y)
+def entity(name, layer, *groups):
+    text = group(0, name) + group(8, layer)
+    return text + "".join(group(code, value) for code, value in groups)
 
 
-def scattered(places, step):
-    return [places[i * step % len(places)] for i in range(len(places))]
+def outline():
+    width, height, radius = 120, 80, 12
+    vertices = [(radius, 0, 0), (width - radius, 0, QUARTER), (width, radius, 0),
+                (width, height - radius, QUARTER), (width - radius, height, 0),
+                (radius, height, QUARTER), (0, height - radius, 0), (0, radius, QUARTER)]
+    groups = [(90, len(vertices)), (70, 1)]
+    for x, y, bulge in vertices:
+        groups += [(10, x), (20, y), (42, f"{bulge:.15g}")]
+    return entity("LWPOLYLINE", "OUTLINE", *groups)
 
 
-def program():
-    field = [(14 + 8 * column, 28 + 9 * row) for row in range(5) for column in range(5)]
-    row = [(12 + 12 * column, 12) for column in range(9)]
-    lines = ["M48", "METRIC,TZ,000.000", "T1C3.300", "T2C6.000", "T3C3.300", "%", "T1"]
-    lines += [hole(*place) for place in scattered(field, 7)]
-    lines += [hole(*place) for place in scattered(CIRCLE, 3)]
-    lines += ["T2"] + [hole(*place) for place in ((5, 5), (115, 75), (5, 75), (115, 5))]
-    lines += [hole(56, 20) + "G85" + hole(56, 34), hole(60, 70) + "G85" + hole(60, 56)]
-    lines += ["T3"] + [hole(*place) for place in scattered(row, 4)]
-    return "\n".join(lines + ["M30"]) + "\n"
+def line(start, end):
+    return entity("LINE", "SLOT", (10, start[0]), (20, start[1]), (11, end[0]), (21, end[1]))
+
+
+def arc(centre, radius, start, end):
+    return entity("ARC", "SLOT", (10, centre[0]), (20, centre[1]), (40, radius), (50, start),
+                  (51, end))
+
+
+def spline():
+    points = [(20, 30), (32, 48), (44, 12), (56, 48), (68, 12), (80, 30)]
+    knots = [0, 0, 0, 0, 1, 2, 3, 3, 3, 3]
+    groups = [(70, 12), (71, 3), (72, len(knots)), (73, len(points))]
+    groups += [(40, knot) for knot in knots]
+    groups += [(41, weight) for weight in (1, 1, 2, 2, 1, 1)]
+    for x, y in points:
+        groups += [(10, x), (20, y), (30, 0)]
+    return entity("SPLINE", "GROOVE", *groups)
+
+
+def drawing():
+    text = group(999, "A bracket")
+    text += group(0, "SECTION") + group(2, "HEADER") + group(9, "$INSUNITS") + group(70, 4)
+    text += group(0, "ENDSEC") + group(0, "SECTION") + group(2, "ENTITIES")
+    text += outline()
+    text += line((30, 55), (70, 55)) + arc((70, 61), 6, 270, 90)
+    text += line((70, 67), (30, 67)) + arc((30, 61), 6, 90, 270)
+    for y in (20, 60):
+        text += entity("CIRCLE", "HOLES", (10, 100), (20, y), (40, 7))
+    text += spline()
+    text += entity("ARC", "MARK", (10, -100), (20, 40), (40, 10), (50, 20), (51, 160), (210, 0),
+                   (220, 0), (230, -1))
+    text += entity("TEXT", "NOTE", (10, 10), (20, 90), (40, 5), (1, "Bracket"))
+    return text + group(0, "ENDSEC") + group(0, "EOF")
 
 
 if __name__ == "__main__":
-    (pathlib.Path(__file__).parent / "bracket.drl").write_text(program(), newline="\n")
+    target = pathlib.Path(__file__).with_name("bracket.dxf")
+    target.write_text(drawing(), encoding="ascii", newline="\r\n")

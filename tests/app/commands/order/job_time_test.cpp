@@ -173,7 +173,7 @@ const RefusedCase refused_cases[] = {
      "expected feeds of at least 1 mm per minute"},
     {"a_negative_tool_change", "0,0\n", with(heights, {"--tool-change-seconds", "-1"}),
      "expected a number from 0 to 100000"},
-    {"a_tool_change_that_is_no_number", "0,0\n", with(heights, {"--tool-change-seconds", "nan"}),
+    {"a_tool_change_of_nan", "0,0\n", with(heights, {"--tool-change-seconds", "nan"}),
      "expected a number from 0 to 100000"},
     {"a_depth_of_zero", "0,0\n", with(heights, {"--depth", "0"}), "expected a number above 0"}};
 

@@ -172,7 +172,7 @@ TEST(samples, of_the_parts_are_the_output_of_their_scripts) {
         GTEST_SKIP() << "python3 is not installed";
     }
     const std::string samples = NMK_SOURCE_DIR "/samples/";
-    for (const std::string part : {"cover_plate", "bracket"}) {
+    for (const std::string part : {"cover_plate", "base_plate"}) {
         const ScratchDirectory folder;
         const std::string script = folder.path() + "/make_" + part + ".py";
         std::filesystem::copy_file(samples + "make_" + part + ".py", script);
