@@ -10,7 +10,7 @@
 #include <system_error>
 
 #include "commands/order/gcode_output.h"
-#include "commands/order/measure_options.h"
+#include "commands/order/job_time.h"
 #include "commands/order/sort_type_names.h"
 #include "files/base_name.h"
 #include "files/read_whole_file.h"
@@ -168,7 +168,7 @@ Problem check(OrderOptions& options) {
     }
     options.file_name = options.files.front();
     for (const auto& rule : {check_several, check_gcode, check_output, check_names, check_ends,
-                             check_search, check_avoid}) {
+                             check_search, check_avoid, check_job_time}) {
         if (Problem problem = rule(options); !problem.empty()) {
             return problem;
         }
@@ -196,6 +196,8 @@ void declare_ordering(nmk_shell::OptionTable& table, OrderOptions& options) {
                  "end the search so long after the start of the command (type best)");
     table.option("--across-tools", options.across_tools,
                  "one order of all items, whatever their tool");
+    table.option("--merge-tools", options.merge_tools,
+                 "make one tool of those with one diameter, in the written file too");
     table.option(
         "--start", "X,Y[,Z]|free",
         [&](const std::string& value) { return set_start(options, value); },
@@ -220,8 +222,8 @@ void declare_ordering(nmk_shell::OptionTable& table, OrderOptions& options) {
                  "largest difference of items in one row (x, y, diag..., concentric); default "
                  "0.1 mm");
     table.choice("--units", "UNIT", options.units, std::span(unit_names),
-                 "unit of --start, --end and --tolerance, of heights and feeds, and of a file "
-                 "that states none");
+                 "unit of --start, --end and --tolerance, of rates, accelerations, heights and "
+                 "feeds, and of a file that states none");
 }
 
 void declare_files(nmk_shell::OptionTable& table, OrderOptions& options) {
@@ -328,7 +330,7 @@ OrderRequest order_request(const OrderOptions& options, nmk_job::JobUnits file_u
     if (options.time_limit) {
         request.deadline = begin + seconds_until_deadline(*options.time_limit);
     }
-    request.measure = options.measure;
+    request.measure = measure_in_mm(options.measure, given);
     request.tolerance = options.tolerance ? mm(*options.tolerance) : default_tolerance;
     return request;
 }
