@@ -68,6 +68,16 @@ inline std::string binary_stl(const std::vector<Facet>& all) {
     return bytes;
 }
 
+inline std::string ttr(const std::vector<Facet>& all) {
+    std::string bytes(120 + 36 * all.size(), '\0');
+    const auto count = static_cast<std::uint32_t>(all.size());
+    std::memcpy(bytes.data() + 84, &count, sizeof count);
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        std::memcpy(bytes.data() + 120 + 36 * i, all[i].data(), sizeof all[i]);
+    }
+    return bytes;
+}
+
 inline void put_vertex(std::string& text, const Corner& corner) {
     char line[100];
     std::snprintf(line, sizeof line, "      vertex %e %e %e\n", static_cast<double>(corner[0]),

@@ -115,6 +115,7 @@ int main() {
         measure("memory, binary STL, 1e6 shuffled", ".stl", grid_model::binary_stl(shuffled));
     reached &= measure("memory, text STL, a grid of 1e6", ".stl", grid_model::text_stl(grid));
     reached &= measure("memory, Flue, a grid of 1e6", ".tri", grid_model::flue());
+    reached &= measure("memory, TTR, a grid of 1e6", ".ttr", grid_model::ttr(grid));
     reached &=
         measure_nmt("memory, NMT, 1e6 without shared nodes", *grid_model::unshared_block(grid));
     return reached ? 0 : 1;

@@ -135,6 +135,6 @@ void nmkNgkPolylineUtils::get_arc_length_position(const ngkCurvePtr3& curve, int
 
 ngkCurvePoint3 nmkNgkPolylineUtils::get_curve_point(const ngkCurvePtr3& curve,
                                                     const giPoint3& point,
-                                                    [[maybe_unused]] double tolerance) {
-    return curve->closest_point(point);
+                                                    double expected_fraction) {
+    return curve->closest_point(point, curve->t_at(expected_fraction));
 }

@@ -191,6 +191,17 @@ TEST(TriangleFileSTL, a_binary_file_may_say_solid_and_be_longer_than_its_facets)
     }
 }
 
+TEST(TriangleFileSTL, a_file_is_binary_that_holds_the_triangles_it_counts) {
+    EXPECT_EQ(TriangleFileSTL::binary_length(0), 84);
+    EXPECT_EQ(TriangleFileSTL::binary_length(0xFFFFFFFF), 84 + 50 * 0xFFFFFFFFLL);
+    for (const std::uint32_t count : {0U, 1U, 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU}) {
+        const std::int64_t length = TriangleFileSTL::binary_length(count);
+        EXPECT_FALSE(TriangleFileSTL::is_binary(length - 1, count)) << count;
+        EXPECT_TRUE(TriangleFileSTL::is_binary(length, count)) << count;
+        EXPECT_TRUE(TriangleFileSTL::is_binary(length + 1, count)) << count;
+    }
+}
+
 TEST(TriangleFileSTL, a_file_without_triangles_gives_no_block) {
     const auto read = read_all(model_samples::binary_stl({}));
     EXPECT_EQ(read->status, 1);

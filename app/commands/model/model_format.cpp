@@ -3,6 +3,7 @@
 #include "commands/model/model_format.h"
 
 #include <nmktoolbox/files/nmkFilenameExt.h>
+#include <stlfile/TriangleFileSTL.h>
 
 #include <cstdint>
 #include <cstring>
@@ -22,9 +23,7 @@ constexpr nmk_shell::Choice<FormatChoice> choices[] = {
 // How much of a file is looked at.
 constexpr std::size_t head_size = 4096;
 
-// Sizes of the binary formats, in bytes.
-constexpr std::int64_t stl_header = 84;
-constexpr std::int64_t stl_triangle = 50;
+// Sizes of TTR, in bytes.
 constexpr std::int64_t ttr_header = 120;
 constexpr std::int64_t ttr_triangle = 36;
 
@@ -56,10 +55,8 @@ FileHead head_of(apINMKFile& file) {
     return head;
 }
 
-/// The same rule as in TriangleFileSTL: enough bytes for its count, whatever its header says.
 bool holds_binary_stl(const FileHead& head) {
-    return head.length >= stl_header + stl_triangle * head.number_at(stl_count_at) &&
-           head.length >= stl_header;
+    return TriangleFileSTL::is_binary(head.length, head.number_at(stl_count_at));
 }
 
 bool begins_with_solid(const FileHead& head) {
@@ -86,11 +83,11 @@ bool has_flue_mark(const FileHead& head) {
 }
 
 std::optional<ModelFormat> format_of_content(const FileHead& head) {
-    const std::int64_t stl_triangles = head.number_at(stl_count_at);
+    const std::uint32_t stl_triangles = head.number_at(stl_count_at);
     const std::int64_t ttr_triangles = head.number_at(ttr_count_at);
     if (head.bytes.starts_with("NMTF")) return ModelFormat::nmt;
     if (begins_with_solid(head)) return stl_of(head);
-    if (stl_triangles > 0 && head.length == stl_header + stl_triangle * stl_triangles) {
+    if (stl_triangles > 0 && head.length == TriangleFileSTL::binary_length(stl_triangles)) {
         return ModelFormat::binary_stl;
     }
     if (ttr_triangles > 0 && head.length == ttr_header + ttr_triangle * ttr_triangles) {

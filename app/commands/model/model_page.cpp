@@ -128,8 +128,11 @@ std::string paragraph(const std::string& words) {
 
 }  // namespace
 
-std::string model_page(const ModelFigures& figures, const WeldedMesh& mesh, ViewSide side) {
-    const WeldedMesh shown = reduced_mesh(mesh, max_page_triangles);
+std::optional<std::string> model_page(const ModelFigures& figures, const WeldedMesh& mesh,
+                                      ViewSide side, nmkProgressBreak& progress) {
+    const std::optional<WeldedMesh> reduced = reduced_mesh(mesh, max_page_triangles, progress);
+    if (!reduced) return std::nullopt;
+    const WeldedMesh& shown = *reduced;
     std::string content = paragraph(model_summary(figures) + "; " + fault_summary(figures));
     content += toolbar() + model_canvas(figures, shown, side) + hint;
     const bool has_free = figures.free_edges > 0;

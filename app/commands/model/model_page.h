@@ -1,7 +1,10 @@
 // model_page.h: one self-contained HTML page in which a model is turned, with its figures.
 #pragma once
 
+#include <nmkprogressbreak/nmkProgressBreak.h>
+
 #include <cstddef>
+#include <optional>
 #include <string>
 
 #include "commands/model/model_figures.h"
@@ -14,6 +17,8 @@ namespace nmk_model {
 inline constexpr std::size_t max_page_triangles = 150'000;
 inline constexpr std::size_t max_page_edges = 50'000;
 
-std::string model_page(const ModelFigures& figures, const WeldedMesh& mesh, ViewSide side);
+/// The page; empty after a request to stop.
+std::optional<std::string> model_page(const ModelFigures& figures, const WeldedMesh& mesh,
+                                      ViewSide side, nmkProgressBreak& progress);
 
 }  // namespace nmk_model

@@ -32,7 +32,9 @@ std::optional<std::vector<nmk_files::OutputFile>> outputs(const ModelOptions& op
         files.push_back({options.svg_file, model_picture(figures, *view, options.from)});
     }
     if (!options.html_file.empty()) {
-        files.push_back({options.html_file, model_page(figures, mesh, options.from)});
+        auto page = model_page(figures, mesh, options.from, progress);
+        if (!page) return std::nullopt;
+        files.push_back({options.html_file, *std::move(page)});
     }
     return files;
 }

@@ -3,6 +3,7 @@
 #include "commands/model/reduced_mesh.h"
 
 #include <geometry/giBox3.h>
+#include <nmkprogressbreak/nmkProgressBreak.h>
 
 #include <algorithm>
 #include <cmath>
@@ -91,12 +92,16 @@ class Clusters {
 
 }  // namespace
 
-WeldedMesh reduced_mesh(const WeldedMesh& mesh, std::size_t max_triangles) {
+std::optional<WeldedMesh> reduced_mesh(const WeldedMesh& mesh, std::size_t max_triangles,
+                                       nmkProgressBreak& progress) {
     if (mesh.triangles.size() <= max_triangles) return mesh;
     WeldedMesh best;
     double low = 1.0;
     double high = max_cells;
+    progress.send_progress_bar_to_0("Reducing");
+    progress.set_range(std::log(max_cells / finest_step));
     while (high / low > finest_step) {
+        if (progress.jump_to(std::log(max_cells / (high / low))) != 0) return std::nullopt;
         const double cells = std::floor(std::sqrt(low * high));
         if (cells == low) break;
         WeldedMesh reduced = Clusters(mesh, cells).mesh();
@@ -104,6 +109,7 @@ WeldedMesh reduced_mesh(const WeldedMesh& mesh, std::size_t max_triangles) {
         if (fits) best = std::move(reduced);
         (fits ? low : high) = cells;
     }
+    progress.send_progress_bar_to_100();
     return best;
 }
 

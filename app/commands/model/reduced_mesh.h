@@ -1,6 +1,11 @@
 // reduced_mesh.h: a mesh with few enough triangles for a page.
 #pragma once
 
+#include <nmkprogressbreak/nmkProgressBreak.h>
+
+#include <cstddef>
+#include <optional>
+
 #include "commands/model/welded_mesh.h"
 
 namespace nmk_model {
@@ -9,7 +14,8 @@ namespace nmk_model {
 /// as fine as the limit allows, without the triangles that become degenerate. Each cell keeps the
 /// mean of its nodes.
 /// Method: Rossignac and Borrel, Multi-resolution 3D approximations for rendering complex scenes,
-/// 1993.
-WeldedMesh reduced_mesh(const WeldedMesh& mesh, std::size_t max_triangles);
+/// 1993. Empty after a request to stop; each trial of a grid is reported.
+std::optional<WeldedMesh> reduced_mesh(const WeldedMesh& mesh, std::size_t max_triangles,
+                                       nmkProgressBreak& progress);
 
 }  // namespace nmk_model

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "commands/order/keep_out_marks.h"
+#include "commands/order/length_texts.h"
 #include "commands/order/order_cuts.h"
 #include "commands/order/order_places.h"
 #include "commands/order/order_travel.h"
@@ -25,6 +26,7 @@ using nmk_draw::SvgPoint;
 
 constexpr double cell_size = 16.0;  // of the letters
 constexpr double cell_margin = 8.0;
+constexpr double max_scale_bar = 140.0;  // pixels
 
 void draw_gradient(SvgDocument& svg, SvgPoint at, double width, bool dashed) {
     constexpr int parts = 16;
@@ -144,13 +146,14 @@ nmk_draw::LegendEntries marks_legend(const OrderDrawing& drawing) {
 
 nmk_draw::LegendEntries tools_legend(const OrderDrawing& drawing) {
     const ToolGroups& groups = drawing.plan.tools;
+    const LengthTexts text(drawing.job.units);
     nmk_draw::LegendEntries entries;
     for (std::size_t i = 0; i < groups.count(); ++i) {
         const nmk_job::JobTool& tool = drawing.job.tools[i];
-        const std::string words =
-            groups.is_rest(i) ? std::to_string(groups.tools - groups.own()) + " more tools"
-            : tool.diameter   ? tool.name + ", " + nmk_text::short_number(*tool.diameter, 3) + " mm"
-                              : tool.name;
+        const std::string words = groups.is_rest(i)
+                                      ? std::to_string(groups.tools - groups.own()) + " more tools"
+                                  : tool.diameter ? tool.name + ", " + text.tool(*tool.diameter)
+                                                  : tool.name;
         entries.push_back(
             {words, 16, [colour = group_colour(groups, i)](SvgDocument& svg, SvgPoint at) {
                  svg.rectangle({at.x, at.y - 8}, 16, 16,
@@ -161,17 +164,19 @@ nmk_draw::LegendEntries tools_legend(const OrderDrawing& drawing) {
 }
 
 void draw_scale_bar(SvgDocument& svg, nmk_draw::PictureColumn column, double top,
-                    double pixels_per_mm) {
-    const double length = nmk_draw::round_length(140.0 / pixels_per_mm);
+                    const OrderDrawing& drawing) {
+    const nmk_job::JobUnits units = drawing.job.units;
+    const double pixels_per_unit = drawing.view.scale * nmk_job::mm_of(units);
+    const double length = nmk_draw::round_length(max_scale_bar / pixels_per_unit);
     const double right = column.right;
-    const double left = right - length * pixels_per_mm;
+    const double left = right - length * pixels_per_unit;
     const double y = top + 12.0;
     svg.open_group("stroke=\"#3c4654\" stroke-width=\"1.5\"");
     svg.line({left, y}, {right, y});
     svg.line({left, y - 5}, {left, y + 5});
     svg.line({right, y - 5}, {right, y + 5});
     svg.close_group();
-    svg.text({left - 9, y + 5}, nmk_text::short_number(length, 9) + " mm",
+    svg.text({left - 9, y + 5}, nmk_text::short_number(length, 9) + " " + length_unit(units),
              std::string(nmk_draw::legend_text) + " text-anchor=\"end\"");
 }
 

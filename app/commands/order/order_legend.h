@@ -19,9 +19,9 @@ nmk_draw::LegendEntries marks_legend(const OrderDrawing& drawing);
 /// The tools with their colours and diameters, one entry for each group of the drawing.
 nmk_draw::LegendEntries tools_legend(const OrderDrawing& drawing);
 
-/// A bar of a round number of millimetres, its right end at the column's.
+/// A bar of a round length in the unit of the file, its right end at the column's.
 void draw_scale_bar(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, double top,
-                    double pixels_per_mm);
+                    const OrderDrawing& drawing);
 
 double draw_figures(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, double top,
                     const OrderReport& report);

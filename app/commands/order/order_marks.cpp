@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "commands/order/length_texts.h"
 #include "commands/order/order_places.h"
 #include "draw/end_marks.h"
 #include "draw/fitted_text.h"
@@ -213,7 +214,8 @@ void draw_marks(nmk_draw::SvgDocument& svg, const nmk_draw::LabelBox& panel,
                          [](const RunEnds& run) { return run.start; });
     }
     if (longest.length > 0.0) {
-        const std::string words = "longest " + nmk_text::fixed_number(longest.length, 1) + " mm";
+        const LengthTexts text(runs.units);
+        const std::string words = "longest " + text.travel_with_unit(longest.length);
         const nmk_draw::SvgPoint middle{(longest.from().x + longest.to().x) / 2,
                                         (longest.from().y + longest.to().y) / 2};
         labels.write(middles_beside(longest, label_width(words)), middle, longest.group, words,

@@ -39,7 +39,8 @@ void draw_panel(nmk_draw::SvgDocument& svg, const OrderDrawing& drawing,
     view.corner.x += right;
     svg.rectangle({panel.left, panel.top}, panel.width, panel.height,
                   "rx=\"6\" fill=\"#fbfcfd\" stroke=\"#c5ccd4\"");
-    const TravelRuns runs{drawing.job.items, drawing.ordered.runs, order, view, drawing.plan};
+    const TravelRuns runs{drawing.job.items, drawing.ordered.runs, order, view,
+                          drawing.plan,      drawing.job.units};
     if (const Avoided* avoided = avoided_by(drawing.ordered.runs)) {
         draw_keep_outs(svg, view, *avoided);
     }

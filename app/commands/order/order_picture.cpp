@@ -2,6 +2,7 @@
 
 #include "commands/order/order_picture.h"
 
+#include "commands/order/length_texts.h"
 #include "commands/order/order_legend.h"
 #include "commands/order/order_panel.h"
 #include "draw/fitted_text.h"
@@ -47,7 +48,7 @@ void draw_half(nmk_draw::SvgDocument& svg, const OrderDrawing& drawing, bool aft
 /// What is below the panels; returns its lower edge.
 double draw_foot(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, double top,
                  const OrderDrawing& drawing, const OrderReport& report) {
-    draw_scale_bar(svg, column, top, drawing.view.scale);
+    draw_scale_bar(svg, column, top, drawing);
     const nmk_draw::PictureColumn beside_bar{column.left, column.right - scale_bar_width};
     double y = nmk_draw::draw_legend(svg, beside_bar, top, marks_legend(drawing));
     y = nmk_draw::draw_legend(svg, column, y, tools_legend(drawing));
@@ -60,9 +61,10 @@ double draw_foot(nmk_draw::SvgDocument& svg, nmk_draw::PictureColumn column, dou
 }
 
 /// "travel 120.5 mm", with the time where the order was made for it.
-std::string figures_text(const TravelFigures& figures, nmkTravelMeasure kind) {
-    const std::string travel =
-        "travel " + nmk_text::fixed_number(shown_travel(figures, kind), 1) + " mm";
+std::string figures_text(const TravelFigures& figures, const OrderReport& report) {
+    const nmkTravelMeasure kind = report.request.measure.kind;
+    const LengthTexts text(report.file_units);
+    const std::string travel = "travel " + text.travel_with_unit(shown_travel(figures, kind));
     return kind == nmkTravelMeasure::time
                ? travel + ", " + nmk_text::fixed_number(figures.seconds, 1) + " s"
                : travel;
@@ -85,14 +87,13 @@ std::string order_picture(const nmk_job::MachiningJob& job, const OrderedJob& or
 }
 
 std::string before_figures(const OrderReport& report) {
-    return figures_text(report.figures.total.before, report.request.measure.kind);
+    return figures_text(report.figures.total.before, report);
 }
 
 std::string after_figures(const OrderReport& report) {
-    const nmkTravelMeasure kind = report.request.measure.kind;
     const ToolFigures& total = report.figures.total;
-    return figures_text(total.after, kind) + ", saved " +
-           nmk_text::fixed_number(saved_percent(total, kind), 1) + " %";
+    return figures_text(total.after, report) + ", saved " +
+           nmk_text::fixed_number(saved_percent(total, report.request.measure.kind), 1) + " %";
 }
 
 }  // namespace nmk_order

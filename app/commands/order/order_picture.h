@@ -11,7 +11,7 @@ namespace nmk_order {
 std::string order_picture(const nmk_job::MachiningJob& job, const OrderedJob& ordered,
                           const OrderReport& report);
 
-/// "travel 14520.2 mm"
+/// "travel 14520.2 mm", in the unit of the file
 std::string before_figures(const OrderReport& report);
 
 /// "travel 4470.4 mm, saved 69.2 %"

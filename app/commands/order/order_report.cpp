@@ -6,6 +6,7 @@
 
 #include "commands/order/gcode_output.h"
 #include "commands/order/job_notes.h"
+#include "commands/order/length_texts.h"
 #include "commands/order/sort_type_names.h"
 #include "files/read_whole_file.h"
 #include "text/number_format.h"
@@ -40,14 +41,6 @@ std::string ends_text(const TravelEnds& ends, nmk_job::JobUnits units) {
                     : ends.end == ends.start ? " and back"
                                              : " to " + point_text(*ends.end, units));
 }
-
-}  // namespace
-
-std::string length_unit(nmk_job::JobUnits units) {
-    return units == nmk_job::JobUnits::inches ? "in" : "mm";
-}
-
-namespace {
 
 std::vector<BentMove> bent_moves(const nmk_job::MachiningJob& job, const OrderedJob& ordered) {
     std::vector<BentMove> moves;

@@ -29,9 +29,6 @@ struct OrderReport {
     std::vector<std::string> notes;
 };
 
-/// "mm" or "in"
-std::string length_unit(nmk_job::JobUnits units);
-
 /// The notes are those of the ordering, then those of the job.
 OrderReport report_of(const OrderOptions& options, const OrderRequest& request,
                       const nmk_job::MachiningJob& job, const OrderedJob& ordered);

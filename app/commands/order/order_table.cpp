@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "commands/order/length_texts.h"
 #include "text/escaped_text.h"
 #include "text/number_format.h"
 #include "text/wrapped_text.h"
@@ -14,31 +15,6 @@ namespace {
 
 // A longer name is cut in the table, which then fits a terminal.
 constexpr std::size_t max_name_length = 7;
-
-// From here on a travel has no decimals.
-constexpr double long_travel = 1e5;
-
-/// Lengths in the unit of the file.
-class LengthTexts {
-  public:
-    explicit LengthTexts(nmk_job::JobUnits units)
-        : m_units(units), m_decimals(units == nmk_job::JobUnits::inches ? 1 : 0) {}
-
-    std::string diameter(double length) const { return fixed(length, 3 + m_decimals); }
-
-    std::string travel(double length) const {
-        const bool is_long = length / nmk_job::mm_of(m_units) >= long_travel;
-        return fixed(length, is_long ? 0 : 1 + m_decimals);
-    }
-
-  private:
-    std::string fixed(double length, int decimals) const {
-        return nmk_text::fixed_number(length / nmk_job::mm_of(m_units), decimals);
-    }
-
-    nmk_job::JobUnits m_units;
-    int m_decimals;  // more than for millimetres
-};
 
 std::vector<std::string> row_cells(const ToolFigures& row, const OrderReport& report) {
     const LengthTexts text(report.file_units);

@@ -18,6 +18,7 @@ struct TravelRuns {
     const nmk_job::JobOrder& order;
     const PartView& view;
     const DrawingPlan& plan;
+    nmk_job::JobUnits units = nmk_job::JobUnits::millimetres;  // of the file
 
     nmk_draw::SvgPoint entry_at(const nmk_job::JobCut& cut) const {
         return view.at(nmk_job::entry_of(items[cut.item], cut.reversed));

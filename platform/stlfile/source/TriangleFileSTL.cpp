@@ -61,6 +61,10 @@ TriangleFileSTL::TriangleFileSTL(slfINodeUnduplicator* unduplicator)
 
 TriangleFileSTL::~TriangleFileSTL() = default;
 
+std::int64_t TriangleFileSTL::binary_length(std::uint32_t triangles) {
+    return binary_header_size + binary_facet_size * triangles;
+}
+
 int TriangleFileSTL::read_next(double* const corners) { return read_kept(corners); }
 
 int TriangleFileSTL::get_block(giTriBlock& block) {
@@ -127,7 +131,7 @@ int TriangleFileSTL::read_header() {
     const std::int64_t length = m_file->length();
     std::uint32_t count = 0;
     const bool has_count = binary_triangles(count) == 0;
-    const bool is_whole = has_count && length >= binary_header_size + binary_facet_size * count;
+    const bool is_whole = has_count && is_binary(length, count);
     if (!is_whole && nmk_stlfile::TextFacets::is_text(*m_file)) {
         m_text = std::make_unique<nmk_stlfile::TextFacets>(*m_file);
         return 0;

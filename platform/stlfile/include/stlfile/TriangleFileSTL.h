@@ -34,6 +34,14 @@ class TriangleFileSTL : public TriangleFile {
 
     int read_next(double* const corners) override;
 
+    /// The length of a binary file with so many triangles and nothing behind them: 84 + 50 n.
+    static std::int64_t binary_length(std::uint32_t triangles);
+
+    /// Whether a file of this length is binary, `count` being the number at offset 80.
+    static bool is_binary(std::int64_t length, std::uint32_t count) {
+        return length >= binary_length(count);
+    }
+
     /// Appends all triangles that are left; 1 where none is left. A block whose triangles end in a
     /// failure keeps those before it.
     int get_block(giTriBlock& block) override;

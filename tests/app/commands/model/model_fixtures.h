@@ -90,14 +90,21 @@ inline nmk_shell::Printed run_words(std::vector<std::string> words) {
     return nmk_shell::run(words);
 }
 
-/// Requests a stop at the call of that number, from 1.
+/// Requests a stop at the call of that number, from 1; of a stage of this title, if it has one.
 class Stopper : public nmkProgressBreak {
   public:
-    explicit Stopper(int last_call) : m_calls_left(last_call) {}
-    int jump_to(double) override { return --m_calls_left <= 0 ? 1 : 0; }
+    explicit Stopper(int last_call, std::string stage = {})
+        : m_calls_left(last_call), m_stage(std::move(stage)) {}
+    int send_progress_bar_to_0(const char* title) override { return m_title = title, 0; }
+    int jump_to(double) override {
+        if (!m_stage.empty() && m_title != m_stage) return 0;
+        return --m_calls_left <= 0 ? 1 : 0;
+    }
 
   private:
     int m_calls_left;
+    std::string m_stage;
+    std::string m_title;
 };
 
 /// Words of a command line that are refused, and the message.

@@ -197,12 +197,14 @@ TEST(shaded_view, of_a_flat_model_on_its_edge_is_a_thin_image) {
 
 TEST(reduced_mesh, keeps_a_small_mesh_as_it_is) {
     const WeldedMesh mesh = mesh_of(cube({0, 0, 0}, 1));
-    EXPECT_EQ(reduced_mesh(mesh, 12).triangles, mesh.triangles);
+    Stopper silent(1'000'000);
+    EXPECT_EQ(reduced_mesh(mesh, 12, silent)->triangles, mesh.triangles);
 }
 
 TEST(reduced_mesh, keeps_the_shape_of_a_large_mesh_within_the_limit) {
     const WeldedMesh mesh = mesh_of(model_samples::grid(100));
-    const WeldedMesh reduced = reduced_mesh(mesh, 3000);
+    Stopper silent(1'000'000);
+    const WeldedMesh reduced = *reduced_mesh(mesh, 3000, silent);
     EXPECT_LE(reduced.triangles.size(), 3000U);
     EXPECT_GE(reduced.triangles.size(), 2000U);
     double area = 0.0;
@@ -269,6 +271,25 @@ TEST_F(model_view, leaves_no_file_whenever_it_is_stopped) {
         EXPECT_EQ(folder.file_count(), codes.contains(0) ? 2U : 1U);
     }
     EXPECT_EQ(codes, (std::set<int>{0, 1}));
+}
+
+TEST_F(model_view, leaves_no_page_whenever_its_making_is_stopped) {
+    ModelOptions options;
+    options.action = Action::view;
+    options.files = {folder.file("a.stl", binary_stl(model_samples::grid(280)))};
+    options.html_file = file("a.html");
+    std::size_t stops = 0;
+    for (int call = 1; stops == 0 || folder.file_count() == 1; ++call) {
+        Stopper stopper(call, "Reducing");
+        std::ostringstream out;
+        std::ostringstream err;
+        const int code = run_model(options, out, err, stopper);
+        EXPECT_EQ(folder.file_count(), code == 0 ? 2U : 1U);
+        if (code == 0) break;
+        EXPECT_EQ(err.str(), "nmk model: stopped; nothing was written\n");
+        ++stops;
+    }
+    EXPECT_GE(stops, 5U) << "trials of a grid";
 }
 
 class model_view_options : public testing::TestWithParam<WrongWords> {};

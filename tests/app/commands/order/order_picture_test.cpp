@@ -234,6 +234,19 @@ INSTANTIATE_TEST_SUITE_P(
                     Crowd{"120000_slots", 30, 4000, true}, Crowd{"8000_tools", 8000, 2, false},
                     Crowd{"50000_tools", 50'000, 1, false}));
 
+TEST(order_picture, shows_the_lengths_of_an_inch_file_in_inches) {
+    const ScratchDirectory folder;
+    const std::string file =
+        folder.file("i.drl", "M48\nINCH,TZ,00.0000\nT1C0.028\n%\nT1\nX0Y0\nX30000Y40000\nM30\n");
+    const std::string svg = picture_of(file, "none");
+    for (const char* words : {">travel 5.00 in<", ">travel 5.00 in, saved 0.0 %<", ">0.5 in<",
+                              ">longest 5.00 in<", ">T1, 0.028 in<"}) {
+        EXPECT_NE(svg.find(words), std::string::npos) << words;
+    }
+    EXPECT_EQ(svg.find(" mm<"), std::string::npos);
+    EXPECT_EQ(svg.find(" mm,"), std::string::npos);
+}
+
 TEST(order_picture, past_some_dozens_of_tools_there_are_no_labels_of_tools) {
     const std::string some = DrawnJob(random_job(36, 3, 4)).picture();
     EXPECT_GT(labels(some, "T").size(), 100U);

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <nmktoolbox/ordering/nmkTravelWays.h>
 
+#include <ostream>
 #include <set>
 #include <string>
 #include <utility>
@@ -141,6 +142,10 @@ struct BadJob {
     const char* name;
     void (*change)(nmk_job::MachiningJob& job, GcodeSettings& given);
     const char* expected;
+
+    friend std::ostream& operator<<(std::ostream& out, const BadJob& bad) {
+        return out << bad.name;
+    }
 };
 
 class gcode_writer_job : public testing::TestWithParam<BadJob> {};
@@ -193,6 +198,10 @@ struct BadSettings {
     const char* name;
     void (*change)(GcodeSettings& given);
     const char* expected;
+
+    friend std::ostream& operator<<(std::ostream& out, const BadSettings& bad) {
+        return out << bad.name;
+    }
 };
 
 class gcode_writer_error : public testing::TestWithParam<BadSettings> {};
