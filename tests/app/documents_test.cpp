@@ -147,10 +147,11 @@ TEST_P(document_pages, show_what_their_commands_print) {
 }
 
 INSTANTIATE_TEST_SUITE_P(pages, document_pages,
-                         testing::Values(PageCase{"id", 2, 2, 0}, PageCase{"electrode", 4, 2, 0},
+                         testing::Values(PageCase{"order-options", 13, 0, 13},
+                                         PageCase{"id", 2, 2, 0}, PageCase{"electrode", 4, 2, 0},
                                          PageCase{"config", 2, 2, 0}, PageCase{"model", 3, 2, 1},
                                          PageCase{"curve", 6, 4, 2}),
-                         [](const auto& tested) { return std::string(tested.param.name); });
+                         nmk_job::CaseName());
 
 /// The long options in a text.
 std::set<std::string> options_in(const std::string& text) {
@@ -178,8 +179,9 @@ TEST(documents, name_output_files_that_the_clone_ignores) {
     for (std::string rule; std::getline(rules, rule);) ignored.insert(rule);
     int outputs = 0;
     const std::regex written("(?:-o|--svg|--debug-svg|--html|--csv) ([a-z]+\\.[a-z]+)");
-    for (const std::string name : {"README.md", "docs/nmk-order.md", "docs/nmk-route.md",
-                                   "docs/nmk-solve.md", "docs/nmk-model.md", "docs/nmk-curve.md"}) {
+    for (const std::string name :
+         {"README.md", "docs/nmk-order.md", "docs/nmk-route.md", "docs/nmk-solve.md",
+          "docs/nmk-model.md", "docs/nmk-curve.md", "docs/nmk-order-options.md"}) {
         std::istringstream lines(nmk_job::bytes_of_file(root + name));
         for (std::string line; std::getline(lines, line);) {
             if (!line.starts_with("nmk ") && !line.starts_with("| `./nmk ")) continue;

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "file_contents.h"
 #include "platform/xml_documents.h"
 #include "scratch_directory.h"
 
@@ -58,6 +59,8 @@ const RefusedCase refused[] = {
     {"an_end_tag_with_attribute", "<a></a b='c'>", "1:8 expected > in the end tag"},
     {"a_blank_before_the_name", "< a/>", "1:2 expected a name behind <"},
     {"a_name_that_begins_with_a_digit", "<1/>", "1:2 expected a name behind <"},
+    {"a_name_that_begins_with_a_hyphen", "<-a/>", "1:2 expected a name behind <"},
+    {"a_name_that_begins_with_a_full_stop", "<.a/>", "1:2 expected a name behind <"},
     {"a_name_that_begins_with_a_dot", "<a .b=''/>",
      "1:4 expected the name of an attribute, > or />"},
     {"a_name_with_a_sign", "<a+b/>", "1:3 " + in_tag},
@@ -202,6 +205,7 @@ const ReadCase read_cases[] = {
     {"ascii", "<?xml version='1.0' encoding='US-ASCII'?><a>b</a>", "b"},
     {"version_1_1", "<?xml version=\"1.1\" standalone='no' ?><a>b</a>", "b"},
     {"names_of_all_scripts", "<\xE4\xB8\xAD \xC3\xA9-\xC2\xB7.1='x'>b</\xE4\xB8\xAD\n>", "b"},
+    {"a_name_of_ascii_and_other_letters", "<na\xC3\xAFve-1>b</na\xC3\xAFve-1>", "b"},
     {"instructions_and_comments", "<?a?><!----><?b c?d?><a>b</a><!-- c --><?xml-e?>\n", "b"},
 };
 
@@ -248,6 +252,48 @@ TEST(axmDocumentFactory, reads_and_saves_a_million_levels) {
     ASSERT_NE(document, nullptr);
     ASSERT_TRUE(axmDocumentFactory().save(*document, path_of(name)));
     EXPECT_LT(std::filesystem::file_size(name), text.size() + 100);
+}
+
+// The root is at level 1.
+TEST(axmDocumentFactory, indents_a_document_of_up_to_64_levels_that_was_read_or_made) {
+    const ScratchDirectory scratch;
+    const std::string name = scratch.path() + "/a.xml";
+    const axmDocumentFactory factory;
+    for (const int levels : {63, 64, 65}) {
+        std::string text;
+        for (int i = 0; i < levels; ++i) text += "<a>";
+        for (int i = 0; i < levels; ++i) text += "</a>";
+        const auto read = parsed(text);
+        const auto made = factory.create(apString(L"a"));
+        ASSERT_TRUE(read != nullptr && made != nullptr);
+        std::shared_ptr<axmNode> deepest = made->root_element();
+        for (int i = 1; i < levels; ++i) {
+            const auto child = made->create_element(apString(L"a"));
+            ASSERT_TRUE(deepest->append_child(child));
+            deepest = child;
+        }
+        for (const auto& document : {read, made}) {
+            ASSERT_TRUE(factory.save(*document, path_of(name)));
+            const bool is_indented = contents_of(name).find("\n  <a>") != std::string::npos;
+            EXPECT_EQ(is_indented, levels <= 64) << levels;
+        }
+    }
+}
+
+TEST(axmDocumentFactory, counts_a_text_as_a_level_of_its_own) {
+    const ScratchDirectory scratch;
+    const std::string name = scratch.path() + "/a.xml";
+    for (const int levels : {63, 64}) {
+        std::string text;
+        for (int i = 0; i < levels; ++i) text += "<a>";
+        text += "x";
+        for (int i = 0; i < levels; ++i) text += "</a>";
+        const auto document = parsed(text);
+        ASSERT_NE(document, nullptr);
+        ASSERT_TRUE(axmDocumentFactory().save(*document, path_of(name)));
+        const bool is_indented = contents_of(name).find("\n  <a>") != std::string::npos;
+        EXPECT_EQ(is_indented, levels == 63) << levels;
+    }
 }
 
 TEST(axmDocumentFactory, cuts_a_long_name_in_its_message) {

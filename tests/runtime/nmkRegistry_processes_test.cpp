@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <new>
@@ -133,6 +134,17 @@ void end(pid_t process) {
     ::waitpid(process, nullptr, 0);
 }
 
+// Microseconds within which a new process ends about two sessions on this machine as it is loaded
+// now, at least 12,000.
+unsigned time_of_two_sessions(std::atomic<int>& finished) {
+    const auto begin = std::chrono::steady_clock::now();
+    const pid_t process = start(finished);
+    EXPECT_TRUE(goes_on(finished) && goes_on(finished));
+    end(process);
+    const std::chrono::duration<double, std::micro> time = std::chrono::steady_clock::now() - begin;
+    return std::max(12000u, static_cast<unsigned>(time.count()));
+}
+
 }  // namespace
 
 TEST(nmkRegistry_processes, two_processes_with_eight_threads_lose_no_change) {
@@ -187,9 +199,10 @@ TEST(nmkRegistry_processes,
     const RegistryScratch scratch;
     const SharedNumber finished;
     std::mt19937 random(seed);
+    const unsigned longest = time_of_two_sessions(*finished);
     for (int round = 0; round < 200; ++round) {
         const pid_t process = start(*finished);
-        std::this_thread::sleep_for(std::chrono::microseconds(random() % 12000));
+        std::this_thread::sleep_for(std::chrono::microseconds(random() % longest));
         end(process);
         nmkRegistry registry;
         ASSERT_NE(registry.valid(), 0) << "round " << round << ", seed " << seed;

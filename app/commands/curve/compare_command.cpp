@@ -94,7 +94,7 @@ std::string picture_of(const CurveOptions& options, const ComparedFile& a, const
     for (const ngkCurvePtr3& curve : scene.curves) {
         scene.facts.push_back(curve_facts(curve, options.tolerance));
     }
-    if (comparison.difference != Difference::none) {
+    if (comparison.on_a.is_set() && comparison.on_b.is_set()) {
         scene.found = FoundPlace{comparison.on_a, comparison.on_b, "difference"};
     }
     return curve_picture(scene);

@@ -85,6 +85,7 @@ giBox3 shown_box(const std::vector<ngkCurvePtr3>& curves, const std::vector<giPo
     giBox3 box;
     for (const ngkCurvePtr3& curve : curves) add_curve(box, *curve);
     for (const giPoint3& point : points) box.add(point);
+    if (box.is_empty()) box.add(giPoint3(giOrigin::origin));
     return box;
 }
 

@@ -24,6 +24,10 @@ constexpr double max_cells = 1 << 20;
 // The search ends where the next finer grid is at most so many times as fine.
 constexpr double finest_step = 1.06;
 
+// For the progress bar: each trial halves the logarithm of the range, and 8 lead from max_cells to
+// below finest_step.
+constexpr double expected_trials = 8.0;
+
 /// Joins the nodes in the cells of a grid with so many cells along the longest side.
 class Clusters {
   public:
@@ -99,9 +103,10 @@ std::optional<WeldedMesh> reduced_mesh(const WeldedMesh& mesh, std::size_t max_t
     double low = 1.0;
     double high = max_cells;
     progress.send_progress_bar_to_0("Reducing");
-    progress.set_range(std::log(max_cells / finest_step));
+    progress.set_range(expected_trials);
+    double trials = 0.0;
     while (high / low > finest_step) {
-        if (progress.jump_to(std::log(max_cells / (high / low))) != 0) return std::nullopt;
+        if (progress.jump_to(trials++) != 0) return std::nullopt;
         const double cells = std::floor(std::sqrt(low * high));
         if (cells == low) break;
         WeldedMesh reduced = Clusters(mesh, cells).mesh();

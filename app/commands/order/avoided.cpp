@@ -151,8 +151,7 @@ std::string Avoided::name(int keep_out) const {
     return nmk_files::base_name(m_file_name) + ":" + std::to_string(line);
 }
 
-nmk_text::Result<std::shared_ptr<const Avoided>> read_avoided(const std::string& file_name,
-                                                              const TravelMeasure& measure) {
+nmk_text::Result<std::shared_ptr<const Avoided>> read_avoided(const std::string& file_name) {
     if (file_name.empty()) {
         return std::shared_ptr<const Avoided>();
     }
@@ -168,7 +167,15 @@ nmk_text::Result<std::shared_ptr<const Avoided>> read_avoided(const std::string&
         return read.error();
     }
     return std::shared_ptr<const Avoided>(
-        std::make_shared<Avoided>(nmk_files::input_name(file_name), *std::move(read), measure));
+        std::make_shared<Avoided>(nmk_files::input_name(file_name), *std::move(read)));
+}
+
+std::shared_ptr<const Avoided> avoided_with(const std::shared_ptr<const Avoided>& avoided,
+                                            const TravelMeasure& measure) {
+    const bool is_as_read = avoided == nullptr || measure.kind == nmkTravelMeasure::length;
+    return is_as_read ? avoided
+                      : std::make_shared<const Avoided>(avoided->file_name(), avoided->keep_outs(),
+                                                        measure);
 }
 
 nmk_text::Result<std::vector<BlockedItem>> blocked_items(const nmk_job::MachiningJob& job,

@@ -22,8 +22,9 @@ class Avoided {
   public:
     /// The ways are the shortest by this measure.
     Avoided(std::string file_name, std::vector<nmk_keep_outs::KeepOut> keep_outs,
-            const TravelMeasure& measure);
+            const TravelMeasure& measure = {});
 
+    const std::string& file_name() const { return m_file_name; }
     const std::vector<nmk_keep_outs::KeepOut>& keep_outs() const { return m_keep_outs; }
     /// With their clearances, as the library takes them.
     const std::vector<nmkTravelKeepOut>& shapes() const { return m_problem.keep_outs; }
@@ -39,9 +40,13 @@ class Avoided {
     nmkTravelWays m_ways;
 };
 
-/// The keep-outs of a file, with ways by this measure; null for no name.
-nmk_text::Result<std::shared_ptr<const Avoided>> read_avoided(const std::string& file_name,
-                                                              const TravelMeasure& measure = {});
+/// The keep-outs of a file, with ways by their length; null for no name.
+nmk_text::Result<std::shared_ptr<const Avoided>> read_avoided(const std::string& file_name);
+
+/// The same keep-outs with ways by the measure of a job, whose rates may depend on its unit; null
+/// for none.
+std::shared_ptr<const Avoided> avoided_with(const std::shared_ptr<const Avoided>& avoided,
+                                            const TravelMeasure& measure);
 
 /// An item that is not to be cut, and why.
 struct BlockedItem {

@@ -2,6 +2,7 @@
 
 #include "commands/order/files_table.h"
 
+#include <algorithm>
 #include <cstddef>
 
 #include "text/escaped_text.h"
@@ -37,6 +38,24 @@ void add_to(ToolFigures& sum, const ToolFigures& file) {
     }
 }
 
+bool has_job_time(const std::vector<OrderReport>& reports) {
+    return std::any_of(reports.begin(), reports.end(),
+                       [](const OrderReport& report) { return report.job_times.has_value(); });
+}
+
+/// A column with the time of each job after ordering, and their sum.
+void add_job_times(std::vector<Cells>& rows, const std::vector<OrderReport>& reports) {
+    rows[0].emplace_back("job");
+    rows[1].emplace_back("h:mm:ss");
+    double sum = 0.0;
+    for (std::size_t i = 0; i < reports.size(); ++i) {
+        const double seconds = reports[i].job_times ? reports[i].job_times->after.total() : 0.0;
+        rows[i + 2].push_back(clock_text(seconds));
+        sum += seconds;
+    }
+    rows.back().push_back(clock_text(sum));
+}
+
 std::vector<Cells> rows_of(const std::vector<OrderReport>& reports) {
     std::vector<Cells> rows = {{"file", "tools", "items", "before", "after", "saved", "rapids"},
                                {"", "", "", "mm", "mm", "%", "s"}};
@@ -51,6 +70,9 @@ std::vector<Cells> rows_of(const std::vector<OrderReport>& reports) {
         kind = report.request.measure.kind;
     }
     rows.push_back(row_cells("total", "", sum, kind));
+    if (has_job_time(reports)) {
+        add_job_times(rows, reports);
+    }
     return rows;
 }
 

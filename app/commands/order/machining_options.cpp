@@ -10,6 +10,7 @@ namespace {
 
 // Far beyond any machine; the numbers still have no exponent in a program.
 constexpr nmk_shell::NumberRange length{0.0, false, 1e5, "a number above 0 up to 100000"};
+constexpr nmk_shell::NumberRange change{0.0, true, 1e5, "a number from 0 to 100000"};
 constexpr nmk_shell::NumberRange rate{0.0, false, 1e6, "a number above 0 up to 1000000"};
 
 }  // namespace
@@ -20,8 +21,11 @@ void declare_machining_options(nmk_shell::OptionTable& table, MachiningOptions& 
     table.number("--retract", "Z", options.retract, length,
                  "height at which the tool moves between the items");
     table.number("--plunge-feed", "RATE", options.plunge_feed, rate,
-                 "feed straight down, a minute");
+                 "feed straight down, a minute; with it, --depth and --retract the time of the job "
+                 "is printed");
     table.number("--feed", "RATE", options.feed, rate, "feed along slots, a minute");
+    table.number("--tool-change-seconds", "SECONDS", options.tool_change_seconds, change,
+                 "seconds of each tool change, for the time of the job (default 0)");
 }
 
 MachiningOptions machining_in_mm(const MachiningOptions& options, nmk_job::JobUnits units) {

@@ -16,9 +16,10 @@ struct MachiningOptions {
     std::optional<double> retract;      // z at which the tool moves between the items
     std::optional<double> plunge_feed;  // straight down
     std::optional<double> feed;         // along a slot
+    std::optional<double> tool_change_seconds;
 };
 
-/// Declares --depth, --retract, --plunge-feed and --feed.
+/// Declares --depth, --retract, --plunge-feed, --feed and --tool-change-seconds.
 void declare_machining_options(nmk_shell::OptionTable& table, MachiningOptions& options);
 
 /// Values that were given in `units`, in mm and mm per minute.

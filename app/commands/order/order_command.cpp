@@ -18,6 +18,7 @@
 #include "commands/order/order_table.h"
 #include "commands/order/sort_type_names.h"
 #include "files/read_whole_file.h"
+#include "formats/job/merge_tools.h"
 #include "formats/job_files/read_job.h"
 #include "shell/command_result.h"
 #include "shell/standard_output.h"
@@ -92,7 +93,7 @@ int ending(const OrderReport& report, const nmk_files::WrittenFiles& written, st
 int order_one(const OrderOptions& options, nmkProgressBreak* progress, bool announce,
               std::ostream& out, std::ostream& err) {
     const auto begin = OrderRequest::Clock::now();
-    const auto avoided = read_avoided(options.avoid_file, options.measure);
+    const auto avoided = read_avoided(options.avoid_file);
     if (!avoided) {
         return nmk_shell::refuse(err, avoided.error().text());
     }
@@ -107,11 +108,17 @@ int order_one(const OrderOptions& options, nmkProgressBreak* progress, bool anno
         return nmk_shell::no_result;
     }
     OrderRequest request = order_request(options, job.units, begin);
-    request.ends.avoided = *avoided;
+    request.ends.avoided = avoided_with(*avoided, request.measure);
     const Refusal refusal = avoid_keep_outs(job, request, options.skip_blocked);
     if (!refusal.text.empty()) {
         nmk_shell::refuse(err, refusal.text);
         return refusal.code;
+    }
+    if (const std::string problem = job_time_problem(job, options); !problem.empty()) {
+        return nmk_shell::refuse(err, nmk_files::input_name(options.file_name) + ": " + problem);
+    }
+    if (options.merge_tools) {
+        nmk_job::merge_tools(job);
     }
     if (announce) {
         announce_long_work(job, request, err);

@@ -19,6 +19,7 @@
 #include "commands/order/order_table.h"
 #include "commands/order/ordered_run_bytes.h"
 #include "files/read_whole_file.h"
+#include "formats/job/merge_tools.h"
 #include "formats/job_files/read_job.h"
 #include "shell/command_result.h"
 #include "shell/standard_output.h"
@@ -57,7 +58,7 @@ class FilesOrderer {
         : m_options(options), m_progress(progress), m_out(out), m_err(err) {}
 
     int run() {
-        auto avoided = read_avoided(m_options.avoid_file, m_options.measure);
+        auto avoided = read_avoided(m_options.avoid_file);
         if (!avoided) {
             return nmk_shell::refuse(m_err, avoided.error().text());
         }
@@ -96,11 +97,19 @@ class FilesOrderer {
             return;
         }
         OrderRequest request = order_request(options, job->units, m_begin);
-        request.ends.avoided = m_avoided;
+        request.ends.avoided = avoided_with(m_avoided, request.measure);
         const Refusal refusal = avoid_keep_outs(*job, request, options.skip_blocked);
         if (!refusal.text.empty()) {
             m_problems.push_back({refusal.text, refusal.code});
             return;
+        }
+        if (const std::string problem = job_time_problem(*job, options); !problem.empty()) {
+            m_problems.push_back(
+                {nmk_files::input_name(name) + ": " + problem, nmk_shell::bad_input});
+            return;
+        }
+        if (options.merge_tools) {
+            nmk_job::merge_tools(*job);
         }
         FileToOrder& file = m_files.emplace_back();
         file.options = options;

@@ -56,6 +56,18 @@ Json bends_json(const OrderReport& report) {
     return moves;
 }
 
+Json job_time_json(const JobTime& time) {
+    return {
+        {"rapids", time.rapids},     {"plunges", time.plunges},           {"slots", time.slots},
+        {"retracts", time.retracts}, {"tool_changes", time.tool_changes}, {"total", time.total()}};
+}
+
+Json job_times_json(const std::optional<JobTimes>& times) {
+    return times ? Json{{"before", job_time_json(times->before)},
+                        {"after", job_time_json(times->after)}}
+                 : Json();
+}
+
 Json document_of(const OrderReport& report) {
     const OrderRequest& request = report.request;
     return {{"schema", schema},
@@ -63,6 +75,7 @@ Json document_of(const OrderReport& report) {
             {"file_units", report.file_units == nmk_job::JobUnits::inches ? "inch" : "mm"},
             {"type", sort_type_name(request.type)},
             {"across_tools", request.across_tools},
+            {"merge_tools", report.options.merge_tools},
             {"start", place_json(request.ends.start)},
             {"end", place_json(request.ends.end)},
             {"closed", request.ends.is_closed},
@@ -71,6 +84,7 @@ Json document_of(const OrderReport& report) {
             {"measure", measure_name(request.measure.kind)},
             {"rapid_mm_per_min", axes_json(request.measure.rapids.rate)},
             {"acceleration_mm_per_s2", axes_json(request.measure.rapids.acceleration)},
+            {"job_seconds", job_times_json(report.job_times)},
             {"stopped", report.stopped},
             {"tool_changes",
              {{"before", report.tool_changes_before}, {"after", report.tool_changes_after}}},

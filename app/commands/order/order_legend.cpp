@@ -214,6 +214,11 @@ double draw_figures(SvgDocument& svg, nmk_draw::PictureColumn column, double top
     }
     svg.text({column.left + 8.0, y + 10.0}, rapid_summary(report),
              "font-size=\"14\" fill=\"#6b7785\"");
+    if (report.job_times) {
+        y += 20.0;
+        svg.text({column.left + 8.0, y + 10.0}, job_time_text(*report.job_times),
+                 "font-size=\"14\" fill=\"#6b7785\"");
+    }
     return y + 24.0;
 }
 

@@ -10,7 +10,7 @@
 #include <system_error>
 
 #include "commands/order/gcode_output.h"
-#include "commands/order/measure_options.h"
+#include "commands/order/job_time.h"
 #include "commands/order/sort_type_names.h"
 #include "files/base_name.h"
 #include "files/read_whole_file.h"
@@ -98,6 +98,22 @@ Problem check_avoid(const OrderOptions& options) {
     return is_other_type ? "--avoid is for --type best" : Problem();
 }
 
+/// No output may replace the keep-outs.
+Problem check_avoid_file_is_kept(const OrderOptions& options) {
+    for (const std::string& file : options.files) {
+        const std::string output = options_of_file(options, file).output_file;
+        const std::string_view outputs[] = {output, options.svg_file, options.html_file,
+                                            options.debug_svg_file};
+        Problem problem = options.avoid_file.empty()
+                              ? Problem()
+                              : nmk_shell::check_input_is_kept(options.avoid_file, outputs);
+        if (!problem.empty()) {
+            return problem;
+        }
+    }
+    return {};
+}
+
 bool is_stream(const std::string& name) { return name == nmk_files::standard_stream; }
 
 /// -o may be the input file, which is then ordered in place; a picture would destroy it.
@@ -153,7 +169,10 @@ Problem check_several(const OrderOptions& options) {
         return "-o, --svg, --html and --debug-svg take one FILE; several are written with "
                "--in-place or --output-folder";
     }
-    if (std::count(options.files.begin(), options.files.end(), nmk_files::standard_stream) > 1) {
+    const bool is_avoid_file_read = options.avoid_file == nmk_files::standard_stream;
+    if (std::count(options.files.begin(), options.files.end(), nmk_files::standard_stream) +
+            (is_avoid_file_read ? 1 : 0) >
+        1) {
         return "standard input can be read once; found \"-\" twice";
     }
     return writes_all ? check_files_differ(options) : Problem();
@@ -168,7 +187,7 @@ Problem check(OrderOptions& options) {
     }
     options.file_name = options.files.front();
     for (const auto& rule : {check_several, check_gcode, check_output, check_names, check_ends,
-                             check_search, check_avoid}) {
+                             check_search, check_avoid, check_avoid_file_is_kept, check_job_time}) {
         if (Problem problem = rule(options); !problem.empty()) {
             return problem;
         }
@@ -196,6 +215,8 @@ void declare_ordering(nmk_shell::OptionTable& table, OrderOptions& options) {
                  "end the search so long after the start of the command (type best)");
     table.option("--across-tools", options.across_tools,
                  "one order of all items, whatever their tool");
+    table.option("--merge-tools", options.merge_tools,
+                 "make one tool of those with one diameter, in the written file too");
     table.option(
         "--start", "X,Y[,Z]|free",
         [&](const std::string& value) { return set_start(options, value); },
@@ -220,8 +241,8 @@ void declare_ordering(nmk_shell::OptionTable& table, OrderOptions& options) {
                  "largest difference of items in one row (x, y, diag..., concentric); default "
                  "0.1 mm");
     table.choice("--units", "UNIT", options.units, std::span(unit_names),
-                 "unit of --start, --end and --tolerance, of heights and feeds, and of a file "
-                 "that states none");
+                 "unit of --start, --end and --tolerance, of rates, accelerations, heights and "
+                 "feeds, and of a file that states none");
 }
 
 void declare_files(nmk_shell::OptionTable& table, OrderOptions& options) {
@@ -328,7 +349,7 @@ OrderRequest order_request(const OrderOptions& options, nmk_job::JobUnits file_u
     if (options.time_limit) {
         request.deadline = begin + seconds_until_deadline(*options.time_limit);
     }
-    request.measure = options.measure;
+    request.measure = measure_in_mm(options.measure, given);
     request.tolerance = options.tolerance ? mm(*options.tolerance) : default_tolerance;
     return request;
 }

@@ -12,6 +12,7 @@
 #include "commands/order/debug_drawing.h"
 #include "commands/order/gcode_options.h"
 #include "commands/order/machining_options.h"
+#include "commands/order/measure_options.h"
 #include "commands/order/order_job.h"
 #include "formats/job/machining_job.h"
 #include "shell/option_table.h"
@@ -30,6 +31,7 @@ struct OrderOptions {
     std::optional<double> effort;      // steps of the search for each item
     std::optional<double> time_limit;  // seconds, from reading to the end of the search
     bool across_tools = false;
+    bool merge_tools = false;                           // one tool of those with one diameter
     std::optional<Place> start = Place{0.0, 0.0, 0.0};  // empty: free
     std::optional<Place> end;                           // empty: free
     bool ends_at_start = false;                         // `end` is then empty
@@ -40,7 +42,7 @@ struct OrderOptions {
     std::optional<nmk_job::JobUnits> units;
     MachiningOptions machining;
     GcodeOptions gcode;
-    TravelMeasure measure;
+    MeasureOptions measure;
     std::string output_file, svg_file, html_file;  // empty: not written
     bool keeps_format = false;                     // the output file gets the format that was read
     bool in_place = false;

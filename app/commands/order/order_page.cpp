@@ -71,6 +71,9 @@ std::string order_page(const nmk_job::MachiningJob& job, const OrderedJob& order
     const std::string note = omission_note(drawing.plan);
     content += paragraph(note.empty() ? "" : note + ".");
     content += figure_table(report) + paragraph(rapid_summary(report));
+    if (report.job_times) {
+        content += paragraph(job_time_text(*report.job_times));
+    }
     for (const std::string& remark : report.notes) {
         content += paragraph(remark + ".");
     }

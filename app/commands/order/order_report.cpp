@@ -70,6 +70,22 @@ std::vector<std::size_t> items_left_out(const std::vector<bool>& left_out) {
     return items;
 }
 
+/// Of a report with its figures and tool changes.
+JobTimes job_times(const OrderReport& report, const nmk_job::MachiningJob& job,
+                   const OrderedJob& ordered) {
+    const OrderOptions& options = report.options;
+    const MachiningOptions machining =
+        machining_in_mm(options.machining, options.units.value_or(job.units));
+    const auto time = [&](const nmk_job::JobOrder& order, const TravelFigures& figures,
+                          std::size_t changes) {
+        return job_time(job, order, machining, report.request.measure.rapids, figures.seconds,
+                        changes);
+    };
+    const ToolFigures& total = report.figures.total;
+    return {time(ordered.before, total.before, report.tool_changes_before),
+            time(ordered.after, total.after, report.tool_changes_after)};
+}
+
 /// A drill file or a table has no moves; the machine goes straight from item to item.
 std::string note_of_lost_bends(const OrderReport& report) {
     const OrderOptions& options = report.options;
@@ -95,6 +111,9 @@ OrderReport report_of(const OrderOptions& options, const OrderRequest& request,
     report.tool_changes_before = ordered.tool_changes_before;
     report.tool_changes_after = ordered.tool_changes_after;
     report.stopped = ordered.stopped;
+    if (has_job_time(options.machining)) {
+        report.job_times = job_times(report, job, ordered);
+    }
     report.bent_moves = bent_moves(job, ordered);
     report.left_out = items_left_out(request.left_out);
     report.notes = ordered.notes;
@@ -129,8 +148,10 @@ std::string rapid_summary(const OrderReport& report) {
     const auto seconds = [](const TravelFigures& travel) {
         return nmk_text::fixed_number(travel.seconds, 1) + " s";
     };
-    return "Rapids at " + axes_text(rapids.rate) + " mm/min and " + axes_text(rapids.acceleration) +
-           " mm/s2: " + seconds(figures.total.before) + " before, " + seconds(figures.total.after) +
+    const std::string unit = length_unit(report.file_units);
+    return "Rapids at " + axes_text(rapids.rate, report.file_units) + " " + unit + "/min and " +
+           axes_text(rapids.acceleration, report.file_units) + " " + unit +
+           "/s2: " + seconds(figures.total.before) + " before, " + seconds(figures.total.after) +
            " after." +
            (report.request.measure.kind == nmkTravelMeasure::chebyshev
                 ? " Travel is that of the longest axis (Chebyshev)."

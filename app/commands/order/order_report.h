@@ -2,9 +2,11 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "commands/order/job_time.h"
 #include "commands/order/order_figures.h"
 #include "commands/order/order_options.h"
 
@@ -27,6 +29,7 @@ struct OrderReport {
     std::vector<BentMove> bent_moves;
     std::vector<std::size_t> left_out;  // numbers of items, from 0 in the order of the file
     std::vector<std::string> notes;
+    std::optional<JobTimes> job_times;  // where the options of the machining are given
 };
 
 /// The notes are those of the ordering, then those of the job.

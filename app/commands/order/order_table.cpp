@@ -105,6 +105,9 @@ std::string order_table(const OrderReport& report) {
         text += padded_line(cells.rows[i], widths);
     }
     text += "\n" + nmk_text::wrapped(rapid_summary(report), 0, nmk_text::terminal_columns);
+    if (report.job_times) {
+        text += nmk_text::wrapped(job_time_text(*report.job_times), 0, nmk_text::terminal_columns);
+    }
     if (report.request.across_tools) {
         text += "Tool changes: " + std::to_string(report.tool_changes_before) + " before, " +
                 std::to_string(report.tool_changes_after) + " after.\n";

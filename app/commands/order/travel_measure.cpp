@@ -66,8 +66,10 @@ nmkTravelProblem empty_problem(const TravelMeasure& measure) {
     return problem;
 }
 
-std::string axes_text(const nmkTravelAxes& axes) {
-    const auto number = [](double value) { return nmk_text::short_number(value, 3); };
+std::string axes_text(const nmkTravelAxes& axes, nmk_job::JobUnits units) {
+    const auto number = [&](double value) {
+        return nmk_text::short_number(value / nmk_job::mm_of(units), 3);
+    };
     return axes.x == axes.y && axes.y == axes.z
                ? number(axes.x)
                : "X " + number(axes.x) + ", Y " + number(axes.y) + ", Z " + number(axes.z);

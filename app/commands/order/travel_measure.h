@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "formats/job/machining_job.h"
 #include "shell/option_values.h"
 
 namespace nmk_order {
@@ -50,7 +51,8 @@ double way_by(const TravelMeasure& measure, const giPoint3& from, const giPoint3
 /// A problem of this measure, without items and keep-outs.
 nmkTravelProblem empty_problem(const TravelMeasure& measure);
 
-/// "10000", or "X 10000, Y 8000, Z 5000" where the axes differ.
-std::string axes_text(const nmkTravelAxes& axes);
+/// "10000", or "X 10000, Y 8000, Z 5000" where the axes differ, in these units.
+std::string axes_text(const nmkTravelAxes& axes,
+                      nmk_job::JobUnits units = nmk_job::JobUnits::millimetres);
 
 }  // namespace nmk_order

@@ -21,8 +21,10 @@ std::string point_cells(const giPoint3& point) {
 
 /// The cells of the row as in the file, without blanks and quotation marks: once the row is the
 /// first of the table, a reader could take other characters in it for the separator. A reversed row
-/// has the three cells of its end first.
-std::string row_text(std::string_view line, const CsvTable& table, bool reversed) {
+/// has the three cells of its end first. The cell of the tool has `tool`, which differs from that
+/// of the file where tools were merged.
+std::string row_text(std::string_view line, const CsvTable& table, bool reversed,
+                     const std::string& tool) {
     nmk_text::CsvRow row;
     row.line = line;
     nmk_text::split_row(row, table.separator);
@@ -32,7 +34,9 @@ std::string row_text(std::string_view line, const CsvTable& table, bool reversed
         if (i > 0) {
             text += table.separator;
         }
-        text += row.bare(reversed && i < coordinates ? (i + 3) % coordinates : i);
+        text += i == coordinates
+                    ? std::string_view(tool)
+                    : row.bare(reversed && i < coordinates ? (i + 3) % coordinates : i);
     }
     return text;
 }
@@ -45,7 +49,8 @@ std::string same_table(const nmk_job::MachiningJob& job, std::span<const nmk_job
         text.append(table.header).append(ending);
     }
     for (const nmk_job::JobCut& cut : order) {
-        text += row_text(table.rows.at(cut.item), table, cut.reversed);
+        text += row_text(table.rows.at(cut.item), table, cut.reversed,
+                         job.tools[job.items[cut.item].tool].name);
         text.append(ending);
     }
     return text;

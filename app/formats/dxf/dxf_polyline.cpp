@@ -10,6 +10,7 @@
 #include <cmath>
 
 #include "formats/dxf/scaled_point.h"
+#include "text/number_format.h"
 
 namespace nmk_dxf {
 
@@ -47,6 +48,10 @@ Shape straight(const std::vector<Vertex>& vertices) {
 }
 
 Shape with_arcs(const std::vector<Vertex>& vertices, const giVector3& normal, std::size_t line) {
+    if (vertices.size() > max_vertices_with_bulges) {
+        refuse(line, "a polyline with bulges has more than " +
+                         std::to_string(max_vertices_with_bulges) + " vertices");
+    }
     const auto composite = coPrf<ngkCompCurve3>(new ngkCompCurve3(join_tolerance));
     const double coincident = ngk_resource_table_inquire().value(ngk_TOLCOINCPOINT3D);
     Vertex from = vertices.front();
@@ -54,8 +59,8 @@ Shape with_arcs(const std::vector<Vertex>& vertices, const giVector3& normal, st
         if (!from.place.coincident(vertices[i].place, coincident)) {
             const ngkCurvePtr3 part = segment_between(from, vertices[i].place, normal);
             if (!part || !composite->add_segment_end(part)) {
-                refuse(line,
-                       "the bulge " + std::to_string(from.bulge) + " of a vertex makes no arc");
+                refuse(line, "the bulge " + nmk_text::exact_number(from.bulge) +
+                                 " of a vertex makes no arc");
             }
             from.place = vertices[i].place;
         }

@@ -13,6 +13,9 @@ namespace nmk_dxf {
 
 Shape light_polyline_of(const DxfEntity& entity, double mm);
 
+/// A polyline with bulges and more vertices is refused, since every arc costs memory.
+constexpr std::size_t max_vertices_with_bulges = 250'000;
+
 /// `vertices` are the VERTEX entities that follow the POLYLINE. A mesh has no curve.
 Shape polyline_of(const DxfEntity& entity, const std::vector<DxfEntity>& vertices, double mm);
 

@@ -144,6 +144,9 @@ class DrawingReader {
         const ngkCurvePtr3& curve = std::get<ngkCurvePtr3>(shape);
         if (!curve->is_valid())
             refuse(entity.line, std::string(entity.name) + " cannot be used as a curve");
+        if (m_drawing.curves.size() == max_curves) {
+            refuse(entity.line, "more than " + std::to_string(max_curves) + " curves");
+        }
         m_drawing.curves.push_back({curve, std::string(entity.name), entity.line});
     }
 

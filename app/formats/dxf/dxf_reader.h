@@ -31,6 +31,9 @@ struct DxfDrawing {
     std::map<std::string, std::size_t> left_out;  // "TEXT", "LINE without length": how many
 };
 
+/// A file with more curves is refused, since every curve costs memory.
+constexpr std::size_t max_curves = 250'000;
+
 /// The drawing, or an Error with its line.
 ///
 ///   mm_of_unstated  millimetres in a unit of a file that does not state its unit

@@ -12,6 +12,9 @@ namespace nmk_dxf {
 
 namespace {
 
+// The kernel keeps degree + 1 points for each knot interval; more of them cost too much memory.
+constexpr std::size_t max_span_points = 5'000'000;
+
 struct Spline {
     int degree = 0;
     std::vector<double> knots;
@@ -62,6 +65,10 @@ void check_counts(const Spline& spline, std::size_t line) {
                          "; expected one from 1 to " + std::to_string(ngk_max_degree));
     }
     const std::size_t points = spline.points.size();
+    if (points * (static_cast<std::size_t>(spline.degree) + 1) > max_span_points) {
+        refuse(line, "SPLINE with " + counted(points, "control point") + " of degree " +
+                         std::to_string(spline.degree) + "; expected fewer");
+    }
     const std::size_t knots = points + static_cast<std::size_t>(spline.degree) + 1;
     if (spline.knots.size() != knots) {
         refuse(line, "SPLINE with " + counted(points, "control point") + " of degree " +

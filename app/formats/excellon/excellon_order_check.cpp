@@ -2,10 +2,12 @@
 
 #include "formats/excellon/excellon_order_check.h"
 
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "formats/excellon/excellon_merged_tools.h"
 #include "formats/excellon/excellon_reader.h"
 
 namespace nmk_excellon {
@@ -49,7 +51,7 @@ class OrderComparison : public ExcellonListener {
         const nmk_job::JobItem& item = m_job.items[expected.item];
         const giPoint3 start = excellon_point(cut.start, units);
         const giPoint3 end = cut.end ? excellon_point(*cut.end, units) : start;
-        return m_program.tool_numbers[item.tool] == tool &&
+        return m_program.tool_numbers[m_job.tools[item.tool].source] == tool &&
                item.end.has_value() == cut.end.has_value() &&
                start == nmk_job::entry_of(item, expected.reversed) &&
                end == nmk_job::exit_of(item, expected.reversed);
@@ -63,6 +65,18 @@ class OrderComparison : public ExcellonListener {
     std::size_t m_blocks = 0;
     bool m_is_same = true;
 };
+
+/// Those of the program, without those that were merged into others and are not written.
+std::map<int, double> expected_diameters(const nmk_job::MachiningJob& job,
+                                         const ExcellonProgram& program,
+                                         const std::map<int, double>& written) {
+    const ProgramTools tools(job, program);
+    std::map<int, double> expected = program.facts.diameters;
+    std::erase_if(expected, [&](const auto& each) {
+        return tools.is_dropped(each.first) && !written.contains(each.first);
+    });
+    return expected;
+}
 
 }  // namespace
 
@@ -109,7 +123,8 @@ nmk_text::Result<void> check_written_program(const nmk_job::MachiningJob& job,
     if (!written) {
         return nmk_text::Error{job.file_name, 0, message + ": " + written.error().message};
     }
-    if (!comparison.is_same() || written->diameters != program.facts.diameters) {
+    if (!comparison.is_same() ||
+        written->diameters != expected_diameters(job, program, written->diameters)) {
         return nmk_text::Error{job.file_name, 0, message};
     }
     return {};

@@ -5,6 +5,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "formats/excellon/excellon_words.h"
+#include "text/text_lines.h"
+
 namespace nmk_excellon {
 
 namespace {
@@ -58,6 +61,7 @@ void ProgramRecorder::cut(int tool, const ExcellonCut& cut, const ExcellonFormat
 
 void ProgramRecorder::block(const ExcellonBlock& block) {
     ExcellonProgram& program = *m_program;
+    add_block_tools(block);
     if (program.cut_begins.empty() && !block.tool_text.empty()) {  // the head goes up to its end
         m_has_body = true;
         program.head_end = block.end;
@@ -82,6 +86,20 @@ void ProgramRecorder::block(const ExcellonBlock& block) {
     }
     program.blocks.push_back(std::move(recorded));
     program.tail_begin = block.end;
+}
+
+void ProgramRecorder::add_block_tools(const ExcellonBlock& block) {
+    m_program->block_tools.insert({block.tool, block.tool_after});
+    nmk_text::TextLines lines(block.text);
+    for (nmk_text::TextLine line; lines.next(line);) {
+        ExcellonWords words(line.text);
+        while (const std::optional<ExcellonWord> word = words.take()) {
+            const std::optional<int> number = small_number(word->number);
+            if (word->letter == 'T' && number) {
+                m_program->block_tools.insert(*number);
+            }
+        }
+    }
 }
 
 void ProgramRecorder::add_point(const ExcellonPoint& point) {

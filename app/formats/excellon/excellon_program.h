@@ -11,6 +11,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,7 +49,8 @@ struct ExcellonProgram : nmk_job::JobSource {
     std::size_t tail_begin = 0;            // so is the text from this position on
     std::vector<std::string> definitions;  // lines between the holes that hold for all of them
     std::map<int, ToolLines> tools;        // by tool number
-    std::vector<int> tool_numbers;         // of the tools of the job
+    std::vector<int> tool_numbers;         // of the tools of the job, by JobTool::source
+    std::set<int> block_tools;             // numbers of the tools of all blocks
     std::vector<ProgramBlock> blocks;      // in the order of the file, without those of the head
     std::size_t head_blocks = 0;           // number of those of the head
     ExcellonFormat format;                 // of all coordinates
@@ -83,6 +85,7 @@ class ProgramRecorder : public ExcellonListener {
 
   private:
     void add_point(const ExcellonPoint& point);
+    void add_block_tools(const ExcellonBlock& block);
 
     std::string_view m_text;
     std::shared_ptr<ExcellonProgram> m_program = std::make_shared<ExcellonProgram>();

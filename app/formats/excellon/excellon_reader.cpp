@@ -60,7 +60,7 @@ class JobRecorder : public ProgramRecorder {
         const auto position = static_cast<std::uint32_t>(m_numbers.size());
         const auto [found, is_new] = m_positions.try_emplace(tool, position);
         if (is_new) {
-            m_job.tools.push_back({"T" + std::to_string(tool), std::nullopt});
+            m_job.tools.push_back({"T" + std::to_string(tool), std::nullopt, m_numbers.size()});
             m_numbers.push_back(tool);
         }
         return found->second;

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "formats/excellon/excellon_merged_tools.h"
 #include "formats/excellon/excellon_order_check.h"
 #include "formats/excellon/excellon_program.h"
 #include "text/text_lines.h"
@@ -23,23 +24,24 @@ class ProgramText {
                 bool all_with_point)
         : m_job(job),
           m_program(program),
+          m_tools(job, program),
           m_all_with_point(all_with_point),
           m_ending(nmk_text::line_ending(job.text)) {}
 
     std::string in_order(std::span<const nmk_job::JobCut> order) {
         const std::string_view source = m_job.text;
-        m_text = source.substr(0, m_program.head_end);
-        add_lines(m_program.definitions);
+        m_text = m_tools.kept_text(source.substr(0, m_program.head_end));
+        add_lines(m_tools.kept_lines(m_program.definitions));
         if (m_program.facts.incremental) {
             add_line("G90");
         }
         nmk_job::each_tool_run(m_job, order,
                                [&](std::size_t tool, std::span<const nmk_job::JobCut> cuts) {
                                    add_blocks();
-                                   add_run(m_program.tool_numbers[tool], cuts);
+                                   add_run(m_tools.number_of(tool), cuts);
                                });
         add_blocks();
-        m_text += source.substr(m_program.tail_begin);
+        m_text += m_tools.kept_text(source.substr(m_program.tail_begin));
         return std::move(m_text);
     }
 
@@ -71,7 +73,7 @@ class ProgramText {
 
     /// The remarks of a tool are written with its first run only.
     void add_run(int tool, std::span<const nmk_job::JobCut> cuts) {
-        const ToolLines& lines = m_program.tools.at(tool);
+        const ToolLines& lines = m_tools.lines(tool);
         const bool is_first_run = m_begun.insert(tool).second;
         if (is_first_run) {
             add_lines(lines.before);
@@ -119,6 +121,7 @@ class ProgramText {
 
     const nmk_job::MachiningJob& m_job;
     const ExcellonProgram& m_program;
+    ProgramTools m_tools;
     bool m_all_with_point;
     std::string_view m_ending;
     std::string m_text;

@@ -7,7 +7,9 @@
 // path or a pattern stays between the same holes, with the tool that it had; a position that it
 // leaves out because the hole before it has it is written in. Remarks
 // between the holes move to the first run of the tool whose holes they preceded; definitions
-// between the holes (a second header) move before the first tool.
+// between the holes (a second header) move before the first tool. Tools that were merged
+// (nmk_job::merge_tools) have no definition any more unless a routed path or a pattern needs them;
+// their remarks move to the tool that they were merged into.
 #pragma once
 
 #include <span>

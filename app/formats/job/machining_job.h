@@ -29,6 +29,7 @@ struct JobItem {
 struct JobTool {
     std::string name;                // as in the file, "T1"; "all" for a format without tools
     std::optional<double> diameter;  // mm
+    std::size_t source = 0;          // which of the tools of MachiningJob::source this is
 };
 
 /// What the reader of a format keeps for the writer of the same format.

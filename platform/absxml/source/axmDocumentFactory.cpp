@@ -21,7 +21,7 @@ std::unique_ptr<nmk_absxml::Tree> tree_of(std::string& text) {
     const std::size_t declaration_length = nmk_absxml::make_utf8(text);
     const auto facts = nmk_absxml::check_document(text, declaration_length);
     const Place root = nmk_absxml::place_of(text, facts.root_offset);
-    return std::make_unique<nmk_absxml::Tree>(std::move(text), facts.has_space_beside_markup, root);
+    return std::make_unique<nmk_absxml::Tree>(std::move(text), facts, root);
 }
 
 axmParseError error_of(const std::string& message, Place place) {

@@ -40,6 +40,7 @@ class DocumentCheck {
         check_outside_of_root();
         if (is_at_end()) fail("the document has no root element; expected <");
         m_facts.root_offset = offset_of(m_at);
+        m_facts.depth = 1;
         check_start_tag();
         while (!m_open.empty()) check_content();
         check_outside_of_root();
@@ -202,6 +203,8 @@ class DocumentCheck {
         if (*m_at == '>') {
             ++m_at;
             m_open.push_back({name});
+            // What the element has is one deeper.
+            m_facts.depth = std::max(m_facts.depth, m_open.size() + 1);
         } else {
             m_at += 2;
         }
@@ -210,7 +213,7 @@ class DocumentCheck {
     // Stops at ">" and at "/>".
     void check_attributes() {
         m_attributes.clear();
-        m_many_attributes.clear();
+        if (!m_many_attributes.empty()) m_many_attributes.clear();
         for (;;) {
             const char* const behind = m_at;
             m_at = skip_spaces(m_at);

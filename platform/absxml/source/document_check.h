@@ -16,6 +16,9 @@ struct DocumentFacts {
     /// White space beside a comment or a CDATA section is part of the text of an element without
     /// child elements, so a reader that passes over white space between markup would lose some.
     bool has_space_beside_markup = false;
+
+    /// No node is deeper; the root is at depth 1.
+    std::size_t depth = 0;
 };
 
 /// Checks the text, which is in UTF-8 and has a declaration of so many bytes. Throws Malformed.

@@ -71,7 +71,8 @@ bool is_deeper_than(std::size_t limit, pugi::xml_node root) {
 }
 
 void print(const Tree& tree, FileWriter& writer) {
-    const bool is_raw = tree.keeps_space() || is_deeper_than(max_indented_depth, tree.root());
+    const bool is_raw = tree.keeps_space() || (tree.max_depth() > max_indented_depth &&
+                                               is_deeper_than(max_indented_depth, tree.root()));
     writer.write("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
     for (const pugi::xml_node node : tree.document().children()) {
         if (node == tree.detached()) continue;

@@ -12,16 +12,20 @@ constexpr unsigned parse_flags = pugi::parse_default | pugi::parse_comments | pu
 
 }  // namespace
 
-Tree::Tree(std::string text, bool keeps_space, Place root_place)
-    : m_text(std::move(text)), m_keeps_space(keeps_space), m_root_place(root_place) {
+Tree::Tree(std::string text, const DocumentFacts& facts, Place root_place)
+    : m_text(std::move(text)),
+      m_keeps_space(facts.has_space_beside_markup),
+      m_max_depth(facts.depth),
+      m_root_place(root_place) {
     const unsigned flags =
-        parse_flags | (keeps_space ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single);
+        parse_flags | (m_keeps_space ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single);
     const pugi::xml_parse_result result =
         m_document.load_buffer_inplace(m_text.data(), m_text.size(), flags, pugi::encoding_utf8);
     if (!result || !root()) throw Malformed{0, "the document does not fit into memory"};
 }
 
 pugi::xml_node Tree::make_detached() {
+    ++m_max_depth;
     if (!m_detached) m_detached = m_document.append_child("detached");
     return m_detached;
 }

@@ -7,6 +7,7 @@
 #include <pugixml.hpp>
 #include <string>
 
+#include "document_check.h"
 #include "malformed.h"
 
 namespace nmk_absxml {
@@ -19,18 +20,24 @@ class Tree {
 
     /// The tree of a text in UTF-8 that is well-formed; it is kept, and the tree refers to it.
     /// Throws Malformed where pugixml runs out of memory.
-    Tree(std::string text, bool keeps_space, Place root_place);
+    Tree(std::string text, const DocumentFacts& facts, Place root_place);
 
     pugi::xml_document& document() noexcept { return m_document; }
     const pugi::xml_document& document() const noexcept { return m_document; }
 
     /// Null while nothing was created.
     pugi::xml_node detached() const noexcept { return m_detached; }
+    /// For one node that is created.
     pugi::xml_node make_detached();
 
     pugi::xml_node root() const;
 
     bool keeps_space() const noexcept { return m_keeps_space; }
+
+    /// No node is deeper; the root is at depth 1. Each node that is created makes it one more,
+    /// since only such nodes can be appended anywhere.
+    std::size_t max_depth() const noexcept { return m_max_depth; }
+
     Place root_place() const noexcept { return m_root_place; }
 
   private:
@@ -38,6 +45,7 @@ class Tree {
     pugi::xml_document m_document;
     pugi::xml_node m_detached;
     bool m_keeps_space = false;
+    std::size_t m_max_depth = 0;
     Place m_root_place;
 };
 

@@ -54,7 +54,7 @@ Character character_at(const char* at) noexcept {
     return {code, trails.count + 1};
 }
 
-std::size_t name_length(const char* at) noexcept {
+std::size_t length_of_any_name(const char* at) noexcept {
     const Character first = character_at(at);
     if (first.length == 0 || !is_name_start(first.code)) return 0;
     const char* end = at + first.length;

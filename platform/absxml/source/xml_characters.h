@@ -50,9 +50,6 @@ constexpr bool is_space(char byte) noexcept {
     return byte == ' ' || byte == '\n' || byte == '\t' || byte == '\r';
 }
 
-/// Bytes of the name that begins at `at`; 0 where none does.
-std::size_t name_length(const char* at) noexcept;
-
 /// The whole of a text.
 bool is_name(std::string_view text);
 bool is_allowed_text(std::string_view text);
@@ -65,7 +62,8 @@ enum ByteClass : unsigned char {
     ends_comment = 8,        // - and what is not plain ASCII
     ends_section = 16,       // ] and what is not plain ASCII
     ends_instruction = 32,   // ? and what is not plain ASCII
-    ends_name = 64           // what is not an ASCII character of a name
+    ends_name = 64,          // what is not an ASCII character of a name
+    begins_name = 128        // an ASCII character that a name may begin with
 };
 
 constexpr std::array<unsigned char, 256> make_byte_classes() {
@@ -81,6 +79,7 @@ constexpr std::array<unsigned char, 256> make_byte_classes() {
         const bool is_plain = byte < 0x80 && is_allowed(byte);
         if (!is_plain) classes[byte] = 63;
         if (!is_name_byte) add(static_cast<char>(byte), ends_name);
+        if (is_letter || byte == '_' || byte == ':') add(static_cast<char>(byte), begins_name);
     }
     add('<', ends_text | ends_double_quoted | ends_single_quoted);
     add('&', ends_text | ends_double_quoted | ends_single_quoted);
@@ -94,10 +93,28 @@ constexpr std::array<unsigned char, 256> make_byte_classes() {
 
 inline constexpr std::array<unsigned char, 256> byte_classes = make_byte_classes();
 
-/// The first byte at or behind `at` that is in the class; a nul is in all of them.
+inline bool is_in_class(char byte, ByteClass which) noexcept {
+    return (byte_classes[static_cast<unsigned char>(byte)] & which) != 0;
+}
+
+/// The first byte at or behind `at` that is in the class, one that ends something; a nul is in all
+/// of those.
 inline const char* skip_to(const char* at, ByteClass end) noexcept {
-    while ((byte_classes[static_cast<unsigned char>(*at)] & end) == 0) ++at;
-    return at;
+    for (;; at += 4) {
+        if (is_in_class(at[0], end)) return at;
+        if (is_in_class(at[1], end)) return at + 1;
+        if (is_in_class(at[2], end)) return at + 2;
+        if (is_in_class(at[3], end)) return at + 3;
+    }
+}
+
+std::size_t length_of_any_name(const char* at) noexcept;
+
+/// Bytes of the name that begins at `at`; 0 where none does.
+inline std::size_t name_length(const char* at) noexcept {
+    const char* const end = is_in_class(*at, begins_name) ? skip_to(at + 1, ends_name) : at;
+    const bool is_ascii = end != at && static_cast<unsigned char>(*end) < 0x80;
+    return is_ascii ? static_cast<std::size_t>(end - at) : length_of_any_name(at);
 }
 
 inline const char* skip_spaces(const char* at) noexcept {

@@ -1,5 +1,8 @@
 // nmk curve on files: info, compare, closest and split, and what is written.
 
+#include <ngk/ngkPolyline.h>
+#include <nmktoolbox/curves/nmkNgkWriteUtils.h>
+
 #include <cmath>
 #include <numbers>
 #include <ostream>
@@ -227,6 +230,24 @@ TEST_F(curve_files, split_cuts_a_polyline_into_pieces_that_share_their_ends) {
     EXPECT_EQ(report["curves"][0]["end"], report["curves"][1]["start"]);
     EXPECT_EQ(report["curves"][2]["segments"], 1);
     EXPECT_EQ(json_of({"split", name, "--piece", "2000000000"})["curves"].size(), 1U);
+}
+
+TEST_F(curve_files, split_refuses_more_pieces_than_memory_should_hold) {
+    std::string table;
+    for (int i = 0; i <= 250001; ++i) table += std::to_string(i) + ",0\n";
+    const std::string name = file("a.csv", table);
+    nmk_shell::expect_refused(curve({"split", name, "--piece", "2"}),
+                              "makes 250001 pieces; expected at most 250000");
+    EXPECT_EQ(curve({"split", name, "--piece", "3", "--quiet"}).code, 0);
+}
+
+TEST_F(curve_files, a_curve_without_points_is_listed_and_drawn) {
+    nmkNgkWriteUtils::write_single_curve(path("a.ngk").c_str(), ngkCurvePtr3(new ngkPolyline3()));
+    EXPECT_EQ(facts_of({"info", path("a.ngk")})["segments"], 0);
+    EXPECT_EQ(curve({"info", path("a.ngk"), "--svg", path("a.svg")}).code, 0);
+    EXPECT_EQ(text_of(path("a.svg")).find("nan"), std::string::npos);
+    nmk_shell::expect_refused(curve({"closest", path("a.ngk"), "0,0"}), "has no nearest point");
+    nmk_shell::expect_refused(curve({"info", path("a.ngk"), "--csv"}), "no points to list");
 }
 
 struct FileCase {

@@ -260,6 +260,27 @@ TEST_F(order_avoid, refuses_bad_tables_and_combinations_in_one_line) {
                               "--skip-blocked needs --avoid");
 }
 
+TEST_F(order_avoid, keeps_the_table_of_keep_outs) {
+    const std::string keep_outs = write("k.csv", wall);
+    const std::string rows = write("r.csv", two_rows);
+    for (const std::string option : {"-o", "--svg", "--html"}) {
+        nmk_shell::expect_refused(
+            nmk_shell::run({"order", rows, "--avoid", keep_outs, option, keep_outs}),
+            "is the input file; expected another name for the output");
+    }
+    std::filesystem::create_directory(file("in"));
+    const std::string same_name = write("in/k.csv", two_rows);
+    nmk_shell::expect_refused(nmk_shell::run({"order", same_name, "--avoid", keep_outs,
+                                              "--output-folder", folder.path()}),
+                              "is the input file");
+    EXPECT_EQ(nmk_shell::text_of(keep_outs), wall);
+}
+
+TEST_F(order_avoid, reads_standard_input_once) {
+    nmk_shell::expect_refused(nmk_shell::run({"order", "-", "--avoid", "-"}),
+                              "standard input can be read once; found \"-\" twice");
+}
+
 TEST_F(order_avoid, has_the_same_result_in_workers) {
     const auto alone = figures({cover_plate, "--effort", "1", "--avoid", clamps});
     const auto shared = figures({cover_plate, "--effort", "1", "--avoid", clamps, "--jobs", "3"});

@@ -251,8 +251,8 @@ TEST(order_avoid_walk, keeps_table_json_and_picture_of_the_cover_plate_off_its_c
 
 TEST(order_avoid_walk, reads_the_clamps_of_the_sample_as_they_are_written_here) {
     const ScratchDirectory folder;
-    const Words words = {"order", NMK_SOURCE_DIR "/samples/cover_plate.drl", "--json", "--effort",
-                         "1"};
+    const std::string plate = NMK_SOURCE_DIR "/samples/cover_plate.drl";
+    const Words words = {"order", plate, "--json", "--effort", "1"};
     const auto travel = [&](const std::string& table) {
         Words all = words;
         all.insert(all.end(), {"--avoid", table});

@@ -204,7 +204,7 @@ INSTANTIATE_TEST_SUITE_P(
                  "--gcode needs -o or --output-folder"},
         BadWords{"gcode_as_a_table", with({"--gcode", "-o", "o.csv"}, heights),
                  "with --gcode expected the extension .nc, .ngc, .gcode or .tap, or -"},
-        BadWords{"tap_without_the_option", with({"-o", "o.tap"}, heights),
+        BadWords{"tap_without_the_option", with({"-o", "o.tap", "--feed", "90"}, heights),
                  "a drill file can only be written from a drill file; expected .nc, .csv or "
                  ".json"}),
     [](const auto& given) { return std::string(given.param.name); });

@@ -33,8 +33,11 @@ TEST(order_options, a_file_name_alone_selects_the_defaults) {
     EXPECT_FALSE(options.effort || options.time_limit || options.end || options.is_closed);
     EXPECT_FALSE(options.across_tools || options.json || options.quiet);
     EXPECT_EQ(options.measure.kind, nmkTravelMeasure::length);
-    EXPECT_EQ(options.measure.rapids.rate.x, 10000.0);
-    EXPECT_EQ(options.measure.rapids.acceleration.z, 1000.0);
+    for (const auto units : {nmk_job::JobUnits::inches, nmk_job::JobUnits::millimetres}) {
+        const RapidMoves rapids = order_request(options, units).measure.rapids;
+        EXPECT_EQ(rapids.rate.x, 10000.0);
+        EXPECT_EQ(rapids.acceleration.z, 1000.0);
+    }
     const OrderRequest request = order_request(options, nmk_job::JobUnits::inches);
     EXPECT_EQ(request.tolerance, default_tolerance);
     EXPECT_EQ(request.ends.start, giPoint3(0.0, 0.0, 0.0));
@@ -54,7 +57,7 @@ TEST(order_options, every_option_may_have_a_blank_or_an_equals_sign) {
         EXPECT_EQ(options.start, (std::array<double, 3>{1.0, -2.5, 3.0}));
         EXPECT_EQ(options.tolerance, 0.5);
         EXPECT_EQ(options.units, nmk_job::JobUnits::millimetres);
-        EXPECT_EQ(options.measure.rapids.rate.z, 6000.0);
+        EXPECT_EQ(options.measure.rate->z, 6000.0);
         EXPECT_EQ(options.output_file, "a.csv");
         EXPECT_EQ(options.svg_file, "a.svg");
         EXPECT_EQ(options.html_file, "a.html");
@@ -82,7 +85,7 @@ TEST(order_options, lengths_are_in_the_unit_of_the_file_by_default) {
 
 TEST(order_options, one_rate_counts_for_all_axes_and_z_is_as_y_unless_given) {
     const auto rate = [](const std::string& value) {
-        const nmkTravelAxes axes = read({"f", "--rapid", value}).measure.rapids.rate;
+        const nmkTravelAxes axes = *read({"f", "--rapid", value}).measure.rate;
         return std::array{axes.x, axes.y, axes.z};
     };
     EXPECT_EQ(rate("5000"), (std::array{5000.0, 5000.0, 5000.0}));
@@ -90,13 +93,15 @@ TEST(order_options, one_rate_counts_for_all_axes_and_z_is_as_y_unless_given) {
     EXPECT_EQ(rate("5000,4000,900.5"), (std::array{5000.0, 4000.0, 900.5}));
 }
 
-TEST(order_options, the_request_has_the_measure_and_rates_in_mm_also_of_an_inch_file) {
-    const OrderOptions options =
-        read({"f", "--measure", "Time", "--rapid", "6000", "--acceleration", "1,2,3"});
-    const TravelMeasure measure = order_request(options, nmk_job::JobUnits::inches).measure;
-    EXPECT_EQ(measure.kind, nmkTravelMeasure::time);
-    EXPECT_EQ(measure.rapids.rate.y, 6000.0);
-    EXPECT_EQ(measure.rapids.acceleration.y, 2.0);
+TEST(order_options, the_request_has_rates_in_mm_given_in_the_unit_of_the_command_line) {
+    OrderOptions options =
+        read({"f", "--measure", "Time", "--rapid", "400", "--acceleration", "1,2,3"});
+    const TravelMeasure inches = order_request(options, nmk_job::JobUnits::inches).measure;
+    EXPECT_EQ(inches.kind, nmkTravelMeasure::time);
+    EXPECT_EQ(inches.rapids.rate.y, 10160.0);
+    EXPECT_EQ(inches.rapids.acceleration.y, 50.8);
+    options.units = nmk_job::JobUnits::millimetres;
+    EXPECT_EQ(order_request(options, nmk_job::JobUnits::inches).measure.rapids.rate.y, 400.0);
     EXPECT_EQ(read({"f", "--type", "x", "--measure", "length"}).type, nmkSortTypeX);
 }
 

@@ -154,11 +154,11 @@ const std::string samples = NMK_SOURCE_DIR "/samples/";
 TEST(travel_measure, each_piece_of_a_bent_move_is_a_move_of_its_own_by_time) {
     const auto job = nmk_job_files::read_job_file(samples + "cover_plate.drl", std::nullopt);
     const TravelMeasure measure{nmkTravelMeasure::time, moves};
-    const auto avoided = read_avoided(samples + "clamps_for_cover_plate.csv", measure);
+    const auto avoided = read_avoided(samples + "clamps_for_cover_plate.csv");
     ASSERT_TRUE(job && avoided);
     OrderRequest request;
     request.measure = measure;
-    request.ends.avoided = *avoided;
+    request.ends.avoided = avoided_with(*avoided, measure);
     const OrderedJob ordered = order_job(*job, request, nullptr);
     const OrderFigures figures = measure_order(*job, ordered, measure.rapids);
     EXPECT_LE(figures.total.after.seconds, figures.total.before.seconds);
@@ -202,6 +202,21 @@ TEST_F(measured_command, saved_is_the_saving_of_the_measure) {
         EXPECT_LT(after, before);
         EXPECT_DOUBLE_EQ(json["total"]["saved_percent"], (before - after) / before * 100.0);
     }
+}
+
+TEST_F(measured_command, the_rates_of_an_inch_file_are_inches) {
+    const std::string name =
+        folder.file("i.drl", "M48\nINCH,TZ\nT1C0.1\n%\nT1\nX10000Y0\nX20000Y0\nM30\n");
+    const auto json = [&](std::vector<std::string> more) {
+        std::vector<std::string> words = {"order", name, "--json"};
+        words.insert(words.end(), more.begin(), more.end());
+        return nlohmann::json::parse(nmk_shell::run(words).out);
+    };
+    const auto inches = json({"--rapid", "400", "--acceleration", "40"});
+    EXPECT_EQ(inches["rapid_mm_per_min"][0], 10160);
+    EXPECT_EQ(inches["acceleration_mm_per_s2"][2], 1016);
+    EXPECT_EQ(json({"--rapid", "400", "--units", "mm"})["rapid_mm_per_min"][0], 400);
+    EXPECT_EQ(json({})["rapid_mm_per_min"][0], 10000);
 }
 
 TEST_F(measured_command, the_table_names_the_measure_and_chebyshev_counts_the_longest_axis) {

@@ -301,6 +301,31 @@ TEST(read_dxf, refuses_every_prefix_of_the_sample) {
     EXPECT_EQ(read(text.substr(0, last_letter + 1))->curves.size(), 9U);
 }
 
+TEST(read_dxf, refuses_more_curves_than_memory_should_hold) {
+    const std::string line = "0\nLINE\n10\n0\n20\n0\n11\n1\n21\n1\n";
+    std::string text = groups("0 SECTION|2 ENTITIES");
+    for (std::size_t i = 0; i < max_curves; ++i) text += line;
+    const std::string end = groups("0 ENDSEC|0 EOF");
+    EXPECT_EQ(read(text + end)->curves.size(), max_curves);
+    EXPECT_TRUE(problem_of(text + line + end).ends_with(": more than 250000 curves"));
+}
+
+TEST(read_dxf, refuses_more_arcs_of_a_polyline_than_memory_should_hold) {
+    std::string text = groups("0 SECTION|2 ENTITIES|0 LWPOLYLINE");
+    for (int i = 0; i <= 250000; ++i) {
+        text += "10\n" + std::to_string(i) + "\n20\n0\n42\n1\n";
+    }
+    EXPECT_TRUE(problem_of(text + groups("0 ENDSEC|0 EOF"))
+                    .ends_with("a polyline with bulges has more than 250000 vertices"));
+}
+
+TEST(read_dxf, refuses_a_spline_of_more_points_than_memory_should_hold) {
+    std::string text = groups("0 SECTION|2 ENTITIES|0 SPLINE|71 25");
+    for (int i = 0; i < 200000; ++i) text += "10\n1\n20\n0\n";
+    EXPECT_TRUE(problem_of(text + groups("0 ENDSEC|0 EOF"))
+                    .ends_with("SPLINE with 200000 control points of degree 25; expected fewer"));
+}
+
 TEST(looks_like_dxf, wants_a_first_line_with_a_whole_number_alone) {
     EXPECT_TRUE(looks_like_dxf("  0\r\nSECTION\r\n"));
     EXPECT_TRUE(looks_like_dxf("999\nremark\n"));

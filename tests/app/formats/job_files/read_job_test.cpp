@@ -167,16 +167,19 @@ TEST(samples, have_their_numbers_of_items) {
               9U);
 }
 
-TEST(samples, of_the_cover_plate_are_the_output_of_its_script) {
+TEST(samples, of_the_parts_are_the_output_of_their_scripts) {
     if (std::system("python3 -c pass > /dev/null 2>&1") != 0) {
         GTEST_SKIP() << "python3 is not installed";
     }
-    const ScratchDirectory folder;
-    const std::string script = folder.path() + "/make_cover_plate.py";
-    std::filesystem::copy_file(NMK_SOURCE_DIR "/samples/make_cover_plate.py", script);
-    ASSERT_EQ(std::system(("python3 '" + script + "'").c_str()), 0);
-    EXPECT_EQ(nmk_job::bytes_of_file(folder.path() + "/cover_plate.drl"),
-              nmk_job::bytes_of_file(NMK_SOURCE_DIR "/samples/cover_plate.drl"));
+    const std::string samples = NMK_SOURCE_DIR "/samples/";
+    for (const std::string part : {"cover_plate", "base_plate"}) {
+        const ScratchDirectory folder;
+        const std::string script = folder.path() + "/make_" + part + ".py";
+        std::filesystem::copy_file(samples + "make_" + part + ".py", script);
+        ASSERT_EQ(std::system(("python3 '" + script + "'").c_str()), 0);
+        EXPECT_EQ(nmk_job::bytes_of_file(folder.path() + "/" + part + ".drl"),
+                  nmk_job::bytes_of_file(samples + part + ".drl"));
+    }
 }
 
 }  // namespace
