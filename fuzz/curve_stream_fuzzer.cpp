@@ -2,9 +2,8 @@
 // surface.
 //
 // What loads without an exception is valid, and is stored, loaded and stored once more: both times
-// the bytes are the same. The curve can be measured.
+// the bytes are the same. The curve in space can be evaluated.
 
-#include <cmath>
 #include <cstdint>
 #include <cstdlib>
 
@@ -25,12 +24,12 @@ void check(const Handle& handle) {
     require(stored_handles::stored(stored_handles::loaded<Handle>(bytes)) == bytes);
 }
 
-void measure(const ngkCurvePtr3& curve) {
-    if (!curve || curve->segment_count() > 100) return;
-    giPoint3 point;
-    const bool is_found = curve->evaluate(0.5, point) != 0;
-    require(is_found == point.is_set());
-    require(curve->closest_point(giPoint3(1, 2, 3)).is_set() == (curve->segment_count() > 0));
+void evaluate(const ngkCurvePtr3& curve) {
+    if (!curve) return;
+    for (const double fraction : {0.0, 0.3, 1.0}) {
+        giPoint3 point;
+        require((curve->evaluate(fraction, point) != 0) == point.is_set());
+    }
 }
 
 }  // namespace
@@ -49,6 +48,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     check(curve);
     check(in_the_plane);
     check(surface);
-    measure(curve);
+    evaluate(curve);
     return 0;
 }
