@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "files/read_file_bytes.h"
 #include "text/text_lines.h"
 
 namespace nmk_files {
@@ -119,6 +120,12 @@ nmk_text::Result<std::string> read_descriptor(int descriptor, const std::string&
     }
 }
 
+nmk_text::Result<std::string> read_file(const std::string& file_name, Content content) {
+    const OpenFile file(::open(file_name.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
+    return file.descriptor < 0 ? system_error(file_name, "cannot be opened")
+                               : read_descriptor(file.descriptor, file_name, content);
+}
+
 }  // namespace
 
 std::size_t first_too_long_line(const std::string& text) { return LineLengths().add(text); }
@@ -139,9 +146,11 @@ nmk_text::Result<void> check_text_file(const std::string& file_name, const std::
 }
 
 nmk_text::Result<std::string> read_whole_file(const std::string& file_name) {
-    const OpenFile file(::open(file_name.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
-    return file.descriptor < 0 ? system_error(file_name, "cannot be opened")
-                               : read_descriptor(file.descriptor, file_name, Content::lines);
+    return read_file(file_name, Content::lines);
+}
+
+nmk_text::Result<std::string> read_file_bytes(const std::string& file_name) {
+    return read_file(file_name, Content::bytes);
 }
 
 std::string input_name(const std::string& file_name) {

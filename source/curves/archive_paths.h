@@ -5,5 +5,6 @@ namespace nmk_curves {
 
 inline constexpr const char* path_of_curve = "/wireframe/Curve/1";
 inline constexpr const char* path_of_surface = "/surface/1";
+inline constexpr const char* path_of_topology = "/topology/shell/single/face/1";
 
 }  // namespace nmk_curves

@@ -35,10 +35,10 @@ int segment_before(const std::vector<double>& lengths, double target) {
 
 nmkNgkArcLengthPositions::nmkNgkArcLengthPositions(const ngkCurvePtr3& curve, int forward,
                                                    double tolerance)
-    : m_curve(curve) {
+    : m_curve(curve), m_is_forward(forward != 0) {
     if (!m_curve || !m_curve->is_valid()) return;
-    const ngkCurvePtr3 measured = forward == 0 ? m_curve->reverse() : m_curve;
-    if (measured) m_polygon = measured->curve_polygon(ngkPolygonizeTRP3(tolerance));
+    const ngkCurvePtr3 measured = m_is_forward ? m_curve : m_curve->reverse();
+    if (measured) measured->polygonize(ngkPolygonizeTRP3(tolerance), m_polygon, m_fractions);
     m_lengths = lengths_to_points(m_polygon.points());
 }
 
@@ -57,8 +57,10 @@ void nmkNgkArcLengthPositions::find(double distance, giPoint3& point, ngkT& para
     const nmk_curves::PolylinePlace place = nmk_curves::place_on_segment(walk, distance);
     if (!place.is_set()) return;
     const giPoint3 on_polygon = nmk_curves::at_place(m_polygon.points(), place);
-    const ngkCurvePoint3 nearest =
-        nmkNgkPolylineUtils::get_curve_point(m_curve, on_polygon, tolerance);
+    const double fraction = nmk_curves::at_place(
+        {m_fractions.array(), static_cast<std::size_t>(m_fractions.size())}, place);
+    const ngkCurvePoint3 nearest = nmkNgkPolylineUtils::get_curve_point(
+        m_curve, on_polygon, m_is_forward ? fraction : 1.0 - fraction);
     if (!nearest.is_set()) return;
     point = nearest.point;
     parameter = nearest.t;

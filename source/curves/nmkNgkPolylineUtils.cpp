@@ -2,6 +2,8 @@
 #include <nmktoolbox/curves/nmkNgkArcLengthPositions.h>
 #include <nmktoolbox/curves/nmkNgkPolylineUtils.h>
 
+#include <algorithm>
+
 #include "curve_handle.h"
 #include "polyline_walk.h"
 
@@ -16,6 +18,37 @@ bool is_usable(const ngkCurvePtr3& curve) { return curve && curve->is_valid(); }
 giUnitVec3 direction_of_segment(const ngkPolyline3& polyline, int segment) {
     return giUnitVec3::direction_of(polyline.point(segment + 1) - polyline.point(segment));
 }
+
+// Overwrites an array with up to so many elements, page by page; what it had is gone then. Its
+// pages are used again.
+template <class T>
+class PageWriter {
+  public:
+    PageWriter(coPageArr<T>& array, int count) : m_array(array), m_count(count) {}
+    PageWriter(const PageWriter&) = delete;
+    PageWriter& operator=(const PageWriter&) = delete;
+    ~PageWriter() { m_array.clear(m_end_of_page - m_left); }
+
+    void add(const T& element) {
+        if (m_left == 0) begin_page();
+        *m_next++ = element;
+        --m_left;
+    }
+
+  private:
+    void begin_page() {
+        m_left = std::min(m_array.page_size(), m_count - m_end_of_page);
+        m_array[m_end_of_page + m_left - 1];
+        m_next = &m_array[m_end_of_page];
+        m_end_of_page += m_left;
+    }
+
+    coPageArr<T>& m_array;
+    int m_count;
+    int m_end_of_page = 0;
+    int m_left = 0;  // elements of the page that are not written yet
+    T* m_next = nullptr;
+};
 
 }  // namespace
 
@@ -40,25 +73,29 @@ void nmkNgkPolylineUtils::evaluate_equally_spaced_points(const ngkPolyline3& pol
                                                          const doublecoDynArr& parameters,
                                                          int count, giPoint3coPageArr& points,
                                                          doublecoPageArr& out_parameters) {
-    points.clear();
-    out_parameters.clear();
     const int point_count = polyline.point_count();
-    if (count <= 1 || point_count == 0) return;
+    if (count <= 1 || point_count == 0) {
+        points.clear();
+        out_parameters.clear();
+        return;
+    }
     const bool has_parameters = parameters.size() == point_count;
     const bool can_be_unset = !polyline.is_valid();
     const std::span<const double> values(parameters.array(),
                                          static_cast<std::size_t>(parameters.size()));
-    nmk_curves::EquallySpacedPlaces places(polyline.points(),
-                                           polyline_length_to_index(polyline, point_count - 1),
-                                           count, coincidence_in_space());
+    const nmk_curves::SegmentLengths segments(polyline.points());
+    nmk_curves::EquallySpacedPlaces places(polyline.points(), segments.total, count,
+                                           coincidence_in_space(), segments.lengths());
+    PageWriter to_points(points, count);
+    PageWriter to_parameters(out_parameters, count);
     for (int i = 0; i < count; ++i) {
         const PolylinePlace place = places.next();
         if (!place.is_set()) return;
         const giPoint3 point = at_place(polyline.points(), place);
         const bool is_end = i == 0 || i == count - 1;
         if (can_be_unset && !is_end && !point.is_set()) return;
-        points.add(point);
-        if (has_parameters) out_parameters.add(at_place(values, place));
+        to_points.add(point);
+        if (has_parameters) to_parameters.add(at_place(values, place));
     }
 }
 
@@ -98,6 +135,6 @@ void nmkNgkPolylineUtils::get_arc_length_position(const ngkCurvePtr3& curve, int
 
 ngkCurvePoint3 nmkNgkPolylineUtils::get_curve_point(const ngkCurvePtr3& curve,
                                                     const giPoint3& point,
-                                                    [[maybe_unused]] double tolerance) {
-    return curve->closest_point(point);
+                                                    double expected_fraction) {
+    return curve->closest_point(point, curve->t_at(expected_fraction));
 }

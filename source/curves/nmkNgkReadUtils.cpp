@@ -2,6 +2,7 @@
 #include <ngk/ngk_persistence.h>
 #include <nmktoolbox/curves/nmkNgkReadUtils.h>
 #include <pers/psArchiveFile.h>
+#include <topology/top_persistence.h>
 
 #include <cerrno>
 
@@ -33,4 +34,8 @@ int nmkNgkReadUtils::read_single_curve(char const* filename, ngkCurvePtr3& curve
 
 int nmkNgkReadUtils::read_single_surface(char const* filename, ngkSurfPtr& surface) {
     return read_single(filename, nmk_curves::path_of_surface, surface);
+}
+
+int nmkNgkReadUtils::read_single_topology(char const* filename, topTopologyPtr& topology) {
+    return read_single(filename, nmk_curves::path_of_topology, topology);
 }

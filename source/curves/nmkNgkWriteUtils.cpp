@@ -2,6 +2,7 @@
 #include <ngk/ngk_persistence.h>
 #include <nmktoolbox/curves/nmkNgkWriteUtils.h>
 #include <pers/psArchiveFile.h>
+#include <topology/top_persistence.h>
 
 #include "archive_paths.h"
 
@@ -33,4 +34,8 @@ void nmkNgkWriteUtils::write_single_curve(char const* filename, ngkCurvePtr3 con
 
 void nmkNgkWriteUtils::write_single_surface(char const* filename, ngkSurfPtr const& surface) {
     write_single(filename, nmk_curves::path_of_surface, surface);
+}
+
+void nmkNgkWriteUtils::write_single_topology(char const* filename, topTopologyPtr const& topology) {
+    write_single(filename, nmk_curves::path_of_topology, topology);
 }

@@ -6,6 +6,8 @@
 #include <geometry/giPoint3.h>
 
 #include <cmath>
+#include <cstddef>
+#include <memory>
 #include <span>
 
 namespace nmk_curves {
@@ -35,9 +37,11 @@ inline double at_place(std::span<const double> values, const PolylinePlace& plac
 
 class PolylineWalk {
   public:
-    /// Borrows the points, of which there is at least one.
-    PolylineWalk(std::span<const giPoint3> points, double tolerance) noexcept
-        : m_points(points), m_tolerance(tolerance) {
+    /// Borrows the points, of which there is at least one, and the lengths of all segments; without
+    /// these it takes the roots that it needs.
+    PolylineWalk(std::span<const giPoint3> points, double tolerance,
+                 std::span<const double> lengths = {}) noexcept
+        : m_points(points), m_lengths(lengths), m_tolerance(tolerance) {
         measure();
     }
 
@@ -91,11 +95,13 @@ class PolylineWalk {
     }
 
     double length() noexcept {
+        if (!m_lengths.empty()) return m_lengths[static_cast<std::size_t>(m_segment)];
         if (m_length < 0.0) m_length = std::sqrt(m_square);
         return m_length;
     }
 
     std::span<const giPoint3> m_points;
+    std::span<const double> m_lengths;
     double m_tolerance;
     int m_segment = 0;
     double m_walked = 0.0;   // up to the start of the segment
@@ -111,13 +117,13 @@ inline PolylinePlace place_on_segment(PolylineWalk& walk, double target) noexcep
 /// Places at equal lengths along a polyline, one after the other, both ends included.
 class EquallySpacedPlaces {
   public:
-    /// Borrows the points, of which there is at least one.
+    /// Borrows the points, of which there is at least one, and the lengths as PolylineWalk does.
     ///
     ///   total   the polyline's length
     ///   count   number of places, at least 2
-    EquallySpacedPlaces(std::span<const giPoint3> points, double total, int count,
-                        double tolerance) noexcept
-        : m_walk(points, tolerance),
+    EquallySpacedPlaces(std::span<const giPoint3> points, double total, int count, double tolerance,
+                        std::span<const double> lengths = {}) noexcept
+        : m_walk(points, tolerance, lengths),
           m_last(points.size() > 1 ? PolylinePlace{static_cast<int>(points.size()) - 2, 1.0}
                                    : PolylinePlace{0, 0.0}),
           m_count(count),
@@ -140,6 +146,24 @@ class EquallySpacedPlaces {
     int m_count;
     double m_spacing;
     int m_next = 0;
+};
+
+/// The length of each segment, and their sum in that order.
+struct SegmentLengths {
+    /// Of at least one point.
+    explicit SegmentLengths(std::span<const giPoint3> points)
+        : count(points.size() - 1), values(std::make_unique_for_overwrite<double[]>(count)) {
+        for (std::size_t i = 0; i < count; ++i) {
+            values[i] = points[i].distance(points[i + 1]);
+            total += values[i];
+        }
+    }
+
+    std::span<const double> lengths() const noexcept { return {values.get(), count}; }
+
+    std::size_t count;
+    std::unique_ptr<double[]> values;  // each written once, without zeros before
+    double total = 0.0;
 };
 
 /// The length of a polyline up to the point `index`, which must be below their number.

@@ -25,11 +25,14 @@ using nmk_ordering::TravelNetwork;
 using nmk_ordering::TravelSequence;
 
 // Steps where no number is given: some for each item, fewer where there are very many items, whose
-// cells do without the last few parts in a thousand. Few items get more, which takes no time.
+// cells do without the last few parts in a thousand. Few items get more, which takes no time. A
+// line gets a part of what a point gets: the legs between lines are long, and near lines are not
+// near each other in the order, so that a step takes longer and gains less.
 constexpr std::int64_t least_steps = 500;
 constexpr std::int64_t steps_of_an_item = 10;
 constexpr std::int64_t items_with_all_steps = 20000;
-constexpr std::int64_t steps_of_a_further_item = 8;
+constexpr std::int64_t steps_of_a_further_item = 6;
+constexpr double part_of_a_line = 0.2;
 
 nmkTravelResult bad_problem(std::string error) {
     nmkTravelResult result;
@@ -89,17 +92,25 @@ nmkTravelItem travel_item(const nmkSortItemPrf& reference, bool is_one_way) {
 
 nmkTravelOrder::nmkTravelOrder(nmkTravelProblem problem) : m_problem(std::move(problem)) {}
 
-std::int64_t nmkTravelOrder::default_steps(std::int64_t items) {
+std::int64_t nmkTravelOrder::default_steps(std::int64_t items, std::int64_t lines) {
     const std::int64_t further = std::max<std::int64_t>(items - items_with_all_steps, 0);
-    return std::max(least_steps, std::max<std::int64_t>(items - further, 0) * steps_of_an_item +
-                                     further * steps_of_a_further_item);
+    const std::int64_t of_points =
+        (items - further) * steps_of_an_item + further * steps_of_a_further_item;
+    if (lines <= 0 || of_points <= least_steps) return std::max(least_steps, of_points);
+    const double full = static_cast<double>(items - lines);
+    const double share = full + static_cast<double>(lines) * part_of_a_line;
+    const double steps = static_cast<double>(of_points) * share / static_cast<double>(items);
+    return std::max(least_steps, static_cast<std::int64_t>(steps));
 }
 
 nmkTravelResult nmkTravelOrder::find() const {
     std::string fault = nmk_ordering::fault_of(m_problem);
     if (!fault.empty()) return bad_problem(std::move(fault));
     const auto count = static_cast<std::int64_t>(m_problem.items.size());
-    TravelBudget budget(m_steps.value_or(default_steps(count)), m_seconds, m_progress);
+    const auto lines = std::count_if(
+        m_problem.items.begin(), m_problem.items.end(),
+        [](const nmkTravelItem& item) { return item.kind != nmkTravelItemKind::point; });
+    TravelBudget budget(m_steps.value_or(default_steps(count, lines)), m_seconds, m_progress);
     TravelNetwork network(m_problem);
     if (!std::isfinite(network.penalty())) {
         return bad_problem("speed, acceleration: expected moves of a time that is finite");

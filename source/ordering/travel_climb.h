@@ -1,12 +1,12 @@
 // travel_climb.h: chained Lin-Kernighan on one ring.
 //
 // An exchange is searched depth first over the nearest neighbours, three edges deep, without
-// touching the ring; the first that makes it shorter is made. Where there is none, the one that
-// leaves most to gain is made all the same, and the search continues from its last node, as deep as
-// max_submoves; if all of them gain nothing they are taken back (Helsgaun, "General k-opt submoves
-// for the Lin-Kernighan TSP heuristic", Mathematical Programming Computation 1, 2009). A kick is a
-// double bridge of nodes that random walks over the neighbours reach; a kick whose repair is longer
-// than before is taken back.
+// touching the ring (five with prices); the first that makes it shorter is made. Where there
+// is none, the one that leaves most to gain is made all the same, and the search continues from its
+// last node, as deep as its submoves; if all of them gain nothing they are taken back (Helsgaun,
+// "General k-opt submoves for the Lin-Kernighan TSP heuristic", Mathematical Programming
+// Computation 1, 2009). A kick is a double bridge of nodes that random walks over the neighbours
+// reach; a kick whose repair is longer than before is taken back.
 #pragma once
 
 #include <algorithm>
@@ -17,17 +17,23 @@
 #include <vector>
 
 #include "travel_budget.h"
+#include "travel_candidates.h"
 #include "travel_ring.h"
 
 namespace nmk_ordering {
 
-/// How many neighbours are tried from the last node of each depth of the search.
-constexpr std::array<int, 3> neighbours_tried = {0, 8, 5};
-/// Edges that one exchange of the search removes.
-constexpr int search_edges = 3;
-static_assert(search_edges <= max_exchange_edges);
-/// Exchanges that are made one after the other before one of them gains.
-constexpr int max_submoves = 3;
+/// How wide and how deep an exchange is searched.
+struct TravelWidths {
+    int edges;     // that one exchange of the search removes
+    int submoves;  // exchanges that are made one after the other before one of them gains
+    std::array<int, max_exchange_edges - 1> tried;  // neighbours at each depth
+};
+constexpr TravelWidths widths_without_prices = {3, 3, {8, 5}};
+/// With prices, which leave few legs to look at. Of one-way lines only every second exchange of
+/// three edges is possible, and none of two. What is made and taken back moves half of the ring,
+/// since near lines are not near each other on it.
+constexpr TravelWidths widths_with_prices = {5, 1, {8, 8, 5, 3}};
+static_assert(widths_with_prices.edges <= max_exchange_edges);
 /// Length of the random walks of a kick, and the longest piece of the ring that a kick moves.
 constexpr int walk_length = 10;
 constexpr int max_kick_length = 1000;
@@ -37,23 +43,6 @@ constexpr int kicks_for_one_along = 10;
 constexpr int max_piece_along = 50;
 /// A gain must be larger than this part of the length of the ring, or it may be rounding.
 constexpr double least_gain_in_lengths = 1e-13;
-
-/// A neighbour and what the way to it costs.
-struct TravelNeighbour {
-    double cost;
-    int node;
-};
-
-/// The neighbours of all nodes, nearest first.
-struct TravelNeighbours {
-    std::vector<TravelNeighbour> all;
-    std::vector<std::size_t> begins;  // by node, and one more
-
-    const TravelNeighbour* begin(int node) const {
-        return all.data() + begins[static_cast<std::size_t>(node)];
-    }
-    const TravelNeighbour* end(int node) const { return begin(node + 1); }
-};
 
 /// Numbers for the kicks: xorshift with a multiplication, Vigna, "An experimental exploration of
 /// Marsaglia's xorshift generators", ACM Trans. Math. Software 42, 2016.
@@ -83,9 +72,12 @@ class TravelClimb {
           m_ring(ring),
           m_budget(budget),
           m_terminals(static_cast<int>(cost.terminals.size())),
+          m_widths(cost.prices.empty() ? widths_without_prices : widths_with_prices),
           m_is_waiting(at(ring.size()), 0) {
         double length = 0.0;
-        for (int node = 0; node < ring.size(); ++node) length += m_cost(node, ring.next(node));
+        for (int node = 0; node < ring.size(); ++node) {
+            length += m_cost.without_prices(node, ring.next(node));
+        }
         m_least_gain = length * least_gain_in_lengths;
     }
 
@@ -158,7 +150,7 @@ class TravelClimb {
         m_added.clear();
         double gain = m_cost(first, second);
         int last = second;
-        for (int submove = 0; submove <= max_submoves; ++submove) {
+        for (int submove = 0; submove <= m_widths.submoves; ++submove) {
             m_nodes[0] = first;
             m_nodes[1] = last;
             m_best.open_gain = m_least_gain;
@@ -167,7 +159,7 @@ class TravelClimb {
                 make_gain();
                 return true;
             }
-            if (m_best.edges == 0 || submove == max_submoves) break;
+            if (m_best.edges == 0 || submove == m_widths.submoves) break;
             make_best();
             gain = m_best.open_gain;
             last = m_best.nodes[at(2 * m_best.edges - 1)];
@@ -208,7 +200,7 @@ class TravelClimb {
                 try_removal(edges, left, to->node, m_ring.previous(to->node))) {
                 return true;
             }
-            if (++tried == neighbours_tried[at(edges)] + m_terminals) break;
+            if (++tried == m_widths.tried[at(edges - 1)] + m_terminals) break;
         }
         return false;
     }
@@ -228,7 +220,7 @@ class TravelClimb {
                 return true;
             }
         }
-        if (edges + 1 < search_edges) return search(edges + 1, gain);
+        if (edges + 1 < m_widths.edges) return search(edges + 1, gain);
         if (gain > m_best.open_gain && end != m_nodes[0]) note_best(edges + 1, gain);
         return false;
     }
@@ -268,7 +260,7 @@ class TravelClimb {
     int walk(int node) {
         for (int step = 0; step < walk_length; ++step) {
             const TravelNeighbour* const begin = m_neighbours.begin(node);
-            const int count = static_cast<int>(m_neighbours.end(node) - begin);
+            const int count = m_neighbours.count(node);
             if (count == 0) break;
             const int to = begin[m_random.draw(std::min(count, walk_neighbours))].node;
             if (!is_terminal(to)) node = to;
@@ -314,7 +306,7 @@ class TravelClimb {
         const int n = m_ring.size();
         std::size_t widest = 3;
         int width = cuts[0] - cuts[3] + n;
-        for (std::size_t i = 0; i < 3 && !m_ring.has_one_ways(); ++i) {
+        for (std::size_t i = 0; i < 3; ++i) {
             if (cuts[i + 1] - cuts[i] <= width) continue;
             width = cuts[i + 1] - cuts[i];
             widest = i;
@@ -352,6 +344,7 @@ class TravelClimb {
     TravelRing& m_ring;
     TravelBudget& m_budget;
     int m_terminals;  // neighbours of nearly all nodes; tried beside the others
+    TravelWidths m_widths;
     TravelRandom m_random;
     double m_least_gain = 0.0;
     bool m_keeps_each_gain = false;

@@ -8,6 +8,8 @@
 //
 // The last nodes of a cell may be terminals, which have no place: the way to one is free, but where
 // it belongs to an item every other node pays twice the penalty.
+//
+// Prices of nodes are taken off at both ends of an edge, which makes all rings shorter by the same.
 #pragma once
 
 #include <algorithm>
@@ -44,8 +46,13 @@ class TravelCost {
     std::vector<int> groups;                // by node; empty where no item is in one
     std::vector<TravelTerminal> terminals;  // numbered after the points
     double penalty = 0.0;
+    std::vector<double> prices;  // by node, taken off at both ends of an edge; empty for none
 
     double operator()(int a, int b) const {
+        const double cost = without_prices(a, b);
+        return prices.empty() ? cost : cost - (prices[at(a)] + prices[at(b)]);
+    }
+    double without_prices(int a, int b) const {
         if (std::max(a, b) >= static_cast<int>(points.size())) [[unlikely]] {
             return to_terminal(a, b);
         }

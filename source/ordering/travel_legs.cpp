@@ -17,6 +17,10 @@ constexpr std::size_t max_slots = std::size_t{1} << 22U;
 TravelLegs::TravelLegs(TravelObstacles obstacles, const TravelMetric& metric,
                        const std::vector<TravelPoint>& points)
     : m_metric(metric), m_points(points), m_ways(std::move(obstacles), metric) {
+    m_cells.reserve(points.size());
+    for (const TravelPoint& p : points) {
+        m_cells.push_back(this->obstacles().cell_of(TravelWays::in_plane(p)));
+    }
     const std::size_t wanted = std::min(slots_of_a_point * points.size(), max_slots);
     std::size_t slots = min_slots;
     while (slots < wanted) slots *= 2;

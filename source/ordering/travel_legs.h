@@ -20,11 +20,11 @@ class TravelLegs {
                const std::vector<TravelPoint>& points);
 
     double cost(int from, int to) {
-        const TravelPoint& a = m_points[static_cast<std::size_t>(from)];
-        const TravelPoint& b = m_points[static_cast<std::size_t>(to)];
-        return m_ways.obstacles().is_any_near(TravelWays::in_plane(a), TravelWays::in_plane(b))
+        const auto a = static_cast<std::size_t>(from);
+        const auto b = static_cast<std::size_t>(to);
+        return m_ways.obstacles().is_any_near(m_cells[a], m_cells[b])
                    ? remembered(from, to)
-                   : m_metric(a, b);
+                   : m_metric(m_points[a], m_points[b]);
     }
     TravelWays& ways() { return m_ways; }
     const TravelObstacles& obstacles() const { return m_ways.obstacles(); }
@@ -44,7 +44,8 @@ class TravelLegs {
     TravelMetric m_metric;
     const std::vector<TravelPoint>& m_points;
     TravelWays m_ways;
-    std::vector<Leg> m_table;  // a power of two of them
+    std::vector<PlaneCell> m_cells;  // by point
+    std::vector<Leg> m_table;        // a power of two of them
 };
 
 /// The metric of a search beside keep-outs: its points are the numbers of nodes.

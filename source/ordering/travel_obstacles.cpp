@@ -23,12 +23,15 @@ TravelObstacles::TravelObstacles(const std::vector<nmkTravelKeepOut>& keep_outs,
 }
 
 // The same roundings of both make a polygon that meets the box of a leg meet it in cells too.
-int TravelObstacles::cell(double value, double low, double width) {
+int TravelObstacles::cell(double value, double low, double high, double width) {
+    if (value < low) return 0;
+    if (value > high) return cells + 1;
     const double number = width > 0.0 ? std::floor((value - low) / width) : 0.0;
-    return static_cast<int>(std::clamp(number, 0.0, cells - 1.0));
+    return static_cast<int>(std::clamp(number, 0.0, cells - 1.0)) + 1;
 }
 
 void TravelObstacles::count_near() {
+    m_counts.assign(static_cast<std::size_t>(sums) * sums, 0);
     if (m_polygons.empty()) return;
     m_box = m_polygons.front().box();
     for (const TravelPolygon& polygon : m_polygons) {
@@ -37,34 +40,21 @@ void TravelObstacles::count_near() {
         m_box.high = {std::max(m_box.high.x, box.high.x), std::max(m_box.high.y, box.high.y)};
     }
     m_cell = {(m_box.high.x - m_box.low.x) / cells, (m_box.high.y - m_box.low.y) / cells};
-    m_counts.assign((cells + 1) * (cells + 1), 0);
-    for (const TravelPolygon& polygon : m_polygons) {
-        const PlaneBox& box = polygon.box();
-        const int last_column = cell(box.high.x, m_box.low.x, m_cell.x);
-        const int last_row = cell(box.high.y, m_box.low.y, m_cell.y);
-        for (int row = cell(box.low.y, m_box.low.y, m_cell.y); row <= last_row; ++row) {
-            const int first_column = cell(box.low.x, m_box.low.x, m_cell.x);
-            for (int i = first_column; i <= last_column; ++i) count_at(i + 1, row + 1) = 1;
-        }
-    }
-    for (int row = 1; row <= cells; ++row) {
-        for (int column = 1; column <= cells; ++column) {
+    for (const TravelPolygon& polygon : m_polygons) add_near(polygon.box());
+    for (int row = 1; row < sums; ++row) {
+        for (int column = 1; column < sums; ++column) {
             count_at(column, row) += count_at(column - 1, row) + count_at(column, row - 1) -
                                      count_at(column - 1, row - 1);
         }
     }
 }
 
-bool TravelObstacles::is_any_near(const PlanePoint& a, const PlanePoint& b) const {
-    const PlaneBox box = box_of(a, b);
-    if (m_polygons.empty() || box.is_apart(m_box)) return false;
-    const int left = cell(box.low.x, m_box.low.x, m_cell.x);
-    const int right = cell(box.high.x, m_box.low.x, m_cell.x) + 1;
-    const int lower = cell(box.low.y, m_box.low.y, m_cell.y);
-    const int upper = cell(box.high.y, m_box.low.y, m_cell.y) + 1;
-    return count_at(right, upper) - count_at(left, upper) - count_at(right, lower) +
-               count_at(left, lower) >
-           0;
+void TravelObstacles::add_near(const PlaneBox& box) {
+    const PlaneCell first = cell_of(box.low);
+    const PlaneCell last = cell_of(box.high);
+    for (int row = first.row; row <= last.row; ++row) {
+        for (int i = first.column; i <= last.column; ++i) count_at(i + 1, row + 1) = 1;
+    }
 }
 
 std::optional<int> TravelObstacles::keep_out_at(const PlanePoint& p) const {

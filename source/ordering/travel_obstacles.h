@@ -6,6 +6,7 @@
 
 #include <nmktoolbox/ordering/nmkTravelKeepOut.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <optional>
 #include <vector>
@@ -16,6 +17,13 @@ namespace nmk_ordering {
 
 /// The corners of a part of a keep-out, divided by `unit`.
 std::vector<PlanePoint> plane_corners(const std::vector<giPoint2>& part, double unit);
+
+/// A cell of the lattice over all polygons. Places to the left of them all are in column 0, places
+/// to the right in the last one, and likewise the rows.
+struct PlaneCell {
+    int column = 0;
+    int row = 0;
+};
 
 class TravelObstacles {
   public:
@@ -33,19 +41,35 @@ class TravelObstacles {
         return !is_any_near(a, b) || !keep_out_between(a, b);
     }
     /// False where the line crosses none for certain, in a time that does not depend on them.
-    bool is_any_near(const PlanePoint& a, const PlanePoint& b) const;
+    bool is_any_near(const PlanePoint& a, const PlanePoint& b) const {
+        return is_any_near(cell_of(a), cell_of(b));
+    }
+    /// The same for a line whose ends are in these cells, for callers that keep them.
+    bool is_any_near(const PlaneCell& a, const PlaneCell& b) const {
+        const auto [left, right] = std::minmax(a.column, b.column);
+        const auto [lower, upper] = std::minmax(a.row, b.row);
+        return count_at(right + 1, upper + 1) - count_at(left, upper + 1) -
+                   count_at(right + 1, lower) + count_at(left, lower) >
+               0;
+    }
+    PlaneCell cell_of(const PlanePoint& p) const {
+        return {cell(p.x, m_box.low.x, m_box.high.x, m_cell.x),
+                cell(p.y, m_box.low.y, m_box.high.y, m_cell.y)};
+    }
     /// Whether some polygons overlap or touch, so that they may enclose places.
     bool may_enclose() const;
     /// The sum of all edges in x and in y.
     PlanePoint perimeter() const;
 
   private:
-    static constexpr int cells = 128;  // along each side of the lattice
+    static constexpr int cells = 128;  // along each side of the polygons, and one beside each end
+    static constexpr int sums = cells + 3;  // along each side of the table, whose first are 0
 
     void count_near();
-    static int cell(double value, double low, double width);
+    void add_near(const PlaneBox& box);
+    static int cell(double value, double low, double high, double width);
     static std::size_t index(int column, int row) {
-        return static_cast<std::size_t>(row) * (cells + 1) + static_cast<std::size_t>(column);
+        return static_cast<std::size_t>(row) * sums + static_cast<std::size_t>(column);
     }
     int& count_at(int column, int row) { return m_counts[index(column, row)]; }
     int count_at(int column, int row) const { return m_counts[index(column, row)]; }

@@ -65,6 +65,7 @@ class TravelPolygon {
   private:
     enum class Contact { none, touches, enters };
 
+    bool is_beside(const PlanePoint& a, const PlanePoint& b) const;
     bool goes_inside(int number, const PlanePoint& towards) const;
     Contact at_edge(int number, const PlanePoint& a, const PlanePoint& b) const;
     Contact at_corner(int number, const PlanePoint& a, const PlanePoint& b) const;

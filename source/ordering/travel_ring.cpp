@@ -1,6 +1,7 @@
 #include "travel_ring.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace nmk_ordering {
@@ -11,7 +12,8 @@ TravelRing::TravelRing(std::vector<int> order, std::vector<int> mates, std::vect
       m_positions(m_nodes.size()),
       m_mates(std::move(mates)),
       m_one_way(std::move(one_way)),
-      m_counts(m_one_way.empty() ? 0 : m_nodes.size()) {
+      m_counts(m_one_way.empty() ? 0 : m_nodes.size()),
+      m_one_ways(static_cast<int>(std::count(m_one_way.begin(), m_one_way.end(), 1))) {
     for (int place = 0; place < m_size; ++place) m_positions[at(node(place))] = place;
     count_one_ways(0, m_size);
 }
@@ -29,10 +31,9 @@ bool TravelRing::is_possible(const ExchangeNodes& nodes, int edges, SegmentOrder
     return order_segments(removed, edges, order) && (m_counts.empty() || keeps_directions(order));
 }
 
+// False also for a segment that has all of them, where the others have none.
 bool TravelRing::has_one_way(int first, int last) const {
-    const int before = first == 0 ? 0 : m_counts[at(first - 1)];
-    const int turn = first <= last ? 0 : m_counts.back();
-    return m_counts[at(last)] + turn > before;
+    return m_counts[at(last)] != m_counts[at(first == 0 ? m_size - 1 : first - 1)];
 }
 
 bool TravelRing::keeps_directions(const SegmentOrder& order) const {
@@ -52,26 +53,20 @@ int TravelRing::segment_length(const SegmentOrder& order, int segment) const {
     return order.cuts[0] - order.cuts[at(order.count - 1)] + m_size;
 }
 
-// The longest; with one-way lines the first, so that no change goes over the end of the array,
-// where the counts begin.
-int TravelRing::kept_segment(const SegmentOrder& order) const {
-    int kept = 0;
+int TravelRing::longest_segment(const SegmentOrder& order) const {
+    int longest = 0;
     for (int k = 1; k < order.count; ++k) {
-        const int segment = order.segments[at(k)];
-        const bool is_better =
-            m_counts.empty()
-                ? segment_length(order, segment) > segment_length(order, order.segments[at(kept)])
-                : segment == 0;
-        if (is_better) kept = k;
+        const int length = segment_length(order, order.segments[at(k)]);
+        if (length > segment_length(order, order.segments[at(longest)])) longest = k;
     }
-    return kept;
+    return longest;
 }
 
 // The new ring is read so that the kept segment stays as it is, and those next to it as far as they
 // would not change.
 void TravelRing::exchange(const SegmentOrder& order) {
     const int count = order.count;
-    const int kept = kept_segment(order);
+    const int kept = longest_segment(order);
     const int kept_number = order.segments[at(kept)];
     const bool turned = order.is_reversed[at(kept)];
     const auto from = [&](int k) { return at((turned ? kept - k + count : kept + k) % count); };
@@ -108,16 +103,32 @@ void TravelRing::rewrite(int start, const Piece* pieces, int count) {
     const int* const before = m_log.data() + m_changes.back().nodes;
     int place = start;
     for (int k = 0; k < count; ++k) {
-        const int step = pieces[k].is_reversed ? -1 : 1;
-        const int* from = before + pieces[k].begin;
-        if (pieces[k].is_reversed) from += pieces[k].length - 1;
-        for (int i = 0; i < pieces[k].length; ++i, from += step) {
-            m_nodes[at(place)] = *from;
-            m_positions[at(*from)] = place;
-            place = wrapped(place + 1);
-        }
+        const int* const begin = before + pieces[k].begin;
+        const int size = pieces[k].length;
+        place = pieces[k].is_reversed ? put(std::make_reverse_iterator(begin + size), size, place)
+                                      : put(begin, size, place);
     }
     count_one_ways(start, length);
+}
+
+// In two runs where the nodes go over the end of the array. Returns the position after them.
+template <class From>
+int TravelRing::put(From from, int count, int place) {
+    const int to_the_end = std::min(count, m_size - place);
+    from = put_run(from, to_the_end, place);
+    if (to_the_end < count) put_run(from, count - to_the_end, 0);
+    return wrapped(place + count);
+}
+
+template <class From>
+From TravelRing::put_run(From from, int count, int place) {
+    int* const nodes = m_nodes.data() + place;
+    int* const positions = m_positions.data();
+    for (int i = 0; i < count; ++i, ++from) {
+        nodes[i] = *from;
+        positions[nodes[i]] = place + i;
+    }
+    return from;
 }
 
 void TravelRing::log_nodes(int start, int length) {
@@ -130,10 +141,12 @@ void TravelRing::log_nodes(int start, int length) {
 
 void TravelRing::count_one_ways(int start, int length) {
     if (m_counts.empty()) return;
+    int count = m_counts[at(start == 0 ? m_size - 1 : start - 1)];
     int place = start;
     for (int i = 0; i < length; ++i) {
-        const int before = place == 0 ? 0 : m_counts[at(place - 1)];
-        m_counts[at(place)] = before + m_one_way[at(node(place))];
+        count += m_one_way[at(node(place))];
+        if (count == m_one_ways) count = 0;
+        m_counts[at(place)] = count;
         place = wrapped(place + 1);
     }
 }
@@ -142,12 +155,7 @@ void TravelRing::undo(std::size_t mark) {
     while (m_changes.size() > mark) {
         const Change change = m_changes.back();
         m_changes.pop_back();
-        int place = change.start;
-        for (std::size_t i = change.nodes; i < m_log.size(); ++i) {
-            m_nodes[at(place)] = m_log[i];
-            m_positions[at(m_log[i])] = place;
-            place = wrapped(place + 1);
-        }
+        put(m_log.data() + change.nodes, change.length, change.start);
         m_log.resize(change.nodes);
         count_one_ways(change.start, change.length);
     }

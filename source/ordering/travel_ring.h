@@ -5,7 +5,8 @@
 // of making them, and commit() forgets the log.
 //
 // Fixed edges are never cut; a node has one at most. Those of one-way lines are counted along the
-// ring, so that an exchange that would turn some of them and not others is seen at once. The ring
+// ring, from any place and modulo all of them, so that an exchange that would turn some of them and
+// not others is seen at once. The ring
 // as a whole may turn round.
 #pragma once
 
@@ -29,7 +30,6 @@ class TravelRing {
     TravelRing(std::vector<int> order, std::vector<int> mates, std::vector<char> one_way);
 
     int size() const { return m_size; }
-    bool has_one_ways() const { return !m_counts.empty(); }
     int node(int position) const { return m_nodes[at(position)]; }
     int position(int of_node) const { return m_positions[at(of_node)]; }
     int mate(int of_node) const { return m_mates[at(of_node)]; }
@@ -52,7 +52,7 @@ class TravelRing {
 
     /// Replaces A B C by C B A, the three segments after `position`, in their directions: the
     /// double bridge of Martin, Otto and Felten, 1991, whose four edges no sequential exchange puts
-    /// back. With one-way lines the three must not go over the end of the array.
+    /// back.
     void bridge(int position, int first, int second, int third);
 
     /// How much is in the log, for undo().
@@ -77,10 +77,14 @@ class TravelRing {
     int wrapped(int position) const { return position < m_size ? position : position - m_size; }
     RemovedEdge removed_edge(int first, int second) const;
     bool keeps_directions(const SegmentOrder& order) const;
-    int kept_segment(const SegmentOrder& order) const;
+    int longest_segment(const SegmentOrder& order) const;
     int segment_length(const SegmentOrder& order, int segment) const;
     void rewrite(int start, const Piece* pieces, int count);
     void log_nodes(int start, int length);
+    template <class From>
+    int put(From from, int count, int place);
+    template <class From>
+    From put_run(From from, int count, int place);
     void count_one_ways(int start, int length);
     bool has_one_way(int first, int last) const;
 
@@ -89,7 +93,9 @@ class TravelRing {
     std::vector<int> m_positions;  // by node
     std::vector<int> m_mates;
     std::vector<char> m_one_way;
-    std::vector<int> m_counts;  // by position: one-way nodes up to and with it; empty for none
+    // By position: one-way nodes up to and with it, modulo all of them; empty for none.
+    std::vector<int> m_counts;
+    int m_one_ways;
     std::vector<int> m_log;
     std::vector<Change> m_changes;
 };

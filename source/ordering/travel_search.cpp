@@ -10,6 +10,7 @@
 #include "travel_cell.h"
 #include "travel_climb.h"
 #include "travel_neighbours.h"
+#include "travel_prices.h"
 
 namespace nmk_ordering {
 
@@ -20,6 +21,10 @@ constexpr int max_cell_items = 12000;
 
 // Neighbours of a node that the search may join it to. With groups as many again of its own.
 constexpr int neighbour_count = 6;
+// Of the ends of lines, which are joined to others at one side only.
+constexpr int neighbour_count_of_lines = 8;
+// Of those of one-way lines: so many that nearly always all exits can be assigned to entries.
+constexpr int neighbour_count_of_one_ways = 24;
 // Beside keep-outs, where some of the nearest are behind one.
 constexpr int neighbour_count_beside_keep_outs = 10;
 // Those of them that are the nearest in each quadrant, so that a cluster of points has neighbours
@@ -98,7 +103,7 @@ class NeighbourLists {
             m_lists.begins.push_back(m_lists.all.size());
             if (node < points) add_points(node);
             add_terminals(node);
-            sort_last();
+            m_lists.sort(m_lists.begins.back(), m_lists.all.size());
             m_budget.work();
         }
         m_lists.begins.push_back(m_lists.all.size());
@@ -118,11 +123,19 @@ class NeighbourLists {
         return m_cost.groups[at(node)] == m_cost.groups[at(other)];
     }
 
+    int wanted(int node) const {
+        if (m_cell.types[at(node)] != TravelEndType::any) {
+            return std::max(Traits::neighbours, neighbour_count_of_one_ways);
+        }
+        return m_cell.mates[at(node)] < 0 ? Traits::neighbours
+                                          : std::max(Traits::neighbours, neighbour_count_of_lines);
+    }
+
     void add_points(int node) {
         if (m_budget.is_over()) return;  // the climb will not begin
         const bool has_groups = !m_cost.groups.empty();
         m_tree.nearest(
-            node, Traits::neighbours,
+            node, wanted(node),
             [&](int other) {
                 return fits(node, other) && !(has_groups && is_in_group(node, other));
             },
@@ -138,7 +151,7 @@ class NeighbourLists {
         }
         if (!has_groups) return;
         m_tree.nearest(
-            node, Traits::neighbours,
+            node, wanted(node),
             [&](int other) { return fits(node, other) && is_in_group(node, other); }, m_found);
         add_found(node);
     }
@@ -168,13 +181,6 @@ class NeighbourLists {
             }
         }
     }
-    void sort_last() {
-        const auto begin = m_lists.all.begin() + static_cast<std::ptrdiff_t>(m_lists.begins.back());
-        std::stable_sort(
-            begin, m_lists.all.end(),
-            [](const TravelNeighbour& a, const TravelNeighbour& b) { return a.cost < b.cost; });
-    }
-
     const TravelCell& m_cell;
     const TravelCost<Metric>& m_cost;
     TravelBudget& m_budget;
@@ -254,17 +260,27 @@ class CellSearch {
         }
         const TravelCell cell = m_tour.cell(is_marked);
         if (cell.size() < least_nodes) return;
-        const TravelCost<Metric> cost = cost_of(m_network, cell, m_metric);
+        TravelCost<Metric> cost = cost_of(m_network, cell, m_metric);
         std::vector<TravelPoint> points;
         for (const int node : cell.nodes) {
             if (node < m_network.point_count()) points.push_back(m_network.points()[at(node)]);
         }
-        const TravelNeighbours neighbours =
+        TravelNeighbours neighbours =
             NeighbourLists<Metric>(m_network, cell, cost, points, m_budget).lists();
         if (m_budget.is_over()) return;
+        cost.prices = prices(cell, neighbours);
         TravelRing ring(cell.order, cell.mates, one_ways(cell));
         TravelClimb<TravelCost<Metric>>(cost, neighbours, ring, m_budget).run(steps);
         m_tour.replace(cell, ring.order());
+    }
+
+    // Takes them off the costs of the neighbours.
+    std::vector<double> prices(const TravelCell& cell, TravelNeighbours& neighbours) const {
+        if (m_network.ahead().empty()) return {};
+        make_mutual(neighbours);
+        std::vector<double> prices = one_way_prices(neighbours, cell.types);
+        if (!prices.empty()) take_off(prices, neighbours);
+        return prices;
     }
 
     std::vector<char> one_ways(const TravelCell& cell) const {

@@ -148,7 +148,8 @@ TEST_P(document_pages, show_what_their_commands_print) {
 
 INSTANTIATE_TEST_SUITE_P(pages, document_pages,
                          testing::Values(PageCase{"id", 2, 2, 0}, PageCase{"electrode", 4, 2, 0},
-                                         PageCase{"config", 2, 2, 0}, PageCase{"model", 3, 2, 1}),
+                                         PageCase{"config", 2, 2, 0}, PageCase{"model", 3, 2, 1},
+                                         PageCase{"curve", 6, 4, 2}),
                          [](const auto& tested) { return std::string(tested.param.name); });
 
 /// The long options in a text.
@@ -163,7 +164,7 @@ std::set<std::string> options_in(const std::string& text) {
 
 TEST(documents, list_the_options_of_the_help) {
     for (const std::string name :
-         {"order", "route", "solve", "id", "registry", "electrode", "config", "model"}) {
+         {"order", "route", "solve", "id", "registry", "electrode", "config", "model", "curve"}) {
         const std::set<std::string> options = options_in(run({"help", name}).out);
         EXPECT_GE(options.size(), 4U) << name;
         EXPECT_EQ(options_in(nmk_job::bytes_of_file(root + "docs/nmk-" + name + ".md")), options)
@@ -178,7 +179,7 @@ TEST(documents, name_output_files_that_the_clone_ignores) {
     int outputs = 0;
     const std::regex written("(?:-o|--svg|--debug-svg|--html|--csv) ([a-z]+\\.[a-z]+)");
     for (const std::string name : {"README.md", "docs/nmk-order.md", "docs/nmk-route.md",
-                                   "docs/nmk-solve.md", "docs/nmk-model.md"}) {
+                                   "docs/nmk-solve.md", "docs/nmk-model.md", "docs/nmk-curve.md"}) {
         std::istringstream lines(nmk_job::bytes_of_file(root + name));
         for (std::string line; std::getline(lines, line);) {
             if (!line.starts_with("nmk ") && !line.starts_with("| `./nmk ")) continue;
@@ -203,7 +204,7 @@ TEST(documents, show_working_commands_on_the_first_page) {
             ++commands;
         }
     }
-    EXPECT_EQ(commands, 5);
+    EXPECT_EQ(commands, 6);
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 #include <curves/curve_shapes.h>
 #include <curves/plain_polyline.h>
 #include <gtest/gtest.h>
+#include <ngk/ngkBezCurve.h>
+#include <ngk/ngkPolygonizeTRP3.h>
 #include <ngk/ngkPolyline.h>
 #include <nmktoolbox/curves/nmkNgkArcLengthPositions.h>
 #include <nmktoolbox/curves/nmkNgkMakeUtils.h>
@@ -227,6 +229,28 @@ TEST(nmkNgkPolylineUtils, ends_at_an_unset_vertex_and_keeps_the_points_before) {
     EXPECT_LE(spaced({{0, 0, 0}, giPoint3(), {4, 3, 0}}, 5).points.size(), 5);
 }
 
+TEST(nmkNgkPolylineUtils, equally_spaced_points_replace_what_the_arrays_had) {
+    giPoint3coPageArr points(2, 1, 1);
+    doublecoPageArr parameters(2, 1, 1);
+    for (int i = 0; i < 50; ++i) {
+        points.add(giPoint3(7, 7, 7));
+        parameters.add(7.0);
+    }
+    const std::vector<giPoint3> ends = {{0, 0, 0}, {10, 0, 0}};
+    for (const int count : {11, 4, 5, 30}) {
+        nmkNgkPolylineUtils::evaluate_equally_spaced_points(ngkPolyline3(ends), count, points,
+                                                            parameters);
+        ASSERT_EQ(points.size(), count);
+        EXPECT_EQ(parameters.size(), 0);
+        EXPECT_EQ(points[0], ends[0]);
+        EXPECT_EQ(points[count - 1], ends[1]);
+        EXPECT_NEAR(points[1].x, 10.0 / (count - 1), 1e-12);
+        EXPECT_EQ(points.page_size(), 4);
+    }
+    nmkNgkPolylineUtils::evaluate_equally_spaced_points(ngkPolyline3(ends), 1, points, parameters);
+    EXPECT_EQ(points.size(), 0);
+}
+
 TEST(nmkNgkPolylineUtils, equally_spaced_points_are_those_of_a_walk_from_the_start_for_each) {
     GeneratedPolyline generated(42);
     for (int i = 0; i < 60; ++i) {
@@ -416,4 +440,78 @@ TEST(nmkNgkArcLengthPositions, measures_nothing_without_a_curve) {
     positions.find(0.0, point, parameter);
     EXPECT_FALSE(point.is_set());
     EXPECT_FALSE(parameter.is_set());
+}
+
+TEST(nmkNgkArcLengthPositions, of_a_curve_that_crosses_itself_are_on_the_strand_that_was_reached) {
+    // The crossing at (5, 0) is 5 from the start, and again 35 from it, which is 20 from the end.
+    const ngkCurvePtr3 curve(
+        new ngkPolyline3(Points{{0, 0, 0}, {10, 0, 0}, {10, 10, 0}, {5, 10, 0}, {5, -20, 0}}));
+    giPoint3 point;
+    ngkT parameter;
+    nmkNgkArcLengthPositions(curve, 1, 1e-4).find(5.0, point, parameter);
+    EXPECT_EQ(point, giPoint3(5, 0, 0));
+    EXPECT_EQ(parameter.segment, 0);
+    nmkNgkArcLengthPositions(curve, 1, 1e-4).find(35.0, point, parameter);
+    EXPECT_EQ(point, giPoint3(5, 0, 0));
+    EXPECT_EQ(parameter.segment, 3);
+    nmkNgkArcLengthPositions(curve, 0, 1e-4).find(20.0, point, parameter);
+    EXPECT_EQ(point, giPoint3(5, 0, 0));
+    EXPECT_EQ(parameter.segment, 3);
+}
+
+namespace {
+
+/// Counts how often all segments are looked at.
+class CountingPolyline : public ngkPolyline3 {
+  public:
+    CountingPolyline(const Points& points, int& visits) : ngkPolyline3(points), m_visits(visits) {}
+
+    void visit_pieces(nmk_ngk::PieceVisitor<3>& visitor, nmk_ngk::PieceOrder order) const override {
+        ++m_visits;
+        ngkPolyline3::visit_pieces(visitor, order);
+    }
+
+  private:
+    int& m_visits;
+};
+
+}  // namespace
+
+TEST(nmkNgkArcLengthPositions, on_a_polyline_are_found_without_a_look_at_all_segments) {
+    Points points;
+    for (int i = 0; i < 50; ++i) points.emplace_back(i, i % 3, 7 - i % 5);
+    int visits = 0;
+    const ngkCurvePtr3 curve(new CountingPolyline(points, visits));
+    const nmkNgkArcLengthPositions positions(curve, 1, 1e-4);
+    const int visits_to_measure = visits;
+    for (int i = 0; i < 100; ++i) {
+        giPoint3 point;
+        ngkT parameter;
+        positions.find(positions.length() * i / 100.0, point, parameter);
+        EXPECT_TRUE(point.is_set());
+    }
+    EXPECT_EQ(visits, visits_to_measure);
+}
+
+TEST(nmkNgkArcLengthPositions, are_the_nearest_points_of_the_curve_to_those_of_its_polygon) {
+    std::mt19937_64 random(47);
+    std::uniform_real_distribution<double> coordinate(-10.0, 10.0);
+    for (int i = 0; i < 20; ++i) {
+        Points points;
+        for (int j = 0; j < 6; ++j) points.emplace_back(coordinate(random), coordinate(random), 0);
+        const ngkCurvePtr3 curve(new ngkBezCurve3(points));
+        const ngkPolyline3 polygon = curve->curve_polygon(ngkPolygonizeTRP3(0.05));
+        const nmkNgkArcLengthPositions positions(curve, 1, 0.05);
+        for (int j = 0; j <= 50; ++j) {
+            giPoint3 on_polygon;
+            giUnitVec3 tangent;
+            const double at = positions.length() * j / 50.0;
+            nmkNgkPolylineUtils::evaluate_polyline(polygon, at, on_polygon, tangent);
+            giPoint3 point;
+            ngkT parameter;
+            positions.find(at, point, parameter);
+            const double nearest = curve->closest_point(on_polygon).distance;
+            EXPECT_NEAR(point.distance(on_polygon), nearest, 1e-12 + 1e-9 * nearest);
+        }
+    }
 }

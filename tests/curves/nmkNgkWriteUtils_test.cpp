@@ -8,6 +8,7 @@
 #include <nmktoolbox/curves/nmkNgkReadUtils.h>
 #include <nmktoolbox/curves/nmkNgkWriteUtils.h>
 #include <pers/psArchiveFile.h>
+#include <topology/top_persistence.h>
 
 #include <cerrno>
 #include <cmath>
@@ -17,6 +18,8 @@
 #include "file_contents.h"
 #include "scratch_directory.h"
 #include "stored_handles.h"
+#include "topology_samples.h"
+#include "zip_tools.h"
 
 namespace {
 
@@ -63,9 +66,27 @@ TEST_F(nmkNgkWriteUtilsTest, writes_a_surface_as_surface_1) {
     EXPECT_EQ(stored(read_from<ngkSurfPtr>("/surface/1")), stored(cylinder()));
 }
 
-TEST_F(nmkNgkWriteUtilsTest, has_a_header_of_o_t_t) {
+TEST_F(nmkNgkWriteUtilsTest, writes_a_topology_as_the_first_face_of_a_single_shell) {
+    const topTopologyPtr face = topology_samples::ring();
+    nmkNgkWriteUtils::write_single_topology(path().c_str(), face);
+    EXPECT_EQ(stored(read_from<topTopologyPtr>("/topology/shell/single/face/1")), stored(face));
+}
+
+TEST_F(nmkNgkWriteUtilsTest, writes_a_zip_that_other_programs_list) {
     nmkNgkWriteUtils::write_single_curve(path().c_str(), line());
-    EXPECT_EQ(texts_of_header(), (std::vector<utString>{"o", "t", "t"}));
+    EXPECT_EQ(zip_tools::unzip_test(path()), "exit 0\n");
+    EXPECT_EQ(zip_tools::python(path(), "print(*z.namelist())"),
+              "archive-file-header /wireframe/Curve/1\nexit 0\n");
+}
+
+TEST_F(nmkNgkWriteUtilsTest, has_a_header_of_o_t_t) {
+    const std::vector<utString> expected = {"o", "t", "t"};
+    nmkNgkWriteUtils::write_single_curve(path().c_str(), line());
+    EXPECT_EQ(texts_of_header(), expected);
+    nmkNgkWriteUtils::write_single_surface(path().c_str(), cylinder());
+    EXPECT_EQ(texts_of_header(), expected);
+    nmkNgkWriteUtils::write_single_topology(path().c_str(), topology_samples::ring());
+    EXPECT_EQ(texts_of_header(), expected);
 }
 
 TEST_F(nmkNgkWriteUtilsTest, writes_an_empty_handle_as_an_empty_handle) {
@@ -119,6 +140,11 @@ TEST_F(nmkNgkReadUtilsTest, reads_what_was_written) {
     ngkSurfPtr surface;
     ASSERT_EQ(nmkNgkReadUtils::read_single_surface(path().c_str(), surface), 0);
     EXPECT_EQ(stored(surface), stored(cylinder()));
+    const topTopologyPtr shell = topology_samples::tetrahedron();
+    nmkNgkWriteUtils::write_single_topology(path().c_str(), shell);
+    topTopologyPtr topology;
+    ASSERT_EQ(nmkNgkReadUtils::read_single_topology(path().c_str(), topology), 0);
+    EXPECT_EQ(stored(topology), stored(shell));
 }
 
 TEST_F(nmkNgkReadUtilsTest, returns_enoent_for_a_file_without_a_curve) {

@@ -100,6 +100,24 @@ void check_closest(const ngkCurve<Dimension>& curve) {
     }
 }
 
+/// Wherever the search begins, the result is the nearest point of all.
+template <int Dimension>
+void check_closest_near(const ngkCurve<Dimension>& curve) {
+    int i = 0;
+    for (const auto& query : sample_curves::random_points<Dimension>(20, 98)) {
+        const double least = curve.closest_point(query).distance;
+        const ngkT expected = curve.t_at(i++ / 20.0);
+        const auto nearest = curve.closest_point(query, expected);
+        ASSERT_TRUE(nearest.is_set());
+        EXPECT_NEAR(nearest.distance, least, 1e-9 * least + 1e-13);
+        expect_near(nmk_ngk::vec_of(nearest.point), curve.point_at(nearest.t), 1e-12);
+    }
+    for (const ngkT& outside : {ngkT(), ngkT(0, -1e9), ngkT(curve.segment_count(), 0.5)}) {
+        const auto query = sample_curves::random_points<Dimension>(1, 97)[0];
+        EXPECT_EQ(curve.closest_point(query, outside).t, curve.closest_point(query).t);
+    }
+}
+
 template <int Dimension>
 void check_polygon(const ngkCurve<Dimension>& curve) {
     constexpr double tolerance = 1e-3;
@@ -174,6 +192,7 @@ NMK_TEST_EVERY_KIND(has_the_derivatives_that_differences_have, check_derivatives
 NMK_TEST_EVERY_KIND(runs_through_the_same_points_when_reversed, check_reverse)
 NMK_TEST_EVERY_KIND(is_covered_by_the_parts_it_is_split_into, check_split)
 NMK_TEST_EVERY_KIND(has_no_point_nearer_than_the_closest_one, check_closest)
+NMK_TEST_EVERY_KIND(has_the_same_closest_point_wherever_it_is_expected, check_closest_near)
 NMK_TEST_EVERY_KIND(stays_within_the_tolerance_of_its_polygon, check_polygon)
 NMK_TEST_EVERY_KIND(has_the_length_that_its_polygons_approach, check_length)
 NMK_TEST_EVERY_KIND(fills_its_box, check_box)

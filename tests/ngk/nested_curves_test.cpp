@@ -51,5 +51,9 @@ TEST(ngkTransformedCurve, is_invalid_where_its_image_could_be_too_large) {
     EXPECT_FALSE(ngkTransformedCurve3(far, giXform3()).is_valid());
     const ngkCurvePtr3 near(new ngkLine3(giPoint3(0, 0, 0), giPoint3(1e48, 0, 0)));
     EXPECT_TRUE(ngkTransformedCurve3(near, giXform3()).is_valid());
+    const ngkCurvePtr3 large(
+        new ngkTransformedCurve3(near, giXform3(giXform3Scale, 1e20, 1.0, 1.0)));
+    EXPECT_TRUE(large->is_valid());
+    EXPECT_FALSE(ngkTransformedCurve3(large, giXform3()).is_valid());
     EXPECT_FALSE(ngkTransformedCurve3(near, giXform3(giXform3Scale, 1e50, 1.0, 1.0)).is_valid());
 }

@@ -315,6 +315,22 @@ TEST(ngk_persistence, refuses_an_empty_handle_within_a_curve) {
     EXPECT_EQ(cause_of_loading<ngkCurvePtr3>(bytes), CArchiveException::badIndex);
 }
 
+TEST(ngk_persistence, refuses_a_kind_of_line_that_it_does_not_know) {
+    Bytes bytes = stored(line());
+    bytes[15] = 3;  // behind the record of "ngkLine3"
+    EXPECT_EQ(cause_of_loading<ngkCurvePtr3>(bytes), CArchiveException::badIndex);
+}
+
+TEST(ngk_persistence, refuses_a_composite_whose_curves_do_not_join) {
+    const auto composite = std::make_shared<ngkCompCurve3>(1e-5);
+    composite->add_segment_end(line());
+    composite->add_segment_end(ngkCurvePtr3(new ngkLine3(giPoint3(4, 5, 6), giPoint3(7, 8, 9))));
+    Bytes bytes = stored(ngkCurvePtr3(std::shared_ptr<const ngkCurve3>(composite)));
+    const double elsewhere = 4.1;
+    std::memcpy(bytes.data() + bytes.size() - 48, &elsewhere, sizeof elsewhere);
+    EXPECT_EQ(cause_of_loading<ngkCurvePtr3>(bytes), CArchiveException::badIndex);
+}
+
 TEST(ngk_persistence, refuses_a_direction_that_is_not_unit) {
     const ngkCurvePtr3 ray(new ngkLine3(giPoint3(0, 0, 0), giVector3(1, 0, 0), ngkLineKind::half));
     Bytes bytes = stored(ray);

@@ -60,13 +60,19 @@ inline Handle(Geom_Curve) curve_of(const ngkNurbCurve3& curve) {
                                  curve.degree());
 }
 
-/// The distance of the nearest point, of both ends too, which are not projections.
-inline double closest_distance(const Handle(Geom_Curve) & curve, const gp_Pnt& query) {
-    double least = std::min(query.Distance(curve->Value(curve->FirstParameter())),
-                            query.Distance(curve->Value(curve->LastParameter())));
+/// The parameter of the nearest point that the peer finds, which may be an end: those are not
+/// projections.
+inline double closest_parameter(const Handle(Geom_Curve) & curve, const gp_Pnt& query) {
+    double nearest = curve->FirstParameter();
+    const auto consider = [&](double parameter) {
+        const bool is_nearer =
+            query.Distance(curve->Value(parameter)) < query.Distance(curve->Value(nearest));
+        if (is_nearer) nearest = parameter;
+    };
+    consider(curve->LastParameter());
     const GeomAPI_ProjectPointOnCurve projection(query, curve);
-    if (projection.NbPoints() > 0) least = std::min(least, projection.LowerDistance());
-    return least;
+    if (projection.NbPoints() > 0) consider(projection.LowerDistanceParameter());
+    return nearest;
 }
 
 inline double length(const Handle(Geom_Curve) & curve, double tolerance) {

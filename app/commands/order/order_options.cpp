@@ -9,6 +9,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "commands/order/gcode_output.h"
 #include "commands/order/measure_options.h"
 #include "commands/order/sort_type_names.h"
 #include "files/base_name.h"
@@ -110,12 +111,12 @@ Problem check_names(const OrderOptions& options) {
 
 Problem check_output(const OrderOptions& options) {
     const std::string& name = options.output_file;
-    if (name.empty() || is_stream(name) ||
+    if (name.empty() || is_stream(name) || writes_gcode(options) ||
         nmk_job_files::names_output(name, options.files.front())) {
         return {};
     }
     return "-o " + nmk_text::quoted(name) +
-           ": expected the extension .drl, .csv, .json or that of the input";
+           ": expected the extension .drl, .nc, .csv, .json or that of the input";
 }
 
 /// The names of the files that --in-place and --output-folder write.
@@ -166,8 +167,8 @@ Problem check(OrderOptions& options) {
         return "--debug draws what one process does; it cannot be combined with --jobs";
     }
     options.file_name = options.files.front();
-    for (const auto& rule :
-         {check_several, check_output, check_names, check_ends, check_search, check_avoid}) {
+    for (const auto& rule : {check_several, check_gcode, check_output, check_names, check_ends,
+                             check_search, check_avoid}) {
         if (Problem problem = rule(options); !problem.empty()) {
             return problem;
         }
@@ -219,15 +220,16 @@ void declare_ordering(nmk_shell::OptionTable& table, OrderOptions& options) {
                  "largest difference of items in one row (x, y, diag..., concentric); default "
                  "0.1 mm");
     table.choice("--units", "UNIT", options.units, std::span(unit_names),
-                 "unit of --start, --end and --tolerance, and of a file that states none");
+                 "unit of --start, --end and --tolerance, of heights and feeds, and of a file "
+                 "that states none");
 }
 
 void declare_files(nmk_shell::OptionTable& table, OrderOptions& options) {
     table.group("Files to write");
     table.output_file("-o,--output", options.output_file,
-                      "the ordered items: .drl (from a drill file), .csv, .json, or the extension "
-                      "of the input; may be the input itself; - is standard output in the format "
-                      "of the input");
+                      "the ordered items: .drl (from a drill file), .nc (G-code, also .ngc and "
+                      ".gcode), .csv, .json, or the extension of the input; may be the input "
+                      "itself; - is standard output in the format of the input");
     table.option("--in-place", options.in_place, "replace each input by its ordered items");
     table
         .option(
@@ -273,6 +275,8 @@ void declare_order_options(nmk_shell::OptionTable& table, OrderOptions& options)
                  "work on so many tools at once, of all files");
     declare_ordering(table, options);
     declare_files(table, options);
+    declare_machining_options(table, options.machining);
+    declare_gcode_options(table, options.gcode);
     declare_figures(table, options);
     table.check([&options] { return check(options); });
     table.remark(
@@ -295,8 +299,9 @@ OrderOptions options_of_file(const OrderOptions& options, const std::string& fil
     if (options.in_place) {
         result.output_file = file;
     } else if (!options.output_folder.empty()) {
+        const std::string name = nmk_files::base_name(nmk_files::input_name(file));
         result.output_file =
-            options.output_folder + "/" + nmk_files::base_name(nmk_files::input_name(file));
+            options.output_folder + "/" + (options.gcode.is_asked ? gcode_name(name) : name);
     }
     return result;
 }

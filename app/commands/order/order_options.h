@@ -10,6 +10,8 @@
 #include <vector>
 
 #include "commands/order/debug_drawing.h"
+#include "commands/order/gcode_options.h"
+#include "commands/order/machining_options.h"
 #include "commands/order/order_job.h"
 #include "formats/job/machining_job.h"
 #include "shell/option_table.h"
@@ -36,6 +38,8 @@ struct OrderOptions {
     bool skip_blocked = false;                          // leaves out the items that they block
     std::optional<double> tolerance;                    // empty: default_tolerance
     std::optional<nmk_job::JobUnits> units;
+    MachiningOptions machining;
+    GcodeOptions gcode;
     TravelMeasure measure;
     std::string output_file, svg_file, html_file;  // empty: not written
     bool keeps_format = false;                     // the output file gets the format that was read

@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "commands/order/gcode_output.h"
 #include "commands/order/order_page.h"
 #include "commands/order/order_picture.h"
 #include "files/read_whole_file.h"
@@ -14,7 +15,11 @@ namespace nmk_order {
 namespace {
 
 nmk_text::Result<std::string> ordered_text(const nmk_job::MachiningJob& job,
-                                           const OrderedJob& ordered, const OrderOptions& options) {
+                                           const OrderedJob& ordered, const OrderReport& report) {
+    const OrderOptions& options = report.options;
+    if (writes_gcode(options)) {
+        return gcode_text(job, ordered, report.request, options);
+    }
     const bool is_part = ordered.after.size() < job.items.size();
     const bool as_read = options.keeps_format || options.output_file == nmk_files::standard_stream;
     return as_read ? nmk_job_files::text_as_read(job, ordered.after, is_part)
@@ -29,7 +34,7 @@ nmk_text::Result<std::vector<nmk_files::OutputFile>> order_outputs(const nmk_job
     std::vector<nmk_files::OutputFile> result;
     const OrderOptions& options = report.options;
     if (!options.output_file.empty()) {
-        nmk_text::Result<std::string> text = ordered_text(job, ordered, options);
+        nmk_text::Result<std::string> text = ordered_text(job, ordered, report);
         if (!text) {
             return text.error();
         }

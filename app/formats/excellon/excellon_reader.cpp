@@ -31,6 +31,7 @@ class JobRecorder : public ProgramRecorder {
     /// Holes after a block are those of new tools, so that no order moves them across it.
     void block(const ExcellonBlock& block) override {
         ProgramRecorder::block(block);
+        m_job.has_fixed_parts = true;
         m_positions.clear();
         const auto items = m_job.items.size();
         if (items > 0 && (m_job.fences.empty() || m_job.fences.back() != items)) {

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "files/base_name.h"
+#include "formats/gcode/tool_numbers.h"
 #include "text/number_format.h"
 
 namespace nmk_gcode {
@@ -20,6 +21,7 @@ constexpr std::size_t max_comment = 60;  // letters; controls cut long lines
 // Smaller numbers would vanish in the decimals of the program.
 constexpr double least_feed = 1.0;      // mm per minute
 constexpr double least_height = 0.001;  // mm; depth, and of the retract height above an item
+constexpr double max_place = 1e5;       // mm; controls read few digits before the decimal point
 
 /// Text from outside as a comment. Brackets would end it, and controls act on other letters, also
 /// within comments: letters, digits and a few marks remain, anything else becomes '_'.
@@ -38,16 +40,25 @@ std::string comment(std::string_view text) {
 class Program {
   public:
     Program(const nmk_job::MachiningJob& job, const GcodeSettings& settings, const Bends& bends)
-        : m_job(job), m_settings(settings), m_bends(bends) {}
+        : m_job(job),
+          m_settings(settings),
+          m_bends(bends),
+          m_tool_numbers(tool_numbers(job.tools)) {}
 
     std::string write(std::span<const nmk_job::JobCut> order) {
-        begin();
-        int number = 0;
-        nmk_job::each_tool_run(m_job, order,
-                               [&](std::size_t tool, std::span<const nmk_job::JobCut> cuts) {
-                                   change_tool(m_job.tools[tool], ++number);
-                                   cut_all(cuts);
-                               });
+        begin(order.size());
+        const bool is_whole = m_settings.is_across_tools;
+        const auto cut_run = [&](std::size_t tool, std::span<const nmk_job::JobCut> cuts) {
+            change_tool(tool);
+            if (!is_whole || &cuts.front() == &order.front()) {
+                go_to_start();
+            }
+            cut_all(cuts);
+            if (!is_whole || &cuts.back() == &order.back()) {
+                go_to_end(is_whole ? order.front() : cuts.front());
+            }
+        };
+        nmk_job::each_tool_run(m_job, order, cut_run);
         m_text += m_settings.spindle ? "M5\nM30\n%\n" : "M30\n%\n";
         return std::move(m_text);
     }
@@ -64,31 +75,50 @@ class Program {
     }
     std::string place(const giPoint3& p) const { return " X" + length(p.x) + " Y" + length(p.y); }
 
-    void begin() {
+    void begin(std::size_t cuts) {
         m_text = "%\n" + comment(nmk_files::base_name(m_job.file_name));
+        if (cuts < m_job.items.size()) {
+            m_text += comment(std::to_string(m_job.items.size() - cuts) + " of " +
+                              std::to_string(m_job.items.size()) + " items left out");
+        }
         m_text += m_settings.units == nmk_job::JobUnits::inches ? "G20" : "G21";
         m_text += " G17 G40 G49 G80 G90 G94\n";
     }
 
     // The tool is up when the program stops, and up again before the next rapid.
-    void change_tool(const nmk_job::JobTool& tool, int number) {
+    void change_tool(std::size_t position) {
+        const nmk_job::JobTool& tool = m_job.tools[position];
         const std::string diameter =
             tool.diameter ? " diameter " + nmk_text::short_number(*tool.diameter, 4) + " mm" : "";
         if (m_settings.spindle) {
             m_text += "M5\n";
         }
         m_text += comment("tool " + tool.name + diameter);
-        m_text += "T" + std::to_string(number) + " M6\nM0\n";
+        m_text += "T" + std::to_string(m_tool_numbers[position]) + " M6\nM0\n";
         if (m_settings.spindle) {
             m_text += "S" + nmk_text::short_number(*m_settings.spindle, 0) + " M3\n";
         }
         m_text += "G0 Z" + length(m_settings.retract) + "\n";
+        if (m_at) {
+            m_text += "G0" + place(*m_at) + "\n";
+        }
     }
 
-    void cut_all(std::span<const nmk_job::JobCut> cuts) {
+    void go_to_start() {
         if (m_settings.start) {
             rapid_to(*m_settings.start);
         }
+    }
+
+    void go_to_end(const nmk_job::JobCut& first) {
+        if (m_settings.is_closed) {
+            rapid_to(nmk_job::entry_of(m_job.items[first.item], first.reversed));
+        } else if (m_settings.end) {
+            rapid_to(*m_settings.end);
+        }
+    }
+
+    void cut_all(std::span<const nmk_job::JobCut> cuts) {
         for (const nmk_job::JobCut& cut : cuts) {
             const nmk_job::JobItem& item = m_job.items[cut.item];
             rapid_to(nmk_job::entry_of(item, cut.reversed));
@@ -97,13 +127,10 @@ class Program {
             if (item.end) {
                 const giPoint3& end = nmk_job::exit_of(item, cut.reversed);
                 m_text += "G1" + place(end) + " Z" + length(end.z - m_settings.depth) +
-                          feed(m_settings.feed) + "\n";
+                          feed(*m_settings.feed) + "\n";
                 m_at = end;
             }
             m_text += "G0 Z" + length(m_settings.retract) + "\n";
-        }
-        if (m_settings.end) {
-            rapid_to(*m_settings.end);
         }
     }
 
@@ -123,37 +150,77 @@ class Program {
     const nmk_job::MachiningJob& m_job;
     const GcodeSettings& m_settings;
     const Bends& m_bends;
+    std::vector<int> m_tool_numbers;
     std::optional<giPoint3> m_at;  // the place of the tool, with the z of the item there
     std::string m_text;
 };
 
+using Fault = std::string;  // empty: none
+
 bool is_feed(double value) { return value >= least_feed && std::isfinite(value); }
 
-nmk_text::Result<void> check(const nmk_job::MachiningJob& job,
-                             std::span<const nmk_job::JobCut> order,
-                             const GcodeSettings& settings) {
-    const auto fault = [](std::string message) {
-        return nmk_text::Error{{}, 0, std::move(message)};
-    };
+Fault fault_of_settings(const GcodeSettings& settings) {
     if (!(settings.depth >= least_height) || !std::isfinite(settings.depth)) {
-        return fault("expected a depth of at least 0.001 mm");
+        return "expected a depth of at least 0.001 mm";
     }
-    if (!is_feed(settings.plunge_feed) || !is_feed(settings.feed)) {
-        return fault("expected feeds of at least 1 mm per minute");
+    if (!is_feed(settings.plunge_feed) || !is_feed(settings.feed.value_or(least_feed))) {
+        return "expected feeds of at least 1 mm per minute";
     }
     if (settings.spindle && !(*settings.spindle >= 1.0 && std::isfinite(*settings.spindle))) {
-        return fault("expected a spindle speed of at least 1 per minute");
-    }
-    double highest = 0.0;
-    for (const nmk_job::JobCut& cut : order) {
-        const nmk_job::JobItem& item = job.items[cut.item];
-        highest = std::max({highest, item.start.z, item.end.value_or(item.start).z});
-    }
-    if (!(settings.retract >= highest + least_height) || !std::isfinite(settings.retract)) {
-        return fault("the highest item is at z " + nmk_text::short_number(highest, 4) +
-                     " mm; expected a retract height above it and above 0");
+        return "expected a spindle speed of at least 1 per minute";
     }
     return {};
+}
+
+/// What the items of an order need.
+struct Needs {
+    double highest = 0.0;   // z, mm
+    double farthest = 0.0;  // any coordinate, mm
+    bool has_slots = false;
+
+    void add(const giPoint3& place) {
+        highest = std::max(highest, place.z);
+        farthest = std::max({farthest, std::fabs(place.x), std::fabs(place.y), std::fabs(place.z)});
+    }
+};
+
+Needs needs_of(const nmk_job::MachiningJob& job, std::span<const nmk_job::JobCut> order,
+               const GcodeSettings& settings) {
+    Needs needs;
+    for (const nmk_job::JobCut& cut : order) {
+        const nmk_job::JobItem& item = job.items[cut.item];
+        needs.add(item.start);
+        needs.add(item.end.value_or(item.start));
+        needs.has_slots = needs.has_slots || item.end.has_value();
+    }
+    for (const std::optional<giPoint3>& place : {settings.start, settings.end}) {
+        if (place) {
+            needs.add({place->x, place->y, 0.0});  // at the retract height, whatever its z
+        }
+    }
+    return needs;
+}
+
+Fault fault_of_needs(const Needs& needs, const GcodeSettings& settings) {
+    if (!(settings.retract >= needs.highest + least_height) || !std::isfinite(settings.retract)) {
+        return "the highest item is at z " + nmk_text::short_number(needs.highest, 4) +
+               " mm; expected a retract height above it and above 0";
+    }
+    if (!(needs.farthest <= max_place)) {
+        return "expected places within 100000 mm of the origin";
+    }
+    return needs.has_slots && !settings.feed ? "the order has slots; expected a feed for them"
+                                             : Fault();
+}
+
+Fault fault_of(const nmk_job::MachiningJob& job, std::span<const nmk_job::JobCut> order,
+               const GcodeSettings& settings) {
+    if (job.has_fixed_parts) {
+        return "routed paths and patterns cannot be written as G-code; expected holes and slots "
+               "only";
+    }
+    const Fault fault = fault_of_settings(settings);
+    return fault.empty() ? fault_of_needs(needs_of(job, order, settings), settings) : fault;
 }
 
 }  // namespace
@@ -161,9 +228,9 @@ nmk_text::Result<void> check(const nmk_job::MachiningJob& job,
 nmk_text::Result<std::string> write_gcode(const nmk_job::MachiningJob& job,
                                           std::span<const nmk_job::JobCut> order,
                                           const GcodeSettings& settings, const Bends& bends) {
-    const nmk_text::Result<void> checked = check(job, order, settings);
-    if (!checked) {
-        return checked.error();
+    const Fault fault = fault_of(job, order, settings);
+    if (!fault.empty()) {
+        return nmk_text::Error{{}, 0, fault};
     }
     return Program(job, settings, bends).write(order);
 }

@@ -55,6 +55,7 @@ struct MachiningJob {
     std::vector<JobItem> items;  // in the order of the file
     std::vector<std::size_t> fences;  // ascending numbers of items: an order keeps the first so
                                       // many items of the file first, and each tool is on one side
+    bool has_fixed_parts = false;     // routed paths or patterns, which the items do not have
     std::vector<std::string> notes;   // remarks for a person, a sentence each without its full stop
     std::shared_ptr<const JobSource> source;  // null where the writer needs no more than the text
 };

@@ -18,6 +18,8 @@ constexpr std::size_t max_examined_lines = 40;
 constexpr std::array<std::string_view, 7> drill_endings = {"drl", "drd", "exc", "ncd",
                                                            "xln", "tap", "txt"};
 
+constexpr std::array<std::string_view, 3> gcode_endings = {"nc", "ngc", "gcode"};
+
 bool is_digit(char letter) { return letter >= '0' && letter <= '9'; }
 
 /// True for a line that begins like a drill program: "T1...", "X-1...", "M48", "G90", "INCH".
@@ -68,6 +70,11 @@ std::string name_ending(const std::string& file_name) {
     return point == std::string::npos || file_name[point] == '/'
                ? std::string()
                : nmk_text::lower_case(std::string_view(file_name).substr(point + 1));
+}
+
+bool names_gcode_program(const std::string& file_name) {
+    return std::find(gcode_endings.begin(), gcode_endings.end(), name_ending(file_name)) !=
+           gcode_endings.end();
 }
 
 bool names_drill_program(const std::string& file_name) {

@@ -18,6 +18,9 @@ std::optional<nmk_job::JobFormat> format_of(const std::string& file_name, std::s
 /// The extension of the name in lower case without its point, "drl"; empty if it has none.
 std::string name_ending(const std::string& file_name);
 
+/// True for a name with an extension of G-code alone: .nc, .ngc, .gcode.
+bool names_gcode_program(const std::string& file_name);
+
 /// True for a name with an extension of drill programs: .drl, .drd, .exc, .ncd, .xln, .tap, .txt.
 bool names_drill_program(const std::string& file_name);
 

@@ -18,7 +18,7 @@ bool has_same_ending(const std::string& file_name, const std::string& input) {
 
 nmk_text::Error cannot_write(const std::string& file_name, const std::string& what) {
     return {file_name, 0,
-            "a " + what + " can only be written from a " + what + "; expected .csv or .json"};
+            "a " + what + " can only be written from a " + what + "; expected .nc, .csv or .json"};
 }
 
 }  // namespace
@@ -65,9 +65,10 @@ nmk_text::Result<std::string> job_text(const nmk_job::MachiningJob& job,
         return cannot_write(file_name, "TSPLIB instance");
     }
     if (!names_output(file_name, job.file_name)) {
-        return nmk_text::Error{file_name, 0,
-                               "cannot write ." + ending +
-                                   "; expected .drl, .csv, .json or the extension of the input"};
+        return nmk_text::Error{
+            file_name, 0,
+            "cannot write ." + ending +
+                "; expected .drl, .nc, .csv, .json or the extension of the input"};
     }
     return text_as_read(job, order, is_part);
 }

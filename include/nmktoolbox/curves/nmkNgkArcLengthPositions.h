@@ -1,7 +1,8 @@
 // nmkNgkArcLengthPositions: many points of one curve at given lengths.
 //
 // The curve is made a polygon once, and the lengths up to its points are kept, so that each
-// position takes a search in them and one for the nearest point of the curve. The results are those
+// position takes a search in them and one for the nearest point of the curve, which begins between
+// the parameters of the polygon's points on both sides. The results are those
 // of nmkNgkPolylineUtils::get_arc_length_position to the last bit.
 #pragma once
 
@@ -28,6 +29,8 @@ class NMKTOOLBOX_EXPORT nmkNgkArcLengthPositions {
 
   private:
     ngkCurvePtr3 m_curve;
+    bool m_is_forward;
     ngkPolyline3 m_polygon;
+    doublecoDynArr m_fractions;     // of the range that was measured, at each point of the polygon
     std::vector<double> m_lengths;  // up to each point of the polygon
 };

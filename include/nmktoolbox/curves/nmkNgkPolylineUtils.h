@@ -67,9 +67,8 @@ class NMKTOOLBOX_EXPORT nmkNgkPolylineUtils {
 
     nmkNgkPolylineUtils() = delete;
 
-    /// The point of the curve that is nearest to `point`; `distance` is where that is along the
-    /// The point of the curve that is nearest to `point`. The tolerance is not needed: the kernel
-    /// finds the nearest point exactly.
+    /// The point of the curve that is nearest to `point`, and of equally near ones that at the
+    /// fraction of the curve's range where it is expected.
     static ngkCurvePoint3 get_curve_point(const ngkCurvePtr3& curve, const giPoint3& point,
-                                          double tolerance);
+                                          double expected_fraction);
 };

@@ -5,6 +5,9 @@
 #include <ngk/ngkSurf.h>
 #include <nmktoolbox/export.h>
 
+class topTopology;
+using topTopologyPtr = coPrf<const topTopology>;
+
 class NMKTOOLBOX_EXPORT nmkNgkReadUtils {
   public:
     /// Reads the curve of a file that has one.
@@ -17,6 +20,9 @@ class NMKTOOLBOX_EXPORT nmkNgkReadUtils {
 
     /// The same for a surface.
     static int read_single_surface(char const* filename, ngkSurfPtr& surface);
+
+    /// The same for a part of a boundary.
+    static int read_single_topology(char const* filename, topTopologyPtr& topology);
 
   private:
     nmkNgkReadUtils() = delete;

@@ -32,11 +32,6 @@ void read_plane(CArchive& archive, ngkAxes2& plane) {
     plane.y = vector_of(read_as<Vec<2>>(archive));
 }
 
-template <int Dimension, class Point>
-void write_points(CArchive& archive, std::span<const Point> points) {
-    for (const Point& point : points) write_value(archive, vec_of(point));
-}
-
 template <int Dimension>
 auto read_points(CArchive& archive, std::uint64_t count) {
     const auto vecs = read_list<Vec<Dimension>>(archive, count);
@@ -210,11 +205,7 @@ struct TransformedRecord {
     }
     static coPrf<const Transformed> read(CArchive& archive, int nesting) {
         typename Xform::Matrix linear;
-        for (auto& row : linear) {
-            const Vec<Dimension> entries = read_as<Vec<Dimension>>(archive);
-            require(entries.is_usable());
-            row = entries.c;
-        }
+        for (auto& row : linear) row = read_as<Vec<Dimension>>(archive).c;
         const Vec<Dimension> translation = read_as<Vec<Dimension>>(archive);
         const auto curve = read_inner<ngkCurve<Dimension>>(archive, nesting);
         return coPrf<const Transformed>(

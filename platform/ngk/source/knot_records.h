@@ -1,10 +1,10 @@
 // knot_records: degrees and knots in a stream.
 #pragma once
 
+#include <ngk/ngkBezCurve.h>
 #include <ngk/ngkNurbSurf.h>
 
 #include "control_points.h"
-#include "knots.h"
 #include "record_values.h"
 
 namespace nmk_ngk {
@@ -22,7 +22,7 @@ inline void write_knots(CArchive& archive, const ngkKnots& knots) {
     write_list(archive, knots.knots);
 }
 
-/// Knots that some control points can have; those decide how many points follow.
+/// As many knots as some control points can have; they decide how many of those follow.
 inline ngkKnots read_knots(CArchive& archive) {
     ngkKnots knots;
     knots.degree = read_degree(archive);
@@ -30,7 +30,6 @@ inline ngkKnots read_knots(CArchive& archive) {
     const std::uint32_t least = 2 * static_cast<std::uint32_t>(knots.degree) + 2;
     require(count >= least && count <= INT32_MAX);
     knots.knots = read_list<double>(archive, count);
-    require(are_knots(knots.degree, knots.knots, static_cast<std::size_t>(knots.point_count())));
     return knots;
 }
 

@@ -81,16 +81,14 @@ coPrf<const Base> read_handle(CArchive& archive, int nesting) {
     return handle;
 }
 
-/// What is inside another curve, and so may not be empty.
+/// What is inside another curve. An empty handle there makes that one invalid.
 template <class Base>
 void write_inner(CArchive& archive, const coPrf<const Base>& handle, int nesting) {
     write_handle<Base>(archive, handle, nesting + 1);
 }
 template <class Base>
 coPrf<const Base> read_inner(CArchive& archive, int nesting) {
-    const coPrf<const Base> handle = read_handle<Base>(archive, nesting + 1);
-    require(static_cast<bool>(handle));
-    return handle;
+    return read_handle<Base>(archive, nesting + 1);
 }
 
 }  // namespace nmk_ngk

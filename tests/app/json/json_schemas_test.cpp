@@ -119,6 +119,29 @@ INSTANTIATE_TEST_SUITE_P(
                      {"route", "samples/workshop.map", "--start", "3,36", "--goal", "92,36",
                       "--goal-kind", "moving-line", "--gradient", "0.5", "--json"},
                      1},
+        DocumentCase{
+            "curve", "curve", {"curve", "arc", "0,0", "1,1", "2,0", "--points", "3", "--json"}},
+        DocumentCase{
+            "curve_in_a_file", "curve", {"curve", "bezier", "0,0", "1,1", "2,0", "-o", "OUT"}},
+        DocumentCase{"curve_without_ends",
+                     "curve",
+                     {"curve", "infinite-line", "0,0", "--direction", "1,0", "--json"}},
+        DocumentCase{
+            "curves_of_a_drawing", "curve", {"curve", "info", "samples/bracket.dxf", "--json"}},
+        DocumentCase{"curve_pieces",
+                     "curve",
+                     {"curve", "split", "samples/bracket.dxf", "--curve", "1", "--json"}},
+        DocumentCase{"curve_compared",
+                     "curve-compare",
+                     {"curve", "compare", "samples/path.csv", "samples/path.csv", "--json"}},
+        DocumentCase{"curves_that_differ",
+                     "curve-compare",
+                     {"curve", "compare", "samples/path.csv", "samples/bracket.dxf", "--curve", "2",
+                      "--json"},
+                     1},
+        DocumentCase{"curve_closest",
+                     "curve-closest",
+                     {"curve", "closest", "samples/path.csv", "30,0", "--json"}},
         DocumentCase{"levels", "levels", {"levels", "--json"}},
         DocumentCase{"id_new", "id-new", {"id", "new", "3", "--json"}},
         DocumentCase{
@@ -193,9 +216,9 @@ void add_members(const json& schema, std::set<std::string>& names) {
 
 TEST(json_schemas, have_no_member_that_the_document_does_not_describe) {
     const std::string text = nmk_job::bytes_of_file(root + "docs/json.md");
-    for (const std::string name :
-         {"order", "job", "route", "levels", "solve", "id-show", "id-dump", "registry",
-          "electrode-list", "electrode-verify", "model-info", "config"}) {
+    for (const std::string name : {"order", "job", "route", "levels", "solve", "id-show", "id-dump",
+                                   "registry", "electrode-list", "electrode-verify", "model-info",
+                                   "config", "curve", "curve-compare", "curve-closest"}) {
         std::set<std::string> members;
         add_members(json::parse(nmk_job::bytes_of_file(root + "docs/schemas/" + name + ".json")),
                     members);

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "commands/config/config_command.h"
+#include "commands/curve/curve_command.h"
 #include "commands/electrode/electrode_command.h"
 #include "commands/id/id_command.h"
 #include "commands/levels/levels_command.h"
@@ -30,6 +31,7 @@ inline constexpr Command tool_commands[] = {
     nmk_route::route_command,
     nmk_solve::solve_command,
     nmk_model::model_command,
+    nmk_curve::curve_command,
     nmk_levels::levels_command,
     nmk_id::id_command,
     nmk_registry::registry_command,

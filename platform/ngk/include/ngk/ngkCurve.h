@@ -98,6 +98,11 @@ class ngkCurve {
     int closest_point(const Point& point, ngkCurvePoint<Dimension>& nearest) const;
     ngkCurvePoint<Dimension> closest_point(const Point& point) const;
 
+    /// The same with a parameter near which the nearest point is expected. The search begins there:
+    /// of equally near points it is the one there, and where the point is on the curve, within
+    /// rounding, nothing else is looked at. A parameter that is not in the range changes nothing.
+    ngkCurvePoint<Dimension> closest_point(const Point& point, const ngkT& expected) const;
+
     /// A polygon that follows the curve closely enough, and for each of its points the fraction of
     /// the range; the first is 0, the last 1. Both are emptied first. Returns non-zero; 0 where the
     /// curve is invalid, has no segment or no end.

@@ -220,8 +220,8 @@ const BadLine bad_lines[] = {
      {"a", "--type", "shortest", "--measure", "chebyshev"},
      "are for --type best"},
     {"units", {"a", "--units", "cm"}, "mm or inch"},
-    {"output_extension", {"a", "-o", "b.pdf"}, "-o \"b.pdf\": expected the extension .drl"},
-    {"output_directory_with_extension", {"a", "-o", "b.csv/c.d"}, ".drl, .csv, .json"},
+    {"output_extension", {"a", "-o", "b.pdf"}, "-o \"b.pdf\": expected the extension .drl, .nc"},
+    {"output_directory_with_extension", {"a", "-o", "b.csv/c.d"}, ".drl, .nc, .csv, .json"},
     {"svg_empty", {"a", "--svg", ""}, "--svg \"\": expected the name of a file"},
     {"same_output", {"a", "--svg", "b", "--html", "b"}, "the name of two outputs"},
 };

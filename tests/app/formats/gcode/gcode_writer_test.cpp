@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <nmktoolbox/ordering/nmkTravelWays.h>
 
+#include <ostream>
 #include <set>
 #include <string>
 #include <utility>
@@ -67,7 +68,7 @@ TEST(gcode_writer, writes_holes_as_plunges_and_slots_as_plunge_and_feed) {
               "G0 X0 Y0\n"
               "G0 X10 Y2\nG1 Z-1.5 F120\nG0 Z5\n"
               "G0 X1 Y2\nG1 Z-2.5 F120\nG0 Z5\n"
-              "M5\n(tool T2)\nT2 M6\nM0\nS8000 M3\nG0 Z5\n"
+              "M5\n(tool T2)\nT2 M6\nM0\nS8000 M3\nG0 Z5\nG0 X1 Y2\n"
               "G0 X0 Y0\n"
               "G0 X14 Y20\nG1 Z-2 F120\nG1 X10 Y20 Z-2.5 F300\nG0 Z5\n"
               "M5\nM30\n%\n");
@@ -83,6 +84,98 @@ TEST(gcode_writer, goes_over_the_bends_of_each_rapid) {
     const std::string program = program_of(job, {{0, false}, {1, false}}, given, bends);
     EXPECT_NE(program.find("G0 X5.5 Y99\nG0 X10 Y2\n"), std::string::npos);
     EXPECT_NE(program.find("G0 Z5\nG0 X6.5 Y99\nG0 X3 Y4\nM30\n"), std::string::npos);
+}
+
+TEST(gcode_writer, goes_to_start_and_end_once_across_tools) {
+    GcodeSettings given = settings();
+    given.start = giPoint3(-7.0, -8.0, 0.0);
+    given.end = giPoint3(-9.0, -9.0, 0.0);
+    given.is_across_tools = true;
+    const nmk_job::MachiningJob job = two_holes_and_a_slot();
+    const nmk_job::JobOrder order = {{0, false}, {2, false}, {1, false}};
+    const auto count = [](const std::string& text, const std::string& words) {
+        std::size_t found = 0;
+        for (std::size_t at = 0; (at = text.find(words, at)) != text.npos; ++at) ++found;
+        return found;
+    };
+    const std::string whole = program_of(job, order, given);
+    EXPECT_EQ(count(whole, "G0 X-7 Y-8\n"), 1U);
+    EXPECT_EQ(count(whole, "G0 X-9 Y-9\n"), 1U);
+    EXPECT_EQ(count(whole, "T1 M6\nM0\n"), 2U);
+    given.is_across_tools = false;
+    const std::string each = program_of(job, order, given);
+    EXPECT_EQ(count(each, "G0 X-7 Y-8\n"), 3U);
+    EXPECT_EQ(count(each, "G0 Z5\nG0 X-9 Y-9\n"), 5U);  // at the end, and after each change
+}
+
+TEST(gcode_writer, goes_back_to_the_first_item_of_a_closed_order) {
+    GcodeSettings given = settings();
+    given.is_closed = true;
+    const nmk_job::MachiningJob job = two_holes_and_a_slot();
+    const nmk_job::JobOrder order = {{0, false}, {1, false}, {2, true}};
+    const std::string each = program_of(job, order, given);
+    EXPECT_NE(each.find("G0 X10 Y2\nG1 Z-1.5 F120\nG0 Z5\nG0 X1 Y2\n(tool T2)"), each.npos) << each;
+    EXPECT_NE(each.find("F300\nG0 Z5\nG0 X14 Y20\nM30\n"), each.npos) << each;
+    given.is_across_tools = true;
+    const std::string whole = program_of(job, order, given);
+    EXPECT_NE(whole.find("F300\nG0 Z5\nG0 X1 Y2\nM30\n"), whole.npos) << whole;
+}
+
+TEST(gcode_writer, counts_the_items_that_an_order_leaves_out) {
+    const std::string text = program_of(two_holes_and_a_slot(), {{1, false}}, settings());
+    EXPECT_NE(text.find("(plate.csv)\n(2 of 3 items left out)\nG21"), text.npos) << text;
+}
+
+TEST(gcode_writer, writes_the_largest_numbers_without_an_exponent) {
+    nmk_job::MachiningJob job = two_holes_and_a_slot();
+    job.items[0].start = {-1e5, 1e5, -1e5};
+    GcodeSettings given = settings();
+    given.depth = given.retract = 1e5;
+    given.feed = given.plunge_feed = 1e6;
+    given.spindle = 1e6;
+    const std::string text = program_of(job, {{0, false}, {2, false}}, given);
+    EXPECT_EQ(text.find_first_of("eE"), text.find("plate.csv") + 4) << text;
+    EXPECT_NE(text.find("G0 X-100000 Y100000\nG1 Z-200000 F1000000\nG0 Z100000\n"), text.npos);
+}
+
+struct BadJob {
+    const char* name;
+    void (*change)(nmk_job::MachiningJob& job, GcodeSettings& given);
+    const char* expected;
+
+    friend std::ostream& operator<<(std::ostream& out, const BadJob& bad) {
+        return out << bad.name;
+    }
+};
+
+class gcode_writer_job : public testing::TestWithParam<BadJob> {};
+
+TEST_P(gcode_writer_job, is_refused) {
+    nmk_job::MachiningJob job = two_holes_and_a_slot();
+    GcodeSettings given = settings();
+    GetParam().change(job, given);
+    EXPECT_EQ(error_of(job, given), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    bad_jobs, gcode_writer_job,
+    testing::Values(
+        BadJob{"with_slots_but_no_feed", [](auto&, auto& given) { given.feed.reset(); },
+               "the order has slots; expected a feed for them"},
+        BadJob{"with_routed_paths", [](auto& job, auto&) { job.has_fixed_parts = true; },
+               "routed paths and patterns cannot be written as G-code; expected holes and slots "
+               "only"},
+        BadJob{"with_a_hole_too_far_away", [](auto& job, auto&) { job.items[1].start.x = -1.1e5; },
+               "expected places within 100000 mm of the origin"},
+        BadJob{"with_a_start_too_far_away",
+               [](auto&, auto& given) { given.start = giPoint3(0.0, 1e90, 0.0); },
+               "expected places within 100000 mm of the origin"}),
+    nmk_job::CaseName());
+
+TEST(gcode_writer, needs_no_feed_for_holes_alone) {
+    GcodeSettings given = settings();
+    given.feed.reset();
+    EXPECT_EQ(walked(program_of(two_holes_and_a_slot(), {{0, false}, {1, false}}, given)).ends, 1);
 }
 
 TEST(gcode_writer, never_lets_a_name_break_out_of_its_comment) {
@@ -105,6 +198,10 @@ struct BadSettings {
     const char* name;
     void (*change)(GcodeSettings& given);
     const char* expected;
+
+    friend std::ostream& operator<<(std::ostream& out, const BadSettings& bad) {
+        return out << bad.name;
+    }
 };
 
 class gcode_writer_error : public testing::TestWithParam<BadSettings> {};

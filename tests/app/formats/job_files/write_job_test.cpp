@@ -34,15 +34,16 @@ TEST(job_text, is_in_the_format_of_the_name) {
 }
 
 TEST(job_text, refuses_a_drill_file_of_a_table_and_an_unknown_extension) {
-    EXPECT_EQ(
-        text_for("a.drl"),
-        "error a.drl: a drill file can only be written from a drill file; expected .csv or .json");
+    EXPECT_EQ(text_for("a.drl"),
+              "error a.drl: a drill file can only be written from a drill file; expected .nc, .csv "
+              "or .json");
     EXPECT_EQ(text_for("a.tsp"),
               "error a.tsp: a TSPLIB instance can only be written from a TSPLIB instance; expected "
               ".csv or .json");
-    EXPECT_EQ(text_for("a.pdf"),
-              "error a.pdf: cannot write .pdf; expected .drl, .csv, .json or the extension of the "
-              "input");
+    EXPECT_EQ(
+        text_for("a.pdf"),
+        "error a.pdf: cannot write .pdf; expected .drl, .nc, .csv, .json or the extension of the "
+        "input");
 }
 
 TEST(job_text, takes_the_ending_of_the_file_that_was_read) {

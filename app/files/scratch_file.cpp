@@ -1,0 +1,49 @@
+// scratch_file: a file for bytes that a library can only read from a file, or write to one.
+
+#include "files/scratch_file.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <system_error>
+
+#include "files/read_file_bytes.h"
+
+namespace nmk_files {
+
+namespace {
+
+bool write_bytes(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return false;
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return true;
+}
+
+}  // namespace
+
+ScratchFile::ScratchFile(std::string_view bytes) {
+    std::error_code problem;
+    const auto directory = std::filesystem::temp_directory_path(problem);
+    m_name = (problem ? std::filesystem::path("/tmp") : directory) / "nmk-XXXXXX";
+    const int descriptor = ::mkstemp(m_name.data());
+    const bool is_written = descriptor >= 0 && write_bytes(descriptor, bytes);
+    const int error = errno;
+    if (descriptor >= 0) ::close(descriptor);
+    if (is_written) return;
+    if (descriptor >= 0) ::unlink(m_name.c_str());
+    throw nmk_text::Error{
+        m_name, 0, "a temporary file cannot be written: " + std::string(std::strerror(error))};
+}
+
+ScratchFile::~ScratchFile() { ::unlink(m_name.c_str()); }
+
+nmk_text::Result<std::string> ScratchFile::bytes() const { return read_file_bytes(m_name); }
+
+}  // namespace nmk_files

@@ -1,0 +1,3 @@
+#include <topology/topTopology.h>
+
+topTopology::~topTopology() = default;
