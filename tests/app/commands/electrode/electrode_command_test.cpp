@@ -183,6 +183,45 @@ TEST(nmk_electrode_list, prints_a_row_for_each_electrode) {
     EXPECT_EQ(json["electrodes"][1]["name"], "E102");
 }
 
+TEST(nmk_electrode_list, takes_the_first_of_names_that_stand_twice_and_sorts_the_files) {
+    const ScratchDirectory scratch;
+    const std::string zip = scratch.file("z", zip_samples::zip_of({{"version.txt", "1"},
+                                                                   {"contents.txt", "a/b\na/b\n"},
+                                                                   {"a/b/a/b.ngk", "four"},
+                                                                   {"a/b/a/b.ngk", "x"},
+                                                                   {"a/b/a/b.xml", "three"},
+                                                                   {"a/b/a/b.xml", "x"},
+                                                                   {"a/b/html/z", ""},
+                                                                   {"a/b/html/a", ""},
+                                                                   {"a/b/additional/z", ""},
+                                                                   {"a/b/additional/a", ""}}));
+    const Json json = Json::parse(electrode({"list", zip, "--json"}).out);
+    const Json& first = json["electrodes"][0];
+    EXPECT_EQ(first["geometry"], 4);
+    EXPECT_EQ(first["metadata"], 5);
+    EXPECT_EQ(first["data"][0]["name"], "a");
+    EXPECT_EQ(first["additional"][0]["name"], "a");
+    EXPECT_EQ(json["electrodes"][1]["geometry"], nullptr);
+}
+
+TEST(nmk_electrode_list, refuses_a_zip_without_version) {
+    const ScratchDirectory scratch;
+    expect_refused(electrode({"list", scratch.file("z", zip_samples::zip_of({{"a", ""}}))}),
+                   "version.txt is missing");
+}
+
+TEST(nmk_electrode_verify, prints_nothing_where_it_is_to_be_quiet) {
+    EXPECT_EQ(electrode({"verify", sample, "--quiet"}).out, "");
+}
+
+TEST_F(nmk_electrode_files, are_not_added_to_an_archive_that_lacks_some) {
+    const std::string bytes =
+        zip_samples::zip_of({{"version.txt", "1"}, {"contents.txt", "E\n"}, {"E/E.xml", "m"}});
+    const std::string unsound = scratch.file("z", bytes);
+    expect_refused(with_entries({"add", unsound}, {"F"}), "electrode \"E\" has no geometry");
+    EXPECT_EQ(text_of(unsound), bytes);
+}
+
 namespace {
 
 struct Unsound {
@@ -256,6 +295,11 @@ TEST(nmk_electrode_extract, reports_what_an_electrode_lacks) {
     expect_refused(electrode({"extract", zip, "E", "-o", scratch.path() + "/o"}),
                    "has no geometry");
     EXPECT_EQ(text_of(scratch.path() + "/o/E.xml"), "m");
+    const std::string other = scratch.file(
+        "y",
+        zip_samples::zip_of({{"version.txt", "1"}, {"contents.txt", "E\n"}, {"E/E.ngk", "g"}}));
+    expect_refused(electrode({"extract", other, "E", "-o", scratch.path() + "/p"}),
+                   "has no metadata");
 }
 
 namespace {
@@ -288,6 +332,14 @@ const WrongArguments wrong_arguments[] = {
      "expected a directory that exists"},
     {"a_name_with_a_slash", {"create", "z", "--entry", "a/b"}, "expected a name without slashes"},
     {"a_name_that_climbs", {"create", "z", "--entry", ".."}, "expected a name without slashes"},
+    {"a_name_that_is_empty", {"create", "z", "--entry", ""}, "expected a name without slashes"},
+    {"a_name_of_two_lines", {"create", "z", "--entry", "a\nb"}, "expected a name without slashes"},
+    {"a_name_of_201_bytes",
+     {"create", "z", "--entry", std::string(201, 'a')},
+     "expected a name without slashes"},
+    {"a_data_name_that_is_taken",
+     {"list", sample, "--data-name", "additional"},
+     "expected a name without"},
     {"a_name_twice", {"create", "z", "--entry", "a", "--entry", "a"}, "expected each name once"},
     {"a_data_name_that_climbs", {"list", sample, "--data-name", ".."}, "expected a name without"},
     {"extract_without_directory", {"extract", sample, "E101"}, "expected -o DIR"},

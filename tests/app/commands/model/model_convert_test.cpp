@@ -3,6 +3,7 @@
 #include "commands/model/model_convert.h"
 
 #include <gtest/gtest.h>
+#include <nmktoolbox/trifile/nmkGiTriBlockColour.h>
 
 #include <cmath>
 #include <cstring>
@@ -13,6 +14,7 @@
 #include "app/commands/model/model_fixtures.h"
 #include "app/shell/standard_input.h"
 #include "child_process.h"
+#include "commands/model/change_model.h"
 #include "commands/model/model_command.h"
 #include "flue_samples.h"
 #include "nmt_samples.h"
@@ -146,6 +148,21 @@ TEST_F(model_convert, keeps_blocks_and_colours_unless_they_are_merged) {
     convert("a.nmt", bytes, "b.nmt", {"--merge"});
     EXPECT_EQ(model_of("b.nmt")->blocks.size(), 1U);
     EXPECT_EQ(model_of("b.nmt")->triangle_count(), 2);
+    nmkGiTriBlockColourcoFeature colour;
+    const bool has_colour = model_of("b.nmt")->blocks[0]->get(colour) != 0;
+    EXPECT_TRUE(!has_colour || colour->get_colour() < 0);
+}
+
+TEST(add_missing_normals, replaces_those_that_are_not_one_for_each_node) {
+    Model model;
+    model.blocks.push_back(std::make_unique<giTriBlock>());
+    giTriBlock& block = *model.blocks.front();
+    model_samples::fill_unshared(block, {{0, 0, 0, 1, 0, 0, 0, 1, 0}});
+    giNormArrcoFeature normals;
+    block.add(normals);
+    normals->add(giVector3(1, 0, 0));
+    add_missing_normals(model);
+    EXPECT_EQ(model_samples::normals_of(block), std::vector<giVector3>(3, giVector3(0, 0, 1)));
 }
 
 TEST_F(model_convert, keeps_normals_only_where_they_are_wanted) {

@@ -109,6 +109,10 @@ TEST(model_figures, weld_zero_and_negative_zero_and_nothing_else) {
 TEST(model_figures, of_a_cube_far_away_keep_the_digits_of_its_volume) {
     const ModelFigures figures = figures_of(cube({1e7, -1e7, 1e7}, 1));
     EXPECT_EQ(figures.volume, 1.0);
+    // Exact in a double, while the product of a place and an area is not.
+    const double size = 1.0 + 0x1p-20;
+    const auto volume = figures_of(cube({0x1p23, -0x1p23, 0x1p23}, size)).volume;
+    EXPECT_NEAR(volume.value_or(0.0), size * size * size, 1e-14);
 }
 
 TEST(model_figures, join_blocks_at_the_places_that_they_share) {

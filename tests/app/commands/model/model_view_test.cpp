@@ -273,6 +273,19 @@ TEST_F(model_view, leaves_no_file_whenever_it_is_stopped) {
     EXPECT_EQ(codes, (std::set<int>{0, 1}));
 }
 
+TEST_F(model_view, leaves_no_file_when_its_drawing_is_stopped) {
+    ModelOptions options;
+    options.action = Action::view;
+    options.files = {folder.file("a.stl", binary_stl(model_samples::grid(280)))};
+    options.svg_file = file("a.svg");
+    Stopper stopper(1, "Drawing");
+    std::ostringstream out;
+    std::ostringstream err;
+    EXPECT_EQ(run_model(options, out, err, stopper), 1);
+    EXPECT_EQ(err.str(), "nmk model: stopped; nothing was written\n");
+    EXPECT_EQ(folder.file_count(), 1U);
+}
+
 TEST_F(model_view, leaves_no_page_whenever_its_making_is_stopped) {
     ModelOptions options;
     options.action = Action::view;
