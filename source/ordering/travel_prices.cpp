@@ -120,10 +120,13 @@ class Auction {
 
 }  // namespace
 
+bool are_nearly_all_one_way(const std::vector<TravelEndType>& types) {
+    const auto any = std::count(types.begin(), types.end(), TravelEndType::any);
+    return static_cast<std::size_t>(any) * nodes_for_one_without <= types.size();
+}
+
 std::vector<double> one_way_prices(const TravelNeighbours& neighbours,
                                    const std::vector<TravelEndType>& types) {
-    const auto any = std::count(types.begin(), types.end(), TravelEndType::any);
-    if (static_cast<std::size_t>(any) * nodes_for_one_without > types.size()) return {};
     Auction auction(neighbours, types);
     double least_bid = auction.mean_of_nearest() * first_bid;
     if (!(least_bid > 0.0)) return {};

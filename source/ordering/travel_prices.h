@@ -16,15 +16,17 @@
 
 namespace nmk_ordering {
 
+/// Whether prices may be of use: at most one node in 20 is neither entered nor left.
+bool are_nearly_all_one_way(const std::vector<TravelEndType>& types);
+
 /// The prices by node: of a nearly optimal assignment along the neighbours, by the auction
 /// algorithm (Bertsekas, "The auction algorithm: a distributed relaxation method for the assignment
 /// problem", Annals of Operations Research 14, 1988). Nodes that are neither entered nor left have
 /// price 0.
 ///
 ///   neighbours  mutual, by cost
-///   returns     empty where the prices would be of no use: if more than one node in 20 is neither
-///               entered nor left, more than one exit in 50 cannot be assigned, or all neighbours
-///               are at one place
+///   returns     empty where the prices would be of no use: if more than one exit in 50 cannot be
+///               assigned, or all neighbours are at one place
 std::vector<double> one_way_prices(const TravelNeighbours& neighbours,
                                    const std::vector<TravelEndType>& types);
 

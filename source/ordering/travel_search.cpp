@@ -21,10 +21,9 @@ constexpr int max_cell_items = 12000;
 
 // Neighbours of a node that the search may join it to. With groups as many again of its own.
 constexpr int neighbour_count = 6;
-// Of the ends of lines, which are joined to others at one side only.
-constexpr int neighbour_count_of_lines = 8;
-// Of those of one-way lines: so many that nearly always all exits can be assigned to entries.
-constexpr int neighbour_count_of_one_ways = 24;
+// Where the ends of one-way lines get prices: so many that nearly always all exits can be assigned
+// to entries.
+constexpr int neighbour_count_with_prices = 24;
 // Beside keep-outs, where some of the nearest are behind one.
 constexpr int neighbour_count_beside_keep_outs = 10;
 // Those of them that are the nearest in each quadrant, so that a cluster of points has neighbours
@@ -94,10 +93,28 @@ class NeighbourLists {
                    TravelBudget& budget)
         : m_cell(cell),
           m_cost(cost),
+          m_count(Traits::neighbours),
           m_budget(budget),
           m_tree(Traits::straight(network, cost.metric), points, static_cast<int>(points.size())) {}
 
+    /// Makes each node a neighbour of its neighbours, and takes prices off; false, with nothing
+    /// done, if prices would be of no use.
+    bool price(TravelCost<Metric>& cost, TravelNeighbours& neighbours) {
+        if (!are_nearly_all_one_way(m_cell.types)) return false;
+        m_count = std::max(m_count, neighbour_count_with_prices);
+        TravelNeighbours wide = lists();
+        m_count = Traits::neighbours;
+        if (m_budget.is_over()) return false;
+        make_mutual(wide);
+        cost.prices = one_way_prices(wide, m_cell.types);
+        if (cost.prices.empty()) return false;
+        take_off(cost.prices, wide);
+        neighbours = std::move(wide);
+        return true;
+    }
+
     TravelNeighbours lists() {
+        m_lists = {};
         const int points = static_cast<int>(m_cost.points.size());
         for (int node = 0; node < m_cell.size(); ++node) {
             m_lists.begins.push_back(m_lists.all.size());
@@ -123,19 +140,11 @@ class NeighbourLists {
         return m_cost.groups[at(node)] == m_cost.groups[at(other)];
     }
 
-    int wanted(int node) const {
-        if (m_cell.types[at(node)] != TravelEndType::any) {
-            return std::max(Traits::neighbours, neighbour_count_of_one_ways);
-        }
-        return m_cell.mates[at(node)] < 0 ? Traits::neighbours
-                                          : std::max(Traits::neighbours, neighbour_count_of_lines);
-    }
-
     void add_points(int node) {
         if (m_budget.is_over()) return;  // the climb will not begin
         const bool has_groups = !m_cost.groups.empty();
         m_tree.nearest(
-            node, wanted(node),
+            node, m_count,
             [&](int other) {
                 return fits(node, other) && !(has_groups && is_in_group(node, other));
             },
@@ -151,8 +160,8 @@ class NeighbourLists {
         }
         if (!has_groups) return;
         m_tree.nearest(
-            node, wanted(node),
-            [&](int other) { return fits(node, other) && is_in_group(node, other); }, m_found);
+            node, m_count, [&](int other) { return fits(node, other) && is_in_group(node, other); },
+            m_found);
         add_found(node);
     }
     void add_found(int node) {
@@ -183,6 +192,7 @@ class NeighbourLists {
     }
     const TravelCell& m_cell;
     const TravelCost<Metric>& m_cost;
+    int m_count;  // nearest points of each node
     TravelBudget& m_budget;
     Tree m_tree;
     TravelNeighbours m_lists;
@@ -265,22 +275,13 @@ class CellSearch {
         for (const int node : cell.nodes) {
             if (node < m_network.point_count()) points.push_back(m_network.points()[at(node)]);
         }
-        TravelNeighbours neighbours =
-            NeighbourLists<Metric>(m_network, cell, cost, points, m_budget).lists();
+        NeighbourLists<Metric> lists(m_network, cell, cost, points, m_budget);
+        TravelNeighbours neighbours;
+        if (!lists.price(cost, neighbours)) neighbours = lists.lists();
         if (m_budget.is_over()) return;
-        cost.prices = prices(cell, neighbours);
         TravelRing ring(cell.order, cell.mates, one_ways(cell));
         TravelClimb<TravelCost<Metric>>(cost, neighbours, ring, m_budget).run(steps);
         m_tour.replace(cell, ring.order());
-    }
-
-    // Takes them off the costs of the neighbours.
-    std::vector<double> prices(const TravelCell& cell, TravelNeighbours& neighbours) const {
-        if (m_network.ahead().empty()) return {};
-        make_mutual(neighbours);
-        std::vector<double> prices = one_way_prices(neighbours, cell.types);
-        if (!prices.empty()) take_off(prices, neighbours);
-        return prices;
     }
 
     std::vector<char> one_ways(const TravelCell& cell) const {
