@@ -85,7 +85,7 @@ Problem check_output_options(const CurveOptions& options) {
     }
     const std::string_view outputs[] = {options.output_file, options.svg_file};
     for (const std::string& file : options.files) {
-        const Problem problem = nmk_shell::check_input_is_kept(file, outputs);
+        Problem problem = nmk_shell::check_input_is_kept(file, outputs);
         if (!problem.empty()) return problem;
     }
     return nmk_shell::check_outputs_differ(outputs);
@@ -135,15 +135,11 @@ std::optional<giPoint3> point_of_text(const std::string& text) {
 }
 
 nmk_shell::Problem check_curve_options(CurveOptions& options) {
-    for (const auto check : {take_words}) {
-        const Problem problem = check(options);
-        if (!problem.empty()) return problem;
-    }
+    Problem problem = take_words(options);
     for (const auto check : {check_shape_options, check_file_options, check_output_options}) {
-        const Problem problem = check(options);
-        if (!problem.empty()) return problem;
+        if (problem.empty()) problem = check(options);
     }
-    return {};
+    return problem;
 }
 
 }  // namespace nmk_curve
