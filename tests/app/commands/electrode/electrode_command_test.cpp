@@ -195,8 +195,8 @@ TEST(nmk_electrode_list, takes_the_first_of_names_that_stand_twice_and_sorts_the
                                                                    {"a/b/html/a", ""},
                                                                    {"a/b/additional/z", ""},
                                                                    {"a/b/additional/a", ""}}));
-    const Json json = Json::parse(electrode({"list", zip, "--json"}).out);
-    const Json& first = json["electrodes"][0];
+    Json json = Json::parse(electrode({"list", zip, "--json"}).out);
+    Json& first = json["electrodes"][0];
     EXPECT_EQ(first["geometry"], 4);
     EXPECT_EQ(first["metadata"], 5);
     EXPECT_EQ(first["data"][0]["name"], "a");
