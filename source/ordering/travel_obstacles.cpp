@@ -19,6 +19,10 @@ TravelObstacles::TravelObstacles(const std::vector<nmkTravelKeepOut>& keep_outs,
             m_keep_outs.push_back(static_cast<int>(i));
         }
     }
+    std::vector<PlaneBox> boxes;
+    boxes.reserve(m_polygons.size());
+    for (const TravelPolygon& polygon : m_polygons) boxes.push_back(polygon.box());
+    m_tree = TravelBoxTree(boxes);
     count_near();
 }
 
@@ -57,19 +61,31 @@ void TravelObstacles::add_near(const PlaneBox& box) {
     }
 }
 
+// Of the polygons near the line; the tree has them in no order.
+template <class Holds>
+std::optional<int> TravelObstacles::first_keep_out(const PlanePoint& a, const PlanePoint& b,
+                                                   const Holds& holds) const {
+    std::size_t first = m_polygons.size();
+    m_tree.visit(a, b, [&](std::size_t i) {
+        if (i < first && holds(i)) first = i;
+        return false;
+    });
+    return first < m_polygons.size() ? std::optional(m_keep_outs[first]) : std::nullopt;
+}
+
 std::optional<int> TravelObstacles::keep_out_at(const PlanePoint& p) const {
-    for (std::size_t i = 0; i < m_polygons.size(); ++i) {
-        if (m_polygons[i].has_inside(p)) return m_keep_outs[i];
-    }
-    return std::nullopt;
+    return first_keep_out(p, p, [&](std::size_t i) { return m_polygons[i].has_inside(p); });
 }
 
 std::optional<int> TravelObstacles::keep_out_between(const PlanePoint& a,
                                                      const PlanePoint& b) const {
-    for (std::size_t i = 0; i < m_polygons.size(); ++i) {
-        if (m_polygons[i].meets(a, b)) return m_keep_outs[i];
-    }
-    return std::nullopt;
+    return first_keep_out(a, b, [&](std::size_t i) { return m_polygons[i].meets(a, b); });
+}
+
+bool TravelObstacles::is_any_between(const PlanePoint& a, const PlanePoint& b) const {
+    bool is_met = false;
+    m_tree.visit(a, b, [&](std::size_t i) { return is_met = m_polygons[i].meets(a, b); });
+    return is_met;
 }
 
 bool TravelObstacles::may_enclose() const {

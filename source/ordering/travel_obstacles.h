@@ -1,7 +1,8 @@
 // travel_obstacles.h: the polygons of all keep-outs, in the unit of a network.
 //
 // A square lattice over all of them counts the polygons near each cell, summed from the lower left,
-// so that four numbers show whether any is near a leg. Most legs are straight by that alone.
+// so that four numbers show whether any is near a leg. Most legs are straight by that alone; the
+// others are compared with the polygons whose boxes they may meet, which a tree finds.
 #pragma once
 
 #include <nmktoolbox/ordering/nmkTravelKeepOut.h>
@@ -11,6 +12,7 @@
 #include <optional>
 #include <vector>
 
+#include "travel_box_tree.h"
 #include "travel_polygon.h"
 
 namespace nmk_ordering {
@@ -36,9 +38,9 @@ class TravelObstacles {
     std::optional<int> keep_out_at(const PlanePoint& p) const;
     /// Number of the first keep-out that the line crosses.
     std::optional<int> keep_out_between(const PlanePoint& a, const PlanePoint& b) const;
-    /// Whether none crosses the line; quick where none is near.
+    /// Whether none crosses the line.
     bool is_free(const PlanePoint& a, const PlanePoint& b) const {
-        return !is_any_near(a, b) || !keep_out_between(a, b);
+        return !is_any_near(a, b) || !is_any_between(a, b);
     }
     /// False where the line crosses none for certain, in a time that does not depend on them.
     bool is_any_near(const PlanePoint& a, const PlanePoint& b) const {
@@ -65,6 +67,10 @@ class TravelObstacles {
     static constexpr int cells = 128;  // along each side of the polygons, and one beside each end
     static constexpr int sums = cells + 3;  // along each side of the table, whose first are 0
 
+    template <class Holds>
+    std::optional<int> first_keep_out(const PlanePoint& a, const PlanePoint& b,
+                                      const Holds& holds) const;
+    bool is_any_between(const PlanePoint& a, const PlanePoint& b) const;
     void count_near();
     void add_near(const PlaneBox& box);
     static int cell(double value, double low, double high, double width);
@@ -75,7 +81,8 @@ class TravelObstacles {
     int count_at(int column, int row) const { return m_counts[index(column, row)]; }
 
     std::vector<TravelPolygon> m_polygons;
-    std::vector<int> m_keep_outs;  // by polygon
+    std::vector<int> m_keep_outs;  // by polygon, ascending
+    TravelBoxTree m_tree;          // of the boxes of the polygons
     PlaneBox m_box;
     PlanePoint m_cell;          // width and height
     std::vector<int> m_counts;  // by column and row: cells with a polygon to the lower left

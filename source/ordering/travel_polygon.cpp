@@ -59,6 +59,17 @@ bool is_simple(const std::vector<PlanePoint>& corners) {
     return true;
 }
 
+// The corners of the box that are farthest to each side of the line decide.
+bool is_beside(const PlaneBox& box, const PlanePoint& a, const PlanePoint& b) {
+    const bool is_to_right = b.x > a.x;
+    const bool is_upwards = b.y > a.y;
+    const PlanePoint left{is_upwards ? box.low.x : box.high.x,
+                          is_to_right ? box.high.y : box.low.y};
+    const PlanePoint right{is_upwards ? box.high.x : box.low.x,
+                           is_to_right ? box.low.y : box.high.y};
+    return orientation(a, b, left) < 0 || orientation(a, b, right) > 0;
+}
+
 // Andrew, "Another efficient algorithm for convex hulls in two dimensions", Information Processing
 // Letters 9, 1979.
 std::vector<PlanePoint> convex_hull(std::vector<PlanePoint> points) {
@@ -132,25 +143,13 @@ TravelPolygon::Contact TravelPolygon::at_corner(int number, const PlanePoint& a,
     return enters ? Contact::enters : Contact::touches;
 }
 
-// Whether the whole box is on one side of the line through both places. The corners of the box that
-// are farthest to each side of it decide.
-bool TravelPolygon::is_beside(const PlanePoint& a, const PlanePoint& b) const {
-    const bool is_to_right = b.x > a.x;
-    const bool is_upwards = b.y > a.y;
-    const PlanePoint left{is_upwards ? m_box.low.x : m_box.high.x,
-                          is_to_right ? m_box.high.y : m_box.low.y};
-    const PlanePoint right{is_upwards ? m_box.high.x : m_box.low.x,
-                           is_to_right ? m_box.low.y : m_box.high.y};
-    return orientation(a, b, left) < 0 || orientation(a, b, right) > 0;
-}
-
 // Without a crossing the places at which the line touches the polygon cut it into pieces, each
 // wholly inside or wholly outside, and the directions at these places decide. A line that touches
 // nothing is inside if its ends are.
 bool TravelPolygon::meets(const PlanePoint& a, const PlanePoint& b) const {
     if (m_box.is_apart(box_of(a, b))) return false;
     if (a == b) return has_inside(a);
-    if (is_beside(a, b)) return false;
+    if (is_beside(m_box, a, b)) return false;
     bool touches = false;
     int side = orientation(a, b, corner(0));
     for (int i = 0; i < size(); ++i) {

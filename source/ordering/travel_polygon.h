@@ -22,6 +22,10 @@ struct PlaneBox {
 /// The box of a line.
 PlaneBox box_of(const PlanePoint& a, const PlanePoint& b);
 
+/// Whether the whole box is on one side of the line through a and b, and does not touch it. False
+/// where both are one place.
+bool is_beside(const PlaneBox& box, const PlanePoint& a, const PlanePoint& b);
+
 /// Whether the corners, at least three, are all different and no two edges meet but neighbours in
 /// their corner.
 bool is_simple(const std::vector<PlanePoint>& corners);
@@ -65,7 +69,6 @@ class TravelPolygon {
   private:
     enum class Contact { none, touches, enters };
 
-    bool is_beside(const PlanePoint& a, const PlanePoint& b) const;
     bool goes_inside(int number, const PlanePoint& towards) const;
     Contact at_edge(int number, const PlanePoint& a, const PlanePoint& b) const;
     Contact at_corner(int number, const PlanePoint& a, const PlanePoint& b) const;

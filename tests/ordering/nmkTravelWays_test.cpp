@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -152,6 +153,53 @@ TEST(nmkTravelWays, are_as_short_as_the_plain_ones) {
         }
     }
     EXPECT_GT(bent, 300);
+}
+
+// The number of the first keep-out for which `holds` is true, found by looking at all of them.
+template <class Holds>
+std::optional<int> first_of_all(const nmkTravelProblem& problem, const Holds& holds) {
+    for (std::size_t i = 0; i < problem.keep_outs.size(); ++i) {
+        if (holds(problem.keep_outs[i].parts.front())) return static_cast<int>(i);
+    }
+    return std::nullopt;
+}
+
+TEST(nmkTravelWays, find_the_first_of_hundreds_of_keep_outs_as_a_comparison_with_all_does) {
+    constexpr int side = 400;
+    plain::TravelDraw draw(7);
+    std::vector<std::vector<giPoint2>> parts;
+    while (parts.size() < 300) {
+        // The smallest that the drawing makes, so that most are apart from each other.
+        std::vector<giPoint2> corners = plain::drawn_polygon(draw, 12);
+        if (corners.empty()) continue;
+        const int x = draw.below(side), y = draw.below(side);
+        for (giPoint2& corner : corners) corner = {corner.x + x, corner.y + y};
+        parts.push_back(std::move(corners));
+    }
+    const nmkTravelProblem problem = beside(parts);
+    const nmkTravelWays ways(problem);
+    ASSERT_EQ(ways.error(), "");
+    int crossed = 0, inside = 0;
+    for (int i = 0; i < 3000; ++i) {
+        const giPoint2 a(draw.below(side), draw.below(side));
+        // Long lines and short ones, level and upright ones too.
+        const int reach = i % 2 == 0 ? side : 12;
+        const giPoint2 b(i % 5 == 0 ? a.x : a.x + draw.below(reach) - reach / 2,
+                         i % 7 == 0 ? a.y : a.y + draw.below(reach) - reach / 2);
+        const auto between = first_of_all(problem, [&](const std::vector<giPoint2>& corners) {
+            return plain::line_meets(corners, a, b);
+        });
+        const auto at = first_of_all(problem, [&](const std::vector<giPoint2>& corners) {
+            return plain::is_inside(corners, plain::fraction(a));
+        });
+        ASSERT_EQ(ways.keep_out_between({a.x, a.y, 0}, {b.x, b.y, 0}), between) << "line " << i;
+        ASSERT_EQ(ways.keep_out_at({a.x, a.y, 0}), at) << "line " << i;
+        crossed += between ? 1 : 0;
+        inside += at ? 1 : 0;
+    }
+    EXPECT_GT(crossed, 1000);
+    EXPECT_LT(crossed, 2900);
+    EXPECT_GT(inside, 50);
 }
 
 }  // namespace

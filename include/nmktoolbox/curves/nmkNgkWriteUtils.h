@@ -25,8 +25,7 @@ class NMKTOOLBOX_EXPORT nmkNgkWriteUtils {
     /// Under "/surface/1".
     static void write_single_surface(char const* filename, ngkSurfPtr const& surface);
 
-    /// Under "/topology/shell/single/face/1", whatever part it is. A caller links
-    /// nmkplatform::topology.
+    /// Under "/topology/shell/single/face/1", whatever part it is.
     static void write_single_topology(char const* filename, topTopologyPtr const& topology);
 
   private:
