@@ -39,7 +39,7 @@ TEST(job_text, refuses_a_drill_file_of_a_table_and_an_unknown_extension) {
               "or .json");
     EXPECT_EQ(text_for("a.tsp"),
               "error a.tsp: a TSPLIB instance can only be written from a TSPLIB instance; expected "
-              ".csv or .json");
+              ".nc, .csv or .json");
     EXPECT_EQ(
         text_for("a.pdf"),
         "error a.pdf: cannot write .pdf; expected .drl, .nc, .csv, .json or the extension of the "
