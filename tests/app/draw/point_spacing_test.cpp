@@ -58,10 +58,16 @@ INSTANTIATE_TEST_SUITE_P(
                             [](std::mt19937& random, int i) -> SvgPoint {
                                 return {anywhere(random) / 9 + i % 2 * 5000, anywhere(random) / 9};
                             }},
-                    Pattern{"pairs_of_the_same_place", [](std::mt19937&, int i) -> SvgPoint {
+                    Pattern{"pairs_of_the_same_place",
+                            [](std::mt19937&, int i) -> SvgPoint {
                                 const int row = i / 40;
                                 const int column = i / 2 % 20;
                                 return {column * 9.0, row * 9.0};
+                            }},
+                    Pattern{"five_at_each_random_place", [](std::mt19937&, int i) -> SvgPoint {
+                                std::mt19937 of_this_place(static_cast<unsigned>(i / 5));
+                                const double x = anywhere(of_this_place);
+                                return {x, anywhere(of_this_place)};
                             }}));
 
 TEST(point_spacing, is_infinite_where_no_two_points_differ) {
