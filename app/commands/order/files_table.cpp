@@ -14,8 +14,6 @@ namespace nmk_order {
 
 namespace {
 
-constexpr std::size_t table_width = 80;
-
 using Cells = std::vector<std::string>;
 
 Cells row_cells(const std::string& name, const std::string& tools, const ToolFigures& figures,
@@ -76,21 +74,48 @@ std::vector<Cells> rows_of(const std::vector<OrderReport>& reports) {
     return rows;
 }
 
+/// How many characters a name may have beside the figures of its row.
+std::size_t room_for_names(std::vector<Cells> rows) {
+    const std::size_t least = rows.back()[0].size();
+    for (Cells& row : rows) {
+        row[0].clear();
+    }
+    const std::size_t figures = nmk_text::character_count(nmk_text::column_lines(rows)[0]);
+    return std::max(least,
+                    nmk_text::terminal_columns - std::min(nmk_text::terminal_columns, figures));
+}
+
+/// Takes the names for which a row has no room out of the rows, as lines of their own above them.
+std::vector<std::string> take_long_names(std::vector<Cells>& rows) {
+    const std::size_t room = room_for_names(rows);
+    std::vector<std::string> above(rows.size());
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        if (nmk_text::character_count(rows[i][0]) > room) {
+            above[i] = rows[i][0] + "\n";
+            rows[i][0].clear();
+        }
+    }
+    return above;
+}
+
 }  // namespace
 
 std::string files_table(const std::vector<OrderReport>& reports) {
-    const std::vector<std::string> lines = nmk_text::column_lines(rows_of(reports));
+    std::vector<Cells> rows = rows_of(reports);
+    const std::vector<std::string> above = take_long_names(rows);
+    const std::vector<std::string> lines = nmk_text::column_lines(rows);
     std::string text;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         if (i + 1 == lines.size()) {
             text += std::string(nmk_text::character_count(lines[0]), '-') + "\n";
         }
-        text += lines[i] + "\n";
+        text += above[i] + lines[i] + "\n";
     }
     for (const OrderReport& report : reports) {
         for (const std::string& note : report.notes) {
-            text += nmk_text::wrapped(
-                nmk_text::line_text(report.options.file_name + ": " + note) + ".", 0, table_width);
+            text +=
+                nmk_text::wrapped(nmk_text::line_text(report.options.file_name + ": " + note) + ".",
+                                  0, nmk_text::terminal_columns);
         }
     }
     return text;

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "text/number_format.h"
+#include "text/wrapped_text.h"
 
 namespace nmk_solve {
 
@@ -34,17 +35,23 @@ Cells names_of(const Answer& answer) {
     return names;
 }
 
-std::string table_text(const std::vector<Cells>& rows) {
+std::vector<std::size_t> widths_of(const std::vector<Cells>& rows) {
     std::vector<std::size_t> widths(rows[0].size(), 0);
     for (const Cells& row : rows) {
         for (std::size_t i = 0; i < row.size(); ++i) {
             widths[i] = std::max(widths[i], row[i].size());
         }
     }
+    return widths;
+}
+
+/// The columns from `first` to the one before `end`, each after two blanks.
+std::string columns_text(const std::vector<Cells>& rows, const std::vector<std::size_t>& widths,
+                         std::size_t first, std::size_t end) {
     std::string text;
     for (const Cells& row : rows) {
         std::string line;
-        for (std::size_t i = 0; i < row.size(); ++i) {
+        for (std::size_t i = first; i < end; ++i) {
             line += "  " + row[i] + std::string(widths[i] - row[i].size(), ' ');
         }
         line.erase(line.find_last_not_of(' ') + 1);
@@ -53,11 +60,31 @@ std::string table_text(const std::vector<Cells>& rows) {
     return text;
 }
 
+/// The numbers keep all their digits; columns for which a line has no room follow below.
+std::string table_text(const std::vector<Cells>& rows) {
+    const std::vector<std::size_t> widths = widths_of(rows);
+    std::string text;
+    for (std::size_t first = 0, end = 0; first < widths.size(); first = end) {
+        std::size_t width = 0;
+        while (end < widths.size() &&
+               (end == first || width + 2 + widths[end] <= nmk_text::terminal_columns)) {
+            width += 2 + widths[end++];
+        }
+        text += columns_text(rows, widths, first, end);
+    }
+    return text;
+}
+
+std::string wrapped_line(const std::string& text, std::size_t indent) {
+    return nmk_text::wrapped(text, indent, nmk_text::terminal_columns);
+}
+
 }  // namespace
 
 std::string solution_text(const Answer& answer, std::size_t line) {
     std::string text = line > 0 ? std::to_string(line) + ": " : std::string();
-    text += answer.problem + ": " + count_text(answer.solutions.size()) + "\n";
+    text += answer.problem + ": " + count_text(answer.solutions.size());
+    text = wrapped_line(text, 0);
     if (!answer.solutions.empty()) {
         std::vector<Cells> rows = {names_of(answer)};
         for (const Solution& solution : answer.solutions) {
@@ -65,7 +92,7 @@ std::string solution_text(const Answer& answer, std::size_t line) {
         }
         text += table_text(rows);
     }
-    return text + (answer.note.empty() ? "" : "  (" + answer.note + ")\n");
+    return text + (answer.note.empty() ? "" : wrapped_line("(" + answer.note + ")", 2));
 }
 
 }  // namespace nmk_solve

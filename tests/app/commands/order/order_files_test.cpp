@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <set>
+#include <sstream>
 
 #include "app/shell/command_runner.h"
 #include "app/text/plain_syntax.h"
@@ -68,6 +69,17 @@ TEST_F(order_files_command, prints_one_table_with_a_row_for_each_file_and_a_tota
                                "      1      4    13.0   10.0   23.1     0.2\n" +
                                std::string(a.size() + 44, '-') + "\n" + "total" + blanks +
                                "             8   143.0  110.0   23.1     1.0\n");
+}
+
+TEST_F(order_files_command, a_name_without_room_has_a_line_above_its_figures) {
+    const std::string a = write("a.csv", square);
+    const std::string b = write(std::string(70, 'n') + ".csv", row);
+    const std::string out = nmk_shell::run({"order", a, b}).out;
+    EXPECT_NE(out.find("\n" + b + "\n "), std::string::npos) << out;
+    std::istringstream lines(out);
+    for (std::string line; std::getline(lines, line);) {
+        EXPECT_TRUE(line == b || line.size() <= 80U) << line;
+    }
 }
 
 TEST_F(order_files_command, in_place_replaces_each_file_by_what_a_run_of_its_own_writes) {

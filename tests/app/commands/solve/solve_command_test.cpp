@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <sstream>
 
 #include "app/formats/job/job_fixtures.h"
 #include "app/shell/command_runner.h"
@@ -41,13 +42,14 @@ TEST_F(solve_command, prints_solutions_with_their_residuals) {
 TEST_F(solve_command, certified_prints_brackets_of_neighbouring_doubles) {
     EXPECT_EQ(nmk_shell::run({"solve", "polynomial", "0", "0", "-2", "0", "1", "--certified"}).out,
               "-2 x^2 + x^4 = 0: 3 solutions\n"
-              "  x                    low                  high                multiplicity  "
-              "residual\n"
-              "  -1.4142135623730951  -1.4142135623730951  -1.414213562373095  1             "
-              "8.881784197001254e-16\n"
-              "  0                    0                    0                   2             0\n"
-              "  1.4142135623730951   1.414213562373095    1.4142135623730951  1             "
-              "8.881784197001254e-16\n");
+              "  x                    low                  high                multiplicity\n"
+              "  -1.4142135623730951  -1.4142135623730951  -1.414213562373095  1\n"
+              "  0                    0                    0                   2\n"
+              "  1.4142135623730951   1.414213562373095    1.4142135623730951  1\n"
+              "  residual\n"
+              "  8.881784197001254e-16\n"
+              "  0\n"
+              "  8.881784197001254e-16\n");
     EXPECT_EQ(nmk_shell::run({"solve", "polynomial", "1", "1e-320", "--certified"}).out.find("nan"),
               std::string::npos);
     EXPECT_EQ(nmk_shell::run(
@@ -56,6 +58,21 @@ TEST_F(solve_command, certified_prints_brackets_of_neighbouring_doubles) {
               0);
     nmk_shell::expect_refused(nmk_shell::run({"solve", "normal", "1", "--certified"}),
                               "--certified proves the roots of polynomials");
+}
+
+TEST_F(solve_command, no_line_is_wider_than_80_columns) {
+    std::string printed = nmk_shell::run({"solve", "--csv", problems}).out;
+    printed +=
+        nmk_shell::run({"solve", "polynomial", "0.1", "-0.314", "3", "0.389", "-2.58e-67"}).out;
+    printed += nmk_shell::run({"solve", "polynomial", "0.1234567890123456", "-3.1234567890123456",
+                               "3.1234567890123456", "0.3891234567890123", "-2.5812345678901e-17",
+                               "--certified"})
+                   .out;
+    EXPECT_NE(printed.find("\n  residual 1 "), std::string::npos) << printed;
+    std::istringstream lines(printed);
+    for (std::string line; std::getline(lines, line);) {
+        EXPECT_LE(line.size(), 80U) << line;
+    }
 }
 
 TEST_F(solve_command, certified_solves_a_table_of_polynomials) {
