@@ -167,4 +167,8 @@ nmk_text::Result<std::string> read_standard_input_bytes() {
     return read_descriptor(STDIN_FILENO, input_name(standard_stream), Content::bytes);
 }
 
+nmk_text::Result<std::string> read_input_bytes(const std::string& file_name) {
+    return file_name == standard_stream ? read_standard_input_bytes() : read_file_bytes(file_name);
+}
+
 }  // namespace nmk_files

@@ -29,6 +29,10 @@ nmk_text::Result<std::string> read_input(const std::string& file_name);
 /// The bytes of standard input, which need not be lines of text. Its errors name "standard input".
 nmk_text::Result<std::string> read_standard_input_bytes();
 
+/// The bytes of the file, or of standard input for "-", which need not be lines of text. Its errors
+/// name the input as input_name.
+nmk_text::Result<std::string> read_input_bytes(const std::string& file_name);
+
 /// The number of the first line longer than max_line_length, from 1; 0 if there is none.
 std::size_t first_too_long_line(const std::string& text);
 

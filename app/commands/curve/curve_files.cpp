@@ -5,7 +5,6 @@
 #include <nmktoolbox/curves/nmkNgkMakeUtils.h>
 
 #include "commands/curve/curve_archive.h"
-#include "files/read_file_bytes.h"
 #include "files/read_whole_file.h"
 #include "formats/csv/csv_reader.h"
 #include "formats/dxf/dxf_reader.h"
@@ -63,16 +62,11 @@ Result<CurveFile> archived_curve(const std::string& name, const std::string& byt
     return CurveFile{name, {{*std::move(curve), ""}}, {}};
 }
 
-Result<std::string> read_bytes(const std::string& file_name) {
-    return file_name == nmk_files::standard_stream ? nmk_files::read_standard_input_bytes()
-                                                   : nmk_files::read_file_bytes(file_name);
-}
-
 }  // namespace
 
 nmk_text::Result<CurveFile> read_curves(const std::string& file_name,
                                         std::optional<double> mm_of_unit) {
-    auto text = read_bytes(file_name);
+    auto text = nmk_files::read_input_bytes(file_name);
     if (!text) return text.error();
     const std::string name = nmk_files::input_name(file_name);
     if (looks_like_archive(*text)) return archived_curve(name, *text);

@@ -69,14 +69,14 @@ std::optional<StreamStop> print_stream(std::span<const unsigned char> bytes,
 }
 
 int dump_stream(const IdOptions& options, std::ostream& out, std::ostream& err) {
-    const nmk_text::Result<std::string> read = nmk_files::read_whole_file(options.argument);
+    const nmk_text::Result<std::string> read = nmk_files::read_input_bytes(options.argument);
     if (!read) return nmk_shell::refuse(err, read.error().text());
     const auto* const first = reinterpret_cast<const unsigned char*>(read->data());
     const std::optional<StreamStop> stop = print_stream({first, read->size()}, options, out);
     const int code = nmk_shell::finish(out, err, "the identifiers");
     if (code != nmk_shell::done || !stop) return code;
-    return nmk_shell::refuse(
-        err, options.argument + ": offset " + std::to_string(stop->offset) + ": " + stop->message);
+    return nmk_shell::refuse(err, nmk_files::input_name(options.argument) + ": offset " +
+                                      std::to_string(stop->offset) + ": " + stop->message);
 }
 
 int run(const IdOptions& options, std::ostream& out, std::ostream& err) {

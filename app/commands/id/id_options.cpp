@@ -17,8 +17,8 @@ constexpr nmk_shell::Choice<Action> actions[] = {
     {"new", Action::make, "make N identifiers (1 without N) and print one on each line"},
     {"show", Action::show, "explain the identifier HEX, 32 lower-case hexadecimal digits"},
     {"dump", Action::dump,
-     "list the identifiers in FILE, a stream of objects that are identifiers, owners and "
-     "references; stops at the first object of another class"}};
+     "list the identifiers in FILE (-: standard input), a stream of objects that are identifiers, "
+     "owners and references; stops at the first object of another class"}};
 
 constexpr nmk_shell::NumberRange counts =
     nmk_shell::whole_number(1, max_new_identifiers, "a whole number from 1 to 1000000");

@@ -77,7 +77,8 @@ nmk_text::Result<std::string> import_tree(const RegistryOptions& options,
     KeyPath target = options.key;
     if (!options.has_key) {
         const auto path = read_key_path(document.path);
-        if (!path) return path.error().in_file(options.input_file + ": path");
+        if (!path)
+            return path.error().in_file(nmk_files::input_name(options.input_file) + ": path");
         target = *path;
     }
     write_tree(document.tree, target);
@@ -87,9 +88,9 @@ nmk_text::Result<std::string> import_tree(const RegistryOptions& options,
 // The document of an import; empty for other actions.
 nmk_text::Result<Document> read_input(const RegistryOptions& options) {
     if (options.action != Action::import_tree) return Document{};
-    const auto text = nmk_files::read_whole_file(options.input_file);
+    const auto text = nmk_files::read_input(options.input_file);
     if (!text) return text.error();
-    return read_document(options.input_file, *text);
+    return read_document(nmk_files::input_name(options.input_file), *text);
 }
 
 nmk_text::Result<std::string> perform(const RegistryOptions& options, const Document& document) {

@@ -36,7 +36,7 @@ constexpr ActionFacts all_actions[] = {
      "copy a key with all that is below it into another key"},
     {"export", Action::export_tree, 1, 1, "KEY", "print the tree below a key as JSON"},
     {"import", Action::import_tree, 1, 2, "FILE [KEY]",
-     "write an exported tree back where it was, or below another key"},
+     "write an exported tree back where it was, or below another key; - is standard input"},
 };
 
 constexpr auto actions = [] {

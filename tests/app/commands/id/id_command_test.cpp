@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "app/shell/command_runner.h"
+#include "app/shell/standard_input.h"
 #include "commands/id/identifier_words.h"
 #include "scratch_directory.h"
 
@@ -133,6 +134,26 @@ TEST(id_dump, lists_a_sample_that_the_library_stores_as_it_is) {
     EXPECT_EQ(archive.Read(&byte, 1), 0U);
     EXPECT_EQ(owned.size(), 8U);
     nmkUniqueIdTable::delete_session_entities();
+}
+
+TEST(id_dump, reads_standard_input) {
+    const StandardInput standard_input(nmk_shell::text_of(sample));
+    EXPECT_EQ(id({"dump", "-"}).out, id({"dump", sample}).out);
+}
+
+TEST(id_dump, errors_name_standard_input) {
+    const StandardInput standard_input("\x01");
+    const Printed printed = id({"dump", "-"});
+    EXPECT_EQ(printed.code, 2);
+    EXPECT_TRUE(printed.err.starts_with("standard input: offset 0: ")) << printed.err;
+}
+
+TEST(id_dump, reads_any_number_of_bytes_without_a_line_feed) {
+    const ScratchDirectory directory;
+    const std::string pointers(100'000, '\0');  // to no object, two bytes each
+    const Printed printed = id({"dump", directory.file("long.ids", pointers)});
+    EXPECT_EQ(printed.code, 0) << printed.err;
+    EXPECT_TRUE(printed.out.ends_with("\n50000 pointers to 0 objects\n"));
 }
 
 TEST(id_dump, prints_json) {

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "app/shell/command_runner.h"
+#include "app/shell/standard_input.h"
 #include "holding_child.h"
 #include "registry_scratch.h"
 
@@ -235,6 +236,20 @@ TEST_F(registry_command, the_sample_is_exported_as_it_is) {
     const std::string sample = NMK_SOURCE_DIR "/samples/settings.json";
     EXPECT_EQ(registry({"import", sample}).code, 0);
     expect_done(registry({"export", "HKCU/Software/Norvex"}), nmk_shell::text_of(sample));
+}
+
+TEST_F(registry_command, an_import_reads_standard_input) {
+    const std::string sample = NMK_SOURCE_DIR "/samples/settings.json";
+    EXPECT_EQ(registry({"import", sample, "HKCU/a"}).code, 0);
+    const std::string expected = registry({"export", "HKCU/a"}).out;
+    EXPECT_EQ(registry({"delete", "HKCU/a", "--recursive"}).code, 0);
+    {
+        const StandardInput standard_input(nmk_shell::text_of(sample));
+        expect_done(registry({"import", "-", "HKCU/a"}), "Wrote HKCU/a.\n");
+    }
+    expect_done(registry({"export", "HKCU/a"}), expected);
+    const StandardInput standard_input("{");
+    nmk_shell::expect_refused(registry({"import", "-"}), "standard input:");
 }
 
 TEST_F(registry_command, an_import_keeps_what_it_does_not_replace) {
