@@ -93,6 +93,22 @@ TEST(nmkWorkPlane, planes_turned_by_less_than_a_tenth_of_a_radian_are_equal) {
     EXPECT_FALSE(turned(0.0) == turned(0.101));
 }
 
+// A turn about the bisector of two axes moves the third one further than them.
+TEST(nmkWorkPlane, planes_of_which_one_axis_alone_is_turned_too_far_differ) {
+    const giPoint3 origin(0, 0, 0);
+    for (const giUnitVec3& bisector :
+         {giUnitVec3(0, 1, 1), giUnitVec3(1, 0, 1), giUnitVec3(1, 1, 0)}) {
+        const auto turned = [&](double angle) {
+            giWorkplane3 plane;
+            giXform3::rotation(origin, bisector, giAngle(giRadians, angle))
+                .transform(giWorkplane3(), plane);
+            return made_of(plane);
+        };
+        EXPECT_TRUE(turned(0.099) == nmkWorkPlane());
+        EXPECT_FALSE(turned(0.12) == nmkWorkPlane());  // the two others are turned by 0.085
+    }
+}
+
 TEST(nmkWorkPlane, planes_with_opposite_axes_differ) {
     const nmkWorkPlane turned_half = made_of(giWorkplane3(giPoint3(0, 0, 0), -world_y, world_z));
     const nmkWorkPlane turned_over = made_of(giWorkplane3(giPoint3(0, 0, 0), world_y, -world_z));

@@ -2,6 +2,7 @@
 #include <nmktoolbox/curves/nmkWorkplaneUtils.h>
 #include <nmktoolbox/uniqueid/nmkObjectId.h>
 
+#include <array>
 #include <cmath>
 #include <random>
 
@@ -119,6 +120,23 @@ TEST(nmkWorkplaneUtils, a_mirror_with_a_skew_below_a_thousandth_of_a_radian_is_a
     EXPECT_FALSE(nmkWorkplaneUtils::transform(more, at(0, 0, 0), out));
 }
 
+// An axis with the same skew against each of the others leaves the normal of their plane by the
+// root of 2 times the skew, and each of them the normal of its plane by the skew.
+TEST(nmkWorkplaneUtils, one_axis_of_a_mirrored_frame_that_is_skewed_too_far_is_enough_for_false) {
+    const auto is_mapped = [](std::size_t axis, double skew) {
+        std::array<std::array<double, 3>, 3> rows = {{{-1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
+        for (std::size_t row = 0; row < 3; ++row) {
+            if (row != axis) rows[row][axis] = skew;
+        }
+        giWorkplane3 out;
+        return nmkWorkplaneUtils::transform(giXform3(rows, giVector3()), at(0, 0, 0), out);
+    };
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        EXPECT_TRUE(is_mapped(axis, 0.0007)) << axis;
+        EXPECT_FALSE(is_mapped(axis, 0.0008)) << axis;
+    }
+}
+
 TEST(nmkWorkplaneUtils, a_map_that_keeps_the_hand_is_left_to_the_transform_even_with_a_skew) {
     const giXform3 skewed({{{1, 0.5, 0}, {0, 1, 0}, {0, 0, 1}}}, giVector3(0, 0, 1));
     ASSERT_EQ(skewed.kind(), giXform3Affine);
@@ -171,6 +189,9 @@ TEST(nmkWorkplaneUtils, a_workplane_with_an_axis_along_z_takes_the_second_refere
     const giWorkplane3 nearly =
         nmkWorkplaneUtils::workplane_with_axis(giVector3(0, 0.9e-5, 1), giPoint3(0, 0, 0));
     EXPECT_NE(nearly.y_axis().parallel(-world_x, giAngle(giRadians, 1e-4)), 0);
+    const giWorkplane3 beyond =
+        nmkWorkplaneUtils::workplane_with_axis(giVector3(0, 1.1e-5, 1), giPoint3(0, 0, 0));
+    EXPECT_NE(beyond.y_axis().parallel(world_x, giAngle(giRadians, 1e-4)), 0);
 }
 
 TEST(nmkWorkplaneUtils, a_workplane_with_an_axis_and_an_unset_origin_lies_at_0) {

@@ -49,6 +49,17 @@ TEST(ncmTimer, accumulates_the_time_between_start_and_stop) {
     EXPECT_GE(timer.stop(), first + 0.002);
 }
 
+TEST(ncmTimer, the_time_while_it_is_stopped_does_not_count) {
+    ncmTimer timer(nullptr);
+    timer.start();
+    const double first = timer.stop();
+    wait_a_moment();
+    const double begin = apHighResTime::time();
+    timer.start();
+    const double both = timer.stop();
+    EXPECT_LE(both - first, apHighResTime::time() - begin + 1e-6);
+}
+
 TEST(ncmTimer, stop_on_a_stopped_timer_returns_the_accumulated_time_and_changes_nothing) {
     ncmTimer timer(nullptr);
     timer.start();

@@ -1,9 +1,12 @@
+#include <apsl/apHighResTime.h>
 #include <gtest/gtest.h>
 #include <nmktoolbox/runtime/nmkStackBasedTimer.h>
 
+#include <chrono>
 #include <memory>
 #include <regex>
 #include <string>
+#include <thread>
 
 namespace {
 
@@ -23,6 +26,20 @@ using Timer = nmkStackBasedTimer;
 
 TEST(nmkStackBasedTimer, prints_an_empty_line_and_its_own_line) {
     EXPECT_EQ(printed_by([] { const Timer timer("alone"); }), "\nalone: # seconds\n");
+}
+
+TEST(nmkStackBasedTimer, prints_the_seconds_from_its_construction_to_its_end) {
+    const double begin = apHighResTime::time();
+    testing::internal::CaptureStdout();
+    {
+        const Timer timer("timer");
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+    const double longest = apHighResTime::time() - begin;
+    const std::string text = testing::internal::GetCapturedStdout();
+    const double seconds = std::stod(text.substr(text.find(':') + 1));
+    EXPECT_GE(seconds, 0.00199);  // the number is printed with six digits
+    EXPECT_LE(seconds, longest + 0.00001);
 }
 
 TEST(nmkStackBasedTimer, prints_a_tree_with_children_in_the_order_in_which_they_end) {

@@ -164,6 +164,13 @@ TEST_F(nmkStackTimer_print_all, an_end_without_a_start_is_ignored) {
     EXPECT_TRUE(lines[0].starts_with("section = "));
 }
 
+TEST_F(nmkStackTimer_print_all, an_end_closes_no_section_of_another_thread) {
+    nmkStackTimerEventLogger first, second;
+    first.add("open", 1.0);
+    second.add(nullptr, 2.0);
+    EXPECT_EQ(printed(), "");
+}
+
 TEST_F(nmkStackTimer_print_all, prints_nothing_after_reset_all) {
     { const nmkStackTimerSection section("section"); }
     on_another_thread([] { const nmkStackTimerSection section("other"); });
@@ -289,7 +296,15 @@ TEST_F(nmkStackTimer_write_to_file, always_writes_x_0_which_holds_the_last_threa
     EXPECT_FALSE(std::filesystem::exists(path("x")));
 }
 
+TEST_F(nmkStackTimer_write_to_file, a_thread_without_events_leaves_the_file_of_another_alone) {
+    nmkStackTimerEventLogger first, second;
+    first.add("section", 1.0);
+    nmkStackTimer::write_to_file(file("x"));
+    EXPECT_EQ(file_lines(path("x.0")), (Lines{"1.000000 section"}));
+}
+
 TEST_F(nmkStackTimer_write_to_file, writes_no_file_when_there_are_no_events) {
+    const nmkStackTimerEventLogger without_events;
     nmkStackTimer::write_to_file(file("x"));
     EXPECT_FALSE(std::filesystem::exists(path("x.0")));
 }

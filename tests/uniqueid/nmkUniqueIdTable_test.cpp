@@ -2,6 +2,7 @@
 #include <nmktoolbox/uniqueid/nmkObjectId.h>
 #include <nmktoolbox/uniqueid/nmkUniqueIdTable.h>
 
+#include <algorithm>
 #include <map>
 #include <memory>
 #include <random>
@@ -142,6 +143,21 @@ TEST(nmkUniqueIdTable, a_fresh_member_renamed_in_place_is_found_by_its_new_value
     table.add(fresh);
     fresh.rename_member();
     EXPECT_EQ(table.member(fresh), 1);
+}
+
+TEST(nmkUniqueIdTable, loaded_members_renamed_in_place_are_in_wrong_slots_until_all_are_renamed) {
+    nmkUniqueIdTable table;
+    std::vector<nmkUniqueIdPtr> loaded;
+    for (std::uint32_t i = 0; i < 1000; ++i) {
+        loaded.push_back(handle_with({i, 2, 3, 4}));
+        table.add(loaded.back());
+    }
+    for (nmkUniqueIdPtr& one : loaded) one.rename_member();
+    const auto is_found = [&](const nmkUniqueIdPtr& one) { return table.member(one) == 1; };
+    EXPECT_LT(std::count_if(loaded.begin(), loaded.end(), is_found), 1000);
+    table.rename_all_members();
+    EXPECT_EQ(std::count_if(loaded.begin(), loaded.end(), is_found), 1000);
+    EXPECT_EQ(table.size(), 1000);
 }
 
 TEST(nmkUniqueIdTable, renaming_all_members_renames_each_in_place) {

@@ -96,6 +96,15 @@ TEST(nmkUniqueId, one_that_was_loaded_takes_another_word_0_with_update) {
     EXPECT_NE(identifier->get_hash_val(), 0x12345678UL);
 }
 
+TEST(nmkUniqueId, invalidating_one_that_was_loaded_generates_all_its_words_anew) {
+    const Owned identifier = made_of({0x12345678, 2, 3, 4});
+    const nmkUniqueId* const address = identifier.get();
+    const int before = last_serial();
+    identifier->set_invalid();
+    EXPECT_EQ(words_of(*identifier), (Words{co_hash(&address, sizeof address), 1,
+                                            static_cast<std::uint32_t>(before + 1), 0}));
+}
+
 TEST(nmkUniqueId, updating_and_invalidating_may_be_repeated) {
     const Owned identifier = made();
     identifier->set_invalid();

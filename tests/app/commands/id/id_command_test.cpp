@@ -201,8 +201,22 @@ TEST(id_dump, lists_nothing_of_an_empty_file) {
     EXPECT_EQ(id({"dump", file_name, "--json"}).out, "{\"schema\": 1, \"objects\": [\n]}\n");
 }
 
+TEST(id_dump, counts_one_pointer_and_one_object_in_the_singular) {
+    const ScratchDirectory directory;
+    const std::string file_name = directory.path() + "/one.ids";
+    const std::string one_object = nmk_shell::text_of(sample).substr(0, 35);
+    std::ofstream(file_name, std::ios::binary) << one_object;
+    EXPECT_EQ(lines_of(id({"dump", file_name}).out).back(), "1 pointer to 1 object");
+    std::ofstream(file_name, std::ios::binary) << one_object << std::string("\x02\x00", 2);
+    EXPECT_EQ(lines_of(id({"dump", file_name}).out).back(), "2 pointers to 1 object");
+}
+
 TEST(id_command, prints_no_text_when_it_is_quiet) {
+    const std::string identifier = "6c1f0d9a69216f800000000700000000";
     EXPECT_EQ(id({"new", "--quiet"}).out, "");
+    EXPECT_EQ(id({"show", identifier, "--quiet"}).out, "");
+    EXPECT_EQ(id({"show", identifier, "--quiet", "--json"}).out,
+              id({"show", identifier, "--json"}).out);
     EXPECT_EQ(id({"dump", sample, "--quiet"}).out, "");
     EXPECT_NE(id({"new", "--quiet", "--json"}).out, "");
 }

@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <string>
+#include <thread>
 
 #include "app/shell/command_runner.h"
 #include "app/shell/standard_input.h"
@@ -291,6 +293,17 @@ TEST_F(registry_command, reports_another_session_that_holds_the_lock) {
     expect_missing(registry({"list", "--wait", "0.05"}),
                    "another session holds the lock of the registry; waited 0.05 s, --wait SECONDS "
                    "waits longer");
+}
+
+TEST_F(registry_command, waits_as_long_as_asked_for_another_session) {
+    HoldingChild holder([] { new nmkRegistry; });
+    std::thread ending([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        holder.kill();
+    });
+    const Printed printed = registry({"list", "--wait", "60"});
+    ending.join();
+    EXPECT_EQ(printed.code, 0) << printed.err;
 }
 
 TEST_F(registry_command, continues_after_a_session_that_was_killed) {
