@@ -278,6 +278,17 @@ TEST(TriangleFileFlue, normals_that_are_not_wanted_are_not_parsed) {
     EXPECT_FALSE(model_samples::has_normals(block));
 }
 
+TEST(TriangleFileFlue, only_a_flag_of_1_announces_normals) {
+    for (const int flag : {0, 2, -1}) {
+        Block flagged = flue_samples::with_normals();
+        flagged.has_normals = flag;
+        Flue flue(flue_samples::file({flagged}));
+        giTriBlock block;
+        EXPECT_EQ(flue.get_block(block), 0);
+        EXPECT_FALSE(model_samples::has_normals(block)) << flag;
+    }
+}
+
 TEST(TriangleFileFlue, a_block_without_normals_ends_them_for_all_later_blocks) {
     Flue flue(
         flue_samples::file({flue_samples::with_normals(), Block(), flue_samples::with_normals()}));

@@ -236,8 +236,8 @@ TEST(nmkTriBoundary, the_angle_chooses_the_neighbours_where_more_than_two_triang
         EXPECT_EQ(block.get(links), 1);
         return (*links)[0][0];
     };
-    EXPECT_EQ(across_from_first(19.0, std::nullopt), 2);
-    EXPECT_EQ(across_from_first(21.0, std::nullopt), 3);
+    EXPECT_EQ(across_from_first(19.99, std::nullopt), 2);
+    EXPECT_EQ(across_from_first(20.01, std::nullopt), 3);
     EXPECT_EQ(across_from_first(19.0, 18.0), 3);
     EXPECT_EQ(across_from_first(21.0, 22.0), 2);
 }
@@ -247,6 +247,9 @@ TEST(nmkTriBoundary, a_block_without_nodes_or_a_null_target_is_visited_without_a
     model_samples::add_triangle(block, {0, 1, 2});
     nmkTriBoundary boundary(nullptr);
     EXPECT_EQ(boundary.set_triblock(&block, 1), 1);
+    EXPECT_TRUE(edges_of(boundary).empty());
+    giLinkArrcoFeature links;
+    block.add(links);
     EXPECT_TRUE(edges_of(boundary).empty());
     fill_square(block);
     EXPECT_EQ(boundary.set_triblock(&block, nullptr, 1), 1);
