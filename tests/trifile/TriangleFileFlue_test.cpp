@@ -139,10 +139,18 @@ INSTANTIATE_TEST_SUITE_P(
                    with_line(Block(), counts_line, "0 0 3 2147483647"), 1},
         StatusCase{"huge_counts_of_both_do_not_overflow",
                    with_line(Block(), counts_line, "0 0 2147483647 2147483647"), 3},
+        StatusCase{"a_count_of_nodes_past_the_largest_does_not_parse",
+                   with_line(Block(), counts_line, "0 0 2147483648 1"), 3},
+        StatusCase{"a_count_of_triangles_past_the_largest_does_not_parse",
+                   with_line(Block(), counts_line, "0 0 3 4294967295"), 3},
         StatusCase{"a_node_line_that_does_not_parse_is_3",
                    with_line(Block(), first_node_line, "0 zero 0"), 3},
         StatusCase{"a_node_that_is_nan_does_not_parse",
                    with_line(Block(), first_node_line, "0 nan 0"), 3},
+        StatusCase{"a_node_that_is_infinite_does_not_parse",
+                   with_line(Block(), first_node_line, "inf 0 0"), 3},
+        StatusCase{"a_node_past_the_largest_double_does_not_parse",
+                   with_line(Block(), first_node_line, "0 0 1e999"), 3},
         StatusCase{"a_hexadecimal_node_does_not_parse",
                    with_line(Block(), first_node_line, "0 0x1p3 0"), 3},
         StatusCase{"a_triangle_line_with_two_numbers_is_1",
@@ -181,6 +189,17 @@ TEST(TriangleFileFlue, indices_of_a_second_block_follow_the_nodes_of_the_first) 
     EXPECT_EQ(read_all(flue, block), 1);
     EXPECT_EQ(model_samples::triangles_of(block)[1], giTriangle(3, 4, 5));
     EXPECT_EQ(flue.triangle_count(), 2);
+}
+
+TEST(TriangleFileFlue, the_name_of_a_block_replaces_that_of_the_block_before) {
+    Block second;
+    second.name = "second";
+    Flue flue(flue_samples::file({Block(), second}));
+    giTriBlock block;
+    EXPECT_EQ(read_all(flue, block), 1);
+    nmkGiTriDatacoFeature data;
+    ASSERT_EQ(block.get(data), 1);
+    EXPECT_EQ(data->get_name().view(), "second");
 }
 
 TEST(TriangleFileFlue, a_file_of_0_blocks_is_at_its_end) {
@@ -222,6 +241,16 @@ TEST(TriangleFileFlue, a_line_of_more_than_99_bytes_counts_as_several) {
     EXPECT_EQ(first_status(flue_samples::header(1) + text_of(lines)), 0);
 }
 
+TEST(TriangleFileFlue, a_line_of_98_bytes_is_one_and_the_end_of_a_longer_one_is_another) {
+    for (const std::size_t length : {98U, 99U}) {
+        Block sample;
+        sample.name = std::string(length, 'n');
+        std::vector<std::string> lines = flue_samples::lines_of(sample);
+        if (length == 99) lines.erase(lines.begin() + 1);
+        EXPECT_EQ(first_status(flue_samples::header(1) + text_of(lines)), 0) << length;
+    }
+}
+
 TEST(TriangleFileFlue, numbers_do_not_depend_on_the_locale) {
     const CommaLocale comma;
     const std::string text = with_line(Block(), first_node_line, "0.5 0 0");
@@ -247,6 +276,17 @@ TEST(TriangleFileFlue, normals_that_are_not_wanted_are_not_parsed) {
     giTriBlock block;
     EXPECT_EQ(flue.get_block(block), 0);
     EXPECT_FALSE(model_samples::has_normals(block));
+}
+
+TEST(TriangleFileFlue, only_a_flag_of_1_announces_normals) {
+    for (const int flag : {0, 2, -1}) {
+        Block flagged = flue_samples::with_normals();
+        flagged.has_normals = flag;
+        Flue flue(flue_samples::file({flagged}));
+        giTriBlock block;
+        EXPECT_EQ(flue.get_block(block), 0);
+        EXPECT_FALSE(model_samples::has_normals(block)) << flag;
+    }
 }
 
 TEST(TriangleFileFlue, a_block_without_normals_ends_them_for_all_later_blocks) {

@@ -12,6 +12,12 @@ using model_samples::MemoryFile;
 
 namespace {
 
+// Makes the count of triangles visible.
+class Ttr : public TriangleFileTTR {
+  public:
+    std::int32_t triangle_count() const { return m_triangle_count; }
+};
+
 int read_all(TriangleFile& file, giTriBlock& block) {
     int status = 0;
     while (status == 0) status = file.get_block(block);
@@ -64,6 +70,15 @@ TEST(TriangleFileTTR, every_prefix_gives_its_whole_triangles) {
         EXPECT_EQ(read_all(file, block), size < bytes.size() ? 3 : 1) << size;
         EXPECT_EQ(model_samples::triangles_of(block).size(), (size - 120) / 36) << size;
     }
+}
+
+TEST(TriangleFileTTR, whole_triangles_are_counted) {
+    const std::string bytes = model_samples::ttr(model_samples::tetrahedron());
+    Ttr file;
+    ASSERT_EQ(file.read_init(utPtrClaimed, new MemoryFile(bytes.substr(0, bytes.size() - 1))), 0);
+    giTriBlock block;
+    EXPECT_EQ(read_all(file, block), 3);
+    EXPECT_EQ(file.triangle_count(), 3);
 }
 
 TEST(TriangleFileTTR, the_count_is_unsigned) {

@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 #include <nmktoolbox/trifile/nmkTriBoundary.h>
 
+#include <cmath>
+#include <numbers>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -205,6 +208,52 @@ TEST(nmkTriBoundary, corners_match_within_the_tolerance) {
     EXPECT_EQ(edges_of(boundary).size(), 4U);
     boundary.set_tolerance(1e-6);
     EXPECT_EQ(edges_of(boundary).size(), 6U);
+}
+
+TEST(nmkTriBoundary, corners_further_apart_than_1e_5_do_not_match_at_first) {
+    giTriBlock block;
+    model_samples::fill_unshared(
+        block, {{0, 0, 0, 1, 0, 0, 0, 1, 0}, {1, 1.1e-5, 0, 0, -1.1e-5, 0, 0, -1, 0}});
+    nmkTriBoundary boundary(&block);
+    EXPECT_EQ(edges_of(boundary).size(), 6U);
+}
+
+// Four triangles about one edge: the first and third continue each other but for a bend, and so do
+// the second and fourth. Where the bend is more than the angle, the first and fourth are
+// neighbours.
+TEST(nmkTriBoundary, the_angle_chooses_the_neighbours_where_more_than_two_triangles_meet) {
+    const auto across_from_first = [](double bend, std::optional<double> angle) {
+        const double up = std::tan(bend * std::numbers::pi / 180.0);
+        giTriBlock block;
+        model_samples::fill_unshared(block, {{0, 0, 0, 0, 0, 1, 1, 0, 0},
+                                             {0, 0, 0, 0, 0, 1, 0, 1, 0},
+                                             {0, 0, 1, 0, 0, 0, -1, up, 0},
+                                             {0, 0, 1, 0, 0, 0, up, -1, 0}});
+        nmkTriBoundary boundary(&block);
+        if (angle) boundary.set_angle(*angle);
+        edges_of(boundary);
+        giLinkArrcoFeature links;
+        EXPECT_EQ(block.get(links), 1);
+        return (*links)[0][0];
+    };
+    EXPECT_EQ(across_from_first(19.99, std::nullopt), 2);
+    EXPECT_EQ(across_from_first(20.01, std::nullopt), 3);
+    EXPECT_EQ(across_from_first(19.0, 18.0), 3);
+    EXPECT_EQ(across_from_first(21.0, 22.0), 2);
+}
+
+TEST(nmkTriBoundary, a_block_without_nodes_or_a_null_target_is_visited_without_a_call) {
+    giTriBlock block;
+    model_samples::add_triangle(block, {0, 1, 2});
+    nmkTriBoundary boundary(nullptr);
+    EXPECT_EQ(boundary.set_triblock(&block, 1), 1);
+    EXPECT_TRUE(edges_of(boundary).empty());
+    giLinkArrcoFeature links;
+    block.add(links);
+    EXPECT_TRUE(edges_of(boundary).empty());
+    fill_square(block);
+    EXPECT_EQ(boundary.set_triblock(&block, nullptr, 1), 1);
+    EXPECT_TRUE(edges_of(boundary).empty());
 }
 
 TEST(nmkTriBoundary, set_triblock_returns_whether_there_are_links) {

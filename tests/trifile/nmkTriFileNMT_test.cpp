@@ -183,6 +183,26 @@ TEST(nmkTriFileNMT, a_colour_from_0_on_becomes_a_feature_and_none_does_not) {
     }
 }
 
+TEST(nmkTriFileNMT, the_colour_of_a_block_replaces_that_of_the_block_before_and_none_leaves_it) {
+    const auto coloured = [](int colour) { return Block{false, colour, {0, 0, 0}, {0, 1, 2}, 0}; };
+    Nmt file(nmt_samples::file({coloured(6), coloured(7), Block()}));
+    giTriBlock block;
+    EXPECT_EQ(read_all(file, block), 1);
+    nmkGiTriBlockColourcoFeature colour;
+    ASSERT_EQ(block.get(colour), 1);
+    EXPECT_EQ(colour->get_colour(), 7);
+}
+
+TEST(nmkTriFileNMT, a_colour_that_is_not_pulled_is_skipped) {
+    const Block coloured{false, 6, {5, 0, 0}, {0, 1, 2}, 0};
+    Nmt file(nmt_samples::file({coloured, coloured}));
+    std::vector<giPoint3> nodes;
+    std::vector<giTriangle> triangles;
+    EXPECT_EQ(pull_all(file, nodes, triangles), 1);
+    ASSERT_EQ(nodes.size(), 6U);
+    EXPECT_EQ(nodes[3], giPoint3(5, 0, 0));
+}
+
 TEST(nmkTriFileNMT, normals_are_at_the_indices_of_their_nodes) {
     const Block with{true, -1, {0, 0, 0}, {0, 1, 2}, 0};
     Nmt file(nmt_samples::file({with, with}));
@@ -358,6 +378,26 @@ TEST(nmkTriFileNMT, every_prefix_of_a_file_has_a_status) {
     }
 }
 
+TEST(nmkTriFileNMT, every_prefix_of_a_block_with_its_colour_pulls_to_a_status) {
+    const std::string bytes = nmt_samples::file({Block{true, 4, {0, 0, 0}, {0, 1, 2}, 0}});
+    for (std::size_t size = nmt_samples::file({}).size(); size < bytes.size(); ++size) {
+        Nmt file(bytes.substr(0, size));
+        int colour = 77;
+        int status = file.next_block(colour);
+        giPoint3 point;
+        giVector3 normal;
+        int has_normal = 0;
+        int nodes = 0;
+        while (status == 0 && nodes < 3) {
+            status = file.next_node(point, normal, &has_normal);
+            ++nodes;
+        }
+        giTriangle triangle;
+        if (status == 0) status = file.next_triangle(triangle);
+        EXPECT_EQ(status, 3) << size;
+    }
+}
+
 TEST(nmkTriFileNMT, forged_counts_end_with_the_file) {
     for (const std::uint32_t count : model_samples::forged_counts) {
         for (const std::size_t at : {0U, 4U}) {
@@ -400,4 +440,13 @@ TEST(nmkTriFileNMT, once_closed_is_at_the_end_of_the_data) {
     file.read_close();
     EXPECT_EQ(file.get_block(block), 1);
     EXPECT_EQ(file.next_block(), 1);
+    Nmt pulled(nmt_samples::file({Block()}));
+    ASSERT_EQ(pulled.next_block(), 0);
+    pulled.read_close();
+    giPoint3 point;
+    giVector3 normal;
+    int has_normal = 0;
+    giTriangle triangle;
+    EXPECT_EQ(pulled.next_node(point, normal, &has_normal), 1);
+    EXPECT_EQ(pulled.next_triangle(triangle), 1);
 }

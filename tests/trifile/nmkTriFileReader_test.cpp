@@ -9,6 +9,7 @@
 #include <memory>
 #include <ostream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "comma_locale.h"
@@ -148,15 +149,17 @@ TEST(nmkTriFileReader, an_invalid_one_reads_nothing) {
     reader.read_close();
 }
 
-TEST(nmkTriFileReader, directories_pipes_and_symlinks_to_themselves_are_invalid) {
+TEST(nmkTriFileReader, directories_pipes_devices_and_symlinks_to_themselves_are_invalid) {
     const ScratchDirectory scratch;
     const std::string directory = scratch.path() + "/directory.stl";
     const std::string pipe = scratch.path() + "/pipe.stl";
     const std::string link = scratch.path() + "/link.stl";
     std::filesystem::create_directory(directory);
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    const std::string device = scratch.path() + "/device.stl";
     std::filesystem::create_symlink(link, link);
-    for (const std::string& name : {directory, pipe, link}) {
+    std::filesystem::create_symlink("/dev/zero", device);
+    for (const std::string& name : {directory, pipe, link, device}) {
         Progress progress;
         EXPECT_FALSE(nmkTriFileReader(name.c_str(), progress, 0, 1, 1.0).is_valid()) << name;
     }
@@ -179,6 +182,23 @@ TEST(nmkTriFileReader, an_extension_alone_reads_the_clipboard) {
     giTriBlock block;
     EXPECT_EQ(reader.get_block(&block), 1);
     EXPECT_EQ(model_samples::triangles_of(block).size(), 1U);
+}
+
+TEST(nmkTriFileReader, every_extension_alone_reads_the_clipboard_in_its_own_format) {
+    const std::pair<const char*, std::string> files[] = {
+        {".stl", tetrahedron_stl()},
+        {"/models/.tri", two_flue_blocks()},
+        {".nmlmt", nmt_samples::file({{}})},
+        {".ttr", model_samples::ttr(model_samples::tetrahedron())}};
+    for (const auto& [name, bytes] : files) {
+        const SampleClipboard clipboard(bytes);
+        Progress progress;
+        nmkTriFileReader reader(name, progress, 0, 1, 1.0);
+        giTriBlock block;
+        EXPECT_EQ(reader.get_block(&block), 1) << name;
+        EXPECT_FALSE(model_samples::triangles_of(block).empty()) << name;
+        EXPECT_EQ(clipboard.asked_format.view(), "nmt") << name;
+    }
 }
 
 TEST(nmkTriFileReader, without_a_clipboard_an_extension_alone_is_invalid) {
@@ -233,6 +253,46 @@ TEST(nmkTriFileReader, normals_that_are_not_wanted_are_removed) {
     block.add(normals);
     EXPECT_EQ(opened->get_block(&block), 1);
     EXPECT_FALSE(model_samples::has_normals(block));
+}
+
+TEST(nmkTriFileReader, normals_that_are_not_wanted_are_removed_also_behind_a_failure) {
+    Opened opened("a.stl", model_samples::binary_stl(model_samples::tetrahedron(), 9), 0, 0);
+    giTriBlock block;
+    giNormArrcoFeature normals;
+    block.add(normals);
+    EXPECT_EQ(opened->get_block(&block), 3);
+    EXPECT_FALSE(model_samples::has_normals(block));
+}
+
+TEST(nmkTriFileReader, normals_that_are_not_wanted_are_not_parsed) {
+    flue_samples::Block unreadable = flue_samples::with_normals();
+    unreadable.nodes[1] = "not a number";
+    for (const int with_normals : {0, 1}) {
+        Opened opened("a.tri", flue_samples::file({unreadable}), 0, with_normals);
+        giTriBlock block;
+        EXPECT_EQ(opened->get_block(&block), with_normals != 0 ? 3 : 1);
+    }
+}
+
+TEST(nmkTriFileReader, the_box_of_the_nodes_follows_what_is_read) {
+    const std::pair<const char*, std::string> files[] = {
+        {"a.stl", model_samples::binary_stl({{0, 0, 0, 1, 0, 0, 0, 1, 0}})},
+        {"a.stl", model_samples::text_stl({{0, 0, 0, 1, 0, 0, 0, 1, 0}})},
+        {"a.tri", flue_samples::file({{}})},
+        {"a.nmt", nmt_samples::file({{}})},
+        {"a.ttr", model_samples::ttr({{0, 0, 0, 1, 0, 0, 0, 1, 0}})}};
+    for (const auto& [name, bytes] : files) {
+        const double scale = 2.0;
+        Opened opened(name, bytes, 0, 1, scale);
+        giTriBlock block;
+        model_samples::add_node(block, {-1, -1, -1});
+        giNodeXYZ nodes;
+        ASSERT_EQ(block.get(nodes), 1);
+        EXPECT_EQ(nodes->box().max(), giPoint3(-1, -1, -1)) << name;
+        EXPECT_EQ(opened->get_block(&block), 1) << name;
+        const double size = std::string_view(name) == "a.stl" ? scale : 1.0;
+        EXPECT_EQ(nodes->box().max(), giPoint3(size, size, 0)) << name;
+    }
 }
 
 TEST(nmkTriFileReader, get_block_keeps_what_was_read_before_a_failure) {
@@ -425,6 +485,16 @@ TEST(nmkTriFileReader, numbers_are_read_alike_in_every_locale) {
     giTriBlock block;
     EXPECT_EQ(opened->get_block(&block), 1);
     EXPECT_EQ(model_samples::nodes_of(block)[1], giPoint3(1.5, 0, 0));
+}
+
+TEST(nmkTriFileReader, numbers_have_a_decimal_point_as_long_as_it_exists) {
+    const CommaLocale comma;
+    if (!comma.holds_for_the_c_library()) GTEST_SKIP() << "no locale with a decimal comma";
+    {
+        const Opened invalid("a.txt", "");
+        EXPECT_FALSE(comma.holds_for_the_c_library());
+    }
+    EXPECT_TRUE(comma.holds_for_the_c_library());
 }
 
 TEST(nmkTriFileReader, reads_a_real_model_from_the_disk) {

@@ -73,6 +73,16 @@ TEST(nmkMachinableComponent, axial_thickness_is_the_radial_one_while_the_flag_is
     EXPECT_EQ(component.get_thickness_axial(), 2.0);
 }
 
+TEST(nmkMachinableComponent, a_derived_class_may_decide_whether_the_axial_thickness_is_used) {
+    class AlwaysAxial : public SampleComponent {
+      public:
+        int get_axial_radial() const override { return 1; }
+    } component;
+    component.set_thickness(0.5);
+    component.set_thickness_axial(2.0);
+    EXPECT_EQ(component.get_thickness_axial(), 2.0);
+}
+
 TEST(nmkMachinableComponent, with_an_override_the_own_fields_are_left_alone) {
     SampleComponent component;
     component.set_thickness(0.5);

@@ -81,6 +81,20 @@ TEST(mesh_raster, divides_triangles_that_cut_each_other_where_they_do) {
     EXPECT_EQ(pixel(raster.image(), 14, 5), red);
 }
 
+// The plane through corners that are nearly on one line has little of its slope left.
+TEST(mesh_raster, draws_a_sliver_no_nearer_than_its_nearest_corner) {
+    MeshRaster raster(20, 20);
+    const Colour red = {200, 0, 0};
+    const Colour blue = {0, 0, 200};
+    EXPECT_GT(raster.draw_triangle({2.25, 1.25, 0}, {16.75, 11.75, 0},
+                                   {2.3406250000000002, 1.315625, 1}, red),
+              0);
+    raster.draw_triangle({0, 0, 2}, {80, 0, 2}, {0, 80, 2}, blue);
+    for (int y = 0; y < 20; ++y) {
+        for (int x = 0; x < 20; ++x) EXPECT_EQ(pixel(raster.image(), x, y), blue) << x << ' ' << y;
+    }
+}
+
 TEST(mesh_raster, draws_neighbours_without_gap_and_without_overlap) {
     std::mt19937 random(5);
     std::uniform_real_distribution<double> place(-5.0, 45.0);
@@ -143,6 +157,30 @@ TEST(shaded_view, shows_the_inside_through_an_opening_with_a_red_rim) {
     EXPECT_TRUE(has_inside);
 }
 
+TEST(shaded_view, lights_the_inside_that_it_shows) {
+    const ShadedView view = view_of(open_box(10), ViewSide::top);
+    const Colour floor = pixel(view.image, 60, 100);
+    EXPECT_TRUE(is_inside(floor));
+    EXPECT_GT(floor[0], inside_colour[0] * 9 / 10);
+}
+
+// Rounding may let some samples of a back through at the rim of a closed model.
+TEST(shaded_view, of_a_few_samples_of_a_back_shows_no_inside) {
+    const auto with_back = [](double size) {
+        const Facets back = {{50, 50, 101, 50, 50 + size, 101, 50 + size, 50, 101}};
+        return view_of(joined(cube({0, 0, 0}, 100), back), ViewSide::top);
+    };
+    EXPECT_FALSE(with_back(1.0).shows_inside);
+    EXPECT_TRUE(with_back(10.0).shows_inside);
+}
+
+TEST(drawn_edges, of_more_than_two_triangles_are_neither_free_nor_sharp) {
+    const WeldedMesh mesh = mesh_of(joined(cube({0, 0, 0}, 1), cube({1, 1, 0}, 1)));
+    const DrawnEdges edges = drawn_edges(mesh);
+    EXPECT_TRUE(edges.free.empty());
+    EXPECT_EQ(edges.sharp.size(), 22U);
+}
+
 TEST(shaded_view, draws_free_edges_behind_the_model_as_hidden) {
     // The opening is on top, which is behind as seen from below.
     const ShadedView view =
@@ -193,6 +231,7 @@ TEST(shaded_view, of_a_flat_model_on_its_edge_is_a_thin_image) {
     EXPECT_EQ(view.image.height, 48);
     const ShadedView point = view_of({{1, 1, 1, 1, 1, 1, 1, 1, 1}}, ViewSide::top);
     EXPECT_EQ(point.image.width, 48);
+    EXPECT_EQ(point.pixels_a_mm, 1.0);
 }
 
 TEST(reduced_mesh, keeps_a_small_mesh_as_it_is) {

@@ -11,6 +11,7 @@
 
 #include "app/commands/model/model_fixtures.h"
 #include "app/shell/standard_input.h"
+#include "commands/model/usable_triangles.h"
 #include "flue_samples.h"
 #include "nmt_samples.h"
 
@@ -110,6 +111,8 @@ INSTANTIATE_TEST_SUITE_P(
         BadCase{"empty", "a.stl", "", "the header is bad or cut; expected a binary STL model"},
         BadCase{"empty_of_no_format", "a", "", unknown},
         BadCase{"of_no_format", "a.txt", "hello\nworld\n", unknown},
+        BadCase{"of_nul_bytes_alone", "a", std::string(200, '\0'), unknown},
+        BadCase{"with_the_mark_of_flue_in_the_first_column", "a", "\n* mark\n1\nindex\n", unknown},
         BadCase{"cut_binary_stl", "a.stl", binary_stl(tetrahedron).substr(0, 200), bad_stl},
         BadCase{"cut_text_stl", "a.stl", text_stl(tetrahedron).substr(0, 200), bad_text},
         BadCase{"huge_count", "a.stl", binary_stl(tetrahedron, 0xFFFFFFFF), bad_stl},
@@ -205,6 +208,20 @@ TEST_F(read_model, leaves_out_and_counts_triangles_without_finite_places) {
     EXPECT_EQ(model->triangle_count(), 1);
     EXPECT_EQ(model->invalid_triangles, 3);
     EXPECT_EQ(welded_mesh(*model).nodes.size(), 3U);
+}
+
+TEST(remove_unusable, keeps_the_normals_of_the_nodes_that_stay) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    giTriBlock block;
+    model_samples::fill_unshared(block,
+                                 {{nan, 0, 0, 1, 0, 0, 0, 1, 0}, {0, 0, 0, 1, 0, 0, 0, 1, 0}});
+    giNormArrcoFeature normals;
+    block.add(normals);
+    for (int i = 0; i < 6; ++i) normals->add(giVector3(i, 0, 1));
+    EXPECT_EQ(remove_unusable(block, 1e9), 1);
+    EXPECT_EQ(model_samples::triangles_of(block), std::vector<giTriangle>{giTriangle(2, 3, 4)});
+    EXPECT_EQ(model_samples::normals_of(block),
+              (std::vector<giVector3>{{1, 0, 1}, {2, 0, 1}, {3, 0, 1}, {4, 0, 1}, {5, 0, 1}}));
 }
 
 TEST_F(read_model, of_every_prefix_gives_a_model_or_a_message) {
