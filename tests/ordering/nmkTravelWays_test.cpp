@@ -183,9 +183,9 @@ TEST(nmkTravelWays, find_the_first_of_hundreds_of_keep_outs_as_a_comparison_with
     for (int i = 0; i < 3000; ++i) {
         const giPoint2 a(draw.below(side), draw.below(side));
         // Long lines and short ones, level and upright ones too.
-        const int reach = i % 2 == 0 ? side : 12;
-        const giPoint2 b(i % 5 == 0 ? a.x : a.x + draw.below(reach) - reach / 2,
-                         i % 7 == 0 ? a.y : a.y + draw.below(reach) - reach / 2);
+        const int reach = i % 2 == 0 ? side / 2 : 6;
+        const giPoint2 b(i % 5 == 0 ? a.x : a.x + draw.below(2 * reach) - reach,
+                         i % 7 == 0 ? a.y : a.y + draw.below(2 * reach) - reach);
         const auto between = first_of_all(problem, [&](const std::vector<giPoint2>& corners) {
             return plain::line_meets(corners, a, b);
         });

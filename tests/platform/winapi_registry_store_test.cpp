@@ -26,6 +26,7 @@ std::atomic<int> flushes_to_the_disk = 0;
 }  // namespace
 
 // Replaces that of the C library, which SQLite calls, for this program.
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the header's is reserved
 extern "C" int fdatasync(int descriptor) {
     ++flushes_to_the_disk;
     return static_cast<int>(::syscall(SYS_fdatasync, descriptor));
