@@ -67,8 +67,9 @@ struct Sum {
 
 template <class Bare>
 bool measure_evaluation(const char* name, const ngkCurve3& curve, const Bare& bare) {
-    const auto [low, high] = curve.range(0);
-    const double step = (high - low) / evaluations;
+    const auto range = curve.range(0);
+    const double low = range.low;
+    const double step = (range.high - low) / evaluations;
     const auto ours = [&] {
         Sum sum;
         for (int i = 0; i < evaluations; ++i) {
