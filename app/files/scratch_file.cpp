@@ -11,22 +11,9 @@
 #include <system_error>
 
 #include "files/read_file_bytes.h"
+#include "files/write_bytes.h"
 
 namespace nmk_files {
-
-namespace {
-
-bool write_bytes(int descriptor, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) return false;
-        bytes.remove_prefix(static_cast<std::size_t>(count));
-    }
-    return true;
-}
-
-}  // namespace
 
 ScratchFile::ScratchFile(std::string_view bytes) {
     std::error_code problem;

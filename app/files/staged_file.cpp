@@ -8,7 +8,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdint>
@@ -17,23 +16,13 @@
 #include <memory>
 #include <utility>
 
+#include "files/write_bytes.h"
+
 namespace nmk_files {
 
 namespace {
 
 std::string problem(const char* what) { return std::string(what) + ": " + std::strerror(errno); }
-
-/// Writes all bytes; false, with errno set, if that fails.
-bool write_all(int descriptor, std::string_view text) {
-    while (!text.empty()) {
-        const ssize_t count = ::write(descriptor, text.data(), text.size());
-        if (count < 0 && errno != EINTR) {
-            return false;
-        }
-        text.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-    }
-    return true;
-}
 
 /// The target of a symlink if it exists; otherwise the name itself.
 std::string target_of(const std::string& file_name) {
@@ -59,7 +48,7 @@ std::string write_to_device(const std::string& name, std::string_view text) {
         return problem("cannot be opened for writing");
     }
     std::string result;
-    if (!write_all(descriptor, text)) {
+    if (!write_bytes(descriptor, text)) {
         result = problem("cannot be written");
     }
     if (::close(descriptor) != 0 && result.empty()) {

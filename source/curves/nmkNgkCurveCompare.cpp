@@ -11,10 +11,6 @@
 
 namespace {
 
-// How far apart two samples may be, in tolerances: twice what the polygons may be off, and a share
-// for samples that are not at the same length.
-constexpr double sample_tolerances = 3.0;
-
 bool has_same_end(const ngkCurve3& a, const ngkCurve3& b, double fraction, double tolerance) {
     giPoint3 on_a;
     giPoint3 on_b;

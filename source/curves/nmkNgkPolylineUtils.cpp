@@ -38,6 +38,7 @@ class PageWriter {
   private:
     void begin_page() {
         m_left = std::min(m_array.page_size(), m_count - m_end_of_page);
+        // Asking for an element past the mark makes it and those before it.
         m_array[m_end_of_page + m_left - 1];
         m_next = &m_array[m_end_of_page];
         m_end_of_page += m_left;

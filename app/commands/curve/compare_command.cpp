@@ -51,8 +51,8 @@ std::string words_of(const CurveComparison& comparison, double tolerance) {
 
 std::string text_of(const CurveComparison& comparison, double tolerance) {
     const bool is_same = comparison.difference == Difference::none;
-    std::string text = (is_same ? "The same" : "Different: " + words_of(comparison, tolerance)) +
-                       (is_same ? " within " + length_text(tolerance) + " mm.\n" : ".\n");
+    std::string text = is_same ? "The same within " + length_text(tolerance) + " mm.\n"
+                               : "Different: " + words_of(comparison, tolerance) + ".\n";
     text += "Lengths " + length_text(comparison.length_of_a) + " and " +
             length_text(comparison.length_of_b) + " mm.\n";
     if (is_same) return text;

@@ -14,9 +14,6 @@ namespace {
 
 using Utils = nmkNgkPolylineUtils;
 
-// How far samples may be apart, in tolerances, as the library compares them.
-constexpr double sample_tolerances = 3.0;
-
 // The place of a difference is searched among so many samples at most.
 constexpr double most_samples = 200000.0;
 
@@ -58,7 +55,7 @@ void find_difference(const ngkCurvePtr3& a, const ngkCurvePtr3& b, double tolera
     const double longer = std::max(comparison.length_of_a, comparison.length_of_b);
     const double count = std::clamp(std::ceil(longer / tolerance), 1.0, most_samples);
     comparison.difference = Difference::course;
-    comparison.allowed = sample_tolerances * tolerance;
+    comparison.allowed = nmkNgkCurveCompare::sample_tolerances * tolerance;
     take_samples(comparison, samples_of(a, static_cast<int>(count) + 1, tolerance),
                  samples_of(b, static_cast<int>(count) + 1, tolerance));
 }

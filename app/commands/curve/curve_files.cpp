@@ -45,7 +45,8 @@ Result<CurveFile> csv_curve(const std::string& name, std::string text, double mm
     giPoint3coDynArr points;
     for (const nmk_job::JobItem& item : table->items) {
         if (item.end) return Error{name, 0, "a table of lines; expected one of points"};
-        points.add(item.start + (item.start - giPoint3(giOrigin::origin)) * (mm_of_unit - 1.0));
+        const giPoint3& p = item.start;
+        points.add(giPoint3(p.x * mm_of_unit, p.y * mm_of_unit, p.z * mm_of_unit));
     }
     const ngkCurvePtr3 curve = nmkNgkMakeUtils::make_polyline(points);
     if (!curve || !curve->is_valid()) {

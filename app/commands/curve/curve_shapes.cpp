@@ -25,15 +25,14 @@ void expect_points(const CurveOptions& options, std::size_t count, const std::st
     if (options.points.size() != count) expect(options, what);
 }
 
-/// The plane through the point: without options that of the world.
-giWorkplane3 plane_at(const giPoint3& origin, const ShapeOptions& shape) {
-    const giUnitVec3 normal = shape.normal.is_set() ? shape.normal : giUnitVec3(giAxis::z);
-    const giUnitVec3 y_axis = shape.reference.is_set() ? shape.reference : giUnitVec3(giAxis::y);
-    return {origin, y_axis, normal};
-}
-
 giUnitVec3 normal_of(const ShapeOptions& shape) {
     return shape.normal.is_set() ? shape.normal : giUnitVec3(giAxis::z);
+}
+
+/// The plane through the point: without options that of the world.
+giWorkplane3 plane_at(const giPoint3& origin, const ShapeOptions& shape) {
+    const giUnitVec3 y_axis = shape.reference.is_set() ? shape.reference : giUnitVec3(giAxis::y);
+    return {origin, y_axis, normal_of(shape)};
 }
 
 constexpr const char* arc_arguments =

@@ -55,6 +55,7 @@ std::vector<giPoint3> listed_points(const CurveOptions& options, const CurveRepo
     if (!report.samples.empty()) return report.samples;
     return or_throw(curve_points(only_curve(report, curves), std::nullopt, options.tolerance));
 }
+
 std::string content_of_output(const CurveOptions& options, const CurveReport& report,
                               const std::vector<ngkCurvePtr3>& curves) {
     switch (output_format(options.output_file).value_or(OutputFormat::json)) {

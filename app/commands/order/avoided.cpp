@@ -159,15 +159,15 @@ nmk_text::Result<std::shared_ptr<const Avoided>> read_avoided(const std::string&
     if (!text) {
         return text.error();
     }
-    if (const auto checked = nmk_files::check_text_file(file_name, *text); !checked) {
+    const std::string name = nmk_files::input_name(file_name);
+    if (const auto checked = nmk_files::check_text_file(name, *text); !checked) {
         return checked.error();
     }
-    auto read = nmk_keep_outs::read_keep_outs(nmk_files::input_name(file_name), *text);
+    auto read = nmk_keep_outs::read_keep_outs(name, *text);
     if (!read) {
         return read.error();
     }
-    return std::shared_ptr<const Avoided>(
-        std::make_shared<Avoided>(nmk_files::input_name(file_name), *std::move(read)));
+    return std::shared_ptr<const Avoided>(std::make_shared<Avoided>(name, *std::move(read)));
 }
 
 std::shared_ptr<const Avoided> avoided_with(const std::shared_ptr<const Avoided>& avoided,

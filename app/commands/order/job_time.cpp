@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "commands/order/gcode_output.h"
+#include "formats/gcode/gcode_writer.h"
 #include "text/number_format.h"
 
 namespace nmk_order {
@@ -13,9 +14,6 @@ namespace nmk_order {
 namespace {
 
 constexpr double seconds_in_a_minute = 60.0;
-
-// As for G-code; slower feeds are mistakes of units.
-constexpr double min_feed = 1.0;  // mm per minute
 
 // Below the range of whole numbers; far more than the age of the world.
 constexpr double max_clock_seconds = 1e18;
@@ -57,7 +55,8 @@ std::string job_time_problem(const nmk_job::MachiningJob& job, const OrderOption
     }
     const MachiningOptions machining =
         machining_in_mm(options.machining, options.units.value_or(job.units));
-    if (std::min(*machining.plunge_feed, machining.feed.value_or(min_feed)) < min_feed) {
+    if (std::min(*machining.plunge_feed, machining.feed.value_or(nmk_gcode::min_feed)) <
+        nmk_gcode::min_feed) {
         return "expected feeds of at least 1 mm per minute";
     }
     for (const nmk_job::JobItem& item : job.items) {

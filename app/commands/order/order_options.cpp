@@ -100,13 +100,14 @@ Problem check_avoid(const OrderOptions& options) {
 
 /// No output may replace the keep-outs.
 Problem check_avoid_file_is_kept(const OrderOptions& options) {
+    if (options.avoid_file.empty()) {
+        return {};
+    }
     for (const std::string& file : options.files) {
         const std::string output = options_of_file(options, file).output_file;
         const std::string_view outputs[] = {output, options.svg_file, options.html_file,
                                             options.debug_svg_file};
-        Problem problem = options.avoid_file.empty()
-                              ? Problem()
-                              : nmk_shell::check_input_is_kept(options.avoid_file, outputs);
+        Problem problem = nmk_shell::check_input_is_kept(options.avoid_file, outputs);
         if (!problem.empty()) {
             return problem;
         }

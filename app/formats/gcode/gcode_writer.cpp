@@ -19,7 +19,6 @@ constexpr int decimals_of_inches = 5;
 constexpr int decimals_of_feeds = 2;
 constexpr std::size_t max_comment = 60;  // letters; controls cut long lines
 // Smaller numbers would vanish in the decimals of the program.
-constexpr double least_feed = 1.0;      // mm per minute
 constexpr double least_height = 0.001;  // mm; depth, and of the retract height above an item
 constexpr double max_place = 1e5;       // mm; controls read few digits before the decimal point
 
@@ -157,13 +156,13 @@ class Program {
 
 using Fault = std::string;  // empty: none
 
-bool is_feed(double value) { return value >= least_feed && std::isfinite(value); }
+bool is_feed(double value) { return value >= min_feed && std::isfinite(value); }
 
 Fault fault_of_settings(const GcodeSettings& settings) {
     if (!(settings.depth >= least_height) || !std::isfinite(settings.depth)) {
         return "expected a depth of at least 0.001 mm";
     }
-    if (!is_feed(settings.plunge_feed) || !is_feed(settings.feed.value_or(least_feed))) {
+    if (!is_feed(settings.plunge_feed) || !is_feed(settings.feed.value_or(min_feed))) {
         return "expected feeds of at least 1 mm per minute";
     }
     if (settings.spindle && !(*settings.spindle >= 1.0 && std::isfinite(*settings.spindle))) {

@@ -20,6 +20,10 @@
 
 namespace nmk_gcode {
 
+/// Smaller feeds would vanish in the decimals of a program, and are mistakes of units. mm per
+/// minute
+inline constexpr double min_feed = 1.0;
+
 /// What a program needs beside the order. Lengths in mm, feeds in mm per minute.
 struct GcodeSettings {
     nmk_job::JobUnits units = nmk_job::JobUnits::millimetres;  // of the program

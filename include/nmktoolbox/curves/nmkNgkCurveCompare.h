@@ -10,6 +10,10 @@ class NMKTOOLBOX_EXPORT nmkNgkCurveCompare {
     /// long; where the tolerance is so small that they would be more, samples lie further apart.
     static constexpr int max_samples = 2000000;
 
+    /// How far apart two samples may be, in tolerances: twice what the polygons may be off, and a
+    /// share for samples that are not at the same length.
+    static constexpr double sample_tolerances = 3.0;
+
     /// 1 where the curves run through the same points in the same direction, else 0.
     ///
     ///   tolerance  a length: the ends are at most this apart, points at equal lengths along the

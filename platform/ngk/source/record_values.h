@@ -1,7 +1,7 @@
 // record_values: the numbers and lists of numbers that records of curves and surfaces consist of.
 #pragma once
 
-#include <mfc/CArchive.h>
+#include <mfc/archive_values.h>
 #include <ngk/ngkSpace.h>
 #include <ngk/ngkT.h>
 
@@ -12,11 +12,11 @@
 
 namespace nmk_ngk {
 
-[[noreturn]] inline void refuse(CArchiveException::Cause cause) { throw CArchiveException(cause); }
-
-inline void require(bool is_well_formed) {
-    if (!is_well_formed) refuse(CArchiveException::badIndex);
-}
+using nmk_mfc::read_flag;
+using nmk_mfc::refuse;
+using nmk_mfc::require;
+using nmk_mfc::write_count;
+using nmk_mfc::write_flag;
 
 inline void write_value(CArchive& archive, double number) { archive << number; }
 
@@ -43,22 +43,6 @@ Value read_as(CArchive& archive) {
     Value value;
     read_value(archive, value);
     return value;
-}
-
-/// A byte that is 0 or 1.
-inline void write_flag(CArchive& archive, bool flag) {
-    archive << static_cast<std::uint8_t>(flag ? 1 : 0);
-}
-inline bool read_flag(CArchive& archive) {
-    std::uint8_t flag = 0;
-    archive >> flag;
-    require(flag <= 1);
-    return flag == 1;
-}
-
-inline void write_count(CArchive& archive, std::size_t count) {
-    if (count > UINT32_MAX) refuse(CArchiveException::generic);
-    archive.WriteCount(static_cast<std::uint32_t>(count));
 }
 
 template <class Value>

@@ -1,7 +1,7 @@
 // part_lists: the vertices and edges below a part, each once, and by number.
 #pragma once
 
-#include <mfc/CArchive.h>
+#include <mfc/archive_values.h>
 #include <topology/topShell.h>
 
 #include <cstdint>
@@ -10,14 +10,11 @@
 
 namespace nmk_topology {
 
-inline void require(bool is_well_formed) {
-    if (!is_well_formed) throw CArchiveException(CArchiveException::badIndex);
-}
-
-inline void write_count(CArchive& archive, std::size_t count) {
-    if (count > UINT32_MAX) throw CArchiveException(CArchiveException::generic);
-    archive.WriteCount(static_cast<std::uint32_t>(count));
-}
+using nmk_mfc::read_flag;
+using nmk_mfc::refuse;
+using nmk_mfc::require;
+using nmk_mfc::write_count;
+using nmk_mfc::write_flag;
 
 /// Numbers from 0, in the order in which parts are first met.
 template <class Part>

@@ -11,17 +11,6 @@ namespace nmk_topology {
 
 namespace {
 
-void write_flag(CArchive& archive, bool flag) {
-    archive << static_cast<std::uint8_t>(flag ? 1 : 0);
-}
-
-bool read_flag(CArchive& archive) {
-    std::uint8_t flag = 0;
-    archive >> flag;
-    require(flag <= 1);
-    return flag == 1;
-}
-
 // What is made of the vertices and edges; each writes and reads one class.
 
 void write(CArchive& archive, const StoredParts& parts, const topVertex& vertex) {
@@ -162,7 +151,7 @@ CArchive& operator<<(CArchive& archive, const topTopologyPtr& part) {
     }
     const Kind* const kind = kinds().of(*part);
     const bool can_be_stored = kind != nullptr && part->is_valid();
-    if (!can_be_stored) throw CArchiveException(CArchiveException::badSchema);
+    if (!can_be_stored) refuse(CArchiveException::badSchema);
     write_flag(archive, true);
     archive.WriteClass(&kind->runtime_class);
     kind->write(archive, *part);
@@ -175,7 +164,7 @@ CArchive& operator>>(CArchive& archive, topTopologyPtr& part) {
     topTopologyPtr loaded;
     if (read_flag(archive)) {
         const Kind* const kind = known.of(archive.ReadClass(&base_class));
-        if (kind == nullptr) throw CArchiveException(CArchiveException::badClass);
+        if (kind == nullptr) refuse(CArchiveException::badClass);
         loaded = kind->read(archive);
         require(loaded->is_valid());
     }

@@ -66,6 +66,12 @@ TEST_F(curve_files, info_multiplies_by_the_unit_that_is_given) {
               nlohmann::json({25.4, 50.8, 76.19999999999999}));
 }
 
+TEST_F(curve_files, coordinates_in_inches_are_rounded_once) {
+    const std::string name = file("a.csv", "1.9,0.44,8.3\n2,2,3\n");
+    EXPECT_EQ(facts_of({"info", name, "--units", "inch"})["start"],
+              nlohmann::json({48.26, 11.176, 210.82}));
+}
+
 TEST_F(curve_files, info_reads_standard_input) {
     const ::StandardInput input("0,0\n3,4\n");
     const Printed printed = curve({"info", "-"});
