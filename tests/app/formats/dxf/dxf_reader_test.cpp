@@ -41,6 +41,19 @@ TEST(read_dxf, multiplies_by_the_unit_of_the_header) {
     EXPECT_EQ(at(curve_of("0 LINE|10 0|20 0|11 1|21 2", 6), 1.0), giPoint3(1000.0, 2000.0, 0.0));
 }
 
+TEST(read_dxf, knows_the_survey_foot_and_the_largest_units) {
+    const auto length_in = [](int units) {
+        return curve_of("0 LINE|10 0|20 0|11 3937|21 0", units)->length();
+    };
+    EXPECT_NEAR(length_in(21), 1200e3, 1e-9);
+    EXPECT_NEAR(length_in(22), 100e3, 1e-9);
+    EXPECT_NEAR(length_in(23), 3600e3, 1e-9);
+    EXPECT_NEAR(length_in(24), 1200e3 * 5280, 1e-5);
+    EXPECT_EQ(length_in(17), 3937e12);
+    EXPECT_EQ(length_in(20), 3937 * 30856775814913673e3);
+    EXPECT_NE(problem_of(drawing_of("0 LINE|10 0|20 0|11 1|21 0", 25)), "");
+}
+
 TEST(read_dxf, takes_the_unit_of_the_caller_where_the_file_states_none) {
     const std::string entity = "0 LINE|10 0|20 0|11 1|21 0";
     const auto unitless = read(drawing_of(entity, 0), 25.4);
