@@ -174,6 +174,16 @@ TEST(nmkNgkMakeUtils_arc,
     }
 }
 
+TEST(nmkNgkMakeUtils_arc, with_centre_measures_a_slant_as_a_length_along_the_radius) {
+    const auto arc = [](double radius) {
+        const giUnitVec3 tangent(giUnit::already, 0.00005, 1.0, 0.0);
+        return nmkNgkMakeUtils::make_arc({radius, 0, 0}, {0, radius, 0}, origin, tangent, 1e-3);
+    };
+    EXPECT_TRUE(as<ngkArc3>(arc(2.0)));
+    EXPECT_FALSE(arc(2.1));
+    EXPECT_TRUE(as<ngkArc3>(arc(0.01)));
+}
+
 TEST(nmkNgkMakeUtils_arc, with_centre_never_checks_that_the_centre_is_in_its_plane) {
     // The chord is in the plane of x and y, the centre a unit below it.
     const auto curve =
@@ -258,6 +268,15 @@ TEST(nmkNgkMakeUtils_arc, radii_that_differ_by_the_tolerance_are_refused_for_cro
     };
     EXPECT_FALSE(arc(0.03));
     EXPECT_TRUE(as<ngkArc3>(arc(0.1)));
+}
+
+TEST(nmkNgkMakeUtils_arc, radii_that_differ_by_exactly_the_tolerance_are_refused) {
+    // The centre is the origin, the radii 3 and 3.25.
+    const auto arc = [](double tol) {
+        return nmkNgkMakeUtils::make_arc({-3, 0, 0}, {0, 3.25, 0}, y, x, tol);
+    };
+    EXPECT_FALSE(arc(0.25));
+    EXPECT_TRUE(as<ngkArc3>(arc(0.2500001)));
 }
 
 TEST(nmkNgkMakeUtils_arc, with_two_tangents_is_empty_for_ends_that_coincide_and_unset_tangents) {

@@ -77,6 +77,8 @@ TEST(nmkNgkMakeUtils_bezier, parallel_tangents_across_the_chord_are_a_proper_cur
 TEST(nmkNgkMakeUtils_bezier, ends_that_coincide_are_refused) {
     EXPECT_FALSE(nmkNgkMakeUtils::make_bezier_curve(origin, {1e-5, 0, 0}, y, -y));
     EXPECT_FALSE(nmkNgkMakeUtils::make_bezier_curve(origin, origin, unset, unset));
+    EXPECT_FALSE(nmkNgkMakeUtils::make_bezier_curve(origin, {0, 1e-6, 0}, x, unset));
+    EXPECT_FALSE(nmkNgkMakeUtils::make_bezier_curve(origin, origin, unset, x));
 }
 
 TEST(nmkNgkMakeUtils_bezier, without_a_method_the_chord_decides) {
