@@ -7,18 +7,15 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <system_error>
 
 #include "files/read_file_bytes.h"
+#include "files/temporary_directory.h"
 #include "files/write_bytes.h"
 
 namespace nmk_files {
 
 ScratchFile::ScratchFile(std::string_view bytes) {
-    std::error_code problem;
-    const auto directory = std::filesystem::temp_directory_path(problem);
-    m_name = (problem ? std::filesystem::path("/tmp") : directory) / "nmk-XXXXXX";
+    m_name = temporary_directory() / "nmk-XXXXXX";
     const int descriptor = ::mkstemp(m_name.data());
     const bool is_written = descriptor >= 0 && write_bytes(descriptor, bytes);
     const int error = errno;

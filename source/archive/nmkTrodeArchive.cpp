@@ -33,6 +33,7 @@ nmkTrodeArchive::~nmkTrodeArchive() {
 int nmkTrodeArchive::create(const utString& file) {
     close();
     m_failure = 0;
+    m_repeated_entry.set_invalid();
     m_bytes_done = 0;
     m_writer = std::make_unique<cmZip>();
     if (const int error_number = m_writer->open(file.c_str()); error_number != 0) {

@@ -1,11 +1,13 @@
 // nmkTrodeArchive_insert.cpp: files and directories on their way into an archive.
 #include <compress/cmUnZip.h>
 #include <compress/cmZip.h>
+#include <fcntl.h>
 #include <filesystem/safe_file.h>
 #include <nmktoolbox/archive/nmkTrodeArchive.h>
 #include <nmktoolbox/files/nmkFileDir.h>
 #include <nmktoolbox/files/nmkFileDirIter.h>
 #include <sys/stat.h>
+#include <unistd.h>
 #include <utils/ut_date.h>
 
 #include <cerrno>
@@ -21,6 +23,11 @@ constexpr int stream_block = 10240;  // bytes that are packed at once
 bool is_regular(const utString& file) {
     struct stat record;
     return ::stat(file.c_str(), &record) == 0 && S_ISREG(record.st_mode);
+}
+
+/// The reason why the files of a directory cannot be listed: an errno, or 0.
+int reason_not_to_list(const char* directory) {
+    return ::faccessat(AT_FDCWD, directory, R_OK | X_OK, AT_EACCESS) == 0 ? 0 : errno;
 }
 
 utString name_in_directory(const utString& path) {
@@ -72,7 +79,9 @@ void nmkTrodeArchive::insert_stream(const utString& entry, const utString& file)
     if (error_number == 0) error_number = m_writer->zip_current_file(stream, stream_block);
     if (error_number == 0) error_number = m_writer->close_file_in_zip();
     fail(error_number);
-    if (error_number == 0) m_zip_entries.add(entry);
+    if (error_number != 0) return;
+    if (m_repeated_entry.is_empty() && has_zipentry(entry)) m_repeated_entry = entry;
+    m_zip_entries.add(entry);
 }
 
 void nmkTrodeArchive::insert_directory(const utString& prefix, const utString& directory) {
@@ -84,7 +93,9 @@ void nmkTrodeArchive::insert_directory(const utString& prefix, const utString& d
 void nmkTrodeArchive::insert_directory(const utString& prefix, const utString& directory,
                                        nmk_archive::DirectoryIdentities& above) {
     const nmkFileDir top(directory, nullptr);
-    if (!above.enter(top.get().is_empty() ? "/" : top.get().c_str())) return;
+    const char* const name_of_top = top.get().is_empty() ? "/" : top.get().c_str();
+    if (!above.enter(name_of_top)) return;
+    fail(reason_not_to_list(name_of_top));
     nmkFileDirIter entries(top, nmkFileDirIterAll, nullptr);
     while (m_failure != ECANCELED && ++entries) {
         const nmkFileDir& entry = entries();

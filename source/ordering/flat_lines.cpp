@@ -83,10 +83,14 @@ class FlatLines : public FlatTour<dimensions, nmkAnnealStateReversibleLines> {
     }
 
   private:
-    void change_direction(int position) {
-        Visit& visit = at(position);
-        std::swap(visit.entry, visit.exit);
-        visit.code ^= 1U;
+    // Number by number: a copy of a whole visit would be read in wider pieces than it was written,
+    // which waits for the writes to reach the cache.
+    static void exchange_turned(Visit& a, Visit& b) {
+        std::swap(a.entry, b.exit);
+        std::swap(a.exit, b.entry);
+        const unsigned code = a.code ^ 1U;
+        a.code = b.code ^ 1U;
+        b.code = code;
     }
 
     void reverse_edges(int low, int high, int count) {
@@ -98,11 +102,13 @@ class FlatLines : public FlatTour<dimensions, nmkAnnealStateReversibleLines> {
 
     void reverse_visits(int low, int high, int count) {
         for (; count > 1; count -= 2, low = after(low), high = before(high)) {
-            std::swap(at(low), at(high));
-            change_direction(low);
-            change_direction(high);
+            exchange_turned(at(low), at(high));
         }
-        if (count == 1) change_direction(low);
+        if (count == 1) {
+            Visit& middle = at(low);
+            std::swap(middle.entry, middle.exit);
+            middle.code ^= 1U;
+        }
     }
 };
 

@@ -1,4 +1,5 @@
 #include <nmktoolbox/runtime/nmkRegistry.h>
+#include <winapi/last_error.h>
 #include <winapi/mutexes.h>
 #include <winapi/processes.h>
 
@@ -13,6 +14,9 @@ constexpr REGSAM reading = KEY_QUERY_VALUE;
 constexpr REGSAM reading_and_writing = KEY_QUERY_VALUE | KEY_SET_VALUE;
 
 constexpr int failure = 1;
+
+// Values of so many bytes are read with one call; the size of a longer one is asked for first.
+constexpr DWORD max_short_value = 256;
 
 int result_of(LSTATUS status) { return status == 0 ? 0 : failure; }
 
@@ -107,12 +111,19 @@ int nmkRegistry::query_value(const utString& name, utString& value) {
 int nmkRegistry::query_value(const utString& name, unsigned char*& data) {
     data = nullptr;
     if (!valid()) return failure;
-    DWORD size = 0;
-    const LSTATUS status = RegQueryValueExA(m_key, name.c_str(), nullptr, nullptr, nullptr, &size);
-    if (size == 0) return result_of(status);
+    unsigned char short_value[max_short_value];
+    DWORD size = max_short_value;
+    const LSTATUS status =
+        RegQueryValueExA(m_key, name.c_str(), nullptr, nullptr, short_value, &size);
+    const bool is_short = status == 0;
+    if ((!is_short && status != ERROR_MORE_DATA) || size == 0) return result_of(status);
     const std::size_t room = std::max(std::size_t{size}, sizeof(int) - 1) + 1;
     data = new unsigned char[room]();
-    return result_of(RegQueryValueExA(m_key, name.c_str(), nullptr, nullptr, data, &size));
+    if (!is_short) {
+        return result_of(RegQueryValueExA(m_key, name.c_str(), nullptr, nullptr, data, &size));
+    }
+    std::copy_n(short_value, size, data);
+    return 0;
 }
 
 int nmkRegistry::set_value(const utString& name, int value) {

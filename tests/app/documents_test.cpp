@@ -9,6 +9,7 @@
 
 #include "app/formats/job/job_fixtures.h"
 #include "app/shell/command_runner.h"
+#include "app/shell/standard_input.h"
 #include "registry_scratch.h"
 #include "scratch_directory.h"
 
@@ -81,7 +82,14 @@ class DocumentWalk {
         }
     }
 
-    void run_command(const std::string& command) {
+    /// A command that ends with " < NAME" reads standard input from that sample.
+    void run_command(const std::string& line) {
+        const std::size_t redirection = line.find(" < ");
+        const std::string command = line.substr(0, redirection);
+        const StandardInput input(
+            redirection == std::string::npos
+                ? ""
+                : nmk_job::bytes_of_file(root + line.substr(redirection + 3)));
         const Printed printed = run(words_of(command, m_folder.path()));
         EXPECT_EQ(printed.code, 0) << command << "\n" << printed.err;
         m_printed = without(without(printed.out, root), m_folder.path() + "/");
@@ -148,7 +156,7 @@ TEST_P(document_pages, show_what_their_commands_print) {
 
 INSTANTIATE_TEST_SUITE_P(pages, document_pages,
                          testing::Values(PageCase{"order-options", 13, 0, 13},
-                                         PageCase{"id", 2, 2, 0}, PageCase{"electrode", 4, 2, 0},
+                                         PageCase{"id", 2, 2, 0}, PageCase{"electrode", 5, 3, 0},
                                          PageCase{"config", 2, 2, 0}, PageCase{"model", 3, 2, 1},
                                          PageCase{"curve", 6, 4, 2}),
                          nmk_job::CaseName());

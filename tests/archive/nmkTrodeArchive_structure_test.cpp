@@ -133,6 +133,19 @@ TEST(nmkTrodeArchive_open, refuses_what_is_not_a_zip_and_stays_invalid) {
     EXPECT_EQ(archive.invalid(), 1);
 }
 
+TEST(nmkTrodeArchive_open, reads_on_behind_a_version_that_cannot_be_read) {
+    const ScratchDirectory scratch;
+    for (const std::string& version : {std::string("new"), std::string(), std::string(256, '1')}) {
+        const std::string zip = scratch.file(
+            "z", zip_of({{"version.txt", version}, {"contents.txt", "E\n"}, {"E/E.ngk", "g"}}));
+        nmkTrodeArchive archive;
+        ASSERT_EQ(archive.open(utString(zip)), 1);
+        EXPECT_EQ(archive.name(0), "E");
+        EXPECT_EQ(archive.extract_geometry(0, utString(scratch.path() + "/g")), 1);
+        EXPECT_EQ(archive.verify_structure(), nmkTrodeArchiveBadContents);
+    }
+}
+
 TEST(nmkTrodeArchive_open, takes_a_zip_that_holds_neither_fixed_entry) {
     const ScratchDirectory scratch;
     nmkTrodeArchive archive;

@@ -206,15 +206,21 @@ TEST_F(nmkTrodeArchive_files, that_were_inserted_twice_are_listed_once_and_the_f
     ASSERT_EQ(archive.create(zip), 1);
     const int index = archive.create_entry("E");
     archive.insert_data_file(index, file("1/f", "first"));
+    archive.insert_metadata(index, file("1/m", ""));
+    EXPECT_TRUE(archive.repeated_entry().is_empty());
     archive.insert_data_file(index, file("2/f", "second"));
+    archive.insert_metadata(index, file("2/m", ""));
     archive.close();
+    EXPECT_EQ(archive.repeated_entry(), "E/html/f") << "the first of them";
     utStringcoDList list;
     ASSERT_EQ(archive.open(zip), 1);
     archive.list_data_directory(0, list);
     EXPECT_EQ(list.size(), 1);
     EXPECT_EQ(archive.extract_data_directory(0, named("o")), 1);
     EXPECT_EQ(contents_of(scratch.path() + "/o/f"), "first");
-    EXPECT_EQ(zip_tools::python(zip.c_str(), "print(len(z.namelist()))"), "4\nexit 0\n");
+    EXPECT_EQ(zip_tools::python(zip.c_str(), "print(len(z.namelist()))"), "6\nexit 0\n");
+    ASSERT_EQ(archive.create(named("other.zip")), 1);
+    EXPECT_TRUE(archive.repeated_entry().is_empty());
 }
 
 TEST_F(nmkTrodeArchive_files,
@@ -361,6 +367,26 @@ TEST_F(nmkTrodeArchive_files, that_may_not_be_read_are_left_out_and_the_reason_i
                   return archive.failure() == EACCES ? 0 : 3;
               }),
               0);
+}
+
+TEST_F(nmkTrodeArchive_files, of_a_directory_that_may_not_be_listed_are_left_out_with_the_reason) {
+    file("in/a/f", "f");
+    file("in/b/f", "f");
+    fs::permissions(scratch.path(), fs::perms::all);
+    for (const fs::perms permissions : {fs::perms::none, fs::perms::others_read}) {
+        fs::permissions(scratch.path() + "/in/a", permissions);
+        EXPECT_EQ(without_rights([&] {
+                      nmkTrodeArchive archive;
+                      utStringcoDList list;
+                      if (archive.create(zip) != 1) return 1;
+                      archive.insert_data_directory(archive.create_entry("E"), named("in"));
+                      archive.list_data_directory(0, list);
+                      if (names_of(list) != Names{"b/f"}) return 2;
+                      return archive.failure() == EACCES ? 0 : 3;
+                  }),
+                  0);
+    }
+    fs::permissions(scratch.path() + "/in/a", fs::perms::all);
 }
 
 TEST_F(nmkTrodeArchive_files, of_another_archive_are_taken_over_with_their_dates) {

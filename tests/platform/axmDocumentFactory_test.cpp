@@ -32,6 +32,13 @@ TEST_P(axmDocumentFactory_refused, is_reported_with_line_and_column) {
     EXPECT_EQ(problem_of(GetParam().text), GetParam().problem);
 }
 
+/// ASCII as UTF-16, the lower byte first, with its mark.
+std::string utf16(const std::string& ascii) {
+    std::string text = "\xFF\xFE";
+    for (const char letter : ascii) text += {letter, '\0'};
+    return text;
+}
+
 const std::string forbidden = "a character that no document may hold, such as a control character";
 const std::string not_utf8 = "bytes that are not UTF-8";
 const std::string bad_number = "expected the number of a character and ; behind &#";
@@ -162,6 +169,17 @@ const RefusedCase refused[] = {
      "1:4 half a surrogate pair; expected a character in UTF-16"},
     {"half_a_unit_in_utf16", "\xFF\xFE<\0a\0/\0>\0\n"s,
      "1:5 half a code unit at the end; expected two bytes of UTF-16"},
+    {"windows_1252", "<?xml version='1.0' encoding='windows-1252'?><a/>",
+     "1:31 the declared encoding is \"windows-1252\"; expected UTF-8, UTF-16, ISO-8859-1 or "
+     "US-ASCII"},
+    {"utf32", "\xFF\xFE\0\0<\0\0\0a\0\0\0/\0\0\0>\0\0\0"s,
+     "1:1 text outside the root element; expected <"},
+    {"utf16_that_declares_utf8", utf16("<?xml version='1.0' encoding='UTF-8'?><a/>"),
+     "1:31 the declared encoding is \"UTF-8\"; expected UTF-16"},
+    {"a_document_type_behind_a_mark", "\xEF\xBB\xBF<!DOCTYPE a><a/>",
+     "1:1 a document type is not supported; expected the root element"},
+    {"an_entity_of_html_in_a_value", "<a b='&nbsp;'/>",
+     "1:7 the entity \"nbsp\" is unknown; expected lt, gt, amp, apos or quot"},
     {"two_marks", "\xEF\xBB\xBF\xEF\xBB\xBF<a/>", "1:1 text outside the root element; expected <"},
 };
 
@@ -195,11 +213,20 @@ const ReadCase read_cases[] = {
     {"characters_by_number", "<a>&#65;&#x42;&#x0000000043;&#13;&#x1F600;</a>",
      "ABC\r\xF0\x9F\x98\x80"},
     {"line_ends_of_all_kinds", "<a>1\r\n2\r3\n4</a>", "1\n2\n3\n4"},
+    {"line_ends_in_a_section", "<a><![CDATA[1\r\n2\r3]]></a>", "1\n2\n3"},
+    {"line_ends_of_unicode_as_they_are", "<a>\xC2\x85\xE2\x80\xA8</a>", "\xC2\x85\xE2\x80\xA8"},
+    {"namespaces", "<p:a xmlns:p='urn:x' xmlns='y' p:b='1'>b</p:a>", "b"},
+    {"a_prefix_without_a_namespace", "<p:a>b</p:a>", "b"},
+    {"a_style_sheet_and_a_licence", "<?xml-stylesheet href='a.xsl'?><!-- (c) --><a>b</a>", "b"},
+    {"an_instruction_and_a_comment_in_the_text", "<a>b<?p q?>c<!-- & < -->d</a>", "bcd"},
+    {"a_mark_and_the_declaration", "\xEF\xBB\xBF<?xml version='1.0' encoding='utf-8'?><a>b</a>",
+     "b"},
     {"a_section_with_markup", "<a><![CDATA[<b>&amp;]]]]><![CDATA[>]]></a>", "<b>&amp;]]>"},
     {"brackets", "<a>]] ]</a>", "]] ]"},
     {"a_mark_of_utf8", "\xEF\xBB\xBF<a>b</a>", "b"},
     {"utf16_little", "\xFF\xFE<\0a\0>\0\x3D\xD8\x00\xDE<\0/\0a\0>\0"s, "\xF0\x9F\x98\x80"},
     {"utf16_big", "\xFE\xFF\0<\0a\0>\0\xE9\0<\0/\0a\0>"s, "\xC3\xA9"},
+    {"utf16_that_declares_itself", utf16("<?xml version='1.0' encoding='utf-16'?><a>b</a>"), "b"},
     {"utf16_without_a_mark", "<\0a\0>\0b\0<\0/\0a\0>\0"s, "b"},
     {"latin_1", "<?xml version='1.0' encoding='iso-8859-1'?><a>\xE9\x80</a>", "\xC3\xA9\xC2\x80"},
     {"ascii", "<?xml version='1.0' encoding='US-ASCII'?><a>b</a>", "b"},
@@ -294,6 +321,20 @@ TEST(axmDocumentFactory, counts_a_text_as_a_level_of_its_own) {
         const bool is_indented = contents_of(name).find("\n  <a>") != std::string::npos;
         EXPECT_EQ(is_indented, levels == 63) << levels;
     }
+}
+
+TEST(axmDocumentFactory, makes_blanks_of_white_space_in_values_but_not_of_references) {
+    const auto document = parsed("<a b='1\t2\n3\r\n4&#9;5&#10;6'/>");
+    ASSERT_NE(document, nullptr);
+    EXPECT_EQ(narrow(document->root_element()->attribute(L"b")), "1 2 3 4\t5\n6");
+}
+
+TEST(axmDocumentFactory, reads_a_million_elements_beside_each_other) {
+    std::string text = "<a>";
+    for (int i = 0; i < 1'000'000; ++i) text += "<b/>";
+    const auto document = parsed(text + "</a>");
+    ASSERT_NE(document, nullptr);
+    EXPECT_EQ(document->root_element()->child_elements().size(), 1'000'000U);
 }
 
 TEST(axmDocumentFactory, cuts_a_long_name_in_its_message) {

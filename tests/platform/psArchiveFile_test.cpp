@@ -201,6 +201,23 @@ TEST_F(psArchiveFileTest, puts_an_archive_back_to_what_was_not_asked_for) {
     archive->Close();
 }
 
+TEST_F(psArchiveFileTest, puts_an_archive_back_as_often_as_it_is_asked_to) {
+    psArchiveFile file(header, path(), psFileModeWrite);
+    CArchive* archive = nullptr;
+    ASSERT_EQ(file.write_archive("numbers", archive), 0);
+    for (int number = 0; number < 5'000; ++number) *archive << number;
+    ASSERT_EQ(file.close(), 0);
+    ASSERT_EQ(file.open(path(), psFileModeRead), 0);
+    ASSERT_EQ(file.read_archive("numbers", archive), 0);
+    for (int number = 0; number < 5'000; ++number) {
+        int read = -1;
+        *archive >> read;
+        ASSERT_EQ(read, number);
+        archive->Flush();
+        ASSERT_EQ(archive->GetFile()->GetPosition(), 4U * (static_cast<unsigned>(number) + 1U));
+    }
+}
+
 TEST_F(psArchiveFileTest, ends_at_the_end_of_its_stream) {
     write_numbers(2);
     psArchiveFile file(header, path(), psFileModeRead);

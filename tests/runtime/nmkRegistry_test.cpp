@@ -145,6 +145,15 @@ TEST_F(nmkRegistry_session, a_missing_integer_leaves_the_variable_and_a_missing_
     EXPECT_EQ(text, "");
 }
 
+TEST_F(nmkRegistry_session, values_of_every_length_come_back_whole) {
+    for (const std::size_t length : {1u, 254u, 255u, 256u, 257u, 258u, 70000u}) {
+        std::string text;
+        for (std::size_t i = 0; i < length; ++i) text += static_cast<char>('a' + i % 23);
+        EXPECT_EQ(registry.set_value("v", text.c_str()), 0);
+        EXPECT_EQ(text_of_value("v"), text.c_str()) << length;
+    }
+}
+
 TEST_F(nmkRegistry_session, an_integer_of_a_short_value_has_its_bytes_and_zeros) {
     put_bytes("one", REG_BINARY, "\x05");
     put_bytes("three", REG_DWORD, "\x01\x02\x03");

@@ -59,7 +59,9 @@ int make_document(const ConfigOptions& options, std::ostream& out, std::ostream&
                                           "; expected a name of XML (see --root)");
     }
     if (!writer.write(document, path).ok()) {
-        return nmk_shell::refuse(err, file + ": cannot be written");
+        return nmk_shell::refuse(err, file +
+                                          ": cannot be written; expected a name in a directory "
+                                          "that exists and may be written to");
     }
     if (!options.quiet) out << "Wrote " << nmk_text::line_text(file) << ".\n";
     return nmk_shell::finish(out, err, "the name of the file");

@@ -13,10 +13,17 @@
 #include <system_error>
 
 #include "files/read_whole_file.h"
+#include "text/escaped_text.h"
 
 namespace nmk_config {
 
 namespace {
+
+constexpr int any_version = std::numeric_limits<int>::max();  // the greatest without a range
+
+std::string range_text(VersionRange versions) {
+    return std::to_string(versions.least) + " to " + std::to_string(versions.greatest);
+}
 
 std::string text_of(const apString& text) {
     return std::string(nmkConfXMLBase::ut_str(text).view());
@@ -65,6 +72,7 @@ class ConfigReader : public nmkConfXMLReader {
   public:
     explicit ConfigReader(VersionRange versions)
         : nmkConfXMLReader(versions.least, versions.greatest),
+          m_versions(versions),
           m_factory(std::make_shared<RecordingFactory>(nmkConfXMLReader::xml_factory())) {}
 
     std::shared_ptr<axmDocumentFactory> xml_factory() const override { return m_factory; }
@@ -98,8 +106,17 @@ class ConfigReader : public nmkConfXMLReader {
         if (is_there && is_read) facts.version = version;
         if (!validity.ok()) {
             facts.problem = {document->root_line_number(), document->root_column_number(),
-                             std::string(validity.message().view())};
+                             message_of(validity, get_attr(root, "version"))};
         }
+    }
+
+    // The message of the library, with what was found and what was expected.
+    std::string message_of(const nmkConfXMLIOStatus& validity, const utString& version) const {
+        const std::string message(validity.message().view());
+        if (version.is_empty()) return message;
+        return message + " It is " + nmk_text::quoted(version.view()) + "; expected " +
+               (m_versions.greatest == any_version ? "a whole number from 0 up"
+                                                   : range_text(m_versions));
     }
 
     DocumentProblem problem_of(const nmkConfXMLIOStatus& status) const {
@@ -116,6 +133,7 @@ class ConfigReader : public nmkConfXMLReader {
         return version;
     }
 
+    VersionRange m_versions;
     std::shared_ptr<RecordingFactory> m_factory;
 };
 
@@ -152,10 +170,6 @@ std::vector<OtherFile> files_of(const ConfigName& name) {
     return files;
 }
 
-std::string range_text(VersionRange versions) {
-    return std::to_string(versions.least) + " to " + std::to_string(versions.greatest);
-}
-
 bool is_in(VersionRange versions, const OtherFile& file) {
     return file.version > 0 && file.version >= versions.least && file.version <= versions.greatest;
 }
@@ -183,7 +197,7 @@ void choose(const ConfigName& name, VersionRange versions, ConfigFacts& facts) {
 
 nmk_text::Result<ConfigFacts> search(const ConfigName& name,
                                      const std::optional<VersionRange>& versions) {
-    constexpr VersionRange all{0, std::numeric_limits<int>::max()};
+    constexpr VersionRange all{0, any_version};
     const ConfigReader reader(versions.value_or(all));
     ConfigFacts facts;
     if (!name.is_file) {
@@ -198,7 +212,8 @@ nmk_text::Result<ConfigFacts> search(const ConfigName& name,
         reader.read_file(facts);
         return facts;
     }
-    const auto text = nmk_files::read_input(name.text);
+    // A document need not have lines of text: UTF-16, or all in one line.
+    const auto text = nmk_files::read_standard_input_bytes();
     if (!text) return text.error();
     reader.read_text(*text, facts);
     return facts;

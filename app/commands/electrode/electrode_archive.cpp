@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <ostream>
+#include <set>
 #include <streambuf>
 #include <string_view>
 #include <system_error>
@@ -19,7 +20,12 @@ namespace nmk_electrode {
 
 namespace {
 
-using Index = std::unordered_map<std::string, std::size_t>;  // electrodes by name
+/// The first electrode of each name, and the lengths of their names: so an entry is compared with
+/// names of these lengths only, and one of many slashes costs no more than others.
+struct Index {
+    std::unordered_map<std::string_view, std::size_t> first;
+    std::set<std::size_t> lengths;
+};
 
 constexpr int read_block = 1 << 16;
 
@@ -50,22 +56,38 @@ void put_file(ListedElectrode& electrode, std::string_view name, const std::stri
     }
 }
 
+Index index_of(const std::vector<ListedElectrode>& electrodes) {
+    Index index;
+    for (std::size_t i = 0; i < electrodes.size(); ++i) {
+        index.first.try_emplace(electrodes[i].name, i);
+        index.lengths.insert(electrodes[i].name.size());
+    }
+    return index;
+}
+
 /// The name of an electrode may have slashes too.
 void put_entry(ArchiveContents& contents, const Index& index, std::string_view entry,
                const std::string& data_name, std::int64_t bytes) {
-    for (auto slash = entry.find('/'); slash != entry.npos; slash = entry.find('/', slash + 1)) {
-        const auto found = index.find(std::string(entry.substr(0, slash)));
-        if (found != index.end()) {
-            put_file(contents.electrodes[found->second], entry.substr(slash + 1), data_name, bytes);
-        }
+    for (const std::size_t length : index.lengths) {
+        if (length >= entry.size()) break;
+        if (entry[length] != '/') continue;
+        const auto found = index.first.find(entry.substr(0, length));
+        if (found == index.first.end()) continue;
+        put_file(contents.electrodes[found->second], entry.substr(length + 1), data_name, bytes);
     }
 }
 
-void read_entries(cmUnZip& zip, const ElectrodeOptions& options, ArchiveContents& contents) {
-    Index index;
-    for (std::size_t i = 0; i < contents.electrodes.size(); ++i) {
-        index.try_emplace(contents.electrodes[i].name, i);
+/// The lists are not repeated: a million names would take them a million times.
+void put_sizes_of_repeated(std::vector<ListedElectrode>& electrodes, const Index& index) {
+    for (ListedElectrode& each : electrodes) {
+        const ListedElectrode& first = electrodes[index.first.at(each.name)];
+        each.geometry = first.geometry;
+        each.metadata = first.metadata;
     }
+}
+
+void read_entries(cmUnZip& zip, const std::string& data_name, ArchiveContents& contents) {
+    const Index index = index_of(contents.electrodes);
     for (int end = zip.goto_first_file(); end == 0; end = zip.goto_next_file()) {
         utString entry;
         std::int64_t bytes = 0, packed = 0;
@@ -73,8 +95,9 @@ void read_entries(cmUnZip& zip, const ElectrodeOptions& options, ArchiveContents
         zip.get_current_file_sizes(bytes, packed);
         ++contents.entries;
         contents.bytes += std::min(bytes, INT64_MAX - contents.bytes);
-        put_entry(contents, index, entry.view(), options.data_name, bytes);
+        put_entry(contents, index, entry.view(), data_name, bytes);
     }
+    put_sizes_of_repeated(contents.electrodes, index);
     for (ListedElectrode& each : contents.electrodes) {
         std::ranges::stable_sort(each.data, {}, &ArchivedFile::name);
         std::ranges::stable_sort(each.additional, {}, &ArchivedFile::name);
@@ -87,7 +110,7 @@ std::string missing_entry(const ArchiveContents& contents) {
         if (!each.geometry) return name + " has no geometry";
         if (!each.metadata) return name + " has no metadata";
     }
-    return "an electrode that is listed twice lacks its geometry or metadata";
+    return "an electrode lacks its geometry or metadata";
 }
 
 std::string reason_of(const ArchiveContents& contents, bool has_contents) {
@@ -116,24 +139,22 @@ std::string words_of(int error_number) {
 
 }  // namespace
 
-nmk_text::Result<ArchiveContents> read_contents(const ElectrodeOptions& options) {
-    const utString file_name(options.file_name());
+nmk_text::Result<ArchiveContents> read_contents(const ArchiveFile& file,
+                                                const std::string& data_name) {
     VersionedArchive archive;
     cmUnZip zip;
-    if (zip.open(file_name.c_str()) != 0) {
-        return nmk_text::Error{options.file_name(), 0, zip.problem()};
-    }
-    if (archive.open(file_name) == 0) {
-        return nmk_text::Error{options.file_name(), 0, failure_text(archive)};
+    if (zip.open(file.path.c_str()) != 0) return nmk_text::Error{file.name, 0, zip.problem()};
+    if (archive.open(utString(file.path)) == 0) {
+        return nmk_text::Error{file.name, 0, failure_text(archive)};
     }
     ArchiveContents contents;
-    contents.file_name = options.file_name();
+    contents.file = file;
     contents.version = archive.version();
     contents.status = archive.verify_structure();
     for (int i = 0; i < archive.size(); ++i) {
         contents.electrodes.push_back({std::string(archive.name(i).view()), {}, {}, {}, {}});
     }
-    read_entries(zip, options, contents);
+    read_entries(zip, data_name, contents);
     const bool has_version = contents.version != 0.0;
     contents.problem =
         reason_of(contents, has_version ? false : zip.goto_file("contents.txt") == 0);
@@ -145,12 +166,12 @@ bool read_data(ArchiveContents& contents, nmkProgressBreak& progress) {
     Nowhere nowhere;
     std::ostream stream(&nowhere);
     double done = 0;
-    progress.set_range(static_cast<double>(contents.bytes));
     progress.send_progress_bar_to_0("Reading");
+    progress.set_range(static_cast<double>(contents.bytes));
     zip.set_watch([&](std::int64_t bytes) {
         return progress.jump_to(done += static_cast<double>(bytes)) == 0;
     });
-    bool is_whole = zip.open(contents.file_name.c_str()) == 0;
+    bool is_whole = zip.open(contents.file.path.c_str()) == 0;
     for (int end = zip.goto_first_file(); is_whole && end == 0; end = zip.goto_next_file()) {
         is_whole = zip.open_current_file() == 0 && zip.unzip_current_file(stream, read_block) == 0;
         if (!is_whole) {
@@ -168,13 +189,17 @@ bool read_data(ArchiveContents& contents, nmkProgressBreak& progress) {
 std::string failure_text(const nmkTrodeArchive& archive) {
     switch (archive.failure()) {
         case EBADMSG:
-            return "not a zip file, or damaged";
+            return "an entry is damaged; nmk electrode verify names it";
         case EOPNOTSUPP:
             return "encrypted, or packed by a method other than deflate";
         case EPERM:
             return "names that lead out of the directory or are reserved were not written";
+        case EFBIG:
+            return "a file is too large, or an entry says that it unpacks to more than is possible";
         case ENOENT:
-            return "no such entry or directory";
+            return "no such directory; expected one that exists";
+        case EINVAL:
+            return "not a regular file; expected a file or a new name";
         default:
             return words_of(archive.failure());
     }

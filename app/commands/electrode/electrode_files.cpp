@@ -9,7 +9,6 @@
 #include <filesystem>
 #include <system_error>
 
-#include "commands/electrode/electrode_archive.h"
 #include "shell/command_result.h"
 #include "text/escaped_text.h"
 
@@ -48,21 +47,32 @@ double bytes_to_insert(const ElectrodeOptions& options) {
     return bytes;
 }
 
-void insert(nmkTrodeArchive& archive, const NewElectrode& electrode) {
+/// Inserts the files of an electrode, up to the first failure. Returns the name of the file or
+/// directory that may not be read, or "".
+std::string insert(nmkTrodeArchive& archive, const NewElectrode& electrode) {
     const int index = archive.create_entry(text(electrode.name));
-    archive.insert_geometry(index, text(electrode.geometry));
-    archive.insert_metadata(index, text(electrode.metadata));
+    std::string unreadable;
+    const auto put = [&](void (nmkTrodeArchive::*how)(int, const utString&),
+                         const std::string& name) {
+        if (archive.failure() != 0) return;
+        (archive.*how)(index, text(name));
+        if (archive.failure() == EACCES) unreadable = name;
+    };
+    put(&nmkTrodeArchive::insert_geometry, electrode.geometry);
+    put(&nmkTrodeArchive::insert_metadata, electrode.metadata);
     for (const std::string& name : electrode.data_directories) {
-        archive.insert_data_directory(index, text(name));
+        put(&nmkTrodeArchive::insert_data_directory, name);
     }
     for (const std::string& name : electrode.additional_files) {
-        archive.insert_additional_geometry_file(index, text(name));
+        put(&nmkTrodeArchive::insert_additional_geometry_file, name);
     }
+    return unreadable;
 }
 
 /// The problem of a file to which electrodes are added; empty if it can take them.
 std::string problem_of_present(const ElectrodeOptions& options) {
-    const auto contents = read_contents(options);
+    const auto contents =
+        read_contents({options.file_name(), options.file_name()}, options.data_name);
     if (!contents) return contents.error().text();
     if (!contents->problem.empty()) return options.file_name() + ": " + contents->problem;
     for (const NewElectrode& added : options.electrodes) {
@@ -79,36 +89,60 @@ int stopped(std::ostream& err, const std::string& what) {
     return nmk_shell::no_result;
 }
 
-int end_writing(const ElectrodeOptions& options, nmkTrodeArchive& archive, std::ostream& out,
-                std::ostream& err) {
-    const bool is_sound = archive.failure() == 0 && archive.verify_structure() == nmkTrodeArchiveOk;
+/// Why an archive whose files could all be packed is not written; empty: it is sound.
+std::string unsoundness(const nmkTrodeArchive& archive) {
+    const utString repeated = archive.repeated_entry();
+    if (!repeated.is_empty()) {
+        return "two files for the entry " + nmk_text::quoted(repeated.view()) + "; expected one";
+    }
+    return archive.verify_structure() == nmkTrodeArchiveOk ? "" : "a file of it is missing now";
+}
+
+int end_writing(const ElectrodeOptions& options, nmkTrodeArchive& archive,
+                const std::string& unreadable, std::ostream& out, std::ostream& err) {
+    const std::string problem = unsoundness(archive);
     const std::string& file_name = options.file_name();
-    if (is_sound) {
+    if (archive.failure() == 0 && problem.empty()) {
         archive.close();
     } else {
         archive.abandon();
     }
     if (archive.failure() == ECANCELED) return stopped(err, file_name + " was not written");
     if (archive.failure() != 0) {
-        return nmk_shell::refuse(err, file_name + ": not written: " + failure_text(archive));
+        const std::string input = unreadable.empty() ? "" : nmk_text::quoted(unreadable) + ": ";
+        return nmk_shell::refuse(err,
+                                 file_name + ": not written: " + input + failure_text(archive));
     }
-    if (!is_sound) {
-        return nmk_shell::refuse(err, file_name + ": not written: a file of it is missing now");
-    }
+    if (!problem.empty()) return nmk_shell::refuse(err, file_name + ": not written: " + problem);
     if (!options.quiet) out << "Wrote " << nmk_text::line_text(file_name) << ".\n";
     return nmk_shell::finish(out, err, "the report");
 }
 
-/// Extracts what the electrode has.
-bool extract_files(const nmkTrodeArchive& archive, const ListedElectrode& electrode,
-                   const ElectrodeOptions& options) {
-    const std::string& directory = options.output_directory;
-    const std::string base = directory + "/" + electrode.name;
+/// A file or directory of an electrode, below the output directory.
+struct Part {
+    std::string name;
+    bool is_there;
+    int (nmkTrodeArchive::*extract)(int index, const utString& target) const;
+};
+
+/// Extracts what the electrode has; returns the first problem, "E1.ngk: ...", or "".
+std::string extract_parts(const nmkTrodeArchive& archive, const ListedElectrode& electrode,
+                          const ElectrodeOptions& options) {
+    const Part parts[] = {{electrode.name + ".ngk", electrode.geometry.has_value(),
+                           &nmkTrodeArchive::extract_geometry},
+                          {electrode.name + ".xml", electrode.metadata.has_value(),
+                           &nmkTrodeArchive::extract_metadata},
+                          {options.data_name, true, &nmkTrodeArchive::extract_data_directory},
+                          {"additional", true, &nmkTrodeArchive::extract_all_additional_geometry}};
     const int index = archive.index(text(electrode.name));
-    return (!electrode.geometry || archive.extract_geometry(index, text(base + ".ngk")) != 0) &&
-           (!electrode.metadata || archive.extract_metadata(index, text(base + ".xml")) != 0) &&
-           archive.extract_data_directory(index, text(directory + "/" + options.data_name)) != 0 &&
-           archive.extract_all_additional_geometry(index, text(directory + "/additional")) != 0;
+    std::string problem;
+    for (const Part& part : parts) {
+        const utString target = text(options.output_directory + "/" + part.name);
+        if (!part.is_there || (archive.*part.extract)(index, target) != 0) continue;
+        if (problem.empty()) problem = part.name + ": " + failure_text(archive);
+        if (archive.failure() == ECANCELED) break;
+    }
+    return problem;
 }
 
 double bytes_of_electrode(const ListedElectrode& electrode) {
@@ -126,11 +160,10 @@ std::string missing_file(const ListedElectrode& electrode) {
     return electrode.metadata ? "" : "has no metadata; the rest was written";
 }
 
-int end_extracting(const ElectrodeOptions& options, const nmkTrodeArchive& archive,
+int end_extracting(const ElectrodeOptions& options, const ArchiveFile& file,
                    const std::string& problem, std::ostream& out, std::ostream& err) {
-    if (archive.failure() == ECANCELED) return stopped(err, "not all files were written");
     if (!problem.empty()) {
-        return nmk_shell::refuse(err, options.file_name() + ": electrode " +
+        return nmk_shell::refuse(err, file.name + ": electrode " +
                                           nmk_text::quoted(options.electrode_name()) + ": " +
                                           problem);
     }
@@ -154,39 +187,41 @@ int write_archive(const ElectrodeOptions& options, std::ostream& out, std::ostre
     if (archive.create(text(options.file_name())) == 0) {
         return nmk_shell::refuse(err, options.file_name() + ": " + failure_text(archive));
     }
-    progress.set_range(bytes_to_insert(options));
     progress.send_progress_bar_to_0("Packing");
+    progress.set_range(bytes_to_insert(options));
     archive.set_progress(&progress);
     if (options.action == Action::add) archive.insert_archive(text(options.file_name()));
+    std::string unreadable;
     for (const NewElectrode& each : options.electrodes) {
-        if (archive.failure() == 0) insert(archive, each);
+        if (archive.failure() == 0) unreadable = insert(archive, each);
     }
     archive.set_progress(nullptr);
     progress.send_progress_bar_to_100();
-    return end_writing(options, archive, out, err);
+    return end_writing(options, archive, unreadable, out, err);
 }
 
-int extract_electrode(const ElectrodeOptions& options, std::ostream& out, std::ostream& err,
-                      nmkProgressBreak& progress) {
-    const auto contents = read_contents(options);
+int extract_electrode(const ElectrodeOptions& options, const ArchiveFile& file, std::ostream& out,
+                      std::ostream& err, nmkProgressBreak& progress) {
+    const auto contents = read_contents(file, options.data_name);
     if (!contents) return nmk_shell::refuse(err, contents.error().text());
     const auto found =
         std::ranges::find(contents->electrodes, options.electrode_name(), &ListedElectrode::name);
     if (found == contents->electrodes.end()) {
-        return nmk_shell::refuse(err, options.file_name() + ": no electrode " +
+        return nmk_shell::refuse(err, file.name + ": no electrode " +
                                           nmk_text::quoted(options.electrode_name()) +
                                           "; nmk electrode list prints those that there are");
     }
     nmkTrodeArchive archive;
-    archive.open(text(options.file_name()));
+    archive.open(text(file.path));
     archive.set_data_directory(text(options.data_name));
-    progress.set_range(bytes_of_electrode(*found));
     progress.send_progress_bar_to_0("Unpacking");
+    progress.set_range(bytes_of_electrode(*found));
     archive.set_progress(&progress);
-    const bool is_done = extract_files(archive, *found, options);
+    const std::string problem = extract_parts(archive, *found, options);
     progress.send_progress_bar_to_100();
-    return end_extracting(options, archive, is_done ? missing_file(*found) : failure_text(archive),
-                          out, err);
+    if (archive.failure() == ECANCELED) return stopped(err, "not all files were written");
+    return end_extracting(options, file, problem.empty() ? missing_file(*found) : problem, out,
+                          err);
 }
 
 }  // namespace nmk_electrode

@@ -5,6 +5,7 @@
 
 #include <ostream>
 
+#include "commands/electrode/electrode_archive.h"
 #include "commands/electrode/electrode_options.h"
 
 namespace nmk_electrode {
@@ -14,8 +15,9 @@ namespace nmk_electrode {
 int write_archive(const ElectrodeOptions& options, std::ostream& out, std::ostream& err,
                   nmkProgressBreak& progress);
 
-/// Writes the files of one electrode. Returns the exit code.
-int extract_electrode(const ElectrodeOptions& options, std::ostream& out, std::ostream& err,
-                      nmkProgressBreak& progress);
+/// Writes the files of one electrode of the archive. Those that are damaged or refused are left
+/// out, the others are written. Returns the exit code.
+int extract_electrode(const ElectrodeOptions& options, const ArchiveFile& file, std::ostream& out,
+                      std::ostream& err, nmkProgressBreak& progress);
 
 }  // namespace nmk_electrode

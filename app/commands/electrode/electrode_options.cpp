@@ -8,6 +8,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "files/read_whole_file.h"
 #include "shell/command_result.h"
 #include "text/escaped_text.h"
 
@@ -26,8 +27,6 @@ constexpr nmk_shell::Choice<Action> actions[] = {
     {"list", Action::list, "print the electrodes of FILE with the sizes of their files"},
     {"verify", Action::verify, "check the structure of FILE, and read all of its data"},
     {"extract", Action::extract, "write the files of the electrode NAME to the directory DIR"}};
-
-bool writes(Action action) { return action == Action::create || action == Action::add; }
 
 /// One component of a file name on every system, and one line of a text.
 bool is_plain_name(std::string_view name) {
@@ -122,7 +121,10 @@ Problem check(const ElectrodeOptions& options) {
     if (options.words.size() != (extracts ? 2U : 1U)) {
         return extracts ? "expected nmk electrode extract FILE NAME -o DIR" : "expected one FILE";
     }
-    if (writes(options.action)) return check_electrodes(options);
+    if (options.writes() && options.file_name() == nmk_files::standard_stream) {
+        return "create and add need the name of a file";
+    }
+    if (options.writes()) return check_electrodes(options);
     if (!options.electrodes.empty()) return "--entry goes with create and add";
     if (extracts && options.output_directory.empty()) return "expected -o DIR";
     if (extracts && !is_plain_name(options.electrode_name())) {
@@ -155,7 +157,7 @@ void declare_options(nmk_shell::OptionTable& table, ElectrodeOptions& options) {
             options.words.push_back(word);
             return Problem();
         },
-        "FILE, and for extract NAME");
+        "FILE, and for extract NAME; - is standard input, for list, verify and extract");
     words.is_many = words.is_required = true;
     words.completes = nmk_shell::Completes::files;
     declare_entries(table, options);

@@ -27,6 +27,9 @@ struct ElectrodeOptions {
 
     const std::string& file_name() const { return words.front(); }
     const std::string& electrode_name() const { return words.back(); }
+
+    /// Whether the action writes the file.
+    bool writes() const { return action == Action::create || action == Action::add; }
 };
 
 void declare_options(nmk_shell::OptionTable& table, ElectrodeOptions& options);

@@ -2,8 +2,10 @@
 
 #include "commands/electrode/electrode_report.h"
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <numeric>
+#include <utility>
 
 #include "text/escaped_text.h"
 #include "text/json_document.h"
@@ -17,6 +19,7 @@ namespace {
 using nmk_text::Json;
 
 constexpr int schema = 1;
+constexpr std::size_t max_columns = 80;  // of a table
 
 std::int64_t sum_of(const std::vector<ArchivedFile>& files) {
     return std::accumulate(files.begin(), files.end(), std::int64_t{0},
@@ -56,6 +59,29 @@ const char* status_name(nmkTrodeArchiveStatus status) {
     return names[status];
 }
 
+/// The rows as columns; the first cells are on lines of their own where the table would be too
+/// wide.
+std::string table_text(std::vector<std::vector<std::string>> rows) {
+    const auto is_wide = [](const std::string& line) {
+        return nmk_text::character_count(line) > max_columns;
+    };
+    std::vector<std::string> lines = nmk_text::column_lines(rows);
+    std::vector<std::string> names(rows.size());
+    if (std::ranges::any_of(lines, is_wide)) {
+        for (std::size_t i = 0; i < rows.size(); ++i)
+            names[i] = std::exchange(rows[i][0], {}) + "\n";
+        lines = nmk_text::column_lines(rows);
+    }
+    std::string text;
+    for (std::size_t i = 0; i < rows.size(); ++i) text += names[i] + lines[i] + "\n";
+    return text;
+}
+
+std::string status_text(const ArchiveContents& contents) {
+    return "status " + std::to_string(contents.status) + " (" + status_name(contents.status) +
+           "): " + contents.problem + "\n";
+}
+
 }  // namespace
 
 std::string list_text(const ArchiveContents& contents) {
@@ -67,9 +93,8 @@ std::string list_text(const ArchiveContents& contents) {
                         std::to_string(sum_of(each.data)), std::to_string(each.additional.size()),
                         std::to_string(sum_of(each.additional))});
     }
-    std::string text;
-    for (const std::string& line : nmk_text::column_lines(rows)) text += line + "\n";
-    return text + summary(contents) + "\n";
+    const std::string text = table_text(std::move(rows)) + summary(contents) + "\n";
+    return contents.problem.empty() ? text : text + status_text(contents);
 }
 
 std::string list_json(const ArchiveContents& contents) {
@@ -82,7 +107,7 @@ std::string list_json(const ArchiveContents& contents) {
                               {"additional", files_json(each.additional)}});
     }
     return nmk_text::json_document({{"schema", schema},
-                                    {"file", contents.file_name},
+                                    {"file", contents.file.name},
                                     {"version", contents.version},
                                     {"entries", contents.entries},
                                     {"bytes", contents.bytes},
@@ -90,16 +115,15 @@ std::string list_json(const ArchiveContents& contents) {
 }
 
 std::string verify_text(const ArchiveContents& contents) {
-    const std::string name = nmk_text::line_text(contents.file_name) + ": ";
+    const std::string name = nmk_text::line_text(contents.file.name) + ": ";
     if (contents.problem.empty()) return name + "sound: " + summary(contents) + "\n";
-    return name + "status " + std::to_string(contents.status) + " (" +
-           status_name(contents.status) + "): " + contents.problem + "\n";
+    return name + status_text(contents);
 }
 
 std::string verify_json(const ArchiveContents& contents) {
     const bool is_sound = contents.problem.empty();
     return nmk_text::json_document({{"schema", schema},
-                                    {"file", contents.file_name},
+                                    {"file", contents.file.name},
                                     {"sound", is_sound},
                                     {"status", static_cast<int>(contents.status)},
                                     {"status_name", status_name(contents.status)},

@@ -7,7 +7,7 @@
 
 namespace nmk_electrode {
 
-/// A row for each electrode, and a line with the sums.
+/// A row for each electrode, a line with the sums, and one with the status where that is not sound.
 std::string list_text(const ArchiveContents& contents);
 std::string list_json(const ArchiveContents& contents);
 

@@ -110,7 +110,8 @@ class NMKTOOLBOX_EXPORT nmkTrodeArchive {
 
     /// Inserts all files in the directory and below, by their names relative to it. Symlinks are
     /// followed; one to a directory that contains it is left out. So are temporary files, as in the
-    /// copies of nmkFileDir. Directories without files leave nothing in the archive.
+    /// copies of nmkFileDir. Directories without files leave nothing in the archive. One that may
+    /// not be read is left out, and `failure` has the reason.
     void insert_data_directory(int index, const utString& directory);
 
     /// Inserts all electrodes of another archive, behind those that are there, with all entries
@@ -159,6 +160,10 @@ class NMKTOOLBOX_EXPORT nmkTrodeArchive {
     /// impossible size, ENOENT no such entry, ECANCELED stopped by the progress reporter, else the
     /// disk's own.
     int failure() const { return m_failure; }
+
+    /// The first entry that was inserted from a second file since `create`; empty: none. Readers of
+    /// the archive see the first of the two.
+    utString repeated_entry() const { return m_repeated_entry; }
 
     /// A reporter that gets the bytes inserted or extracted since, and can stop the operation;
     /// borrowed. Null, the start value: none.
@@ -214,6 +219,7 @@ class NMKTOOLBOX_EXPORT nmkTrodeArchive {
     std::unique_ptr<cmZip> m_writer;    // while writing
     utStringcoSet m_zip_entries;        // the names of all entries of the zip
     utStringcoDynArr m_entry_names;     // of the electrodes, in their order
+    utString m_repeated_entry;
     mutable utString m_data_directory_name = "html";
     mutable int m_failure = 0;
     nmkProgressBreak* m_progress = nullptr;

@@ -28,9 +28,10 @@ std::size_t InputEntry::Read(void* bytes, std::size_t count) {
     const std::size_t again = std::min(count, m_back);
     std::copy_n(m_last.end() - static_cast<std::ptrdiff_t>(m_back), again, to);
     m_back -= again;
-    const std::size_t total = again + (again < count ? read_entry(to + again, count - again) : 0);
-    m_position += total;
-    return total;
+    const std::size_t read = again < count ? read_entry(to + again, count - again) : 0;
+    if (read > 0) keep_last(to, again + read);
+    m_position += again + read;
+    return again + read;
 }
 
 std::size_t InputEntry::read_entry(char* bytes, std::size_t count) {
@@ -42,8 +43,12 @@ std::size_t InputEntry::read_entry(char* bytes, std::size_t count) {
         if (got == 0) break;
         total += static_cast<std::size_t>(got);
     }
-    m_last.assign(bytes + (total - std::min(total, max_block)), std::min(total, max_block));
     return total;
+}
+
+void InputEntry::keep_last(const char* bytes, std::size_t count) {
+    const std::size_t kept = std::min(count, max_block);
+    m_last.assign(bytes + (count - kept), kept);
 }
 
 std::uint64_t InputEntry::Seek(std::int64_t offset, SeekPosition from) {

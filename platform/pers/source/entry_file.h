@@ -37,9 +37,10 @@ class InputEntry : public CFile {
 
   private:
     std::size_t read_entry(char* bytes, std::size_t count);
+    void keep_last(const char* bytes, std::size_t count);
 
     cmUnZip& m_zip;
-    std::string m_last;      // what was read last from the entry
+    std::string m_last;      // what was read last
     std::size_t m_back = 0;  // so much of its end is to be read again
     std::uint64_t m_position = 0;
 };

@@ -1,13 +1,13 @@
 #include "lock_file.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <mutex>
 #include <set>
 
+#include "file_identity.h"
 #include "fork_handlers.h"
 
 namespace winapi {
@@ -55,9 +55,8 @@ int LockFile::try_share(Part part) { return set(F_OFD_SETLK, F_RDLCK, part); }
 int LockFile::unlock(Part part) { return set(F_OFD_SETLK, F_UNLCK, part); }
 
 bool LockFile::is_still_named(const std::string& name) const {
-    struct stat open_file, entry;
-    return ::fstat(m_file.number(), &open_file) == 0 && ::lstat(name.c_str(), &entry) == 0 &&
-           open_file.st_ino == entry.st_ino && open_file.st_dev == entry.st_dev;
+    const auto open_file = identity_of(m_file.number());
+    return open_file && open_file == identity_of(name, false);
 }
 
 bool LockFile::is_marked() const {

@@ -89,7 +89,7 @@ class NamedMutex : public winapi::HandleObject {
         if (error_number == 0) error_number = m_existence.lock(LockFile::Part::creation);
         if (error_number != 0) return error_number;
         is_new = m_existence.try_lock(LockFile::Part::existence) == 0;
-        if (is_new) m_existence.mark(false);
+        if (is_new && m_existence.is_marked()) m_existence.mark(false);
         error_number = m_existence.try_share(LockFile::Part::existence);
         if (error_number == 0 && is_new && own_if_new && wait(INFINITE) == WAIT_FAILED) {
             error_number = errno;
@@ -211,15 +211,16 @@ HANDLE CreateMutexA(const void* security, BOOL initial_owner, LPCSTR name) {
     const std::string directory = winapi::configuration_directory();
     if (directory.empty()) return fail_to_create(ENOENT, directory);
     const std::string locks = directory + "/locks";
-    if (const int error_number = winapi::make_directories(locks); error_number != 0) {
-        return fail_to_create(error_number, locks);
-    }
     const std::string file_name = locks + "/" + file_name_of(plain_name);
     const auto mutex = std::make_shared<NamedMutex>(file_name);
     bool is_new = false;
-    if (const int error_number = mutex->create(initial_owner != FALSE, is_new); error_number != 0) {
-        return fail_to_create(error_number, file_name);
+    int error_number = mutex->create(initial_owner != FALSE, is_new);
+    if (error_number == ENOENT) {
+        error_number = winapi::make_directories(locks);
+        if (error_number != 0) return fail_to_create(error_number, locks);
+        error_number = mutex->create(initial_owner != FALSE, is_new);
     }
+    if (error_number != 0) return fail_to_create(error_number, file_name);
     SetLastError(is_new ? ERROR_SUCCESS : ERROR_ALREADY_EXISTS);
     return winapi::open_handle(mutex);
 }

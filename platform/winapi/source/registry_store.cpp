@@ -197,17 +197,10 @@ void RegistryStore::open(const std::string& directory) {
     }
 }
 
-void RegistryStore::note_file(const std::string& file) {
-    struct stat record = {};
-    ::stat(file.c_str(), &record);
-    m_device = record.st_dev;
-    m_inode = record.st_ino;
-}
+void RegistryStore::note_file(const std::string& file) { m_file = identity_of(file); }
 
 bool RegistryStore::is_still_named() const {
-    struct stat record;
-    return ::stat(store_file(m_directory).c_str(), &record) == 0 && record.st_ino == m_inode &&
-           record.st_dev == m_device;
+    return m_file && m_file == identity_of(store_file(m_directory));
 }
 
 void RegistryStore::flush_open_store() {

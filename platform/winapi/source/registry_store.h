@@ -6,14 +6,15 @@
 // "registry.lock" is held while a store is opened or set aside.
 #pragma once
 
-#include <sys/types.h>
 #include <winapi/registry.h>
 
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 
+#include "file_identity.h"
 #include "registry_tables.h"
 
 namespace winapi {
@@ -52,10 +53,9 @@ class RegistryStore {
 
     std::mutex m_guard;  // of all that follows
     std::unique_ptr<SqliteDatabase> m_database;
-    std::string m_directory;  // of the configuration
-    dev_t m_device = 0;       // of the file that is open
-    ino_t m_inode = 0;
-    bool m_is_changed = false;  // since the last flush
+    std::string m_directory;             // of the configuration
+    std::optional<FileIdentity> m_file;  // the one that is open
+    bool m_is_changed = false;           // since the last flush
 };
 
 }  // namespace winapi

@@ -11,11 +11,14 @@ constexpr int longest_wait = 10000;
 
 // The write-ahead log keeps a commit safe from the end of the process without flushing it, and the
 // file whole whenever the power fails; `flush` writes it to the disk.
+//
+// The log is written over from its beginning after some 4 MB. It keeps that size, since a flush of
+// blocks that the file has already is quicker; the limit is for what one large change leaves.
 constexpr const char* settings =
     "PRAGMA synchronous=NORMAL;"
     "PRAGMA trusted_schema=OFF;"
     "PRAGMA cell_size_check=ON;"
-    "PRAGMA journal_size_limit=1048576;";
+    "PRAGMA journal_size_limit=8388608;";
 
 }  // namespace
 

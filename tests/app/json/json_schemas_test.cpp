@@ -10,12 +10,14 @@
 #include <nlohmann/json.hpp>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/formats/job/job_fixtures.h"
 #include "app/shell/command_runner.h"
 #include "registry_scratch.h"
 #include "scratch_directory.h"
+#include "zip_samples.h"
 
 namespace {
 
@@ -195,6 +197,27 @@ TEST(json_schemas, are_kept_by_the_sample_of_the_registry) {
     const Comparison comparison = compare("registry", root + "samples/settings.json");
     if (is_skipped(comparison)) GTEST_SKIP() << "python3-jsonschema is missing";
     EXPECT_EQ(comparison.code, 0) << comparison.text;
+}
+
+TEST(json_schemas, are_kept_by_archives_and_documents_that_nobody_should_trust) {
+    const ScratchDirectory folder;
+    zip_samples::Entry huge{"E\xFF/html/\x01\x80", "x"};
+    huge.size = huge.packed_size = 4'000'000'000U;
+    const std::string zip = folder.file(
+        "z",
+        zip_samples::zip_of({{"version.txt", "inf"}, {"contents.txt", "E\xFF\nE\xFF\n\n"}, huge}));
+    const std::string document = folder.file("c.xml", "<a version='\xFF'/>");
+    const std::pair<const char*, std::vector<std::string>> commands[] = {
+        {"electrode-list", {"electrode", "list", zip, "--json"}},
+        {"electrode-verify", {"electrode", "verify", zip, "--json"}},
+        {"config", {"config", "validate", document, "--json"}}};
+    for (const auto& command : commands) {
+        const std::string printed = nmk_shell::run(command.second).out;
+        EXPECT_FALSE(printed.empty()) << command.first;
+        const Comparison comparison = compare(command.first, folder.file("a.json", printed));
+        if (is_skipped(comparison)) GTEST_SKIP() << "python3-jsonschema is missing";
+        EXPECT_EQ(comparison.code, 0) << comparison.text << printed;
+    }
 }
 
 TEST(json_schemas, find_a_member_that_is_missing_or_unknown) {

@@ -49,7 +49,8 @@ class cmUnZip {
     void set_watch(Watch watch) { m_watch = std::move(watch); }
 
     /// Opens a zip file; the position is before its first entry. A file of no bytes is refused; one
-    /// that ends with the record of an empty zip has no entries.
+    /// that ends with the record of an empty zip has no entries. Other bytes may precede the zip
+    /// where its offsets count them.
     int open(const char* name);
     int close();
 

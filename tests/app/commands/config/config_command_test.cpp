@@ -67,8 +67,10 @@ const ProblemCase problems[] = {
      ":2:5: the document ends inside an element; expected </b>"},
     {"no_version", "\n  <a/>", ":2:3: Version attribute missing"},
     {"an_empty_version", "<a version=''/>", ":1:1: Version attribute missing"},
-    {"a_version_that_is_a_word", "<a version='abc'/>", ":1:1: Incompatible version."},
-    {"a_negative_version", "<a version='-1'/>", ":1:1: Incompatible version."},
+    {"a_version_that_is_a_word", "<a version='abc'/>",
+     ":1:1: Incompatible version. It is \"abc\"; expected a whole number from 0 up"},
+    {"a_negative_version", "<a version='-1'/>",
+     ":1:1: Incompatible version. It is \"-1\"; expected a whole number from 0 up"},
     {"an_empty_file", "", ":1:1: the document has no root element; expected <"},
 };
 
@@ -132,7 +134,8 @@ TEST_F(config_command, show_falls_back_on_the_name_without_a_version) {
     EXPECT_TRUE(printed.out.starts_with(path("tool.xml") +
                                         "\n  chosen   there is no file of versions 4 to 5\n"
                                         "  root     tool\n  version  7\n"
-                                        "  problem  1:1: Incompatible version.\n"));
+                                        "  problem  1:1: Incompatible version. It is \"7\"; "
+                                        "expected 4 to 5\n"));
 }
 
 TEST_F(config_command, show_reports_that_no_file_exists) {
@@ -183,6 +186,22 @@ TEST_F(config_command, validate_reads_standard_input) {
     EXPECT_EQ(printed.out, "standard input:2:4: the end tag of \"a\"; expected </b>\n");
 }
 
+TEST_F(config_command, validate_reads_a_document_of_one_long_line_from_standard_input) {
+    const StandardInput input("<a version='1' b='" + std::string(100'000, 'x') + "'/>");
+    const Printed printed = config({"validate", "-"});
+    EXPECT_EQ(printed.code, 0) << printed.err;
+    EXPECT_EQ(printed.out, "standard input: valid, version 1\n");
+}
+
+TEST_F(config_command, validate_reads_utf16_from_standard_input) {
+    std::string text = "\xFF\xFE";
+    for (const char letter : std::string("<a version='1'>\n</a>\n")) text += {letter, '\0'};
+    const StandardInput input(text);
+    const Printed printed = config({"validate", "-"});
+    EXPECT_EQ(printed.code, 0) << printed.err;
+    EXPECT_EQ(printed.out, "standard input: valid, version 1\n");
+}
+
 TEST_F(config_command, new_makes_a_document_of_the_newest_version) {
     const Printed printed =
         config({"new", path("tool"), "--versions", "1..12", "--root", "machine"});
@@ -212,5 +231,7 @@ TEST_F(config_command, new_keeps_a_file_that_exists_without_force) {
 
 TEST_F(config_command, new_reports_a_file_that_cannot_be_written) {
     nmk_shell::expect_refused(config({"new", path("none/tool"), "--versions", "1"}),
-                              path("none/tool.01.xml") + ": cannot be written");
+                              path("none/tool.01.xml") +
+                                  ": cannot be written; expected a name in a directory that exists "
+                                  "and may be written to");
 }

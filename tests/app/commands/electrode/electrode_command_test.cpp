@@ -1,16 +1,12 @@
 // nmk electrode: writes, lists, checks and unpacks archives of electrodes.
 #include "commands/electrode/electrode_command.h"
 
-#include <compress/cmZip.h>
-#include <sys/stat.h>
-
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <ostream>
-#include <sstream>
 
+#include "app/commands/electrode/electrode_runs.h"
 #include "app/shell/command_runner.h"
-#include "child_process.h"
 #include "disk_fault.h"
 #include "scratch_directory.h"
 #include "zip_samples.h"
@@ -24,56 +20,9 @@ using Json = nlohmann::json;
 using nmk_shell::expect_refused;
 using nmk_shell::Printed;
 using nmk_shell::text_of;
-using Words = std::vector<std::string>;
+using nmk_electrode_files = ElectrodeFiles;
 
 const std::string sample = NMK_SOURCE_DIR "/samples/electrodes/electrodes.zip";
-
-Printed electrode(Words arguments) {
-    arguments.insert(arguments.begin(), "electrode");
-    return nmk_shell::run(arguments);
-}
-
-/// Stops when it is first asked.
-class StopAtOnce : public nmkProgressBreak {
-  public:
-    int jump_to(double) override { return 1; }
-};
-
-class nmk_electrode_files : public testing::Test {
-  protected:
-    nmk_electrode_files() {
-        fs::create_directories(path("data/sub"));
-        scratch.file("g", "geometry");
-        scratch.file("m", "<m/>");
-        scratch.file("a.ngk", "additional");
-        scratch.file("data/1", "one");
-        scratch.file("data/sub/2", "two");
-    }
-
-    std::string path(const std::string& name) const { return scratch.path() + "/" + name; }
-
-    Words entry(const std::string& name) const {
-        return {"--entry", name, "--geometry", path("g"), "--metadata", path("m")};
-    }
-
-    Printed with_entries(Words words, const std::vector<std::string>& names) const {
-        for (const std::string& name : names) {
-            for (const std::string& word : entry(name)) words.push_back(word);
-        }
-        return electrode(words);
-    }
-
-    Printed stopped(const Words& words) const {
-        const auto options = nmk_shell::read_options(declare_options, words);
-        std::ostringstream out, err;
-        StopAtOnce progress;
-        const int code = run_electrode(*options, out, err, progress);
-        return {code, out.str(), err.str()};
-    }
-
-    ScratchDirectory scratch;
-    const std::string zip = path("out.zip");
-};
 
 }  // namespace
 
@@ -160,14 +109,15 @@ TEST_F(nmk_electrode_files, of_a_damaged_archive_are_not_added_to) {
     bytes[bytes.find("E1/E1.ngk") + 12] ^= 0x10;  // in its data
     const std::string damaged = scratch.file("damaged.zip", bytes);
     expect_refused(with_entries({"add", damaged}, {"E2"}),
-                   "not written: not a zip file, or damaged");
+                   "not written: an entry is damaged; nmk electrode verify names it");
     EXPECT_EQ(text_of(damaged), bytes);
     const Printed printed = electrode({"verify", damaged});
     EXPECT_EQ(printed.code, 1);
     EXPECT_NE(printed.out.find("status 0 (ok): entry \"E1/E1.ngk\": the data is damaged"),
               std::string::npos)
         << printed.out;
-    expect_refused(electrode({"extract", damaged, "E1", "-o", path("o")}), "damaged");
+    expect_refused(electrode({"extract", damaged, "E1", "-o", path("o")}),
+                   "electrode \"E1\": E1.ngk: an entry is damaged");
     EXPECT_FALSE(fs::exists(path("o/E1.ngk")));
 }
 
@@ -201,7 +151,10 @@ TEST(nmk_electrode_list, takes_the_first_of_names_that_stand_twice_and_sorts_the
     EXPECT_EQ(first["metadata"], 5);
     EXPECT_EQ(first["data"][0]["name"], "a");
     EXPECT_EQ(first["additional"][0]["name"], "a");
-    EXPECT_EQ(json["electrodes"][1]["geometry"], nullptr);
+    const Json& again = json["electrodes"][1];
+    EXPECT_EQ(again["geometry"], 4) << "one that is listed again has the sizes of the first";
+    EXPECT_EQ(again["metadata"], 5);
+    EXPECT_TRUE(again["data"].empty()) << "and no lists";
 }
 
 TEST(nmk_electrode_list, refuses_a_zip_without_version) {
@@ -247,6 +200,14 @@ const Unsound unsound_archives[] = {
      {{"version.txt", "1"}, {"contents.txt", "E\n"}, {"E/E.ngk", ""}},
      3,
      "status 3 (missing_entry): electrode \"E\" has no metadata"},
+    {"no_metadata_of_one_behind_a_name_that_is_listed_twice",
+     {{"version.txt", "1"},
+      {"contents.txt", "E\nE\nF\n"},
+      {"E/E.ngk", ""},
+      {"E/E.xml", ""},
+      {"F/F.ngk", ""}},
+     3,
+     "status 3 (missing_entry): electrode \"F\" has no metadata"},
     {"no_contents", {{"version.txt", "1"}}, 4, "contents.txt is missing, damaged or too long"},
     {"a_version_of_0",
      {{"version.txt", "0"}, {"contents.txt", ""}},
@@ -268,6 +229,19 @@ TEST_P(nmk_electrode_verify, prints_the_status_and_the_reason_and_exits_with_1) 
     const Json json = Json::parse(electrode({"verify", zip, "--json"}).out);
     EXPECT_EQ(json["status"], GetParam().status);
     EXPECT_EQ(json["sound"], false);
+}
+
+TEST_P(nmk_electrode_verify, has_a_list_that_ends_with_the_status) {
+    const ScratchDirectory scratch;
+    const std::string zip = scratch.file("z", zip_samples::zip_of(GetParam().entries));
+    const Printed printed = electrode({"list", zip});
+    if (GetParam().status == 1) {
+        expect_refused(printed, "version.txt is missing");
+        return;
+    }
+    EXPECT_EQ(printed.code, 0) << printed.err;
+    const std::size_t last = printed.out.rfind('\n', printed.out.size() - 2) + 1;
+    EXPECT_NE(printed.out.find(GetParam().text, last), std::string::npos) << printed.out;
 }
 
 INSTANTIATE_TEST_SUITE_P(cases, nmk_electrode_verify, testing::ValuesIn(unsound_archives),
@@ -353,7 +327,16 @@ const WrongArguments wrong_arguments[] = {
     {"entry_with_list", {"list", sample, "--entry", "a"}, "--entry goes with create and add"},
     {"create_in_a_missing_directory",
      {"create", "/missing/z", "--entry", "E", "--geometry", input, "--metadata", input},
-     "no such entry or directory"},
+     "/missing/z: no such directory; expected one that exists"},
+    {"create_on_a_device",
+     {"create", "/dev/null", "--entry", "E", "--geometry", input, "--metadata", input},
+     "/dev/null: not a regular file; expected a file or a new name"},
+    {"create_on_standard_output",
+     {"create", "-", "--entry", "E", "--geometry", input, "--metadata", input},
+     "create and add need the name of a file"},
+    {"add_to_standard_input",
+     {"add", "-", "--entry", "E", "--geometry", input, "--metadata", input},
+     "create and add need the name of a file"},
 };
 
 class nmk_electrode_refuses : public testing::TestWithParam<WrongArguments> {};
