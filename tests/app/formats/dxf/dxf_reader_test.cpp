@@ -135,6 +135,11 @@ TEST(read_dxf, bends_by_four_times_the_arctangent_of_the_bulge) {
     EXPECT_NEAR(nearly_full->length(), angle / (2 * std::sin(angle / 2)), 1e-6);
 }
 
+TEST(read_dxf, makes_a_line_of_a_bulge_too_small_to_be_seen) {
+    const ngkCurvePtr3 curve = curve_of("0 LWPOLYLINE|10 0|20 0|42 1e-14|10 1|20 0");
+    EXPECT_EQ(curve->length(), 1.0);
+}
+
 TEST(read_dxf, leaves_out_segments_without_length_and_keeps_the_bulge_behind_them) {
     const ngkCurvePtr3 curve =
         curve_of("0 LWPOLYLINE|10 0|20 0|10 0|20 0|42 1|10 2|20 0|10 2|20 0");
@@ -262,6 +267,9 @@ const ProblemCase refused[] = {
      "16: CIRCLE: the extrusion direction has no length"},
     {"a_y_before_the_first_vertex", drawing_of("0 LWPOLYLINE|20 1|10 0"),
      "18: expected the x of a vertex, group 10, first"},
+    {"a_bulge_beside_which_the_chord_has_no_length",
+     drawing_of("0 LWPOLYLINE|10 0|20 0|42 1e9|10 1|20 0"),
+     "16: the bulge 1e+09 of a vertex makes no arc"},
     {"a_polyline_without_its_end", drawing_of("0 POLYLINE|70 0|0 VERTEX|10 0|20 0|0 LINE"),
      "26: group 0 \"LINE\"; expected VERTEX or SEQEND, since a POLYLINE is not complete"},
     {"a_flag_that_is_not_a_whole_number", drawing_of("0 LWPOLYLINE|70 1.5|10 0|20 0|10 1|20 0"),
