@@ -134,6 +134,13 @@ TEST(nmkNgkPolylineUtils, exactly_the_tolerance_beyond_the_end_there_is_nothing)
     EXPECT_EQ(evaluated(corner, 7.0 + 0x1p-11).point, corner[2]);
 }
 
+TEST(nmkNgkPolylineUtils, exactly_the_tolerance_from_a_vertex_is_not_the_vertex) {
+    const ScopedTolerance binary(ngk_TOLCOINCPOINT3D, 0x1p-10);
+    EXPECT_EQ(evaluated(corner, 0x1p-10).point, giPoint3(0x1p-10, 0, 0));
+    EXPECT_EQ(evaluated(corner, 4.0 - 0x1p-10).point, giPoint3(4.0 - 0x1p-10, 0, 0));
+    EXPECT_EQ(evaluated(corner, 0x1.8p-11).point, corner[0]);
+}
+
 TEST(nmkNgkPolylineUtils, fewer_than_two_points_evaluate_to_nothing) {
     expect_unset(evaluated({}, 0.0));
     expect_unset(evaluated({{1, 2, 3}}, 0.0));
