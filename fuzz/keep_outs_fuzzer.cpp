@@ -1,5 +1,5 @@
 // keep_outs_fuzzer: any bytes as a table of keep-outs. Keep-outs that are read have to be ones that
-// can be travelled around, and no way may cross them.
+// can be travelled around, no way may cross them, and there is one within each area.
 
 #include <nmktoolbox/ordering/nmkTravelWays.h>
 
@@ -17,6 +17,10 @@ constexpr std::size_t max_searched = 12;  // keep-outs; more would only slow the
 
 void search(const nmkTravelWays& ways, const giPoint3& from, const giPoint3& to) {
     const std::optional<std::vector<giPoint3>> bends = ways.bends(from, to);
+    const std::optional<int> area = ways.area_at(from);
+    if (area && ways.area_at(to) && bends.has_value() != (area == ways.area_at(to))) {
+        std::abort();
+    }
     if (!bends) {
         return;
     }

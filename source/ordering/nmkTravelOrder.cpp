@@ -115,7 +115,7 @@ nmkTravelResult nmkTravelOrder::find() const {
     if (!std::isfinite(network.penalty())) {
         return bad_problem("speed, acceleration: expected moves of a time that is finite");
     }
-    fault = nmk_ordering::fault_of_places(network);
+    fault = nmk_ordering::fault_of_places(network, budget);
     if (!fault.empty()) return bad_problem(std::move(fault));
     nmkTravelResult result = count <= max_exact_items ? exact(network) : searched(network, budget);
     budget.finish();

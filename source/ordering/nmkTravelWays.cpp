@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "travel_areas.h"
 #include "travel_check.h"
 #include "travel_network.h"
 #include "travel_ways.h"
@@ -29,6 +30,7 @@ nmkTravelWays::nmkTravelWays(const nmkTravelProblem& problem)
     m_unit = nmk_ordering::unit_of_keep_outs(settings.keep_outs);
     m_ways = std::make_unique<TravelWays>(nmk_ordering::TravelObstacles(settings.keep_outs, m_unit),
                                           nmk_ordering::scaled_metric(settings, m_unit));
+    m_areas = std::make_unique<nmk_ordering::TravelAreas>(m_ways->obstacles().polygons());
 }
 
 nmkTravelWays::~nmkTravelWays() = default;
@@ -40,6 +42,15 @@ std::optional<int> nmkTravelWays::keep_out_at(const giPoint3& place) const {
 std::optional<int> nmkTravelWays::keep_out_between(const giPoint3& from, const giPoint3& to) const {
     return m_ways->obstacles().keep_out_between(TravelWays::in_plane(divided(from, m_unit)),
                                                 TravelWays::in_plane(divided(to, m_unit)));
+}
+
+std::optional<int> nmkTravelWays::area_at(const giPoint3& place) const {
+    if (keep_out_at(place)) return std::nullopt;
+    return m_areas->of(TravelWays::in_plane(divided(place, m_unit)));
+}
+
+bool nmkTravelWays::may_be_enclosed(const giPoint3& place) const {
+    return m_areas->may_be_enclosed(TravelWays::in_plane(divided(place, m_unit)));
 }
 
 std::optional<std::vector<giPoint3>> nmkTravelWays::bends(const giPoint3& from,

@@ -1,4 +1,5 @@
-// travel_box_tree.h: boxes of the plane as a tree, so that a line is compared with few of many.
+// travel_box_tree.h: boxes of the plane as a tree, so that a line or a place is compared with few
+// of many.
 #pragma once
 
 #include <cstddef>
@@ -18,7 +19,18 @@ class TravelBoxTree {
     /// is rounded.
     template <class Visit>
     void visit(const PlanePoint& a, const PlanePoint& b, const Visit& visit) const {
-        if (!m_nodes.empty()) visit_below(0, a, b, box_of(a, b), visit);
+        const PlaneBox line = box_of(a, b);
+        const auto meets = [&](const PlaneBox& box) {
+            return !box.is_apart(line) && !is_beside(box, a, b);
+        };
+        visit_where(meets, visit);
+    }
+
+    /// The same for the boxes for which `meets` is true; it has to be true of a box around one for
+    /// which it is. Boxes beside these may be visited, too.
+    template <class Meets, class Visit>
+    void visit_where(const Meets& meets, const Visit& visit) const {
+        if (!m_nodes.empty()) visit_below(0, meets, visit);
     }
 
   private:
@@ -31,14 +43,12 @@ class TravelBoxTree {
 
     std::size_t add_node(const std::vector<PlaneBox>& boxes, std::size_t first, std::size_t count);
 
-    template <class Visit>
-    bool visit_below(std::size_t index, const PlanePoint& a, const PlanePoint& b,
-                     const PlaneBox& line, const Visit& visit) const {
+    template <class Meets, class Visit>
+    bool visit_below(std::size_t index, const Meets& meets, const Visit& visit) const {
         const Node& node = m_nodes[index];
-        if (node.box.is_apart(line) || is_beside(node.box, a, b)) return false;
+        if (!meets(node.box)) return false;
         if (node.right != 0) {
-            return visit_below(index + 1, a, b, line, visit) ||
-                   visit_below(node.right, a, b, line, visit);
+            return visit_below(index + 1, meets, visit) || visit_below(node.right, meets, visit);
         }
         for (std::size_t i = node.first; i < node.first + node.count; ++i) {
             if (visit(m_numbers[i])) return true;

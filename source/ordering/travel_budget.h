@@ -14,8 +14,15 @@ namespace nmk_ordering {
 
 class TravelBudget {
   public:
-    TravelBudget(std::int64_t steps, std::optional<double> seconds, nmkProgressBreak* progress)
-        : m_steps(steps), m_seconds(seconds), m_began(apHighResTime::time()), m_progress(progress) {
+    using Clock = double (*)();  // seconds
+
+    TravelBudget(std::int64_t steps, std::optional<double> seconds, nmkProgressBreak* progress,
+                 Clock clock = &apHighResTime::time)
+        : m_steps(steps),
+          m_seconds(seconds),
+          m_clock(clock),
+          m_began(clock()),
+          m_progress(progress) {
         if (m_progress == nullptr) return;
         stop_if(m_progress->send_progress_bar_to_0("Travel %3d%%"));
         m_progress->set_range(static_cast<double>(steps));
@@ -35,12 +42,16 @@ class TravelBudget {
     void work() {
         if (++m_work % work_between_looks == 0) look();
     }
+    /// A way around keep-outs was searched, which takes as long as many steps without.
+    void search() {
+        if (++m_searches % searches_between_looks == 0) look();
+    }
     /// Reads the clock, and reports the progress.
     void look() {
         if (is_over()) return;
         if (m_progress != nullptr) stop_if(m_progress->jump_to(static_cast<double>(m_made)));
         if (!m_seconds || is_over()) return;
-        if (!(apHighResTime::time() - m_began < *m_seconds)) {
+        if (!(m_clock() - m_began < *m_seconds)) {
             m_stop_reason = nmkTravelStopReason::time_limit;
         }
     }
@@ -51,6 +62,7 @@ class TravelBudget {
   private:
     static constexpr std::int64_t steps_between_looks = 64;
     static constexpr std::int64_t work_between_looks = 1024;
+    static constexpr std::int64_t searches_between_looks = 16;
 
     void stop_if(int requested) {
         if (requested != 0 && !is_over()) m_stop_reason = nmkTravelStopReason::stopped;
@@ -59,7 +71,9 @@ class TravelBudget {
     std::int64_t m_steps;
     std::int64_t m_made = 0;
     std::int64_t m_work = 0;
+    std::int64_t m_searches = 0;
     std::optional<double> m_seconds;
+    Clock m_clock;
     double m_began;
     nmkProgressBreak* m_progress;
     nmkTravelStopReason m_stop_reason = nmkTravelStopReason::finished;

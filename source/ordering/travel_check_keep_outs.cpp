@@ -7,6 +7,8 @@
 #include <optional>
 #include <vector>
 
+#include "travel_areas.h"
+
 namespace nmk_ordering {
 
 namespace {
@@ -91,26 +93,26 @@ std::string fault_of_keep_outs(const nmkTravelProblem& problem) {
     return {};
 }
 
-// Each place is compared with the one before, which is mostly near: what can be reached from one
-// can be reached from the other.
-std::string fault_of_places(const TravelNetwork& network) {
+std::string fault_of_places(const TravelNetwork& network, TravelBudget& budget) {
     if (network.legs() == nullptr) return {};
-    TravelLegs& legs = *network.legs();
-    const std::vector<TravelPoint>& points = network.points();
-    const bool may_enclose = legs.obstacles().may_enclose();
+    const TravelObstacles& obstacles = network.legs()->obstacles();
+    TravelAreas areas(obstacles.polygons());
+    std::optional<int> area_of_first;
     for (int node = 0; node < network.point_count(); ++node) {
-        const TravelPoint& p = points[static_cast<std::size_t>(node)];
-        const std::optional<int> keep_out = legs.obstacles().keep_out_at(TravelWays::in_plane(p));
-        if (keep_out) {
+        const PlanePoint p = TravelWays::in_plane(network.points()[static_cast<std::size_t>(node)]);
+        if (const std::optional<int> keep_out = obstacles.keep_out_at(p)) {
             return name_of(network, node) + "inside keep-out " + std::to_string(*keep_out) +
                    "; expected a place outside";
         }
-        if (node == 0 || !may_enclose) continue;
-        const TravelPoint& before = points[static_cast<std::size_t>(node - 1)];
-        if (!std::isfinite(legs.ways().way(before, p).length)) {
+        if (budget.is_over() && areas.may_be_enclosed(p)) continue;
+        const std::int64_t searched = areas.searched();
+        const int area = areas.of(p);
+        if (areas.searched() > searched) budget.search();
+        if (area != area_of_first.value_or(area)) {
             return name_of(network, node) +
                    "keep-outs enclose it; expected a place that can be reached from the others";
         }
+        area_of_first = area;
     }
     return {};
 }

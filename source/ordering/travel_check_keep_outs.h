@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "travel_budget.h"
 #include "travel_network.h"
 
 namespace nmk_ordering {
@@ -12,6 +13,7 @@ namespace nmk_ordering {
 std::string fault_of_keep_outs(const nmkTravelProblem& problem);
 
 /// The first place that is inside a keep-out or cannot be reached from the others; empty for none.
-std::string fault_of_places(const TravelNetwork& network);
+/// Whether a place is enclosed is not looked at any more when the budget is over.
+std::string fault_of_places(const TravelNetwork& network, TravelBudget& budget);
 
 }  // namespace nmk_ordering

@@ -213,7 +213,7 @@ class TravelClimb {
         m_nodes[at(2 * edges)] = to;
         m_nodes[at(2 * edges + 1)] = end;
         const double gain = left + m_cost(to, end);
-        if (end != m_nodes[0]) {
+        if (end != m_nodes[0] && !m_cost.is_above(gain - m_least_gain, end, m_nodes[0])) {
             m_gain = gain - m_cost(end, m_nodes[0]);
             if (m_gain > m_least_gain && m_ring.is_possible(m_nodes, edges + 1, m_order)) {
                 m_edges = edges + 1;

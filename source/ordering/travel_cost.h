@@ -48,20 +48,35 @@ class TravelCost {
     double penalty = 0.0;
     std::vector<double> prices;  // by node, taken off at both ends of an edge; empty for none
 
-    double operator()(int a, int b) const {
-        const double cost = without_prices(a, b);
-        return prices.empty() ? cost : cost - (prices[at(a)] + prices[at(b)]);
-    }
-    double without_prices(int a, int b) const {
-        if (std::max(a, b) >= static_cast<int>(points.size())) [[unlikely]] {
-            return to_terminal(a, b);
+    double operator()(int a, int b) const { return less_prices(without_prices(a, b), a, b); }
+    double without_prices(int a, int b) const { return with_penalties(a, b, metric); }
+
+    /// Whether an edge is known to cost more than `most` before its cost is computed, which takes
+    /// long for some metrics.
+    bool is_above(double most, int a, int b) const {
+        if constexpr (requires(const Point& p) { metric.at_least(p, p); }) {
+            const auto least = [this](const Point& p, const Point& q) {
+                return metric.at_least(p, q);
+            };
+            return less_prices(with_penalties(a, b, least), a, b) > most;
+        } else {
+            return false;
         }
-        const double length = metric(points[at(a)], points[at(b)]);
-        if (groups.empty() || groups[at(a)] == groups[at(b)]) return length;
-        return length + penalty;
     }
 
   private:
+    double less_prices(double cost, int a, int b) const {
+        return prices.empty() ? cost : cost - (prices[at(a)] + prices[at(b)]);
+    }
+    template <class Length>
+    double with_penalties(int a, int b, const Length& length_between) const {
+        if (std::max(a, b) >= static_cast<int>(points.size())) [[unlikely]] {
+            return to_terminal(a, b);
+        }
+        const double length = length_between(points[at(a)], points[at(b)]);
+        if (groups.empty() || groups[at(a)] == groups[at(b)]) return length;
+        return length + penalty;
+    }
     static std::size_t at(int index) { return static_cast<std::size_t>(index); }
 
     double to_terminal(int a, int b) const {

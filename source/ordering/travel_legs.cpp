@@ -36,7 +36,9 @@ double TravelLegs::remembered(int from, int to) {
     if (leg.from == from && leg.to == to) return leg.cost;
     const TravelPoint& a = m_points[static_cast<std::size_t>(from)];
     const TravelPoint& b = m_points[static_cast<std::size_t>(to)];
+    const std::int64_t searched = m_ways.searched();
     leg = {from, to, m_ways.way(a, b).length};
+    if (m_budget != nullptr && m_ways.searched() > searched) m_budget->search();
     return leg.cost;
 }
 

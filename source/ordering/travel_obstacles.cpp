@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
+#include <utility>
 
 namespace nmk_ordering {
 
@@ -19,6 +21,16 @@ TravelObstacles::TravelObstacles(const std::vector<nmkTravelKeepOut>& keep_outs,
             m_keep_outs.push_back(static_cast<int>(i));
         }
     }
+    prepare();
+}
+
+TravelObstacles::TravelObstacles(std::vector<TravelPolygon> polygons)
+    : m_polygons(std::move(polygons)), m_keep_outs(m_polygons.size()) {
+    std::iota(m_keep_outs.begin(), m_keep_outs.end(), 0);
+    prepare();
+}
+
+void TravelObstacles::prepare() {
     std::vector<PlaneBox> boxes;
     boxes.reserve(m_polygons.size());
     for (const TravelPolygon& polygon : m_polygons) boxes.push_back(polygon.box());
@@ -27,11 +39,11 @@ TravelObstacles::TravelObstacles(const std::vector<nmkTravelKeepOut>& keep_outs,
 }
 
 // The same roundings of both make a polygon that meets the box of a leg meet it in cells too.
-int TravelObstacles::cell(double value, double low, double high, double width) {
+std::int16_t TravelObstacles::cell(double value, double low, double high, double width) {
     if (value < low) return 0;
     if (value > high) return cells + 1;
     const double number = width > 0.0 ? std::floor((value - low) / width) : 0.0;
-    return static_cast<int>(std::clamp(number, 0.0, cells - 1.0)) + 1;
+    return static_cast<std::int16_t>(std::clamp(number, 0.0, cells - 1.0) + 1.0);
 }
 
 void TravelObstacles::count_near() {
@@ -47,8 +59,10 @@ void TravelObstacles::count_near() {
     for (const TravelPolygon& polygon : m_polygons) add_near(polygon.box());
     for (int row = 1; row < sums; ++row) {
         for (int column = 1; column < sums; ++column) {
-            count_at(column, row) += count_at(column - 1, row) + count_at(column, row - 1) -
-                                     count_at(column - 1, row - 1);
+            const int before = count_at(column - 1, row) + count_at(column, row - 1) -
+                               count_at(column - 1, row - 1);
+            std::uint16_t& count = count_at(column, row);
+            count = static_cast<std::uint16_t>(count + before);
         }
     }
 }
@@ -65,6 +79,7 @@ void TravelObstacles::add_near(const PlaneBox& box) {
 template <class Holds>
 std::optional<int> TravelObstacles::first_keep_out(const PlanePoint& a, const PlanePoint& b,
                                                    const Holds& holds) const {
+    if (!is_any_near(a, b)) return std::nullopt;
     std::size_t first = m_polygons.size();
     m_tree.visit(a, b, [&](std::size_t i) {
         if (i < first && holds(i)) first = i;
@@ -86,15 +101,6 @@ bool TravelObstacles::is_any_between(const PlanePoint& a, const PlanePoint& b) c
     bool is_met = false;
     m_tree.visit(a, b, [&](std::size_t i) { return is_met = m_polygons[i].meets(a, b); });
     return is_met;
-}
-
-bool TravelObstacles::may_enclose() const {
-    for (std::size_t i = 0; i < m_polygons.size(); ++i) {
-        for (std::size_t k = i + 1; k < m_polygons.size(); ++k) {
-            if (!m_polygons[i].box().is_apart(m_polygons[k].box())) return true;
-        }
-    }
-    return false;
 }
 
 PlanePoint TravelObstacles::perimeter() const {

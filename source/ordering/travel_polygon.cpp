@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "travel_box_tree.h"
+
 namespace nmk_ordering {
 
 namespace {
@@ -48,13 +50,21 @@ bool is_simple(const std::vector<PlanePoint>& corners) {
     const std::size_t count = corners.size();
     if (count < 3) return false;
     const auto corner = [&](std::size_t number) { return corners[number % count]; };
+    std::vector<PlaneBox> edges;
+    edges.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) edges.push_back(box_of(corner(i), corner(i + 1)));
+    const TravelBoxTree tree(edges);
     for (std::size_t i = 0; i < count; ++i) {
         if (corner(i) == corner(i + 1)) return false;
         if (!is_free_of_spike(corner(i), corner(i + 1), corner(i + 2))) return false;
         const std::size_t last = i == 0 ? count - 1 : count;
-        for (std::size_t k = i + 2; k < last; ++k) {
-            if (have_common_place(corner(i), corner(i + 1), corner(k), corner(k + 1))) return false;
-        }
+        bool is_crossed = false;
+        tree.visit(corner(i), corner(i + 1), [&](std::size_t k) {
+            const bool is_other = k >= i + 2 && k < last;
+            return is_crossed = is_other && have_common_place(corner(i), corner(i + 1), corner(k),
+                                                              corner(k + 1));
+        });
+        if (is_crossed) return false;
     }
     return true;
 }

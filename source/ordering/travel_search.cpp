@@ -44,20 +44,20 @@ std::size_t at(int index) { return static_cast<std::size_t>(index); }
 template <class Metric>
 struct MetricOfSearch {
     using Straight = Metric;
-    static const Metric& straight(const TravelNetwork&, const Metric& metric) { return metric; }
+    static const Metric& straight(const Metric& metric) { return metric; }
     static typename Metric::Point point(const TravelNetwork& network, int node) {
         return Metric::point(network.points()[at(node)]);
     }
     static constexpr int neighbours = neighbour_count;
 };
 
-template <>
-struct MetricOfSearch<LegLength> {
-    using Straight = TravelMetric;
-    static const TravelMetric& straight(const TravelNetwork& network, const LegLength&) {
-        return network.metric();
+template <class Metric>
+struct MetricOfSearch<LegLength<Metric>> {
+    using Straight = Metric;
+    static const Metric& straight(const LegLength<Metric>& metric) { return metric.straight; }
+    static typename LegLength<Metric>::Point point(const TravelNetwork& network, int node) {
+        return {Metric::point(network.points()[at(node)]), network.legs()->cell(node), node};
     }
-    static int point(const TravelNetwork&, int node) { return node; }
     static constexpr int neighbours = neighbour_count_beside_keep_outs;
 };
 
@@ -88,14 +88,13 @@ TravelCost<Metric> cost_of(const TravelNetwork& network, const TravelCell& cell,
 template <class Metric>
 class NeighbourLists {
   public:
-    NeighbourLists(const TravelNetwork& network, const TravelCell& cell,
-                   const TravelCost<Metric>& cost, const std::vector<TravelPoint>& points,
-                   TravelBudget& budget)
+    NeighbourLists(const TravelCell& cell, const TravelCost<Metric>& cost,
+                   const std::vector<TravelPoint>& points, TravelBudget& budget)
         : m_cell(cell),
           m_cost(cost),
           m_count(Traits::neighbours),
           m_budget(budget),
-          m_tree(Traits::straight(network, cost.metric), points, static_cast<int>(points.size())) {}
+          m_tree(Traits::straight(cost.metric), points, static_cast<int>(points.size())) {}
 
     /// Makes each node a neighbour of its neighbours, and takes prices off; false, with nothing
     /// done, if prices would be of no use.
@@ -275,7 +274,7 @@ class CellSearch {
         for (const int node : cell.nodes) {
             if (node < m_network.point_count()) points.push_back(m_network.points()[at(node)]);
         }
-        NeighbourLists<Metric> lists(m_network, cell, cost, points, m_budget);
+        NeighbourLists<Metric> lists(cell, cost, points, m_budget);
         TravelNeighbours neighbours;
         if (!lists.price(cost, neighbours)) neighbours = lists.lists();
         if (m_budget.is_over()) return;
@@ -351,7 +350,10 @@ TravelSequence search_sequence(const TravelNetwork& network, const TravelSequenc
         CellSearch<std::decay_t<decltype(metric)>>(network, metric, tour, budget).run();
     };
     if (network.legs() != nullptr) {
-        search(LegLength{network.legs()});
+        network.legs()->set_budget(budget);
+        with_metric(network, [&]<class Metric>(const Metric& metric) {
+            search(LegLength<Metric>{metric, network.legs()});
+        });
     } else {
         with_metric(network, search);
     }

@@ -82,6 +82,26 @@ TEST(nmkTravelWays, has_none_to_places_that_keep_outs_enclose_or_have_inside) {
     EXPECT_EQ(ways.bends({-2.5, 0, 0}, {9, 0, 0}), std::nullopt);
 }
 
+TEST(nmkTravelWays, number_the_areas_that_keep_outs_enclose) {
+    for (const double unit : {1.0, 0x1p-200, 0x1p200}) {
+        std::vector<std::vector<giPoint2>> walls = {{{-3, -3}, {3, -3}, {3, -2}, {-3, -2}},
+                                                    {{-3, 2}, {3, 2}, {3, 3}, {-3, 3}},
+                                                    {{-3, -3}, {-2, -3}, {-2, 3}, {-3, 3}},
+                                                    {{2, -3}, {3, -3}, {3, 3}, {2, 3}}};
+        for (auto& wall : walls) {
+            for (giPoint2& p : wall) p = {p.x * unit, p.y * unit};
+        }
+        const nmkTravelWays ways(beside(walls));
+        EXPECT_EQ(ways.area_at({9 * unit, 0, 0}), 0);
+        EXPECT_EQ(ways.area_at({0, 0, 5}), 1);
+        EXPECT_EQ(ways.area_at({unit, -unit, 0}), 1);
+        EXPECT_EQ(ways.area_at({2.5 * unit, 0, 0}), std::nullopt);
+        EXPECT_FALSE(ways.may_be_enclosed({9 * unit, 0, 0}));
+        EXPECT_TRUE(ways.may_be_enclosed({0, 0, 0}));
+    }
+    EXPECT_EQ(nmkTravelWays(nmkTravelProblem()).area_at({1, 2, 3}), 0);
+}
+
 TEST(nmkTravelWays, reports_bad_settings_and_has_no_keep_outs_then) {
     nmkTravelProblem problem = beside({{{0, 0}, {1, 0}}});
     const nmkTravelWays ways(problem);

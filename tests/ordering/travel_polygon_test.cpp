@@ -1,6 +1,7 @@
 // Tests of lines and places against polygons.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -103,6 +104,53 @@ TEST(travel_polygon, is_simple_only_without_common_places_of_edges) {
     EXPECT_FALSE(is_simple({{0, 0}, {2, 2}, {2, 0}, {0, 2}}));          // crosses itself
     EXPECT_FALSE(is_simple({{0, 0}, {4, 0}, {4, 4}, {2, 0}, {0, 4}}));  // touches itself
     EXPECT_FALSE(is_simple({{0, 0}, {1, 0}, {1, 0}, {0, 1}}));          // a corner twice
+}
+
+bool is_on(const giPoint2& a, const giPoint2& b, const giPoint2& p) {
+    return plain::side_of(plain::fraction(a), plain::fraction(b), plain::fraction(p)) == 0 &&
+           std::min(a.x, b.x) <= p.x && p.x <= std::max(a.x, b.x) && std::min(a.y, b.y) <= p.y &&
+           p.y <= std::max(a.y, b.y);
+}
+
+bool edges_meet(const giPoint2& a, const giPoint2& b, const giPoint2& c, const giPoint2& d) {
+    const auto side = [](const giPoint2& from, const giPoint2& to, const giPoint2& p) {
+        return plain::side_of(plain::fraction(from), plain::fraction(to), plain::fraction(p));
+    };
+    const bool crosses = side(a, b, c) * side(a, b, d) < 0 && side(c, d, a) * side(c, d, b) < 0;
+    return crosses || is_on(a, b, c) || is_on(a, b, d) || is_on(c, d, a) || is_on(c, d, b);
+}
+
+// Each edge with each other.
+bool is_simple_plainly(const std::vector<giPoint2>& corners) {
+    const std::size_t n = corners.size();
+    for (std::size_t i = 0; i < n; ++i) {
+        const giPoint2& a = corners[i];
+        const giPoint2& b = corners[(i + 1) % n];
+        const giPoint2& next = corners[(i + 2) % n];
+        if (a == b || is_on(a, b, next) || is_on(b, next, a)) return false;
+        for (std::size_t k = i + 2; k < n; ++k) {
+            if ((k + 1) % n == i) continue;
+            if (edges_meet(a, b, corners[k], corners[(k + 1) % n])) return false;
+        }
+    }
+    return true;
+}
+
+TEST(travel_polygon, is_simple_where_no_edge_of_all_meets_another) {
+    int simple = 0;
+    for (std::uint32_t seed = 1; seed <= 20000; ++seed) {
+        plain::TravelDraw draw(seed);
+        std::vector<giPoint2> corners;
+        const int count = 3 + draw.below(8);
+        for (int i = 0; i < count; ++i) {
+            const int x = draw.below(9);
+            corners.emplace_back(x, draw.below(9));
+        }
+        const bool expected = is_simple_plainly(corners);
+        ASSERT_EQ(nmk_ordering::is_simple(places(corners)), expected) << seed;
+        simple += expected ? 1 : 0;
+    }
+    EXPECT_GT(simple, 2000);
 }
 
 TEST(travel_polygon, has_a_convex_hull_without_corners_on_edges) {

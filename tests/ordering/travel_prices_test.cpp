@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <random>
+#include <utility>
 #include <vector>
 
 #include "ordering/plain_assignment.h"
@@ -114,6 +115,43 @@ TEST(one_way_prices, are_empty_where_many_exits_cannot_be_assigned) {
     EXPECT_TRUE(one_way_prices(neighbours, {TravelEndType::entered, TravelEndType::left,
                                             TravelEndType::left, TravelEndType::left})
                     .empty());
+}
+
+// The same lists without a node.
+TravelNeighbours without(const TravelNeighbours& lists, int node) {
+    TravelNeighbours fewer;
+    for (int from = 0; from < lists.nodes(); ++from) {
+        fewer.begins.push_back(fewer.all.size());
+        for (const auto* to = lists.begin(from); to != lists.end(from); ++to) {
+            if (from != node && to->node != node) fewer.all.push_back(*to);
+        }
+    }
+    fewer.begins.push_back(fewer.all.size());
+    return fewer;
+}
+
+TEST(one_way_prices, are_of_use_with_one_exit_in_50_without_an_entry) {
+    for (const std::size_t count : {49U, 50U}) {
+        const Lines lines(count, 2);
+        std::vector<TravelEndType> types = lines.types();
+        types[0] = TravelEndType::any;
+        const auto prices = one_way_prices(without(lines.neighbours(1000), 0), types);
+        EXPECT_EQ(prices.empty(), count == 49) << count;
+        EXPECT_TRUE(prices.empty() || prices[0] == 0.0);
+    }
+}
+
+TEST(take_off, leaves_the_prices_of_both_ends_off_and_sorts_each_list_again) {
+    TravelNeighbours neighbours;
+    neighbours.begins = {0, 2, 4, 5, 6};
+    neighbours.all = {{4.0, 2}, {5.0, 3}, {1.0, 2}, {2.0, 3}, {4.0, 0}, {5.0, 0}};
+    nmk_ordering::take_off({1.0, 0.5, -2.0, 1.5}, neighbours);
+    std::vector<std::pair<double, int>> left;
+    for (const nmk_ordering::TravelNeighbour& to : neighbours.all) {
+        left.emplace_back(to.cost, to.node);
+    }
+    EXPECT_EQ(left, (std::vector<std::pair<double, int>>{
+                        {2.5, 3}, {5.0, 2}, {0.0, 3}, {2.5, 2}, {5.0, 0}, {2.5, 0}}));
 }
 
 TEST(one_way_prices, are_of_use_with_one_other_node_in_20) {

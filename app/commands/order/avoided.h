@@ -1,16 +1,13 @@
-// avoided.h: the keep-outs that the travel avoids, and the items that they block.
+// avoided.h: the keep-outs that the travel avoids.
 #pragma once
 
-#include <geometry/giPoint3.h>
 #include <nmktoolbox/ordering/nmkTravelWays.h>
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
-#include "commands/order/order_job.h"
-#include "formats/job/machining_job.h"
+#include "commands/order/travel_measure.h"
 #include "formats/keep_outs/keep_out_reader.h"
 #include "text/result.h"
 
@@ -47,30 +44,5 @@ nmk_text::Result<std::shared_ptr<const Avoided>> read_avoided(const std::string&
 /// for none.
 std::shared_ptr<const Avoided> avoided_with(const std::shared_ptr<const Avoided>& avoided,
                                             const TravelMeasure& measure);
-
-/// An item that is not to be cut, and why.
-struct BlockedItem {
-    std::size_t item;
-    std::string reason;  // "inside clamps.csv:3"
-};
-
-/// The items that begin or end inside a keep-out, whose cut crosses one, or that keep-outs separate
-/// from the start and the end place; where both are free, from most of the items.
-/// An Error where the start or the end place is blocked itself.
-nmk_text::Result<std::vector<BlockedItem>> blocked_items(const nmk_job::MachiningJob& job,
-                                                         const TravelEnds& ends);
-
-/// "hole 12 of T1 at (3, 4) mm: inside clamps.csv:3", counted from 1 in the order of the file.
-std::string blocked_text(const nmk_job::MachiningJob& job, const BlockedItem& blocked);
-
-/// Why a job is not ordered, and the exit code; no text where it is.
-struct Refusal {
-    std::string text;
-    int code = 0;
-};
-
-/// Refuses a job with blocked items, or marks these as left out of the order, with a note of the
-/// job for each; refuses it where none is left.
-Refusal avoid_keep_outs(nmk_job::MachiningJob& job, OrderRequest& request, bool skips_blocked);
 
 }  // namespace nmk_order

@@ -11,6 +11,7 @@
 #include "commands/order/avoided.h"
 #include "commands/order/order_figures.h"
 #include "commands/order/sorted_run.h"
+#include "commands/order/time_break.h"
 
 namespace nmk_order {
 
@@ -176,8 +177,9 @@ BestCuts best_cuts(const Items& items, Cuts cuts, const TravelEnds& ends,
     if (cuts.empty()) {
         return {};
     }
+    TimeBreak time(limits.seconds);
     const nmkTravelResult result = search(problem_of(items, cuts, ends, measure), limits, progress);
-    const SearchEnd end = end_of(result.stop_reason);
+    SearchEnd end = end_of(result.stop_reason);
     nmk_job::JobOrder order = cuts_of(result, items, cuts);
     if (order.size() != cuts.size()) {
         return {{cuts.begin(), cuts.end()}, end};  // a bad problem, which the readers leave none of
@@ -187,9 +189,14 @@ BestCuts best_cuts(const Items& items, Cuts cuts, const TravelEnds& ends,
     }
     ShortestOrder best(items, ends, measure, std::move(order));
     best.offer({cuts.begin(), cuts.end()});
-    if (end == SearchEnd::finished) {
+    if (end == SearchEnd::finished && !result.is_shortest) {
         const giPoint3 start = ends.start.value_or(giPoint3(0.0, 0.0, 0.0));
-        best.offer(sorted_cuts(items, cuts, nmkSortTypeClosest, start, 0.0, nullptr).cuts);
+        SortedCuts closest = sorted_cuts(items, cuts, nmkSortTypeClosest, start, 0.0, &time);
+        if (closest.stopped) {
+            end = SearchEnd::time_limit;
+        } else {
+            best.offer(std::move(closest.cuts));
+        }
     }
     return {best.take(), end};
 }

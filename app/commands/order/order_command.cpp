@@ -9,6 +9,7 @@
 #include <cstdio>
 
 #include "commands/order/avoided.h"
+#include "commands/order/blocked_items.h"
 #include "commands/order/job_notes.h"
 #include "commands/order/order_files.h"
 #include "commands/order/order_job.h"

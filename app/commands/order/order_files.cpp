@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "commands/order/avoided.h"
+#include "commands/order/blocked_items.h"
 #include "commands/order/files_table.h"
 #include "commands/order/job_notes.h"
 #include "commands/order/order_job.h"

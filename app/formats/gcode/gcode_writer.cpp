@@ -36,6 +36,13 @@ std::string comment(std::string_view text) {
     return "(" + safe + ")\n";
 }
 
+/// A number with a decimal point, whatever its value: without one many controls count in the least
+/// step of an axis, so that 10 is a hundredth of a millimetre.
+std::string decimal(double value, int decimals) {
+    std::string text = nmk_text::short_number(value, decimals);
+    return text.find('.') == std::string::npos ? text + "." : text;
+}
+
 class Program {
   public:
     Program(const nmk_job::MachiningJob& job, const GcodeSettings& settings, const Bends& bends)
@@ -45,7 +52,6 @@ class Program {
           m_tool_numbers(tool_numbers(job.tools)) {}
 
     std::string write(std::span<const nmk_job::JobCut> order) {
-        begin(order.size());
         const bool is_whole = m_settings.is_across_tools;
         const auto cut_run = [&](std::size_t tool, std::span<const nmk_job::JobCut> cuts) {
             change_tool(tool);
@@ -59,7 +65,7 @@ class Program {
         };
         nmk_job::each_tool_run(m_job, order, cut_run);
         m_text += m_settings.spindle ? "M5\nM30\n%\n" : "M30\n%\n";
-        return std::move(m_text);
+        return beginning(order.size()) + m_text;
     }
 
   private:
@@ -67,21 +73,23 @@ class Program {
 
     std::string length(double mm) const {
         const bool is_inch = m_settings.units == nmk_job::JobUnits::inches;
-        return nmk_text::short_number(in_units(mm), is_inch ? decimals_of_inches : decimals_of_mm);
+        return decimal(in_units(mm), is_inch ? decimals_of_inches : decimals_of_mm);
     }
     std::string feed(double mm_per_minute) const {
-        return " F" + nmk_text::short_number(in_units(mm_per_minute), decimals_of_feeds);
+        return " F" + decimal(in_units(mm_per_minute), decimals_of_feeds);
     }
     std::string place(const giPoint3& p) const { return " X" + length(p.x) + " Y" + length(p.y); }
 
-    void begin(std::size_t cuts) {
-        m_text = "%\n" + comment(nmk_files::base_name(m_job.file_name));
+    // Where a control joins moves by rounding their corners, it would cut the bends short.
+    std::string beginning(std::size_t cuts) const {
+        std::string text = "%\n" + comment(nmk_files::base_name(m_job.file_name));
         if (cuts < m_job.items.size()) {
-            m_text += comment(std::to_string(m_job.items.size() - cuts) + " of " +
-                              std::to_string(m_job.items.size()) + " items left out");
+            text += comment(std::to_string(m_job.items.size() - cuts) + " of " +
+                            std::to_string(m_job.items.size()) + " items left out");
         }
-        m_text += m_settings.units == nmk_job::JobUnits::inches ? "G20" : "G21";
-        m_text += " G17 G40 G49 G80 G90 G94\n";
+        text += m_settings.units == nmk_job::JobUnits::inches ? "G20" : "G21";
+        text += " G17 G40 G49 G80 G90 G94\n";
+        return m_has_bends ? text + "G61\n" : text;
     }
 
     // The tool is up when the program stops, and up again before the next rapid.
@@ -138,6 +146,7 @@ class Program {
         if (m_at && m_bends) {
             for (const giPoint3& bend : m_bends(*m_at, to)) {
                 m_text += "G0" + place(bend) + "\n";
+                m_has_bends = true;
             }
         }
         if (!m_at || m_at->x != to.x || m_at->y != to.y) {
@@ -151,7 +160,8 @@ class Program {
     const Bends& m_bends;
     std::vector<int> m_tool_numbers;
     std::optional<giPoint3> m_at;  // the place of the tool, with the z of the item there
-    std::string m_text;
+    bool m_has_bends = false;
+    std::string m_text;  // all but its beginning
 };
 
 using Fault = std::string;  // empty: none

@@ -1,7 +1,8 @@
 // gcode_writer.h: an ordered job as a program for a mill or a drilling machine.
 //
 // Plain words that every control reads: G0 and G1, millimetres (G21) or inches (G20), absolute
-// coordinates (G90), feeds a minute (G94). A hole is a rapid to its place at the retract height, a
+// coordinates (G90), feeds a minute (G94), exact stops (G61) where rapids bend; coordinates and
+// feeds have a decimal point always. A hole is a rapid to its place at the retract height, a
 // plunge, and a rapid straight up; a slot is plunged at one end and cut to the other. Between them
 // the tool stays at the retract height. Before each tool the program stops (M0) for the change, and
 // then goes to where it was, since a change may have moved the tool.

@@ -46,8 +46,9 @@ class NMKTOOLBOX_EXPORT nmkTravelOrder {
     void set_steps(std::int64_t steps) { m_steps = steps < 0 ? 0 : steps; }
 
     /// Ends the search after `seconds` with the best order so far, which then depends on the
-    /// machine. Reading, starting and returning are not cut short. Negative or not a number: at
-    /// once.
+    /// machine. Reading, starting and returning are not cut short. Beside keep-outs the check for
+    /// places that they enclose is: the length is infinite where one has not been found. Negative
+    /// or not a number: at once.
     void set_time_limit(double seconds) { m_seconds = seconds; }
 
     /// `reporter` is borrowed, null for none; where one of its operations returns non-zero the

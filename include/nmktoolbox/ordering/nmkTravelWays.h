@@ -11,7 +11,8 @@
 // stops that bends away from the keep-outs may take less time. Places of different z: z changes
 // along the way in proportion to the measure of its pieces in the plane.
 //
-// An object remembers what it has found, so it belongs to one thread.
+// A way takes a search among the keep-outs near it only, however many there are. An object
+// remembers what it has found, so it belongs to one thread.
 #pragma once
 
 #include <geometry/giPoint3.h>
@@ -23,8 +24,9 @@
 #include <vector>
 
 namespace nmk_ordering {
+class TravelAreas;
 class TravelWays;
-}
+}  // namespace nmk_ordering
 
 class NMKTOOLBOX_EXPORT nmkTravelWays {
   public:
@@ -48,6 +50,16 @@ class NMKTOOLBOX_EXPORT nmkTravelWays {
     /// The number of the first keep-out that the straight line crosses; empty for none.
     std::optional<int> keep_out_between(const giPoint3& from, const giPoint3& to) const;
 
+    /// The number of the area in which a place lies: two places have one number where a way leads
+    /// from one to the other. The area around all keep-outs has number 0; those that keep-outs
+    /// enclose are numbered from 1 in the order in which they are asked for. Empty inside a
+    /// keep-out.
+    std::optional<int> area_at(const giPoint3& place) const;
+
+    /// Whether keep-outs may enclose a place: false where none does, as is certain without a
+    /// search.
+    bool may_be_enclosed(const giPoint3& place) const;
+
     /// The places at which the shortest way bends, in the order of travel; none where it is
     /// straight. Empty where there is no way: one of the places is inside a keep-out, or keep-outs
     /// enclose it.
@@ -61,4 +73,5 @@ class NMKTOOLBOX_EXPORT nmkTravelWays {
     double m_unit = 1.0;
     bool m_is_time = false;
     std::unique_ptr<nmk_ordering::TravelWays> m_ways;
+    std::unique_ptr<nmk_ordering::TravelAreas> m_areas;
 };

@@ -20,8 +20,9 @@ using Words = std::vector<std::string>;
 const Words heights = {"--depth", "2", "--retract", "5", "--plunge-feed", "120"};
 const char* const three_holes = "x,y\n1,2\n3,2\n3,9\n";
 const char* const program_of_three_holes =
-    "%\n(h.csv)\nG21 G17 G40 G49 G80 G90 G94\n(tool all)\nT1 M6\nM0\nG0 Z5\nG0 X0 Y0\n"
-    "G0 X1 Y2\nG1 Z-2 F120\nG0 Z5\nG0 X3 Y2\nG1 Z-2 F120\nG0 Z5\nG0 X3 Y9\nG1 Z-2 F120\nG0 Z5\n"
+    "%\n(h.csv)\nG21 G17 G40 G49 G80 G90 G94\n(tool all)\nT1 M6\nM0\nG0 Z5.\nG0 X0. Y0.\n"
+    "G0 X1. Y2.\nG1 Z-2. F120.\nG0 Z5.\nG0 X3. Y2.\nG1 Z-2. F120.\nG0 Z5.\nG0 X3. Y9.\n"
+    "G1 Z-2. F120.\nG0 Z5.\n"
     "M30\n%\n";
 
 Words with(Words words, const Words& more) {
@@ -87,7 +88,7 @@ TEST_F(order_gcode, leaves_an_input_with_an_extension_of_gcode_in_its_format) {
         nmk_shell::run(with({"order", input, "-o", file("c.nc"), "--gcode", "--quiet"}, heights))
             .code,
         0);
-    EXPECT_NE(nmk_shell::text_of(file("c.nc")).find("G1 Z-2 F120\n"), std::string::npos);
+    EXPECT_NE(nmk_shell::text_of(file("c.nc")).find("G1 Z-2. F120.\n"), std::string::npos);
 }
 
 TEST_F(order_gcode, has_heights_and_feeds_in_the_unit_of_the_command_line) {
@@ -99,7 +100,8 @@ TEST_F(order_gcode, has_heights_and_feeds_in_the_unit_of_the_command_line) {
               0);
     const std::string text = nmk_shell::text_of(file("a.nc"));
     EXPECT_NE(text.find("\nG20 "), text.npos) << text;
-    EXPECT_NE(text.find("G0 Z0.2\nG0 X0 Y0\nG0 X1 Y2\nG1 Z-0.1 F4\nG0 Z0.2\n"), text.npos) << text;
+    EXPECT_NE(text.find("G0 Z0.2\nG0 X0. Y0.\nG0 X1. Y2.\nG1 Z-0.1 F4.\nG0 Z0.2\n"), text.npos)
+        << text;
 }
 
 TEST_F(order_gcode, keeps_odd_names_within_comments) {
@@ -123,7 +125,7 @@ TEST_F(order_gcode, leaves_out_what_keep_outs_block) {
     EXPECT_EQ(nmk_shell::run(with(words, {"--skip-blocked"})).code, 0);
     const std::string text = nmk_shell::text_of(file("a.nc"));
     EXPECT_NE(text.find("(1 of 3 items left out)"), text.npos) << text;
-    EXPECT_EQ(text.find("X3 Y9"), text.npos) << text;
+    EXPECT_EQ(text.find("X3. Y9."), text.npos) << text;
 }
 
 TEST_F(order_gcode, carries_the_bends_that_other_outputs_cannot) {
@@ -134,8 +136,9 @@ TEST_F(order_gcode, carries_the_bends_that_other_outputs_cannot) {
     EXPECT_NE(printed({"-o", file("o.csv")}).find(note), std::string::npos);
     EXPECT_EQ(printed({}).find(note), std::string::npos);
     EXPECT_EQ(printed(with({"-o", file("o.nc")}, heights)).find(note), std::string::npos);
-    EXPECT_NE(nmk_shell::text_of(file("o.nc")).find("G0 X4 Y-1.0011\nG0 X6 Y-1.0011\nG0 X10 Y0\n"),
-              std::string::npos)
+    EXPECT_NE(
+        nmk_shell::text_of(file("o.nc")).find("G0 X4. Y-1.0011\nG0 X6. Y-1.0011\nG0 X10. Y0.\n"),
+        std::string::npos)
         << nmk_shell::text_of(file("o.nc"));
 }
 

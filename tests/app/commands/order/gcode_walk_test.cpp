@@ -193,6 +193,7 @@ TEST(order_gcode_walk, cuts_the_cover_plate_around_its_clamps_with_every_kind_of
         const WalkedProgram program = program_of(folder, plate, job.units, words);
         expect_each_cut_once(job, cuts_of(program));
         EXPECT_GT(expect_rapids_off(program, within), 20U);
+        EXPECT_TRUE(program.stops_exactly);
     }
 }
 

@@ -64,13 +64,13 @@ TEST(gcode_writer, writes_holes_as_plunges_and_slots_as_plunge_and_feed) {
     const nmk_job::MachiningJob job = two_holes_and_a_slot();
     EXPECT_EQ(program_of(job, {{1, false}, {0, false}, {2, true}}, given),
               "%\n(plate.csv)\nG21 G17 G40 G49 G80 G90 G94\n"
-              "M5\n(tool T1 diameter 3.2 mm)\nT1 M6\nM0\nS8000 M3\nG0 Z5\n"
-              "G0 X0 Y0\n"
-              "G0 X10 Y2\nG1 Z-1.5 F120\nG0 Z5\n"
-              "G0 X1 Y2\nG1 Z-2.5 F120\nG0 Z5\n"
-              "M5\n(tool T2)\nT2 M6\nM0\nS8000 M3\nG0 Z5\nG0 X1 Y2\n"
-              "G0 X0 Y0\n"
-              "G0 X14 Y20\nG1 Z-2 F120\nG1 X10 Y20 Z-2.5 F300\nG0 Z5\n"
+              "M5\n(tool T1 diameter 3.2 mm)\nT1 M6\nM0\nS8000 M3\nG0 Z5.\n"
+              "G0 X0. Y0.\n"
+              "G0 X10. Y2.\nG1 Z-1.5 F120.\nG0 Z5.\n"
+              "G0 X1. Y2.\nG1 Z-2.5 F120.\nG0 Z5.\n"
+              "M5\n(tool T2)\nT2 M6\nM0\nS8000 M3\nG0 Z5.\nG0 X1. Y2.\n"
+              "G0 X0. Y0.\n"
+              "G0 X14. Y20.\nG1 Z-2. F120.\nG1 X10. Y20. Z-2.5 F300.\nG0 Z5.\n"
               "M5\nM30\n%\n");
 }
 
@@ -82,8 +82,20 @@ TEST(gcode_writer, goes_over_the_bends_of_each_rapid) {
         return std::vector<giPoint3>{{(from.x + to.x) / 2.0, 99.0, 0.0}};
     };
     const std::string program = program_of(job, {{0, false}, {1, false}}, given, bends);
-    EXPECT_NE(program.find("G0 X5.5 Y99\nG0 X10 Y2\n"), std::string::npos);
-    EXPECT_NE(program.find("G0 Z5\nG0 X6.5 Y99\nG0 X3 Y4\nM30\n"), std::string::npos);
+    EXPECT_NE(program.find("G0 X5.5 Y99.\nG0 X10. Y2.\n"), std::string::npos);
+    EXPECT_NE(program.find("G0 Z5.\nG0 X6.5 Y99.\nG0 X3. Y4.\nM30\n"), std::string::npos);
+}
+
+TEST(gcode_writer, stops_exactly_where_rapids_bend_and_only_then) {
+    const nmk_job::MachiningJob job = two_holes_and_a_slot();
+    const nmk_job::JobOrder order = {{0, false}, {1, false}};
+    const Bends one = [](const giPoint3& from, const giPoint3& to) {
+        return std::vector<giPoint3>{{(from.x + to.x) / 2.0, 99.0, 0.0}};
+    };
+    const Bends none = [](const giPoint3&, const giPoint3&) { return std::vector<giPoint3>(); };
+    const std::string exact_stops = " G94\nG61\n(tool T1";
+    EXPECT_NE(program_of(job, order, settings(), one).find(exact_stops), std::string::npos);
+    EXPECT_EQ(program_of(job, order, settings(), none).find("G61"), std::string::npos);
 }
 
 TEST(gcode_writer, goes_to_start_and_end_once_across_tools) {
@@ -99,13 +111,13 @@ TEST(gcode_writer, goes_to_start_and_end_once_across_tools) {
         return found;
     };
     const std::string whole = program_of(job, order, given);
-    EXPECT_EQ(count(whole, "G0 X-7 Y-8\n"), 1U);
-    EXPECT_EQ(count(whole, "G0 X-9 Y-9\n"), 1U);
+    EXPECT_EQ(count(whole, "G0 X-7. Y-8.\n"), 1U);
+    EXPECT_EQ(count(whole, "G0 X-9. Y-9.\n"), 1U);
     EXPECT_EQ(count(whole, "T1 M6\nM0\n"), 2U);
     given.is_across_tools = false;
     const std::string each = program_of(job, order, given);
-    EXPECT_EQ(count(each, "G0 X-7 Y-8\n"), 3U);
-    EXPECT_EQ(count(each, "G0 Z5\nG0 X-9 Y-9\n"), 5U);  // at the end, and after each change
+    EXPECT_EQ(count(each, "G0 X-7. Y-8.\n"), 3U);
+    EXPECT_EQ(count(each, "G0 Z5.\nG0 X-9. Y-9.\n"), 5U);  // at the end, and after each change
 }
 
 TEST(gcode_writer, goes_back_to_the_first_item_of_a_closed_order) {
@@ -114,11 +126,12 @@ TEST(gcode_writer, goes_back_to_the_first_item_of_a_closed_order) {
     const nmk_job::MachiningJob job = two_holes_and_a_slot();
     const nmk_job::JobOrder order = {{0, false}, {1, false}, {2, true}};
     const std::string each = program_of(job, order, given);
-    EXPECT_NE(each.find("G0 X10 Y2\nG1 Z-1.5 F120\nG0 Z5\nG0 X1 Y2\n(tool T2)"), each.npos) << each;
-    EXPECT_NE(each.find("F300\nG0 Z5\nG0 X14 Y20\nM30\n"), each.npos) << each;
+    EXPECT_NE(each.find("G0 X10. Y2.\nG1 Z-1.5 F120.\nG0 Z5.\nG0 X1. Y2.\n(tool T2)"), each.npos)
+        << each;
+    EXPECT_NE(each.find("F300.\nG0 Z5.\nG0 X14. Y20.\nM30\n"), each.npos) << each;
     given.is_across_tools = true;
     const std::string whole = program_of(job, order, given);
-    EXPECT_NE(whole.find("F300\nG0 Z5\nG0 X1 Y2\nM30\n"), whole.npos) << whole;
+    EXPECT_NE(whole.find("F300.\nG0 Z5.\nG0 X1. Y2.\nM30\n"), whole.npos) << whole;
 }
 
 TEST(gcode_writer, counts_the_items_that_an_order_leaves_out) {
@@ -135,7 +148,7 @@ TEST(gcode_writer, writes_the_largest_numbers_without_an_exponent) {
     given.spindle = 1e6;
     const std::string text = program_of(job, {{0, false}, {2, false}}, given);
     EXPECT_EQ(text.find_first_of("eE"), text.find("plate.csv") + 4) << text;
-    EXPECT_NE(text.find("G0 X-100000 Y100000\nG1 Z-200000 F1000000\nG0 Z100000\n"), text.npos);
+    EXPECT_NE(text.find("G0 X-100000. Y100000.\nG1 Z-200000. F1000000.\nG0 Z100000.\n"), text.npos);
 }
 
 struct BadJob {
@@ -166,6 +179,15 @@ INSTANTIATE_TEST_SUITE_P(
                "routed paths and patterns cannot be written as G-code; expected holes and slots "
                "only"},
         BadJob{"with_a_hole_too_far_away", [](auto& job, auto&) { job.items[1].start.x = -1.1e5; },
+               "expected places within 100000 mm of the origin"},
+        BadJob{"with_a_slot_that_ends_too_far_away",
+               [](auto& job, auto&) { job.items[2].end->y = 1.1e5; },
+               "expected places within 100000 mm of the origin"},
+        BadJob{"with_a_slot_that_ends_above_the_retract_height",
+               [](auto& job, auto&) { job.items[2].end->z = 6.0; },
+               "the highest item is at z 6 mm; expected a retract height above it and above 0"},
+        BadJob{"with_an_end_too_far_away",
+               [](auto&, auto& given) { given.end = giPoint3(-2e5, 0.0, 0.0); },
                "expected places within 100000 mm of the origin"},
         BadJob{"with_a_start_too_far_away",
                [](auto&, auto& given) { given.start = giPoint3(0.0, 1e90, 0.0); },
@@ -226,6 +248,20 @@ INSTANTIATE_TEST_SUITE_P(
                     "expected feeds of at least 1 mm per minute"},
         BadSettings{"feed_that_vanishes", [](GcodeSettings& given) { given.feed = 0.001; },
                     "expected feeds of at least 1 mm per minute"},
+        BadSettings{"depth_just_below_the_least",
+                    [](GcodeSettings& given) { given.depth = 0.0009; },
+                    "expected a depth of at least 0.001 mm"},
+        BadSettings{"infinite_depth", [](GcodeSettings& given) { given.depth = HUGE_VAL; },
+                    "expected a depth of at least 0.001 mm"},
+        BadSettings{"infinite_plunge_feed",
+                    [](GcodeSettings& given) { given.plunge_feed = HUGE_VAL; },
+                    "expected feeds of at least 1 mm per minute"},
+        BadSettings{"infinite_feed", [](GcodeSettings& given) { given.feed = HUGE_VAL; },
+                    "expected feeds of at least 1 mm per minute"},
+        BadSettings{"infinite_spindle", [](GcodeSettings& given) { given.spindle = HUGE_VAL; },
+                    "expected a spindle speed of at least 1 per minute"},
+        BadSettings{"retract_just_above_an_item",
+                    [](GcodeSettings& given) { given.retract = 1.0009; }, bad_retract},
         BadSettings{"negative_spindle", [](GcodeSettings& given) { given.spindle = -1.0; },
                     "expected a spindle speed of at least 1 per minute"},
         BadSettings{"retract_at_an_item", [](GcodeSettings& given) { given.retract = 1.0; },
@@ -233,6 +269,17 @@ INSTANTIATE_TEST_SUITE_P(
         BadSettings{"infinite_retract", [](GcodeSettings& given) { given.retract = HUGE_VAL; },
                     bad_retract}),
     nmk_job::CaseName());
+
+TEST(gcode_writer, takes_the_least_heights_and_a_start_above_them) {
+    GcodeSettings given = settings();
+    given.depth = 0.001;
+    given.retract = 1.001;
+    given.plunge_feed = 1.0;
+    given.start = giPoint3(3.0, 4.0, 900.0);
+    const nmk_job::MachiningJob job = two_holes_and_a_slot();
+    const std::string text = program_of(job, nmk_job::order_of_file(job), given);
+    EXPECT_NE(text.find("G0 Z1.001\nG0 X3. Y4.\nG0 X1. Y2.\nG1 Z-0.001 F1.\n"), text.npos) << text;
+}
 
 /// Checks what holds for every program: each cut once, rapids up and never through a keep-out.
 void expect_complete(const nmk_job::MachiningJob& job, const WalkedProgram& program,
@@ -310,7 +357,7 @@ TEST(gcode_writer, writes_inches) {
     job.items[0].start = {25.4, 50.8, 0.0};
     const std::string text = program_of(job, {{0, false}}, given);
     EXPECT_NE(text.find("\nG20 "), std::string::npos);
-    EXPECT_NE(text.find("G0 X1 Y2\nG1 Z-0.09843 F4.72\nG0 Z0.19685\n"), std::string::npos);
+    EXPECT_NE(text.find("G0 X1. Y2.\nG1 Z-0.09843 F4.72\nG0 Z0.19685\n"), std::string::npos);
 }
 
 }  // namespace

@@ -25,8 +25,9 @@ struct ProgramMove {
 struct WalkedProgram {
     std::vector<ProgramMove> moves;
     std::vector<std::string> comments;
-    int stops = 0;  // M0
-    int ends = 0;   // M30
+    int stops = 0;               // M0
+    int ends = 0;                // M30
+    bool stops_exactly = false;  // G61
 };
 
 class ProgramWalk {
@@ -65,6 +66,9 @@ class ProgramWalk {
             char* end = nullptr;
             const double value = std::strtod(word.c_str() + 1, &end);
             ASSERT_EQ(*end, '\0') << line;
+            // Without a point many controls count in the least step of an axis.
+            const bool has_point = word.find('.') != std::string::npos;
+            EXPECT_EQ(has_point, std::string("XYZF").find(word[0]) != std::string::npos) << line;
             take(word[0], value, axes, line);
         }
         if (!axes.empty()) {
@@ -106,6 +110,8 @@ class ProgramWalk {
             m_unit = code == 20 ? 25.4 : 1.0;
         } else if (code == 90) {
             m_is_absolute = true;
+        } else if (code == 61) {
+            m_program.stops_exactly = true;
         } else {
             const bool is_plain =
                 code == 17 || code == 40 || code == 49 || code == 80 || code == 94;

@@ -123,6 +123,28 @@ INSTANTIATE_TEST_SUITE_P(
                  "common corners only"},
         BadTable{"corner_without_a_polygon", "circle,1,2,3\ncorner,1,2\n",
                  "a.csv:2: a corner without a polygon; expected a row polygon above it"},
+        BadTable{"corner_has_one_number", "polygon\ncorner,1,2\ncorner,3\n",
+                 "a.csv:3: 2 columns; expected corner,X,Y"},
+        BadTable{"circle_has_a_column_too_many", "# a\n\ncircle,1,2,3,4\n",
+                 "a.csv:3: 5 columns; expected circle,X,Y,RADIUS"},
+        BadTable{"rectangle_without_a_corner", "rectangle,1,2\n",
+                 "a.csv:1: 3 columns; expected rectangle,X0,Y0,X1,Y1"},
+        BadTable{"rectangle_with_an_infinite_corner", "rectangle,1,2,inf,4\n",
+                 "a.csv:1: cannot read \"inf\" in column 4; expected a number from -1e6 to 1e6 "
+                 "with a decimal point"},
+        BadTable{"corner_that_is_not_a_number", "polygon\ncorner,nan,4\n",
+                 "a.csv:2: cannot read \"nan\" in column 2; expected a number from -1e6 to 1e6 "
+                 "with a decimal point"},
+        BadTable{"polygon_without_corners_at_the_end", "circle,1,2,3\npolygon\n",
+                 "a.csv:2: a polygon of 0 corners; expected at least 3"},
+        BadTable{"polygon_that_touches_itself_before_another_row",
+                 "polygon\ncorner,0,0\ncorner,4,0\ncorner,4,4\ncorner,2,0\ncorner,0,4\n"
+                 "circle,1,2,3\n",
+                 "a.csv:1: the edges of the polygon cross or touch; expected them to meet in their "
+                 "common corners only"},
+        BadTable{"clearance_without_a_number", "clearance\n",
+                 "a.csv:1: 1 column; expected clearance,C"},
+        BadTable{"units_without_a_name", "units\n", "a.csv:1: expected units,mm or units,inch"},
         BadTable{"clearance_is_negative", "clearance,-1\n", "a.csv:1: expected a clearance from 0"},
         BadTable{"clearance_is_infinite", "clearance,inf\n",
                  "a.csv:1: cannot read \"inf\" in column 2; expected a number from -1e6 to 1e6 "
@@ -140,6 +162,16 @@ TEST(keep_out_reader, refuses_more_corners_than_can_be_searched) {
     EXPECT_EQ(error_of(text),
               "a.csv:21: more than 20000 corners, with those of circles and clearances; expected "
               "fewer keep-outs");
+}
+
+TEST(keep_out_reader, refuses_the_first_corner_of_a_polygon_that_is_one_too_many) {
+    std::string text = "polygon\n";
+    for (int i = 0; i <= nmkTravelKeepOut::max_corners; ++i) {
+        text += "corner," + std::to_string(i) + "," + std::to_string(i % 2) + "\n";
+    }
+    EXPECT_EQ(error_of(text),
+              "a.csv:20002: more than 20000 corners, with those of circles and clearances; "
+              "expected fewer keep-outs");
 }
 
 TEST(keep_out_reader, reads_every_prefix_of_a_table_within_its_bounds) {
