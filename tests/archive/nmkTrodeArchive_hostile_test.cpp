@@ -46,9 +46,9 @@ Names tree_of(const std::string& directory) {
 
 TEST(nmkTrodeArchive_hostile, names_that_lead_elsewhere_are_listed_and_refused) {
     const ScratchDirectory scratch;
-    const std::vector<std::string> bad = {"../up",    "a/../../up", "/abs",  "..",
-                                          "a/..",     "C:x",        "C:/x",  "a\\..\\..\\up",
-                                          "\\\\host", "../../up/",  "a/../b"};
+    const std::vector<std::string> bad = {"../up",         "a/../../up", "/abs",      "..",
+                                          "a/..",          "C:",         "C:x",       "C:/x",
+                                          "a\\..\\..\\up", "\\\\host",   "../../up/", "a/../b"};
     std::vector<Entry> entries;
     for (const std::string& name : bad) entries.push_back({name, "bad"});
     entries.push_back({"good", "good"});

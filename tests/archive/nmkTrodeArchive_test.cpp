@@ -357,12 +357,14 @@ TEST_F(nmkTrodeArchive_files, that_fill_the_disk_while_inserting_leave_the_archi
 
 TEST_F(nmkTrodeArchive_files, that_may_not_be_read_are_left_out_and_the_reason_is_kept) {
     file("secret", "x");
+    const utString metadata = file("m", "x");
     fs::permissions(scratch.path(), fs::perms::all);
     fs::permissions(scratch.path() + "/secret", fs::perms::none);
     EXPECT_EQ(without_rights([&] {
                   nmkTrodeArchive archive;
                   if (archive.create(zip) != 1) return 1;
-                  archive.insert_geometry(archive.create_entry("E"), named("secret"));
+                  archive.insert_metadata(archive.create_entry("E"), metadata);
+                  archive.insert_geometry(0, named("secret"));
                   if (archive.verify_structure() != nmkTrodeArchiveMissingEntry) return 2;
                   return archive.failure() == EACCES ? 0 : 3;
               }),

@@ -137,6 +137,45 @@ TEST(cmUnZip, opens_an_entry_again_at_its_beginning) {
     EXPECT_EQ(std::string(bytes, 4), "1234");
 }
 
+TEST(cmUnZip, closes_an_open_entry_when_it_moves) {
+    const ScratchDirectory scratch;
+    cmUnZip zip;
+    char byte = 0;
+    ASSERT_EQ(open_entry(zip, scratch, zip_of({{"a", "1"}, {"b", "2"}}), "a"), 0);
+    ASSERT_EQ(zip.goto_next_file(), 0);
+    EXPECT_EQ(zip.read_current_file(&byte, 1), -1);
+    ASSERT_EQ(zip.open_current_file(), 0);
+    ASSERT_EQ(zip.read_current_file(&byte, 1), 1);
+    EXPECT_EQ(byte, '2');
+}
+
+TEST(cmUnZip, reads_another_file_when_the_first_is_closed) {
+    const ScratchDirectory scratch;
+    Entry shared = packed_entry("0", std::string(100000, 'x'));
+    std::vector<Entry> overlapping(100, shared);
+    for (std::size_t i = 1; i < overlapping.size(); ++i) overlapping[i].same_data_as = 0;
+    cmUnZip zip;
+    utString name;
+    EXPECT_EQ(open_entry(zip, scratch, zip_of(overlapping), "0"), EBADMSG);
+    ASSERT_EQ(zip.close(), 0);
+    EXPECT_EQ(zip.size(), 0);
+    EXPECT_EQ(zip.goto_first_file(), ENOENT) << "nothing is open";
+    EXPECT_EQ(zip.get_current_file_info(name), EINVAL);
+    EXPECT_EQ(open_entry(zip, scratch, zip_of({{"a", "1"}}), "a"), 0) << zip.problem();
+    EXPECT_EQ(zip.goto_file("0"), ENOENT) << "a name of the first";
+}
+
+TEST(cmUnZip, reports_the_damage_of_a_block_at_which_its_watch_stops) {
+    const ScratchDirectory scratch;
+    Entry entry{"a", "data"};
+    entry.check_sum = 1;
+    cmUnZip zip;
+    std::ostringstream bytes;
+    zip.set_watch([](std::int64_t) { return false; });
+    ASSERT_EQ(open_entry(zip, scratch, zip_of({entry}), "a"), 0);
+    EXPECT_EQ(zip.unzip_current_file(bytes, 10), EBADMSG);
+}
+
 TEST(cmUnZip, reads_what_python_and_zip_tools_write) {
     const ScratchDirectory scratch;
     const std::string name = scratch.path() + "/p.zip";

@@ -152,6 +152,36 @@ TEST(cmZip, writes_stored_entries_and_every_level) {
     EXPECT_TRUE(is_consistent(name));
 }
 
+TEST(cmZip, packs_each_entry_at_its_own_level) {
+    const ScratchDirectory scratch;
+    const std::string name = scratch.path() + "/z";
+    const std::string bytes(50'000, 'x');
+    cmZip writer;
+    ASSERT_EQ(writer.open(name.c_str()), 0);
+    ASSERT_EQ(add(writer, "0", bytes, cmZipMethodDeflate, 0), 0);
+    ASSERT_EQ(add(writer, "9", bytes, cmZipMethodDeflate, 9), 0);
+    ASSERT_EQ(add(writer, "0 again", bytes, cmZipMethodDeflate, 0), 0);
+    ASSERT_EQ(writer.close(), 0);
+    cmUnZip reader;
+    ASSERT_EQ(reader.open(name.c_str()), 0);
+    ASSERT_EQ(reader.goto_first_file(), 0);
+    for (const bool is_packed : {false, true, false}) {
+        std::int64_t size = 0, packed_size = 0;
+        ASSERT_EQ(reader.get_current_file_sizes(size, packed_size), 0);
+        EXPECT_EQ(packed_size < 1000, is_packed) << packed_size;
+        reader.goto_next_file();
+    }
+}
+
+TEST(cmZip, does_not_replace_a_file_that_may_not_be_written) {
+    const ScratchDirectory scratch;
+    const std::string name = scratch.file("z", "before");
+    fs::permissions(scratch.path(), fs::perms::all);
+    fs::permissions(name, fs::perms::owner_read | fs::perms::others_read);
+    EXPECT_EQ(without_rights([&] { return cmZip().open(name.c_str()); }), EACCES);
+    EXPECT_EQ(contents_of(name), "before");
+}
+
 TEST(cmZip, packs_a_stream_like_its_bytes) {
     const ScratchDirectory scratch;
     const std::string bytes = zip_samples::noise(200000);
@@ -337,6 +367,22 @@ TEST(cmZip, leaves_out_an_entry_whose_stream_fails) {
     ASSERT_EQ(zip.close(), 0);
     EXPECT_EQ(read_zip(name), (Files{{"a", "1"}, {"c", "3"}}));
     EXPECT_EQ(zip_tools::unzip_test(name), "exit 0\n");
+}
+
+TEST(cmZip, writes_65534_entries_without_the_records_of_zip64_and_65535_with_them) {
+    const ScratchDirectory scratch;
+    const std::string name = scratch.path() + "/z.zip";
+    for (const int count : {65534, 65535}) {
+        cmZip zip;
+        ASSERT_EQ(zip.open(name.c_str()), 0);
+        for (int i = 0; i < count; ++i) {
+            ASSERT_EQ(add(zip, std::to_string(i), "", cmZipMethodStored), 0);
+        }
+        ASSERT_EQ(zip.close(), 0);
+        const bool is_large = contents_of(name).find("PK\6\6") != std::string::npos;
+        EXPECT_EQ(is_large, count == 65535);
+        EXPECT_TRUE(is_consistent(name)) << count;
+    }
 }
 
 TEST(cmZip, writes_more_than_65535_entries) {

@@ -112,7 +112,7 @@ class ConfigReader : public nmkConfXMLReader {
 
     // The message of the library, with what was found and what was expected.
     std::string message_of(const nmkConfXMLIOStatus& validity, const utString& version) const {
-        const std::string message(validity.message().view());
+        std::string message(validity.message().view());
         if (version.is_empty()) return message;
         return message + " It is " + nmk_text::quoted(version.view()) + "; expected " +
                (m_versions.greatest == any_version ? "a whole number from 0 up"

@@ -95,7 +95,9 @@ std::string unsoundness(const nmkTrodeArchive& archive) {
     if (!repeated.is_empty()) {
         return "two files for the entry " + nmk_text::quoted(repeated.view()) + "; expected one";
     }
-    return archive.verify_structure() == nmkTrodeArchiveOk ? "" : "a file of it is missing now";
+    return archive.verify_structure() == nmkTrodeArchiveOk
+               ? ""
+               : "a file of it is missing now, or is the archive itself";
 }
 
 int end_writing(const ElectrodeOptions& options, nmkTrodeArchive& archive,

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <ostream>
+#include <utility>
 
 #include "app/commands/electrode/electrode_runs.h"
 #include "app/shell/command_runner.h"
@@ -53,6 +54,10 @@ TEST_F(nmk_electrode_files, come_back_from_the_archive) {
         electrode({"extract", zip, "E1", "-o", path("o/p"), "--data-name", "report"});
     EXPECT_EQ(printed.code, 0) << printed.err;
     EXPECT_EQ(printed.out, "Wrote E1 to " + path("o/p") + ".\n");
+    for (const auto& [data_name, files] : {std::pair("report", 2U), std::pair("html", 0U)}) {
+        const Words list = {"list", zip, "--json", "--data-name", data_name};
+        EXPECT_EQ(Json::parse(electrode(list).out)["electrodes"][0]["data"].size(), files);
+    }
     EXPECT_EQ(text_of(path("o/p/E1.ngk")), "geometry");
     EXPECT_EQ(text_of(path("o/p/E1.xml")), "<m/>");
     EXPECT_EQ(text_of(path("o/p/report/sub/2")), "two");
@@ -305,6 +310,7 @@ const WrongArguments wrong_arguments[] = {
      {"create", "z", "--entry", "E", "--data", input},
      "expected a directory that exists"},
     {"a_name_with_a_slash", {"create", "z", "--entry", "a/b"}, "expected a name without slashes"},
+    {"a_name_with_a_colon", {"create", "z", "--entry", "C:"}, "expected a name without slashes"},
     {"a_name_that_climbs", {"create", "z", "--entry", ".."}, "expected a name without slashes"},
     {"a_name_that_is_empty", {"create", "z", "--entry", ""}, "expected a name without slashes"},
     {"a_name_of_two_lines", {"create", "z", "--entry", "a\nb"}, "expected a name without slashes"},

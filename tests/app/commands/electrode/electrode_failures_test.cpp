@@ -51,7 +51,7 @@ class BarWatch : public nmkProgressBreak {
 TEST_F(nmk_electrode_failures, name_the_file_that_may_not_be_read) {
     fs::permissions(path("a.ngk"), fs::perms::none);
     Words words = words_with({"create", zip}, {"E"});
-    words.insert(words.end(), {"--additional", path("a.ngk")});
+    words.insert(words.end(), {"--additional", path("a.ngk"), "--additional", path("g")});
     EXPECT_EQ(refused_without_rights(scratch, words),
               zip + ": not written: \"" + path("a.ngk") + "\": permission denied\n");
     EXPECT_FALSE(fs::exists(zip));
@@ -67,6 +67,15 @@ TEST_F(nmk_electrode_failures, leave_no_directory_out_that_may_not_be_read) {
         EXPECT_FALSE(fs::exists(zip));
     }
     fs::permissions(path("data/sub"), fs::perms::all);
+}
+
+TEST_F(nmk_electrode_failures, are_an_archive_that_shall_hold_itself) {
+    ASSERT_EQ(with_entries({"create", zip}, {"E"}).code, 0);
+    const std::string before = text_of(zip);
+    expect_refused(
+        electrode({"create", zip, "--entry", "E", "--geometry", zip, "--metadata", path("m")}),
+        zip + ": not written: a file of it is missing now, or is the archive itself");
+    EXPECT_EQ(text_of(zip), before);
 }
 
 TEST_F(nmk_electrode_failures, are_two_files_for_one_entry) {
@@ -170,6 +179,7 @@ TEST(nmk_electrode_list, takes_electrodes_whose_names_begin_with_that_of_another
                                                                    {"a/a.xml", "22"},
                                                                    {"a/b/a/b.ngk", "333"},
                                                                    {"a/b/a/b.xml", "4444"},
+                                                                   {"aXhtml/f", "not one of a"},
                                                                    {"/.ngk", "55555"},
                                                                    {"/.xml", "666666"}}));
     EXPECT_EQ(electrode({"list", zip}).out,
@@ -177,7 +187,7 @@ TEST(nmk_electrode_list, takes_electrodes_whose_names_begin_with_that_of_another
               "a                 1         2           0      0           0      0\n"
               "a/b               3         4           0      0           0      0\n"
               "                  5         6           0      0           0      0\n"
-              "3 electrodes, 8 entries, 29 bytes, version 1\n");
+              "3 electrodes, 9 entries, 41 bytes, version 1\n");
 }
 
 }  // namespace nmk_electrode
