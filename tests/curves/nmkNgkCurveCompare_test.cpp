@@ -119,6 +119,13 @@ TEST(nmkNgkCurveCompare, samples_are_at_most_three_tolerances_apart) {
     EXPECT_EQ(compare(straight, bent(0.8), 0.25), 0);
 }
 
+TEST(nmkNgkCurveCompare, samples_that_are_exactly_three_tolerances_apart_are_the_same) {
+    // Both are equally long, and their middle is a sample.
+    const auto bent = [](double by) { return polyline({{0, 0, 0}, {4.13, by, 0}, {8.26, 0, 0}}); };
+    EXPECT_EQ(compare(bent(0.375), bent(-0.375), 0.25), 1);
+    EXPECT_EQ(compare(bent(0.3750001), bent(-0.3750001), 0.25), 0);
+}
+
 TEST(nmkNgkCurveCompare, the_first_sample_is_never_compared_again) {
     // Both starts are the same, and the one sample that is compared is the end.
     const auto a = polyline({{0, 0, 0}, {0, 1.5, 0}, {0, 0.5, 0}});
@@ -165,6 +172,19 @@ TEST(nmkNgkCurveCompare, any_tolerance_comes_to_an_end) {
 TEST(nmkNgkCurveCompare, a_huge_curve_does_not_overflow_the_number_of_samples) {
     const auto far_away = line({0, 0, 0}, {1e90, 0, 0});
     EXPECT_EQ(compare(far_away, far_away, 1e-3), 1);
+}
+
+TEST(nmkNgkCurveCompare, hostile_numbers_neither_crash_nor_hang) {
+    for (const double a : hostile_values) {
+        for (const double b : hostile_values) {
+            const auto first = polyline({{a, b, 0}, {0, 0, b}, {1, a, 0}});
+            const auto second = line({a, b, 0}, {1, a, 0});
+            const int is_same = compare(first, second, 0.01);
+            EXPECT_TRUE(is_same == 0 || is_same == 1);
+            EXPECT_EQ(compare(second, first, 0.01), is_same);
+        }
+        EXPECT_EQ(compare(wave(), wave(), a), a >= 0.0 ? 1 : 0) << a;
+    }
 }
 
 TEST(nmkNgkCurveCompare, an_unset_sample_differs_from_another) {

@@ -174,6 +174,16 @@ TEST(nmkNgkMakeUtils_arc,
     }
 }
 
+TEST(nmkNgkMakeUtils_arc, with_centre_measures_a_slant_as_a_length_along_the_radius) {
+    const auto arc = [](double radius) {
+        const giUnitVec3 tangent(giUnit::already, 0.00005, 1.0, 0.0);
+        return nmkNgkMakeUtils::make_arc({radius, 0, 0}, {0, radius, 0}, origin, tangent, 1e-3);
+    };
+    EXPECT_TRUE(as<ngkArc3>(arc(2.0)));
+    EXPECT_FALSE(arc(2.1));
+    EXPECT_TRUE(as<ngkArc3>(arc(0.01)));
+}
+
 TEST(nmkNgkMakeUtils_arc, with_centre_never_checks_that_the_centre_is_in_its_plane) {
     // The chord is in the plane of x and y, the centre a unit below it.
     const auto curve =
@@ -225,6 +235,17 @@ TEST(nmkNgkMakeUtils_arc, parallel_tangents_that_are_slanted_to_the_chord_are_re
         nmkNgkMakeUtils::make_arc(origin, {4, 0, 0}, in_plane(60), -in_plane(60), tolerance));
 }
 
+TEST(nmkNgkMakeUtils_arc,
+     parallel_tangents_give_an_arc_only_within_the_tolerance_of_a_right_angle) {
+    // The end is 1e-4 from the line through the start at a right angle to its tangent.
+    const giUnitVec3 nearly_across(2.5e-5, 1.0, 0.0);
+    const auto arc = [&](double tol) {
+        return nmkNgkMakeUtils::make_arc(origin, {4, 0, 0}, nearly_across, -nearly_across, tol);
+    };
+    EXPECT_FALSE(arc(1e-5));
+    EXPECT_TRUE(as<ngkArc3>(arc(1e-3)));
+}
+
 TEST(nmkNgkMakeUtils_arc, tangents_with_the_same_angle_to_the_chord_give_the_arc) {
     for (int angle = 5; angle < 180; angle += 5) {
         if (angle == 90) continue;
@@ -260,6 +281,30 @@ TEST(nmkNgkMakeUtils_arc, radii_that_differ_by_the_tolerance_are_refused_for_cro
     EXPECT_TRUE(as<ngkArc3>(arc(0.1)));
 }
 
+TEST(nmkNgkMakeUtils_arc, radii_that_differ_by_exactly_the_tolerance_are_refused) {
+    // The centre is the origin, the radii 3 and 3.25.
+    const auto arc = [](double tol) {
+        return nmkNgkMakeUtils::make_arc({-3, 0, 0}, {0, 3.25, 0}, y, x, tol);
+    };
+    EXPECT_FALSE(arc(0.25));
+    EXPECT_TRUE(as<ngkArc3>(arc(0.2500001)));
+}
+
+TEST(nmkNgkMakeUtils_arc, tangents_out_of_a_plane_are_refused_by_the_angle_of_tolerance_and_chord) {
+    // The planes of both tangents and the chord are that many radians apart.
+    const auto arc = [](double radians, double tol) {
+        const giUnitVec3 end = in_plane(-40);
+        const giUnitVec3 turned(giUnit::already, end.x, end.y, -radians * end.y);
+        return nmkNgkMakeUtils::make_arc(origin, {4, 0, 0}, in_plane(40), turned, tol);
+    };
+    // A chord of 4 and a tolerance of 1e-5 make 2.5e-6 radians.
+    EXPECT_TRUE(as<ngkArc3>(arc(2e-6, 1e-5)));
+    EXPECT_FALSE(arc(4e-6, 1e-5));
+    // Never more than 0.0001 radians.
+    EXPECT_TRUE(as<ngkArc3>(arc(0.9e-4, 0.03)));
+    EXPECT_FALSE(arc(1.1e-4, 0.03));
+}
+
 TEST(nmkNgkMakeUtils_arc, with_two_tangents_is_empty_for_ends_that_coincide_and_unset_tangents) {
     EXPECT_FALSE(nmkNgkMakeUtils::make_arc(origin, {1e-6, 0, 0}, y, -y, tolerance));
     EXPECT_FALSE(nmkNgkMakeUtils::make_arc(origin, {4, 0, 0}, giUnitVec3(), -y, tolerance));
@@ -281,6 +326,9 @@ TEST(nmkNgkMakeUtils_arc, with_one_tangent_across_the_chord_gives_a_semicircle) 
 TEST(nmkNgkMakeUtils_arc, with_one_tangent_along_the_chord_gives_a_line_or_nothing) {
     EXPECT_TRUE(as<ngkLine3>(nmkNgkMakeUtils::make_arc(origin, {4, 0, 0}, x)));
     EXPECT_FALSE(nmkNgkMakeUtils::make_arc(origin, {4, 0, 0}, -x));
+    EXPECT_FALSE(nmkNgkMakeUtils::make_arc(origin, {4, 0, 0}, giUnitVec3(-1, 0.00005, 0)));
+    EXPECT_TRUE(
+        as<ngkArc3>(nmkNgkMakeUtils::make_arc(origin, {4, 0, 0}, giUnitVec3(-1, 0.0002, 0))));
     EXPECT_FALSE(nmkNgkMakeUtils::make_arc(origin, origin, x));
     EXPECT_FALSE(nmkNgkMakeUtils::make_arc(origin, {4, 0, 0}, giUnitVec3()));
 }
@@ -385,7 +433,8 @@ TEST(nmkNgkMakeUtils_arc, circles_begin_a_quarter_before_the_reference_which_is_
 }
 
 TEST(nmkNgkMakeUtils_arc, a_circle_about_the_Y_axis_takes_X_as_its_reference) {
-    for (const giUnitVec3& normal : {y, -y, giUnitVec3(0.00009, 1, 0)}) {
+    for (const giUnitVec3& normal : {y, -y, giUnitVec3(0.00009, 1, 0), giUnitVec3(0.00009, -1, 0),
+                                     giUnitVec3(0, -1, 0.00009)}) {
         const auto curve = nmkNgkMakeUtils::make_circle(giCircle3(origin, normal, 2.0));
         expect_near(point_at(curve, 0.25), {2, 0, 0}, 1e-3);
     }

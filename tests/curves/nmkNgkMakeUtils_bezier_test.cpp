@@ -41,6 +41,8 @@ TEST(nmkNgkMakeUtils_bezier, two_tangents_give_a_cubic_whose_magnitudes_reach_al
 TEST(nmkNgkMakeUtils_bezier, a_cosine_at_or_below_a_half_counts_as_a_half) {
     // Magnitudes of twice the chord, a third of which is 4.
     expect_points(bezier(y, -y), {origin, {0, 4, 0}, {6, 4, 0}, far_end});
+    const giUnitVec3 steep(7, 24, 0);
+    expect_points(bezier(steep, -y), {origin, {1.12, 3.84, 0}, {6, 4, 0}, far_end});
     expect_points(bezier(-up, -down), {origin, {-2.4, -3.2, 0}, {8.4, -3.2, 0}, far_end});
 }
 
@@ -77,6 +79,8 @@ TEST(nmkNgkMakeUtils_bezier, parallel_tangents_across_the_chord_are_a_proper_cur
 TEST(nmkNgkMakeUtils_bezier, ends_that_coincide_are_refused) {
     EXPECT_FALSE(nmkNgkMakeUtils::make_bezier_curve(origin, {1e-5, 0, 0}, y, -y));
     EXPECT_FALSE(nmkNgkMakeUtils::make_bezier_curve(origin, origin, unset, unset));
+    EXPECT_FALSE(nmkNgkMakeUtils::make_bezier_curve(origin, {0, 1e-6, 0}, x, unset));
+    EXPECT_FALSE(nmkNgkMakeUtils::make_bezier_curve(origin, origin, unset, x));
 }
 
 TEST(nmkNgkMakeUtils_bezier, without_a_method_the_chord_decides) {

@@ -134,6 +134,13 @@ TEST(nmkNgkPolylineUtils, exactly_the_tolerance_beyond_the_end_there_is_nothing)
     EXPECT_EQ(evaluated(corner, 7.0 + 0x1p-11).point, corner[2]);
 }
 
+TEST(nmkNgkPolylineUtils, exactly_the_tolerance_from_a_vertex_is_not_the_vertex) {
+    const ScopedTolerance binary(ngk_TOLCOINCPOINT3D, 0x1p-10);
+    EXPECT_EQ(evaluated(corner, 0x1p-10).point, giPoint3(0x1p-10, 0, 0));
+    EXPECT_EQ(evaluated(corner, 4.0 - 0x1p-10).point, giPoint3(4.0 - 0x1p-10, 0, 0));
+    EXPECT_EQ(evaluated(corner, 0x1.8p-11).point, corner[0]);
+}
+
 TEST(nmkNgkPolylineUtils, fewer_than_two_points_evaluate_to_nothing) {
     expect_unset(evaluated({}, 0.0));
     expect_unset(evaluated({{1, 2, 3}}, 0.0));
@@ -461,18 +468,27 @@ TEST(nmkNgkArcLengthPositions, of_a_curve_that_crosses_itself_are_on_the_strand_
 
 namespace {
 
-/// Counts how often all segments are looked at.
+/// How often all segments are looked at, and how often a place on one of them.
+struct Looks {
+    int at_all = 0;
+    int at_one = 0;
+};
+
 class CountingPolyline : public ngkPolyline3 {
   public:
-    CountingPolyline(const Points& points, int& visits) : ngkPolyline3(points), m_visits(visits) {}
+    CountingPolyline(const Points& points, Looks& looks) : ngkPolyline3(points), m_looks(looks) {}
 
     void visit_pieces(nmk_ngk::PieceVisitor<3>& visitor, nmk_ngk::PieceOrder order) const override {
-        ++m_visits;
+        ++m_looks.at_all;
         ngkPolyline3::visit_pieces(visitor, order);
+    }
+    nmk_ngk::Jet<3> jet_at(const ngkT& t) const override {
+        ++m_looks.at_one;
+        return ngkPolyline3::jet_at(t);
     }
 
   private:
-    int& m_visits;
+    Looks& m_looks;
 };
 
 }  // namespace
@@ -480,17 +496,44 @@ class CountingPolyline : public ngkPolyline3 {
 TEST(nmkNgkArcLengthPositions, on_a_polyline_are_found_without_a_look_at_all_segments) {
     Points points;
     for (int i = 0; i < 50; ++i) points.emplace_back(i, i % 3, 7 - i % 5);
-    int visits = 0;
-    const ngkCurvePtr3 curve(new CountingPolyline(points, visits));
+    Looks looks;
+    const ngkCurvePtr3 curve(new CountingPolyline(points, looks));
     const nmkNgkArcLengthPositions positions(curve, 1, 1e-4);
-    const int visits_to_measure = visits;
+    const int looks_to_measure = looks.at_all;
     for (int i = 0; i < 100; ++i) {
         giPoint3 point;
         ngkT parameter;
         positions.find(positions.length() * i / 100.0, point, parameter);
         EXPECT_TRUE(point.is_set());
     }
-    EXPECT_EQ(visits, visits_to_measure);
+    EXPECT_EQ(looks.at_all, looks_to_measure);
+}
+
+TEST(nmkNgkArcLengthPositions, beyond_the_end_do_not_ask_for_the_nearest_point) {
+    Looks looks;
+    const ngkCurvePtr3 curve(new CountingPolyline(corner, looks));
+    const nmkNgkArcLengthPositions positions(curve, 1, 1e-4);
+    looks = {};
+    giPoint3 point;
+    ngkT parameter;
+    for (const double distance : {7.001, 100.0, infinite, not_a_number})
+        positions.find(distance, point, parameter);
+    EXPECT_EQ(looks.at_all + looks.at_one, 0);
+    positions.find(6.0, point, parameter);
+    EXPECT_GT(looks.at_one, 0);
+}
+
+TEST(nmkNgkArcLengthPositions, hostile_numbers_neither_crash_nor_hang) {
+    for (const double a : hostile_values) {
+        for (const double b : hostile_values) {
+            const nmkNgkArcLengthPositions positions(
+                ngkCurvePtr3(new ngkPolyline3(Points{{a, b, 0}, {b, 1, a}, {0, a, 1}})), 0, b);
+            giPoint3 point(1, 2, 3);
+            ngkT parameter(4, 5.0);
+            positions.find(a, point, parameter);
+            EXPECT_EQ(point.is_set(), parameter.is_set());
+        }
+    }
 }
 
 TEST(nmkNgkArcLengthPositions, are_the_nearest_points_of_the_curve_to_those_of_its_polygon) {

@@ -170,3 +170,26 @@ TEST(nmkNgkSubCurves, a_NURBS_curve_in_the_plane_gives_a_bezier_curve_for_each_k
     nurbs->evaluate(0.5, expected);
     EXPECT_LE(joint.distance(expected), 1e-12);
 }
+
+TEST(nmkNgkSubCurves, hostile_curves_give_pieces_without_a_crash) {
+    for (const double x : hostile_values) {
+        const ngkCurvePtr3 bad = line(giPoint3(x, x, 0), giPoint3(0, -x, x));
+        const ngkCurvePtr2 flat(
+            new ngkPolyline2(std::array{giPoint2(x, 0), giPoint2(0, x), giPoint2(x, x)}));
+        const ngkCurvePtr3 on_nothing(new ngkCurveOnSurf3(flat, ngkSurfPtr()));
+        const ngkCurvePtr3 transformed(
+            new ngkTransformedCurve3(bad, giXform3(giXform3Scale, x, 1.0, -x)));
+        EXPECT_EQ(nmkNgkSubCurves::sub_curves(bad), std::vector{bad});
+        EXPECT_EQ(nmkNgkSubCurves::sub_curves(flat).size(), 2U);
+        EXPECT_EQ(nmkNgkSubCurves::sub_curves(on_nothing).size(), 2U);
+        EXPECT_EQ(nmkNgkSubCurves::sub_curves(transformed).size(), 1U);
+        EXPECT_EQ(
+            nmkNgkSubCurves::sub_curves(ngkCurvePtr3(new ngkReverseCurve3(on_nothing))).size(), 2U);
+    }
+    EXPECT_TRUE(
+        nmkNgkSubCurves::sub_curves(ngkCurvePtr3(new ngkCurveOnSurf3(ngkCurvePtr2(), ngkSurfPtr())))
+            .empty());
+    EXPECT_TRUE(nmkNgkSubCurves::sub_curves(
+                    ngkCurvePtr3(new ngkTransformedCurve3(ngkCurvePtr3(), giXform3())))
+                    .empty());
+}

@@ -1,10 +1,14 @@
 #include <gtest/gtest.h>
 #include <nmktoolbox/curves/nmkPolySplitter.h>
 
+#include <cstdint>
 #include <limits>
 #include <ostream>
 #include <utility>
 #include <vector>
+
+// Three numbers of 32 bits, as callers store them.
+static_assert(sizeof(nmkPolySplitter) == 3 * sizeof(std::int32_t));
 
 namespace {
 

@@ -3,12 +3,15 @@
 #include <ngk/ngkBezCurve.h>
 #include <ngk/ngkCompCurve.h>
 #include <ngk/ngkLine.h>
+#include <ngk/ngkNurbCurve.h>
 #include <ngk/ngkPolyline.h>
 #include <ngk/ngkReverseCurve.h>
 #include <ngk/ngkTransformedCurve.h>
 
 #include <array>
 #include <numbers>
+#include <random>
+#include <vector>
 
 namespace {
 
@@ -80,4 +83,67 @@ TEST(ngkCompCurve, refuses_a_curve_that_does_not_begin_at_its_end) {
     EXPECT_EQ(path.segment_count(), 2);
     EXPECT_EQ(path.length(), 4.0);
     EXPECT_EQ(path.closest_point(giPoint3(2, 1.5, 0)).t, ngkT(1, 0.5));
+}
+
+TEST(ngkCircle, has_angles_from_0_to_below_a_full_turn) {
+    const ngkCircle3 circle(giWorkplane3(), 2.0);
+    EXPECT_EQ(circle.angle_of(giPoint3(3, 0, 0)), 0.0);
+    EXPECT_NEAR(circle.angle_of(giPoint3(0, -1, 0)), 1.5 * pi, 1e-15);
+    EXPECT_EQ(circle.angle_of(giPoint3(1, -1e-300, 0)), 0.0);
+}
+
+TEST(ngkCurve, ends_at_the_end_of_its_range_to_the_bit) {
+    const ngkCircle3 circle(giWorkplane3(), 2.0);
+    std::mt19937 random(5);
+    for (int i = 0; i < 200; ++i) {
+        const double low = double(random() % 6000) / 1000.0;
+        const double high = low + double(1 + random() % 6000) / 1000.0;
+        const ngkArc3 arc(circle, low, high);
+        EXPECT_EQ(arc.t_at(1.0).value, arc.range(0).high);
+        EXPECT_EQ(at(arc, 1.0), arc.end());
+    }
+}
+
+TEST(ngkCurve, has_a_tangent_where_its_first_derivative_vanishes) {
+    const std::array<giPoint3, 4> points = {giPoint3(0, 0, 0), giPoint3(0, 0, 0), giPoint3(3, 4, 0),
+                                            giPoint3(3, 4, 0)};
+    const ngkBezCurve3 curve(points);
+    for (const double end : {0.0, 1.0}) {
+        giVector3 direction;
+        EXPECT_NE(curve.tangent(ngkT(0, end), direction), 0);
+        EXPECT_NEAR(direction.x, 0.6, 1e-15) << end;
+        EXPECT_NEAR(direction.y, 0.8, 1e-15) << end;
+    }
+}
+
+TEST(ngkPolyline, does_not_repeat_a_vertex_at_which_it_is_split) {
+    const std::array<giPoint3, 4> points = {giPoint3(0, 0, 0), giPoint3(1, 0, 0), giPoint3(1, 1, 0),
+                                            giPoint3(0, 1, 0)};
+    const ngkPolyline3 polyline(points);
+    for (const ngkT& t : {ngkT(0, 1.0), ngkT(1, 0.0)}) {
+        const auto [first, second] = polyline.split(t);
+        EXPECT_EQ(first->segment_count(), 1);
+        EXPECT_EQ(second->segment_count(), 2);
+    }
+    const auto [first, second] = polyline.split(ngkT(1, 0.5));
+    EXPECT_EQ(first->segment_count(), 2);
+    EXPECT_EQ(second->segment_count(), 2);
+}
+
+TEST(ngkNurbCurve, keeps_its_ends_to_the_bit_whatever_its_weights) {
+    std::mt19937 random(6);
+    const std::vector<double> knots = {0, 0, 0, 0, 0.3, 1, 1, 1, 1};
+    for (int i = 0; i < 100; ++i) {
+        std::vector<giPoint3> points;
+        std::vector<double> weights;
+        for (int j = 0; j < 5; ++j) {
+            const double x = double(random() % 1000) / 700.0;
+            points.emplace_back(x, double(random() % 1000) / 300.0, 0.1);
+            weights.push_back(0.1 + double(random() % 1000) / 900.0);
+        }
+        const ngkNurbCurve3 curve(3, knots, points, weights);
+        ASSERT_TRUE(curve.is_valid());
+        EXPECT_EQ(at(curve, 0.0), points.front());
+        EXPECT_EQ(at(curve, 1.0), points.back());
+    }
 }

@@ -96,6 +96,61 @@ TEST(ngkCurve3_hostile_input, ends_for_curves_of_any_numbers) {
     }
 }
 
+namespace {
+
+std::vector<ngkSurfPtr> hostile_surfaces(const std::vector<giPoint3>& points, double radius) {
+    const giWorkplane3 plane(points[0], giUnitVec3(giAxis::y), giUnitVec3(giAxis::z));
+    const std::vector<double> knots = {0, 0, 1, 1};
+    const auto corners = std::span(points).subspan(1, 4);
+    return {ngkSurfPtr(new ngkPlaneSurf(plane)), ngkSurfPtr(new ngkCylinderSurf(plane, radius)),
+            ngkSurfPtr(new ngkSphereSurf(plane, radius)),
+            ngkSurfPtr(new ngkBilinearSurf({corners[0], corners[1], corners[2], corners[3]})),
+            ngkSurfPtr(new ngkNurbSurf({1, knots}, {1, knots}, corners))};
+}
+
+std::vector<ngkCurvePtr2> hostile_plane_curves(const std::vector<double>& numbers) {
+    std::vector<giPoint2> points;
+    for (std::size_t i = 0; i + 1 < numbers.size(); ++i)
+        points.emplace_back(numbers[i], numbers[i + 1]);
+    return {ngkCurvePtr2(new ngkLine2(points[0], points[1])),
+            ngkCurvePtr2(new ngkPolyline2(std::span(points).first(4))),
+            ngkCurvePtr2(new ngkBezCurve2(std::span(points).first(4))),
+            ngkCurvePtr2(new ngkCircle2(points[0], numbers[2]))};
+}
+
+}  // namespace
+
+TEST(ngkCurve3_hostile_input, ends_for_curves_on_surfaces_of_any_numbers) {
+    std::mt19937 random(4712);
+    int valid = 0;
+    for (int i = 0; i < 40; ++i) {
+        const std::vector<giPoint3> points = hostile_points(random, 5);
+        const auto surfaces = hostile_surfaces(points, i % 2 == 0 ? 1.0 : 1e-160);
+        for (const ngkCurvePtr2& flat : hostile_plane_curves(hostile_list(random, 6))) {
+            for (const ngkSurfPtr& surface : surfaces) {
+                const ngkCurveOnSurf3 curve(flat, surface);
+                valid += curve.is_valid() ? 1 : 0;
+                ask_everything(curve);
+            }
+        }
+    }
+    EXPECT_GT(valid, 5);
+}
+
+TEST(ngkSurf_hostile_input, evaluates_to_a_point_or_to_nothing) {
+    std::mt19937 random(4713);
+    for (int i = 0; i < 50; ++i) {
+        for (const ngkSurfPtr& surface : hostile_surfaces(hostile_points(random, 5), 1.5)) {
+            for (const double u : hostile_numbers) {
+                giPoint3 point;
+                const bool is_found = surface->evaluate(giPoint2(u, 0.5), point) != 0;
+                EXPECT_EQ(is_found, point.is_set());
+                EXPECT_FALSE(is_found && !surface->is_valid());
+            }
+        }
+    }
+}
+
 TEST(ngkCurve3_hostile_input, is_refused_where_it_makes_a_curve_invalid) {
     EXPECT_FALSE(ngkLine3(giPoint3(), giPoint3(1, 2, 3)).is_valid());
     EXPECT_FALSE(ngkLine3(giPoint3(not_a_number, 0, 0), giPoint3(1, 2, 3)).is_valid());

@@ -13,6 +13,7 @@
 #include "commands/curve/write_report.h"
 #include "files/base_name.h"
 #include "shell/command_result.h"
+#include "text/wrapped_text.h"
 
 namespace nmk_curve {
 
@@ -51,18 +52,19 @@ std::string words_of(const CurveComparison& comparison, double tolerance) {
 
 std::string text_of(const CurveComparison& comparison, double tolerance) {
     const bool is_same = comparison.difference == Difference::none;
-    std::string text = is_same ? "The same within " + length_text(tolerance) + " mm.\n"
-                               : "Different: " + words_of(comparison, tolerance) + ".\n";
-    text += "Lengths " + length_text(comparison.length_of_a) + " and " +
-            length_text(comparison.length_of_b) + " mm.\n";
-    if (is_same) return text;
-    text += "There the first is at " + place_text(comparison.on_a) + ", the second at " +
-            place_text(comparison.on_b) + "; " + length_text(comparison.allowed) +
-            " mm are allowed.\n";
-    if (comparison.difference == Difference::course) {
-        text += "Samples are up to " + length_text(comparison.greatest) + " mm apart.\n";
+    std::string text = is_same ? "The same within " + length_text(tolerance) + " mm."
+                               : "Different: " + words_of(comparison, tolerance) + ".";
+    text += "\nLengths " + length_text(comparison.length_of_a) + " and " +
+            length_text(comparison.length_of_b) + " mm.";
+    if (!is_same) {
+        text += "\nThere the first is at " + place_text(comparison.on_a) + ", the second at " +
+                place_text(comparison.on_b) + "; " + length_text(comparison.allowed) +
+                " mm are allowed.";
     }
-    return text;
+    if (comparison.difference == Difference::course) {
+        text += "\nSamples are up to " + length_text(comparison.greatest) + " mm apart.";
+    }
+    return nmk_text::wrapped(text, 0, nmk_text::terminal_columns);
 }
 
 std::string comparison_json(const CurveComparison& comparison, double tolerance) {

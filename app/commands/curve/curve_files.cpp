@@ -71,6 +71,9 @@ nmk_text::Result<CurveFile> read_curves(const std::string& file_name,
     if (!text) return text.error();
     const std::string name = nmk_files::input_name(file_name);
     if (looks_like_archive(*text)) return archived_curve(name, *text);
+    if (nmk_dxf::is_binary_dxf(*text)) {
+        return Error{name, 0, "a binary DXF file; expected one in text form"};
+    }
     if (const auto checked = nmk_files::check_text_file(name, *text); !checked) {
         return checked.error();
     }

@@ -2,12 +2,14 @@
 
 #include "commands/curve/facts_text.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string_view>
 
 #include "text/escaped_text.h"
 #include "text/number_format.h"
 #include "text/text_columns.h"
+#include "text/wrapped_text.h"
 
 namespace nmk_curve {
 
@@ -16,13 +18,16 @@ namespace {
 constexpr int decimals = 6;
 constexpr std::size_t name_width = 16;
 constexpr std::size_t most_points_shown = 8;
+constexpr std::size_t indent_of_ends = 4;
 
 std::string number_text(double value) {
     return std::isfinite(value) ? nmk_text::short_number(value, decimals) : "infinite";
 }
 
+/// A value for which a line has no room continues below itself.
 void add_line(std::string& text, std::string_view name, const std::string& value) {
-    text += std::string(name) + std::string(name_width - name.size(), ' ') + value + "\n";
+    std::string lines = nmk_text::wrapped(value, name_width, nmk_text::terminal_columns);
+    text += lines.replace(0, name.size(), name);
 }
 
 std::string direction_text(const giUnitVec3& direction) {
@@ -88,16 +93,46 @@ std::string curve_cell(std::size_t number, const std::string& origin) {
     return std::to_string(number) + (origin.empty() ? "" : "  " + nmk_text::line_text(origin));
 }
 
-std::string curve_table(const CurveReport& report) {
-    std::vector<std::vector<std::string>> rows = {{"", "kind", "length", "start", "end", "closed"}};
+std::string ends_text(const CurveFacts& facts) {
+    return "from " + end_cell(facts.start) + " to " + end_cell(facts.end);
+}
+
+using Cells = std::vector<std::string>;
+
+std::vector<std::string> table_lines(const CurveReport& report, bool with_ends) {
+    std::vector<Cells> rows = {{"", "kind", "length", "closed", "start", "end"}};
     for (std::size_t i = 0; i < report.curves.size(); ++i) {
         const CurveFacts& facts = report.curves[i];
         rows.push_back({curve_cell(i + 1, report.origins[i]), std::string(kind_name(facts.kind)),
-                        length_text(facts.length), end_cell(facts.start), end_cell(facts.end),
-                        facts.is_closed ? "yes" : "no"});
+                        length_text(facts.length), facts.is_closed ? "yes" : "no",
+                        end_cell(facts.start), end_cell(facts.end)});
     }
+    constexpr std::size_t cells_without_ends = 4;
+    for (Cells& row : rows) {
+        if (!with_ends) row.resize(cells_without_ends);
+    }
+    return nmk_text::column_lines(rows);
+}
+
+bool fit(const std::vector<std::string>& lines) {
+    return std::ranges::all_of(lines, [](const std::string& line) {
+        return nmk_text::character_count(line) <= nmk_text::terminal_columns;
+    });
+}
+
+/// Ends for which the lines have no room follow below each line.
+std::string curve_table(const CurveReport& report) {
+    std::vector<std::string> lines = table_lines(report, true);
+    const bool has_room = fit(lines);
+    if (!has_room) lines = table_lines(report, false);
     std::string text;
-    for (const std::string& line : nmk_text::column_lines(rows)) text += line + "\n";
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        text += lines[i] + "\n";
+        if (i > 0 && !has_room) {
+            text += nmk_text::wrapped(ends_text(report.curves[i - 1]), indent_of_ends,
+                                      nmk_text::terminal_columns);
+        }
+    }
     return text;
 }
 
@@ -118,7 +153,9 @@ std::string report_text(const CurveReport& report) {
     } else if (count > 1) {
         text += curve_table(report);
     }
-    for (const std::string& note : report.notes) text += nmk_text::line_text(note) + ".\n";
+    for (const std::string& note : report.notes) {
+        text += nmk_text::wrapped(nmk_text::line_text(note) + ".", 0, nmk_text::terminal_columns);
+    }
     return text;
 }
 

@@ -1,5 +1,6 @@
 #include "commands/id/print_objects.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -11,23 +12,28 @@ namespace nmk_id {
 namespace {
 
 constexpr const char* heading =
-    "    offset  object  class             identifier                        valid  serial\n";
+    " offset  object  class             identifier                            serial\n";
 
-std::string row(const StoredObject& object, const std::string& identifier,
-                const std::string& rest) {
+std::string row(const StoredObject& object, const std::string& identifier) {
     const std::string number = object.number == 0 ? "-" : std::to_string(object.number);
     char text[160];
-    std::snprintf(text, sizeof text, "%10zu  %6s  %-16s  %s%s\n", object.offset, number.c_str(),
-                  name_of(object.object_class), identifier.c_str(), rest.c_str());
+    std::snprintf(text, sizeof text, "%7zu  %6s  %-16s  %s\n", object.offset, number.c_str(),
+                  name_of(object.object_class), identifier.c_str());
     return text;
 }
 
+/// The serial; of an invalid identifier it says nothing.
+std::string serial_cell(const IdentifierWords& words) {
+    return is_valid(words) ? std::to_string(words.serial) : "invalid";
+}
+
 std::string row(const StoredObject& object) {
-    if (object.object_class == ObjectClass::null) return row(object, "-", "");
-    if (object.is_repeated) return row(object, "the same object again", "");
-    const std::string rest = std::string(is_valid(object.words) ? "  yes    " : "  no     ") +
-                             std::to_string(object.words.serial);
-    return row(object, text_of_words(object.words), rest);
+    if (object.object_class == ObjectClass::null) return row(object, "-");
+    if (object.is_repeated) return row(object, "the same object again");
+    const std::string serial = serial_cell(object.words);
+    constexpr std::size_t serial_width = 10;
+    const std::size_t padding = serial_width - std::min(serial_width, serial.size());
+    return row(object, text_of_words(object.words) + "  " + std::string(padding, ' ') + serial);
 }
 
 constexpr int schema = 1;

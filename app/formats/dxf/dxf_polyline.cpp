@@ -2,6 +2,7 @@
 
 #include "formats/dxf/dxf_polyline.h"
 
+#include <ngk/ngkArc.h>
 #include <ngk/ngkCompCurve.h>
 #include <ngk/ngk_resource_table.h>
 #include <nmktoolbox/curves/nmkNgkMakeUtils.h>
@@ -31,12 +32,16 @@ struct Vertex {
 };
 
 /// The arc from one vertex to the next: through the middle of its chord, moved to the right by the
-/// bulge times half the chord.
+/// bulge times half the chord. A line for a bulge so small that the middle is on the chord; empty
+/// for one so large that the chord has no length beside the arc.
 ngkCurvePtr3 segment_between(const Vertex& from, const giPoint3& to, const giVector3& normal) {
     if (from.bulge == 0.0) return nmkNgkMakeUtils::make_line(from.place, to);
     const giVector3 half = (to - from.place) * 0.5;
     const giVector3 right = half.cross(normal);
-    return nmkNgkMakeUtils::make_arc(from.place, from.place + half + right * from.bulge, to);
+    const ngkCurvePtr3 arc =
+        nmkNgkMakeUtils::make_arc(from.place, from.place + half + right * from.bulge, to);
+    const bool is_arc = dynamic_cast<const ngkArc3*>(arc.get()) != nullptr;
+    return is_arc || std::abs(from.bulge) < 1.0 ? arc : ngkCurvePtr3();
 }
 
 Shape straight(const std::vector<Vertex>& vertices) {

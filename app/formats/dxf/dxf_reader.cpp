@@ -169,6 +169,13 @@ nmk_text::Result<DxfDrawing> read_dxf(const std::string& file_name, std::string_
                                     [&] { return DrawingReader(text, mm_of_unstated).read(); });
 }
 
+bool is_binary_dxf(std::string_view bytes) {
+    // The sentinel of the format: its first line ends so, behind the name of a program.
+    constexpr std::string_view end_of_sentinel = "Binary DXF\r\n\x1a";
+    constexpr std::size_t longest_sentinel = 64;
+    return bytes.substr(0, longest_sentinel).find(end_of_sentinel) != bytes.npos;
+}
+
 bool looks_like_dxf(std::string_view text) {
     nmk_text::TextLines lines(text);
     nmk_text::TextLine line;

@@ -40,6 +40,9 @@ constexpr std::size_t max_curves = 250'000;
 nmk_text::Result<DxfDrawing> read_dxf(const std::string& file_name, std::string_view text,
                                       double mm_of_unstated);
 
+/// Whether the bytes begin like a DXF file in its binary form, which is not read.
+bool is_binary_dxf(std::string_view bytes);
+
 /// Whether the text begins like a DXF file: with a line that has a whole number alone.
 bool looks_like_dxf(std::string_view text);
 

@@ -66,8 +66,8 @@ class EllipsePiece final : public Piece<Dimension> {
     }
     double box_error() const override { return exact_box_error; }
 
-    double length(double relative_tolerance) const override {
-        if (!m_is_circle) return Piece<Dimension>::length(relative_tolerance);
+    double length(double relative_tolerance, PartsLeft& parts_left) const override {
+        if (!m_is_circle) return Piece<Dimension>::length(relative_tolerance, parts_left);
         return m_ellipse.x.norm() * (this->range().high - this->range().low);
     }
 

@@ -24,7 +24,7 @@ class LinePiece final : public Piece<Dimension> {
     double bend(double, double) const override { return 0.0; }
     double sagitta(double, double) const override { return 0.0; }
     double box_error() const override { return exact_box_error; }
-    double length(double) const override { return (m_end - m_start).norm(); }
+    double length(double, PartsLeft&) const override { return (m_end - m_start).norm(); }
 
     void find_nearest(Nearest<Dimension>& nearest, int segment) const override {
         const auto [low, high] = this->range();

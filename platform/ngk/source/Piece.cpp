@@ -11,8 +11,8 @@ void Piece<Dimension>::find_nearest(Nearest<Dimension>& nearest, int segment) co
 }
 
 template <int Dimension>
-double Piece<Dimension>::length(double relative_tolerance) const {
-    return arc_length(*this, relative_tolerance);
+double Piece<Dimension>::length(double relative_tolerance, PartsLeft& parts_left) const {
+    return arc_length(*this, relative_tolerance, parts_left);
 }
 
 template class Piece<2>;

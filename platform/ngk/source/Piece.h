@@ -10,8 +10,14 @@
 #include <limits>
 
 #include "Affine.h"
+#include "max_parts.h"
 
 namespace nmk_ngk {
+
+// How many parts the search for a nearest point divides pieces into: each on its own, and beyond
+// that all together. An ordinary piece near the point takes some hundred, since bounds soon decide.
+inline constexpr int nearest_parts_of_piece = 100;
+inline constexpr int nearest_parts_of_curve = 10000;
 
 /// The nearest point so far. `segment` is that of the piece that is searched.
 template <int Dimension>
@@ -29,6 +35,12 @@ class Nearest {
         return true;
     }
 
+    /// Replaces the value of the parameter: that of the same point on a piece around the one that
+    /// was searched.
+    void set_value(double value) noexcept { m_t.value = value; }
+
+    PartsLeft& parts_left() noexcept { return m_parts_left; }
+
     const Vec<Dimension>& query() const noexcept { return m_query; }
     double square() const noexcept { return m_square; }
     const Vec<Dimension>& point() const noexcept { return m_point; }
@@ -39,6 +51,7 @@ class Nearest {
     double m_square = std::numeric_limits<double>::infinity();
     Vec<Dimension> m_point{};
     ngkT m_t;
+    PartsLeft m_parts_left{nearest_parts_of_piece, nearest_parts_of_curve};
 };
 
 template <int Dimension>
@@ -125,7 +138,7 @@ class Piece {
     virtual void find_nearest(Nearest<Dimension>& nearest, int segment) const;
 
     /// The length to about this part of it. Only of a bounded piece.
-    virtual double length(double relative_tolerance) const;
+    virtual double length(double relative_tolerance, PartsLeft& parts_left) const;
 
     /// Calls the visitor for the image of the piece.
     virtual void visit_image(const Affine<Dimension>& map, int segment,
@@ -137,6 +150,31 @@ class Piece {
   private:
     ngkRange m_range;
 };
+
+/// Into how many even steps a piece is divided where bounds decide nothing.
+inline constexpr int even_steps = 128;
+
+/// Calls `visit` with each value between the ends.
+template <int Dimension, class Visit>
+void for_even_steps(const Piece<Dimension>& piece, const Visit& visit) {
+    const auto [low, high] = piece.range();
+    for (int i = 1; i < even_steps; ++i) visit(low + (high - low) * i / even_steps);
+}
+
+/// Whether the bound of the bounded piece is larger than all that is seen of it by so much that no
+/// number of parts makes it small: one that winds around a surface without end. `size` is what is
+/// known to be seen.
+template <int Dimension>
+bool is_beyond_bounds(const Piece<Dimension>& piece, double size) {
+    constexpr double hopeless_sagitta = 1e8;  // in sizes
+    const auto [low, high] = piece.range();
+    const double sagitta = piece.sagitta(low, high);
+    if (!(sagitta > hopeless_sagitta * size)) return false;
+    const Vec<Dimension> start = piece.point(low);
+    for_even_steps(
+        piece, [&](double value) { size = std::max(size, (piece.point(value) - start).norm()); });
+    return sagitta > hopeless_sagitta * size;
+}
 
 extern template class Piece<2>;
 extern template class Piece<3>;

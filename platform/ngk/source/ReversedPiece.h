@@ -55,15 +55,14 @@ class ReversedPiece final : public Piece<Dimension> {
         return m_piece.reach(inside(to), inside(from));
     }
     double box_error() const override { return m_piece.box_error(); }
-    double length(double relative_tolerance) const override {
-        return m_piece.length(relative_tolerance);
+    double length(double relative_tolerance, PartsLeft& parts_left) const override {
+        return m_piece.length(relative_tolerance, parts_left);
     }
 
     void find_nearest(Nearest<Dimension>& nearest, int segment) const override {
-        Nearest<Dimension> found = nearest;
-        m_piece.find_nearest(found, segment);
-        if (!(found.square() < nearest.square())) return;
-        nearest.consider(found.point(), segment, mirrored(m_segment, found.t().value));
+        const double before = nearest.square();
+        m_piece.find_nearest(nearest, segment);
+        if (nearest.square() < before) nearest.set_value(mirrored(m_segment, nearest.t().value));
     }
 
     void visit_image(const Affine<Dimension>& map, int segment,

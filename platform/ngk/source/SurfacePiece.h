@@ -30,11 +30,26 @@ class SurfacePiece final : public Piece<3> {
         return carried_over(m_surface.jet_at(uv.point[0], uv.point[1]), uv);
     }
     double speed(double from, double to) const override {
-        const SurfaceBounds bounds = m_surface.bounds_over(rectangle(from, to));
-        return std::sqrt(bounds.u * bounds.u + bounds.v * bounds.v) * m_curve.speed(from, to);
+        return speed(m_surface.bounds_over(rectangle(from, to)), from, to);
     }
     double bend(double from, double to) const override {
+        return bend(m_surface.bounds_over(rectangle(from, to)), from, to);
+    }
+    double sagitta(double from, double to) const override {
+        // The surface is bounded once for both.
         const SurfaceBounds bounds = m_surface.bounds_over(rectangle(from, to));
+        const double step = to - from;
+        return std::min(bend(bounds, from, to) * step * step / 8.0,
+                        speed(bounds, from, to) * step / 2.0);
+    }
+
+    void visit_image(const Affine<3>& map, int segment, PieceVisitor<3>& visitor) const override;
+
+  private:
+    double speed(const SurfaceBounds& bounds, double from, double to) const {
+        return std::sqrt(bounds.u * bounds.u + bounds.v * bounds.v) * m_curve.speed(from, to);
+    }
+    double bend(const SurfaceBounds& bounds, double from, double to) const {
         const double speed = m_curve.speed(from, to);
         // Where the plane's curve stays at a point, nothing moves, however the surface bends there.
         if (speed == 0.0) return 0.0;
@@ -42,9 +57,6 @@ class SurfacePiece final : public Piece<3> {
                std::sqrt(bounds.u * bounds.u + bounds.v * bounds.v) * m_curve.bend(from, to);
     }
 
-    void visit_image(const Affine<3>& map, int segment, PieceVisitor<3>& visitor) const override;
-
-  private:
     giBox2 rectangle(double from, double to) const {
         const Vec<2> start = m_curve.point(from);
         const Vec<2> end = m_curve.point(to);

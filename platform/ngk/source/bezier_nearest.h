@@ -9,7 +9,6 @@
 #pragma once
 
 #include "BezierPiece.h"
-#include "max_parts.h"
 
 namespace nmk_ngk {
 
@@ -33,6 +32,7 @@ class BezierSearch {
             whole.weights[at] = m_curve.is_rational() ? m_curve.weight(i) : 1.0;
             whole.points[at] = (m_curve.point(i) - m_nearest.query()) * whole.weights[at];
         }
+        m_nearest.parts_left().begin_piece();
         search(whole, max_depth);
     }
 
@@ -109,7 +109,7 @@ class BezierSearch {
         if (slope == Slope::one_minimum) return find_minimum(part.low, part.high);
         const double middle = part.low + (part.high - part.low) / 2.0;
         consider(middle);
-        if (depth > 0 && m_parts_left-- > 0) search_halves(part, middle, depth - 1);
+        if (depth > 0 && m_nearest.parts_left().take()) search_halves(part, middle, depth - 1);
     }
 
     void search_halves(const Part& part, double middle, int depth) {
@@ -149,7 +149,6 @@ class BezierSearch {
     const BezierView<Dimension>& m_curve;
     Nearest<Dimension>& m_nearest;
     int m_segment;
-    int m_parts_left = max_parts;
 };
 
 /// The coefficients of A.A' of a polynomial, or A.(A' w - A w') of a rational curve, are followed

@@ -3,10 +3,13 @@
 // A part is left out when its chord, less how far the piece can be from it, is not nearer than the
 // nearest point so far. Each nearer point is improved by Newton steps, so that the halving soon has
 // nothing left but to prove that there is no other.
+//
+// Where a piece takes too many parts, since its bounds do not become smaller or all of it is
+// equally far away, it is looked at in even steps instead: what is found then is nearest of these
+// places.
 #pragma once
 
 #include "Piece.h"
-#include "max_parts.h"
 
 namespace nmk_ngk {
 
@@ -34,8 +37,12 @@ class BoundSearch {
         const V end = m_piece.point(high);
         m_nearest.consider(start, m_segment, low);
         m_nearest.consider(end, m_segment, high);
-        m_rounding = rounding_part * (m_piece.size() + (start - m_nearest.query()).norm());
+        const double size = m_piece.size() + (start - m_nearest.query()).norm();
+        m_rounding = rounding_part * size;
+        m_nearest.parts_left().begin_piece();
+        m_is_stopped = is_beyond_bounds(m_piece, size);
         search(low, start, high, end, max_depth);
+        if (m_is_stopped) look_in_steps();
     }
 
   private:
@@ -47,12 +54,15 @@ class BoundSearch {
     static constexpr int newton_steps = 12;
 
     void search(double low, const V& start, double high, const V& end, int depth) {
+        if (m_is_stopped) return;
         const double best = std::sqrt(m_nearest.square());
         const double least =
             distance_to_chord(m_nearest.query(), start, end) - m_piece.sagitta(low, high);
         const double middle = low + (high - low) / 2.0;
         if (least >= best - (distance_part * best + m_rounding)) return;
-        if (depth == 0 || m_parts_left-- <= 0 || !(low < middle && middle < high)) return;
+        if (depth == 0 || !(low < middle && middle < high)) return;
+        m_is_stopped = !m_nearest.parts_left().take();
+        if (m_is_stopped) return;
         const V point = m_piece.point(middle);
         if (m_nearest.consider(point, m_segment, middle)) improve(middle);
         const double to_start = distance_to_chord(m_nearest.query(), start, point);
@@ -60,6 +70,12 @@ class BoundSearch {
         if (to_start <= to_end) search(low, start, middle, point, depth - 1);
         search(middle, point, high, end, depth - 1);
         if (to_start > to_end) search(low, start, middle, point, depth - 1);
+    }
+
+    void look_in_steps() {
+        for_even_steps(m_piece, [&](double value) {
+            if (m_nearest.consider(m_piece.point(value), m_segment, value)) improve(value);
+        });
     }
 
     void improve(double value) {
@@ -80,7 +96,7 @@ class BoundSearch {
     Nearest<Dimension>& m_nearest;
     int m_segment;
     double m_rounding = 0.0;
-    int m_parts_left = max_parts;
+    bool m_is_stopped = false;
 };
 
 template <int Dimension>

@@ -2,6 +2,7 @@
 #include <ngk/ngkCurve.h>
 
 #include "Piece.h"
+#include "arc_length.h"
 #include "max_parts.h"
 
 namespace nmk_ngk {
@@ -23,6 +24,8 @@ class BoxMaker {
         add(end);
         m_rounding = piece.box_error() * ((end - start).norm() + piece.sagitta(low, high)) +
                      coordinate_rounding * piece.size();
+        if (is_beyond_bounds(piece, piece.size()))
+            return for_even_steps(piece, [&](double value) { add(piece.point(value)); });
         m_parts_left = max_parts;
         add_part(piece, low, start, high, end, max_box_halvings);
     }
@@ -93,8 +96,9 @@ template <int Dimension>
 double ngkCurve<Dimension>::length(double relative_tolerance) const {
     if (!m_is_valid) return 0.0;
     double sum = 0.0;
+    nmk_ngk::PartsLeft parts_left(nmk_ngk::length_parts_of_piece, nmk_ngk::length_parts_of_curve);
     nmk_ngk::for_each_piece<Dimension>(*this, [&](const nmk_ngk::Piece<Dimension>& piece, int) {
-        sum += piece.is_bounded() ? piece.length(relative_tolerance)
+        sum += piece.is_bounded() ? piece.length(relative_tolerance, parts_left)
                                   : std::numeric_limits<double>::infinity();
     });
     return sum;

@@ -37,6 +37,10 @@ class PolygonMaker {
     void add_piece(const Piece<Dimension>& piece, int segment) {
         const auto [low, high] = piece.range();
         if (m_polygon.point_count() == 0) add(piece, segment, low);
+        if (is_beyond_bounds(piece, piece.size())) {
+            for_even_steps(piece, [&](double value) { add(piece, segment, value); });
+            return add(piece, segment, high);
+        }
         const double tolerance = m_tolerance > m_finest ? m_tolerance : m_finest;
         // A closed piece must not become a single point, so that a curved one has a vertex inside.
         const double middle = low + (high - low) / 2.0;

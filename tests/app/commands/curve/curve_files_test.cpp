@@ -45,6 +45,39 @@ TEST_F(curve_files, info_lists_the_curves_of_a_drawing) {
     EXPECT_TRUE(printed.out.ends_with("Left out: 1 TEXT.\n")) << printed.out;
 }
 
+TEST_F(curve_files, info_prints_ends_below_each_curve_where_a_line_has_no_room_for_them) {
+    const std::string text = curve({"info", bracket}).out;
+    EXPECT_NE(text.find("\n    from 12 0 0 to 12 0 0\n"), std::string::npos) << text;
+    EXPECT_EQ(text.find("start"), std::string::npos);
+    const std::string pieces = curve({"split", bracket, "--curve", "1"}).out;
+    EXPECT_EQ(pieces.find("from"), std::string::npos) << pieces;
+    EXPECT_NE(pieces.find("closed"), std::string::npos) << pieces;
+    EXPECT_NE(pieces.find("start"), std::string::npos) << pieces;
+}
+
+TEST_F(curve_files, every_text_fits_a_terminal) {
+    std::string drawing = "0\nSECTION\n2\nENTITIES\n";
+    for (const char* const far : {"-123456789.123456", "987654321.654321"}) {
+        drawing += std::string("0\nLINE\n10\n") + far + "\n20\n-0.123456\n30\n" + far +
+                   "\n11\n1.234567\n21\n" + far + "\n31\n" + far + "\n";
+    }
+    const std::string lines = file("far.dxf", drawing + "0\nENDSEC\n0\nEOF\n");
+    const std::vector<std::vector<std::string>> commands = {
+        {"info", bracket},
+        {"info", lines},
+        {"info", lines, "--curve", "1"},
+        {"split", bracket, "--curve", "1"},
+        {"compare", lines, lines, "--curve", "2"},
+        {"compare", lines, bracket, "--curve", "2"},
+        {"closest", lines, "-123456789.123456,1,2", "--curve", "2"}};
+    for (const std::vector<std::string>& command : commands) {
+        std::istringstream text(curve(command).out);
+        std::string line;
+        std::getline(text, line);  // has the name of the file
+        while (std::getline(text, line)) EXPECT_LE(line.size(), 80U) << line;
+    }
+}
+
 TEST_F(curve_files, info_prints_one_curve_of_a_drawing) {
     const nlohmann::json facts = facts_of({"info", bracket, "--curve", "6"});
     EXPECT_EQ(facts["kind"], "circle");
@@ -278,6 +311,7 @@ TEST_P(curve_file_refused, prints_one_line_and_exits_with_2) {
     scratch.file("lines.csv", "1,2,3,4,5,6\n");
     scratch.file("nan.csv", "1,2\nnan,4\n");
     scratch.file("binary", std::string("a\0b", 3));
+    scratch.file("binary.dxf", std::string("Any Program Binary DXF\r\n\x1a\0\0\0SECTION", 34));
     std::vector<std::string> words = GetParam().words;
     for (std::string& word : words) {
         if (word.starts_with("DIR")) word.replace(0, 3, scratch.path());
@@ -296,6 +330,9 @@ const FileCase refused[] = {
     {"a_directory", {"info", "DIR"}, ": "},
     {"half_a_drawing", {"info", "DIR/half.dxf"}, "half.dxf:1"},
     {"a_binary_file", {"info", "DIR/binary"}, "binary:1: a zero byte; expected a text file"},
+    {"a_binary_drawing",
+     {"info", "DIR/binary.dxf"},
+     "binary.dxf: a binary DXF file; expected one in text form"},
     {"a_drawing_without_curves", {"closest", "DIR/none.dxf", "0,0"}, "has no curves"},
     {"a_picture_of_no_curves", {"info", "DIR/none.dxf", "--svg", "DIR/a.svg"}, "has 0 curves"},
     {"one_point", {"info", "DIR/one.csv"}, "one.csv: 1 point; expected at least two"},

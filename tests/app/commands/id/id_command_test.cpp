@@ -114,10 +114,23 @@ TEST(id_dump, lists_the_sample) {
     const std::vector<std::string> lines = lines_of(printed.out);
     ASSERT_EQ(lines.size(), 12U);
     EXPECT_EQ(lines[1],
-              "         0       1  nmkObjectId       6c1f0d9a69216d800000000700000000  yes    7");
-    EXPECT_EQ(lines[7], "       155       5  nmkRefToObjectId  the same object again");
-    EXPECT_EQ(lines[8], "       157       -  null              -");
+              "      0       1  nmkObjectId       6c1f0d9a69216d800000000700000000           7");
+    EXPECT_EQ(lines[7], "    155       5  nmkRefToObjectId  the same object again");
+    EXPECT_EQ(lines[8], "    157       -  null              -");
+    EXPECT_EQ(lines[9],
+              "    159       7  nmkRefToObjectId  2b7e1516000000010000001700000000     invalid");
     EXPECT_EQ(lines[11], "10 pointers to 8 objects");
+    for (const std::string& line : lines) EXPECT_LE(line.size(), 80U) << line;
+}
+
+TEST(id_dump, has_room_for_the_longest_serial) {
+    std::string bytes = nmk_shell::text_of(sample);
+    // The serial of the first object, behind its class, the hash, the stamp and the version.
+    bytes.replace(27, 4, std::string("\0\0\0\x80", 4));
+    const ScratchDirectory scratch;
+    const std::string line = lines_of(id({"dump", scratch.file("a.ids", bytes)}).out)[1];
+    EXPECT_TRUE(line.ends_with("  -2147483648")) << line;
+    EXPECT_LE(line.size(), 80U) << line;
 }
 
 TEST(id_dump, lists_a_sample_that_the_library_stores_as_it_is) {

@@ -41,6 +41,19 @@ TEST(read_dxf, multiplies_by_the_unit_of_the_header) {
     EXPECT_EQ(at(curve_of("0 LINE|10 0|20 0|11 1|21 2", 6), 1.0), giPoint3(1000.0, 2000.0, 0.0));
 }
 
+TEST(read_dxf, knows_the_survey_foot_and_the_largest_units) {
+    const auto length_in = [](int units) {
+        return curve_of("0 LINE|10 0|20 0|11 3937|21 0", units)->length();
+    };
+    EXPECT_NEAR(length_in(21), 1200e3, 1e-9);
+    EXPECT_NEAR(length_in(22), 100e3, 1e-9);
+    EXPECT_NEAR(length_in(23), 3600e3, 1e-9);
+    EXPECT_NEAR(length_in(24), 1200e3 * 5280, 1e-5);
+    EXPECT_EQ(length_in(17), 3937e12);
+    EXPECT_EQ(length_in(20), 3937 * 30856775814913673e3);
+    EXPECT_NE(problem_of(drawing_of("0 LINE|10 0|20 0|11 1|21 0", 25)), "");
+}
+
 TEST(read_dxf, takes_the_unit_of_the_caller_where_the_file_states_none) {
     const std::string entity = "0 LINE|10 0|20 0|11 1|21 0";
     const auto unitless = read(drawing_of(entity, 0), 25.4);
@@ -120,6 +133,11 @@ TEST(read_dxf, bends_by_four_times_the_arctangent_of_the_bulge) {
     const ngkCurvePtr3 nearly_full = curve_of("0 LWPOLYLINE|10 0|20 0|42 10|10 1|20 0");
     const double angle = 4 * std::atan(10.0);
     EXPECT_NEAR(nearly_full->length(), angle / (2 * std::sin(angle / 2)), 1e-6);
+}
+
+TEST(read_dxf, makes_a_line_of_a_bulge_too_small_to_be_seen) {
+    const ngkCurvePtr3 curve = curve_of("0 LWPOLYLINE|10 0|20 0|42 1e-14|10 1|20 0");
+    EXPECT_EQ(curve->length(), 1.0);
 }
 
 TEST(read_dxf, leaves_out_segments_without_length_and_keeps_the_bulge_behind_them) {
@@ -249,6 +267,9 @@ const ProblemCase refused[] = {
      "16: CIRCLE: the extrusion direction has no length"},
     {"a_y_before_the_first_vertex", drawing_of("0 LWPOLYLINE|20 1|10 0"),
      "18: expected the x of a vertex, group 10, first"},
+    {"a_bulge_beside_which_the_chord_has_no_length",
+     drawing_of("0 LWPOLYLINE|10 0|20 0|42 1e9|10 1|20 0"),
+     "16: the bulge 1e+09 of a vertex makes no arc"},
     {"a_polyline_without_its_end", drawing_of("0 POLYLINE|70 0|0 VERTEX|10 0|20 0|0 LINE"),
      "26: group 0 \"LINE\"; expected VERTEX or SEQEND, since a POLYLINE is not complete"},
     {"a_flag_that_is_not_a_whole_number", drawing_of("0 LWPOLYLINE|70 1.5|10 0|20 0|10 1|20 0"),
