@@ -155,10 +155,10 @@ TEST(take_off, leaves_the_prices_of_both_ends_off_and_sorts_each_list_again) {
 }
 
 TEST(one_way_prices, are_of_use_with_one_other_node_in_20) {
-    std::vector<TravelEndType> types = Lines(100, 1).types();
-    std::fill_n(types.begin(), 10, TravelEndType::any);
+    std::vector<TravelEndType> types = Lines(200, 1).types();
+    std::fill_n(types.begin(), 20, TravelEndType::any);
     EXPECT_TRUE(nmk_ordering::are_nearly_all_one_way(types));
-    types[10] = TravelEndType::any;
+    types[20] = TravelEndType::any;
     EXPECT_FALSE(nmk_ordering::are_nearly_all_one_way(types));
 }
 
