@@ -190,11 +190,9 @@ struct LineSet {
     Ends ends;
 };
 
-constexpr LineSet line_sets[] = {
-    {"1,000 reversible lines", Lines::reversible, Ends::anywhere},
-    {"1,000 one-way lines", Lines::one_way, Ends::anywhere},
-    {"1,000 short reversible lines", Lines::reversible, Ends::near_starts},
-    {"1,000 short one-way lines", Lines::one_way, Ends::near_starts}};
+constexpr LineSet line_sets[] = {{"1,000 reversible lines", Lines::reversible, Ends::anywhere},
+                                 {"1,000 one-way lines", Lines::one_way, Ends::anywhere},
+                                 {"1,000 short one-way lines", Lines::one_way, Ends::near_starts}};
 
 struct LinePoints {
     std::vector<plain::Point> starts;

@@ -32,7 +32,7 @@ constexpr std::int64_t least_steps = 500;
 constexpr std::int64_t steps_of_an_item = 10;
 constexpr std::int64_t items_with_all_steps = 20000;
 constexpr std::int64_t steps_of_a_further_item = 6;
-constexpr double part_of_a_line = 0.2;
+constexpr double part_of_a_line = 0.1;
 
 nmkTravelResult bad_problem(std::string error) {
     nmkTravelResult result;

@@ -56,6 +56,18 @@ class StoppingProgress : public nmkProgressBreak {
     double m_position = 0.0;
 };
 
+TEST(nmkTravelOrder_default_steps, are_ten_an_item_six_past_20000_one_a_line_and_500_at_least) {
+    EXPECT_EQ(nmkTravelOrder::default_steps(0), 500);
+    EXPECT_EQ(nmkTravelOrder::default_steps(50), 500);
+    EXPECT_EQ(nmkTravelOrder::default_steps(51), 510);
+    EXPECT_EQ(nmkTravelOrder::default_steps(20000), 200000);
+    EXPECT_EQ(nmkTravelOrder::default_steps(20001), 200006);
+    EXPECT_EQ(nmkTravelOrder::default_steps(1000, 1000), 1000);
+    EXPECT_EQ(nmkTravelOrder::default_steps(1000, 500), 5500);
+    EXPECT_EQ(nmkTravelOrder::default_steps(500, 500), 500);
+    EXPECT_EQ(nmkTravelOrder::default_steps(100, 100), 500);
+}
+
 TEST(nmkTravelOrder, has_an_empty_order_without_items) {
     nmkTravelProblem problem;
     const nmkTravelResult nothing = nmkTravelOrder(problem).find();

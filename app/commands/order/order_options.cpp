@@ -76,7 +76,7 @@ void declare_ordering(nmk_shell::OptionTable& table, OrderOptions& options) {
     table.choice("--type", "NAME", options.type, sort_types(), "how to order");
     table.number("--effort", "N", options.effort,
                  nmk_shell::whole_number(0, max_effort, "a whole number from 0 to 1000000"),
-                 "steps of the search for each item (type best; default 10 for a hole and 2 for a "
+                 "steps of the search for each item (type best; default 10 for a hole and 1 for a "
                  "slot, fewer past 20,000 items)");
     table.number("--time-limit", "SECONDS", options.time_limit, nmk_shell::above_zero,
                  "end the search so long after the start of the command (type best)");

@@ -80,7 +80,7 @@ class NMKTOOLBOX_EXPORT nmkTravelOrder {
                                 std::optional<std::int64_t> steps = std::nullopt);
 
     /// The effort where set_steps was not called: at least 500 steps, 10 for each of the first
-    /// 20,000 items and 6 for each further one. A line gets a fifth of a point's.
+    /// 20,000 items and 6 for each further one. A line gets a tenth of a point's.
     ///
     ///   items  number of items
     ///   lines  how many of them are lines
