@@ -104,6 +104,14 @@ TEST(ngkCurve, ends_at_the_end_of_its_range_to_the_bit) {
     }
 }
 
+TEST(ngkCurve, ends_at_the_end_of_a_range_whose_ends_and_length_are_rounded) {
+    ASSERT_LT(2.6 + (6.8 - 2.6), 6.8);
+    const std::vector<giPoint3> points = {giPoint3(0, 0, 0), giPoint3(1, 1, 0)};
+    const ngkNurbCurve3 curve(1, std::vector<double>{2.6, 2.6, 6.8, 6.8}, points);
+    EXPECT_EQ(curve.t_at(1.0).value, 6.8);
+    EXPECT_EQ(at(curve, 1.0), points.back());
+}
+
 TEST(ngkCurve, has_a_tangent_where_its_first_derivative_vanishes) {
     const std::array<giPoint3, 4> points = {giPoint3(0, 0, 0), giPoint3(0, 0, 0), giPoint3(3, 4, 0),
                                             giPoint3(3, 4, 0)};

@@ -173,6 +173,15 @@ TEST(ngkCurveOnSurf3_closest_point, finds_the_nearest_of_even_steps_where_no_bou
     }
 }
 
+TEST(ngkCurveOnSurf3_closest_point, takes_no_part_of_a_curve_that_stays_where_bounds_are_infinite) {
+    int count = 0;
+    const ngkCurvePtr2 point(new ngkBezCurve2(std::vector<giPoint2>{{0.5, 0.5}, {0.5, 0.5}}));
+    const ngkCurveOnSurf3 curve(point,
+                                ngkSurfPtr(new CountedSurf(ngkSurfPtr(new VaguePlane), count)));
+    ASSERT_TRUE(curve.is_valid());
+    EXPECT_LE(bounds_for(curve, giPoint3(0.1, 0.2, 0.3), count), 2);
+}
+
 TEST(ngkCurveOnSurf3_closest_point, of_a_point_that_is_equally_far_from_all_is_as_far_as_any) {
     const ngkCurveOnSurf3 circle(ngkCurvePtr2(new ngkCircle2(giPoint2(0, 0), 2.0)),
                                  ngkSurfPtr(new ngkPlaneSurf(giWorkplane3())));

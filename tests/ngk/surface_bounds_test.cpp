@@ -47,8 +47,10 @@ TEST(ngkSurf, has_no_derivative_beyond_its_bounds) {
         for (const giBox2& box : {giBox2({0, 0}, {1, 1}), giBox2({0.3, 0.2}, {0.4, 0.9})}) {
             const nmk_ngk::SurfaceBounds bounds = surface->bounds_over(box);
             for (int i = 0; i <= 400; ++i) {
-                const double u = box.min().x + box.width() * (i % 20) / 20.0;
-                const double v = box.min().y + box.height() * (i / 20) / 20.0;
+                const int row = i / 20;
+                const int column = i % 20;
+                const double u = box.min().x + box.width() * column / 20.0;
+                const double v = box.min().y + box.height() * row / 20.0;
                 const nmk_ngk::SurfaceJet jet = surface->jet_at(u, v);
                 const double slack = 1.0 + 1e-12;
                 EXPECT_LE(jet.u.norm(), bounds.u * slack);

@@ -95,6 +95,11 @@ class ngkCurve {
     /// several equally near, one of them; of two parameters of a point where the curve closes, one.
     /// Returns non-zero; 0 with an unset result where the curve is invalid or has no segment, or
     /// the point is unset, NaN or has coordinates beyond 1e100.
+    ///
+    /// A piece is divided into some 10,000 parts at most, all pieces together into as many and 100
+    /// for each. A curve on a surface may need more to prove its nearest point, where it winds
+    /// around a cylinder or sphere ten thousand times; what is found then is the nearest of 128
+    /// even steps and their neighbourhoods. Boxes and polygons of one without end have those steps.
     int closest_point(const Point& point, ngkCurvePoint<Dimension>& nearest) const;
     ngkCurvePoint<Dimension> closest_point(const Point& point) const;
 
