@@ -6,7 +6,6 @@
 #include <nmktoolbox/ordering.h>
 
 #include <algorithm>
-#include <cstdint>
 #include <cstdio>
 #include <random>
 #include <utility>
@@ -16,8 +15,7 @@
 
 namespace {
 
-constexpr double side = 1000.0;              // mm
-constexpr std::int64_t steps_of_a_hole = 3;  // a part of the default, in less time
+constexpr double side = 1000.0;  // mm
 constexpr double clearance = 0.001;
 constexpr double chord_error = 0.01;
 
