@@ -62,6 +62,16 @@ TEST(best_order, is_never_longer_than_the_file_closest_and_shortest_on_random_se
     }
 }
 
+TEST(best_order, is_never_longer_than_shortest_on_small_random_sets) {
+    for (unsigned seed = 1; seed <= random_sets; ++seed) {
+        std::mt19937 words(seed);
+        const std::size_t count = 2 + words() % 7;
+        const nmk_job::MachiningJob job = random_items(words, count, seed % 3 == 0);
+        expect_none_shorter(job, all_ends[seed % std::size(all_ends)], {nmkSortTypeShortest},
+                            "seed " + std::to_string(seed));
+    }
+}
+
 TEST(best_order, is_never_longer_than_the_file_closest_and_shortest_on_real_files) {
     int compared = 0;
     for (const std::string kind : {"drill", "tsp"}) {
