@@ -11,6 +11,7 @@
 #include "text/json_document.h"
 #include "text/number_format.h"
 #include "text/text_columns.h"
+#include "text/wrapped_text.h"
 
 namespace nmk_electrode {
 
@@ -19,7 +20,6 @@ namespace {
 using nmk_text::Json;
 
 constexpr int schema = 1;
-constexpr std::size_t max_columns = 80;  // of a table
 
 std::int64_t sum_of(const std::vector<ArchivedFile>& files) {
     return std::accumulate(files.begin(), files.end(), std::int64_t{0},
@@ -63,7 +63,7 @@ const char* status_name(nmkTrodeArchiveStatus status) {
 /// wide.
 std::string table_text(std::vector<std::vector<std::string>> rows) {
     const auto is_wide = [](const std::string& line) {
-        return nmk_text::character_count(line) > max_columns;
+        return nmk_text::character_count(line) > nmk_text::terminal_columns;
     };
     std::vector<std::string> lines = nmk_text::column_lines(rows);
     std::vector<std::string> names(rows.size());

@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 
+#include "app/commands/order/order_avoid_fixture.h"
 #include "app/shell/command_runner.h"
 #include "commands/order/avoided.h"
 #include "commands/order/blocked_items.h"
@@ -20,31 +21,12 @@
 namespace nmk_order {
 namespace {
 
-const std::string cover_plate = NMK_SOURCE_DIR "/samples/cover_plate.drl";
 const std::string clamps = NMK_SOURCE_DIR "/samples/clamps_for_cover_plate.csv";
 
-// A wall between two rows of holes, with a way around at its right end.
-const char* const two_rows = "x,y\n0,0\n0,20\n50,0\n50,20\n100,0\n100,20\n";
+// A wall between the two rows of holes, with a way around at its right end.
 const char* const wall = "rectangle,-50,8,110,12\n";
 
-class order_avoid : public testing::Test {
-  protected:
-    std::string file(const std::string& name) const { return folder.path() + "/" + name; }
-    std::string write(const std::string& name, const std::string& text) const {
-        return folder.file(name, text);
-    }
-
-    ScratchDirectory folder;
-};
-
-nlohmann::json figures(const std::vector<std::string>& words) {
-    std::vector<std::string> all = {"order"};
-    all.insert(all.end(), words.begin(), words.end());
-    all.push_back("--json");
-    const nmk_shell::Printed printed = nmk_shell::run(all);
-    EXPECT_EQ(printed.code, 0) << printed.err;
-    return nlohmann::json::parse(printed.out);
-}
+class order_avoid : public OrderFiles {};
 
 TEST_F(order_avoid, makes_the_order_for_the_ways_around) {
     const std::string rows = write("r.csv", two_rows);

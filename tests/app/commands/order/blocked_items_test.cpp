@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "app/commands/order/order_avoid_fixture.h"
 #include "app/shell/command_runner.h"
 #include "commands/order/avoided.h"
 #include "formats/job_files/read_job.h"
@@ -18,28 +19,7 @@
 namespace nmk_order {
 namespace {
 
-const std::string cover_plate = NMK_SOURCE_DIR "/samples/cover_plate.drl";
-
-const char* const two_rows = "x,y\n0,0\n0,20\n50,0\n50,20\n100,0\n100,20\n";
-
-class order_blocked_items : public testing::Test {
-  protected:
-    std::string file(const std::string& name) const { return folder.path() + "/" + name; }
-    std::string write(const std::string& name, const std::string& text) const {
-        return folder.file(name, text);
-    }
-
-    ScratchDirectory folder;
-};
-
-nlohmann::json figures(const std::vector<std::string>& words) {
-    std::vector<std::string> all = {"order"};
-    all.insert(all.end(), words.begin(), words.end());
-    all.push_back("--json");
-    const nmk_shell::Printed printed = nmk_shell::run(all);
-    EXPECT_EQ(printed.code, 0) << printed.err;
-    return nlohmann::json::parse(printed.out);
-}
+class order_blocked_items : public OrderFiles {};
 
 TEST_F(order_blocked_items, writes_nothing_where_an_item_is_blocked) {
     const std::string keep_outs = write("k.csv", "clearance,2\ncircle,50,0,3\ncircle,0,20,3\n");
